@@ -1,0 +1,28 @@
+#include "app/state/Direction.h"
+
+#include "calcore/Angle.h"
+
+#include <cmath>
+
+namespace belvor {
+
+double bearing(const Vector<3>& d) noexcept
+{
+    // −0.0 must not turn a vertical view round.
+    return toDegrees(std::atan2(d[0], -(d[1] + 0.0)));
+}
+
+double elevation(const Vector<3>& d) noexcept
+{
+    return toDegrees(std::atan2(d[2], std::sqrt(d[0] * d[0] + d[1] * d[1])));
+}
+
+Vector<3> direction(double bearing, double elevation) noexcept
+{
+    const Angle b = Angle::degrees(bearing), e = Angle::degrees(elevation);
+    return {b.sin() * e.cos(), -b.cos() * e.cos(), e.sin()};
+}
+
+double squash(double distance) noexcept { return std::atan(distance / 2.0) * 2.0 / std::numbers::pi; }
+
+}   // namespace belvor

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstdio>
+#include <string>
+
+namespace belvor {
+
+/// fopen for a UTF-8 `path`; null with errno set on failure. A file opened for writing is
+/// closed to other writers while it is open, where the system offers that.
+std::FILE* openFile(const std::string& path, const char* mode) noexcept;
+
+/// Deletes `path` (UTF-8) if it is there; silent.
+void removeFile(const std::string& path) noexcept;
+
+/// Renames `from` to `to` (UTF-8), replacing a file of that name; false with errno set.
+bool replaceFile(const std::string& from, const std::string& to) noexcept;
+
+/// The whole file as bytes; false when it cannot be opened or read, errno set.
+bool readWholeFile(const std::string& path, std::string& bytes);
+
+/// The position in `file`, 64 bits wide; −1 on failure, errno set.
+long long tellFile(std::FILE* file) noexcept;
+/// Moves to the byte `offset`; false on failure, errno set.
+bool seekFile(std::FILE* file, long long offset) noexcept;
+
+}   // namespace belvor

@@ -1,0 +1,123 @@
+#include "scene/Camera.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace belvor {
+namespace {
+
+/// Keeps every vertex strictly inside the depth range.
+constexpr double margin = 1.001;
+/// Leaves 4294967295 free to mean that no surface was hit.
+constexpr double lastDepthCode = 4294967294.0;
+
+double alongSight(const Ray& frame, const CameraView& view) noexcept { return dot(frame.forward, view.centre - view.eye); }
+
+/// The smaller quotient fits the whole field into the image, whatever its aspect.
+double usableScale(const CameraView& view, double largest) noexcept
+{
+    const double fitted = std::min(view.width / view.viewWidth, view.height / view.viewHeight);
+    return fitted > 0.0 && fitted <= largest ? fitted : largest;
+}
+
+}   // namespace
+
+Camera::Camera(const CameraView& view, double largestScale) noexcept
+    : frame(view.azimuth, view.elevation), width(view.width), height(view.height), eye(view.eye),
+      near(alongSight(frame, view) - view.radius * margin), far(alongSight(frame, view) + view.radius * margin),
+      depthScale(lastDepthCode / (far - near)), scale(usableScale(view, largestScale)), centreX(view.width * 0.5),
+      centreY(view.height * 0.5)
+{
+}
+
+CameraRecord Camera::record(std::uint32_t kind) const noexcept
+{
+    return {kind, eye, frame.right, frame.up, frame.forward, {0, 0, 1}, {}, {}, near, far};
+}
+
+std::uint32_t Camera::truncatedCode(double code) const noexcept
+{
+    if (!std::isfinite(code) || far == near) return 0;
+    return static_cast<std::uint32_t>(static_cast<std::int64_t>(std::clamp(code, -9e18, 9e18)));
+}
+
+PerspectiveCamera::PerspectiveCamera(const CameraView& view) noexcept : Camera(view, 1e15) {}
+
+Point<3> PerspectiveCamera::project(const Point<3>& point) const noexcept
+{
+    const Vector<3> v = point - eye;
+    double d = dot(frame.forward, v);
+    // A point in the eye's own plane would be infinitely far to the side: it is taken as just behind.
+    if (d == 0.0) d = -(far - near) * 5e-13;
+    return {centreX + scale * dot(frame.right, v) / d, centreY - scale * dot(frame.up, v) / d, 0.0 - scale / d};
+}
+
+Point<3> PerspectiveCamera::unproject(const Point<3>& screen) const noexcept
+{
+    const double across = (screen[0] - centreX) / scale, down = (screen[1] - centreY) / scale;
+    const double t = -1.0 / (screen[2] / scale);
+    return eye + t * (across * frame.right - down * frame.up + frame.forward);
+}
+
+Plane PerspectiveCamera::screenPlane(const Plane& plane) const noexcept
+{
+    const double a = dot(frame.right, plane.normal()), b = -dot(frame.up, plane.normal());
+    const double k = plane.offset() - dot(plane.normal(), eye.vector());
+    return {Vector<3>(a, b, k), centreX * a + centreY * b - scale * dot(frame.forward, plane.normal())};
+}
+
+bool PerspectiveCamera::faces(const Plane& plane) const noexcept { return plane.distanceTo(eye) >= 0.0; }
+
+CameraRecord PerspectiveCamera::describe() const noexcept
+{
+    CameraRecord result = record(0);
+    result.firstPixel = unproject({0.0, 0.0, -scale}).vector();
+    result.lastPixel = unproject({width - 1.0, height - 1.0, -scale}).vector();
+    return result;
+}
+
+std::uint32_t PerspectiveCamera::depthCode(double depth) const noexcept
+{
+    return truncatedCode((-(scale / depth) - near) * depthScale);
+}
+
+ParallelCamera::ParallelCamera(const CameraView& view) noexcept
+    : Camera(view, 1e15 / view.radius), reference(eye + frame.forward * far)
+{
+}
+
+Point<3> ParallelCamera::project(const Point<3>& point) const noexcept
+{
+    const Vector<3> w = scale * (point - reference);
+    return {centreX + dot(frame.right, w), centreY - dot(frame.up, w), dot(frame.forward, w)};
+}
+
+Point<3> ParallelCamera::unproject(const Point<3>& screen) const noexcept
+{
+    const double across = (screen[0] - centreX) / scale, down = (screen[1] - centreY) / scale, deep = screen[2] / scale;
+    return reference + (across * frame.right - down * frame.up + deep * frame.forward);
+}
+
+Plane ParallelCamera::screenPlane(const Plane& plane) const noexcept
+{
+    const Vector<3>& n = plane.normal();
+    const double a = dot(frame.right, n), b = -dot(frame.up, n), c = dot(frame.forward, n);
+    return {Vector<3>(a, b, c), centreX * a + centreY * b + scale * (plane.offset() - dot(n, reference.vector()))};
+}
+
+bool ParallelCamera::faces(const Plane& plane) const noexcept { return dot(frame.forward, plane.normal()) <= 0.0; }
+
+CameraRecord ParallelCamera::describe() const noexcept
+{
+    CameraRecord result = record(1);
+    result.eye = unproject({0.0, 0.0, 0.0});
+    result.lastPixel = {(width - 1.0) / scale, (1.0 - height) / scale, 0.0};
+    return result;
+}
+
+std::uint32_t ParallelCamera::depthCode(double depth) const noexcept
+{
+    return truncatedCode((depth / scale + far - near) * depthScale);
+}
+
+}   // namespace belvor

@@ -1,0 +1,86 @@
+#include "scene/Model.h"
+
+#include <algorithm>
+#include <locale>
+#include <ostream>
+
+namespace belvor {
+
+Model::Model() = default;
+Model::~Model() = default;
+
+void Model::bounds(Point<3>& centre, double& radius) const
+{
+    Extent<3> extent = Extent<3>::nothing();
+    for (std::uint32_t i = 0; i < vertexCount(); ++i) extent += vertex(i).position;
+    centre = extent.degenerate() ? Point<3>::origin() : extent.lo() + (extent.hi() - extent.lo()) * 0.5;
+    radius = 0.0;
+    for (std::uint32_t i = 0; i < vertexCount(); ++i)
+        radius = std::max(radius, (vertex(i).position - centre).length());
+}
+
+void Model::statistics(Statistics& counts) const
+{
+    counts = {vertexCount(), edgeCount(), facetCount(), static_cast<std::uint32_t>(materialsByKey.size())};
+}
+
+namespace {
+
+void writePoint(std::ostream& stream, const Point<3>& p)
+{
+    stream << ' ' << p[0] << ' ' << p[1] << ' ' << p[2];
+}
+
+void writeEnd(std::ostream& stream, std::uint32_t edge, const Vertex& end)
+{
+    stream << edge << ' ' << static_cast<const void*>(&end);
+    writePoint(stream, end.position);
+    writePoint(stream, end.projected);
+    stream << '\n';
+}
+
+}   // namespace
+
+void Model::dump(std::ostream& stream, std::uint32_t number) const
+{
+    stream.imbue(std::locale::classic());
+    const Facet& which = facet(number);
+    const Vector<3>& normal = which.plane.normal();
+    stream << number << ' ' << static_cast<const void*>(&which) << ' ' << normal[0] << ' ' << normal[1] << ' ' << normal[2]
+           << ' ' << which.plane.offset() << "\n\n";
+    for (std::uint32_t i = which.firstEdge; i < which.firstEdge + which.edgeCount; ++i) {
+        writeEnd(stream, i, vertex(edge(i).from));
+        writeEnd(stream, i, vertex(edge(i).to));
+    }
+    stream << '\n';
+}
+
+Vertex& Model::addVertex(const Point<3>& position) { return vertexStore.append({position, {}}); }
+
+Facet& Model::addFacet(const Material& material, const Plane& plane)
+{
+    return facetStore.append({plane, &material, edgeCount(), 0, {0, 0, 0}});
+}
+
+Edge& Model::addEdge(std::uint32_t from, std::uint32_t to)
+{
+    Edge& added = edgeStore.append({from, to});
+    ++facetStore[facetCount() - 1].edgeCount;
+    return added;
+}
+
+Material& Model::findMaterial(std::string_view key)
+{
+    const auto found = materialsByKey.lower_bound(key);
+    if (found != materialsByKey.end() && found->first == key) return found->second;
+    std::string name(key);
+    Material made = MaterialSequence::ofProgram().next(name);
+    return materialsByKey.emplace_hint(found, std::move(name), std::move(made))->second;
+}
+
+Material& Model::addMaterial(std::string_view key, Material material)
+{
+    return materialsByKey.emplace(std::string(key), std::move(material)).first->second;
+}
+
+}   // namespace belvor
