@@ -25,4 +25,6 @@ Vector<3> direction(double bearing, double elevation) noexcept
 
 double squash(double distance) noexcept { return std::atan(distance / 2.0) * 2.0 / std::numbers::pi; }
 
+double unsquash(double position) noexcept { return 2.0 * std::tan(position * std::numbers::pi / 2.0); }
+
 }   // namespace belvor

@@ -17,4 +17,7 @@ Vector<3> direction(double bearing, double elevation) noexcept;
 /// Maps every distance into (−1, 1), as the eye slide shows it: atan(v / 2) · 2/π.
 double squash(double distance) noexcept;
 
+/// The distance that squash() maps to `position`: 2·tan(position·π/2).
+double unsquash(double position) noexcept;
+
 }   // namespace belvor
