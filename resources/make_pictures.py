@@ -1,0 +1,358 @@
+#!/usr/bin/env python3
+"""Draws the program's pictures: toolbar.bmp, belvor.ico, about-title.bmp and, from a picture
+that belvor-render made, about-scene.bmp. Needs nothing beyond Python.
+
+    make_pictures.py                 the drawn ones
+    make_pictures.py SCENE.omb       about-scene.bmp from the colour image of that file
+"""
+import math
+import pathlib
+import struct
+import sys
+
+HERE = pathlib.Path(__file__).resolve().parent
+
+# Toolbar: 16 colours, so that the toolbar can put the user's colours in place of the greys.
+PALETTE = {".": (192, 192, 192), "#": (0, 0, 0), "s": (128, 128, 128), "w": (255, 255, 255),
+           "b": (0, 0, 255), "n": (0, 0, 128), "g": (0, 128, 0), "r": (255, 0, 0), "m": (128, 0, 0),
+           "y": (255, 255, 0), "c": (0, 128, 128)}
+
+OPEN = """
+................
+................
+................
+..#####.........
+.#yyyyy#######..
+.#yyyyyyyyyyy#..
+.#yyyyyyyyyyy#..
+.#yy###########.
+.#yy#wwwwwwwww#.
+.#y#wwwwwwwww#..
+.#y#wwwwwwwww#..
+.##wwwwwwwww#...
+.##wwwwwwwww#...
+.############...
+................
+................"""
+SAVE = """
+................
+.##############.
+.#nn#wwwwww#nn#.
+.#nn#wwwwww#nn#.
+.#nn#wwwwww#nn#.
+.#nn#wwwwww#nn#.
+.#nn########nn#.
+.#nnnnnnnnnnnn#.
+.#nnnnnnnnnnnn#.
+.#nn########nn#.
+.#nn#ss##ss#nn#.
+.#nn#ss##ss#nn#.
+.#nn#ss##ss#nn#.
+.#nn#ss##ss#nn#.
+.##############.
+................"""
+SOLID = """
+................
+.......##.......
+.....##ww##.....
+...##wwwwww##...
+..#wwwwwwwwww#..
+..#s#wwwwww#c#..
+..#ss##ww##cc#..
+..#ssss##cccc#..
+..#ssss#ccccc#..
+..#ssss#ccccc#..
+..#ssss#ccccc#..
+...##ss#ccc##...
+.....##c##......
+.......#........
+................
+................"""
+# A wider angle: the sight lines open, arrows push them apart.
+WIDEN = """
+................
+..g.........g...
+.gg.........gg..
+ggggggg.ggggggg.
+.gg.........gg..
+..g.........g...
+................
+.mm.........mm..
+..mm.......mm...
+...mm.....mm....
+....mm...mm.....
+.....mm.mm......
+......mmm.......
+.......b........
+......bbb.......
+................"""
+# The look-at cross in the middle of the solid.
+CENTRE = """
+................
+.......s........
+.....ss.ss......
+...ss..b..ss....
+..s....b....s...
+..s....b....s...
+..s....b....s...
+..s.bbbbbbb.s...
+..s....b....s...
+..s....b....s...
+..s....b....s...
+...ss..b..ss....
+.....ss.ss......
+.......s........
+................
+................"""
+# The whole solid inside the frame of the picture.
+WHOLE = """
+................
+.###........###.
+.#............#.
+.#.....##.....#.
+.....##ww##.....
+....#wwwwww#....
+....##wwww##....
+....#s####c#....
+....#sss#cc#....
+....#sss#cc#....
+.....##s##......
+.#.....#......#.
+.#............#.
+.###........###.
+................
+................"""
+# Back to the view before: an arrow that turns round.
+PREVIOUS = """
+................
+................
+....n...........
+...nn...........
+..nnnnnnnnn.....
+.nnnnnnnnnnnn...
+..nnnnnnnnnnn...
+...nn.....nnnn..
+....n......nnn..
+...........nnn..
+...........nnn..
+..........nnnn..
+....nnnnnnnnn...
+....nnnnnnnn....
+....nnnnnn......
+................"""
+
+
+def bmp24(path, rows):
+    """Rows of (r, g, b), the top row first."""
+    height, width = len(rows), len(rows[0])
+    pad = b"\0" * (-width * 3 % 4)
+    data = b"".join(b"".join(bytes((b, g, r)) for r, g, b in row) + pad for row in reversed(rows))
+    header = struct.pack("<IiiHHIIiiII", 40, width, height, 1, 24, 0, len(data), 3780, 3780, 0, 0)
+    path.write_bytes(b"BM" + struct.pack("<IHHI", 54 + len(data), 0, 0, 54) + header + data)
+
+
+def bmp4(path, rows, palette):
+    """Rows of palette places, the top row first."""
+    height, width = len(rows), len(rows[0])
+    data = b""
+    for row in reversed(rows):
+        line = bytes(row[x] << 4 | (row[x + 1] if x + 1 < width else 0) for x in range(0, width, 2))
+        data += line + b"\0" * (-len(line) % 4)
+    colours = b"".join(bytes((b, g, r, 0)) for r, g, b in palette) + b"\0" * 4 * (16 - len(palette))
+    header = struct.pack("<IiiHHIIiiII", 40, width, height, 1, 4, 0, len(data), 3780, 3780, 16, 16)
+    path.write_bytes(b"BM" + struct.pack("<IHHI", 54 + 64 + len(data), 0, 0, 54 + 64) + header + colours + data)
+
+
+def toolbar():
+    keys = list(PALETTE)
+    images = [image.strip().split("\n") for image in (OPEN, SAVE, SOLID, WIDEN, CENTRE, WHOLE, PREVIOUS)]
+    assert all(len(image) == 16 and all(len(line) == 16 for line in image) for image in images)
+    rows = [[keys.index(c) for image in images for c in image[y]] for y in range(16)]
+    bmp4(HERE / "toolbar.bmp", rows, list(PALETTE.values()))
+
+
+def inside(polygon, x, y):
+    odd = False
+    for (ax, ay), (bx, by) in zip(polygon, polygon[1:] + polygon[:1]):
+        if (ay > y) != (by > y) and x < ax + (y - ay) * (bx - ax) / (by - ay):
+            odd = not odd
+    return odd
+
+
+def sampled(width, height, colour_at, samples=4):
+    """Rows of (r, g, b, alpha) from a function of a point, averaged over a grid in each pixel."""
+    rows = []
+    for py in range(height):
+        row = []
+        for px in range(width):
+            total = [0.0, 0.0, 0.0, 0.0]
+            for k in range(samples * samples):
+                colour = colour_at(px + (k % samples + 0.5) / samples, py + (k // samples + 0.5) / samples)
+                if colour:
+                    for i in range(3):
+                        total[i] += colour[i]
+                    total[3] += 1
+            hits = total[3] or 1
+            row.append(tuple(int(total[i] / hits + 0.5) for i in range(3)) + (int(total[3] * 255 / samples ** 2 + 0.5),))
+        rows.append(row)
+    return rows
+
+
+def gem(centre_x, centre_y, size):
+    """The facets of a cut stone seen from above the horizon, each with its flat colour."""
+    def ring(radius, height, count, turn):
+        return [(radius * math.cos(2 * math.pi * (k + turn) / count), radius * math.sin(2 * math.pi * (k + turn) / count), height)
+                for k in range(count)]
+    upper, lower = ring(0.62, 0.62, 6, 0.5), ring(1.0, 0.05, 6, 0.0)
+    faces = [upper] + [[upper[k - 1], lower[k], upper[k]] for k in range(6)]
+    faces += [[lower[k], lower[(k + 1) % 6], upper[k]] for k in range(6)]
+    faces += [[lower[(k + 1) % 6], lower[k], (0, 0, -1.05)] for k in range(6)]
+    tilt, turn = math.radians(28), math.radians(17)
+    light = (-0.45, -0.55, 0.70)
+    shown = []
+    for face in faces:
+        points = []
+        for x, y, z in face:
+            x, y = x * math.cos(turn) - y * math.sin(turn), x * math.sin(turn) + y * math.cos(turn)
+            points.append((x, y * math.cos(tilt) - z * math.sin(tilt), y * math.sin(tilt) + z * math.cos(tilt)))
+        (ax, ay, az), (bx, by, bz), (cx, cy, cz) = points[:3]
+        ux, uy, uz, vx, vy, vz = bx - ax, by - ay, bz - az, cx - ax, cy - ay, cz - az
+        nx, ny, nz = uy * vz - uz * vy, uz * vx - ux * vz, ux * vy - uy * vx
+        length = math.sqrt(nx * nx + ny * ny + nz * nz)
+        nx, ny, nz = nx / length, ny / length, nz / length
+        if nz < 0:
+            nx, ny, nz = -nx, -ny, -nz
+        depth = sum(p[2] for p in points) / len(points)
+        shade = 0.30 + 0.75 * max(0.0, nx * light[0] + ny * light[1] + nz * light[2])
+        shown.append((depth, [(centre_x + size * x, centre_y + size * y) for x, y, z in points], shade))
+    shown.sort(key=lambda face: face[0])
+    return [(polygon, tuple(min(255, int(c * shade)) for c in (40, 190, 205))) for _, polygon, shade in shown]
+
+
+def gem_colour(faces):
+    def at(x, y):
+        colour = None
+        for polygon, flat in faces:
+            if inside(polygon, x, y):
+                colour = flat
+        return colour
+    return at
+
+
+def icon():
+    sizes, images = (16, 24, 32, 48), []
+    for size in sizes:
+        rows = sampled(size, size, gem_colour(gem(size * 0.5, size * 0.5, size * 0.47)), 5)
+        pixels = b"".join(b"".join(bytes((b, g, r, a)) for r, g, b, a in row) for row in reversed(rows))
+        mask = b""
+        for row in reversed(rows):
+            bits = 0
+            for r, g, b, a in row:
+                bits = bits << 1 | (a < 128)
+            line = (bits << -size % 8).to_bytes((size + 7) // 8, "big")
+            mask += line + b"\0" * (-len(line) % 4)
+        images.append(struct.pack("<IiiHHIIiiII", 40, size, size * 2, 1, 32, 0, len(pixels) + len(mask), 0, 0, 0, 0) + pixels + mask)
+    offset, directory = 6 + 16 * len(sizes), b""
+    for size, image in zip(sizes, images):
+        directory += struct.pack("<BBBBHHII", size, size, 0, 0, 1, 32, len(image), offset)
+        offset += len(image)
+    (HERE / "belvor.ico").write_bytes(struct.pack("<HHH", 0, 1, len(sizes)) + directory + b"".join(images))
+
+
+def distance(x, y, ax, ay, bx, by):
+    dx, dy = bx - ax, by - ay
+    t = max(0.0, min(1.0, ((x - ax) * dx + (y - ay) * dy) / (dx * dx + dy * dy)))
+    return math.hypot(x - ax - t * dx, y - ay - t * dy)
+
+
+def bow(cx, cy, rx, ry, first, last):
+    """A piece of an ellipse as short strokes; angles in degrees, 0 to the right, 90 down."""
+    points = [(cx + rx * math.cos(math.radians(a)), cy + ry * math.sin(math.radians(a)))
+              for a in range(first, last + 1, 10)]
+    return [p + q for p, q in zip(points, points[1:])]
+
+
+# Letters in a box one unit high; each with its width.
+LETTERS = {
+    "B": (0.62, [(0, 0, 0, 1), (0, 0, .34, 0), (0, .47, .36, .47), (0, 1, .36, 1)] + bow(.34, .235, .24, .235, -90, 90)
+          + bow(.36, .735, .26, .265, -90, 90)),
+    "E": (0.54, [(0, 0, 0, 1), (0, 0, .54, 0), (0, .49, .46, .49), (0, 1, .54, 1)]),
+    "L": (0.52, [(0, 0, 0, 1), (0, 1, .52, 1)]),
+    "V": (0.74, [(0, 0, .37, 1), (.37, 1, .74, 0)]),
+    "O": (0.86, bow(.43, .5, .43, .5, 0, 360)),
+    "R": (0.62, [(0, 0, 0, 1), (0, 0, .34, 0), (0, .52, .34, .52), (.3, .52, .62, 1)] + bow(.34, .26, .26, .26, -90, 90)),
+}
+
+
+def title():
+    width, height = 440, 84
+    high, thick, gap = 44.0, 4.2, 22.0
+    total = sum(LETTERS[c][0] * high + gap for c in "BELVOR") - gap + 92
+    left, top = (width - total) / 2 + 92, 20.0
+    strokes = []
+    for letter in "BELVOR":
+        letter_width, pieces = LETTERS[letter]
+        strokes += [(left + ax * high, top + ay * high, left + bx * high, top + by * high) for ax, ay, bx, by in pieces]
+        left += letter_width * high + gap
+    stone = gem_colour(gem((width - total) / 2 + 34, 42, 36))
+
+    def at(x, y):
+        colour = stone(x, y)
+        if colour:
+            return colour
+        for ax, ay, bx, by in strokes:
+            if min(ax, bx) - thick <= x <= max(ax, bx) + thick and distance(x, y, ax, ay, bx, by) <= thick:
+                fade = (y - top) / high
+                return (20 + 10 * fade, 60 + 80 * fade, 90 + 80 * fade)
+        return (255, 255, 255)
+
+    bmp24(HERE / "about-title.bmp", [[pixel[:3] for pixel in row] for row in sampled(width, height, at, 3)])
+
+
+def scene(path):
+    """The colour image of an Ombr file; pixels without a surface become white."""
+    data = pathlib.Path(path).read_bytes()
+    assert data[:4] == b"II*\0", "no Ombr file"
+
+    def directory(offset):
+        count, = struct.unpack_from("<H", data, offset)
+        entries = {}
+        for k in range(count):
+            tag, kind, number, value = struct.unpack_from("<HHII", data, offset + 2 + 12 * k)
+            size = {1: 1, 3: 2, 4: 4, 5: 8}.get(kind, 1)
+            if kind == 3 and number == 1:
+                entries[tag] = [value & 0xFFFF]
+            elif size * number <= 4:
+                entries[tag] = [value]
+            elif kind in (3, 4):
+                entries[tag] = list(struct.unpack_from("<%d%s" % (number, "H" if kind == 3 else "I"), data, value))
+        return entries, struct.unpack_from("<I", data, offset + 2 + 12 * count)[0]
+
+    images, offset = [], struct.unpack_from("<I", data, 4)[0]
+    while offset:
+        entries, offset = directory(offset)
+        images.append(entries)
+    width, height = images[0][256][0], images[0][257][0]
+
+    def rows(entries):
+        strips, per = entries[273], entries.get(278, [height])[0]
+        pixel = sum(entries[258]) // 8 if 258 in entries else 3
+        for y in range(height):
+            start = strips[y // per] + y % per * width * pixel
+            yield [data[start + x * pixel:start + (x + 1) * pixel] for x in range(width)]
+
+    colour = next(e for e in images if e[262] == [2])
+    material = images[-1]
+    picture = []
+    for line, owners in zip(rows(colour), rows(material)):
+        picture.append([tuple(p) if any(m) else (255, 255, 255) for p, m in zip(line, owners)])
+    bmp24(HERE / "about-scene.bmp", picture)
+
+
+if __name__ == "__main__":
+    if len(sys.argv) > 1:
+        scene(sys.argv[1])
+    else:
+        toolbar()
+        icon()
+        title()
