@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/state/PanelPayloads.h"
+#include "app/state/PanelRecords.h"
 #include "platform/win32/Windows.h"
 
 #include <type_traits>
