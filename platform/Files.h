@@ -5,6 +5,13 @@
 
 namespace belvor {
 
+/// What ends a line of a text file on this system.
+#ifdef _WIN32
+inline constexpr const char* textLineEnd = "\r\n";
+#else
+inline constexpr const char* textLineEnd = "\n";
+#endif
+
 /// fopen for a UTF-8 `path`; null with errno set on failure. A file opened for writing is
 /// closed to other writers while it is open, where the system offers that.
 std::FILE* openFile(const std::string& path, const char* mode) noexcept;

@@ -23,12 +23,6 @@ void append(std::string& text, double value)
     text.append(digits, end);
 }
 
-#ifdef _WIN32
-constexpr const char* lineEnd = "\r\n";
-#else
-constexpr const char* lineEnd = "\n";
-#endif
-
 void appendLine(std::string& text, std::initializer_list<double> values)
 {
     const char* separator = "";
@@ -37,7 +31,7 @@ void appendLine(std::string& text, std::initializer_list<double> values)
         append(text, value);
         separator = " ";
     }
-    text += lineEnd;
+    text += textLineEnd;
 }
 
 Point<3> toModel(const Point<3>& p, const Point<3>& centre, double radius)
@@ -97,7 +91,7 @@ bool ViewParameters::write(const std::string& path, const Point<3>& centre, doub
     const double radius = usableRadius(modelRadius);
     const Point<3> eyeAt = toModel(eye, centre, radius), lookAtPoint = toModel(lookAt, centre, radius);
     std::string text(header);
-    text += lineEnd;
+    text += textLineEnd;
     appendLine(text, {eyeAt[0], eyeAt[1], eyeAt[2]});
     appendLine(text, {lookAtPoint[0], lookAtPoint[1], lookAtPoint[2]});
     appendLine(text, {zoom});
