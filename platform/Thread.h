@@ -1,0 +1,49 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace belvor {
+
+/// Mutual exclusion between threads, not recursive; for std::lock_guard.
+class Lock {
+public:
+    Lock();
+    Lock(const Lock&) = delete;
+    Lock& operator=(const Lock&) = delete;
+    ~Lock();
+    void lock() noexcept;
+    void unlock() noexcept;
+
+private:
+    struct Body;
+    std::unique_ptr<Body> body;
+};
+
+/// A signal from one thread to another. It resets itself when one wait has seen it, and
+/// setting it twice before that counts once.
+class Event {
+public:
+    /// Not signalled. `owner` names its place in failures. Throws Win32Error "CreateEvent in " + owner.
+    explicit Event(std::string owner);
+    Event(const Event&) = delete;
+    Event& operator=(const Event&) = delete;
+    ~Event();
+    /// Throws Win32Error "SetEvent in " + owner.
+    void set();
+    /// Returns when the event has been set, without a time-out. Throws Win32Error "WaitForSingleObject".
+    void wait();
+
+private:
+    struct Body;
+    std::string owner;
+    std::unique_ptr<Body> body;
+};
+
+/// Runs `procedure`, which must let no exception out, on a new thread of below-normal
+/// priority (where the system has that for a thread). Nobody ever joins it. Throws
+/// Win32Error "CreateThread".
+void startThread(std::function<void()> procedure);
+
+}   // namespace belvor

@@ -1,0 +1,128 @@
+#include "FakeHost.h"
+#include "render/queue/RenderThread.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <random>
+#include <thread>
+
+namespace belvor {
+namespace {
+
+#ifdef __SANITIZE_THREAD__
+constexpr int operationCount = 1'000'000;
+#else
+constexpr int operationCount = 200'000;
+#endif
+
+struct Counts {
+    std::atomic<int> completed{0}, abandoned{0}, alive{0};
+};
+
+/// Reports some times, waits now and then, and fails now and then.
+class RandomRequest : public Request {
+public:
+    RandomRequest(unsigned randomNumber, Counts& tally) : Request("random", 587, 2), number(randomNumber), counts(tally)
+    {
+        counts.alive.fetch_add(1);
+    }
+    ~RandomRequest() override { counts.alive.fetch_sub(1); }
+    void run(Reporter& progress) override
+    {
+        try {
+            for (unsigned i = 0; i < number % 8; ++i) {
+                progress.check(2, static_cast<int>(i / 4), i / 8.0);
+                if (number % 4096 == 5) std::this_thread::sleep_for(std::chrono::microseconds(number / 4096 % 300));
+            }
+            if (number % 64 == 9) throw BadFile(BadFile::badGroup, "a.dxf", 3);
+        } catch (const Reporter::Abandoned&) {
+            counts.abandoned.fetch_add(1);
+            throw;
+        }
+        counts.completed.fetch_add(1);
+    }
+
+private:
+    unsigned number;
+    Counts& counts;
+};
+
+/// Counts instead of keeping texts; an update is done some time after it was asked for.
+class CountingHost : public FakeHost {
+public:
+    void progressMade(Progress& progress) override
+    {
+        progress.updatePending();
+        const std::lock_guard guard(lock);
+        shown = Handle<Progress>(&progress);
+    }
+    void progressEnded(const Progress&) noexcept override
+    {
+        const std::lock_guard guard(lock);
+        shown = {};
+    }
+    void showBadFile(const BadFile&) override { faults.fetch_add(1); }
+    /// What a timer does on the interface thread.
+    void update()
+    {
+        Handle<Progress> progress;
+        {
+            const std::lock_guard guard(lock);
+            std::swap(progress, shown);
+        }
+        if (!progress) return;
+        if (!progress->finished()) seen += progress->fraction() + progress->highWater() + progress->stage();
+        progress->updateDone();
+    }
+    std::atomic<int> faults{0};
+    double seen = 0.0;
+
+private:
+    Lock lock;
+    Handle<Progress> shown;
+};
+
+}   // namespace
+
+TEST(RenderQueueStress, PostsCancelsAndSupersedesWhileTheThreadRuns)
+{
+    Counts counts;
+    int posted = 0;
+    std::mt19937 random(20261121);
+    for (int done = 0; done < operationCount;) {
+        const auto host = makeHandle<CountingHost>();
+        auto queue = makeHandle<RenderQueue>();
+        startRenderThread(queue, host);
+        const int end = std::min(operationCount, done + 1 + static_cast<int>(random() % 20'000));
+        for (; done < end; ++done) {
+            const auto number = static_cast<unsigned>(random());
+            const RequestKind kind = number % 5;   // 0 is an image file
+            switch (random() % 4) {
+            case 0: queue->cancel(kind); break;
+            case 1:   // a new view supersedes the old one
+                queue->cancel(kind);
+                [[fallthrough]];
+            case 2:
+                queue->post(kind, makeHandle<RandomRequest>(number, counts));
+                ++posted;
+                break;
+            case 3: host->update(); break;
+            }
+            if (number % 1000 == 1) std::this_thread::sleep_for(std::chrono::microseconds(static_cast<int>(random() % 200)));
+        }
+        for (RequestKind kind = 0; kind < 5; ++kind) queue->cancel(kind);
+        queue->post(1, makeHandle<ExitRequest>());
+        queue->post(1, makeHandle<RandomRequest>(1u, counts));   // never runs, and does not leak
+        ++posted;
+        host->waitForEnd();
+    }
+    EXPECT_EQ(counts.alive.load(), 0);
+    EXPECT_GT(counts.completed.load(), 0);
+    EXPECT_GT(counts.abandoned.load(), 0);
+    EXPECT_LT(counts.completed.load() + counts.abandoned.load(), posted) << "some requests were cancelled before they ran";
+}
+
+}   // namespace belvor
