@@ -1,0 +1,76 @@
+#include "ui/panels/MarkerShapes.h"
+
+#include <cmath>
+
+namespace belvor {
+namespace {
+
+int rounded(double v) noexcept { return truncatedPixel(std::floor(v + 0.5)); }
+
+PixelPoint roundedPoint(double x, double y) noexcept { return {rounded(x), rounded(y)}; }
+
+}   // namespace
+
+PixelDirection directionBetween(PixelPoint from, PixelPoint to, PixelDirection fallback) noexcept
+{
+    const double dx = to.x - from.x, dy = to.y - from.y;
+    const double length = std::hypot(dx, dy);
+    return length == 0.0 ? fallback : PixelDirection{dx / length, dy / length};
+}
+
+EyeGlyph eyeGlyph(PixelPoint eye, PixelDirection sight) noexcept
+{
+    // The shape looks along +x and is symmetrical, so that y running down does not matter.
+    const auto at = [&](int x, int y) {
+        return roundedPoint(eye.x + x * sight.x - y * sight.y, eye.y + x * sight.y + y * sight.x);
+    };
+    return {{at(9, -6), at(-9, 0), at(9, 6)}, {at(3, -3), at(6, -1), at(6, 1), at(3, 3)}, {at(3, -1), at(2, 0), at(3, 1)}};
+}
+
+PixelRect EyeGlyph::bounds() const noexcept
+{
+    PixelRect box{lids[0].x, lids[0].y, lids[0].x, lids[0].y};
+    const auto include = [&box](const auto& points) {
+        for (const PixelPoint& p : points) {
+            box.left = std::min(box.left, p.x);
+            box.top = std::min(box.top, p.y);
+            box.right = std::max(box.right, p.x);
+            box.bottom = std::max(box.bottom, p.y);
+        }
+    };
+    include(lids);
+    include(eyeball);
+    include(pupil);
+    return box;
+}
+
+std::array<PixelLine, 2> crossStrokes(PixelPoint p) noexcept
+{
+    return {{{{p.x - 10, p.y}, {p.x + 10, p.y}}, {{p.x, p.y - 10}, {p.x, p.y + 10}}}};
+}
+
+PixelRect around(PixelPoint p, int radius) noexcept { return {p.x - radius, p.y - radius, p.x + radius, p.y + radius}; }
+
+std::vector<PixelLine> sightLines(PixelPoint eye, PixelPoint lookAt, bool parallel)
+{
+    const PixelDirection u = directionBetween(eye, lookAt, {0.0, 0.0});
+    const auto line = [&](double dx, double dy) {
+        return PixelLine{roundedPoint(eye.x + 6 * u.x + dx, eye.y + 6 * u.y + dy),
+                         roundedPoint(lookAt.x - 6 * u.x + dx, lookAt.y - 6 * u.y + dy)};
+    };
+    if (!parallel) return {line(0, 0)};
+    return {line(-2 * u.y, 2 * u.x), line(2 * u.y, -2 * u.x)};
+}
+
+ZoomWedge zoomWedge(PixelPoint eye, double zoomAngle) noexcept
+{
+    const double sine = std::sin(zoomAngle / 2), cosine = std::cos(zoomAngle / 2);
+    const auto at = [&](int across, int up) {
+        return PixelPoint{truncatedPixel(eye.x + across * sine), truncatedPixel(eye.y - up * cosine)};
+    };
+    ZoomWedge wedge{{{{at(-50, 50), at(-10, 10)}, {at(50, 50), at(10, 10)}, {at(-30, 30), at(30, 30)}}}, {}};
+    wedge.bounds = {at(-50, 50).x, at(-50, 50).y, at(50, 50).x, at(10, 10).y};
+    return wedge;
+}
+
+}   // namespace belvor

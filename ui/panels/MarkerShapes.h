@@ -1,0 +1,46 @@
+#pragma once
+
+#include "ui/panels/Pixels.h"
+
+#include <array>
+#include <vector>
+
+namespace belvor {
+
+/// The unit vector from one pixel to another; `fallback` when they are the same.
+struct PixelDirection {
+    double x = 1.0, y = 0.0;
+};
+PixelDirection directionBetween(PixelPoint from, PixelPoint to, PixelDirection fallback) noexcept;
+
+/// An eye in profile, as polylines: the lids, the eyeball and the pupil.
+struct EyeGlyph {
+    std::array<PixelPoint, 3> lids;
+    std::array<PixelPoint, 4> eyeball;
+    std::array<PixelPoint, 3> pupil;
+
+    /// Around all its points.
+    PixelRect bounds() const noexcept;
+    friend bool operator==(const EyeGlyph&, const EyeGlyph&) noexcept = default;
+};
+
+/// The eye at pixel `eye`, looking along `sight`; it stays within 11 pixels of its place.
+EyeGlyph eyeGlyph(PixelPoint eye, PixelDirection sight) noexcept;
+
+/// The two strokes of the look-at cross.
+std::array<PixelLine, 2> crossStrokes(PixelPoint lookAt) noexcept;
+/// The rectangle 10 pixels about a point: where the tooltip of a cross or a light lives.
+PixelRect around(PixelPoint point, int radius = 10) noexcept;
+
+/// The line of sight between the two markers, leaving them free: one line, or in parallel
+/// projection two, 4 pixels apart.
+std::vector<PixelLine> sightLines(PixelPoint eye, PixelPoint lookAt, bool parallel);
+
+/// The zoom angle drawn at an eye that looks up: two sides and the bar between them.
+struct ZoomWedge {
+    std::array<PixelLine, 3> strokes;
+    PixelRect bounds;
+};
+ZoomWedge zoomWedge(PixelPoint eye, double zoomAngle) noexcept;   ///< The angle in radians.
+
+}   // namespace belvor

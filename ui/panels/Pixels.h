@@ -1,0 +1,51 @@
+#pragma once
+
+#include <algorithm>
+
+namespace belvor {
+
+/// A pixel of a client area; x runs right, y down.
+struct PixelPoint {
+    int x = 0, y = 0;
+    friend bool operator==(const PixelPoint&, const PixelPoint&) noexcept = default;
+};
+
+struct PixelSize {
+    int width = 0, height = 0;
+    friend bool operator==(const PixelSize&, const PixelSize&) noexcept = default;
+};
+
+/// Right and bottom are one beyond the last pixel.
+struct PixelRect {
+    int left = 0, top = 0, right = 0, bottom = 0;
+    friend bool operator==(const PixelRect&, const PixelRect&) noexcept = default;
+};
+
+struct PixelLine {
+    PixelPoint from, to;
+    friend bool operator==(const PixelLine&, const PixelLine&) noexcept = default;
+};
+
+/// A coordinate truncated to a pixel. Markers far outside stay within what GDI draws safely.
+inline int truncatedPixel(double v) noexcept { return v >= -16000.0 ? static_cast<int>(std::min(v, 16000.0)) : -16000; }
+
+/// A press takes a marker strictly within 10 pixels of it.
+constexpr bool hits(PixelPoint marker, int x, int y) noexcept
+{
+    const long long dx = x - marker.x, dy = y - marker.y;
+    return dx * dx + dy * dy < 100;
+}
+
+/// What a drag in the plan, the elevation or the eye slide moves. With Shift the other marker
+/// moves along, so that the viewing distance is kept.
+enum class MarkerDrag { none, eye, lookAt, eyeKeepingDistance, lookAtKeepingDistance };
+
+/// The drag that a press starts on the first of the two markers that it hits; the eye wins.
+constexpr MarkerDrag hitMarker(PixelPoint eye, PixelPoint lookAt, int x, int y, bool shift) noexcept
+{
+    if (hits(eye, x, y)) return shift ? MarkerDrag::eyeKeepingDistance : MarkerDrag::eye;
+    if (hits(lookAt, x, y)) return shift ? MarkerDrag::lookAtKeepingDistance : MarkerDrag::lookAt;
+    return MarkerDrag::none;
+}
+
+}   // namespace belvor

@@ -1,0 +1,64 @@
+#include "ui/panels/PlanGeometry.h"
+
+namespace belvor {
+
+PixelPoint panelToPixel(double h, double v, PixelSize client) noexcept
+{
+    return {truncatedPixel(((h + 1.0) * client.width + 1.0) / 2.0), truncatedPixel(((v + 1.0) * client.height + 1.0) / 2.0)};
+}
+
+PanelPoint pixelToPanel(int x, int y, PixelSize client) noexcept
+{
+    return {2.0 * x / client.width - 1.0, 2.0 * y / client.height - 1.0};
+}
+
+PixelPoint eyePixel(const ViewMarkers& markers, PixelSize client) noexcept
+{
+    return panelToPixel(markers.eyeH, markers.eyeV, client);
+}
+
+PixelPoint lookAtPixel(const ViewMarkers& markers, PixelSize client) noexcept
+{
+    return panelToPixel(markers.lookAtH, markers.lookAtV, client);
+}
+
+MarkerDrag hitMarker(const ViewMarkers& markers, PixelSize client, int x, int y, bool shift) noexcept
+{
+    return hitMarker(eyePixel(markers, client), lookAtPixel(markers, client), x, y, shift);
+}
+
+PixelLine rubberLine(const ViewMarkers& markers, MarkerDrag drag, PixelSize client, int x, int y) noexcept
+{
+    const PixelPoint eye = eyePixel(markers, client), lookAt = lookAtPixel(markers, client);
+    switch (drag) {
+    case MarkerDrag::eye: return {lookAt, {x, y}};
+    case MarkerDrag::lookAt: return {eye, {x, y}};
+    case MarkerDrag::eyeKeepingDistance: return {{lookAt.x + x - eye.x, lookAt.y + y - eye.y}, {x, y}};
+    case MarkerDrag::lookAtKeepingDistance: return {{eye.x + x - lookAt.x, eye.y + y - lookAt.y}, {x, y}};
+    case MarkerDrag::none: break;
+    }
+    return {{x, y}, {x, y}};
+}
+
+ViewMarkers draggedMarkers(const ViewMarkers& markers, MarkerDrag drag, PixelSize client, int x, int y) noexcept
+{
+    const PanelPoint to = pixelToPanel(x, y, client);
+    ViewMarkers asked = markers;
+    if (drag == MarkerDrag::eye || drag == MarkerDrag::eyeKeepingDistance) {
+        asked.eyeH = to.h;
+        asked.eyeV = to.v;
+    } else if (drag == MarkerDrag::lookAt || drag == MarkerDrag::lookAtKeepingDistance) {
+        asked.lookAtH = to.h;
+        asked.lookAtV = to.v;
+    }
+    if (drag == MarkerDrag::eyeKeepingDistance) {
+        asked.lookAtH = markers.lookAtH + (to.h - markers.eyeH);
+        asked.lookAtV = markers.lookAtV + (to.v - markers.eyeV);
+    } else if (drag == MarkerDrag::lookAtKeepingDistance) {
+        asked.eyeH = markers.eyeH + (to.h - markers.lookAtH);
+        asked.eyeV = markers.eyeV + (to.v - markers.lookAtV);
+    }
+    return asked;
+}
+
+}   // namespace belvor

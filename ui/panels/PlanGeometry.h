@@ -1,0 +1,30 @@
+#pragma once
+
+#include "app/state/PanelRecords.h"
+#include "ui/panels/Pixels.h"
+
+namespace belvor {
+
+/// The pixel at which a point in panel units is drawn.
+PixelPoint panelToPixel(double h, double v, PixelSize client) noexcept;
+
+/// The panel units under a pixel. Half a pixel off panelToPixel, as markers are drawn about
+/// the middle of a pixel and the mouse points to its corner.
+struct PanelPoint {
+    double h = 0.0, v = 0.0;
+};
+PanelPoint pixelToPanel(int x, int y, PixelSize client) noexcept;
+
+PixelPoint eyePixel(const ViewMarkers& markers, PixelSize client) noexcept;
+PixelPoint lookAtPixel(const ViewMarkers& markers, PixelSize client) noexcept;
+
+/// The marker that a press at pixel (x, y) takes.
+MarkerDrag hitMarker(const ViewMarkers& markers, PixelSize client, int x, int y, bool shift) noexcept;
+
+/// The line that shows the new sight line while `drag` is at pixel (x, y): it ends there.
+PixelLine rubberLine(const ViewMarkers& markers, MarkerDrag drag, PixelSize client, int x, int y) noexcept;
+
+/// What to ask for when `drag` ends at pixel (x, y). Changes nothing.
+ViewMarkers draggedMarkers(const ViewMarkers& markers, MarkerDrag drag, PixelSize client, int x, int y) noexcept;
+
+}   // namespace belvor
