@@ -1,0 +1,59 @@
+#include "cli/ConsoleReporter.h"
+
+#include "resources/Texts.h"
+
+#include <atomic>
+#include <csignal>
+#include <cstdio>
+
+namespace belvor {
+namespace {
+
+std::atomic<bool> interrupted{false};
+static_assert(std::atomic<bool>::is_always_lock_free, "written by a signal handler");
+
+
+}   // namespace
+
+ConsoleReporter::ConsoleReporter(bool shown) : visible(shown)
+{
+    std::signal(SIGINT, [](int) { interrupted = true; });
+}
+
+bool ConsoleReporter::progress(int stageCount, int stage, double fraction)
+{
+    if (visible) show(stageCount, stage, fraction);
+    return interrupted;
+}
+
+void ConsoleReporter::show(int stageCount, int stage, double fraction)
+{
+    const auto now = std::chrono::steady_clock::now();
+    if (now < nextTime) return;
+    nextTime = now + std::chrono::milliseconds(100);
+    std::string line;
+    if (stageCount == 0) {
+        const std::string text = textOf(firstStageText);
+        line = text.substr(0, text.find('%')) + std::to_string(stage + 1);
+    } else {
+        line = textOf(firstStageText + stage);
+    }
+    line += ' ';
+    line += std::to_string(static_cast<int>(fraction * 100.0));
+    line += " %";
+    const std::size_t length = line.size();
+    if (length < shownLength) line.append(shownLength - length, ' ');
+    shownLength = length;
+    std::fprintf(stderr, "\r%s", line.c_str());
+    std::fflush(stderr);
+}
+
+void ConsoleReporter::clear() noexcept
+{
+    if (shownLength == 0) return;
+    std::fprintf(stderr, "\r%*s\r", static_cast<int>(shownLength), "");
+    std::fflush(stderr);
+    shownLength = 0;
+}
+
+}   // namespace belvor

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "app/errors/Reporter.h"
+
+#include <chrono>
+#include <string>
+
+namespace belvor {
+
+/// Rewrites one line of standard error with the stage and how far it is, a few times a
+/// second, and asks to stop once the user has pressed Ctrl-C.
+class ConsoleReporter : public Reporter {
+public:
+    /// Takes over Ctrl-C for the rest of the process.
+    explicit ConsoleReporter(bool visible);
+    ~ConsoleReporter() override { clear(); }
+
+    /// The text of the first stage, by number; later stages of known count have the next numbers.
+    void setStages(int firstText) noexcept { firstStageText = firstText; }
+
+    bool progress(int stageCount, int stage, double fraction) override;
+
+    /// Empties the line, for other output.
+    void clear() noexcept;
+
+private:
+    void show(int stageCount, int stage, double fraction);
+
+    bool visible;
+    int firstStageText = 0;
+    std::size_t shownLength = 0;
+    std::chrono::steady_clock::time_point nextTime;
+};
+
+}   // namespace belvor

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "readers/ModelFile.h"
+#include "scene/Model.h"
+
+#include <string>
+
+namespace belvor {
+
+/// The model described as one JSON object on one line; numbers round-trip. `file` is UTF-8.
+std::string describeModel(const std::string& file, FileType type, const Model& model);
+
+}   // namespace belvor

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "readers/ModelFile.h"
+
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace belvor {
+
+/// What the command line asks for. Paths are UTF-8.
+struct Options {
+    int width = 800, height = 600;
+    std::string view, savedView;   ///< Parameter files to load and to write; empty for none.
+    FileType type = FileType::unknown;
+    bool info = false, quiet = false;
+    std::string model;
+    std::vector<std::string> outputs;
+};
+
+/// The command line is wrong, or only asks for help; what() is what to print.
+class Usage : public std::runtime_error {
+public:
+    Usage(const std::string& text, int exitStatus) : std::runtime_error(text), status(exitStatus) {}
+    int exitStatus() const noexcept { return status; }
+
+private:
+    int status;
+};
+
+/// Whether a picture of that name is a PNG file; else it is an Ombr file.
+bool isPng(const std::string& path);
+/// Whether the name is one of a picture at all.
+bool isPicture(const std::string& path);
+
+/// `arguments` begin with the program's name. Throws Usage.
+Options parseOptions(std::vector<std::string> arguments);
+
+}   // namespace belvor

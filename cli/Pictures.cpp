@@ -1,0 +1,76 @@
+#include "cli/Pictures.h"
+
+#include "cli/Options.h"
+#include "cli/Png.h"
+#include "imagefile/OmbrBuff.h"
+#include "platform/Files.h"
+#include "platform/Process.h"
+
+namespace belvor {
+namespace {
+
+class OmbrOutput : public Picture {
+public:
+    OmbrOutput(const std::string& path, const Handle<Model>& model, const Handle<Camera>& camera, int width, int height)
+        : picture(path, model, camera, width, height)
+    {
+    }
+    void writeRow(const Buffer& row) override { picture.writeRow(row); }
+    void finish() override { picture.finish(); }
+
+private:
+    OmbrPicture picture;
+};
+
+}   // namespace
+
+Pictures::Pictures(const std::vector<std::string>& paths, const Handle<Model>& model, const Handle<Camera>& camera, int width,
+                   int height)
+    : Buffer(width)
+{
+    try {
+        for (const std::string& path : paths) {
+            Output& output = outputs.emplace_back(Output{path, temporaryNameFor(path), nullptr});
+            if (isPng(path)) output.picture = std::make_unique<PngPicture>(output.temporary, width, height);
+            else output.picture = std::make_unique<OmbrOutput>(output.temporary, model, camera, width, height);
+        }
+    } catch (...) {
+        remove();
+        throw;
+    }
+}
+
+Pictures::~Pictures() { remove(); }
+
+void Pictures::lineDone(int)
+{
+    for (Output& output : outputs) output.picture->writeRow(*this);
+}
+
+void Pictures::commit()
+{
+    for (Output& output : outputs) {
+        output.picture->finish();
+        output.picture.reset();
+    }
+    std::size_t renamed = 0;
+    for (; renamed < outputs.size(); ++renamed)
+        if (!replaceFile(outputs[renamed].temporary, outputs[renamed].path)) break;
+    if (renamed < outputs.size()) {
+        const OmbrFile::Error error;
+        for (std::size_t i = 0; i < renamed; ++i) removeFile(outputs[i].path);
+        throw error;
+    }
+    outputs.clear();
+}
+
+void Pictures::remove() noexcept
+{
+    for (Output& output : outputs) {
+        output.picture.reset();   // an open file cannot be deleted everywhere
+        removeFile(output.temporary);
+    }
+    outputs.clear();
+}
+
+}   // namespace belvor

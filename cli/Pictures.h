@@ -1,0 +1,48 @@
+#pragma once
+
+#include "platform/Handle.h"
+#include "render/Buffer.h"
+#include "scene/Camera.h"
+#include "scene/Model.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace belvor {
+
+/// A picture file that takes the rows of a render.
+class Picture {
+public:
+    virtual ~Picture() = default;
+    /// Takes the next row, from the top. Throws OmbrFile::Error.
+    virtual void writeRow(const Buffer& row) = 0;
+    /// Completes and closes the file. Throws OmbrFile::Error.
+    virtual void finish() = 0;
+};
+
+/// Several picture files made from one render. Each is written beside its name and takes it
+/// when all are whole: whatever goes wrong before leaves no file behind.
+class Pictures : public Buffer {
+public:
+    /// `paths` are UTF-8, each of an Ombr or a PNG file. Throws OmbrFile::Error.
+    Pictures(const std::vector<std::string>& paths, const Handle<Model>& model, const Handle<Camera>& camera, int width, int height);
+    ~Pictures() override;
+
+    void lineDone(int row) override;
+
+    /// After the render: completes the files and gives them their names. Throws OmbrFile::Error;
+    /// then none of them is left.
+    void commit();
+
+private:
+    struct Output {
+        std::string path, temporary;
+        std::unique_ptr<Picture> picture;
+    };
+    void remove() noexcept;
+
+    std::vector<Output> outputs;
+};
+
+}   // namespace belvor

@@ -1,0 +1,55 @@
+#include "cli/Png.h"
+
+#include "imagefile/OmbrFile.h"
+#include "platform/Files.h"
+
+#define STB_IMAGE_WRITE_IMPLEMENTATION
+#define STBI_WRITE_NO_STDIO
+#define STB_IMAGE_WRITE_STATIC
+#include <stb_image_write.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <new>
+#include <utility>
+
+namespace belvor {
+
+PngPicture::PngPicture(const std::string& path, int w, int h) : file(openFile(path, "wb")), width(w), height(h)
+{
+    if (!file) throw OmbrFile::Error();
+    rgb.reserve(3 * static_cast<std::size_t>(w) * static_cast<std::size_t>(h));
+}
+
+PngPicture::~PngPicture()
+{
+    if (file) std::fclose(file);
+}
+
+void PngPicture::writeRow(const Buffer& row)
+{
+    static constexpr std::uint8_t black[3] = {0, 0, 0};
+    for (int i = 0; i < width; ++i) {
+        const std::uint32_t owner = row.owner(i);
+        const std::uint8_t* const colour = owner == Buffer::noFacet ? black : row.facet(owner).colour;
+        rgb.insert(rgb.end(), colour, colour + 3);
+    }
+}
+
+void PngPicture::finish()
+{
+    struct Target {
+        std::FILE* file;
+        bool good;
+    } target{file, true};
+    const auto write = [](void* context, void* data, int size) {
+        auto& to = *static_cast<Target*>(context);
+        to.good = to.good && std::fwrite(data, 1, static_cast<std::size_t>(size), to.file) == static_cast<std::size_t>(size);
+    };
+    const bool encoded = stbi_write_png_to_func(write, &target, width, height, 3, rgb.data(), 3 * width) != 0;
+    if (!encoded) throw std::bad_alloc();
+    if (!target.good) throw OmbrFile::Error();
+    if (std::fclose(std::exchange(file, nullptr)) != 0) throw OmbrFile::Error();
+}
+
+}   // namespace belvor

@@ -1,0 +1,115 @@
+// Reads a model, sets a view, draws it into picture files: the whole road in one function.
+
+#include "app/errors/BadFile.h"
+#include "app/errors/Reporter.h"
+#include "app/state/SceneBuilder.h"
+#include "app/state/ViewCommands.h"
+#include "app/state/ViewParameters.h"
+#include "cli/ConsoleReporter.h"
+#include "cli/Info.h"
+#include "cli/Options.h"
+#include "cli/Pictures.h"
+#include "imagefile/OmbrFile.h"
+#include "platform/Process.h"
+#include "readers/ModelFile.h"
+#include "resources/Texts.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <new>
+#include <stdexcept>
+
+namespace belvor {
+namespace {
+
+enum ExitStatus { done = 0, badInput = 1, usage = 2, fileTrouble = 3, noMemory = 4, stopped = 130 };
+
+/// A parameter file that must not be passed over in silence.
+class BadView : public std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+int firstStageText(FileType type)
+{
+    return type == FileType::dxf ? 585 : type == FileType::man ? 586 : 584;
+}
+
+ViewParameters viewFor(const Options& options, const ModelPlace& place, const ImageSize& size)
+{
+    if (options.view.empty()) return wholeModel(freshView(), size);
+    ViewParameters view;
+    if (!view.read(options.view, place.centre, place.radius) || !view.finite())
+        throw BadView(options.view + ": not a view parameters file, or it cannot be read");
+    return view;
+}
+
+void writeView(const std::string& path, const ViewParameters& view, const ModelPlace& place)
+{
+    if (view.write(path, place.centre, place.radius)) return;
+    const int code = errno;
+    throw std::runtime_error(path + ": " + std::strerror(code));
+}
+
+void run(const Options& options, ConsoleReporter& reporter)
+{
+    reporter.setStages(firstStageText(options.type));
+    const Handle<Model> model = readModel(options.model, options.type, reporter);
+    reporter.clear();
+    if (options.info) std::printf("%s\n", describeModel(options.model, options.type, *model).c_str());
+    if (options.info && std::fflush(stdout) != 0) throw OmbrFile::Error();
+
+    ModelPlace place;
+    model->bounds(place.centre, place.radius);
+    const ImageSize size{options.width, options.height};
+    const ViewParameters view = viewFor(options, place, size);
+    if (!options.savedView.empty()) writeView(options.savedView, view, place);
+    if (options.outputs.empty()) return;
+
+    if (model->facetCount() == 0 && !options.quiet)
+        std::fprintf(stderr, "belvor-render: %s has no surfaces to draw\n", options.model.c_str());
+    const Scene scene = buildScene(view, place, size, options.width, options.height);
+    const Handle<Pictures> pictures = makeHandle<Pictures>(options.outputs, model, scene.camera, options.width, options.height);
+    reporter.setStages(587);
+    model->render(*scene.camera, *scene.lights, *pictures, reporter);
+    pictures->commit();
+}
+
+int report(ConsoleReporter& reporter, ExitStatus status, const char* text)
+{
+    reporter.clear();
+    std::fprintf(stderr, "belvor-render: %s\n", text);
+    return status;
+}
+
+int runReported(const Options& options)
+{
+    ConsoleReporter reporter(!options.quiet && standardErrorIsTerminal());
+    try {
+        run(options, reporter);
+        return done;
+    } catch (const Reporter::Abandoned& abandoned) {
+        return report(reporter, stopped, abandoned.what());
+    } catch (const BadFile& fault) {
+        return report(reporter, badInput, fault.what());
+    } catch (const BadView& fault) {
+        return report(reporter, badInput, fault.what());
+    } catch (const std::bad_alloc&) {
+        return report(reporter, noMemory, textOf(611));
+    } catch (const std::exception& error) {   // OmbrFile::Error, Win32Error
+        return report(reporter, fileTrouble, error.what());
+    }
+}
+
+}   // namespace
+}   // namespace belvor
+
+int main(int argc, char** argv)
+{
+    try {
+        return belvor::runReported(belvor::parseOptions(belvor::commandLine(argc, argv)));
+    } catch (const belvor::Usage& usage) {
+        std::fputs(usage.what(), usage.exitStatus() == 0 ? stdout : stderr);
+        return usage.exitStatus();
+    }
+}

@@ -1,0 +1,250 @@
+#include "imagefile/OmbrFile.h"
+
+#include "imagefile/TiffDirectory.h"
+#include "platform/Files.h"
+
+#include <bit>
+#include <cerrno>
+#include <cstring>
+#include <limits>
+#include <utility>
+
+namespace belvor {
+namespace {
+
+static_assert(std::endian::native == std::endian::little, "rows are written as they lie in memory");
+
+constexpr std::size_t bufferSize = 32256;
+
+/// Tags of an image directory.
+enum Tag : std::uint16_t {
+    imageWidth = 256,
+    imageLength = 257,
+    bitsPerSample = 258,
+    compression = 259,
+    photometricInterpretation = 262,
+    stripOffsets = 273,
+    samplesPerPixel = 277,
+    rowsPerStrip = 278,
+    stripByteCounts = 279,
+    xResolution = 282,
+    yResolution = 283,
+    resolutionUnit = 296,
+    software = 305,
+    privateBlock = 34953,
+};
+
+/// What an image holds, as its private block says.
+enum ChannelKind : std::uint32_t { colourChannel = 0, depthChannel = 1, materialChannel = 2 };
+
+LittleEndian blockOf(ChannelKind kind)
+{
+    LittleEndian block;
+    block.u32(kind).u16(1).u16(0);
+    return block;
+}
+
+void addVector(LittleEndian& bytes, const Vector<3>& v) { bytes.f64(v[0]).f64(v[1]).f64(v[2]); }
+
+std::uint32_t strideOf(long long width) { return static_cast<std::uint32_t>((9 * width + 3) / 4 * 4); }
+
+}   // namespace
+
+/// Where the strips of one image are written down.
+struct OmbrFile::Channel {
+    std::uint32_t offsets, counts;   // of the two arrays, in the file
+    std::uint32_t firstOffset;       // the arrays' first values
+    std::uint16_t byteCount;
+
+    /// Arrays of at most four bytes stand in the entry itself.
+    void addTo(TiffDirectory& directory, std::uint16_t samples, std::uint16_t height) const
+    {
+        directory.add(stripOffsets, TiffDirectory::longInteger, height, height == 1 ? firstOffset : offsets);
+        directory.addShort(samplesPerPixel, samples);
+        directory.addShort(rowsPerStrip, 1);
+        const std::uint32_t inlineCounts = height == 1 ? byteCount : byteCount | std::uint32_t{byteCount} << 16;
+        directory.add(stripByteCounts, TiffDirectory::shortInteger, height, height <= 2 ? inlineCounts : counts);
+    }
+};
+
+OmbrFile::Error::Error() : Error(errno) {}
+OmbrFile::Error::Error(int code) : std::runtime_error(std::strerror(code)), savedErrno(code) {}
+
+void OmbrFile::checkSize(long long width, long long height, unsigned long long materialBytes)
+{
+    constexpr unsigned long long directories = 1024;   // more than all that does not grow with the picture
+    const bool good = width >= 1 && width <= largestWidth && height >= 1 && height <= largestHeight
+        && static_cast<unsigned long long>(strideOf(width)) * static_cast<unsigned long long>(height) + 18ull * static_cast<unsigned long long>(height)
+                + directories + materialBytes <= std::numeric_limits<std::uint32_t>::max();
+    if (!good) throw Error(EFBIG);
+}
+
+OmbrFile::OmbrFile(const std::string& path, std::uint16_t w, std::uint16_t h, std::string versionText, const CameraRecord& record)
+    : rgb(3u * w), depth(w), material(w), file(openFile(path, "wb")), width(w), height(h), version(std::move(versionText)),
+      camera(record), padding(strideOf(w) - 9u * w), stride(strideOf(w))
+{
+    if (!file) throw Error();
+    try {
+        if (std::setvbuf(file, nullptr, _IOFBF, bufferSize) != 0) throw Error();
+        write(LittleEndian().u16(0x4949).u16(42).u32(0).data());
+        dataStart = position();
+    } catch (...) {
+        std::fclose(file);
+        throw;
+    }
+}
+
+OmbrFile::~OmbrFile()
+{
+    try {
+        close();
+    } catch (...) {
+        // Nobody is left to hear of it: whoever needs to know calls close() first.
+    }
+}
+
+void OmbrFile::fail()
+{
+    failed = true;
+    throw Error();
+}
+
+void OmbrFile::write(const void* bytes, std::size_t count)
+{
+    if (std::fwrite(bytes, 1, count, file) != count) fail();
+}
+
+std::uint32_t OmbrFile::position()
+{
+    const long long at = tellFile(file);
+    if (at < 0) fail();
+    return static_cast<std::uint32_t>(at);
+}
+
+void OmbrFile::writeRow()
+{
+    static constexpr char zeros[4] = {};
+    write(depth.data(), 4u * width);
+    write(material.data(), 2u * width);
+    write(rgb.data(), 3u * width);
+    write(zeros, padding);
+}
+
+void OmbrFile::addMaterial(std::uint16_t index, std::uint8_t red, std::uint8_t green, std::uint8_t blue, const std::string& name)
+{
+    const std::uint32_t at = position();
+    LittleEndian record;
+    record.u32(lastMaterial).u16(index).u8(red).u8(green).u8(blue).text(name, at);
+    write(record.data());
+    lastMaterial = at;
+    ++materialCount;
+}
+
+void OmbrFile::close()
+{
+    if (!file) return;
+    try {
+        if (!failed) writeDirectories();
+    } catch (...) {
+        std::fclose(std::exchange(file, nullptr));
+        throw;
+    }
+    if (std::fclose(std::exchange(file, nullptr)) != 0) throw Error();
+}
+
+void OmbrFile::writeDirectories()
+{
+    const std::uint32_t colourDirectory = writeColourImage(writeDepthImage(writeMaterialImage()));
+    if (!seekFile(file, 4)) fail();
+    write(LittleEndian().u32(colourDirectory).data());
+}
+
+/// Writes the strip arrays of an image whose pixels lie `inRecord` bytes into each row record.
+OmbrFile::Channel OmbrFile::writeStrips(std::uint32_t inRecord, std::uint16_t byteCount)
+{
+    const std::uint32_t offsetsAt = position();
+    LittleEndian offsets, counts;
+    for (std::uint32_t row = 0; row < height; ++row) offsets.u32(dataStart + row * stride + inRecord);
+    for (std::uint32_t row = 0; row < height; ++row) counts.u16(byteCount);
+    write(offsets.data());
+    const std::uint32_t countsAt = position();
+    write(counts.data());
+    return {offsetsAt, countsAt, dataStart + inRecord, byteCount};
+}
+
+namespace {
+
+void addSize(TiffDirectory& directory, std::uint16_t width, std::uint16_t height)
+{
+    directory.addShort(imageWidth, width);
+    directory.addShort(imageLength, height);
+}
+
+}   // namespace
+
+std::uint32_t OmbrFile::writeMaterialImage()
+{
+    const Channel strips = writeStrips(4u * width, static_cast<std::uint16_t>(2 * width));
+    const std::uint32_t block = position();
+    write(blockOf(materialChannel).u32(materialCount).u32(lastMaterial).data());
+    TiffDirectory directory;
+    addSize(directory, width, height);
+    directory.addShort(bitsPerSample, 16);
+    directory.addShort(compression, 1);
+    strips.addTo(directory, 1, height);
+    directory.add(privateBlock, TiffDirectory::longInteger, 1, block);
+    const std::uint32_t at = position();
+    write(directory.bytes(0));
+    return at;
+}
+
+std::uint32_t OmbrFile::writeDepthImage(std::uint32_t next)
+{
+    const Channel strips = writeStrips(0, static_cast<std::uint16_t>(4 * width));
+    const std::uint32_t blockAt = position();
+    LittleEndian block = blockOf(depthChannel);
+    block.u32(0).u32(camera.kind);
+    addVector(block, camera.eye.vector());
+    for (const Vector<3>* v : {&camera.right, &camera.up, &camera.forward, &camera.vertical, &camera.firstPixel, &camera.lastPixel})
+        addVector(block, *v);
+    block.f64(camera.near).f64(camera.far).f64(camera.unitsScale).u32(camera.unitsCode);
+    write(block.data());
+    TiffDirectory directory;
+    addSize(directory, width, height);
+    directory.addShort(bitsPerSample, 32);
+    directory.addShort(compression, 1);
+    strips.addTo(directory, 1, height);
+    directory.add(privateBlock, TiffDirectory::longInteger, 1, blockAt);
+    const std::uint32_t at = position();
+    write(directory.bytes(next));
+    return at;
+}
+
+std::uint32_t OmbrFile::writeColourImage(std::uint32_t next)
+{
+    const std::uint32_t bits = position();
+    write(LittleEndian().u16(8).u16(8).u16(8).data());
+    const Channel strips = writeStrips(6u * width, static_cast<std::uint16_t>(3 * width));
+    const std::uint32_t resolutions = position();
+    write(LittleEndian().u32(100).u32(1).u32(100).u32(1).data());
+    const std::uint32_t versionAt = position();
+    write(LittleEndian().text(version, versionAt).data());
+    const std::uint32_t block = position();
+    write(blockOf(colourChannel).data());
+    TiffDirectory directory;
+    addSize(directory, width, height);
+    directory.add(bitsPerSample, TiffDirectory::shortInteger, 3, bits);
+    directory.addShort(compression, 1);
+    directory.addShort(photometricInterpretation, 2);
+    strips.addTo(directory, 3, height);
+    directory.add(xResolution, TiffDirectory::rational, 1, resolutions);
+    directory.add(yResolution, TiffDirectory::rational, 1, resolutions + 8);
+    directory.addShort(resolutionUnit, 2);
+    directory.add(software, TiffDirectory::ascii, static_cast<std::uint32_t>(version.size()), versionAt);
+    directory.add(privateBlock, TiffDirectory::longInteger, 1, block);
+    const std::uint32_t at = position();
+    write(directory.bytes(next));
+    return at;
+}
+
+}   // namespace belvor

@@ -1,0 +1,80 @@
+#pragma once
+
+#include "scene/Camera.h"
+
+#include <cstdint>
+#include <cstdio>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace belvor {
+
+/// Writes an Ombr file: a little-endian TIFF file with a colour, a depth and a material
+/// image, one record a row. docs/ombr-format.md describes every byte. Rows go out as they
+/// come; the directories follow when the file is closed. Used by one thread at a time.
+class OmbrFile {
+public:
+    /// A call of the standard I/O functions failed; what() is the system's text for errno.
+    class Error : public std::runtime_error {
+    public:
+        Error();
+        explicit Error(int code);
+        int code() const noexcept { return savedErrno; }
+
+    private:
+        int savedErrno;
+    };
+
+    static constexpr std::uint32_t noDepth = 0xFFFFFFFF;   ///< The depth of a pixel without surface.
+    static constexpr int largestWidth = 16383, largestHeight = 65535;
+
+    /// Throws Error (file too large) when the picture's sizes do not fit their 16 bits, or
+    /// when the whole file with `materialBytes` of material records would not fit offsets of 32.
+    static void checkSize(long long width, long long height, unsigned long long materialBytes);
+    /// The bytes of one material's record, at most.
+    static unsigned long long materialBytes(const std::string& name) { return 9 + name.size() + 2; }
+
+    /// Opens the file (`path` is UTF-8) and writes its header. Throws Error.
+    OmbrFile(const std::string& path, std::uint16_t width, std::uint16_t height, std::string version, const CameraRecord& camera);
+    OmbrFile(const OmbrFile&) = delete;
+    OmbrFile& operator=(const OmbrFile&) = delete;
+    /// Closes what is still open, silently.
+    virtual ~OmbrFile();
+
+    /// Appends the row that rgb, depth and material hold. Throws Error.
+    virtual void writeRow();
+    /// Appends a material's record; after the last row. Throws Error.
+    virtual void addMaterial(std::uint16_t index, std::uint8_t red, std::uint8_t green, std::uint8_t blue, const std::string& name);
+    /// Writes the directories and closes the file. Does nothing when it is closed already. Throws Error.
+    virtual void close();
+
+    std::vector<std::uint8_t> rgb;          ///< Three bytes a pixel of the row to write.
+    std::vector<std::uint32_t> depth;       ///< Depth codes of the row.
+    std::vector<std::uint16_t> material;    ///< Material numbers of the row.
+
+private:
+    struct Channel;
+
+    void write(const void* bytes, std::size_t count);
+    void write(const std::string& bytes) { write(bytes.data(), bytes.size()); }
+    std::uint32_t position();
+    std::uint32_t writeMaterialImage();
+    std::uint32_t writeDepthImage(std::uint32_t next);
+    std::uint32_t writeColourImage(std::uint32_t next);
+    Channel writeStrips(std::uint32_t inRecord, std::uint16_t byteCount);
+    void writeDirectories();
+    [[noreturn]] void fail();
+
+    std::FILE* file;
+    const std::uint16_t width, height;
+    const std::string version;
+    const CameraRecord camera;
+    const std::uint32_t padding;   // zero bytes at the end of a row record
+    const std::uint32_t stride;
+    std::uint32_t dataStart = 0;
+    std::uint32_t lastMaterial = 0, materialCount = 0;
+    bool failed = false;
+};
+
+}   // namespace belvor

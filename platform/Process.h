@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace belvor {
+
+/// The command line of this process, UTF-8, the program's name first. `argc` and `argv` are
+/// main's; on Windows they are not used, since they know the code page only.
+std::vector<std::string> commandLine(int argc, char** argv);
+
+/// Whether somebody is watching standard error.
+bool standardErrorIsTerminal() noexcept;
+
+/// `path` with something added that no other process adds.
+std::string temporaryNameFor(const std::string& path);
+
+}   // namespace belvor

@@ -1,0 +1,166 @@
+#include "readers/things/Things.h"
+
+#include "app/errors/BadFile.h"
+#include "app/errors/Reporter.h"
+#include "platform/MappedFile.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace belvor {
+namespace {
+
+constexpr std::ptrdiff_t longestHeader = 9, longestName = 31;
+
+bool separates(char c) { return isBlank(c) || c == '@'; }
+
+/// A file opened as text ends at a Ctrl-Z, and its line ends are single line feeds. The
+/// view is into `bytes`, or into `copy` where line ends had to be changed.
+std::string_view asText(std::string_view bytes, std::string& copy)
+{
+    bytes = bytes.substr(0, bytes.find('\x1A'));
+    if (bytes.find('\r') == std::string_view::npos) return bytes;
+    copy.reserve(bytes.size());
+    for (std::size_t i = 0; i < bytes.size(); ++i)
+        if (bytes[i] != '\r' || i + 1 == bytes.size() || bytes[i + 1] != '\n') copy += bytes[i];
+    return copy;
+}
+
+/// Whether another thing follows; its header word is taken off. The word ends before a
+/// space, and only there, or after nine characters.
+bool takeHeader(Scanner<'@'>& text)
+{
+    if (!text.skipBlanks()) return false;
+    const char* const word = text.position();
+    const char* const limit = word + std::min(longestHeader, text.end() - word);
+    text.moveTo(std::find(word, limit, ' '));
+    return *word == 'Y' || *word == 'y';
+}
+
+/// count + 1 − loops, kept within its type whatever the file says.
+std::int64_t facetsLeft(std::int64_t count, std::int64_t loops)
+{
+    constexpr std::int64_t bound = std::int64_t{1} << 60;
+    return std::clamp(count, -bound, bound) + 1 - std::clamp(loops, -bound, bound);
+}
+
+}   // namespace
+
+Things::Things(const std::string& file, Reporter& reporter) : path(file)
+{
+    const MappedFile mapping(path, true);
+    std::string copy;
+    Text text(asText(mapping.bytes(), copy));
+    while (takeHeader(text)) readThing(text, reporter);
+}
+
+void Things::readThing(Text& text, Reporter& reporter)
+{
+    firstVertex = vertexCount();
+    thingVertices = readVertices(text, reporter);
+    readEdges(text);
+    readFacets(text, reporter);
+    ++things;
+}
+
+std::uint32_t Things::readVertices(Text& text, Reporter& reporter)
+{
+    std::int64_t count = 0;
+    text.integer(count);
+    for (std::int64_t i = 0; i < count; ++i) {
+        if (i % 256 == 0) reporter.check(0, things, static_cast<double>(i) / (2.0 * static_cast<double>(count)));
+        double x = 0, y = 0, z = 0;
+        if (!text.real(x) || !text.real(y) || !text.real(z)) break;
+        addVertex({x, y, z});
+    }
+    return vertexCount() - firstVertex;
+}
+
+/// The edges are checked and forgotten: those of the model come from the loops of facets.
+void Things::readEdges(Text& text)
+{
+    std::int64_t count = 0;
+    text.integer(count);
+    for (std::int64_t i = 0; i < count; ++i) {
+        readVertexNumber(text);
+        readVertexNumber(text);
+        readMaterialName(text);
+    }
+}
+
+void Things::readFacets(Text& text, Reporter& reporter)
+{
+    std::int64_t count = 0;   // of loops in the file: every facet takes its own off
+    text.integer(count);
+    for (std::int64_t i = 0; i < count; ++i) {
+        if (i % 64 == 0) reporter.check(0, things, static_cast<double>(i) / (2.0 * static_cast<double>(count)) + 0.5);
+        count = facetsLeft(count, readFacet(text));
+    }
+}
+
+/// The number of its loops.
+std::int64_t Things::readFacet(Text& text)
+{
+    std::int64_t loops = 0;
+    text.integer(loops);
+    Facet& facet = addFacet(materialNamed(readMaterialName(text)));
+    Vector<3> normal;
+    std::uint32_t start = 0;
+    for (std::int64_t i = 0; i < loops; ++i) start = readLoop(text, normal);
+    if (normal.length() == 0.0) normal = {0, 0, 1};
+    facet.plane = Plane(normal, loops < 1 ? Point<3>::origin() : vertex(start).position);
+    return loops;
+}
+
+/// The first vertex of the loop.
+std::uint32_t Things::readLoop(Text& text, Vector<3>& normal)
+{
+    std::int64_t count = 0;
+    text.integer(count);
+    if (count < 1) throw BadFile(BadFile::degenerateLoop, path, BadFile::noLine);
+    const std::uint32_t start = readVertexNumber(text);
+    std::uint32_t from = start;
+    for (std::int64_t i = 1; i < count; ++i) {
+        const std::uint32_t to = readVertexNumber(text);
+        addSide(from, to, normal);
+        from = to;
+    }
+    addSide(from, start, normal);
+    return start;
+}
+
+/// A vertex of the thing by its number in the file, as its place in the store.
+std::uint32_t Things::readVertexNumber(Text& text)
+{
+    std::int64_t number = 0;
+    text.integer(number);
+    if (number < 1 || number > thingVertices) throw BadFile(BadFile::vertexOutOfRange, path, BadFile::noLine);
+    return firstVertex + static_cast<std::uint32_t>(number) - 1;
+}
+
+/// The rest of the line, unless a digit follows: then the number is not part of a name.
+std::string_view Things::readMaterialName(Text& text)
+{
+    if (!text.skipBlanks()) throw BadFile(BadFile::materialExpected, path, BadFile::noLine);
+    const char* const first = text.position();
+    if (isDigit(*first)) return "DEFAULT";
+    const char* last = std::find(first, first + std::min(longestName, text.end() - first), '\n');
+    text.moveTo(last);
+    while (separates(last[-1])) --last;   // stops at the first character at the latest
+    return {first, static_cast<std::size_t>(last - first)};
+}
+
+const Material& Things::materialNamed(std::string_view name)
+{
+    if (!lastMaterial || lastMaterial->name != name) lastMaterial = &findMaterial(name);
+    return *lastMaterial;
+}
+
+/// Adds an edge, and its share of twice the area seen from the origin (Newell's sum).
+void Things::addSide(std::uint32_t from, std::uint32_t to, Vector<3>& normal)
+{
+    addEdge(from, to);
+    normal += vertex(from).position.vector().cross(vertex(to).position.vector());
+}
+
+}   // namespace belvor

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "calcore/Scanner.h"
+#include "scene/Model.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace belvor {
+
+class Reporter;
+
+/// A model read from a Things file: polyhedral objects as vertices and facets whose loops
+/// name vertices by number. The format is described in docs/things-format.md.
+class Things : public Model {
+public:
+    /// Reads the file (`path` is UTF-8) to its end. Reports the number of the thing as the
+    /// stage. Throws Win32Error when the file cannot be opened, BadFile for a fault in it,
+    /// Reporter::Abandoned, std::bad_alloc.
+    Things(const std::string& path, Reporter& reporter);
+
+    /// How many things were read whole.
+    std::int32_t thingCount() const noexcept { return things; }
+
+private:
+    using Text = Scanner<'@'>;
+
+    void readThing(Text& text, Reporter& reporter);
+    std::uint32_t readVertices(Text& text, Reporter& reporter);
+    void readEdges(Text& text);
+    void readFacets(Text& text, Reporter& reporter);
+    std::int64_t readFacet(Text& text);
+    std::uint32_t readLoop(Text& text, Vector<3>& normal);
+    std::uint32_t readVertexNumber(Text& text);
+    std::string_view readMaterialName(Text& text);
+    const Material& materialNamed(std::string_view name);
+    void addSide(std::uint32_t from, std::uint32_t to, Vector<3>& normal);
+
+    std::string path;
+    std::int32_t things = 0;
+    std::uint32_t firstVertex = 0, thingVertices = 0;   // of the thing being read
+    const Material* lastMaterial = nullptr;
+};
+
+}   // namespace belvor

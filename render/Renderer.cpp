@@ -1,0 +1,54 @@
+#include "app/errors/Reporter.h"
+#include "render/Buffer.h"
+#include "render/EdgeTable.h"
+#include "render/Shading.h"
+#include "scene/Camera.h"
+#include "scene/Light.h"
+#include "scene/Model.h"
+
+namespace belvor {
+
+/// The order of a render. The only one that writes the per-render fields of a model.
+class Renderer {
+public:
+    Renderer(Model& scene, const Camera& view, Reporter& reporter) : model(scene), camera(view), progress(reporter) {}
+
+    void render(const LightSet& lighting, Buffer& buffer)
+    {
+        buffer.setModel(model);
+        projectVertices();
+        const int height = static_cast<int>(camera.height);
+        EdgeTable table(model.vertexStore, model.edgeStore, model.facetStore, buffer.width(), height, progress);
+        shadeFacets(model.facetStore, camera, lighting, model.brightness, progress);
+        for (int y = 0; y < height; ++y) {
+            progress.check(2, 1, static_cast<double>(y) / height);
+            buffer.clear();
+            buffer.scanFacets(table.row(y), camera);
+            buffer.lineDone(y);
+        }
+    }
+
+private:
+    void projectVertices()
+    {
+        BlockStore<Vertex>& vertices = model.vertexStore;
+        model.screenExtent = Extent<3>::nothing();
+        for (std::uint32_t i = 0; i < vertices.size(); ++i) {
+            if (i % 256 == 0) progress.check(2, 0, i / (3.0 * vertices.size()));
+            Vertex& vertex = vertices[i];
+            vertex.projected = camera.project(vertex.position);
+            model.screenExtent += vertex.projected;
+        }
+    }
+
+    Model& model;
+    const Camera& camera;
+    Reporter& progress;
+};
+
+void Model::render(const Camera& camera, const LightSet& lighting, Buffer& buffer, Reporter& progress)
+{
+    Renderer(*this, camera, progress).render(lighting, buffer);
+}
+
+}   // namespace belvor
