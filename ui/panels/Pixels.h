@@ -1,30 +1,10 @@
 #pragma once
 
+#include "ui/Pixels.h"
+
 #include <algorithm>
 
 namespace belvor {
-
-/// A pixel of a client area; x runs right, y down.
-struct PixelPoint {
-    int x = 0, y = 0;
-    friend bool operator==(const PixelPoint&, const PixelPoint&) noexcept = default;
-};
-
-struct PixelSize {
-    int width = 0, height = 0;
-    friend bool operator==(const PixelSize&, const PixelSize&) noexcept = default;
-};
-
-/// Right and bottom are one beyond the last pixel.
-struct PixelRect {
-    int left = 0, top = 0, right = 0, bottom = 0;
-    friend bool operator==(const PixelRect&, const PixelRect&) noexcept = default;
-};
-
-struct PixelLine {
-    PixelPoint from, to;
-    friend bool operator==(const PixelLine&, const PixelLine&) noexcept = default;
-};
 
 /// A coordinate truncated to a pixel. Markers far outside stay within what GDI draws safely.
 inline int truncatedPixel(double v) noexcept { return v >= -16000.0 ? static_cast<int>(std::min(v, 16000.0)) : -16000; }
