@@ -27,7 +27,6 @@ public:
         edgeRecordEnds = 15,
         edgeRecordExpected = 16,
         notManFile = 17,
-        clumpExpected = 18,
     };
     static constexpr int noLine = -1;
 

@@ -1,4 +1,4 @@
-#include "FakeHost.h"
+#include "tests/render/queue/FakeHost.h"
 #include "render/queue/RenderThread.h"
 
 #include <gtest/gtest.h>
