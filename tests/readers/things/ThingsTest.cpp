@@ -1,0 +1,143 @@
+#include "app/errors/BadFile.h"
+#include "platform/Win32Error.h"
+#include "readers/ModelFile.h"
+#include "readers/things/Things.h"
+#include "tests/support/Models.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace belvor {
+namespace {
+
+using test::RecordingReporter;
+using test::TempFile;
+
+/// What a text leaves: counts, each facet as "material(normal)", or the fault.
+std::string outcome(const std::string& text)
+{
+    const TempFile file("case.thf", text);
+    SilentReporter silent;
+    try {
+        const Handle<Things> model = makeHandle<Things>(file.path(), silent);
+        std::string result = std::to_string(model->thingCount()) + " things " + std::to_string(model->vertexCount()) + " "
+            + std::to_string(model->edgeCount());
+        for (std::uint32_t i = 0; i < model->facetCount(); ++i) {
+            const Vector<3>& n = model->facet(i).plane.normal();
+            result += " " + model->facet(i).material->name + (n == Vector<3>(0, 0, 1) ? "+" : n == Vector<3>(0, 0, -1) ? "-" : "?");
+        }
+        return result + ", " + std::to_string(model->materials().size());
+    } catch (const BadFile& fault) {
+        EXPECT_EQ(fault.file(), file.path());
+        EXPECT_EQ(fault.line(), BadFile::noLine);
+        const std::string what = fault.what();
+        return what.substr(0, what.find(" in "));
+    }
+}
+
+const std::string triangle = "0 0 0\n1 0 0\n0 1 0\n0\n1\n";
+
+}   // namespace
+
+TEST(Things, ReadsEveryShapeOfText)
+{
+    const struct { const char* why; std::string text; const char* outcome; } cases[] = {
+        {"empty", "", "0 things 0 0, 0"},
+        {"another word ends the reading", "end 3 0 0 0", "0 things 0 0, 0"},
+        {"plain", "Y 3\n" + triangle + "1 Steel\n3 1 2 3\n", "1 things 3 3 Steel+, 1"},
+        {"any word with Y", "Yankee 3\n" + triangle + "1 Steel\n3 1 2 3\n", "1 things 3 3 Steel+, 1"},
+        {"only a space ends the word", "Y\n3\n" + triangle + "1 Steel\n3 1 2 3\n", "degenerate loop"},
+        {"ten letters leave one for the count", "Yabcdefghi 3\n" + triangle + "1 Steel\n3 1 2 3\n", "1 things 0 0, 0"},
+        {"@ is blank", "Y @3@0 0 0@1 0 0@0 1 0@0@1@1@@@Steel@ \n3@1 2 3", "1 things 3 3 Steel+, 1"},
+        {"a digit is no name", "Y 3\n" + triangle + "1 3 1 2 3\n", "1 things 3 3 DEFAULT+, 1"},
+        {"CR LF", "Y \r\n3\r\n0 0 0\r\n1 0 0\r\n0 1 0\r\n0\r\n1\r\n1 Steel\r\n3 1 2 3\r\n", "1 things 3 3 Steel+, 1"},
+        {"a lone CR in a name is stripped", "Y 3\n" + triangle + "1 Steel\r \n3 1 2 3\n", "1 things 3 3 Steel+, 1"},
+        {"Ctrl-Z ends the text", "Y 3\n" + triangle + "1 S\n3 1 2 3\n\x1A Y 3", "1 things 3 3 S+, 1"},
+        {"a hole uses two of the count", "Y 6 0 0 0 9 0 0 0 9 0 1 1 0 2 1 0 1 2 0 0 2 2 Plate\n3 1 2 3 3 4 6 5\n", "1 things 6 6 Plate+, 1"},
+        {"a loop of one vertex", "Y 3\n" + triangle + "1 S\n1 2\n", "1 things 3 1 S+, 1"},
+        {"last number out of range", "Y 3\n" + triangle + "1 S\n3 1 2 4\n", "vertex number out of range"},
+        {"middle number out of range", "Y 3\n" + triangle + "1 S\n3 1 9 3\n", "vertex number out of range"},
+        {"number below 1", "Y 3\n" + triangle + "1 S\n3 1 -2 3\n", "vertex number out of range"},
+        {"loop of no vertices", "Y 3\n" + triangle + "1 S\n0\n", "degenerate loop"},
+        {"edges are checked and dropped", "Y 3 0 0 0 1 0 0 0 1 0 2 1 2 Wire\n2 3 Wire\n1 1 S\n3 1 2 3\n", "1 things 3 3 S+, 1"},
+        {"edge without material", "Y 3 0 0 0 1 0 0 0 1 0 1 1 2", "material expected"},
+        {"edge vertex 0", "Y 3 0 0 0 1 0 0 0 1 0 1 0 2 W\n0", "vertex number out of range"},
+        {"numbers start anew in each thing",
+         "Y 3\n" + triangle + "1 A\n3 1 2 3\nyes 3\n" + triangle + "1 B\n3 3 2 1\nN 1 2 3", "2 things 6 6 A+ B-, 2"},
+        {"no loops make room for another facet", "Y 3\n" + triangle + "0 A\n1 B\n3 1 2 3\n", "1 things 3 3 A+ B+, 2"},
+        {"a long name's tail is a number", "Y 3\n" + triangle + "1 " + std::string(31, 'a') + "12\n3 1 2 3\n", "vertex number out of range"},
+        {"broken vertex", "Y 3 0 0 0 1 x 0 0 1 0 0 1 1 S\n3 1 2 3\n", "1 things 1 0, 0"},
+        {"ends after the vertices", "Y 3 0 0 0 1 0 0 0 1 0", "1 things 3 0, 0"},
+        {"ends in a loop", "Y 3\n" + triangle + "1 S\n3 1 2", "vertex number out of range"},
+        {"a count without data", "Y 2000000000 0 0 0 1 0 0", "1 things 2 0, 0"},
+        {"a count beyond 64 bits", "Y 99999999999999999999 0 0 0", "1 things 0 0, 0"},
+        {"loop counts that would overflow", "Y 3\n" + triangle + "-9000000000000000000 S\n", "material expected"},
+        {"a coordinate that overflows", "Y 1 1e999 0 0 0 0", "1 things 0 0, 0"},
+        {"collinear", "Y 3 0 0 0 1 0 0 2 0 0 0 1 1 S\n3 1 2 3\n", "1 things 3 3 S+, 1"},
+    };
+    for (const auto& c : cases) EXPECT_EQ(outcome(c.text), c.outcome) << c.why;
+}
+
+TEST(Things, ReportsVerticesAndFacetsByTheCountsOfTheFile)
+{
+    std::string text = "Y 600\n";
+    for (int i = 0; i < 600; ++i) text += "1 2 3\n";
+    text += "0 130\n";
+    for (int i = 0; i < 130; ++i) text += "1 A\n1 1\n";
+    const TempFile file("progress.thf", text);
+    RecordingReporter reporter;
+    const Handle<Things> model = makeHandle<Things>(file.path(), reporter);
+    const double wanted[] = {0, 256.0 / 1200, 512.0 / 1200, 0.5, 64.0 / 260 + 0.5, 128.0 / 260 + 0.5};
+    ASSERT_EQ(reporter.calls.size(), 6u);
+    for (std::size_t i = 0; i < 6; ++i) EXPECT_EQ(reporter.calls[i], std::make_tuple(0, 0, wanted[i])) << i;
+
+    for (std::size_t stopAt : {0u, 1u, 4u}) {
+        RecordingReporter impatient(stopAt);
+        EXPECT_THROW(makeHandle<Things>(file.path(), impatient), Reporter::Abandoned);
+        EXPECT_EQ(impatient.calls.size(), stopAt + 1);
+    }
+}
+
+TEST(Things, OfTheSamplesHaveTheirKnownSizes)
+{
+    const struct { const char* name; std::uint32_t vertices, edges, facets; Point<3> centre; double radius; } cases[] = {
+        {"teapot.thf", 792, 2976, 992, {0, 0, 0}, 16.6916316833595},
+        {"bunny.thf", 1839, 11022, 3674, {-0.0048125, -0.040403, 4.8257995}, 6.6390636630758},
+    };
+    for (const auto& c : cases) {
+        SilentReporter silent;
+        const std::string path = BELVOR_SOURCE_DIR "/samples/" + std::string(c.name);
+        const Handle<Model> model = readModel(path, fileTypeOf(path), silent);
+        EXPECT_EQ(model->vertexCount(), c.vertices);
+        EXPECT_EQ(model->edgeCount(), c.edges);
+        EXPECT_EQ(model->facetCount(), c.facets);
+        const ModelPlace place = test::placeOf(*model);
+        EXPECT_NEAR(place.radius, c.radius, 1e-12);
+        EXPECT_NEAR((place.centre - c.centre).length(), 0, 1e-12);
+    }
+}
+
+TEST(Things, ThatCannotBeOpenedNameTheFile)
+{
+    SilentReporter silent;
+    try {
+        makeHandle<Things>("no/such/file.thf", silent);
+        FAIL();
+    } catch (const Win32Error& error) {
+        EXPECT_EQ(std::string(error.what()).find("no/such/file.thf: "), 0u) << error.what();
+    }
+}
+
+TEST(ModelFile, TypesGoByTheLettersBehindTheLastDot)
+{
+    const struct { const char* path; FileType type; } cases[] = {
+        {"x.THF", FileType::things}, {"x.dxf", FileType::dxf},      {"x.thf2", FileType::unknown}, {"x", FileType::unknown},
+        {"x.", FileType::unknown},   {"a.thf\\x", FileType::unknown}, {"x.th", FileType::unknown},   {".man", FileType::man},
+        {"a.b/c.Man", FileType::man}, {"", FileType::unknown},
+    };
+    for (const auto& c : cases) EXPECT_EQ(fileTypeOf(c.path), c.type) << c.path;
+}
+
+}   // namespace belvor

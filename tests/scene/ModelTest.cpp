@@ -1,0 +1,136 @@
+#include "app/state/Direction.h"
+#include "app/state/Intensity.h"
+#include "scene/Light.h"
+#include "scene/Model.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <sstream>
+
+namespace belvor {
+
+TEST(Model, BoundsAreThoseOfTheExtent)
+{
+    const struct { const char* why; std::vector<Point<3>> points; Point<3> centre; double radius; } cases[] = {
+        {"empty", {}, {0, 0, 0}, 0},
+        {"a single point keeps its place", {{5, 6, 7}}, {5, 6, 7}, 0},
+        {"points that coincide", {{5, 6, 7}, {5, 6, 7}}, {5, 6, 7}, 0},
+        {"flat in one axis", {{0, 0, 1}, {4, 0, 1}, {0, 3, 1}}, {2, 1.5, 1}, 2.5},
+        {"a coordinate that is no number widens nothing", {{0, 0, 0}, {2, 0, 0}, {std::nan(""), 0, 0}}, {1, 0, 0}, 1},
+    };
+    for (const auto& c : cases) {
+        Model model;
+        for (const Point<3>& point : c.points) model.addVertex(point);
+        Point<3> centre;
+        double radius = -1;
+        model.bounds(centre, radius);
+        EXPECT_EQ(centre, c.centre) << c.why;
+        EXPECT_EQ(radius, c.radius) << c.why;
+    }
+}
+
+TEST(Model, ReferencesStayWhereTheyAre)
+{
+    Model model;
+    Vertex& first = model.addVertex({1, 2, 3});
+    const Facet& facet = model.addFacet(model.findMaterial("a"));
+    Material& material = model.findMaterial("m");
+    for (int i = 0; i < 20000; ++i) model.addVertex({0, 0, 0});
+    for (int i = 0; i < 20000; ++i) model.addFacet(material);
+    EXPECT_EQ(&first, &model.vertex(0));
+    EXPECT_EQ(&facet, &model.facet(0));
+    EXPECT_EQ(model.vertex(0).position, Point<3>(1, 2, 3));
+    EXPECT_EQ(model.facetCount(), 20001u);
+}
+
+TEST(Model, DumpsBothEndsOfEveryEdgeOfAFacet)
+{
+    Model model;
+    for (const Point<3>& p : {Point<3>(0, 0, 0), Point<3>(1.5, 0, 0), Point<3>(0, 1, 0)}) model.addVertex(p);
+    model.addFacet(model.findMaterial("a"), Plane(Vector<3>(0, 0, 1), 0.25));
+    model.addEdge(0, 1);
+    model.addEdge(1, 2);
+    std::ostringstream stream;
+    model.dump(stream, 0);
+    std::istringstream lines(stream.str());
+    std::string number, address, x, y, z, offset;
+    lines >> number >> address >> x >> y >> z >> offset;
+    EXPECT_EQ(number + x + y + z + offset, "00010.25");
+    std::string line;
+    int count = 0;
+    while (std::getline(lines, line)) count += !line.empty();
+    EXPECT_EQ(count, 4) << stream.str();
+    EXPECT_NE(stream.str().find(" 1.5 0 0 "), std::string::npos);
+}
+
+TEST(MaterialSequence, SpreadsTheHues)
+{
+    const int wanted[10][3] = {{146, 255, 237}, {255, 218, 165}, {199, 184, 255}, {202, 255, 181}, {255, 162, 221},
+                               {143, 240, 255}, {255, 253, 130}, {234, 149, 255}, {168, 255, 215}, {255, 197, 186}};
+    MaterialSequence sequence;
+    for (int i = 0; i < 10; ++i) {
+        const Material material = sequence.next("m");
+        EXPECT_EQ(material.index, i + 1);
+        for (std::size_t c = 0; c < 3; ++c) EXPECT_EQ(toByte(material.colour[c]), wanted[i][c]) << i;
+    }
+}
+
+TEST(MaterialSequence, NumbersStartAgainWithoutEverBeingZero)
+{
+    MaterialSequence sequence;
+    for (int i = 1; i < 65535; ++i) sequence.nextIndex();
+    EXPECT_EQ(sequence.nextIndex(), 65535);
+    EXPECT_EQ(sequence.nextIndex(), 1);
+}
+
+TEST(ToByte, TruncatesAndClamps)
+{
+    const struct { double value; int byte; } cases[] = {{0, 0},      {-1, 0},     {0.0039, 0},  {0.5, 128}, {0.99999, 255},
+                                                         {1, 255},    {7, 255},    {std::nan(""), 0}};
+    for (const auto& c : cases) EXPECT_EQ(toByte(c.value), c.byte) << c.value;
+}
+
+TEST(Light, ReachesFacetsByTheirSlope)
+{
+    const AmbientLight ambient({0.4, 0.6, 0.8}, {0.1, 0.1, 0.1});
+    const ParallelLight down(0, -90, {1, 0.5, 0.25});
+    const Colour up = ambient.illuminate({0, 0, 1}), below = ambient.illuminate({0, 0, -1}), wall = ambient.illuminate({1, 0, 0});
+    EXPECT_DOUBLE_EQ(up[1], 0.6);
+    EXPECT_DOUBLE_EQ(below[2], 0.1);
+    EXPECT_DOUBLE_EQ(wall[0], 0.25);
+    EXPECT_DOUBLE_EQ(down.illuminate({0, 0, 1})[1], 0.5);
+    EXPECT_EQ(down.illuminate({0, 0, -1}), Colour()) << "from behind";
+    LightSet set;
+    EXPECT_EQ(set.illuminate({0, 0, 1}), Colour()) << "no light at all";
+    set.set(3, makeHandle<AmbientLight>(Colour{1, 1, 1}, Colour{1, 1, 1}));
+    set.set(1, makeHandle<ParallelLight>(0.0, -90.0, Colour{1, 1, 1}));
+    EXPECT_DOUBLE_EQ(set.illuminate({0, 0, 1})[0], 2.0) << "sums are not clamped";
+    EXPECT_FALSE(set.get(2));
+    EXPECT_FALSE(set.get(99));
+}
+
+TEST(Direction, IsBearingAndElevation)
+{
+    const struct { const char* why; Vector<3> d; double bearing, elevation; } cases[] = {
+        {"along -y", {0, -1, 0}, 0, 0},          {"towards +x", {1, 0, 0}, 90, 0},
+        {"straight up", {0, 0, 2}, 180, 90},     {"straight down, from a -0.0", {0, -0.0, -1}, 180, -90},
+        {"no direction", {0, 0, 0}, 180, 0},     {"half up", {0, 1, 1}, 180, 45},
+    };
+    for (const auto& c : cases) {
+        EXPECT_DOUBLE_EQ(std::abs(bearing(c.d)), c.bearing) << c.why;
+        EXPECT_DOUBLE_EQ(elevation(c.d), c.elevation) << c.why;
+    }
+}
+
+TEST(Intensity, RunsInStepsOfATenthOfADecade)
+{
+    const struct { double intensity; int position; } cases[] = {
+        {0, 0}, {0.0899, 0}, {0.09, 1}, {0.1, 1}, {0.112, 1}, {0.1122, 1}, {0.4, 7}, {0.6, 9}, {0.89, 10}, {0.8913, 11},
+        {1.0, 11}, {1.12, 11}, {1.1221, 12}, {10.0, 21}, {11.21, 21}, {11.22, 21}, {50, 21}, {-1, 0}, {std::nan(""), 0}};
+    for (const auto& c : cases) EXPECT_EQ(intensityToSlider(c.intensity), c.position) << c.intensity;
+    for (int position = 0; position <= 21; ++position) EXPECT_EQ(intensityToSlider(sliderToIntensity(position)), position);
+    EXPECT_NEAR(sliderToIntensity(1), 0.1, 1e-15);
+}
+
+}   // namespace belvor

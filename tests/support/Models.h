@@ -1,0 +1,30 @@
+#pragma once
+
+#include "app/state/SceneBuilder.h"
+#include "readers/things/Things.h"
+#include "tests/support/Files.h"
+#include "tests/support/Reporters.h"
+
+namespace belvor::test {
+
+inline Handle<Model> thingsModel(const std::string& text)
+{
+    MaterialSequence::ofProgram().reset();
+    const TempFile file("model.thf", text);
+    SilentReporter silent;
+    return makeHandle<Things>(file.path(), silent);
+}
+
+/// A box of 2 × 4 × 6 at the origin, every side of another material.
+inline constexpr const char* boxText = "Y 8\n0 0 0\n2 0 0\n2 4 0\n0 4 0\n0 0 6\n2 0 6\n2 4 6\n0 4 6\n0\n6\n"
+                                       "1 Base\n4 1 4 3 2\n1 Roof\n4 5 6 7 8\n1 Front\n4 1 2 6 5\n1 Right\n4 2 3 7 6\n"
+                                       "1 Back\n4 3 4 8 7\n1 Left\n4 4 1 5 8\n";
+
+inline ModelPlace placeOf(const Model& model)
+{
+    ModelPlace place;
+    model.bounds(place.centre, place.radius);
+    return place;
+}
+
+}   // namespace belvor::test

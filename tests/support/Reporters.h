@@ -1,0 +1,25 @@
+#pragma once
+
+#include "app/errors/Reporter.h"
+
+#include <tuple>
+#include <vector>
+
+namespace belvor::test {
+
+/// Keeps what was reported and asks to stop at the given call.
+class RecordingReporter : public Reporter {
+public:
+    explicit RecordingReporter(std::size_t callToStopAt = static_cast<std::size_t>(-1)) : last(callToStopAt) {}
+    bool progress(int stageCount, int stage, double fraction) override
+    {
+        calls.emplace_back(stageCount, stage, fraction);
+        return calls.size() > last;
+    }
+    std::vector<std::tuple<int, int, double>> calls;
+
+private:
+    std::size_t last;
+};
+
+}   // namespace belvor::test
