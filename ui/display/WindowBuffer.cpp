@@ -20,8 +20,9 @@ void WindowBuffer::lineDone(int row)
 
     std::uint8_t* pixel = dib->row(row);
     for (int column = 0; column < width(); ++column, pixel += 3) {
-        if (!covered(column)) continue;   // the background shows
-        const std::uint8_t* const colour = facet(column).colour;
+        const std::uint32_t nearest = owner(column);
+        if (nearest == noFacet) continue;   // the background shows
+        const std::uint8_t* const colour = facet(nearest).colour;
         pixel[0] = colour[2];
         pixel[1] = colour[1];
         pixel[2] = colour[0];
