@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/win32/Handles.h"
+#include "ui/panels/ControlsLayout.h"
+#include "ui/panels/ViewToolbar.h"
+
+#include <array>
+
+namespace belvor {
+
+/// The control strip: the view toolbar, the plan and elevation panels, the eye slide, the
+/// light-direction sphere and the light sliders. It passes what they ask for to its parent,
+/// the main window, which answers the panels directly, and the strip only with
+/// UM_LIGHTINTENSITY, which sets a slider.
+class Controls {
+public:
+    explicit Controls(HWND owner) noexcept : window(owner) {}
+    LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
+
+private:
+    void create(const CREATESTRUCTW& record);
+    void size();
+    void paint() const;
+    void sliderMoved(int code, HWND slider) const;
+    void setSlider(WPARAM slider, LPARAM position) const;
+    void notify(LPARAM lParam) const;
+
+    HWND window;
+    HWND plan = nullptr, elevation = nullptr, stereogram = nullptr, eyeSlide = nullptr;
+    std::array<HWND, controlSliders> sliders{};
+    ViewToolbar toolbar;
+    ControlsLayout layout;
+};
+
+/// Registers the classes "Controls", "Plan", "EyeSlide" and "Stereogram". Throws Win32Error.
+void registerControls(HINSTANCE module);
+
+}   // namespace belvor

@@ -1,0 +1,198 @@
+#include "ui/panels/EyeSlide.h"
+
+#include "platform/Win32Error.h"
+#include "platform/win32/Window.h"
+#include "resources/ids.h"
+#include "ui/Messages.h"
+#include "ui/panels/ArrowButton.h"
+#include "ui/panels/Markers.h"
+
+#include <windowsx.h>
+
+#include <utility>
+
+namespace belvor {
+namespace {
+
+constexpr PixelDirection up{0.0, -1.0};
+
+int buttonHeight() noexcept { return GetSystemMetrics(SM_CYVSCROLL); }
+
+}   // namespace
+
+LRESULT EyeSlide::handle(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    const int x = GET_X_LPARAM(lParam), y = GET_Y_LPARAM(lParam);
+    switch (message) {
+    case WM_CREATE:         create(); return 0;
+    case WM_SIZE:           size();   return 0;
+    case WM_ERASEBKGND:     return 1;   // painting covers everything
+    case WM_PAINT:          paint();  return 0;
+    case WM_SETCURSOR:
+        if (capture.setCursor()) return TRUE;
+        break;
+    case WM_LBUTTONDBLCLK:   // the second press of two quick drags
+    case WM_LBUTTONDOWN:    press(x, y, (wParam & MK_SHIFT) != 0); break;
+    case WM_MOUSEMOVE:      drawTo(y);  break;
+    case WM_LBUTTONUP:      release(y); break;
+    case WM_KEYDOWN:
+        if (wParam == VK_ESCAPE) cancel();
+        break;
+    case WM_CAPTURECHANGED: cancel(); break;
+    case WM_COMMAND:
+        if (HIWORD(wParam) == BN_CLICKED) step(LOWORD(wParam) == ID_RETREAT);
+        return 0;
+    case WM_NOTIFY:         notify(lParam); break;
+    case UM_EYESLIDE:       show(payload(UM_EYESLIDE, wParam)); return 0;
+    }
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+void EyeSlide::create()
+{
+    upArrow = systemArrow(SystemArrow::up);
+    downArrow = systemArrow(SystemArrow::down);
+    upButton = createArrowButton(window, L"Up", ID_ADVANCE, upArrow.get());
+    downButton = createArrowButton(window, L"Down", ID_RETREAT, downArrow.get());
+    if (!upButton || !downButton) throw Win32Error("EyeSlide::CreateWindow Buttons");
+    size();
+    addWindowTool(window, upButton, ID_TOOLADVANCE);
+    addWindowTool(window, downButton, ID_TOOLRETREAT);
+    ask(record);   // makes the slide known to the main window
+}
+
+void EyeSlide::size()
+{
+    cancel();
+    const PixelSize client = clientSize(window);
+    MoveWindow(upButton, 0, 0, client.width, buttonHeight(), TRUE);
+    MoveWindow(downButton, 0, client.height - buttonHeight(), client.width, buttonHeight(), TRUE);
+}
+
+void EyeSlide::paint()
+{
+    const PixelSize client = clientSize(window);
+    const SlideScale along = scale();
+    std::vector<Tool> tools;
+    {
+        const PanelPaint picture(window);
+        HDC const dc = picture.get();
+        if (!dc) return;
+        const RECT all{0, 0, client.width, client.height};
+        FillRect(dc, &all, GetSysColorBrush(COLOR_BTNFACE));
+        if (!along.usable()) return;
+
+        const PixelPoint eye{along.x, along.toPixel(record.eye)}, lookAt{along.x, along.toPixel(record.lookAt)};
+        const PixelRect bar = extentBar(record, along, client, GetSystemMetrics(SM_CXVSCROLL));
+        const RECT barRectangle = toRect(bar);
+        const GdiObject<HBRUSH> grey(CreateSolidBrush(RGB(128, 128, 128)));
+        FillRect(dc, &barRectangle, grey.get());
+        {
+            const GdiObject<HPEN> pen(CreatePen(PS_SOLID, 2, RGB(0, 0, 0)));
+            const Selection penInDc(dc, pen.get());
+            for (const PixelLine& piece : slideLine(record, along)) drawLine(dc, piece);
+        }
+        drawCross(dc, lookAt);
+        const EyeGlyph glyph = eyeGlyph(eye, directionBetween(eye, lookAt, up));
+        drawEyeGlyph(dc, glyph);
+        tools = {{ID_TOOLSLIDEEYE, ID_TOOLSLIDEEYE, glyph.bounds()}, {ID_TOOLSLIDELOOKAT, ID_TOOLSLIDELOOKAT, around(lookAt)}};
+        if (!record.parallel) {
+            const ZoomWedge wedge = zoomWedge(eye, record.zoomAngle);
+            drawZoomWedge(dc, wedge);
+            tools.push_back({ID_TOOLZOOMANGLE, ID_TOOLZOOMANGLE, wedge.bounds});
+        }
+        tools.push_back({ID_TOOLEXTENT, ID_TOOLEXTENT, bar});   // last: the markers on it come first
+        if (ghost) drawGhost(dc, *ghost);
+    }
+    toolTips.show(std::move(tools));
+}
+
+void EyeSlide::press(int x, int y, bool shift)
+{
+    cancel();
+    drag = hitMarker(record, scale(), x, y, shift);
+    if (drag == MarkerDrag::none) return;
+    capture.take(window, LoadCursorW(nullptr, IDC_SIZENS));
+    drawTo(y);
+}
+
+void EyeSlide::drawTo(int y)
+{
+    if (drag == MarkerDrag::none) return;
+    lastY = y;
+    const SlideScale along = scale();
+    setGhost(Ghost{along.x, slideGhost(record, drag, along, y)});
+}
+
+void EyeSlide::release(int y)
+{
+    if (drag == MarkerDrag::none) return;
+    const EyeSlideRecord request = draggedSlide(record, drag, scale(), y);
+    cancel();
+    ask(request);
+}
+
+void EyeSlide::cancel()
+{
+    if (std::exchange(drag, MarkerDrag::none) == MarkerDrag::none) return;   // giving back the capture comes here again
+    setGhost(std::nullopt);
+    capture.giveBack();
+}
+
+void EyeSlide::step(bool retreat)
+{
+    ask(steppedSlide(record, retreat, GetKeyState(VK_CONTROL) < 0, GetKeyState(VK_SHIFT) < 0));
+}
+
+void EyeSlide::ask(const EyeSlideRecord& request)
+{
+    const EyeSlideRecord asked = request;   // the answer comes into `record` within the send
+    send(GetParent(window), UM_EYESLIDE, asked, handleParameter(window));
+}
+
+void EyeSlide::show(const EyeSlideRecord& shown)
+{
+    if (record == shown) return;
+    record = shown;
+    InvalidateRect(window, nullptr, TRUE);
+    drawTo(lastY);
+}
+
+/// Takes the ghost on the screen away as it was drawn and draws the new one.
+void EyeSlide::setGhost(std::optional<Ghost> next)
+{
+    const auto former = std::exchange(ghost, next);
+    const GhostDC dc(window);
+    if (!dc) return;
+    if (former) drawGhost(dc.get(), *former);
+    if (next) drawGhost(dc.get(), *next);
+}
+
+void EyeSlide::drawGhost(HDC dc, const Ghost& shown) noexcept
+{
+    const GhostMode mode(dc);
+    const SlideGhost& markers = shown.markers;
+    const PixelPoint eye{shown.x, markers.eyeY}, lookAt{shown.x, markers.lookAtY};
+    if (markers.eye) drawEyeGlyph(dc, eyeGlyph(eye, markers.lookAt ? directionBetween(eye, lookAt, up) : up));
+    if (markers.lookAt) drawCross(dc, lookAt, true);
+}
+
+void EyeSlide::notify(LPARAM lParam)
+{
+    const auto event = toolTipEvent(lParam);
+    if (!event) return;
+    const UINT tool = event->child == upButton ? ID_TOOLADVANCE : event->child == downButton ? ID_TOOLRETREAT : event->id;
+    if (tool != 0) showHelp(window, tool + ID_STATUSTEXT, event->shows);
+}
+
+SlideScale EyeSlide::scale() const noexcept { return {clientSize(window), buttonHeight()}; }
+
+void registerEyeSlide(HINSTANCE module)
+{
+    WNDCLASSEXW record = windowClass<EyeSlide>(module, L"EyeSlide");
+    record.style = CS_HREDRAW | CS_VREDRAW | CS_BYTEALIGNCLIENT | CS_PARENTDC | CS_DBLCLKS;
+    record.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
+    if (!RegisterClassExW(&record)) throw Win32Error("RegisterClass EyeSlide");
+}
+
+}   // namespace belvor

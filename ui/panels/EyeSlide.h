@@ -1,0 +1,54 @@
+#pragma once
+
+#include "app/state/PanelRecords.h"
+#include "ui/panels/PanelPainting.h"
+#include "ui/panels/SlideScale.h"
+#include "ui/panels/ToolTips.h"
+
+#include <optional>
+
+namespace belvor {
+
+/// The eye slide: the view along its line of sight, with two buttons that step the eye.
+class EyeSlide {
+public:
+    explicit EyeSlide(HWND owner) noexcept : window(owner), toolTips(owner) {}
+    LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
+
+private:
+    /// What is drawn at the mouse during a drag.
+    struct Ghost {
+        int x;
+        SlideGhost markers;
+    };
+
+    void create();
+    void size();
+    void paint();
+    void press(int x, int y, bool shift);
+    void drawTo(int y);
+    void release(int y);
+    void cancel();
+    void step(bool retreat);
+    void ask(const EyeSlideRecord& request);
+    void show(const EyeSlideRecord& shown);
+    void setGhost(std::optional<Ghost> next);
+    static void drawGhost(HDC dc, const Ghost& ghost) noexcept;
+    void notify(LPARAM lParam);
+    SlideScale scale() const noexcept;
+
+    HWND window, upButton = nullptr, downButton = nullptr;
+    GdiObject<HBITMAP> upArrow, downArrow;
+    // What is shown before any model: the whole model under an angle of 65 degrees.
+    EyeSlideRecord record{0.61132125765973, 0.0, 1.1344640137963, 0.29516723530087, -0.29516723530087, false};
+    MarkerDrag drag = MarkerDrag::none;
+    int lastY = 0;
+    std::optional<Ghost> ghost;   // as it stands on the screen
+    DragCapture capture;
+    ToolTips toolTips;
+};
+
+/// Registers the class "EyeSlide". Throws Win32Error.
+void registerEyeSlide(HINSTANCE module);
+
+}   // namespace belvor

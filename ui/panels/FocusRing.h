@@ -1,0 +1,16 @@
+#pragma once
+
+#include "platform/win32/Windows.h"
+
+namespace belvor {
+
+/// Makes the Tab key go round the toolbar, the sliders and the buttons of a control strip
+/// that has all its children.
+void makeFocusRing(HWND controls) noexcept;
+
+/// Gives the keyboard to the member of the ring behind the one that has it (before it, with
+/// `backwards`), or to the first (last). The main window calls it for the Tab key. Does
+/// nothing while the strip is hidden or disabled.
+void focusNextControl(HWND controls, bool backwards) noexcept;
+
+}   // namespace belvor

@@ -1,0 +1,96 @@
+#include "ui/panels/Markers.h"
+
+#include "platform/win32/Handles.h"
+
+#include <array>
+
+namespace belvor {
+namespace {
+
+constexpr std::array lightColours{RGB(128, 128, 0), RGB(255, 0, 255), RGB(0, 255, 255), RGB(255, 0, 0),
+                                  RGB(0, 128, 128), RGB(128, 128, 128), RGB(255, 255, 0), RGB(128, 0, 0)};
+
+bool isLight(int light) noexcept { return light >= 0 && light < static_cast<int>(lightColours.size()); }
+
+POINT toPoint(PixelPoint p) noexcept { return {p.x, p.y}; }
+
+void drawEllipse(HDC dc, PixelPoint p, int radius) noexcept
+{
+    Ellipse(dc, p.x - radius, p.y - radius, p.x + radius, p.y + radius);
+}
+
+}   // namespace
+
+RECT toRect(const PixelRect& r) noexcept { return {r.left, r.top, r.right, r.bottom}; }
+
+void drawLine(HDC dc, const PixelLine& line) noexcept
+{
+    MoveToEx(dc, line.from.x, line.from.y, nullptr);
+    LineTo(dc, line.to.x, line.to.y);
+}
+
+void drawEyeGlyph(HDC dc, const EyeGlyph& glyph) noexcept
+{
+    std::array<POINT, 10> points;
+    auto next = points.begin();
+    for (const PixelPoint& p : glyph.lids) *next++ = toPoint(p);
+    for (const PixelPoint& p : glyph.eyeball) *next++ = toPoint(p);
+    for (const PixelPoint& p : glyph.pupil) *next++ = toPoint(p);
+    constexpr std::array<DWORD, 3> counts{3, 4, 3};
+    const GdiObject<HPEN> pen(CreatePen(PS_SOLID, 2, RGB(0, 255, 0)));
+    const Selection penInDc(dc, pen.get());
+    PolyPolyline(dc, points.data(), counts.data(), counts.size());
+}
+
+void drawCross(HDC dc, PixelPoint lookAt, bool ghost) noexcept
+{
+    const auto strokes = [&](int width, COLORREF colour) {
+        const GdiObject<HPEN> pen(CreatePen(PS_SOLID, width, colour));
+        const Selection penInDc(dc, pen.get());
+        for (const PixelLine& stroke : crossStrokes(lookAt)) drawLine(dc, stroke);
+    };
+    strokes(2, RGB(0, 0, 128));
+    if (!ghost) strokes(1, RGB(0, 0, 255));
+}
+
+void drawZoomWedge(HDC dc, const ZoomWedge& wedge) noexcept
+{
+    const GdiObject<HPEN> pen(CreatePen(PS_SOLID, 2, RGB(128, 0, 0)));
+    const Selection penInDc(dc, pen.get());
+    for (const PixelLine& stroke : wedge.strokes) drawLine(dc, stroke);
+}
+
+void drawLight(HDC dc, PixelPoint place, int light, bool below) noexcept
+{
+    const Selection brushInDc(dc, below ? GetStockObject(HOLLOW_BRUSH) : static_cast<HGDIOBJ>(lightBrush(light)));
+    const Selection penInDc(dc, lightPen(light));
+    drawEllipse(dc, place, 6);
+}
+
+void drawBelowCircle(HDC dc, PixelPoint place) noexcept
+{
+    const GdiObject<HPEN> pen(CreatePen(PS_SOLID, 2, RGB(0, 255, 0)));
+    const Selection penInDc(dc, pen.get());
+    const Selection brushInDc(dc, GetStockObject(HOLLOW_BRUSH));
+    drawEllipse(dc, place, 8);
+}
+
+HBRUSH lightBrush(int light) noexcept
+{
+    static std::array<GdiObject<HBRUSH>, lightColours.size()> brushes;
+    if (!isLight(light)) return static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH));
+    const auto index = static_cast<std::size_t>(light);
+    if (!brushes[index]) brushes[index] = GdiObject<HBRUSH>(CreateSolidBrush(lightColours[index]));
+    return brushes[index].get();
+}
+
+HPEN lightPen(int light) noexcept
+{
+    static std::array<GdiObject<HPEN>, lightColours.size()> pens;
+    if (!isLight(light)) return static_cast<HPEN>(GetStockObject(BLACK_PEN));
+    const auto index = static_cast<std::size_t>(light);
+    if (!pens[index]) pens[index] = GdiObject<HPEN>(CreatePen(PS_SOLID, 2, lightColours[index]));
+    return pens[index].get();
+}
+
+}   // namespace belvor

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/win32/Windows.h"
+#include "ui/panels/MarkerShapes.h"
+
+namespace belvor {
+
+// Painting of what the panels share. The shapes come from MarkerShapes; a device context in
+// R2_NOTXORPEN draws the same thing as a ghost that a second drawing takes away.
+
+RECT toRect(const PixelRect& rectangle) noexcept;
+
+void drawLine(HDC dc, const PixelLine& line) noexcept;   // with the selected pen
+void drawEyeGlyph(HDC dc, const EyeGlyph& glyph) noexcept;
+/// Blue on dark blue; as a ghost the strokes must be drawn once only, so it gets one pen.
+void drawCross(HDC dc, PixelPoint lookAt, bool ghost = false) noexcept;
+void drawZoomWedge(HDC dc, const ZoomWedge& wedge) noexcept;
+/// A light's disc of radius 6; only its outline for a light below the equator.
+void drawLight(HDC dc, PixelPoint place, int light, bool below) noexcept;
+/// The circle about an eye below the equator.
+void drawBelowCircle(HDC dc, PixelPoint place) noexcept;
+
+/// The colour of a light; lights beyond the eighth are black. Both live as long as the program.
+HBRUSH lightBrush(int light) noexcept;
+HPEN lightPen(int light) noexcept;   ///< Two pixels wide.
+
+}   // namespace belvor

@@ -1,0 +1,148 @@
+#include "ui/panels/Plan.h"
+
+#include "platform/Win32Error.h"
+#include "platform/win32/Window.h"
+#include "resources/ids.h"
+#include "ui/Messages.h"
+#include "ui/panels/Markers.h"
+#include "ui/panels/PlanGeometry.h"
+
+#include <windowsx.h>
+
+#include <utility>
+
+namespace belvor {
+namespace {
+
+void drawGhost(HDC dc, const PixelLine& line) noexcept
+{
+    const GhostMode mode(dc);
+    drawLine(dc, line);
+}
+
+void drawSightLines(HDC dc, PixelPoint eye, PixelPoint lookAt, bool parallel)
+{
+    const GdiObject<HPEN> pen(CreatePen(PS_SOLID, 0, RGB(128, 128, 128)));
+    const Selection penInDc(dc, pen.get());
+    for (const PixelLine& line : sightLines(eye, lookAt, parallel)) drawLine(dc, line);
+}
+
+}   // namespace
+
+Plan::Plan(HWND owner) noexcept : BitmapWindow(owner), toolTips(owner) {}
+
+LRESULT Plan::handle(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    const int x = GET_X_LPARAM(lParam), y = GET_Y_LPARAM(lParam);
+    switch (message) {
+    case WM_CREATE: create(*reinterpret_cast<const CREATESTRUCTW*>(lParam)); return 0;
+    case WM_SIZE:
+        cancel();
+        if (accepted(wParam, lParam)) resize(LOWORD(lParam), HIWORD(lParam));
+        return 0;
+    case WM_ERASEBKGND:     return 1;   // painting covers everything
+    case WM_PAINT:          paint(); return 0;
+    case WM_SETCURSOR:
+        if (capture.setCursor()) return TRUE;
+        break;
+    case WM_LBUTTONDOWN:    press(x, y, (wParam & MK_SHIFT) != 0); break;
+    case WM_MOUSEMOVE:      drawTo(x, y);                          break;
+    case WM_LBUTTONUP:      release(x, y);                         break;
+    case WM_KEYDOWN:
+        if (wParam == VK_ESCAPE) cancel();
+        break;
+    case WM_CAPTURECHANGED: cancel();       break;
+    case WM_NOTIFY:         notify(lParam); break;
+    case UM_VIEWMARKERS:    show(payload(UM_VIEWMARKERS, wParam)); return 0;
+    }
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+void Plan::paint()
+{
+    const PixelSize client = clientSize(window);
+    const PixelPoint lookAt = lookAtPixel(markers, client), eye = eyePixel(markers, client);
+    const EyeGlyph glyph = eyeGlyph(eye, directionBetween(eye, lookAt, {1.0, 0.0}));
+    {
+        const PanelPaint picture(window);
+        if (HDC const dc = picture.get()) {
+            RECT frame{0, 0, client.width, client.height};
+            FillRect(dc, &frame, GetSysColorBrush(COLOR_BTNFACE));   // where the bitmap is smaller
+            copyTo(dc);
+            DrawEdge(dc, &frame, EDGE_ETCHED, BF_RECT);
+            drawCross(dc, lookAt);
+            drawEyeGlyph(dc, glyph);
+            drawSightLines(dc, eye, lookAt, markers.parallel);
+            if (rubberLine) drawGhost(dc, *rubberLine);   // comes to stand only where this paints
+        }
+    }
+    const bool plan = GetDlgCtrlID(window) == ID_PLAN;
+    const UINT lookAtTool = plan ? ID_TOOLPLANLOOKAT : ID_TOOLELEVATIONLOOKAT;
+    const UINT eyeTool = plan ? ID_TOOLPLANEYE : ID_TOOLELEVATIONEYE;
+    toolTips.show({{eyeTool, eyeTool, glyph.bounds()}, {lookAtTool, lookAtTool, around(lookAt)}});
+}
+
+void Plan::press(int x, int y, bool shift)
+{
+    cancel();
+    drag = hitMarker(markers, clientSize(window), x, y, shift);
+    if (drag == MarkerDrag::none) return;
+    capture.take(window, LoadCursorW(nullptr, IDC_CROSS));
+    drawTo(x, y);
+}
+
+void Plan::drawTo(int x, int y)
+{
+    if (drag == MarkerDrag::none) return;
+    last = {x, y};
+    setRubberLine(belvor::rubberLine(markers, drag, clientSize(window), x, y));
+}
+
+void Plan::release(int x, int y)
+{
+    if (drag == MarkerDrag::none) return;
+    const ViewMarkers request = draggedMarkers(markers, drag, clientSize(window), x, y);
+    cancel();
+    send(GetParent(window), UM_VIEWMARKERS, request, GetDlgCtrlID(window));   // the markers move when the answer comes
+}
+
+void Plan::cancel()
+{
+    if (std::exchange(drag, MarkerDrag::none) == MarkerDrag::none) return;   // giving back the capture comes here again
+    setRubberLine(std::nullopt);
+    capture.giveBack();
+}
+
+void Plan::show(const ViewMarkers& shown)
+{
+    if (markers == shown) return;
+    markers = shown;
+    InvalidateRect(window, nullptr, TRUE);
+    drawTo(last.x, last.y);
+}
+
+/// Takes the line on the screen away as it was drawn and draws the new one.
+void Plan::setRubberLine(std::optional<PixelLine> line)
+{
+    const auto former = std::exchange(rubberLine, line);
+    const GhostDC dc(window);
+    if (!dc) return;
+    if (former) drawLine(dc.get(), *former);
+    if (line) drawLine(dc.get(), *line);
+}
+
+void Plan::notify(LPARAM lParam)
+{
+    if (const auto event = toolTipEvent(lParam); event && event->id != 0)
+        showHelp(window, event->id + ID_STATUSTEXT, event->shows);
+}
+
+void registerPlan(HINSTANCE module)
+{
+    WNDCLASSEXW record = windowClass<Plan>(module, L"Plan");
+    record.style = CS_BYTEALIGNCLIENT | CS_PARENTDC;
+    record.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
+    if (!RegisterClassExW(&record)) throw Win32Error("RegisterClass Plan");
+}
+
+}   // namespace belvor

@@ -1,0 +1,233 @@
+#include "ui/panels/Stereogram.h"
+
+#include "platform/Win32Error.h"
+#include "platform/win32/Window.h"
+#include "resources/ids.h"
+#include "ui/Messages.h"
+#include "ui/panels/ArrowButton.h"
+#include "ui/panels/Markers.h"
+
+#include <windowsx.h>
+
+#include <utility>
+
+namespace belvor {
+namespace {
+
+/// The four arrows, in the order of SphereArrow.
+constexpr struct {
+    const wchar_t* name;
+    int button;
+    UINT tool;
+    SystemArrow picture;
+} arrows[] = {
+    {L"Right", ID_EYERIGHT, ID_TOOLEYERIGHT, SystemArrow::right},
+    {L"Down", ID_EYEDOWN, ID_TOOLEYEDOWN, SystemArrow::down},
+    {L"Left", ID_EYELEFT, ID_TOOLEYELEFT, SystemArrow::left},
+    {L"Up", ID_EYEUP, ID_TOOLEYEUP, SystemArrow::up},
+};
+
+SphereKeys keysOf(WPARAM flags) noexcept { return {(flags & MK_SHIFT) != 0, (flags & MK_CONTROL) != 0}; }
+
+EyeGlyph glyphAt(PixelPoint eye, PixelPoint centre) noexcept { return eyeGlyph(eye, directionBetween(eye, centre, {1.0, 0.0})); }
+
+}   // namespace
+
+LRESULT Stereogram::handle(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    const int x = GET_X_LPARAM(lParam), y = GET_Y_LPARAM(lParam);
+    switch (message) {
+    case WM_CREATE:         create(); return 0;
+    case WM_SIZE:           size();   return 0;
+    case WM_ERASEBKGND:     return 1;   // painting covers everything
+    case WM_PAINT:          paint();  return 0;
+    case WM_SETCURSOR:
+        if (capture.setCursor()) return TRUE;
+        break;
+    case WM_LBUTTONDBLCLK:   // the second press of two quick drags
+    case WM_LBUTTONDOWN:    press(x, y, keysOf(wParam));   break;
+    case WM_MOUSEMOVE:      drawTo(x, y, keysOf(wParam));  break;
+    case WM_LBUTTONUP:      release(x, y, keysOf(wParam)); break;
+    case WM_KEYDOWN:
+        if (wParam == VK_ESCAPE) cancel();
+        if (wParam == VK_CONTROL) setBelow(true);
+        break;
+    case WM_KEYUP:
+        if (wParam == VK_CONTROL) setBelow(false);
+        break;
+    case WM_CAPTURECHANGED: cancel(); break;
+    case WM_COMMAND:
+        if (HIWORD(wParam) == BN_CLICKED) turn(LOWORD(wParam));
+        return 0;
+    case WM_NOTIFY:            notify(lParam); break;
+    case UM_LIGHTMARKER:       invalidate(markers.show(payload(UM_LIGHTMARKER, wParam))); return 0;
+    case UM_REMOVELIGHTMARKER: invalidate(markers.hide(wParam)); return 0;
+    }
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+void Stereogram::create()
+{
+    for (std::size_t i = 0; i < buttons.size(); ++i) {
+        buttons[i].picture = systemArrow(arrows[i].picture);
+        buttons[i].window = createArrowButton(window, arrows[i].name, arrows[i].button, buttons[i].picture.get());
+        addWindowTool(window, buttons[i].window, arrows[i].tool);
+    }
+    size();
+    ask(markers.eye, 0);   // makes the sphere known to the main window
+}
+
+void Stereogram::size()
+{
+    cancel();
+    const ArrowSizes sizes{GetSystemMetrics(SM_CXVSCROLL), GetSystemMetrics(SM_CYVSCROLL), GetSystemMetrics(SM_CXHSCROLL),
+                           GetSystemMetrics(SM_CYHSCROLL)};
+    for (std::size_t i = 0; i < buttons.size(); ++i) {
+        const ArrowPlace place = arrowPlace(static_cast<SphereArrow>(i), clientSize(window), sizes);
+        if (!MoveWindow(buttons[i].window, place.x, place.y, place.width, place.height, TRUE)) throw Win32Error("Stereogram::WM_SIZE");
+    }
+}
+
+void Stereogram::paint()
+{
+    const PixelSize client = clientSize(window);
+    std::vector<Tool> tools;
+    {
+        const PanelPaint picture(window);
+        HDC const dc = picture.get();
+        if (!dc) return;
+        RECT all{0, 0, client.width, client.height};
+        FillRect(dc, &all, GetSysColorBrush(COLOR_BTNFACE));
+        DrawEdge(dc, &all, EDGE_ETCHED, BF_RECT);
+        const SphereDisc shown = disc();
+        if (!shown.usable()) return;
+        tools = drawMarkers(dc, shown);
+        if (ghost) drawGhost(dc, *ghost);
+    }
+    toolTips.show(std::move(tools));
+}
+
+/// Draws disc and markers and answers where they are, the topmost first.
+std::vector<Tool> Stereogram::drawMarkers(HDC dc, const SphereDisc& shown) const
+{
+    {
+        const Selection penInDc(dc, GetStockObject(BLACK_PEN));
+        for (int ring = 4; ring > 0; --ring) {
+            const Selection brushInDc(dc, GetStockObject(ring == 4 ? WHITE_BRUSH : HOLLOW_BRUSH));
+            const PixelRect box = shown.ring(ring);
+            Ellipse(dc, box.left, box.top, box.right, box.bottom);
+        }
+    }
+    drawCross(dc, shown.centre);
+    std::vector<Tool> tools;
+    for (int k = sphereLights - 1; k >= 0; --k) {
+        const SphereMarkers::Light& light = markers.lights[static_cast<std::size_t>(k)];
+        if (!light.present) continue;
+        const PixelPoint place = shown.toPixel(light.direction);
+        drawLight(dc, place, k, light.direction.elevation < 0.0);
+        tools.insert(tools.begin(), {static_cast<UINT>(ID_TOOLLIGHT + k), static_cast<UINT>(ID_SLIDER + 2 + k), around(place)});
+    }
+    const PixelPoint eye = shown.toPixel(markers.eye);
+    if (markers.eye.elevation < 0.0) drawBelowCircle(dc, eye);
+    const EyeGlyph glyph = glyphAt(eye, shown.centre);
+    drawEyeGlyph(dc, glyph);
+    tools.insert(tools.begin(), {ID_TOOLSPHEREEYE, ID_TOOLSPHEREEYE, glyph.bounds()});
+    tools.push_back({ID_TOOLSPHERELOOKAT, ID_TOOLSPHERELOOKAT, around(shown.centre)});
+    return tools;
+}
+
+void Stereogram::press(int x, int y, SphereKeys keys)
+{
+    cancel();
+    dragItem = hitItem(markers, disc(), x, y);
+    if (dragItem < 0) return;
+    capture.take(window, LoadCursorW(nullptr, IDC_SIZEALL));
+    drawTo(x, y, keys);
+}
+
+void Stereogram::drawTo(int x, int y, SphereKeys keys)
+{
+    if (dragItem < 0) return;
+    const SphereDisc on = disc();
+    setGhost(Ghost{dragItem, on.toPixel(on.toDirection(x, y, keys)), on.centre, keys.below});
+}
+
+/// Ctrl pressed (again and again while it is held) or released.
+void Stereogram::setBelow(bool below)
+{
+    if (!ghost || ghost->below == below) return;
+    Ghost next = *ghost;
+    next.below = below;
+    setGhost(next);
+}
+
+void Stereogram::release(int x, int y, SphereKeys keys)
+{
+    const int item = dragItem;
+    if (item < 0) return;
+    const SphereDirection asked = disc().toDirection(x, y, keys);
+    cancel();
+    ask(asked, item);
+}
+
+void Stereogram::cancel()
+{
+    if (std::exchange(dragItem, -1) < 0) return;   // giving back the capture comes here again
+    setGhost(std::nullopt);
+    capture.giveBack();
+}
+
+void Stereogram::turn(int button)
+{
+    for (std::size_t i = 0; i < buttons.size(); ++i)
+        if (arrows[i].button == button) ask(turnedEye(markers.eye, static_cast<SphereArrow>(i), GetKeyState(VK_CONTROL) < 0), 0);
+}
+
+void Stereogram::ask(const SphereDirection& direction, int item)
+{
+    const SphereMarker asked{direction.bearing, direction.elevation, static_cast<std::uint32_t>(item)};
+    send(GetParent(window), UM_LIGHTMARKER, asked, handleParameter(window));
+}
+
+void Stereogram::invalidate(bool changed)
+{
+    if (changed) InvalidateRect(window, nullptr, TRUE);
+}
+
+/// Takes the ghost on the screen away as it was drawn and draws the new one.
+void Stereogram::setGhost(std::optional<Ghost> next)
+{
+    const auto former = std::exchange(ghost, next);
+    const GhostDC dc(window);
+    if (!dc) return;
+    if (former) drawGhost(dc.get(), *former);
+    if (next) drawGhost(dc.get(), *next);
+}
+
+void Stereogram::drawGhost(HDC dc, const Ghost& shown) noexcept
+{
+    const GhostMode mode(dc);
+    if (shown.item > 0) return drawLight(dc, shown.place, shown.item - 1, shown.below);
+    if (shown.below) drawBelowCircle(dc, shown.place);
+    drawEyeGlyph(dc, glyphAt(shown.place, shown.centre));
+}
+
+void Stereogram::notify(LPARAM lParam)
+{
+    const auto event = toolTipEvent(lParam);
+    if (!event) return;
+    UINT tool = event->id >= ID_TOOLLIGHT ? ID_TOOLLIGHT : event->id;   // one text for all lights
+    for (std::size_t i = 0; i < buttons.size(); ++i)
+        if (event->child == buttons[i].window) tool = arrows[i].tool;
+    if (tool != 0) showHelp(window, tool + ID_STATUSTEXT, event->shows);
+}
+
+void registerStereogram(HINSTANCE module)
+{
+    WNDCLASSEXW record = windowClass<Stereogram>(module, L"Stereogram");
+    record.style = CS_HREDRAW | CS_VREDRAW | CS_BYTEALIGNCLIENT | CS_PARENTDC | CS_DBLCLKS;
+    record.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
+    if (!RegisterClassExW(&record)) throw Win32Error("RegisterClass Stereogram");
+}
+
+}   // namespace belvor
