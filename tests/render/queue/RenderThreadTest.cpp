@@ -99,9 +99,9 @@ TEST(RenderThread, HasLetGoOfTheQueueWhenItTellsItsEnd)
     };
     const auto host = makeHandle<FakeHost>();
     {
-        const auto queue = makeHandle<Watched>(host);
+        Handle<RenderQueue> queue = makeHandle<Watched>(host);
         queue->post(7, makeHandle<ExitRequest>());
-        startRenderThread(queue, host);
+        startRenderThread(std::move(queue), host);   // the thread's handle is the only one
     }
     host->waitForEnd();
     const Events events = host->events();
