@@ -1,5 +1,6 @@
 #include "readers/ModelFile.h"
 
+#include "readers/man/ManFile.h"
 #include "readers/things/Things.h"
 
 namespace belvor {
@@ -42,8 +43,8 @@ Handle<Model> readModel(const std::string& path, FileType type, Reporter& report
 {
     switch (type) {
     case FileType::things: return makeHandle<Things>(path, reporter);
+    case FileType::man: return makeHandle<ManFile>(path, reporter);
     case FileType::dxf:
-    case FileType::man:
     case FileType::unknown: break;
     }
     return {};

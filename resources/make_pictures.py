@@ -1,14 +1,15 @@
 #!/usr/bin/env python3
-"""Draws the program's pictures: toolbar.bmp, belvor.ico, about-title.bmp and, from a picture
-that belvor-render made, about-scene.bmp. Needs nothing beyond Python.
+"""Draws the program's pictures: toolbar.bmp, belvor.ico and about-title.bmp; with a path of
+belvor-render also about-scene.bmp, which that program renders. Needs nothing beyond Python.
 
-    make_pictures.py                 the drawn ones
-    make_pictures.py SCENE.omb       about-scene.bmp from the colour image of that file
+    make_pictures.py [build/release/bin/belvor-render]
 """
 import math
 import pathlib
 import struct
+import subprocess
 import sys
+import tempfile
 
 HERE = pathlib.Path(__file__).resolve().parent
 
@@ -309,50 +310,84 @@ def title():
     bmp24(HERE / "about-title.bmp", [[pixel[:3] for pixel in row] for row in sampled(width, height, at, 3)])
 
 
-def scene(path):
-    """The colour image of an Ombr file; pixels without a surface become white."""
-    data = pathlib.Path(path).read_bytes()
-    assert data[:4] == b"II*\0", "no Ombr file"
+def thing(vertices, facets):
+    """One thing of a Things file; facets are (material, corners counted from 0)."""
+    lines = ["Y ", str(len(vertices))] + ["%.6f %.6f %.6f" % v for v in vertices] + ["0", str(len(facets))]
+    lines += ["1 %s\n%d %s" % (material, len(corners), " ".join(str(c + 1) for c in corners)) for material, corners in facets]
+    return "\n".join(lines) + "\n"
+
+
+def grid(columns, rows, at, material):
+    """A closed surface over two angles, in quadrilaterals."""
+    vertices = [at(2 * math.pi * i / columns, 2 * math.pi * j / rows) for j in range(rows) for i in range(columns)]
+    return thing(vertices, [(material, [j * columns + i, j * columns + (i + 1) % columns,
+                                        (j + 1) % rows * columns + (i + 1) % columns, (j + 1) % rows * columns + i])
+                            for j in range(rows) for i in range(columns)])
+
+
+def box(x0, y0, z0, x1, y1, z1, material):
+    corners = [(x, y, z) for z in (z0, z1) for y in (y0, y1) for x in (x0, x1)]
+    return thing(corners, [(material, c) for c in ([0, 2, 3, 1], [4, 5, 7, 6], [0, 1, 5, 4], [2, 6, 7, 3], [0, 4, 6, 2], [1, 3, 7, 5])])
+
+
+def model():
+    def torus(u, v):
+        radius = 1.0 + 0.34 * math.cos(v)
+        return radius * math.cos(u), radius * math.sin(u), 0.36 + 0.34 * math.sin(v)
+
+    def knob(u, v):
+        radius, height = 0.40 * abs(math.sin(v / 2)) + 0.001, 0.98 - 0.46 * math.cos(v / 2)
+        return 0.05 + radius * math.cos(u), 0.05 + radius * math.sin(u), height
+
+    steps = "".join(box(1.55 - 0.02 * k, -0.9 + 0.45 * k, 0, 2.35, -0.45 + 0.45 * k, 0.3 + 0.3 * k, "step") for k in range(4))
+    columns = "".join(box(x - 0.16, -1.75, 0, x + 0.16, -1.43, 1.5, "column") for x in (-1.9, -1.3))
+    return (box(-2.4, -2.0, -0.16, 2.6, 1.6, 0, "plate") + grid(48, 20, torus, "ring") + grid(20, 16, knob, "knob") + steps
+            + columns + box(-2.2, -1.85, 1.5, -1.0, -1.33, 1.68, "beam"))
+
+
+def scene(renderer):
+    """The model above as belvor-render draws it; pixels without a surface become white."""
+    width, height = 640, 440   # drawn large, cut to what is covered, then halved
+    with tempfile.TemporaryDirectory() as folder:
+        thf, omb = folder + "/scene.thf", folder + "/scene.omb"
+        pathlib.Path(thf).write_text(model())
+        subprocess.run([renderer, "--size", "%dx%d" % (width, height), thf, omb], check=True)
+        data = pathlib.Path(omb).read_bytes()
 
     def directory(offset):
         count, = struct.unpack_from("<H", data, offset)
         entries = {}
         for k in range(count):
             tag, kind, number, value = struct.unpack_from("<HHII", data, offset + 2 + 12 * k)
-            size = {1: 1, 3: 2, 4: 4, 5: 8}.get(kind, 1)
-            if kind == 3 and number == 1:
-                entries[tag] = [value & 0xFFFF]
-            elif size * number <= 4:
-                entries[tag] = [value]
-            elif kind in (3, 4):
-                entries[tag] = list(struct.unpack_from("<%d%s" % (number, "H" if kind == 3 else "I"), data, value))
+            letter = {3: "H", 4: "I"}.get(kind)
+            if letter:
+                place = value if number * struct.calcsize(letter) > 4 else offset + 2 + 12 * k + 8
+                entries[tag] = struct.unpack_from("<%d%s" % (number, letter), data, place)
         return entries, struct.unpack_from("<I", data, offset + 2 + 12 * count)[0]
 
     images, offset = [], struct.unpack_from("<I", data, 4)[0]
     while offset:
         entries, offset = directory(offset)
         images.append(entries)
-    width, height = images[0][256][0], images[0][257][0]
 
-    def rows(entries):
-        strips, per = entries[273], entries.get(278, [height])[0]
-        pixel = sum(entries[258]) // 8 if 258 in entries else 3
+    def rows(image, pixel):
+        per = image.get(278, (1,))[0]
         for y in range(height):
-            start = strips[y // per] + y % per * width * pixel
+            start = image[273][y // per] + y % per * width * pixel
             yield [data[start + x * pixel:start + (x + 1) * pixel] for x in range(width)]
 
-    colour = next(e for e in images if e[262] == [2])
-    material = images[-1]
-    picture = []
-    for line, owners in zip(rows(colour), rows(material)):
-        picture.append([tuple(p) if any(m) else (255, 255, 255) for p, m in zip(line, owners)])
-    bmp24(HERE / "about-scene.bmp", picture)
+    colour = next(image for image in images if image[262][0] == 2)
+    fine = [[tuple(p) if any(m) else (255, 255, 255) for p, m in zip(line, owners)]
+            for line, owners in zip(rows(colour, 3), rows(images[2], 2))]
+    covered = [(x, y) for y, line in enumerate(fine) for x, pixel in enumerate(line) if pixel != (255, 255, 255)]
+    (left, right), (top, bottom) = [(min(c), max(c)) for c in zip(*covered)]
+    bmp24(HERE / "about-scene.bmp", [[tuple(sum(fine[y + j][x + i][c] for i in (0, 1) for j in (0, 1)) // 4 for c in range(3))
+                                      for x in range(left - 2, right + 2, 2)] for y in range(top - 2, bottom + 2, 2)])
 
 
 if __name__ == "__main__":
+    toolbar()
+    icon()
+    title()
     if len(sys.argv) > 1:
         scene(sys.argv[1])
-    else:
-        toolbar()
-        icon()
-        title()

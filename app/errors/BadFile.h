@@ -27,6 +27,7 @@ public:
         edgeRecordEnds = 15,
         edgeRecordExpected = 16,
         notManFile = 17,
+        clumpExpected = 18,
     };
     static constexpr int noLine = -1;
 

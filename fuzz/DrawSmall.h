@@ -1,0 +1,45 @@
+#pragma once
+
+#include "app/errors/Reporter.h"
+#include "app/state/SceneBuilder.h"
+#include "app/state/ViewParameters.h"
+#include "render/Buffer.h"
+#include "scene/Model.h"
+
+namespace belvor {
+
+/// Takes the rows of a render and keeps nothing.
+class RowSink : public Buffer {
+public:
+    using Buffer::Buffer;
+    void lineDone(int) override
+    {
+        for (int column = 0; column < width(); ++column)
+            if (covered(column)) seen ^= facet(column).colour[0];
+    }
+
+private:
+    unsigned volatile seen = 0;   // so that every covered pixel's facet is looked at
+};
+
+/// Whatever a reader accepts must have bounds and must draw: from outside in perspective,
+/// from the middle of the model, and in parallel projection.
+inline void drawSmall(Model& model)
+{
+    ModelPlace place;
+    model.bounds(place.centre, place.radius);
+    ViewParameters views[3];
+    views[0] = wholeModel(freshView(), {32, 24});
+    views[1].eye = Point<3>(0.0, 0.0, 0.0);
+    views[1].lookAt = Point<3>(0.3, 0.2, 0.1);
+    views[2] = views[0];
+    views[2].parallel = true;
+    SilentReporter silent;
+    for (const ViewParameters& view : views) {
+        const Scene scene = buildScene(view, place, {32, 24}, 32, 24);
+        RowSink rows(32);
+        model.render(*scene.camera, *scene.lights, rows, silent);
+    }
+}
+
+}   // namespace belvor

@@ -1,0 +1,19 @@
+#include "app/errors/BadFile.h"
+#include "fuzz/DrawSmall.h"
+#include "readers/man/ManFile.h"
+
+#include <cstddef>
+#include <cstdint>
+
+/// MAN files: read or refused with a BadFile; what was read has bounds and draws.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    using namespace belvor;
+    SilentReporter silent;
+    try {
+        const Handle<ManFile> model(new ManFile({reinterpret_cast<const char*>(data), size}, "fuzz.man", silent));
+        drawSmall(*model);
+    } catch (const BadFile&) {
+    }
+    return 0;
+}
