@@ -12,14 +12,7 @@ namespace belvor {
 class RowSink : public Buffer {
 public:
     using Buffer::Buffer;
-    void lineDone(int) override
-    {
-        for (int column = 0; column < width(); ++column)
-            if (covered(column)) seen ^= facet(column).colour[0];
-    }
-
-private:
-    unsigned volatile seen = 0;   // so that every covered pixel's facet is looked at
+    void lineDone(int) override {}
 };
 
 /// Whatever a reader accepts must have bounds and must draw: from outside in perspective,

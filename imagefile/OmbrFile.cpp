@@ -57,13 +57,13 @@ struct OmbrFile::Channel {
     std::uint16_t byteCount;
 
     /// Arrays of at most four bytes stand in the entry itself.
-    void addTo(TiffDirectory& directory, std::uint16_t samples, std::uint16_t height) const
+    void addTo(TiffDirectory& directory, std::uint16_t samples, std::uint16_t rows) const
     {
-        directory.add(stripOffsets, TiffDirectory::longInteger, height, height == 1 ? firstOffset : offsets);
+        directory.add(stripOffsets, TiffDirectory::longInteger, rows, rows == 1 ? firstOffset : offsets);
         directory.addShort(samplesPerPixel, samples);
         directory.addShort(rowsPerStrip, 1);
-        const std::uint32_t inlineCounts = height == 1 ? byteCount : byteCount | std::uint32_t{byteCount} << 16;
-        directory.add(stripByteCounts, TiffDirectory::shortInteger, height, height <= 2 ? inlineCounts : counts);
+        const std::uint32_t inlineCounts = rows == 1 ? byteCount : byteCount | std::uint32_t{byteCount} << 16;
+        directory.add(stripByteCounts, TiffDirectory::shortInteger, rows, rows <= 2 ? inlineCounts : counts);
     }
 };
 
