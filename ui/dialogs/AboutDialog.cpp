@@ -1,0 +1,34 @@
+#include "ui/dialogs/AboutDialog.h"
+
+#include "resources/Texts.h"
+#include "resources/ids.h"
+#include "ui/dialogs/DialogItems.h"
+
+namespace belvor {
+namespace {
+
+constexpr int versionText = 630;
+
+}   // namespace
+
+void AboutDialog::open(HWND owner) { ModelessDialog::open(owner, ID_ABOUTDIALOG); }
+
+void AboutDialog::initialise()
+{
+    setItemText(window(), ID_VERSION, textOf(versionText));
+    focusField(window(), IDOK);
+}
+
+void AboutDialog::command(int control, int)
+{
+    if (control == IDOK || control == IDCANCEL) close();
+}
+
+HBRUSH AboutDialog::background(HDC dc)
+{
+    SetBkColor(dc, RGB(255, 255, 255));
+    SetTextColor(dc, RGB(0, 0, 0));   // legible whatever colours the user has chosen for windows
+    return static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH));
+}
+
+}   // namespace belvor

@@ -1,0 +1,37 @@
+#include "ui/dialogs/DialogItems.h"
+
+#include "platform/Utf16.h"
+#include "resources/Texts.h"
+
+#include <iterator>
+#include <stdexcept>
+
+namespace belvor {
+
+std::string itemText(HWND dialog, int control, int most)
+{
+    std::wstring text(static_cast<std::size_t>(most) + 1, L'\0');
+    text.resize(GetDlgItemTextW(dialog, control, text.data(), most + 1));
+    return toUtf8(text);
+}
+
+void setItemText(HWND dialog, int control, std::string_view text)
+{
+    SetDlgItemTextW(dialog, control, toWide(text).c_str());
+}
+
+void focusField(HWND dialog, int control)
+{
+    SendMessageW(dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(GetDlgItem(dialog, control)), TRUE);
+}
+
+std::string userDecimalPoint()
+{
+    wchar_t point[8];
+    const int length = GetLocaleInfoEx(LOCALE_NAME_USER_DEFAULT, LOCALE_SDECIMAL, point, static_cast<int>(std::size(point)));
+    return length > 1 ? toUtf8(point) : ".";
+}
+
+void failOutOfSpace() { throw std::runtime_error(textOf(611)); }
+
+}   // namespace belvor

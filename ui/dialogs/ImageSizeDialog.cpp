@@ -1,0 +1,78 @@
+#include "ui/dialogs/ImageSizeDialog.h"
+
+#include "resources/ids.h"
+#include "ui/Messages.h"
+#include "ui/dialogs/DialogItems.h"
+#include "ui/dialogs/NumberText.h"
+
+namespace belvor {
+
+void ImageSizeDialog::open(HWND owner, const ImageSize& size)
+{
+    initial = {static_cast<std::uint32_t>(size.width), static_cast<std::uint32_t>(size.height)};
+    ModelessDialog::open(owner, ID_IMAGESIZEDIALOG);
+}
+
+void ImageSizeDialog::initialise()
+{
+    format = itemText(window(), ID_DISKSPACE, 64);
+    update(initial);
+    focusField(window(), ID_WIDTH);
+}
+
+void ImageSizeDialog::command(int control, int notification)
+{
+    if (control >= ID_SIZEPRESET && control < ID_SIZEPRESET + sizePresets) {
+        if (notification == BN_CLICKED) update(presetSize(control - ID_SIZEPRESET));
+        return;
+    }
+    switch (control) {
+    case ID_SIZEOTHER:
+        if (notification == BN_CLICKED) CheckRadioButton(window(), ID_SIZEPRESET, ID_SIZEOTHER, ID_SIZEOTHER);
+        break;
+    case ID_WIDTH:
+    case ID_HEIGHT:
+        if (notification == EN_CHANGE) fieldChanged(control);
+        if (notification == EN_ERRSPACE) failOutOfSpace();
+        break;
+    case ID_APPLY: apply(); break;
+    case IDOK:
+        apply();
+        close();
+        break;
+    case IDCANCEL: close(); break;
+    }
+}
+
+PixelCounts ImageSizeDialog::shown() const
+{
+    return {GetDlgItemInt(window(), ID_WIDTH, nullptr, FALSE), GetDlgItemInt(window(), ID_HEIGHT, nullptr, FALSE)};
+}
+
+/// Writing a field notifies of its change at once, within the call: not taken for typing.
+void ImageSizeDialog::update(const PixelCounts& asked)
+{
+    const SizeUpdate change = updateSize(asked, shown());
+    writing = true;
+    if (change.newWidth) SetDlgItemInt(window(), ID_WIDTH, *change.newWidth, FALSE);
+    if (change.newHeight) SetDlgItemInt(window(), ID_HEIGHT, *change.newHeight, FALSE);
+    writing = false;
+    CheckRadioButton(window(), ID_SIZEPRESET, ID_SIZEOTHER, ID_SIZEPRESET + change.button);
+    if (change.kilobytes) setItemText(window(), ID_DISKSPACE, filled(format, {std::to_string(*change.kilobytes)}));
+}
+
+void ImageSizeDialog::fieldChanged(int control)
+{
+    if (writing) return;
+    const PixelCounts now = shown();
+    update(control == ID_WIDTH ? PixelCounts{now.width, 0} : PixelCounts{0, now.height});
+}
+
+void ImageSizeDialog::apply()
+{
+    const PixelCounts size = shown();
+    if (size.width != 0 && size.height != 0)
+        send(GetWindow(window(), GW_OWNER), UM_IMAGESIZE, static_cast<INT_PTR>(size.width), static_cast<INT_PTR>(size.height));
+}
+
+}   // namespace belvor

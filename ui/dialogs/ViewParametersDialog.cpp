@@ -1,0 +1,142 @@
+#include "ui/dialogs/ViewParametersDialog.h"
+
+#include "platform/Win32Error.h"
+#include "platform/win32/Window.h"
+#include "resources/Texts.h"
+#include "resources/ids.h"
+#include "ui/dialogs/DialogItems.h"
+#include "ui/dialogs/ModelessDialog.h"
+#include "ui/dialogs/NumberText.h"
+
+#include <array>
+#include <string>
+
+namespace belvor {
+namespace {
+
+/// The edit control of a field of ViewFields.
+constexpr int controlOf(int field) noexcept
+{
+    if (field < ViewFields::zoom) return ID_EYEX + field;
+    if (field == ViewFields::zoom) return ID_ZOOM;
+    return field < ViewFields::lights ? ID_SKY + field - ViewFields::sky : ID_LIGHT + field - ViewFields::lights;
+}
+
+class ViewParametersDialog {
+public:
+    ViewParametersDialog(const ViewFields& shown, HBRUSH (*brushOfLight)(int))
+        : fields(shown), lightBrush(brushOfLight), parallel(shown.parallel()), decimalPoint(userDecimalPoint())
+    {
+    }
+
+    INT_PTR handle(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam);
+
+    TypedView answer() const { return {fields, typed, parallel}; }
+
+private:
+    void initialise();
+    void command(int control, int notification);
+    void choose(bool parallelProjection);
+    void showField(int field);
+    void readFields();
+    INT_PTR labelBrush(HDC dc, HWND label) const;
+
+    const ViewFields fields;
+    HBRUSH (*const lightBrush)(int);
+    HWND window = nullptr;
+    bool parallel;
+    const std::string decimalPoint;
+    std::array<std::string, ViewFields::count> initial;   // the texts as the dialog wrote them
+    ViewFields::Typed typed;
+};
+
+INT_PTR ViewParametersDialog::handle(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    noteActivation(dialog, message, wParam);
+    window = dialog;
+    switch (message) {
+    case WM_INITDIALOG: initialise(); return FALSE;   // initialise() has set the focus
+    case WM_COMMAND: command(LOWORD(wParam), HIWORD(wParam)); return TRUE;
+    case WM_CTLCOLORSTATIC: return labelBrush(reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam));
+    default: return FALSE;
+    }
+}
+
+void ViewParametersDialog::initialise()
+{
+    setItemText(window, ID_UNITSNAME, textOf(ID_UNITS + static_cast<int>(fields.unitsCode())));
+    for (int axis = 0; axis < 3; ++axis)
+        setItemText(window, ID_CENTREX + axis, shownNumber(fields.centre(axis), decimalPoint));
+    setItemText(window, ID_RADIUS, shownNumber(fields.radius(), decimalPoint));
+    for (int field = 0; field < ViewFields::count; ++field) showField(field);
+    choose(parallel);
+    focusField(window, controlOf(ViewFields::eye));
+}
+
+void ViewParametersDialog::showField(int field)
+{
+    const std::optional<double> value = fields.value(field, parallel);
+    std::string& text = initial[static_cast<std::size_t>(field)];
+    text = value ? shownNumber(*value, decimalPoint) : std::string();
+    setItemText(window, controlOf(field), text);
+    EnableWindow(GetDlgItem(window, controlOf(field)), value.has_value());
+}
+
+/// The zoom field starts afresh: an angle that was typed is no width.
+void ViewParametersDialog::choose(bool parallelProjection)
+{
+    parallel = parallelProjection;
+    CheckRadioButton(window, ID_PARALLEL, ID_PERSPECTIVE, parallel ? ID_PARALLEL : ID_PERSPECTIVE);
+    ShowWindow(GetDlgItem(window, ID_DEGREES), parallel ? SW_HIDE : SW_SHOWNA);
+    showField(ViewFields::zoom);
+}
+
+void ViewParametersDialog::command(int control, int notification)
+{
+    switch (control) {
+    case ID_PARALLEL:
+    case ID_PERSPECTIVE:
+        if (notification == BN_CLICKED && parallel != (control == ID_PARALLEL)) choose(!parallel);
+        break;
+    case IDOK:
+        readFields();
+        EndDialog(window, IDOK);
+        break;
+    case IDCANCEL: EndDialog(window, IDCANCEL); break;
+    default:
+        if (notification == EN_ERRSPACE) failOutOfSpace();
+        break;
+    }
+}
+
+void ViewParametersDialog::readFields()
+{
+    for (int field = 0; field < ViewFields::count; ++field) {
+        const std::string text = itemText(window, controlOf(field), longestNumber);
+        const auto place = static_cast<std::size_t>(field);
+        if (text != initial[place]) typed[place] = typedNumber(text, decimalPoint);
+    }
+}
+
+INT_PTR ViewParametersDialog::labelBrush(HDC dc, HWND label) const
+{
+    const int light = GetDlgCtrlID(label) - ID_LIGHTLABEL;
+    if (light < 0 || light > 7) return FALSE;
+    SetBkMode(dc, TRANSPARENT);
+    SetTextColor(dc, RGB(0, 0, 0));   // legible on every light's colour, whatever the user's own colours
+    return reinterpret_cast<INT_PTR>(lightBrush(light));
+}
+
+}   // namespace
+
+std::optional<TypedView> askViewParameters(HWND owner, const ViewFields& fields, HBRUSH (*lightBrush)(int))
+{
+    ViewParametersDialog dialog(fields, lightBrush);
+    const INT_PTR result = DialogBoxParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(ID_VIEWDIALOG), owner,
+                                           dialogProcedure<ViewParametersDialog>, reinterpret_cast<LPARAM>(&dialog));
+    if (result == -1) throw Win32Error("DialogBox");
+    if (result != IDOK) return std::nullopt;
+    return dialog.answer();
+}
+
+}   // namespace belvor
