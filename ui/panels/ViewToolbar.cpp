@@ -80,7 +80,10 @@ LRESULT ViewToolbar::handle(UINT message, WPARAM wParam, LPARAM lParam)
         if (key(wParam)) return 0;
         break;
     case WM_SETFOCUS:
+        choose(chosen);
+        break;
     case WM_KILLFOCUS:
+        SendMessageW(window, TB_SETHOTITEM, static_cast<WPARAM>(-1), 0);
         InvalidateRect(window, nullptr, TRUE);
         break;
     case WM_PAINT: {
@@ -115,6 +118,7 @@ bool ViewToolbar::key(WPARAM pressed)
 void ViewToolbar::choose(int button)
 {
     chosen = std::clamp(button, 0, lastButton);
+    SendMessageW(window, TB_SETHOTITEM, static_cast<WPARAM>(chosen), 0);
     InvalidateRect(window, nullptr, TRUE);
 }
 
