@@ -47,7 +47,9 @@ void RecentPaths::add(const std::string& path)
 
 std::string RecentPaths::menuText(std::size_t index) const
 {
-    std::string text = "&" + std::to_string(index + 1) + " ";
+    std::string text = "&";
+    text += std::to_string(index + 1);
+    text += ' ';
     std::size_t room = longestMenuName;
     for (const char c : displayName(paths[index])) {
         if (units(c) > room) break;

@@ -40,6 +40,7 @@ public:
 
     const std::string name;
     const int firstStageText, stageTexts;
+    int shownStage = 0;   ///< For the host alone: the number of the stage it shows, from 1.
 
 private:
     Handle<RenderHost> host;
