@@ -15,6 +15,7 @@
 #include "resources/Texts.h"
 #include "resources/ids.h"
 #include "ui/Messages.h"
+#include "ui/panels/FocusRing.h"
 
 #include <commctrl.h>
 #include <shellapi.h>
@@ -69,6 +70,9 @@ LRESULT MainWindow::handle(UINT message, WPARAM wParam, LPARAM lParam)
         return 0;
     case WM_COMMAND: command(wParam, lParam); return 0;
     case WM_MENUSELECT: showMenuHelp(window, statusBar, recent, wParam, lParam); return 0;
+    case WM_KEYDOWN:
+        if (wParam == VK_TAB) focusNextControl(core.windows.controls, GetKeyState(VK_SHIFT) < 0);
+        break;
     case WM_HELP: openHelp(window); return TRUE;
     case WM_NOTIFY: return notify(*reinterpret_cast<NMHDR*>(lParam));
     case WM_DRAWITEM:
