@@ -1,5 +1,6 @@
 #include "readers/ModelFile.h"
 
+#include "readers/dxf/DXF.h"
 #include "readers/man/ManFile.h"
 #include "readers/things/Things.h"
 
@@ -44,7 +45,7 @@ Handle<Model> readModel(const std::string& path, FileType type, Reporter& report
     switch (type) {
     case FileType::things: return makeHandle<Things>(path, reporter);
     case FileType::man: return makeHandle<ManFile>(path, reporter);
-    case FileType::dxf:
+    case FileType::dxf: return makeHandle<DXF>(path, reporter);
     case FileType::unknown: break;
     }
     return {};

@@ -1,0 +1,87 @@
+#include "readers/dxf/DXF.h"
+
+#include "app/errors/BadFile.h"
+#include "readers/dxf/DXFObjects.h"
+
+namespace belvor {
+
+DXF::DXF(const std::string& fileName, Reporter& reporter) : dxfStream(DXFStream::open(fileName, reporter, logging)) { read(); }
+
+DXF::DXF(std::string_view bytes, const std::string& fileName, Reporter& reporter)
+    : dxfStream(DXFStream::over(bytes, fileName, reporter, logging))
+{
+    read();
+}
+
+void DXF::read()
+{
+    while (dxfStream->nextRecord()) {
+        const std::string_view type = dxfStream->type();
+        if (type == "EOF") {
+            log().line("EOF group - end of file here");
+            break;
+        }
+        if (type != "SECTION") continue;
+        const int line = dxfStream->line();
+        const std::string name(dxfStream->readRecord().textOr(2, ""));
+        const bool known = name == "HEADER" || name == "TABLES" || name == "BLOCKS" || name == "OBJECTS" || name == "ENTITIES";
+        log().line(known ? "Main " : "Ignoring ", name, " section at line ", line);
+        if (known) readSection(name);
+    }
+    forgetContents();   // they hold views of the file
+    dxfStream.reset();
+    expansions = decltype(expansions)();
+    placed = decltype(placed)();
+}
+
+void DXF::readSection(const std::string& name)
+{
+    if (name == "HEADER") readHeader();   // a drawing of any release is read the same way
+    else if (name == "TABLES") readTables();
+    else if (name == "BLOCKS") {
+        forgetContents();   // an INSERT that had no block may find one from now on
+        readBlocks();
+    }
+    else if (name == "OBJECTS") readObjects(*dxfStream, false);
+    else readEntitiesSection();
+}
+
+void DXF::readEntitiesSection()
+{
+    constexpr bool dictionaryWanted = false;   // nothing in a drawing's objects reaches the model yet
+    if (dictionaryWanted) searchDictionary(*dxfStream);
+    readAllEntities();
+}
+
+DXF::~DXF() = default;
+
+const DXFLayer& DXF::findLayer(std::string_view name)
+{
+    if (recentLayer && recentLayer->first == name) return recentLayer->second;
+    auto place = layers.lower_bound(name);
+    if (place == layers.end() || place->first != name) {
+        place = layers.emplace_hint(place, name, DXFLayer());
+        log().line("Adding LAYER ", name);
+    }
+    recentLayer = &*place;
+    return place->second;
+}
+
+Material& DXF::findMaterial(std::string_view key)
+{
+    const std::size_t before = materials().size();
+    Material& material = Model::findMaterial(key);
+    if (materials().size() != before) log().line("add new material ", key);
+    return material;
+}
+
+void DXF::skip(std::string_view type, SkippedEntities::Why why, std::string_view what)
+{
+    // Records that belong to the entity before them, and the end mark of a file that leaves
+    // its section open: nothing is missing from the picture.
+    if (type == "VERTEX" || type == "SEQEND" || type == "EOF") return;
+    SkippedEntities::Entry& entry = skippedEntities.add(type, why, what);
+    if (!expansions.empty() && expansions.back().recording) expansions.back().recording->addSkip(entry);
+}
+
+}   // namespace belvor

@@ -1,0 +1,83 @@
+#pragma once
+
+#include "readers/dxf/DXFBlock.h"
+#include "readers/dxf/DXFDrawing.h"
+#include "scene/Model.h"
+
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace belvor {
+
+/// A DXF drawing, text or binary: its surfaces, with blocks inserted, and one material a layer.
+class DXF final : public Model, private DXFDrawing {
+public:
+    /// Reads the whole file (UTF-8 name), reporting one stage of progress. Throws BadFile,
+    /// Win32Error, Reporter::Abandoned, std::bad_alloc.
+    DXF(const std::string& fileName, Reporter& reporter);
+    /// The same from bytes that only need to last for the call; `fileName` is for messages and the log.
+    DXF(std::string_view bytes, const std::string& fileName, Reporter& reporter);
+    ~DXF() override;
+
+    /// What was met and gave no surface.
+    const SkippedEntities& skipped() const noexcept { return skippedEntities; }
+
+    /// Whether readings from now on write a diagnostic log beside the file. Off at the start
+    /// of the program; set it before any reading.
+    static void setLogging(bool on) noexcept { logging = on; }
+
+private:
+    // DXF.cpp: sections
+    void read();
+    void readSection(const std::string& name);
+    void readEntitiesSection();
+    void forgetContents();
+
+    // DXFTables.cpp
+    int readHeader();
+    void readTables();
+    void readLayers();
+    void addLayer(const DXFRecord& record);
+    void readBlocks();
+    void addBlock(const DXFRecord& record);
+
+    // DXFExpansion.cpp: entities, and blocks within blocks
+    void readAllEntities();
+    void startCell();
+    void endCell();
+    void walk();
+    void playBack();
+    void addMapped(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat,
+                   const AffineTransform<3>& transform);
+
+    DXFStream& stream() override { return *dxfStream; }
+    DXFLog& log() { return dxfStream->log(); }
+    const DXFLayer& findLayer(std::string_view name) override;
+    Material& findMaterial(std::string_view key) override;
+    void nameMaterial(std::string_view key, std::string_view name) override;
+    void addFacet(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat) override;
+    std::uint32_t facetsSoFar() const override { return facetCount(); }
+    void readEntities(const DXFInsertion& insertion) override;
+    bool hasBlock(std::string_view name) const override { return blocks.find(name) != blocks.end(); }
+    void skip(std::string_view type, SkippedEntities::Why why, std::string_view what) override;
+
+    inline static bool logging = false;
+
+    std::unique_ptr<DXFStream> dxfStream;   // during construction
+    std::map<std::string, DXFLayer, std::less<>> layers;
+    std::map<std::string, DXFBlock, std::less<>> blocks;
+    std::map<std::string, std::string, std::less<>> texts;   // kept for the model's life; no reading fills it
+    SkippedEntities skippedEntities;
+
+    const std::pair<const std::string, DXFLayer>* recentLayer = nullptr;   // drawings come in runs of one layer
+
+    std::vector<DXFExpansion> expansions;   // the ENTITIES section, then the insertions under way
+    std::vector<Point<3>> placed;        // the corners of one facet
+    std::size_t recordedBytes = 0;       // by the contents of blocks
+};
+
+}   // namespace belvor

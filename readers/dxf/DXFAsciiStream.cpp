@@ -1,0 +1,122 @@
+#include "readers/dxf/DXFAsciiStream.h"
+
+#include "app/errors/BadFile.h"
+#include "calcore/Number.h"
+
+#include <bit>
+#include <cstring>
+#include <limits>
+
+namespace belvor {
+namespace {
+
+constexpr bool isLineEnd(char c) noexcept { return c == '\n' || c == '\r'; }
+
+/// Non-zero in (at least) the lowest byte of `word` that equals `value`, and in no lower one.
+constexpr std::uint64_t bytesEqual(std::uint64_t word, char value) noexcept
+{
+    constexpr std::uint64_t ones = 0x0101010101010101u, tops = 0x8080808080808080u;
+    const std::uint64_t difference = word ^ (ones * static_cast<unsigned char>(value));
+    return (difference - ones) & ~difference & tops;
+}
+
+/// The first CR or LF in [at, end), or end.
+const char* findLineEnd(const char* at, const char* end) noexcept
+{
+    if constexpr (std::endian::native == std::endian::little) {
+        for (; end - at >= 8; at += 8) {
+            std::uint64_t word;
+            std::memcpy(&word, at, 8);
+            if (const std::uint64_t found = bytesEqual(word, '\n') | bytesEqual(word, '\r'))
+                return at + std::countr_zero(found) / 8;
+        }
+    }
+    while (at != end && !isLineEnd(*at)) ++at;
+    return at;
+}
+
+}   // namespace
+
+/// Past the line that starts at `line`; its text ends at `textEnd`.
+inline const char* DXFAsciiStream::stepOver(const char* line, const char*& textEnd) const noexcept
+{
+    const char* p = textEnd = findLineEnd(line, end);
+    if (p == end) return p;
+    const char other = *p == '\n' ? '\r' : '\n';
+    ++p;
+    return p != end && *p == other ? p + 1 : p;
+}
+
+inline bool DXFAsciiStream::takeCode(DXFGroup& group)
+{
+    if (at == end) return false;
+    group.line = currentLine;
+    const char* p = at;
+    while (p != end && *p == ' ') ++p;
+    unsigned code = 0;
+    const char* const digits = p;
+    const char* const limit = end - p > 5 ? p + 5 : end;   // fits 16 bits after the cast, whatever the digits
+    for (; p != limit && isDigit(*p); ++p) code = code * 10 + static_cast<unsigned>(*p - '0');
+    if (p != digits && p != end && isLineEnd(*p)) {
+        codeLineEnd = p;
+        group.code = static_cast<std::uint16_t>(code);
+        return true;
+    }
+    codeLineEnd = at;   // not known: the line is looked through again
+    group.code = parseCode();
+    return true;
+}
+
+/// An integer as the C library would read it from `at`: blanks, line ends among them, a
+/// sign, digits; what follows does not matter. Never looks beyond the end of the data.
+std::uint16_t DXFAsciiStream::parseCode()
+{
+    if (at >= wordStart && at < wordEnd) return wordCode;
+    const char* p = at;
+    while (p != end && isBlank(*p)) ++p;
+    const char* const word = p;
+    const bool negative = p != end && *p == '-';
+    if (p != end && (*p == '-' || *p == '+')) ++p;
+    const char* const digits = p;
+    constexpr std::int64_t most = std::numeric_limits<std::int32_t>::max();
+    std::int64_t value = 0;
+    for (; p != end && isDigit(*p); ++p) {
+        value = value * 10 + (*p - '0');
+        if (value > most + (negative ? 1 : 0)) throw BadFile(BadFile::badGroupCode, fileName(), currentLine);
+    }
+    if (p == digits) throw BadFile(BadFile::badGroupCode, fileName(), currentLine);
+    wordStart = at;
+    wordEnd = word + 1;
+    wordCode = static_cast<std::uint16_t>(negative ? -value : value);
+    return wordCode;
+}
+
+inline void DXFAsciiStream::takeValue(DXFGroup& group)
+{
+    const char* textEnd;
+    const char* const value = stepOver(codeLineEnd, textEnd);
+    if (value == end) throw BadFile(BadFile::badGroupValue, fileName(), group.line);
+    at = stepOver(value, textEnd);
+    currentLine += 2;
+    group.text = {value, static_cast<std::size_t>(textEnd - value)};
+    group.type = valueTypeOf(group.code);
+    group.converted = false;
+}
+
+inline void DXFAsciiStream::passValue(DXFGroup& group)
+{
+    const char* textEnd;
+    const char* const value = stepOver(codeLineEnd, textEnd);
+    if (value == end) throw BadFile(BadFile::badGroupValue, fileName(), group.line);
+    at = stepOver(value, textEnd);
+    currentLine += 2;
+}
+
+bool DXFAsciiStream::readGroupCode(DXFGroup& group) { return takeCode(group); }
+void DXFAsciiStream::readGroupValue(DXFGroup& group) { takeValue(group); }
+void DXFAsciiStream::skipGroupValue(DXFGroup& group) { passValue(group); }
+
+bool DXFAsciiStream::skipToRecord(DXFGroup& group) { return skipGroups(*this, group); }
+void DXFAsciiStream::appendGroups(DXFRecord& groups) { readGroups(*this, groups); }
+
+}   // namespace belvor

@@ -1,0 +1,21 @@
+#include "calcore/Angle.h"
+#include "readers/dxf/DXFArcs.h"
+#include "readers/dxf/DXFEntities.h"
+
+namespace belvor {
+
+void DXFCircle::build()
+{
+    const Point<3> centre = record.point(10);   // the elevation of old files is no substitute here
+    const double radius = record.real(40);
+    if (radius <= 0.0) return;
+    const int sides = arcSegments(360.0, radius);
+    DXFLoop ring;
+    for (int k = 0; k < sides; ++k) {
+        const Angle at = Angle::degrees(360.0 * k / sides);
+        ring.push_back(axes.toWorld(centre + Vector<3>(at.cos(), at.sin(), 0.0) * radius));
+    }
+    addPrism(std::move(ring));
+}
+
+}   // namespace belvor

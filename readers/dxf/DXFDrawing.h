@@ -1,0 +1,73 @@
+#pragma once
+
+#include "calcore/Transform.h"
+#include "readers/dxf/DXFLoops.h"
+#include "readers/dxf/DXFStream.h"
+#include "readers/dxf/SkippedEntities.h"
+#include "scene/Material.h"
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace belvor {
+
+/// What a layer table says of a layer; names that no table knows are thawed and on.
+struct DXFLayer {
+    std::int16_t flags = 0;
+    std::int16_t colour = 256;
+
+    bool frozen() const noexcept { return (flags & 1) != 0; }
+    bool off() const noexcept { return colour < 0; }
+};
+
+/// One INSERT: a block, placed once in each cell of an array. A cell takes a point of the
+/// block, less the block's base point, moved by (column × columnSpacing, row × rowSpacing, 0),
+/// through placement() into the coordinates in which the INSERT itself is given.
+struct DXFInsertion {
+    std::string_view block;   // a view of the file
+    std::int32_t columns = 1, rows = 1;
+    double columnSpacing = 0.0, rowSpacing = 0.0;
+    Vector<3> scale{1, 1, 1};
+    double degrees = 0.0;   ///< About z, before the tilt.
+    Vector<3> position;     ///< In the tilted axes.
+    DXFAxes tilt;
+
+    AffineTransform<3> placement() const noexcept
+    {
+        return tilt.toWorld() * UniformTransform<3>::translation(position) *
+               UniformTransform<3>::rotation(Angle::degrees(degrees)) * NonUniformTransform<3>::scale(scale);
+    }
+};
+
+/// The drawing as its entities see it. They know nothing of sections, blocks or the model,
+/// so that an INSERT, which has more entities read, needs none of them either.
+class DXFDrawing {
+public:
+    virtual DXFStream& stream() = 0;
+
+    /// The layer of that name, added with its defaults when there is none.
+    virtual const DXFLayer& findLayer(std::string_view name) = 0;
+    virtual Material& findMaterial(std::string_view key) = 0;
+    /// Gives the material of `key` a name, which a later definition may change again.
+    virtual void nameMaterial(std::string_view key, std::string_view name) = 0;
+
+    /// Adds a facet with these corners, mapped by the transform in force. `flatNormal` is its
+    /// normal where the corners have none: the axes of its entity, or null for world +z.
+    virtual void addFacet(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat) = 0;
+    /// How many facets there are.
+    virtual std::uint32_t facetsSoFar() const = 0;
+
+    /// Has the entities of a known block read for each cell, as soon as the current entity is done.
+    virtual void readEntities(const DXFInsertion& insertion) = 0;
+    /// Whether a BLOCK of that name has been read.
+    virtual bool hasBlock(std::string_view name) const = 0;
+
+    virtual void skip(std::string_view type, SkippedEntities::Why why, std::string_view what) = 0;
+
+protected:
+    ~DXFDrawing() = default;
+};
+
+}   // namespace belvor

@@ -1,0 +1,29 @@
+#include "calcore/Angle.h"
+#include "readers/dxf/DXFArcs.h"
+#include "readers/dxf/DXFEntities.h"
+
+#include <cmath>
+#include <numbers>
+
+namespace belvor {
+
+void DXFEllipse::build()
+{
+    constexpr double turn = 2.0 * std::numbers::pi;
+    const Point<3> centre = record.pointOr(10, 0.0);
+    const Vector<3> major = record.pointOr(11, 0.0).vector();
+    const Vector<3> minor = axes.z().cross(major) * record.real(40);
+    const double sweep = std::fabs(record.realOr(42, turn) - record.realOr(41, 0.0));
+    const bool full = sweep == 0.0 || std::fabs(sweep - turn) <= 1e-6;
+    if (!full || major == Vector<3>()) return;
+
+    const int sides = arcSegments(360.0, major.length());
+    DXFLoop ring;
+    for (int k = 0; k < sides; ++k) {
+        const Angle at = Angle::radians(turn * k / sides);
+        ring.push_back(centre + major * at.cos() + minor * at.sin());
+    }
+    addFace(ring, &axes);
+}
+
+}   // namespace belvor

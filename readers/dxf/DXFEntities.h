@@ -1,0 +1,58 @@
+#pragma once
+
+#include "readers/dxf/DXFEntity.h"
+
+namespace belvor {
+
+// The entity types that draw something, one file each.
+
+/// Three or four corners in space.
+class DXFFace final : public DXFGraphic {
+public:
+    explicit DXFFace(const DXFEntity& entity) : DXFGraphic(entity) {}
+    void build() override;
+};
+
+/// SOLID and TRACE: a filled quadrilateral whose third and fourth corners are swapped.
+class DXFSolid final : public DXFPolygon {
+public:
+    explicit DXFSolid(const DXFEntity& entity) : DXFPolygon(entity) {}
+    void build() override;
+};
+
+/// LINE and 3DLINE: with thickness a wall.
+class DXFLine final : public DXFPrimitive {
+public:
+    explicit DXFLine(const DXFEntity& entity) : DXFPrimitive(entity) {}
+    void build() override;
+};
+
+/// A filled disc; with thickness a cylinder.
+class DXFCircle final : public DXFPolygon {
+public:
+    explicit DXFCircle(const DXFEntity& entity) : DXFPolygon(entity) {}
+    void build() override;
+};
+
+/// With thickness a curved wall.
+class DXFArc final : public DXFPrimitive {
+public:
+    explicit DXFArc(const DXFEntity& entity) : DXFPrimitive(entity) {}
+    void build() override;
+};
+
+/// A filled disc when complete. Has no thickness.
+class DXFEllipse final : public DXFPolygon {
+public:
+    explicit DXFEllipse(const DXFEntity& entity) : DXFPolygon(entity) {}
+    void build() override;
+};
+
+/// A block placed once or in an array.
+class DXFInsert final : public DXFEntity {
+public:
+    explicit DXFInsert(const DXFEntity& entity) : DXFEntity(entity) {}
+    void build() override;
+};
+
+}   // namespace belvor

@@ -1,0 +1,85 @@
+#include "readers/dxf/DXFEntity.h"
+
+namespace belvor {
+namespace {
+
+/// The text of the first group of that code in a run; empty when there is none.
+std::string_view firstText(std::span<const DXFGroup> run, int code) noexcept
+{
+    for (const DXFGroup& group : run)
+        if (group.code == code) return group.text;
+    return {};
+}
+
+}   // namespace
+
+DXFEntity::DXFEntity(DXFDrawing& model, const DXFRecord& entity)
+    : drawing(model), record(entity), layer(entity.textOr(8, ""))
+{
+    if (const auto definition = record.extendedData("AVE_MATERIAL"); !definition.empty()) {
+        materialKey = record.textOr(5, "");
+        drawing.findMaterial(materialKey);
+        const std::string_view name = firstText(definition, 1000);
+        drawing.nameMaterial(materialKey, name);
+        log().line("Define material ", materialKey, " as ", name);
+    } else if (const auto finish = record.extendedData("AVE_FINISH"); !finish.empty()) {
+        materialKey = firstText(finish, 1005);
+        drawing.findMaterial(materialKey);
+    }
+}
+
+bool DXFEntity::isVisible()
+{
+    const DXFLayer& itsLayer = drawing.findLayer(layer);
+    const bool inserts = record.type() == "INSERT";   // its entities have layers of their own
+    if (!itsLayer.frozen() && !itsLayer.off()) return true;
+
+    const bool drawn = inserts && !itsLayer.frozen();
+    if (log())
+        log().line(drawn ? "keeping " : "skipping ", record.type(), " ", record.textOr(2, ""),
+                   itsLayer.frozen() ? ", frozen-layer " : ", OFF-layer ", layer, " at line ", record.line());
+    if (!drawn)
+        drawing.skip(record.type(), itsLayer.frozen() ? SkippedEntities::Why::layerFrozen : SkippedEntities::Why::layerOff, layer);
+    return drawn;
+}
+
+const Material& DXFEntity::material()
+{
+    if (!surface) surface = &drawing.findMaterial(materialKey.empty() ? layer : materialKey);
+    return *surface;
+}
+
+void DXFGraphic::addFace(std::span<const Point<3>> corners, const DXFAxes* flat) { drawing.addFacet(material(), corners, flat); }
+
+void DXFGraphic::addLoop(DXFLoop loop, const DXFAxes* flat)
+{
+    dropRepeats(loop);
+    if (loop.size() >= 3) addFace(loop, flat);
+}
+
+void DXFGraphic::addWall(const Point<3>& a, const Point<3>& b, const Vector<3>& height, const DXFAxes* flat)
+{
+    if (!makesWall(a, b, height)) return;
+    const Point<3> quad[] = {a, b, b + height, a + height};
+    addFace(quad, flat);
+}
+
+DXFPrimitive::DXFPrimitive(const DXFEntity& entity) : DXFGraphic(entity), axes(DXFAxes::of(record))
+{
+    elevation = record.realOr(38, 0.0);
+    thickness = axes.z() * record.realOr(39, 0.0);
+}
+
+void DXFPolygon::addPrism(DXFLoop loop)
+{
+    dropRepeats(loop);
+    if (loop.size() < 3) return;
+    addFace(loop, &axes);
+    if (!isThick()) return;
+    DXFLoop top = loop;
+    for (Point<3>& corner : top) corner += thickness;
+    addFace(top, &axes);
+    for (std::size_t i = 0; i < loop.size(); ++i) addWall(loop[i], loop[(i + 1) % loop.size()], thickness, &axes);
+}
+
+}   // namespace belvor

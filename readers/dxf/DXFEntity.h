@@ -1,0 +1,83 @@
+#pragma once
+
+#include "readers/dxf/DXFDrawing.h"
+
+#include <initializer_list>
+#include <string_view>
+
+namespace belvor {
+
+/// A record met among the entities: whether it is drawn, of which material, and by whom.
+/// The types derive from it and are made from it; see DXFDispatch.cpp. Lives while its
+/// record is the stream's current one.
+class DXFEntity {
+public:
+    /// Also takes in the material definition that the record may carry.
+    DXFEntity(DXFDrawing& drawing, const DXFRecord& record);
+    virtual ~DXFEntity() = default;
+
+    /// Adds the entity's geometry to the drawing, by its type. Throws BadFile.
+    virtual void build();
+    /// Whether its layer lets it be drawn.
+    virtual bool isVisible();
+
+    /// The material of its surfaces; made when the first surface asks for it.
+    const Material& material();
+
+protected:
+    DXFEntity(const DXFEntity&) = default;   // for the types, made from what met the record
+
+    DXFStream& stream() const { return drawing.stream(); }
+    DXFLog& log() const { return stream().log(); }
+
+    DXFDrawing& drawing;
+    const DXFRecord& record;
+
+private:
+    std::string_view materialKey;   // views of the file: they outlive the record
+    std::string_view layer;
+    const Material* surface = nullptr;
+};
+
+/// An entity that adds facets, in world coordinates.
+class DXFGraphic : public DXFEntity {
+protected:
+    explicit DXFGraphic(const DXFEntity& entity) : DXFEntity(entity) {}
+
+    /// A facet with the corners as they are.
+    void addFace(std::span<const Point<3>> corners, const DXFAxes* flat = nullptr);
+    void addFace(std::initializer_list<Point<3>> corners, const DXFAxes* flat = nullptr)
+    {
+        addFace(std::span<const Point<3>>(corners.begin(), corners.size()), flat);
+    }
+    /// A facet of what is left of the corners without repeats, if that is three or more.
+    void addLoop(DXFLoop loop, const DXFAxes* flat = nullptr);
+    /// The quadrilateral a, b, b + thickness, a + thickness, if it covers any area.
+    void addWall(const Point<3>& a, const Point<3>& b, const Vector<3>& thickness, const DXFAxes* flat = nullptr);
+};
+
+/// An entity with an object coordinate system (groups 210, 220, 230), an elevation (38) and a
+/// thickness (39).
+class DXFPrimitive : public DXFGraphic {
+protected:
+    explicit DXFPrimitive(const DXFEntity& entity);
+
+    bool isThick() const noexcept { return thickness != Vector<3>(); }
+    /// Groups code, code + 10, code + 20, the last defaulting to the elevation.
+    Point<3> corner(int code) const { return record.pointOr(code, elevation); }
+
+    DXFAxes axes;
+    double elevation = 0.0;
+    Vector<3> thickness;   // world
+};
+
+/// A flat filled outline; with thickness a closed prism.
+class DXFPolygon : public DXFPrimitive {
+protected:
+    explicit DXFPolygon(const DXFEntity& entity) : DXFPrimitive(entity) {}
+
+    /// World corners. Base, top, then one wall a side.
+    void addPrism(DXFLoop loop);
+};
+
+}   // namespace belvor

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace belvor {
+
+/// What the value of a group is, fixed by its code.
+enum class DXFValueType : std::uint8_t { integer16 = 2, integer32 = 4, real = 8, text = 16 };
+
+namespace detail {
+
+constexpr DXFValueType tabulatedType(std::size_t code) noexcept
+{
+    const auto within = [code](std::size_t first, std::size_t last) { return code >= first && code <= last; };
+    if (within(10, 59) || within(140, 147) || within(210, 239) || within(1010, 1059) || within(1210, 1239))
+        return DXFValueType::real;
+    if (within(60, 79) || within(170, 179) || within(270, 289) || within(1060, 1070)) return DXFValueType::integer16;
+    if (within(90, 99) || code == 1071) return DXFValueType::integer32;
+    return DXFValueType::text;
+}
+
+inline constexpr auto valueTypes = [] {
+    std::array<DXFValueType, 1240> types{};
+    for (std::size_t code = 0; code < types.size(); ++code) types[code] = tabulatedType(code);
+    return types;
+}();
+
+}   // namespace detail
+
+constexpr DXFValueType valueTypeOf(std::uint16_t code) noexcept
+{
+    return code < detail::valueTypes.size() ? detail::valueTypes[code] : DXFValueType::text;
+}
+
+/// One code and its value. The text is a view into the file's bytes: it lives as long as
+/// the stream that the group was read from.
+struct DXFGroup {
+    std::uint16_t code = 0;
+    DXFValueType type = DXFValueType::text;
+    mutable bool converted = false;   ///< `number` holds the value.
+    std::int32_t line = 0;            ///< Of the code: a line from 1, or a byte offset in a binary file.
+    std::string_view text;            ///< The whole value line; a binary text; empty for a binary number.
+    mutable double number = 0.0;      ///< Worked out when first asked for.
+};
+
+}   // namespace belvor

@@ -1,0 +1,24 @@
+#include "readers/dxf/DXFEntities.h"
+
+namespace belvor {
+
+void DXFInsert::build()
+{
+    DXFInsertion insertion;
+    insertion.block = record.text(2);
+    if (!drawing.hasBlock(insertion.block))
+        return drawing.skip(record.type(), SkippedEntities::Why::blockUnknown, insertion.block);
+    insertion.columns = record.integerOr(70, 1);
+    insertion.rows = record.integerOr(71, 1);
+    if (insertion.columns <= 0 || insertion.rows <= 0) return drawing.skip(record.type(), SkippedEntities::Why::noCells, {});
+
+    insertion.columnSpacing = record.realOr(44, 0.0);
+    insertion.rowSpacing = record.realOr(45, 0.0);
+    insertion.scale = {record.realOr(41, 1.0), record.realOr(42, 1.0), record.realOr(43, 1.0)};
+    insertion.degrees = record.realOr(50, 0.0);
+    insertion.position = record.pointOr(10, 0.0).vector();
+    insertion.tilt = DXFAxes::of(record);
+    drawing.readEntities(insertion);
+}
+
+}   // namespace belvor

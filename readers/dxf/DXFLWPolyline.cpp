@@ -1,0 +1,34 @@
+#include "readers/dxf/DXFPolylines.h"
+
+namespace belvor {
+
+void DXFLWPolyline::build()
+{
+    const double everyWidth = record.realOr(43, 0.0);
+    if (log()) log().line("LWPolyline ", "width ", everyWidth, " thickness ", record.realOr(39, 0.0));
+
+    std::vector<StripVertex> vertices;
+    const DXFGroup* x = record.find(10);   // each starts a vertex; what follows belongs to it
+    const DXFGroup* const end = record.groups().data() + record.groups().size();
+    while (x) {
+        const DXFGroup* const next = record.next(*x, 10);
+        StripVertex vertex;
+        const DXFGroup* y = nullptr;
+        for (const DXFGroup* group = x + 1; group != (next ? next : end); ++group) {
+            switch (group->code) {
+            case 20: y = y ? y : group; break;
+            case 40: vertex.startWidth = record.realOf(*group); break;
+            case 41: vertex.endWidth = record.realOf(*group); break;
+            case 42: vertex.bulge = record.realOf(*group); break;
+            }
+        }
+        if (!y) record.failNeeding(20);
+        vertex.at = {record.realOf(*x), record.realOf(*y)};
+        if (everyWidth != 0.0) vertex.startWidth = vertex.endWidth = everyWidth;
+        vertices.push_back(vertex);
+        x = next;
+    }
+    addStrip(vertices, elevation);
+}
+
+}   // namespace belvor

@@ -1,0 +1,94 @@
+#pragma once
+
+#include "app/errors/BadFile.h"
+#include "readers/dxf/DXFEntity.h"
+#include "readers/dxf/DXFStrip.h"
+
+#include <vector>
+
+namespace belvor {
+
+/// A VERTEX record: a corner of the POLYLINE before it, or a face of a polyface mesh.
+class DXFVertexEntity final : public DXFEntity {
+public:
+    enum Flag { splineFit = 8, frameControl = 16, meshPosition = 64, faceMesh = 128 };
+
+    DXFVertexEntity(DXFDrawing& model, const DXFRecord& vertex) : DXFEntity(model, vertex), flags(vertex.integerOr(70, 0)) {}
+
+    bool has(Flag flag) const noexcept { return (flags & flag) != 0; }
+    /// The record's groups, while it is the current one.
+    const DXFRecord& groups() const noexcept { return record; }
+
+private:
+    std::int32_t flags;
+};
+
+/// A POLYLINE record of any kind. Its VERTEX records replace it as the stream's current
+/// record, so it takes what it needs of its own groups before it reads them.
+class DXFPolyline : public DXFPrimitive {
+public:
+    explicit DXFPolyline(const DXFEntity& entity) : DXFPrimitive(entity), flags(record.integerOr(70, 0)) {}
+    void build() override;
+
+protected:
+    enum Flag { closed = 1, smoothed = 4, spatial = 8, mesh = 16, closedInN = 32, faceMesh = 64 };
+    bool has(Flag flag) const noexcept { return (flags & flag) != 0; }
+
+    /// Calls use(vertex) for the VERTEX records up to the SEQEND or the end of the data.
+    /// Throws BadFile at any other record.
+    template <class Use>
+    void forEachVertex(Use use)
+    {
+        while (stream().nextRecord() && stream().type() != "SEQEND") {
+            if (stream().type() != "VERTEX")
+                throw BadFile(BadFile::badGroup, "DXFVertex constructed with non-VERTEX group", {}, stream().fileName(),
+                              stream().line());
+            use(DXFVertexEntity(drawing, stream().readRecord()));
+        }
+    }
+
+    std::int32_t flags;
+};
+
+/// A polyline in a plane: with width a filled strip, with thickness its walls.
+class DXFPolyline2D : public DXFPolyline {
+public:
+    explicit DXFPolyline2D(const DXFEntity& entity) : DXFPolyline(entity) {}
+    void build() override;
+
+protected:
+    void addStrip(const std::vector<StripVertex>& vertices, double z);
+
+private:
+    void addSegment(const StripSegment& segment, const StripJoint& before, const StripJoint& after, double z);
+    void addThinChord(const Point<3>& from, const Point<3>& to);
+};
+
+/// The same in one record.
+class DXFLWPolyline final : public DXFPolyline2D {
+public:
+    explicit DXFLWPolyline(const DXFEntity& entity) : DXFPolyline2D(entity) {}
+    void build() override;
+};
+
+/// A curve in space: draws nothing.
+class DXFPolyline3D final : public DXFPolyline {
+public:
+    explicit DXFPolyline3D(const DXFEntity& entity) : DXFPolyline(entity) {}
+    void build() override;
+};
+
+/// The two meshes.
+class DXFPolyPrim final : public DXFPolyline {
+public:
+    explicit DXFPolyPrim(const DXFEntity& entity) : DXFPolyline(entity) {}
+    void build() override;
+
+private:
+    void buildPolygonMesh();                                     // DXFPolygonMesh.cpp
+    void addCells(const std::vector<Point<3>>& points, std::int32_t m, std::int32_t n);
+    void buildPolyfaceMesh();                                    // DXFPolyfaceMesh.cpp
+    void addMeshFace(const DXFVertexEntity& face, const std::vector<Point<3>>& positions);
+};
+
+}   // namespace belvor

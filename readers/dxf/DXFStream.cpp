@@ -1,0 +1,77 @@
+#include "readers/dxf/DXFStream.h"
+
+#include "readers/dxf/DXFAsciiStream.h"
+#include "readers/dxf/DXFBinaryStream.h"
+
+#include <stdexcept>
+#include <utility>
+
+namespace belvor {
+
+DXFStream::DXFStream(Source source)
+    : begin(source.bytes.data()), end(begin + source.bytes.size()), at(begin), file(std::move(source.file)),
+      name(std::move(source.name)), reporter(source.reporter), record(name)
+{
+    if (source.logging) diagnostics = DXFLog(name + ".log");
+}
+
+DXFStream::~DXFStream() = default;
+
+std::unique_ptr<DXFStream> DXFStream::open(const std::string& fileName, Reporter& reporter, bool logging)
+{
+    auto mapped = std::make_unique<MappedFile>(fileName);
+    const std::string_view bytes = mapped->bytes();
+    return make({std::move(mapped), bytes, fileName, reporter, logging});
+}
+
+std::unique_ptr<DXFStream> DXFStream::over(std::string_view bytes, const std::string& fileName, Reporter& reporter, bool logging)
+{
+    return make({nullptr, bytes, fileName, reporter, logging});
+}
+
+std::unique_ptr<DXFStream> DXFStream::make(Source source)
+{
+    if (DXFBinaryStream::recognises(source.bytes)) return std::make_unique<DXFBinaryStream>(std::move(source));
+    return std::make_unique<DXFAsciiStream>(std::move(source));
+}
+
+void DXFStream::checkProgress()
+{
+    if (begin == end) return;   // nothing to measure by
+    reporter.check(1, 0, static_cast<double>(at - begin) / static_cast<double>(end - begin));
+}
+
+bool DXFStream::nextRecord()
+{
+    checkProgress();
+    if (state == State::pushedBack) {
+        state = State::loaded;
+        return true;
+    }
+    record.clear();
+    DXFGroup first;
+    if (!skipToRecord(first)) return false;
+    readGroupValue(first);
+    record.append(first);
+    state = State::firstGroup;
+    return true;
+}
+
+const DXFRecord& DXFStream::readRecord()
+{
+    if (state == State::positioned) throw std::runtime_error("Invalid internal state for DXF Stream");
+    if (state == State::firstGroup) {
+        appendGroups(record);
+        state = State::loaded;
+    }
+    return record;
+}
+
+void DXFStream::seek(const DXFPosition& position) noexcept
+{
+    at = position.at;
+    currentLine = position.line;
+    state = State::positioned;
+}
+
+}   // namespace belvor

@@ -1,0 +1,123 @@
+#pragma once
+
+#include "app/errors/Reporter.h"
+#include "platform/MappedFile.h"
+#include "readers/dxf/DXFLog.h"
+#include "readers/dxf/DXFRecord.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace belvor {
+
+/// A place between two groups, to come back to. Valid for the stream's life.
+struct DXFPosition {
+    const char* at = nullptr;
+    std::int32_t line = 0;   ///< The line there, or the byte offset in a binary file.
+};
+
+/// A DXF file as a sequence of records, whatever its encoding. Knows no section and no
+/// entity. The bytes stay mapped and every text is a view of them, so nothing taken from a
+/// record may outlive the stream.
+class DXFStream {
+public:
+    /// Opens and maps the file (UTF-8 name) and decides the encoding. With `logging` the log
+    /// is the file of that name with ".log" appended. Throws Win32Error.
+    static std::unique_ptr<DXFStream> open(const std::string& fileName, Reporter& reporter, bool logging);
+    /// The same over bytes that the caller keeps; `fileName` is for messages and the log.
+    static std::unique_ptr<DXFStream> over(std::string_view bytes, const std::string& fileName, Reporter& reporter,
+                                           bool logging);
+    DXFStream(const DXFStream&) = delete;
+    DXFStream& operator=(const DXFStream&) = delete;
+    virtual ~DXFStream();
+
+    /// Reads the code at the position, and its line, without moving; false at the end.
+    virtual bool readGroupCode(DXFGroup& group) = 0;
+    /// Steps over the code that readGroupCode() has just read and over its value, which it fills in.
+    virtual void readGroupValue(DXFGroup& group) = 0;
+    /// Steps over the code that readGroupCode() has just read and over its value.
+    virtual void skipGroupValue(DXFGroup& group) = 0;
+
+    /// Steps to the next record and reports progress; false at the end of the data. The
+    /// record then holds its first group only. Throws BadFile, Reporter::Abandoned.
+    bool nextRecord();
+    /// The whole current record, until the next nextRecord(). Throws BadFile.
+    const DXFRecord& readRecord();
+    /// Makes the next nextRecord() deliver the current record again. Groups not read by then
+    /// are lost: call readRecord() first when they matter.
+    void pushBack() noexcept { state = State::pushedBack; }
+
+    /// The value and the line of the current record's first group.
+    std::string_view type() const noexcept { return record.type(); }
+    std::int32_t line() const noexcept { return record.line(); }
+
+    DXFPosition position() const noexcept { return {at, currentLine}; }
+    void seek(const DXFPosition& position) noexcept;
+
+    /// Reports how far the position is. Throws Reporter::Abandoned.
+    void checkProgress();
+
+    const std::string& fileName() const noexcept { return name; }
+    DXFLog& log() noexcept { return diagnostics; }
+
+protected:
+    /// What open() hands to the two encodings.
+    struct Source {
+        std::unique_ptr<MappedFile> file;   // none when the caller keeps the bytes
+        std::string_view bytes;
+        std::string name;
+        Reporter& reporter;
+        bool logging;
+    };
+    explicit DXFStream(Source source);
+
+    // The two loops over groups, in each encoding without a virtual call a group.
+    virtual bool skipToRecord(DXFGroup& group) = 0;
+    virtual void appendGroups(DXFRecord& groups) = 0;
+
+    const char* const begin;
+    const char* const end;
+    const char* at;
+    std::int32_t currentLine = 1;   // or the byte offset
+
+private:
+    enum class State { positioned, firstGroup, loaded, pushedBack };
+
+    static std::unique_ptr<DXFStream> make(Source source);
+
+    std::unique_ptr<MappedFile> file;
+    const std::string name;
+    Reporter& reporter;
+    DXFRecord record;
+    DXFLog diagnostics;
+    State state = State::positioned;
+};
+
+/// Steps over groups up to a code 0 or 9, of which only the code is read. The encodings make
+/// the template a friend: it calls their inline halves, not the virtual operations.
+template <class Stream>
+bool skipGroups(Stream& stream, DXFGroup& group)
+{
+    while (stream.takeCode(group)) {
+        if (group.code == 0 || group.code == 9) return true;
+        stream.passValue(group);
+    }
+    return false;
+}
+
+/// Appends groups up to a code 0 or 9, which stays unread.
+template <class Stream>
+void readGroups(Stream& stream, DXFRecord& groups)
+{
+    DXFGroup group;
+    while (stream.takeCode(group)) {
+        if (group.code == 0 || group.code == 9) return;
+        stream.takeValue(group);
+        groups.append(group);
+    }
+}
+
+}   // namespace belvor

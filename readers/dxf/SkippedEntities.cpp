@@ -1,0 +1,61 @@
+#include "readers/dxf/SkippedEntities.h"
+
+#include "resources/Texts.h"
+
+#include <algorithm>
+#include <tuple>
+
+namespace belvor {
+namespace {
+
+constexpr std::size_t mostKinds = 1000;   // a file may be made of nothing but new words
+
+bool isControl(char c) noexcept { return static_cast<unsigned char>(c) < ' ' || c == '\x7f'; }
+
+bool isWord(std::string_view type) noexcept
+{
+    const auto plain = [](char c) { return c > ' ' && c < '\x7f'; };
+    return !type.empty() && type.size() <= 64 && std::all_of(type.begin(), type.end(), plain);
+}
+
+std::string reasonFor(SkippedEntities::Why why, std::string_view what)
+{
+    constexpr int firstReason = 2101;   // the texts stand in the order of Why
+    std::string reason = textOf(firstReason + static_cast<int>(why));
+    std::string printable(what.substr(0, 100));
+    for (char& c : printable)
+        if (isControl(c)) c = '?';
+    if (const std::size_t hole = reason.find("%s"); hole != std::string::npos) reason.replace(hole, 2, printable);
+    return reason;
+}
+
+}   // namespace
+
+bool SkippedEntities::Order::before(const KeyView& a, const KeyView& b) noexcept
+{
+    return std::tie(a.type, a.why, a.what) < std::tie(b.type, b.why, b.what);
+}
+
+SkippedEntities::Entry& SkippedEntities::add(std::string_view type, Why why, std::string_view what)
+{
+    if (!isWord(type)) return add("?", Why::unreadable);
+    const KeyView key{type, why, what};
+    auto place = entries.lower_bound(key);
+    if (place == entries.end() || Order::before(key, Order::view(place->first))) {
+        if (entries.size() >= mostKinds && why != Why::more) return add("?", Why::more);
+        place = entries.emplace_hint(place, Key{std::string(type), why, std::string(what)},
+                                     Entry{std::string(type), reasonFor(why, what), 0});
+    }
+    ++place->second.count;
+    return place->second;
+}
+
+std::vector<SkippedEntities::Entry> SkippedEntities::list() const
+{
+    std::vector<Entry> result;
+    result.reserve(entries.size());
+    for (const auto& [key, entry] : entries) result.push_back(entry);
+    return result;
+}
+
+}   // namespace belvor

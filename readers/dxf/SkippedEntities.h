@@ -1,0 +1,63 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace belvor {
+
+/// Entities that were met and added no surface, counted by type and reason: what tells a
+/// user why something is missing from the picture. Entities of a block count at each
+/// insertion.
+class SkippedEntities {
+public:
+    enum class Why : std::uint8_t {
+        typeNotDrawn,    ///< Its type never gives surfaces.
+        noSurface,       ///< This one gives none: a line without thickness, an open curve.
+        layerFrozen,     ///< `what` names the layer.
+        layerOff,        ///< `what` names the layer.
+        blockUnknown,    ///< An INSERT; `what` names the block.
+        blockInItself,   ///< An INSERT; `what` names the block.
+        noCells,         ///< An INSERT of no columns or no rows.
+        tooFarOut,       ///< Coordinates beyond what a number can hold.
+        unreadable,      ///< Its type is no word: a damaged file, or one of another make.
+        more,            ///< Kinds beyond the first thousand.
+    };
+
+    struct Entry {
+        std::string type;     ///< As the file writes it; "?" where that is no word.
+        std::string reason;   ///< For the user, in words, without control characters.
+        std::uint64_t count = 0;
+    };
+
+    /// Counts one entity. The entry, for counting more of its kind, stays where it is.
+    Entry& add(std::string_view type, Why why, std::string_view what = {});
+
+    bool empty() const noexcept { return entries.empty(); }
+    /// By type, then by reason.
+    std::vector<Entry> list() const;
+
+private:
+    struct Key {
+        std::string type;
+        Why why;
+        std::string what;
+    };
+    struct KeyView {
+        std::string_view type;
+        Why why;
+        std::string_view what;
+    };
+    struct Order {
+        using is_transparent = void;
+        static KeyView view(const Key& key) noexcept { return {key.type, key.why, key.what}; }
+        static KeyView view(const KeyView& key) noexcept { return key; }
+        bool operator()(const auto& a, const auto& b) const noexcept { return before(view(a), view(b)); }
+        static bool before(const KeyView& a, const KeyView& b) noexcept;
+    };
+    std::map<Key, Entry, Order> entries;
+};
+
+}   // namespace belvor
