@@ -1,6 +1,5 @@
 #include "render/Buffer.h"
 
-#include "render/Spans.h"
 #include "scene/Camera.h"
 
 #include <algorithm>
@@ -28,7 +27,7 @@ void Buffer::scanFacets(std::span<const ActiveFacet> active, const Camera& camer
             continue;
         }
         for (std::uint32_t i = 0; i < facet.crossingCount; i += 2)
-            fillSpan(facet.facet, facet.crossings[i], facet.crossings[i + 1]);
+            fill(spanBetween(facet.facet, facet.crossings[i], facet.crossings[i + 1], rowWidth));
     }
 }
 
@@ -42,36 +41,28 @@ void Buffer::scanOddFacet(const ActiveFacet& active, const Camera& camera) noexc
     const Crossing* const end = at + active.crossingCount;
     if (slope > 0.0) {
         const Columns columns = columnsUpTo(at->x, rowWidth);
-        fill(active.facet, columns.first, columns.end, at->depth - slope * at->x, slope);
+        fill({at->depth - slope * at->x, slope, active.facet, columns.first, columns.end});
         ++at;
     }
-    for (; end - at >= 2; at += 2) fillSpan(active.facet, at[0], at[1]);
+    for (; end - at >= 2; at += 2) fill(spanBetween(active.facet, at[0], at[1], rowWidth));
     if (slope < 0.0) {
         const Columns columns = columnsFrom(at->x, rowWidth);
-        fill(active.facet, columns.first, columns.end, at->depth - (at->x - columns.first) * slope, slope);
+        fill({at->depth - (at->x - columns.first) * slope, slope, active.facet, columns.first, columns.end});
     }
 }
 
-void Buffer::fillSpan(std::uint32_t facet, const Crossing& left, const Crossing& right) noexcept
-{
-    const Columns columns = coveredColumns(left.x, right.x, rowWidth);
-    if (columns.first >= columns.end) return;
-    double step = right.depth - left.depth;
-    if (const double length = right.x - left.x; length != 0.0) step /= length;
-    fill(facet, columns.first, columns.end, left.depth + (columns.first - left.x) * step, step);
-}
-
-void Buffer::fill(std::uint32_t facet, int first, int end, double depth, double step) noexcept
+void Buffer::fill(const SpanFill& span) noexcept
 {
     double* const nearest = depths.data();
     std::uint32_t* const owner = owners.data();
-    for (int i = first; i < end; ++i) {
+    double depth = span.depth;
+    for (int i = span.first; i < span.end; ++i) {
         const double old = nearest[i];
         const std::uint32_t oldOwner = owner[i];
-        const bool taken = (depth < old) | ((depth == old) & (facet >= oldOwner));
+        const bool taken = (depth < old) | ((depth == old) & (span.facet >= oldOwner));
         nearest[i] = taken ? depth : old;
-        owner[i] = taken ? facet : oldOwner;
-        depth += step;
+        owner[i] = taken ? span.facet : oldOwner;
+        depth += span.step;
     }
 }
 

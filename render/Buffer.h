@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Handle.h"
+#include "render/Spans.h"
 #include "scene/Model.h"
 
 #include <cstddef>
@@ -9,12 +10,6 @@
 #include <vector>
 
 namespace belvor {
-
-/// One side of a facet where it crosses the current row.
-struct Crossing {
-    double x;       ///< Pixels.
-    double depth;   ///< Screen depth there.
-};
 
 /// A facet that is active on the current row.
 struct ActiveFacet {
@@ -43,6 +38,9 @@ public:
     /// a pixel, and of two equally near ones the later in the store.
     virtual void scanFacets(std::span<const ActiveFacet> active, const Camera& camera);
 
+    /// Offers a run of pixels.
+    void fill(const SpanFill& span) noexcept;
+
     /// Takes the finished row, counted from 0 at the top.
     virtual void lineDone(int row) = 0;
 
@@ -55,9 +53,7 @@ public:
     const Facet& facet(std::uint32_t place) const noexcept { return facets->facet(place); }
 
 private:
-    void fillSpan(std::uint32_t facet, const Crossing& left, const Crossing& right) noexcept;
     void scanOddFacet(const ActiveFacet& active, const Camera& camera) noexcept;
-    void fill(std::uint32_t facet, int first, int end, double depth, double step) noexcept;
 
     const Model* facets = nullptr;
     int rowWidth;

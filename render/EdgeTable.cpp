@@ -35,62 +35,136 @@ EdgeRows activeRows(double y0, double z0, double y1, double z1, int height) noex
     return {y0 < 0.0 ? 0 : rowBelow(y0), rowAtOrAbove(y1, height)};
 }
 
-EdgeTable::EdgeTable(const BlockStore<Vertex>& vertexStore, BlockStore<Edge>& edgeStore, const BlockStore<Facet>& facetStore,
-                     int width, int rows, Reporter& progress)
-    : vertices(vertexStore), edges(edgeStore), facets(facetStore), height(rows),
-      rowStarts(static_cast<std::size_t>(rows) + 1)
+/// The extent of a facet on the screen.
+struct EdgeTable::Box {
+    double left = std::numeric_limits<double>::max(), right = -left, top = left, bottom = -left;
+    double nearest = -left;    // the largest depth: negative when all of it is in front of the eye
+    bool numbers = true;       // no coordinate is undefined
+
+    void add(const Point<3>& p) noexcept
+    {
+        left = p[0] < left ? p[0] : left;
+        right = p[0] > right ? p[0] : right;
+        top = p[1] < top ? p[1] : top;
+        bottom = p[1] > bottom ? p[1] : bottom;
+        nearest = p[2] > nearest ? p[2] : nearest;
+        numbers &= p[0] == p[0] && p[1] == p[1];
+    }
+    bool inFront() const noexcept { return nearest < 0.0; }
+
+    /// Whether no sample point can lie between the sides: beside the picture, or between two
+    /// columns. A crossing may be rounded past the corners, by far less than the margin.
+    bool coversNoColumn(int width) const noexcept
+    {
+        constexpr double margin = 1e-6, exactEnough = 1e8;
+        if (!(left > -exactEnough && right < exactEnough)) return false;
+        return right <= -margin || left >= width || (left >= margin && static_cast<int>(left - margin) == static_cast<int>(right + margin));
+    }
+};
+
+EdgeTable::EdgeTable(const std::vector<Point<3>>& projectedVertices, BlockStore<Edge>& edgeStore, const BlockStore<Facet>& facetStore,
+                     int rowWidth, int rows, RowSpans& spans, Reporter& progress)
+    : projected(projectedVertices), edges(edgeStore), facets(facetStore), width(rowWidth), height(rows), shortFacets(spans)
 {
-    // Facets by their first row, in store order within a row (a counting sort).
-    std::vector<std::uint32_t> firstRow(facets.size());
+    // Ready-made runs are worth their memory for small facets only.
+    const std::size_t mostRuns = 2 * std::size_t{facets.size()} + 65536;
+    shortFacets.restart(rows);
+    std::vector<Entry> entries;
+    const double edgeCount = edges.size();
     std::uint32_t reported = 0;
     for (std::uint32_t i = 0; i < facets.size(); ++i) {
         const Facet& facet = facets[i];
         for (; reported < facet.firstEdge + facet.edgeCount; reported += 256)
-            progress.check(2, 0, reported / (3.0 * edges.size()) + 1.0 / 3.0);
-        firstRow[i] = orderFacetEdges(facet, width);
-        if (firstRow[i] < static_cast<std::uint32_t>(height)) ++rowStarts[firstRow[i] + 1];
+            progress.check(2, 0, reported / (3.0 * edgeCount) + 1.0 / 3.0);
+        Ends ends[slotEdges];
+        const Box box = orderEdges(facet, ends);
+        if (!box.numbers) continue;
+        if (box.inFront()) {
+            const EdgeRows rowsOfBox = activeRows(box.top, -1.0, box.bottom, -1.0, height);
+            if (rowsOfBox.first > rowsOfBox.last || box.coversNoColumn(width)) continue;
+            if (facet.edgeCount <= slotEdges && rowsOfBox.last - rowsOfBox.first < shortRows && shortFacets.size() < mostRuns
+                && addShortFacet(ends, facet.edgeCount, i, rowsOfBox))
+                continue;
+        }
+        if (const int row = firstRow(facet); row < height) entries.push_back({row, i});
     }
-    for (std::size_t y = 1; y < rowStarts.size(); ++y) rowStarts[y] += rowStarts[y - 1];
-    facetsByRow.resize(rowStarts.back());
-    std::vector<std::uint32_t> next(rowStarts.begin(), rowStarts.end() - 1);
-    for (std::uint32_t i = 0; i < facets.size(); ++i)
-        if (firstRow[i] < static_cast<std::uint32_t>(height)) facetsByRow[next[firstRow[i]]++] = i;
+    sortEntries(entries);
 }
 
-/// Puts the upper end of each edge first. The first row of the facet; beyond the last row
-/// when it can cover no pixel.
-std::uint32_t EdgeTable::orderFacetEdges(const Facet& facet, int width)
+/// Puts the upper end of each edge first, and hands out the ends of the first few.
+EdgeTable::Box EdgeTable::orderEdges(const Facet& facet, Ends* ends)
 {
-    constexpr std::uint32_t nowhere = std::numeric_limits<std::uint32_t>::max();
-    std::uint32_t first = nowhere;
-    bool numbers = true, inFront = true;
-    double left = std::numeric_limits<double>::max(), right = -left;
-    for (std::uint32_t i = facet.firstEdge, end = i + facet.edgeCount; i < end; ++i) {
-        Edge& edge = edges[i];
-        const Point<3>* upper = &vertices[edge.from].projected;
-        const Point<3>* lower = &vertices[edge.to].projected;
+    Box box;
+    for (std::uint32_t i = 0; i < facet.edgeCount; ++i) {
+        Edge& edge = edges[facet.firstEdge + i];
+        const Point<3>* upper = &projected[edge.from];
+        const Point<3>* lower = &projected[edge.to];
+        box.add(*upper);
+        box.add(*lower);
         if ((*upper)[1] > (*lower)[1]) {
             std::swap(edge.from, edge.to);
             std::swap(upper, lower);
         }
-        numbers = numbers && !std::isnan((*upper)[1]) && !std::isnan((*lower)[1]);
-        inFront = inFront && (*upper)[2] < 0.0 && (*lower)[2] < 0.0;
-        left = std::min(left, std::min((*upper)[0], (*lower)[0]));
-        right = std::max(right, std::max((*upper)[0], (*lower)[0]));
-        const EdgeRows rows = activeRows((*upper)[1], (*upper)[2], (*lower)[1], (*lower)[2], height);
-        if (rows.first <= rows.last) first = std::min(first, static_cast<std::uint32_t>(rows.first));
+        if (i < slotEdges) ends[i] = {upper, lower};
     }
-    // Wholly beside the picture, by more than a crossing can be rounded across the border.
-    constexpr double exactEnough = 1e12;
-    const bool beside = inFront && ((right <= -1.0 && left > -exactEnough) || (left >= width && right < exactEnough));
-    return numbers && !beside ? first : nowhere;
+    return box;
+}
+
+/// Adds the runs of a small facet that lies in front of the eye; false, having added none,
+/// when one of its rows is not a simple run between two edges.
+bool EdgeTable::addShortFacet(const Ends* ends, std::uint32_t edgeCount, std::uint32_t place, EdgeRows rows)
+{
+    Crossing crossed[shortRows][2];
+    unsigned char counts[shortRows] = {};
+    for (std::uint32_t i = 0; i < edgeCount; ++i) {
+        const Point<3>& upper = *ends[i].upper;
+        const Point<3>& lower = *ends[i].lower;
+        const EdgeRows rowsOfEdge = activeRows(upper[1], -1.0, lower[1], -1.0, height);
+        const Run run{upper[0], upper[1], upper[2], lower[0] - upper[0], lower[1] - upper[1], lower[2] - upper[2], 0, 0, 0};
+        for (int y = rowsOfEdge.first; y <= rowsOfEdge.last; ++y) {
+            const int row = y - rows.first;
+            if (counts[row] == 2) return false;
+            crossed[row][counts[row]++] = crossingAt(run, y);
+        }
+    }
+    for (int row = 0; row <= rows.last - rows.first; ++row)
+        if (counts[row] == 1) return false;
+    for (int row = 0; row <= rows.last - rows.first; ++row) {
+        if (counts[row] == 0) continue;
+        const Crossing* const two = crossed[row];
+        const int left = two[1].x < two[0].x;
+        const SpanFill span = spanBetween(place, two[left], two[1 - left], width);
+        if (span.first < span.end) shortFacets.add(rows.first + row, span);
+    }
+    return true;
+}
+
+/// The first row that an edge of the facet crosses; `height` when none does.
+int EdgeTable::firstRow(const Facet& facet) const noexcept
+{
+    int first = height;
+    Run run;
+    for (std::uint32_t i = facet.firstEdge; i < facet.firstEdge + facet.edgeCount; ++i)
+        if (makeRun(i, run)) first = std::min(first, run.first);
+    return first;
+}
+
+/// Facets by their first row, in store order within a row (a counting sort).
+void EdgeTable::sortEntries(const std::vector<Entry>& entries)
+{
+    rowStarts.assign(static_cast<std::size_t>(height) + 1, 0);
+    for (const Entry& entry : entries) ++rowStarts[static_cast<std::size_t>(entry.row) + 1];
+    for (std::size_t y = 1; y < rowStarts.size(); ++y) rowStarts[y] += rowStarts[y - 1];
+    facetsByRow.resize(entries.size());
+    std::vector<std::uint32_t> next(rowStarts.begin(), rowStarts.end() - 1);
+    for (const Entry& entry : entries) facetsByRow[next[static_cast<std::size_t>(entry.row)]++] = entry.facet;
 }
 
 bool EdgeTable::makeRun(std::uint32_t number, Run& run) const noexcept
 {
     const Edge& edge = edges[number];
-    const Point<3>& upper = vertices[edge.from].projected;
-    const Point<3>& lower = vertices[edge.to].projected;
+    const Point<3>& upper = projected[edge.from];
+    const Point<3>& lower = projected[edge.to];
     const EdgeRows rows = activeRows(upper[1], upper[2], lower[1], lower[2], height);
     if (rows.first > rows.last) return false;
     run = {upper[0], upper[1], upper[2], lower[0] - upper[0], lower[1] - upper[1], lower[2] - upper[2],
@@ -159,17 +233,12 @@ void EdgeTable::enterPolygon(const Facet& facet, std::uint32_t place)
     std::stable_sort(polygon.runs.begin(), polygon.runs.end(), [](const Run& a, const Run& b) { return a.first < b.first; });
 }
 
-namespace {
-
-/// The crossing of an edge with row `y`. Written so that every build rounds alike.
-template <class Run>
-Crossing crossingAt(const Run& run, int y) noexcept
+/// Where the edge crosses row `y`.
+Crossing EdgeTable::crossingAt(const Run& run, int y) noexcept
 {
     const double t = (y - run.y) / run.dy;
     return {run.x + run.dx * t, run.depth + run.ddepth * t};
 }
-
-}   // namespace
 
 void EdgeTable::cross(const Slot& slot, int y)
 {

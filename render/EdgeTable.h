@@ -1,6 +1,7 @@
 #pragma once
 
 #include "render/Buffer.h"
+#include "render/RowSpans.h"
 #include "scene/Model.h"
 
 #include <cstdint>
@@ -23,29 +24,39 @@ struct EdgeRows {
 /// other side. A horizontal edge is never active.
 EdgeRows activeRows(double y0, double z0, double y1, double z1, int height) noexcept;
 
-/// Which facets, and which of their edges, cross which row of the picture. Walks the rows
-/// from the top once. A row's crossings of one facet are sorted by x; among equal x they
-/// stand in the order of linked lists whose edges are pushed at the head on every row, so
-/// that a concave facet pairs touching corners the same way always.
+/// Which facets, and which of their edges, cross which row of the picture. Facets of a few
+/// edges and a few rows, the most of a large model, become runs of pixels at once, while
+/// their corners are at hand; the others are stepped row by row. The rows are walked from
+/// the top once.
 class EdgeTable {
 public:
     /// Swaps the ends of edges where needed so that the upper one is `from`. Reports stage
     /// 0 from 1/3 on, every 256 edges. A facet with a corner that is not a number is left
-    /// out. The stores must outlive the table.
-    EdgeTable(const BlockStore<Vertex>& vertices, BlockStore<Edge>& edges, const BlockStore<Facet>& facets, int width,
-              int height, Reporter& progress);
+    /// out. `projected` are the vertices on the screen; `spans` is memory to work in, whatever
+    /// it holds. All four must outlive the table.
+    EdgeTable(const std::vector<Point<3>>& projected, BlockStore<Edge>& edges, const BlockStore<Facet>& facets, int width,
+              int height, RowSpans& spans, Reporter& progress);
 
-    /// The facets active on row `y`, valid until the next call. To be called for every row
-    /// from 0 on.
+    /// Offers the runs of row `y` that are ready made.
+    void fillShortFacets(int y, Buffer& buffer) const
+    {
+        shortFacets.forEach(y, [&buffer](const SpanFill& span) { buffer.fill(span); });
+    }
+
+    /// The other facets active on row `y`, valid until the next call; to be called for every
+    /// row from 0 on. A facet's crossings are sorted by x; among equal x they stand in the
+    /// order of linked lists whose edges are pushed at the head on every row, so that a
+    /// concave facet pairs touching corners the same way always.
     std::span<const ActiveFacet> row(int y);
 
 private:
     static constexpr std::uint32_t slotEdges = 4;
+    static constexpr int shortRows = 8;
 
     /// An edge with its active rows, ready to be stepped.
     struct Run {
-        double x, y, depth;            // of the upper end
-        double dx, dy, ddepth;         // from the upper end to the lower
+        double x, y, depth;       // of the upper end
+        double dx, dy, ddepth;    // from the upper end to the lower
         int first, last;
         std::uint32_t edge;
     };
@@ -67,19 +78,35 @@ private:
         std::vector<Run> runs;
         std::vector<const Run*> live;
     };
+    /// A facet to be stepped, with its first row.
+    struct Entry {
+        int row;
+        std::uint32_t facet;
+    };
+    /// An edge's two ends on the screen.
+    struct Ends {
+        const Point<3>*upper, *lower;
+    };
+    struct Box;
 
-    std::uint32_t orderFacetEdges(const Facet& facet, int width);
+    Box orderEdges(const Facet& facet, Ends* ends);
+    bool addShortFacet(const Ends* ends, std::uint32_t edgeCount, std::uint32_t place, EdgeRows rows);
+    int firstRow(const Facet& facet) const noexcept;
+    void sortEntries(const std::vector<Entry>& entries);
     bool makeRun(std::uint32_t edge, Run& run) const noexcept;
+    static Crossing crossingAt(const Run& run, int y) noexcept;
     void enter(std::uint32_t facet, int y);
     void enterPolygon(const Facet& facet, std::uint32_t place);
     void cross(const Slot& slot, int y);
     bool cross(Polygon& polygon, int y);
     void addSorted(std::uint32_t facet, int y);
 
-    const BlockStore<Vertex>& vertices;
+    const std::vector<Point<3>>& projected;
     BlockStore<Edge>& edges;
     const BlockStore<Facet>& facets;
-    const int height;
+    const int width, height;
+
+    RowSpans& shortFacets;
 
     std::vector<std::uint32_t> rowStarts;   // of each row, in facetsByRow
     std::vector<std::uint32_t> facetsByRow;

@@ -1,10 +1,13 @@
 #include "app/errors/Reporter.h"
 #include "render/Buffer.h"
 #include "render/EdgeTable.h"
+#include "render/RowSpans.h"
 #include "render/Shading.h"
 #include "scene/Camera.h"
 #include "scene/Light.h"
 #include "scene/Model.h"
+
+#include <memory>
 
 namespace belvor {
 
@@ -18,11 +21,13 @@ public:
         buffer.setModel(model);
         projectVertices();
         const int height = static_cast<int>(camera.height);
-        EdgeTable table(model.vertexStore, model.edgeStore, model.facetStore, buffer.width(), height, progress);
+        if (!model.rowSpans) model.rowSpans = std::make_shared<RowSpans>();
+        EdgeTable table(model.projectedVertices, model.edgeStore, model.facetStore, buffer.width(), height, *model.rowSpans, progress);
         shadeFacets(model.facetStore, camera, lighting, model.brightness, progress);
         for (int y = 0; y < height; ++y) {
             progress.check(2, 1, static_cast<double>(y) / height);
             buffer.clear();
+            table.fillShortFacets(y, buffer);
             buffer.scanFacets(table.row(y), camera);
             buffer.lineDone(y);
         }
@@ -31,13 +36,14 @@ public:
 private:
     void projectVertices()
     {
-        BlockStore<Vertex>& vertices = model.vertexStore;
+        const BlockStore<Vertex>& vertices = model.vertexStore;
         model.screenExtent = Extent<3>::nothing();
+        model.projectedVertices.resize(vertices.size());
         for (std::uint32_t i = 0; i < vertices.size(); ++i) {
             if (i % 256 == 0) progress.check(2, 0, i / (3.0 * vertices.size()));
-            Vertex& vertex = vertices[i];
-            vertex.projected = camera.project(vertex.position);
-            model.screenExtent += vertex.projected;
+            const Point<3> projected = camera.project(vertices[i].position);
+            model.projectedVertices[i] = projected;
+            model.screenExtent += projected;
         }
     }
 

@@ -1,6 +1,22 @@
 #pragma once
 
+#include <cstdint>
+
 namespace belvor {
+
+/// One side of a facet where it crosses the current row.
+struct Crossing {
+    double x;       ///< Pixels.
+    double depth;   ///< Screen depth there.
+};
+
+/// A run of pixels of one facet in a row: the columns `first` to `end` − 1, none when they
+/// are equal; `depth` at the first, growing by one addition of `step` a pixel.
+struct SpanFill {
+    double depth, step;
+    std::uint32_t facet;   ///< Its place in the store.
+    int first, end;
+};
 
 /// Columns `first` to `end` − 1 of a row; none when first = end.
 struct Columns {
@@ -22,6 +38,16 @@ constexpr Columns coveredColumns(double left, double right, int width) noexcept
 {
     if (!(right > 0.0) || !(left < width - 1)) return {0, 0};
     return {columnRightOf(left), right >= width ? width : static_cast<int>(right) + 1};
+}
+
+/// The pixels of a row of `width` pixels between two crossings of a facet.
+inline SpanFill spanBetween(std::uint32_t facet, const Crossing& left, const Crossing& right, int width) noexcept
+{
+    const Columns columns = coveredColumns(left.x, right.x, width);
+    if (columns.first >= columns.end) return {0.0, 0.0, facet, 0, 0};
+    double step = right.depth - left.depth;
+    if (const double length = right.x - left.x; length != 0.0) step /= length;
+    return {left.depth + (columns.first - left.x) * step, step, facet, columns.first, columns.end};
 }
 
 /// The pixels from the left border to an edge.

@@ -31,11 +31,11 @@ void writePoint(std::ostream& stream, const Point<3>& p)
     stream << ' ' << p[0] << ' ' << p[1] << ' ' << p[2];
 }
 
-void writeEnd(std::ostream& stream, std::uint32_t edge, const Vertex& end)
+void writeEnd(std::ostream& stream, std::uint32_t edge, const Model& model, std::uint32_t end)
 {
-    stream << edge << ' ' << static_cast<const void*>(&end);
-    writePoint(stream, end.position);
-    writePoint(stream, end.projected);
+    stream << edge << ' ' << static_cast<const void*>(&model.vertex(end));
+    writePoint(stream, model.vertex(end).position);
+    writePoint(stream, model.projected(end));
     stream << '\n';
 }
 
@@ -49,13 +49,13 @@ void Model::dump(std::ostream& stream, std::uint32_t number) const
     stream << number << ' ' << static_cast<const void*>(&which) << ' ' << normal[0] << ' ' << normal[1] << ' ' << normal[2]
            << ' ' << which.plane.offset() << "\n\n";
     for (std::uint32_t i = which.firstEdge; i < which.firstEdge + which.edgeCount; ++i) {
-        writeEnd(stream, i, vertex(edge(i).from));
-        writeEnd(stream, i, vertex(edge(i).to));
+        writeEnd(stream, i, *this, edge(i).from);
+        writeEnd(stream, i, *this, edge(i).to);
     }
     stream << '\n';
 }
 
-Vertex& Model::addVertex(const Point<3>& position) { return vertexStore.append({position, {}}); }
+Vertex& Model::addVertex(const Point<3>& position) { return vertexStore.append({position}); }
 
 Facet& Model::addFacet(const Material& material, const Plane& plane)
 {

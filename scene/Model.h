@@ -10,8 +10,10 @@
 #include <functional>
 #include <iosfwd>
 #include <map>
+#include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace belvor {
 
@@ -19,11 +21,11 @@ class Buffer;
 class Camera;
 class LightSet;
 class Reporter;
+class RowSpans;
 
 /// A corner of the scene.
 struct Vertex {
-    Point<3> position;    ///< Model coordinates.
-    Point<3> projected;   ///< Written by each render: pixels right, pixels down, screen depth.
+    Point<3> position;   ///< Model coordinates.
 };
 
 /// One side of a facet, between two vertices by their place in the store. A render swaps
@@ -96,6 +98,12 @@ public:
     const Vertex& vertex(std::uint32_t number) const noexcept { return vertexStore[number]; }
     const Edge& edge(std::uint32_t number) const noexcept { return edgeStore[number]; }
     const Facet& facet(std::uint32_t number) const noexcept { return facetStore[number]; }
+    /// Where the last render put a vertex: pixels right, pixels down, screen depth. The
+    /// origin before any render.
+    Point<3> projected(std::uint32_t vertexNumber) const noexcept
+    {
+        return vertexNumber < projectedVertices.size() ? projectedVertices[vertexNumber] : Point<3>();
+    }
 
     const Units& units() const noexcept { return unitsOfModel; }
     void setUnits(const Units& units) noexcept { unitsOfModel = units; }
@@ -109,7 +117,10 @@ private:
     Materials materialsByKey;
     Units unitsOfModel;
 
-    // What a render leaves for the next one.
+    // What a render leaves for the next one. Projected positions lie apart from the vertices
+    // and side by side: the edge table walks them at random.
+    std::vector<Point<3>> projectedVertices;
+    std::shared_ptr<RowSpans> rowSpans;   // kept: fresh memory costs more than the work in it
     Extent<3> screenExtent = Extent<3>::nothing();
     double brightness = 1.0;   // the brightest channel of the last shading pass
 };

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <numbers>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -197,11 +197,12 @@ TEST(Renderer, DrawsNothingOfACornerThatIsNoNumber)
 
 TEST(Renderer, ReportsItsStagesAndStopsAtOnce)
 {
-    std::string text = "Y 600";
-    for (int i = 0; i < 600; ++i) text += " " + std::to_string(i % 25) + " " + std::to_string(i / 25) + " 0";
-    text += " 0 130";
-    for (int i = 0; i < 130; ++i) text += " 1 A\n" + std::to_string(i < 34 ? 9 : 9 - (i % 2)) + " 1 2 3 4 5 6 7 8" + (i < 34 || i % 2 == 0 ? " 9" : "");
-    const Handle<Model> model = thingsModel(text);
+    std::ostringstream text;
+    text << "Y 600";
+    for (int i = 0; i < 600; ++i) text << ' ' << i % 25 << ' ' << i / 25 << " 0";
+    text << " 0 130";
+    for (int i = 0; i < 130; ++i) text << (i < 34 || i % 2 == 0 ? " 1 A\n9 1 2 3 4 5 6 7 8 9" : " 1 A\n8 1 2 3 4 5 6 7 8");
+    const Handle<Model> model = thingsModel(text.str());
     const Scene view = scene(*model, 24, 18);
     RecordingReporter reporter;
     render(*model, view, &reporter);

@@ -1,0 +1,128 @@
+// Time per picture after loading, beside the bare filling of spans on this machine: one
+// compare, one store of depth and owner and one addition a pixel.
+#include "app/errors/Reporter.h"
+#include "bench/Scenes.h"
+#include "imagefile/OmbrBuff.h"
+#include "platform/Files.h"
+#include "platform/Process.h"
+
+#include <benchmark/benchmark.h>
+
+#include <filesystem>
+#include <limits>
+#include <map>
+#include <vector>
+
+namespace belvor::bench {
+namespace {
+
+void bareSpanFill(benchmark::State& state)
+{
+    const std::size_t width = 4000, layers = 50;
+    std::vector<double> depths(width);
+    std::vector<std::uint32_t> owners(width);
+    for (auto _ : state) {
+        std::fill(depths.begin(), depths.end(), std::numeric_limits<double>::max());
+        for (std::uint32_t layer = 0; layer < layers; ++layer) {
+            double depth = -1.0 - layer * 0.01;
+            const double step = 1e-5 * (layer % 7);
+            for (std::size_t i = 0; i < width; ++i) {
+                if (depth < depths[i]) {
+                    depths[i] = depth;
+                    owners[i] = layer;
+                }
+                depth += step;
+            }
+        }
+        benchmark::DoNotOptimize(owners.data());
+        benchmark::ClobberMemory();
+    }
+    state.counters["ns_per_pixel"] = benchmark::Counter(1e-9 * static_cast<double>(width * layers),
+                                                        benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+}
+
+enum Kind { terrain10k, terrain100k, terrain1M, city600k, stack200 };
+
+/// Made when first asked for; the last one is kept.
+Model& modelOf(Kind kind)
+{
+    static std::pair<int, Handle<Model>> kept{-1, {}};
+    if (kept.first != kind) {
+        kept = {kind, {}};
+        switch (kind) {
+        case terrain10k: kept.second = terrain(10000); break;
+        case terrain100k: kept.second = terrain(100000); break;
+        case terrain1M: kept.second = terrain(1000000); break;
+        case city600k: kept.second = city(100000); break;
+        case stack200: kept.second = stack(200); break;
+        }
+    }
+    return *kept.second;
+}
+
+void renderToCounter(benchmark::State& state, Kind kind)
+{
+    Model& model = modelOf(kind);
+    const int width = static_cast<int>(state.range(0)), height = static_cast<int>(state.range(1));
+    const Scene scene = wholeScene(model, width, height);
+    SilentReporter silent;
+    const Handle<CountingBuffer> rows = makeHandle<CountingBuffer>(width);
+    model.render(*scene.camera, *scene.lights, *rows, silent);   // the first one after new lights shades twice
+    for (auto _ : state) {
+        rows->covered = 0;
+        model.render(*scene.camera, *scene.lights, *rows, silent);
+    }
+    state.counters["facets"] = model.facetCount();
+    state.counters["covered"] = static_cast<double>(rows->covered);
+}
+
+void renderToOmbrFile(benchmark::State& state, Kind kind)
+{
+    Model& model = modelOf(kind);
+    const Handle<Model> handle(&model);
+    const int width = static_cast<int>(state.range(0)), height = static_cast<int>(state.range(1));
+    const Scene scene = wholeScene(model, width, height);
+    const std::string path = temporaryNameFor((std::filesystem::temp_directory_path() / "belvor-bench.omb").string());
+    SilentReporter silent;
+    for (auto _ : state) {
+        const Handle<OmbrBuff> sink = makeHandle<OmbrBuff>(path, handle, scene.camera, width, height);
+        model.render(*scene.camera, *scene.lights, *sink, silent);
+        sink->finish();
+    }
+    removeFile(path);
+    state.counters["facets"] = model.facetCount();
+}
+
+/// The limit of the file alone: as many bytes through a stdio buffer of the same size.
+void writeBareBytes(benchmark::State& state)
+{
+    const auto stride = static_cast<std::size_t>((9 * state.range(0) + 3) / 4 * 4);
+    const std::vector<char> row(stride, 'x');
+    const std::string path = temporaryNameFor((std::filesystem::temp_directory_path() / "belvor-bench.bytes").string());
+    for (auto _ : state) {
+        std::FILE* const file = openFile(path, "wb");
+        std::setvbuf(file, nullptr, _IOFBF, 32256);
+        for (std::int64_t y = 0; y < state.range(1); ++y) std::fwrite(row.data(), 1, stride, file);
+        std::fclose(file);
+    }
+    removeFile(path);
+}
+
+void sizes(benchmark::internal::Benchmark* b)
+{
+    b->Args({800, 600})->Args({1600, 1200})->Args({4000, 3000})->Unit(benchmark::kMillisecond);
+}
+
+BENCHMARK(bareSpanFill);
+BENCHMARK_CAPTURE(renderToCounter, terrain10k, terrain10k)->Apply(sizes);
+BENCHMARK_CAPTURE(renderToCounter, terrain100k, terrain100k)->Apply(sizes);
+BENCHMARK_CAPTURE(renderToCounter, terrain1M, terrain1M)->Apply(sizes);
+BENCHMARK_CAPTURE(renderToOmbrFile, terrain1M, terrain1M)->Apply(sizes);
+BENCHMARK_CAPTURE(renderToCounter, city600k, city600k)->Apply(sizes);
+BENCHMARK_CAPTURE(renderToOmbrFile, city600k, city600k)->Apply(sizes);
+BENCHMARK_CAPTURE(renderToCounter, stack200, stack200)->Apply(sizes);
+BENCHMARK_CAPTURE(renderToOmbrFile, stack200, stack200)->Apply(sizes);
+BENCHMARK(writeBareBytes)->Apply(sizes);
+
+}   // namespace
+}   // namespace belvor::bench

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "app/state/SceneBuilder.h"
+#include "render/Buffer.h"
+#include "scene/Model.h"
+
+#include <cstdint>
+#include <string>
+
+namespace belvor::bench {
+
+/// A square hilly terrain of about `triangles` triangles with shared vertices.
+Handle<Model> terrain(std::uint32_t triangles);
+/// `boxes` buildings of six quadrilaterals each on a square plot, in 500 materials.
+Handle<Model> city(std::uint32_t boxes);
+/// `polygons` large polygons of 24 corners, one above the other, each a little tilted.
+Handle<Model> stack(std::uint32_t polygons);
+
+/// The whole model from the usual side, for pictures of that size.
+Scene wholeScene(const Model& model, int width, int height);
+
+/// Counts what it is given and keeps nothing.
+class CountingBuffer : public Buffer {
+public:
+    explicit CountingBuffer(int width) : Buffer(width) {}
+    void lineDone(int) override
+    {
+        for (int i = 0; i < width(); ++i) covered += owner(i) != noFacet;
+    }
+    std::uint64_t covered = 0;
+};
+
+}   // namespace belvor::bench
