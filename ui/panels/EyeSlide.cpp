@@ -38,6 +38,7 @@ LRESULT EyeSlide::handle(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_KEYDOWN:
         if (wParam == VK_ESCAPE) cancel();
         break;
+    case WM_KILLFOCUS:       // a box or another program has come up: the mouse is no longer ours
     case WM_CAPTURECHANGED: cancel(); break;
     case WM_COMMAND:
         if (HIWORD(wParam) == BN_CLICKED) step(LOWORD(wParam) == ID_RETREAT);

@@ -60,7 +60,7 @@ void DragCapture::giveBack() noexcept
     HWND const panel = std::exchange(window, nullptr);
     if (!panel) return;
     if (GetCapture() == panel) ReleaseCapture();
-    if (GetFocus() == panel && IsWindow(formerFocus)) SetFocus(formerFocus);
+    if (GetFocus() == panel) SetFocus(IsWindow(formerFocus) ? formerFocus : GetAncestor(panel, GA_ROOT));
 }
 
 bool DragCapture::setCursor() const noexcept

@@ -38,6 +38,7 @@ LRESULT Plan::handle(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_CREATE: create(*reinterpret_cast<const CREATESTRUCTW*>(lParam)); return 0;
     case WM_SIZE:
         cancel();
+        InvalidateRect(window, nullptr, TRUE);   // frame and markers move, with or without a new picture
         if (accepted(wParam, lParam)) resize(LOWORD(lParam), HIWORD(lParam));
         return 0;
     case WM_ERASEBKGND:     return 1;   // painting covers everything
@@ -51,6 +52,7 @@ LRESULT Plan::handle(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_KEYDOWN:
         if (wParam == VK_ESCAPE) cancel();
         break;
+    case WM_KILLFOCUS:       // a box or another program has come up: the mouse is no longer ours
     case WM_CAPTURECHANGED: cancel();       break;
     case WM_NOTIFY:         notify(lParam); break;
     case UM_VIEWMARKERS:    show(payload(UM_VIEWMARKERS, wParam)); return 0;

@@ -55,6 +55,7 @@ LRESULT Stereogram::handle(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_KEYUP:
         if (wParam == VK_CONTROL) setBelow(false);
         break;
+    case WM_KILLFOCUS:       // a box or another program has come up: the mouse is no longer ours
     case WM_CAPTURECHANGED: cancel(); break;
     case WM_COMMAND:
         if (HIWORD(wParam) == BN_CLICKED) turn(LOWORD(wParam));
