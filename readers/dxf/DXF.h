@@ -60,7 +60,7 @@ private:
     Material& findMaterial(std::string_view key) override;
     void nameMaterial(std::string_view key, std::string_view name) override;
     void addFacet(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat) override;
-    std::uint32_t facetsSoFar() const override { return facetCount(); }
+    std::uint64_t facetsSoFar() const override { return facetCount() + refusedFacets; }
     void readEntities(const DXFInsertion& insertion) override;
     bool hasBlock(std::string_view name) const override { return blocks.find(name) != blocks.end(); }
     void skip(std::string_view type, SkippedEntities::Why why, std::string_view what) override;
@@ -72,6 +72,7 @@ private:
     std::map<std::string, DXFBlock, std::less<>> blocks;
     std::map<std::string, std::string, std::less<>> texts;   // kept for the model's life; no reading fills it
     SkippedEntities skippedEntities;
+    std::uint64_t refusedFacets = 0;
 
     const std::pair<const std::string, DXFLayer>* recentLayer = nullptr;   // drawings come in runs of one layer
 

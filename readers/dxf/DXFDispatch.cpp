@@ -37,7 +37,7 @@ void DXFEntity::build()
     for (const auto& handler : handlers) {
         if (type != handler.type) continue;
         if (log()) log().line(type, " at line ", record.line());
-        const std::uint32_t before = drawing.facetsSoFar();
+        const std::uint64_t before = drawing.facetsSoFar();
         handler.build(*this);
         if (drawing.facetsSoFar() == before && type != "INSERT") drawing.skip(type, Why::noSurface, {});
         return;

@@ -56,8 +56,8 @@ public:
     /// Adds a facet with these corners, mapped by the transform in force. `flatNormal` is its
     /// normal where the corners have none: the axes of its entity, or null for world +z.
     virtual void addFacet(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat) = 0;
-    /// How many facets there are.
-    virtual std::uint32_t facetsSoFar() const = 0;
+    /// How many facets have been given to addFacet().
+    virtual std::uint64_t facetsSoFar() const = 0;
 
     /// Has the entities of a known block read for each cell, as soon as the current entity is done.
     virtual void readEntities(const DXFInsertion& insertion) = 0;

@@ -175,6 +175,7 @@ void DXF::addMapped(const Material& material, std::span<const Point<3>> corners,
     placed.clear();
     for (const Point<3>& corner : corners) placed.push_back(transform(corner));
     if (!isFinite(placed)) {
+        ++refusedFacets;
         skippedEntities.add("facet", SkippedEntities::Why::tooFarOut);   // of an entity that may draw others
         return;
     }

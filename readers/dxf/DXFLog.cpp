@@ -6,7 +6,7 @@
 
 namespace belvor {
 
-DXFLog::DXFLog(const std::string& path) : file(openFile(path, "w")) {}
+DXFLog::DXFLog(const std::string& path) : file(openFile(path, "wb")) {}
 
 void DXFLog::put(std::string_view text) { std::fwrite(text.data(), 1, text.size(), file.get()); }
 
