@@ -18,6 +18,20 @@ constexpr PixelDirection up{0.0, -1.0};
 
 int buttonHeight() noexcept { return GetSystemMetrics(SM_CYVSCROLL); }
 
+void drawBar(HDC dc, const PixelRect& bar) noexcept
+{
+    const RECT area = toRect(bar);
+    const GdiObject<HBRUSH> grey(CreateSolidBrush(RGB(128, 128, 128)));
+    FillRect(dc, &area, grey.get());
+}
+
+void drawCentreLine(HDC dc, const std::vector<PixelLine>& pieces) noexcept
+{
+    const GdiObject<HPEN> pen(CreatePen(PS_SOLID, 2, RGB(0, 0, 0)));
+    const Selection penInDc(dc, pen.get());
+    for (const PixelLine& piece : pieces) drawLine(dc, piece);
+}
+
 }   // namespace
 
 LRESULT EyeSlide::handle(UINT message, WPARAM wParam, LPARAM lParam)
@@ -72,40 +86,39 @@ void EyeSlide::size()
 
 void EyeSlide::paint()
 {
-    const PixelSize client = clientSize(window);
-    const SlideScale along = scale();
     std::vector<Tool> tools;
     {
         const PanelPaint picture(window);
         HDC const dc = picture.get();
         if (!dc) return;
+        const PixelSize client = clientSize(window);
         const RECT all{0, 0, client.width, client.height};
         FillRect(dc, &all, GetSysColorBrush(COLOR_BTNFACE));
-        if (!along.usable()) return;
-
-        const PixelPoint eye{along.x, along.toPixel(record.eye)}, lookAt{along.x, along.toPixel(record.lookAt)};
-        const PixelRect bar = extentBar(record, along, client, GetSystemMetrics(SM_CXVSCROLL));
-        const RECT barRectangle = toRect(bar);
-        const GdiObject<HBRUSH> grey(CreateSolidBrush(RGB(128, 128, 128)));
-        FillRect(dc, &barRectangle, grey.get());
-        {
-            const GdiObject<HPEN> pen(CreatePen(PS_SOLID, 2, RGB(0, 0, 0)));
-            const Selection penInDc(dc, pen.get());
-            for (const PixelLine& piece : slideLine(record, along)) drawLine(dc, piece);
-        }
-        drawCross(dc, lookAt);
-        const EyeGlyph glyph = eyeGlyph(eye, directionBetween(eye, lookAt, up));
-        drawEyeGlyph(dc, glyph);
-        tools = {{ID_TOOLSLIDEEYE, ID_TOOLSLIDEEYE, glyph.bounds()}, {ID_TOOLSLIDELOOKAT, ID_TOOLSLIDELOOKAT, around(lookAt)}};
-        if (!record.parallel) {
-            const ZoomWedge wedge = zoomWedge(eye, record.zoomAngle);
-            drawZoomWedge(dc, wedge);
-            tools.push_back({ID_TOOLZOOMANGLE, ID_TOOLZOOMANGLE, wedge.bounds});
-        }
-        tools.push_back({ID_TOOLEXTENT, ID_TOOLEXTENT, bar});   // last: the markers on it come first
+        if (scale().usable()) tools = drawMarkers(dc, client);
         if (ghost) drawGhost(dc, *ghost);
     }
     toolTips.show(std::move(tools));
+}
+
+/// Draws bar, line and markers and answers where they are, the topmost first.
+std::vector<Tool> EyeSlide::drawMarkers(HDC dc, PixelSize client) const
+{
+    const SlideScale along = scale();
+    const PixelPoint eye{along.x, along.toPixel(record.eye)}, lookAt{along.x, along.toPixel(record.lookAt)};
+    const PixelRect bar = extentBar(record, along, client, GetSystemMetrics(SM_CXVSCROLL));
+    drawBar(dc, bar);
+    drawCentreLine(dc, slideLine(record, along));
+    drawCross(dc, lookAt);
+    const EyeGlyph glyph = eyeGlyph(eye, directionBetween(eye, lookAt, up));
+    drawEyeGlyph(dc, glyph);
+    std::vector<Tool> tools{{ID_TOOLSLIDEEYE, ID_TOOLSLIDEEYE, glyph.bounds()}, {ID_TOOLSLIDELOOKAT, ID_TOOLSLIDELOOKAT, around(lookAt)}};
+    if (!record.parallel) {
+        const ZoomWedge wedge = zoomWedge(eye, record.zoomAngle);
+        drawZoomWedge(dc, wedge);
+        tools.push_back({ID_TOOLZOOMANGLE, ID_TOOLZOOMANGLE, wedge.bounds});
+    }
+    tools.push_back({ID_TOOLEXTENT, ID_TOOLEXTENT, bar});
+    return tools;
 }
 
 void EyeSlide::press(int x, int y, bool shift)

@@ -6,6 +6,7 @@
 #include "ui/panels/ToolTips.h"
 
 #include <optional>
+#include <vector>
 
 namespace belvor {
 
@@ -25,6 +26,7 @@ private:
     void create();
     void size();
     void paint();
+    std::vector<Tool> drawMarkers(HDC dc, PixelSize client) const;
     void press(int x, int y, bool shift);
     void drawTo(int y);
     void release(int y);

@@ -101,8 +101,7 @@ void Stereogram::paint()
         FillRect(dc, &all, GetSysColorBrush(COLOR_BTNFACE));
         DrawEdge(dc, &all, EDGE_ETCHED, BF_RECT);
         const SphereDisc shown = disc();
-        if (!shown.usable()) return;
-        tools = drawMarkers(dc, shown);
+        if (shown.usable()) tools = drawMarkers(dc, shown);
         if (ghost) drawGhost(dc, *ghost);
     }
     toolTips.show(std::move(tools));
