@@ -13,4 +13,11 @@ const char* textOf(int number) noexcept
     }
 }
 
+std::string filledText(int number, std::string_view argument)
+{
+    std::string text = textOf(number);
+    const std::size_t hole = text.find('%');
+    return hole == text.npos ? text : text.replace(hole, 2, argument);
+}
+
 }   // namespace belvor

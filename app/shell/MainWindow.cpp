@@ -39,13 +39,6 @@ void requireLayout(bool done)
 
 unsigned shownHandle(HWND window) { return static_cast<unsigned>(reinterpret_cast<std::uintptr_t>(window)); }
 
-std::string titleFor(const std::string& path)
-{
-    std::string title = textOf(titleText);
-    const std::size_t hole = title.find("%s");
-    return hole == title.npos ? title : title.replace(hole, 2, fileName(path));
-}
-
 }   // namespace
 
 MainWindow::MainWindow(HWND owner)
@@ -229,6 +222,7 @@ void MainWindow::setImageSize(WPARAM width, LPARAM height)
     core.image.width = static_cast<int>(std::min<std::uint64_t>(width, largest));
     core.image.height = static_cast<int>(std::min<std::uint64_t>(static_cast<std::uint64_t>(height), largest));
     layOutAgain();
+    core.redraw(core.windows.display, 0);   // other proportions need not change the number of pixels
 }
 
 void MainWindow::modelLoaded(const char* path, Model* model)
@@ -239,7 +233,7 @@ void MainWindow::modelLoaded(const char* path, Model* model)
     core.takeModel(Handle<Model>(model), full);
     for (const UINT id : modelCommands) EnableMenuItem(GetMenu(window), id, MF_ENABLED);
     EnableWindow(core.windows.controls, TRUE);
-    SetWindowTextW(window, toWide(titleFor(full)).c_str());
+    SetWindowTextW(window, toWide(filledText(titleText, fileName(full))).c_str());
     dialogSet.modelChanged();
 }
 

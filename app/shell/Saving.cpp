@@ -10,13 +10,6 @@ namespace {
 
 constexpr int notSavedText = 126, saveQuestion = 127, loadTitle = 618, saveTitle = 619, imageFilter = 625, parametersFilter = 626;
 
-std::string questionAbout(const std::string& file)
-{
-    std::string text = textOf(saveQuestion);
-    const std::size_t hole = text.find("%s");
-    return hole == text.npos ? text : text.replace(hole, 2, file);
-}
-
 }   // namespace
 
 Saving::Saving(HWND mainWindow, Belvor& shown)
@@ -31,7 +24,7 @@ bool Saving::querySave()
 {
     const Handle<Model> model = belvor.model();
     if (!model || belvor.view().imageSaved) return true;
-    const int answer = MessageBoxW(window, toWide(questionAbout(imageDialog.path())).c_str(), toWide(textOf(notSavedText)).c_str(),
+    const int answer = MessageBoxW(window, toWide(filledText(saveQuestion, imageDialog.path())).c_str(), toWide(textOf(notSavedText)).c_str(),
                                    MB_YESNOCANCEL | MB_ICONQUESTION);
     if (answer == IDNO) return true;
     if (answer != IDYES || belvor.model() != model) return false;   // a load has ended under the question

@@ -7,20 +7,13 @@ namespace {
 
 constexpr int phaseText = 627;
 
-std::string filled(std::string text, int number)
-{
-    const std::size_t hole = text.find("%d");
-    if (hole != text.npos) text.replace(hole, 2, std::to_string(number));
-    return text;
-}
-
 }   // namespace
 
 std::string stageText(int stage, int firstStageText, int stageTexts)
 {
-    if (stageTexts == 0) return filled(textOf(firstStageText), stage + 1);
+    if (stageTexts == 0) return filledText(firstStageText, std::to_string(stage + 1));
     if (stage < stageTexts) return textOf(firstStageText + stage);
-    return filled(textOf(phaseText), stage + 1);
+    return filledText(phaseText, std::to_string(stage + 1));
 }
 
 ProgressBar progressBar(int left, int right, double fraction, double highWater) noexcept
