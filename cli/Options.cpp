@@ -80,6 +80,7 @@ Options parseOptions(std::vector<std::string> arguments)
     app.add_option("--save-view", options.savedView, "Write the view used to a parameter file")->type_name("FILE.bvp");
     app.add_option("--type", type, "The model's format, whatever its name says")->type_name("things|dxf|man");
     app.add_flag("--info", options.info, "Describe the model on standard output as a JSON object");
+    app.add_flag("--dxf-log", options.dxfLog, "Write what a DXF drawing holds into a file beside it, .log appended");
     app.add_flag("--quiet", options.quiet, "No progress and no remarks on standard error");
     app.add_option("MODEL", options.model, "Model file")->required()->type_name("");
     app.add_option("OUTPUT", options.outputs, "Pictures to write, each ending in .omb or .png")->type_name("");

@@ -13,7 +13,7 @@ struct Options {
     int width = 800, height = 600;
     std::string view, savedView;   ///< Parameter files to load and to write; empty for none.
     FileType type = FileType::unknown;
-    bool info = false, quiet = false;
+    bool info = false, quiet = false, dxfLog = false;
     std::string model;
     std::vector<std::string> outputs;
 };

@@ -12,6 +12,7 @@
 #include "imagefile/OmbrFile.h"
 #include "platform/Process.h"
 #include "readers/ModelFile.h"
+#include "readers/dxf/DXF.h"
 #include "resources/Texts.h"
 
 #include <cerrno>
@@ -19,6 +20,7 @@
 #include <cstring>
 #include <new>
 #include <stdexcept>
+#include <vector>
 
 namespace belvor {
 namespace {
@@ -51,11 +53,27 @@ void writeView(const std::string& path, const ViewParameters& view, const ModelP
     throw std::runtime_error(path + ": " + std::strerror(code));
 }
 
+/// Tells a user why something is missing from the picture.
+void remark(const std::string& file, const Model& model)
+{
+    constexpr std::size_t mostLines = 20;
+    if (model.facetCount() == 0) std::fprintf(stderr, "belvor-render: %s has no surfaces to draw\n", file.c_str());
+    const std::vector<SkippedEntities::Entry> skipped = skippedIn(model);
+    for (std::size_t i = 0; i < skipped.size() && i < mostLines; ++i)
+        std::fprintf(stderr, "belvor-render: not drawn: %llu %s: %s\n", static_cast<unsigned long long>(skipped[i].count),
+                     skipped[i].type.c_str(), skipped[i].reason.c_str());
+    if (skipped.size() > mostLines)
+        std::fprintf(stderr, "belvor-render: and %llu more kinds: see --info\n",
+                     static_cast<unsigned long long>(skipped.size() - mostLines));
+}
+
 void run(const Options& options, ConsoleReporter& reporter)
 {
+    DXF::setLogging(options.dxfLog);
     reporter.setStages(firstStageText(options.type));
     const Handle<Model> model = readModel(options.model, options.type, reporter);
     reporter.clear();
+    if (!options.quiet) remark(options.model, *model);
     if (options.info) std::printf("%s\n", describeModel(options.model, options.type, *model).c_str());
     if (options.info && std::fflush(stdout) != 0) throw OmbrFile::Error();
 
@@ -66,8 +84,6 @@ void run(const Options& options, ConsoleReporter& reporter)
     if (!options.savedView.empty()) writeView(options.savedView, view, place);
     if (options.outputs.empty()) return;
 
-    if (model->facetCount() == 0 && !options.quiet)
-        std::fprintf(stderr, "belvor-render: %s has no surfaces to draw\n", options.model.c_str());
     const Scene scene = buildScene(view, place, size, options.width, options.height);
     const Handle<Pictures> pictures = makeHandle<Pictures>(options.outputs, model, scene.camera, options.width, options.height);
     reporter.setStages(587);

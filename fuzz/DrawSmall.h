@@ -15,6 +15,14 @@ public:
     void lineDone(int) override {}
 };
 
+inline void drawSmall(Model& model, const ViewParameters& view, const ModelPlace& place)
+{
+    SilentReporter silent;
+    const Scene scene = buildScene(view, place, {32, 24}, 32, 24);
+    RowSink rows(32);
+    model.render(*scene.camera, *scene.lights, rows, silent);
+}
+
 /// Whatever a reader accepts must have bounds and must draw: from outside in perspective,
 /// from the middle of the model, and in parallel projection.
 inline void drawSmall(Model& model)
@@ -27,12 +35,7 @@ inline void drawSmall(Model& model)
     views[1].lookAt = Point<3>(0.3, 0.2, 0.1);
     views[2] = views[0];
     views[2].parallel = true;
-    SilentReporter silent;
-    for (const ViewParameters& view : views) {
-        const Scene scene = buildScene(view, place, {32, 24}, 32, 24);
-        RowSink rows(32);
-        model.render(*scene.camera, *scene.lights, rows, silent);
-    }
+    for (const ViewParameters& view : views) drawSmall(model, view, place);
 }
 
 }   // namespace belvor

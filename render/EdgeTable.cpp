@@ -54,11 +54,11 @@ struct EdgeTable::Box {
 
     /// Whether no sample point can lie between the sides: beside the picture, or between two
     /// columns. A crossing may be rounded past the corners, by far less than the margin.
-    bool coversNoColumn(int width) const noexcept
+    bool coversNoColumn(int columns) const noexcept
     {
         constexpr double margin = 1e-6, exactEnough = 1e8;
         if (!(left > -exactEnough && right < exactEnough)) return false;
-        return right <= -margin || left >= width || (left >= margin && static_cast<int>(left - margin) == static_cast<int>(right + margin));
+        return right <= -margin || left >= columns || (left >= margin && static_cast<int>(left - margin) == static_cast<int>(right + margin));
     }
 };
 

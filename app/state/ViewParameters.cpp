@@ -109,7 +109,11 @@ bool ViewParameters::write(const std::string& path, const Point<3>& centre, doub
 bool ViewParameters::read(const std::string& path, const Point<3>& centre, double modelRadius)
 {
     std::string bytes;
-    if (!readWholeFile(path, bytes)) return false;
+    return readWholeFile(path, bytes) && parse(bytes, centre, modelRadius);
+}
+
+bool ViewParameters::parse(const std::string& bytes, const Point<3>& centre, double modelRadius)
+{
     const std::string text = asText(bytes);
     if (!startsWithHeader(text)) return false;
 

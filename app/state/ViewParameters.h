@@ -40,6 +40,8 @@ struct ViewParameters {
     /// Reads a parameter file into this record. False, silently, when it cannot be opened or
     /// its header is another; what is missing behind the header keeps its value.
     bool read(const std::string& path, const Point<3>& centre, double radius);
+    /// The same from a parameter file's bytes.
+    bool parse(const std::string& bytes, const Point<3>& centre, double radius);
 };
 
 /// The view of a fresh program: the defaults with the first light at 0.6.

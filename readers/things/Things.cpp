@@ -46,11 +46,12 @@ std::int64_t facetsLeft(std::int64_t count, std::int64_t loops)
 
 }   // namespace
 
-Things::Things(const std::string& file, Reporter& reporter) : path(file)
+Things::Things(const std::string& file, Reporter& reporter) : Things(MappedFile(file, true).bytes(), file, reporter) {}
+
+Things::Things(std::string_view bytes, const std::string& file, Reporter& reporter) : path(file)
 {
-    const MappedFile mapping(path, true);
     std::string copy;
-    Text text(asText(mapping.bytes(), copy));
+    Text text(asText(bytes, copy));
     while (takeHeader(text)) readThing(text, reporter);
 }
 

@@ -19,6 +19,8 @@ public:
     /// stage. Throws Win32Error when the file cannot be opened, BadFile for a fault in it,
     /// Reporter::Abandoned, std::bad_alloc.
     Things(const std::string& path, Reporter& reporter);
+    /// The same from bytes that only need to last for the call; `path` is for messages.
+    Things(std::string_view bytes, const std::string& path, Reporter& reporter);
 
     /// How many things were read whole.
     std::int32_t thingCount() const noexcept { return things; }
