@@ -1,6 +1,7 @@
 #pragma once
 
-#include <cmath>
+#include "calcore/Trigonometry.h"
+
 #include <numbers>
 
 namespace belvor {
@@ -19,8 +20,8 @@ public:
     static constexpr Angle radians(double value) noexcept { return Angle(value); }
     constexpr double degrees() const noexcept { return toDegrees(value); }
     constexpr double radians() const noexcept { return value; }
-    double sin() const noexcept { return std::sin(value); }
-    double cos() const noexcept { return std::cos(value); }
+    double sin() const noexcept { return sine(value); }
+    double cos() const noexcept { return cosine(value); }
 
 private:
     explicit constexpr Angle(double radians) noexcept : value(radians) {}

@@ -33,7 +33,7 @@ public:
     Point<3> atAngle(Angle angle) const noexcept { return middle + spoke * angle.cos() + side * angle.sin(); }
 
     /// The largest distance between the arc and its `chords` equal chords.
-    double deviation(int chords) const noexcept { return radius() * (1.0 - std::cos(turn.radians() / (2.0 * chords))); }
+    double deviation(int chords) const noexcept { return radius() * (1.0 - cosine(turn.radians() / (2.0 * chords))); }
 
 private:
     Point<3> middle;

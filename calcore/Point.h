@@ -1,5 +1,7 @@
 #pragma once
 
+#include "calcore/Trigonometry.h"
+
 #include <array>
 #include <cmath>
 #include <cstddef>
@@ -54,7 +56,7 @@ public:
     }
 
     /// The direction in radians, counter-clockwise from +x, in (−π, π].
-    double theta() const noexcept requires(N == 2) { return std::atan2(components[1], components[0]); }
+    double theta() const noexcept requires(N == 2) { return arctangent(components[1], components[0]); }
 
     friend constexpr Vector operator+(Vector a, const Vector& b) noexcept { return a += b; }
     friend constexpr Vector operator-(Vector a, const Vector& b) noexcept { return a -= b; }

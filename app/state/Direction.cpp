@@ -9,12 +9,12 @@ namespace belvor {
 double bearing(const Vector<3>& d) noexcept
 {
     // −0.0 must not turn a vertical view round.
-    return toDegrees(std::atan2(d[0], -(d[1] + 0.0)));
+    return toDegrees(arctangent(d[0], -(d[1] + 0.0)));
 }
 
 double elevation(const Vector<3>& d) noexcept
 {
-    return toDegrees(std::atan2(d[2], std::sqrt(d[0] * d[0] + d[1] * d[1])));
+    return toDegrees(arctangent(d[2], std::sqrt(d[0] * d[0] + d[1] * d[1])));
 }
 
 Vector<3> direction(double bearing, double elevation) noexcept

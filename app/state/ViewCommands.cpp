@@ -1,5 +1,7 @@
 #include "app/state/ViewCommands.h"
 
+#include "calcore/Trigonometry.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -10,7 +12,7 @@ ViewParameters wholeModel(const ViewParameters& current, const ImageSize& image)
     constexpr double zoom = 0.364;   // about tan 20°
     const double width = image.width, height = image.height;
     const double narrower = std::min(width, height) / std::sqrt(width * width + height * height);
-    const double distance = 1.0 / std::sin(std::atan(zoom * narrower));
+    const double distance = 1.0 / sine(arctangent(zoom * narrower));
     ViewParameters view = current;
     view.zoom = zoom;
     view.eye = Point<3>::origin() + distance * Vector<3>(-1.75, -1.75, 1.43).unit();
