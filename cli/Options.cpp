@@ -73,6 +73,7 @@ bool isPicture(const std::string& path) { return isPng(path) || endsWith(path, "
 Options parseOptions(std::vector<std::string> arguments)
 {
     CLI::App app("Draws a 3-D model (.thf, .dxf, .man) into pictures (.omb with depth and materials, .png).", "belvor-render");
+    app.allow_windows_style_options(false);   // a path may begin with a slash; scripts run unchanged on every system
     Options options;
     std::string size, type;
     app.add_option("--size", size, "Size of the pictures in pixels, 800x600 unless given")->type_name("WxH");

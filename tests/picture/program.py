@@ -1,0 +1,58 @@
+"""Runs belvor-render as a script does. BELVOR_RENDER names the program (a .exe runs under Wine); BELVOR_SANITIZED is set when it
+was built with sanitizers, which take too much address space for the test of full memory."""
+import os
+import pathlib
+import shutil
+import subprocess
+import tempfile
+import unittest
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+SAMPLES = ROOT / "samples"
+PROGRAM = os.environ.get("BELVOR_RENDER", str(ROOT / "build/release/bin/belvor-render"))
+WINDOWS = PROGRAM.endswith(".exe")
+SANITIZED = bool(os.environ.get("BELVOR_SANITIZED"))
+
+# Two plates, one over the other, the upper with a hole.
+PLATES = """Y 8  0 0 0  4 0 0  4 3 0  0 3 0   1 1 1  3 1 1  3 2 1  1 2 1   0 1
+1 Lower
+4 1 2 3 4
+Y 8  1 1 1  3 1 1  3 2 1  1 2 1   1.5 1.25 1  1.5 1.75 1  2.5 1.75 1  2.5 1.25 1   0 2
+2 Upper
+4 1 2 3 4  4 5 6 7 8
+end
+"""
+
+
+def command(program=PROGRAM):
+    return (["wine"] if program.endswith(".exe") else []) + [program]
+
+
+class Folder(unittest.TestCase):
+    """A test with a folder of its own, in which the program runs."""
+
+    def setUp(self):
+        self.folder = pathlib.Path(tempfile.mkdtemp())
+        self.addCleanup(shutil.rmtree, self.folder)
+        self.write("plates.thf", PLATES)
+
+    def write(self, name, text):
+        (self.folder / name).write_text(text, encoding="utf-8", newline="")
+        return name
+
+    def read(self, name):
+        return (self.folder / name).read_bytes()
+
+    def names(self):
+        return sorted(path.name for path in self.folder.iterdir())
+
+    def run_program(self, *arguments, program=PROGRAM, **options):
+        """The finished process; output as text."""
+        options.setdefault("stdout", subprocess.PIPE)
+        return subprocess.run(command(program) + list(arguments), cwd=self.folder, stdin=subprocess.DEVNULL, stderr=subprocess.PIPE,
+                              encoding="utf-8", errors="replace", timeout=300, **options)
+
+    def render(self, *arguments, program=PROGRAM):
+        done = self.run_program("--quiet", *arguments, program=program)
+        self.assertEqual((done.returncode, done.stderr), (0, ""), arguments)
+        return done.stdout

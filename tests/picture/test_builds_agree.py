@@ -1,0 +1,71 @@
+"""The same command gives the same bytes from two builds: BELVOR_RENDER, and BELVOR_RENDER_OTHER beside it."""
+import hashlib
+import os
+import unittest
+
+from program import PROGRAM, SAMPLES, Folder
+
+OTHER = os.environ.get("BELVOR_RENDER_OTHER", "")
+
+
+def view(eye, lookat, zoom, parallel=0, light="-30 60 0.6"):
+    return f"Belvor View Parameters 1.0\n{eye}\n{lookat}\n{zoom}\n{parallel}\n0.4\n0.1\n{light}\n"
+
+
+# (model, size, view): the views are hard on the arithmetic, each in its own way.
+SCENES = [
+    ("square.thf", "800x600", None),
+    ("square.thf", "640x480", view("-50 -84 30", "2 2 17", "0.57", light="-62 42 0.7")),
+    ("square.thf", "500x400", view("3 -12 1.7", "0 20 9", "0.9")),                    # in the square, most of it behind the eye
+    ("square.thf", "400x300", view("-10 -20 4", "-10 20 4", "0.7")),                  # level: edges in the eye's own height
+    ("square.thf", "300x500", view("-60 -60 50", "0 0 0", "0.4", 1)),                 # parallel, upright picture
+    ("chess.thf", "500x333", view("4 4 20", "4 4 0", "0.3", light="10 80 1")),         # straight down
+    ("gears.thf", "321x123", view("5 -40 0.5", "5 0 0.5", "0.45", 1)),                # edge on
+    ("island.thf", "640x400", view("-20 -20 2", "30 30 3", "1.5", light="120 5 2")),
+    ("letters.thf", "1x1", None),
+    ("letters.thf", "3x400", None),
+    ("letters.thf", "1000x2", None),
+    ("teapot.thf", "555x444", view("0 0 5", "1 1 5", "2.5")),                         # inside the pot
+    ("bunny.thf", "700x700", view("0 -9 5", "0 0 5", "0.05")),                        # long focus
+    ("plates.thf", "97x61", view("2 1 -4", "2 1.5 0", "0.8")),
+]
+
+
+class BuildsAgree(Folder):
+    def digests(self, program, arguments):
+        outputs = ["p.omb", "p.png", "--save-view", "v.bvp"]
+        info = self.render("--info", *arguments, *outputs, program=program)
+        view_lines = self.read("v.bvp").replace(b"\r\n", b"\n")     # each system's own line ends
+        parts = {"info": info.encode(), "omb": self.read("p.omb"), "png": self.read("p.png"), "view": view_lines}
+        return {name: hashlib.sha256(data).hexdigest() for name, data in parts.items()}
+
+    def check(self, model, size, parameters):
+        path = model if model == "plates.thf" else str(SAMPLES / model)
+        arguments = ["--size", size, path]
+        if parameters:
+            arguments = ["--view", self.write("in.bvp", parameters)] + arguments
+        ours, theirs = self.digests(PROGRAM, arguments), self.digests(OTHER, arguments)
+        self.assertEqual(ours, theirs, (model, size, parameters))
+        return ours["png"]
+
+    def test_scenes(self):
+        pictures = set()
+        for scene in SCENES:
+            with self.subTest(scene):
+                pictures.add(self.check(*scene))
+        self.assertEqual(len(pictures), len(SCENES), "each scene is a picture of its own")
+
+    def test_every_sample(self):
+        samples = sorted(path.name for path in SAMPLES.iterdir() if path.suffix in (".thf", ".dxf", ".man"))
+        self.assertGreaterEqual(len(samples), 7)
+        for sample in samples:
+            with self.subTest(sample):
+                self.check(sample, "320x240", None)
+
+
+def load_tests(loader, tests, pattern):
+    return tests if OTHER else unittest.TestSuite()
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,168 @@
+"""belvor-render as a script meets it: exit status, what it says, and that a failure leaves no picture behind."""
+import errno
+import json
+import os
+import resource
+import shutil
+import signal
+import subprocess
+import time
+import unittest
+
+from files import read_png
+from program import PLATES, SAMPLES, SANITIZED, WINDOWS, Folder, command
+
+OLD = "what was there before"
+
+
+class CommandLine(Folder):
+    def refused(self, status, arguments, says=(), **options):
+        """The command ends with `status`, says each of `says` on standard error, and changes no file."""
+        before = {name: (self.folder / name).is_dir() or self.read(name) for name in self.names()}
+        done = self.run_program(*arguments, **options)
+        self.assertEqual(done.returncode, status, (arguments, done.stderr))
+        for text in says:
+            self.assertIn(text, done.stderr)
+        self.assertTrue(done.stderr.strip(), "a failure must say why")
+        self.assertEqual({name: (self.folder / name).is_dir() or self.read(name) for name in self.names()}, before)
+
+    def test_usage_errors(self):
+        for arguments in ([], ["plates.thf"], ["--size", "8x6", "plates.thf"], ["plates.thf", "p.jpg"], ["plates.thf", "png"],
+                          ["--size", "0x6", "plates.thf", "p.png"], ["--size", "16384x1", "plates.thf", "p.omb"],
+                          ["--size", "1x65536", "plates.thf", "p.omb"], ["--size", "8", "plates.thf", "p.png"], ["--size", "8x6x4", "plates.thf", "p.png"],
+                          ["--size", "-8x6", "plates.thf", "p.png"], ["--size", " 8x6", "plates.thf", "p.png"], ["--size", "8.0x6", "plates.thf", "p.png"],
+                          ["--nonsense", "plates.thf", "p.png"], ["plates.unknown", "p.png"], ["--type", "obj", "plates.thf", "p.png"],
+                          ["--view"], ["plates.thf", "p.png", "p.png"]):
+            with self.subTest(arguments):
+                self.refused(2, arguments)
+        self.assertEqual(self.run_program("--help").returncode, 0)
+
+    def test_bad_models_and_views_are_status_1(self):
+        models = {"vertex number out of range": "Y 3 0 0 0 1 0 0 0 1 0 0 1 1 S\n3 1 2 4\n", "degenerate loop": "Y 3 0 0 0 1 0 0 0 1 0 0 1 1 S\n0\n",
+                  "material expected": "Y 3 0 0 0 1 0 0 0 1 0 1 1 2"}
+        for text, model in models.items():
+            self.refused(1, [self.write("bad.thf", model), "p.png", "p.omb"], [text, "bad.thf"])
+        self.write("tiny.thf", "Y 3 0 0 0 .1 0 0 0 .1 0 0 1 1 S\n3 1 2 3\n")
+        views = {"other header": "Belvor View Parameters 1.1\n0 0 0\n", "blank behind": "Belvor View Parameters 1.0 \n", "empty": "",
+                 "infinite in radii of the model": "Belvor View Parameters 1.0\n1e308 2 3 0 0 0 1\n"}
+        for why, view in views.items():
+            with self.subTest(why):
+                self.refused(1, ["--view", self.write("bad.bvp", view), "tiny.thf", "p.png", "p.omb"], ["bad.bvp"])
+        self.refused(1, ["--view", "missing.bvp", "tiny.thf", "p.png"], ["missing.bvp"])
+
+    def test_files_that_cannot_be_read_or_written_are_status_3(self):
+        os.mkdir(self.folder / "folder.png")
+        os.mkdir(self.folder / "folder.thf")
+        for arguments in (["missing.thf", "p.png"], ["nowhere/p.thf", "p.png"], ["folder.thf", "p.png"], ["plates.thf", "nowhere/p.png"],
+                          ["plates.thf", "p.png", "nowhere/p.omb"], ["plates.thf", "nowhere/p.omb", "p.png"], ["plates.thf", "p.omb", "folder.png"],
+                          ["--save-view", "nowhere/v.bvp", "plates.thf"]):
+            with self.subTest(arguments):
+                self.refused(3, arguments)
+        self.assertEqual(os.listdir(self.folder / "folder.png"), [])
+
+    def test_a_failure_keeps_the_picture_that_was_there(self):
+        self.write("p.png", OLD)
+        self.write("p.omb", OLD)
+        self.refused(1, [self.write("bad.thf", "Y 0 0 1 1 S\n0\n"), "p.png", "p.omb"])
+        self.refused(3, ["missing.thf", "p.png", "p.omb"])
+        self.refused(3, ["plates.thf", "p.png", "p.omb", "nowhere/q.png"])
+
+    @unittest.skipIf(WINDOWS, "limits of the system the test runs on")
+    def test_a_full_disk_is_status_3(self):
+        def few_bytes():
+            signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
+            resource.setrlimit(resource.RLIMIT_FSIZE, (20000, 20000))
+        for output in ("p.omb", "p.png"):
+            self.refused(3, ["--size", "900x700", str(SAMPLES / "square.thf"), output], [os.strerror(errno.EFBIG)], preexec_fn=few_bytes)
+        with open("/dev/full", "w") as full:
+            self.refused(3, ["--info", "plates.thf"], [os.strerror(errno.ENOSPC)], stdout=full)
+        self.refused(3, ["--save-view", "/dev/full", "plates.thf"], [os.strerror(errno.ENOSPC)])
+
+    @unittest.skipIf(WINDOWS, "mounts a small disk")
+    def test_a_disk_that_fills_up_at_the_end_is_status_3(self):
+        """The last bytes stay in a buffer until the file is closed: closing must be looked at as well."""
+        small = self.folder / "small"
+        small.mkdir()
+        if subprocess.run(["mount", "-t", "tmpfs", "-o", "size=8k", "none", str(small)], capture_output=True).returncode:
+            self.skipTest("may not mount")
+        self.addCleanup(subprocess.run, ["umount", str(small)], check=True)
+        for size, output, taken, status in (("20x15", "p.omb", 0, 0), ("40x30", "p.omb", 0, 3), ("20x15", "p.omb", 8192, 3), ("20x15", "p.png", 8192, 3)):
+            (small / "filler").write_bytes(b"x" * taken)
+            done = self.run_program("--size", size, str(SAMPLES / "teapot.thf"), f"small/{output}")
+            self.assertEqual(done.returncode, status, done.stderr)
+            self.assertEqual(sorted(path.name for path in small.iterdir()), ["filler"] + [output] * (status == 0))
+            if status:
+                self.assertIn(os.strerror(errno.ENOSPC), done.stderr)
+            else:
+                (small / output).unlink()
+
+    @unittest.skipIf(WINDOWS or SANITIZED, "limits the address space")
+    def test_memory_exhausted_is_status_4(self):
+        def little_memory():
+            resource.setrlimit(resource.RLIMIT_AS, (300 << 20, 300 << 20))
+        self.refused(4, ["--size", "16000x20000", "plates.thf", "p.png"], preexec_fn=little_memory)
+
+    @unittest.skipIf(WINDOWS, "a signal does not reach a program under Wine")
+    def test_an_interrupted_render_is_status_130(self):
+        for output in ("p.omb", "p.png"):
+            process = subprocess.Popen(command() + ["--size", "9000x7000", str(SAMPLES / "bunny.thf"), output], cwd=self.folder,
+                                       stdout=subprocess.DEVNULL, stderr=subprocess.PIPE)
+            self.addCleanup(process.stderr.close)
+            while len(self.names()) < 2 and process.poll() is None:
+                time.sleep(0.01)
+            process.send_signal(signal.SIGINT)
+            self.assertEqual(process.wait(60), 130)
+            self.assertEqual(self.names(), ["plates.thf"])
+
+    def test_info(self):
+        info = json.loads(self.run_program("--info", "plates.thf").stdout)
+        self.assertEqual(list(info), ["file", "type", "vertices", "edges", "facets", "materials", "centre", "radius", "units", "materialList"])
+        self.assertEqual([info[key] for key in ("file", "type", "vertices", "edges", "facets", "materials")], ["plates.thf", "things", 16, 12, 2, 2])
+        self.assertEqual((info["centre"], info["units"]), ([2.0, 1.5, 0.5], {"code": 0, "scale": 1.0}))
+        self.assertAlmostEqual(info["radius"], 6.5 ** 0.5, delta=1e-15)
+        self.assertEqual([(m["index"], m["name"]) for m in info["materialList"]], [(1, "Lower"), (2, "Upper")])
+        step = (5 ** 0.5 - 1) * 0.5 * 3
+        self.assertEqual(info["materialList"][0]["colour"], [(2 - (step - 1)) / 2, 1.0, (1 + (step - 1)) / 2])
+        for name, vertices, edges, facets, radius in (("teapot", 792, 2976, 992, 16.6916316833595), ("bunny", 1839, 11022, 3674, 6.6390636630758)):
+            info = json.loads(self.run_program("--info", str(SAMPLES / f"{name}.thf")).stdout)
+            self.assertEqual((info["vertices"], info["edges"], info["facets"]), (vertices, edges, facets))
+            self.assertAlmostEqual(info["radius"], radius, delta=1e-12)
+
+    def test_a_model_without_surfaces_is_an_empty_picture(self):
+        self.write("wire.thf", "Y 3 0 0 0 1 0 0 0 1 0 1 1 2 Wire\n0")
+        done = self.run_program("--size", "7x5", "wire.thf", "w.png")
+        self.assertEqual(done.returncode, 0)
+        self.assertIn("no surfaces to draw", done.stderr)
+        self.assertEqual(read_png(self.read("w.png")), (7, 5, bytes(7 * 5 * 3)))
+
+    def test_type_and_view_options(self):
+        self.write("plates.txt", PLATES)
+        self.render("--size", "40x30", "--type", "things", "plates.txt", "a.png", "--save-view", "v.bvp")
+        self.render("--size", "40x30", "--view", "v.bvp", "--save-view", "w.bvp", "plates.thf", "b.png")
+        self.assertEqual(self.read("v.bvp"), self.read("w.bvp"))
+        self.assertEqual(read_png(self.read("a.png")), read_png(self.read("b.png")))
+        self.render("--save-view", "only.bvp", "plates.thf")
+        lines = self.read("only.bvp").decode().split("\r\n" if WINDOWS else "\n")
+        self.assertEqual([lines[0], lines[2], *lines[3:]],
+                         ["Belvor View Parameters 1.0", "2 1.5 0.5", "0.364", "0", "0.4", "0.1", "-30 60 0.6", "180 30 0", "0 30 0", "90 30 0", "-90 30 0", ""])
+
+    def test_names_of_every_script(self):
+        folder = "Pläne für Zoë 図面"
+        os.mkdir(self.folder / folder)
+        shutil.copy(self.folder / "plates.thf", self.folder / folder / "größe_模型.thf")
+        self.render("--size", "9x7", "plates.thf", "plain.png", "plain.omb")
+        self.render("--size", "9x7", f"{folder}/größe_模型.thf", f"{folder}/Bild é.png", f"{folder}/Bild é.omb", "--save-view", f"{folder}/Ansicht ß.bvp")
+        self.assertEqual(sorted(os.listdir(self.folder / folder)), sorted(["größe_模型.thf", "Bild é.png", "Bild é.omb", "Ansicht ß.bvp"]))
+        for end in ("png", "omb"):
+            self.assertEqual(self.read(f"plain.{end}"), self.read(f"{folder}/Bild é.{end}"))
+        self.render("--size", "9x7", "--view", f"{folder}/Ansicht ß.bvp", f"{folder}/größe_模型.thf", f"{folder}/again.png")
+        info = json.loads(self.run_program("--info", f"{folder}/größe_模型.thf").stdout)
+        self.assertEqual(info["file"], f"{folder}/größe_模型.thf")
+        self.refused(3, [f"{folder}/fehlt.thf", "p.png"], ["fehlt.thf", "図面"])
+
+    def test_quiet_on_a_pipe(self):
+        self.assertEqual(self.run_program("plates.thf", "p.png").stderr, "", "progress is for terminals only")
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,131 @@
+"""Every byte of Ombr files, read by a reader of their own and by the system's TIFF library."""
+import ctypes
+import ctypes.util
+import json
+import unittest
+
+from files import Ombr, read_png
+from program import SAMPLES, Folder
+
+SHORT, LONG, RATIONAL, TEXT = 3, 4, 5, 2
+SOFTWARE = b"Belvor 1.1.7 (Dec 16 1997)"
+
+
+def camera_file(parallel, eye="-3 -4 5", lookat="2 1.5 0.5", zoom="0.3"):
+    return f"Belvor View Parameters 1.0\n{eye}\n{lookat}\n{zoom}\n{int(parallel)}\n0.4\n0.1\n-30 60 0.6\n"
+
+
+class OmbrBytes(Folder):
+    def check_structure(self, data, width, height):
+        ombr = Ombr(data)
+        self.assertEqual((ombr.width, ombr.height), (width, height))
+        self.assertEqual(ombr.images, [0, 1, 2])
+        stride = (9 * width + 3) // 4 * 4
+        for channel, offset, size, bits in ((0, 6 * width, 3 * width, [8, 8, 8]), (1, 0, 4 * width, [32]), (2, 4 * width, 2 * width, [16])):
+            expected = {
+                256: (SHORT, 1, [width]), 257: (SHORT, 1, [height]), 258: (SHORT, len(bits), bits), 259: (SHORT, 1, [1]),
+                273: (LONG, height, [8 + y * stride + offset for y in range(height)]), 277: (SHORT, 1, [len(bits)]), 278: (SHORT, 1, [1]),
+                279: (SHORT, height, [size] * height), 34953: (LONG, 1, [ombr.private[channel]]),
+            }
+            if channel == 0:
+                expected |= {262: (SHORT, 1, [2]), 282: (RATIONAL, 1, [100, 1]), 283: (RATIONAL, 1, [100, 1]), 296: (SHORT, 1, [2]),
+                             305: (TEXT, len(SOFTWARE), [SOFTWARE])}
+            self.assertEqual(ombr.entries[channel], expected, f"channel {channel}")
+        self.check_every_byte(ombr, stride)
+        return ombr
+
+    def check_every_byte(self, ombr, stride):
+        """Nothing overlaps; what no field claims is padding, and zero: behind each row, behind the Software text, and the strip
+        arrays that a height of 1 or 2 keeps in the directory."""
+        self.assertLessEqual(max(ombr.claimed), 1)
+        padding = {8 + y * stride + i for y in range(ombr.height) for i in range(9 * ombr.width, stride)}
+        spare = [i for i, count in enumerate(ombr.claimed) if not count and i not in padding]
+        behind_text = ombr.data.index(SOFTWARE) + len(SOFTWARE)
+        self.assertEqual([i for i in spare if i in (behind_text, behind_text + 1)], [behind_text, behind_text + 1])
+        self.assertEqual(len(spare) - 2, {1: 3 * (4 + 2), 2: 3 * 4}.get(ombr.height, 0))
+        self.assertFalse(any(ombr.data[i] for i in padding | {behind_text, behind_text + 1}))
+
+    def test_structure_by_size(self):
+        for width, height in ((24, 18), (5, 3), (1, 4), (7, 2), (4, 1), (1, 1), (33, 5)):
+            with self.subTest(size=(width, height)):
+                self.render("--size", f"{width}x{height}", "plates.thf", "p.omb", "p.png")
+                ombr = self.check_structure(self.read("p.omb"), width, height)
+                self.assertEqual(b"".join(ombr.rows[0]), read_png(self.read("p.png"))[2])
+
+    def test_offsets_that_the_format_page_gives(self):
+        self.write("nothing.thf", "")
+        self.render("--size", "24x18", "nothing.thf", "n.omb")
+        data = self.read("n.omb")
+        ombr = self.check_structure(data, 24, 18)
+        self.assertEqual(len(data), 4908)
+        self.assertEqual((ombr.private[2], ombr.private[1], ombr.private[0]), (4004, 4242, 4726))
+        self.assertEqual(int.from_bytes(data[4:8], "little"), 4734)
+        self.assertEqual(ombr.materials, [])
+        self.assertEqual(set(ombr.pixels(1)), {4294967295})
+        self.assertEqual(set(ombr.pixels(2)), {0})
+        self.assertEqual(set(ombr.pixels(0)), {(0, 0, 0)})
+
+    def test_materials_are_those_of_the_model(self):
+        self.render("--size", "40x30", str(SAMPLES / "square.thf"), "s.omb")
+        listed = json.loads(self.render("--info", str(SAMPLES / "square.thf")))["materialList"]
+        ombr = self.check_structure(self.read("s.omb"), 40, 30)
+        self.assertEqual(ombr.materials,
+                         [(m["index"], tuple(min(int(256 * c), 255) for c in m["colour"]), m["name"]) for m in listed])
+        self.assertEqual([m[2] for m in ombr.materials], sorted(m[2] for m in ombr.materials))
+        self.assertLessEqual(set(ombr.pixels(2)), {0} | {m[0] for m in ombr.materials})
+
+    def test_depth_gives_the_point_back(self):
+        """The point under every pixel lies on the plate that the material names, inside it, and not in its hole."""
+        for parallel in (False, True):
+            self.write("v.bvp", camera_file(parallel))
+            self.render("--size", "160x120", "--view", "v.bvp", "plates.thf", "p.omb")
+            ombr = Ombr(self.read("p.omb"))
+            self.assertEqual(ombr.kind, int(parallel))
+            names = {number: name for number, _, name in ombr.materials}
+            depth, material, colour = ombr.pixels(1), ombr.pixels(2), ombr.pixels(0)
+            seen = {"Upper": 0, "Lower": 0, "through the hole": 0}
+            for i, (code, number) in enumerate(zip(depth, material)):
+                self.assertEqual(code == 4294967295, number == 0)
+                if number == 0:
+                    self.assertEqual(colour[i], (0, 0, 0))
+                    continue
+                x, y, z = ombr.point(i % 160, i // 160, code)
+                name = names[number]
+                seen[name] += 1
+                self.assertAlmostEqual(z, 1.0 if name == "Upper" else 0.0, delta=1e-6)
+                slack = 0.1     # a pixel or two
+                low, high = ((1, 1), (3, 2)) if name == "Upper" else ((0, 0), (4, 3))
+                self.assertTrue(low[0] - slack < x < high[0] + slack and low[1] - slack < y < high[1] + slack, (x, y))
+                self.assertFalse(name == "Upper" and 1.5 + slack < x < 2.5 - slack and 1.25 + slack < y < 1.75 - slack, (x, y))
+            self.assertGreater(min(seen["Upper"], seen["Lower"]), 100, seen)
+
+    def test_the_tiff_library_reads_it(self):
+        library = ctypes.util.find_library("tiff")
+        if not library:
+            self.skipTest("no TIFF library")
+        tiff = ctypes.CDLL(library)
+        tiff.TIFFOpen.restype = ctypes.c_void_p
+        tiff.TIFFReadRawStrip.restype = ctypes.c_ssize_t
+        tiff.TIFFReadRawStrip.argtypes = [ctypes.c_void_p, ctypes.c_uint32, ctypes.c_void_p, ctypes.c_ssize_t]
+        tiff.TIFFReadEncodedStrip.restype = ctypes.c_ssize_t
+        tiff.TIFFReadEncodedStrip.argtypes = [ctypes.c_void_p, ctypes.c_uint32, ctypes.c_void_p, ctypes.c_ssize_t]
+        tiff.TIFFSetWarningHandler(None)
+        for width, height in ((61, 47), (61, 2), (61, 1)):
+            self.render("--size", f"{width}x{height}", "plates.thf", "p.omb", "p.png")
+            ombr = Ombr(self.read("p.omb"))
+            handle = ctypes.c_void_p(tiff.TIFFOpen(str(self.folder / "p.omb").encode(), b"r"))
+            self.assertTrue(handle)
+            self.assertEqual(tiff.TIFFNumberOfDirectories(handle), 3)
+            for number, (channel, bytes_per_pixel) in enumerate(((0, 3), (1, 4), (2, 2))):
+                self.assertEqual(tiff.TIFFSetDirectory(handle, number), 1)
+                size = bytes_per_pixel * width
+                row = ctypes.create_string_buffer(size + 64)
+                for y in range(height):
+                    read = tiff.TIFFReadEncodedStrip if channel == 0 else tiff.TIFFReadRawStrip
+                    self.assertEqual(read(handle, y, row, size), size)
+                    self.assertEqual(row.raw[:size], ombr.rows[channel][y])
+            tiff.TIFFClose(handle)
+
+
+if __name__ == "__main__":
+    unittest.main()
