@@ -1,6 +1,7 @@
 #include "readers/dxf/DXFArcs.h"
 
 #include "calcore/Angle.h"
+#include "calcore/Trigonometry.h"
 
 #include <algorithm>
 #include <cmath>
@@ -32,14 +33,14 @@ BulgeArc bulgeArc(const Point<2>& p, const Point<2>& q, double bulge) noexcept
     const double height = chord * (1.0 - bulge * bulge) / (4.0 * bulge);
     const double radius = chord * (1.0 + bulge * bulge) / (4.0 * std::fabs(bulge));
     const Point<2> centre = p + along * 0.5 + left * height;
-    const double sweep = 4.0 * std::atan(bulge);
+    const double sweep = 4.0 * arctangent(bulge);
     return {centre, radius, (p - centre).theta(), sweep, arcSegments(toDegrees(std::fabs(sweep)), radius)};
 }
 
 Vector<2> BulgeArc::spoke(int k) const noexcept
 {
     const double angle = startAngle + sweep * k / chords;
-    return {std::cos(angle), std::sin(angle)};
+    return {cosine(angle), sine(angle)};
 }
 
 }   // namespace belvor

@@ -3,7 +3,8 @@
 
 Reads every #include of the tree and the module table of docs/design.md, and reports each include that the table
 does not allow, a name that is not a path from the root, <windows.h> and `#ifdef _WIN32` outside their places, a .cpp
-that does not include its own header first, and an include that goes round in a circle. With a compiler, each header
+that does not include its own header first, an include that goes round in a circle, and the library's sines and logarithms
+where a picture depends on them. With a compiler, each header
 must also compile alone: those that reach platform/win32/ with the Windows one, the others with the native one.
 Exit status 1 when anything was reported.
 """
@@ -19,6 +20,9 @@ FOLDERS = ("calcore", "platform", "resources", "app", "scene", "render", "reader
 FREE = ("tests", "bench", "fuzz")        # may include every module
 WINDOWS_HEADERS = re.compile(r"(windows|windowsx|commctrl|commdlg|shellapi|shlobj|winuser|wingdi|winbase|winnt)\.h", re.I)
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.M)
+# Their last digits differ between systems, and a picture must not: calcore/Trigonometry.h has some that do not.
+LIBRARY_FUNCTIONS = re.compile(r"\bstd::(sin|cos|tan|asin|acos|atan2?|exp2?|log(?:10|2|1p)?|pow|hypot|cbrt|fma)\s*\(")
+PICTURE_FOLDERS = ("calcore/", "scene/", "render/", "readers/", "imagefile/", "cli/")
 SYSTEM_TEST = re.compile(r"^\s*#\s*(?:el)?if.*\b(_WIN32|_WIN64|WIN32|__MINGW32__|__linux__|__unix__|_MSC_VER)\b", re.M)
 
 
@@ -81,6 +85,8 @@ def check(files, table):
             faults.append(f"{path}: its folder is not in the module table")
         if SYSTEM_TEST.search(code) and not path.startswith(("platform/", "resources/")):
             faults.append(f"{path}: a preprocessor test for the system outside platform/ and resources/")
+        for name in LIBRARY_FUNCTIONS.findall(code) if path.startswith(PICTURE_FOLDERS) else ():
+            faults.append(f"{path}: std::{name} gives other last digits on other systems")
         for kind, name in includes:
             if kind == "<":
                 if name in files:

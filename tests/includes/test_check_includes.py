@@ -60,6 +60,11 @@ class CheckIncludes(unittest.TestCase):
             with self.subTest(why):
                 self.assertTrue(any(fault in found for found in self.faults(**{path: text})), self.faults(**{path: text}))
 
+    def test_library_functions_are_found_where_pictures_depend_on_them(self):
+        text = "double a = std::sqrt(2.0) + std::atan2(1.0, 2.0);\n"
+        found = check({"scene/A.cpp": text, "ui/A.cpp": text}, {"scene": set(), "ui": set()})
+        self.assertEqual(found, ["scene/A.cpp: std::atan2 gives other last digits on other systems"])
+
     def test_a_circle_is_found(self):
         found = self.faults(low__A_DOT_h='#include "low/Z.h"\n', low__Z_DOT_h='#include "low/A.h"\n')
         self.assertEqual(found, ["circle: low/A.h -> low/Z.h -> low/A.h"])
