@@ -56,7 +56,7 @@ class BuildsAgree(Folder):
         self.assertEqual(len(pictures), len(SCENES), "each scene is a picture of its own")
 
     def test_every_sample(self):
-        samples = sorted(path.name for path in SAMPLES.iterdir() if path.suffix in (".thf", ".dxf", ".man"))
+        samples = sorted(str(path.relative_to(SAMPLES)) for path in SAMPLES.rglob("*") if path.suffix in (".thf", ".dxf", ".man"))
         self.assertGreaterEqual(len(samples), 7)
         for sample in samples:
             with self.subTest(sample):
