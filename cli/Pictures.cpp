@@ -22,6 +22,17 @@ private:
     OmbrPicture picture;
 };
 
+/// Does something with a file; a failure names the file.
+template <class Action>
+void onFile(const std::string& path, Action action)
+{
+    try {
+        action();
+    } catch (const OmbrFile::Error& error) {
+        throw PictureError(path + ": " + error.what());
+    }
+}
+
 }   // namespace
 
 Pictures::Pictures(const std::vector<std::string>& paths, const Handle<Model>& model, const Handle<Camera>& camera, int width,
@@ -31,8 +42,10 @@ Pictures::Pictures(const std::vector<std::string>& paths, const Handle<Model>& m
     try {
         for (const std::string& path : paths) {
             Output& output = outputs.emplace_back(Output{path, temporaryNameFor(path), nullptr});
-            if (isPng(path)) output.picture = std::make_unique<PngPicture>(output.temporary, width, height);
-            else output.picture = std::make_unique<OmbrOutput>(output.temporary, model, camera, width, height);
+            onFile(path, [&] {
+                if (isPng(path)) output.picture = std::make_unique<PngPicture>(output.temporary, width, height);
+                else output.picture = std::make_unique<OmbrOutput>(output.temporary, model, camera, width, height);
+            });
         }
     } catch (...) {
         remove();
@@ -44,20 +57,20 @@ Pictures::~Pictures() { remove(); }
 
 void Pictures::lineDone(int)
 {
-    for (Output& output : outputs) output.picture->writeRow(*this);
+    for (Output& output : outputs) onFile(output.path, [&] { output.picture->writeRow(*this); });
 }
 
 void Pictures::commit()
 {
     for (Output& output : outputs) {
-        output.picture->finish();
+        onFile(output.path, [&] { output.picture->finish(); });
         output.picture.reset();
     }
     std::size_t renamed = 0;
     for (; renamed < outputs.size(); ++renamed)
         if (!replaceFile(outputs[renamed].temporary, outputs[renamed].path)) break;
     if (renamed < outputs.size()) {
-        const OmbrFile::Error error;
+        const PictureError error(outputs[renamed].path + ": " + OmbrFile::Error().what());
         for (std::size_t i = 0; i < renamed; ++i) removeFile(outputs[i].path);
         throw error;
     }

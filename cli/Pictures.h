@@ -6,10 +6,16 @@
 #include "scene/Model.h"
 
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
 namespace belvor {
+
+/// A picture file could not be written; what() names it.
+class PictureError : public std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
 
 /// A picture file that takes the rows of a render.
 class Picture {
@@ -25,13 +31,13 @@ public:
 /// when all are whole: whatever goes wrong before leaves no file behind.
 class Pictures : public Buffer {
 public:
-    /// `paths` are UTF-8, each of an Ombr or a PNG file. Throws OmbrFile::Error.
+    /// `paths` are UTF-8, each of an Ombr or a PNG file. Throws PictureError.
     Pictures(const std::vector<std::string>& paths, const Handle<Model>& model, const Handle<Camera>& camera, int width, int height);
     ~Pictures() override;
 
     void lineDone(int row) override;
 
-    /// After the render: completes the files and gives them their names. Throws OmbrFile::Error;
+    /// After the render: completes the files and gives them their names. Throws PictureError;
     /// then none of them is left.
     void commit();
 

@@ -10,6 +10,7 @@
 #include "cli/Options.h"
 #include "cli/Pictures.h"
 #include "imagefile/OmbrFile.h"
+#include "platform/Files.h"
 #include "platform/Process.h"
 #include "readers/ModelFile.h"
 #include "readers/dxf/DXF.h"
@@ -27,7 +28,7 @@ namespace {
 
 enum ExitStatus { done = 0, badInput = 1, usage = 2, fileTrouble = 3, noMemory = 4, stopped = 130 };
 
-/// A parameter file that must not be passed over in silence.
+/// A file of another kind where a parameter file is wanted: a picture of another view would be a lie.
 class BadView : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
@@ -40,9 +41,11 @@ int firstStageText(FileType type)
 ViewParameters viewFor(const Options& options, const ModelPlace& place, const ImageSize& size)
 {
     if (options.view.empty()) return wholeModel(freshView(), size);
+    std::string bytes;
+    if (!readWholeFile(options.view, bytes)) throw std::runtime_error(options.view + ": " + std::strerror(errno));
     ViewParameters view;
-    if (!view.read(options.view, place.centre, place.radius) || !view.finite())
-        throw BadView(options.view + ": not a view parameters file, or it cannot be read");
+    if (!view.parse(bytes, place.centre, place.radius) || !view.finite())
+        throw BadView(options.view + ": not a view parameters file");
     return view;
 }
 
@@ -112,7 +115,7 @@ int runReported(const Options& options)
         return report(reporter, badInput, fault.what());
     } catch (const std::bad_alloc&) {
         return report(reporter, noMemory, textOf(611));
-    } catch (const std::exception& error) {   // OmbrFile::Error, Win32Error
+    } catch (const std::exception& error) {   // PictureError, Win32Error
         return report(reporter, fileTrouble, error.what());
     }
 }
