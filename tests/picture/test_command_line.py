@@ -48,14 +48,13 @@ class CommandLine(Folder):
         for why, view in views.items():
             with self.subTest(why):
                 self.refused(1, ["--view", self.write("bad.bvp", view), "tiny.thf", "p.png", "p.omb"], ["bad.bvp"])
-        self.refused(1, ["--view", "missing.bvp", "tiny.thf", "p.png"], ["missing.bvp"])
 
     def test_files_that_cannot_be_read_or_written_are_status_3(self):
         os.mkdir(self.folder / "folder.png")
         os.mkdir(self.folder / "folder.thf")
         for arguments in (["missing.thf", "p.png"], ["nowhere/p.thf", "p.png"], ["folder.thf", "p.png"], ["plates.thf", "nowhere/p.png"],
                           ["plates.thf", "p.png", "nowhere/p.omb"], ["plates.thf", "nowhere/p.omb", "p.png"], ["plates.thf", "p.omb", "folder.png"],
-                          ["--save-view", "nowhere/v.bvp", "plates.thf"]):
+                          ["--save-view", "nowhere/v.bvp", "plates.thf"], ["--view", "missing.bvp", "plates.thf", "p.png"]):
             with self.subTest(arguments):
                 self.refused(3, arguments)
         self.assertEqual(os.listdir(self.folder / "folder.png"), [])
