@@ -25,6 +25,12 @@ void focusField(HWND dialog, int control)
     SendMessageW(dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(GetDlgItem(dialog, control)), TRUE);
 }
 
+bool choosesRadio(int notification) noexcept
+{
+    // A mouse button that is down gives the focus too, but chooses only where it is let go.
+    return notification == BN_CLICKED || (notification == BN_SETFOCUS && GetKeyState(VK_LBUTTON) >= 0);
+}
+
 std::string userDecimalPoint()
 {
     wchar_t point[8];

@@ -16,6 +16,10 @@ void setItemText(HWND dialog, int control, std::string_view text);
 /// Puts the focus on a field with its text selected, as when it is tabbed into.
 void focusField(HWND dialog, int control);
 
+/// True for a notification of a plain radio button by which the user chooses it: a click, or
+/// the focus that an arrow key moves to it.
+bool choosesRadio(int notification) noexcept;
+
 /// The decimal separator of the user's country.
 std::string userDecimalPoint();
 

@@ -23,12 +23,12 @@ void ImageSizeDialog::initialise()
 void ImageSizeDialog::command(int control, int notification)
 {
     if (control >= ID_SIZEPRESET && control < ID_SIZEPRESET + sizePresets) {
-        if (notification == BN_CLICKED) update(presetSize(control - ID_SIZEPRESET));
+        if (choosesRadio(notification)) update(presetSize(control - ID_SIZEPRESET));
         return;
     }
     switch (control) {
     case ID_SIZEOTHER:
-        if (notification == BN_CLICKED) CheckRadioButton(window(), ID_SIZEPRESET, ID_SIZEOTHER, ID_SIZEOTHER);
+        if (choosesRadio(notification)) CheckRadioButton(window(), ID_SIZEPRESET, ID_SIZEOTHER, ID_SIZEOTHER);
         break;
     case ID_WIDTH:
     case ID_HEIGHT:

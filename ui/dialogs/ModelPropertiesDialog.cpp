@@ -57,7 +57,7 @@ void ModelPropertiesDialog::fill()
 void ModelPropertiesDialog::command(int control, int notification)
 {
     if (control >= ID_UNITS && control <= ID_UNITSLAST) {
-        if (notification == BN_CLICKED) CheckRadioButton(window(), ID_UNITS, ID_UNITSLAST, control);
+        if (choosesRadio(notification)) CheckRadioButton(window(), ID_UNITS, ID_UNITSLAST, control);
         return;
     }
     switch (control) {

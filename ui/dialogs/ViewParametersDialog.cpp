@@ -96,7 +96,7 @@ void ViewParametersDialog::command(int control, int notification)
     switch (control) {
     case ID_PARALLEL:
     case ID_PERSPECTIVE:
-        if (notification == BN_CLICKED && parallel != (control == ID_PARALLEL)) choose(!parallel);
+        if (choosesRadio(notification) && parallel != (control == ID_PARALLEL)) choose(!parallel);
         break;
     case IDOK:
         readFields();
