@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/win32/Windows.h"
+
+#include <initializer_list>
+
+namespace belvor::window {
+
+// The user's hands: events as the devices send them, so that capture, key states and the
+// foreground window count. Each step waits until the program has taken it.
+
+/// The window by whose painting the program is seen to be idle.
+void settleBy(HWND window);
+
+void moveMouse(HWND window, int x, int y);   ///< To a place in the client area.
+void pressButton();
+void releaseButton();
+void rightClick();
+/// Down at the first place, through the others, up at the last.
+void dragMouse(HWND window, std::initializer_list<POINT> places);
+void keyDown(WORD key);
+void keyUp(WORD key);
+/// All keys down in order, then up.
+void pressKeys(std::initializer_list<WORD> keys);
+
+}   // namespace belvor::window

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/win32/Windows.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace belvor::window {
+
+/// Pixels as 0xRRGGBB, the top row first.
+struct Picture {
+    int width = 0, height = 0;
+    std::vector<std::uint32_t> pixels;
+    std::uint32_t at(int x, int y) const { return pixels.at(static_cast<std::size_t>(y * width + x)); }
+    friend bool operator==(const Picture&, const Picture&) = default;
+};
+
+/// What the screen shows of a window's client area.
+Picture screenOf(HWND window);
+/// The colour image of an Ombr file.
+Picture readOmbr(const std::string& path);
+/// Empty when the pictures are equal, else how many pixels differ and where the first is.
+std::string difference(const Picture& a, const Picture& b);
+/// Pixels of the picture that are not of that colour.
+int countOther(const Picture& picture, std::uint32_t colour);
+
+}   // namespace belvor::window
