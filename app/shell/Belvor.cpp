@@ -24,22 +24,20 @@ constexpr int renderingText = 608, thumbnailText = 609;
 }   // namespace
 
 Belvor::Belvor(HWND window)
-    : mainWindow(window), host(new WindowHost(window)), queue(makeHandle<RenderQueue>()), current(freshView())
+    : mainWindow(window), host(new WindowHost(window)), queue(makeHandle<RenderQueue>())
 {
     startRenderThread(queue, host);
 }
 
-void Belvor::setView(ViewParameters next)
+void Belvor::setView(const ViewParameters& next)
 {
-    if (next == current || !next.finite()) return;
-    previous = std::exchange(current, std::move(next));
-    redraw(windows.display, 0);
-    showView();
+    if (history.show(next)) showView();
 }
 
 void Belvor::showView()
 {
-    const ViewParameters view = current;   // whatever a panel may answer
+    redraw(windows.display, 0);
+    const ViewParameters view = history.current();   // whatever a panel may answer
     send(windows.plan, UM_VIEWMARKERS, viewMarkers(view, Thumbnail::plan), ID_PLAN);
     send(windows.elevation, UM_VIEWMARKERS, viewMarkers(view, Thumbnail::elevation), ID_ELEVATION);
     send(windows.eyeSlide, UM_EYESLIDE, eyeSlideRecord(view), handleParameter(windows.eyeSlide));
@@ -70,7 +68,7 @@ void Belvor::redraw(HWND target, int which)
     const Handle<Buffer> sink = makeHandle<WindowBuffer>(target, bitmap, progressive);
     Scene drawn;
     if (progressive) {
-        scene = buildScene(current, where, image, bitmap->width(), bitmap->height());
+        scene = buildScene(history.current(), where, image, bitmap->width(), bitmap->height());
         drawn = scene;
     } else {
         drawn = buildThumbnailScene(which == 1 ? Thumbnail::plan : Thumbnail::elevation, where, bitmap->width(), bitmap->height());
@@ -85,20 +83,18 @@ void Belvor::takeModel(Handle<Model> loaded, std::string file)
     held = std::move(loaded);
     path = std::move(file);
     held->bounds(where.centre, where.radius);
-    current.zoom = 0.5;   // never that of the whole model, so that the next step always shows it
-    setView(wholeModel(current, image));
-    current.imageSaved = false;
-    previous = current;
+    history.begin(wholeModel(history.current(), image));
+    showView();
     if (windows.plan) redraw(windows.plan, 1);
     if (windows.elevation) redraw(windows.elevation, 2);
 }
 
 void Belvor::writeImage(const std::string& file)
 {
-    const Scene picture = buildScene(current, where, image, image.width, image.height);
+    const Scene picture = buildScene(history.current(), where, image, image.width, image.height);
     const auto sink = makeHandle<OmbrBuff>(file, held, picture.camera, image.width, image.height);
     queue->post(imageFile, makeHandle<ImageRequest>(std::string(fileName(file)), held, picture.camera, picture.lights, sink));
-    current.imageSaved = true;
+    history.markSaved();
 }
 
 void Belvor::load(const std::string& file, FileType type)

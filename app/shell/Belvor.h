@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/state/SceneBuilder.h"
-#include "app/state/ViewParameters.h"
+#include "app/state/ViewHistory.h"
 #include "platform/win32/Windows.h"
 #include "readers/ModelFile.h"
 #include "render/queue/RenderHost.h"
@@ -28,9 +28,9 @@ public:
 
     /// The only way a view is changed: the present view becomes the previous one, `next` is
     /// drawn, and every panel is told. Nothing happens for an equal view.
-    void setView(ViewParameters next);
-    void previousView() { setView(previous); }
-    const ViewParameters& view() const noexcept { return current; }
+    void setView(const ViewParameters& next);
+    void previousView() { setView(history.previous()); }
+    const ViewParameters& view() const noexcept { return history.current(); }
     /// Has the picture in `target` drawn: 0 the drawing area, 1 and 2 the plan and elevation panels.
     void redraw(HWND target, int which);
 
@@ -65,7 +65,7 @@ private:
     Handle<Model> held;
     std::string path;
     ModelPlace where;
-    ViewParameters current, previous;
+    ViewHistory history;
     Scene scene;
     bool ending = false;
 };
