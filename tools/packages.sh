@@ -17,5 +17,5 @@ need_packages() {
 }
 
 packages_render=(g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libstb-dev)
-packages_windows=(g++-mingw-w64-x86-64-posix wine wine64 fonts-wine)
-packages_test=(googletest libbenchmark-dev libtiff-dev python3 g++-mingw-w64-i686-posix xvfb xauth xdotool)
+packages_windows=(python3 g++-mingw-w64-x86-64-posix wine wine64 fonts-wine)
+packages_test=(python3 googletest libbenchmark-dev libtiff-dev g++-mingw-w64-i686-posix xvfb xauth xdotool)
