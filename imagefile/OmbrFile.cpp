@@ -185,33 +185,29 @@ void addSize(TiffDirectory& directory, std::uint16_t width, std::uint16_t height
 std::uint32_t OmbrFile::writeMaterialImage()
 {
     const Channel strips = writeStrips(4u * width, static_cast<std::uint16_t>(2 * width));
-    const std::uint32_t block = position();
-    write(blockOf(materialChannel).u32(materialCount).u32(lastMaterial).data());
-    TiffDirectory directory;
-    addSize(directory, width, height);
-    directory.addShort(bitsPerSample, 16);
-    directory.addShort(compression, 1);
-    strips.addTo(directory, 1, height);
-    directory.add(privateBlock, TiffDirectory::longInteger, 1, block);
-    const std::uint32_t at = position();
-    write(directory.bytes(0));
-    return at;
+    return writeSingleChannel(16, strips, blockOf(materialChannel).u32(materialCount).u32(lastMaterial), 0);
 }
 
 std::uint32_t OmbrFile::writeDepthImage(std::uint32_t next)
 {
     const Channel strips = writeStrips(0, static_cast<std::uint16_t>(4 * width));
-    const std::uint32_t blockAt = position();
     LittleEndian block = blockOf(depthChannel);
     block.u32(0).u32(camera.kind);
     addVector(block, camera.eye.vector());
     for (const Vector<3>* v : {&camera.right, &camera.up, &camera.forward, &camera.vertical, &camera.firstPixel, &camera.lastPixel})
         addVector(block, *v);
     block.f64(camera.near).f64(camera.far).f64(camera.unitsScale).u32(camera.unitsCode);
+    return writeSingleChannel(32, strips, block, next);
+}
+
+/// The private block and the directory of an image of one sample a pixel; the directory's offset.
+std::uint32_t OmbrFile::writeSingleChannel(std::uint16_t bits, const Channel& strips, const LittleEndian& block, std::uint32_t next)
+{
+    const std::uint32_t blockAt = position();
     write(block.data());
     TiffDirectory directory;
     addSize(directory, width, height);
-    directory.addShort(bitsPerSample, 32);
+    directory.addShort(bitsPerSample, bits);
     directory.addShort(compression, 1);
     strips.addTo(directory, 1, height);
     directory.add(privateBlock, TiffDirectory::longInteger, 1, blockAt);

@@ -10,6 +10,8 @@
 
 namespace belvor {
 
+class LittleEndian;
+
 /// Writes an Ombr file: a little-endian TIFF file with a colour, a depth and a material
 /// image, one record a row. docs/ombr-format.md describes every byte. Rows go out as they
 /// come; the directories follow when the file is closed. Used by one thread at a time.
@@ -62,6 +64,7 @@ private:
     std::uint32_t writeMaterialImage();
     std::uint32_t writeDepthImage(std::uint32_t next);
     std::uint32_t writeColourImage(std::uint32_t next);
+    std::uint32_t writeSingleChannel(std::uint16_t bits, const Channel& strips, const LittleEndian& block, std::uint32_t next);
     Channel writeStrips(std::uint32_t inRecord, std::uint16_t byteCount);
     void writeDirectories();
     [[noreturn]] void fail();
