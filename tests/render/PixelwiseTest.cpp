@@ -192,7 +192,7 @@ public:
         const int facets = whole(1, whole(0, 9) == 0 ? 40 : 8);
         for (int i = 0; i < facets; ++i) {
             material.colour = {real(0, 1), real(0, 1), real(0, 1)};
-            addFacet(*made, made->addMaterial("m" + std::to_string(i), material));
+            addFacet(*made, made->addMaterial(std::to_string(i), material));
         }
         return made;
     }
