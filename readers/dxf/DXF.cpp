@@ -69,10 +69,12 @@ const DXFLayer& DXF::findLayer(std::string_view name)
 
 Material& DXF::findMaterial(std::string_view key)
 {
+    if (recentMaterial && recentMaterialKey == key) return *recentMaterial;
     const std::size_t before = materials().size();
-    Material& material = Model::findMaterial(key);
+    recentMaterial = &Model::findMaterial(key);
+    recentMaterialKey = key;
     if (materials().size() != before) log().line("add new material ", key);
-    return material;
+    return *recentMaterial;
 }
 
 void DXF::skip(std::string_view type, SkippedEntities::Why why, std::string_view what)

@@ -74,7 +74,10 @@ private:
     SkippedEntities skippedEntities;
     std::uint64_t refusedFacets = 0;
 
-    const std::pair<const std::string, DXFLayer>* recentLayer = nullptr;   // drawings come in runs of one layer
+    // Drawings come in runs of one layer and one material.
+    const std::pair<const std::string, DXFLayer>* recentLayer = nullptr;
+    Material* recentMaterial = nullptr;
+    std::string recentMaterialKey;
 
     std::vector<DXFExpansion> expansions;   // the ENTITIES section, then the insertions under way
     std::vector<Point<3>> placed;        // the corners of one facet

@@ -58,16 +58,10 @@ inline const char* DXFBinaryStream::need(const char* from, std::size_t count) co
     return from;
 }
 
-inline void DXFBinaryStream::moveTo(const char* place) noexcept
-{
-    at = place;
-    currentLine = offsetOf(place);
-}
-
 inline bool DXFBinaryStream::takeCode(DXFGroup& group)
 {
     if (at == end) return false;
-    group.line = currentLine;
+    group.line = currentLine = offsetOf(at);
     const std::size_t width = codeWidth();
     need(at, width);
     group.code = width == 1 ? static_cast<unsigned char>(*at) : littleEndian<std::uint16_t>(at + width - 2);
@@ -84,27 +78,36 @@ inline void DXFBinaryStream::takeValue(DXFGroup& group)
     case DXFValueType::real:
         group.number = std::bit_cast<double>(littleEndian<std::uint64_t>(need(value, 8)));
         group.converted = std::isfinite(group.number);   // otherwise refused when asked for
-        return moveTo(value + 8);
+        at = value + 8;
+        return;
     case DXFValueType::integer16:
         group.number = static_cast<std::int16_t>(littleEndian<std::uint16_t>(need(value, 2)));
-        return moveTo(value + 2);
+        at = value + 2;
+        return;
     case DXFValueType::integer32:
         group.number = static_cast<std::int32_t>(littleEndian<std::uint32_t>(need(value, 4)));
-        return moveTo(value + 4);
+        at = value + 4;
+        return;
     case DXFValueType::text: break;
     }
     const void* const zero = value == end ? nullptr : std::memchr(value, 0, static_cast<std::size_t>(end - value));
     if (!zero) throw BadFile(BadFile::pastEnd, fileName(), offsetOf(at));
     const char* const textEnd = static_cast<const char*>(zero);
     group.text = {value, static_cast<std::size_t>(textEnd - value)};
-    moveTo(textEnd + 1);
+    at = textEnd + 1;
 }
 
 inline void DXFBinaryStream::passValue(DXFGroup& group) { takeValue(group); }
 
 bool DXFBinaryStream::readGroupCode(DXFGroup& group) { return takeCode(group); }
-void DXFBinaryStream::readGroupValue(DXFGroup& group) { takeValue(group); }
-void DXFBinaryStream::skipGroupValue(DXFGroup& group) { passValue(group); }
+
+void DXFBinaryStream::readGroupValue(DXFGroup& group)
+{
+    takeValue(group);
+    currentLine = offsetOf(at);   // the loops below leave it to the code that follows
+}
+
+void DXFBinaryStream::skipGroupValue(DXFGroup& group) { readGroupValue(group); }
 
 bool DXFBinaryStream::skipToRecord(DXFGroup& group) { return skipGroups(*this, group); }
 void DXFBinaryStream::appendGroups(DXFRecord& groups) { readGroups(*this, groups); }

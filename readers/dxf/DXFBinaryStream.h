@@ -32,7 +32,6 @@ private:
     std::size_t codeWidth() const noexcept;
     std::int32_t offsetOf(const char* place) const noexcept;
     const char* need(const char* from, std::size_t count) const;
-    void moveTo(const char* place) noexcept;
 
     bool twoByteCodes = false;
 };

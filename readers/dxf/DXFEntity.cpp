@@ -16,6 +16,7 @@ std::string_view firstText(std::span<const DXFGroup> run, int code) noexcept
 DXFEntity::DXFEntity(DXFDrawing& model, const DXFRecord& entity)
     : drawing(model), record(entity), layer(entity.textOr(8, ""))
 {
+    if (!record.isExtended()) return;
     if (const auto definition = record.extendedData("AVE_MATERIAL"); !definition.empty()) {
         materialKey = record.textOr(5, "");
         drawing.findMaterial(materialKey);

@@ -1,6 +1,7 @@
 #include "readers/dxf/DXF.h"
 #include "readers/dxf/DXFEntity.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace belvor {
@@ -22,7 +23,10 @@ bool isFinite(std::span<const Point<3>> corners) noexcept
 
 void DXF::forgetContents()
 {
-    for (auto& [name, block] : blocks) block.contents.reset();
+    for (auto& [name, block] : blocks) {
+        block.contents.reset();
+        block.walks = 0;
+    }
     recordedBytes = 0;
 }
 
@@ -172,19 +176,22 @@ void DXF::addFacet(const Material& material, std::span<const Point<3>> corners, 
 void DXF::addMapped(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat,
                     const AffineTransform<3>& transform)
 {
-    placed.clear();
-    for (const Point<3>& corner : corners) placed.push_back(transform(corner));
-    if (!isFinite(placed)) {
+    if (expansions.size() > 1) {   // the section itself is drawn as it stands
+        placed.resize(corners.size());
+        std::transform(corners.begin(), corners.end(), placed.begin(), transform);
+        corners = placed;
+    }
+    if (!isFinite(corners)) {
         ++refusedFacets;
         skippedEntities.add("facet", SkippedEntities::Why::tooFarOut);   // of an entity that may draw others
         return;
     }
     const Vector<3> flatNormal = flat ? transform(flat->x()).cross(transform(flat->y())) : Vector<3>(0, 0, 1);
     const std::uint32_t first = vertexCount();
-    Model::addFacet(material, planeOf(placed, flatNormal));
-    for (const Point<3>& corner : placed) addVertex(corner);
-    const auto count = static_cast<std::uint32_t>(placed.size());
-    for (std::uint32_t i = 0; i < count; ++i) addEdge(first + i, first + (i + 1 == count ? 0 : i + 1));
+    Model::addFacet(material, planeOf(corners, flatNormal));
+    for (const Point<3>& corner : corners) addVertex(corner);
+    const auto sides = static_cast<std::uint32_t>(corners.size());
+    for (std::uint32_t i = 0; i < sides; ++i) addEdge(first + i, first + (i + 1 == sides ? 0 : i + 1));
 }
 
 }   // namespace belvor

@@ -54,8 +54,11 @@ Plane planeOf(std::span<const Point<3>> corners, const Vector<3>& flatNormal) no
         const double largest = largestCoordinate(corners);
         if (largest > 0.0 && std::isfinite(1.0 / largest)) normal = vectorArea(corners, 1.0 / largest, square);
     }
-    if (!(normal.length() > flat * square)) normal = flatNormal;
-    if (normal.unit() == Vector<3>() || !std::isfinite(normal.length())) normal = {0, 0, 1};
+    const double length = normal.length();
+    if (!(length > flat * square && std::isfinite(length))) {
+        normal = flatNormal;
+        if (normal.unit() == Vector<3>() || !std::isfinite(normal.length())) normal = {0, 0, 1};
+    }
 
     Vector<3> mean;
     for (const Point<3>& corner : corners) mean += corner - corners[0];

@@ -27,10 +27,9 @@ bool realWord(std::string_view text, double& value) noexcept
 
 }   // namespace
 
-void DXFRecord::clear()
+void DXFRecord::clear() noexcept
 {
-    list.clear();
-    list.reserve(512);
+    count = 0;
     extended = false;
     if (++stamp != 0) return;
     firsts.fill({});   // once in 2^32 records
@@ -39,7 +38,7 @@ void DXFRecord::clear()
 
 const DXFGroup* DXFRecord::next(const DXFGroup& group, int code) const noexcept
 {
-    for (const DXFGroup* at = &group + 1; at < list.data() + list.size(); ++at)
+    for (const DXFGroup* at = &group + 1; at < list.data() + count; ++at)
         if (at->code == code) return at;
     return nullptr;
 }
@@ -47,10 +46,10 @@ const DXFGroup* DXFRecord::next(const DXFGroup& group, int code) const noexcept
 std::span<const DXFGroup> DXFRecord::extendedData(std::string_view application) const noexcept
 {
     if (!extended) return {};
-    for (const DXFGroup& group : list) {
+    for (const DXFGroup& group : groups()) {
         if (group.code != 1001 || group.text != application) continue;
         const DXFGroup* const end = next(group, 1001);
-        return {&group, end ? end : list.data() + list.size()};
+        return {&group, end ? end : list.data() + count};
     }
     return {};
 }

@@ -18,17 +18,20 @@ namespace belvor {
 class DXFRecord {
 public:
     /// `fileName`, for messages, must outlive the record.
-    explicit DXFRecord(const std::string& fileName) : file(&fileName) { clear(); }
+    explicit DXFRecord(const std::string& fileName) : file(&fileName), list(512) { clear(); }
 
-    /// Forgets the groups, keeping room for 512.
-    void clear();
-    void append(const DXFGroup& group);
+    /// Forgets the groups, keeping their room: 512 or more.
+    void clear() noexcept;
+    /// Room for one group more, to be filled in place and then kept.
+    DXFGroup& next();
+    /// Makes what next() gave the last group.
+    void keep() noexcept;
 
     /// The value of the first group: "LINE", "SECTION", "$ACADVER".
-    std::string_view type() const noexcept { return list.empty() ? std::string_view{} : list.front().text; }
+    std::string_view type() const noexcept { return count == 0 ? std::string_view{} : list.front().text; }
     /// Of the first group.
-    std::int32_t line() const noexcept { return list.empty() ? 0 : list.front().line; }
-    std::span<const DXFGroup> groups() const noexcept { return list; }
+    std::int32_t line() const noexcept { return count == 0 ? 0 : list.front().line; }
+    std::span<const DXFGroup> groups() const noexcept { return {list.data(), count}; }
     const std::string& fileName() const noexcept { return *file; }
 
     bool has(int code) const noexcept { return find(code) != nullptr; }
@@ -38,6 +41,8 @@ public:
     const DXFGroup* next(const DXFGroup& group, int code) const noexcept;
     /// The extended data of an application: from its group 1001 to the next one; else empty.
     std::span<const DXFGroup> extendedData(std::string_view application) const noexcept;
+    /// Whether there are extended data at all.
+    bool isExtended() const noexcept { return extended; }
 
     std::string_view text(int code) const;
     std::string_view textOr(int code, std::string_view otherwise) const noexcept;
@@ -72,21 +77,29 @@ private:
     };
 
     const std::string* file;
-    std::vector<DXFGroup> list;
+    std::vector<DXFGroup> list;   // of which `count` are in use
+    std::size_t count = 0;
     std::array<First, 256> firsts{};
     std::uint32_t stamp = 0;
     bool extended = false;   // has a group 1001
 };
 
-inline void DXFRecord::append(const DXFGroup& group)
+inline DXFGroup& DXFRecord::next()
 {
-    if (group.code < firsts.size()) {
-        First& first = firsts[group.code];
-        if (first.stamp != stamp) first = {stamp, static_cast<std::uint32_t>(list.size())};
-    } else if (group.code == 1001) {
+    if (count == list.size()) list.resize(2 * count);
+    return list[count];
+}
+
+inline void DXFRecord::keep() noexcept
+{
+    const std::uint16_t code = list[count].code;
+    if (code < firsts.size()) {
+        First& first = firsts[code];
+        if (first.stamp != stamp) first = {stamp, static_cast<std::uint32_t>(count)};
+    } else if (code == 1001) {
         extended = true;
     }
-    list.push_back(group);
+    ++count;
 }
 
 inline const DXFGroup* DXFRecord::find(int code, int n) const noexcept
@@ -95,7 +108,7 @@ inline const DXFGroup* DXFRecord::find(int code, int n) const noexcept
         const First& first = firsts[static_cast<std::size_t>(code)];
         return first.stamp == stamp ? &list[first.place] : nullptr;
     }
-    for (const DXFGroup& group : list)
+    for (const DXFGroup& group : groups())
         if (group.code == code && --n == 0) return &group;
     return nullptr;
 }

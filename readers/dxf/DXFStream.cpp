@@ -49,10 +49,10 @@ bool DXFStream::nextRecord()
         return true;
     }
     record.clear();
-    DXFGroup first;
+    DXFGroup& first = record.next();
     if (!skipToRecord(first)) return false;
     readGroupValue(first);
-    record.append(first);
+    record.keep();
     state = State::firstGroup;
     return true;
 }

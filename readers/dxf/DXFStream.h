@@ -112,11 +112,11 @@ bool skipGroups(Stream& stream, DXFGroup& group)
 template <class Stream>
 void readGroups(Stream& stream, DXFRecord& groups)
 {
-    DXFGroup group;
-    while (stream.takeCode(group)) {
-        if (group.code == 0 || group.code == 9) return;
+    for (;;) {
+        DXFGroup& group = groups.next();
+        if (!stream.takeCode(group) || group.code == 0 || group.code == 9) return;
         stream.takeValue(group);
-        groups.append(group);
+        groups.keep();
     }
 }
 
