@@ -19,6 +19,7 @@ FOLDERS = ("calcore", "platform", "resources", "app", "scene", "render", "reader
            "tests", "bench", "fuzz")
 FREE = ("tests", "bench", "fuzz")        # may include every module
 WINDOWS_HEADERS = re.compile(r"(windows|windowsx|commctrl|commdlg|shellapi|shlobj|winuser|wingdi|winbase|winnt)\.h", re.I)
+GOOGLETEST = "/usr/src/googletest/googletest/include"
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.M)
 # Their last digits differ between systems, and a picture must not: calcore/Trigonometry.h has some that do not.
 LIBRARY_FUNCTIONS = re.compile(r"\bstd::(sin|cos|tan|asin|acos|atan2?|exp2?|log(?:10|2|1p)?|pow|hypot|cbrt|fma)\s*\(")
@@ -142,7 +143,7 @@ def compile_alone(root, headers, compiler):
     def one(header):
         # Twice, so that a header without a guard is found as well.
         source = f'#include "{header}"\n#include "{header}"\n'
-        result = subprocess.run([compiler, "-std=c++20", "-DUNICODE", "-D_UNICODE", "-I.", "-fsyntax-only", "-x", "c++", "-"],
+        result = subprocess.run([compiler, "-std=c++20", "-DUNICODE", "-D_UNICODE", "-I.", "-isystem", GOOGLETEST, "-fsyntax-only", "-x", "c++", "-"],
                                 input=source, capture_output=True, text=True, cwd=root)
         return [] if result.returncode == 0 else [f"{header} does not compile alone:\n{result.stderr[:2000]}"]
     with concurrent.futures.ThreadPoolExecutor(2) as pool:
