@@ -107,12 +107,14 @@ TEST_F(SaveTest, AnImageThatCannotBeWrittenIsAWarning)
     ASSERT_TRUE(static_cast<bool>(locked));
     program().command(ID_SAVEAS);
     program().chooseFile(saveDialog(), image);
+    // First the system's own question whether to replace the file, then ours or the system's refusal.
     HWND box = nullptr;
-    await("a box", [&] {
-        for (const char* caption : {"Save As", "Save as", "Error", "Warning"}) {
+    await("the refusal", [&] {
+        for (const char* caption : {"Save as", "Error", "Warning"}) {
             const HWND found = program().dialog(caption);
-            if (found && program().messageOf(found).find("overwrite") == std::string::npos && GetDlgItem(found, 0x480) == nullptr && caption != std::string("Save As")) box = found;
-            else if (found && (GetDlgItem(found, IDYES) != nullptr)) PostMessageW(found, WM_COMMAND, IDYES, 0);
+            if (!found || GetDlgItem(found, 0x47C)) continue;
+            if (GetDlgItem(found, IDYES)) PostMessageW(found, WM_COMMAND, IDYES, 0);
+            else box = found;
         }
         return box != nullptr;
     });
