@@ -7,6 +7,15 @@
 namespace belvor {
 namespace {
 
+/// A facet seen edge on has no side towards the eye: it goes back to the one that its reader
+/// gave it, so that the brightness of a scene never depends on earlier views.
+void turnToEye(Facet& facet, const Camera& camera)
+{
+    if (camera.faces(facet.plane) && !(facet.turned && camera.faces(-facet.plane))) return;
+    facet.plane = -facet.plane;
+    facet.turned = !facet.turned;
+}
+
 /// One pass over the facets, reported from `start` on over a share 1/`divisor` a facet; the
 /// share is halved once a channel above `brightness` shows that a second pass will follow.
 /// The brightest channel, 0 at the least.
@@ -17,7 +26,7 @@ double shadePass(BlockStore<Facet>& facets, const Camera& camera, const LightSet
     for (std::uint32_t i = 0; i < facets.size(); ++i) {
         if (i % 64 == 0) progress.check(2, 0, start + i / divisor);
         Facet& facet = facets[i];
-        if (!camera.faces(facet.plane)) facet.plane = -facet.plane;
+        turnToEye(facet, camera);
         const Colour light = lighting.illuminate(facet.plane.normal());
         for (std::size_t channel = 0; channel < 3; ++channel) {
             const double value = light[channel] * facet.material->colour[channel];

@@ -42,6 +42,7 @@ struct Facet {
     std::uint32_t firstEdge = 0;
     std::uint32_t edgeCount = 0;
     std::uint8_t colour[3] = {0, 0, 0};   ///< Red, green, blue; written by each render.
+    bool turned = false;                  ///< The last render negated the plane that the reader gave.
 };
 
 /// The length of a model unit, for programs that read the image file: the reader sets it.

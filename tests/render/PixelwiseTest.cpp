@@ -255,16 +255,16 @@ private:
     int style = 0;
 };
 
-/// Each facet's light by its definition: on the side towards the eye, to which its plane is turned (one seen edge on stays as the
-/// render before left it). `brightest` is the brightest channel of the scene.
-std::vector<Colour> litColours(const Model& model, std::vector<Plane>& planes, const Camera& camera, const LightSet& lights,
+/// Each facet's light by its definition: on the side towards the eye (one seen edge on: as the model was made, whatever was
+/// rendered before). `brightest` is the brightest channel of the scene.
+std::vector<Colour> litColours(const Model& model, const std::vector<Plane>& planes, const Camera& camera, const LightSet& lights,
                                double& brightest)
 {
     std::vector<Colour> result;
     brightest = 0.0;
     for (std::uint32_t i = 0; i < model.facetCount(); ++i) {
-        if (!camera.faces(planes[i])) planes[i] = -planes[i];
-        Colour lit = lights.illuminate(planes[i].normal());
+        const Plane plane = camera.faces(planes[i]) ? planes[i] : -planes[i];
+        Colour lit = lights.illuminate(plane.normal());
         for (std::size_t channel = 0; channel < 3; ++channel) {
             lit[channel] *= model.facet(i).material->colour[channel];
             if (lit[channel] > brightest) brightest = lit[channel];
