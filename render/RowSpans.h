@@ -17,50 +17,55 @@ public:
     /// Forgets all runs and makes ready for `height` rows.
     void restart(int height)
     {
-        heads.assign(static_cast<std::size_t>(height), none);
+        rows.assign(static_cast<std::size_t>(height), Row());
         used = 0;
         total = 0;
     }
 
-    void add(int row, const SpanFill& span)
+    void add(int number, const SpanFill& span)
     {
-        std::uint32_t& head = heads[static_cast<std::size_t>(row)];
-        if (head == none || block(head).count == blockSize) head = newBlock(head);
-        Block& to = block(head);
-        to.spans[to.count++] = span;
+        Row& row = rows[static_cast<std::size_t>(number)];
+        if (row.at == row.end) startBlock(row);
+        *row.at++ = span;
         ++total;
     }
 
     std::size_t size() const noexcept { return total; }
 
     template <class Take>
-    void forEach(int row, Take take) const
+    void forEach(int number, Take take) const
     {
-        for (std::uint32_t i = heads[static_cast<std::size_t>(row)]; i != none; i = block(i).next)
-            for (std::uint32_t k = 0; k < block(i).count; ++k) take(block(i).spans[k]);
+        const Row& row = rows[static_cast<std::size_t>(number)];
+        const SpanFill* end = row.at;   // older blocks are full
+        for (const Block* block = row.newest; block; block = block->older, end = block ? block->spans + blockSize : nullptr)
+            for (const SpanFill* span = block->spans; span != end; ++span) take(*span);
     }
 
 private:
-    static constexpr std::uint32_t none = 0xFFFFFFFF, blockSize = 31, chunkSize = 64;
+    static constexpr std::size_t blockSize = 31, chunkSize = 64;
     struct Block {
-        std::uint32_t next, count;
+        const Block* older;
         SpanFill spans[blockSize];
     };
+    /// Where a row's next run goes.
+    struct Row {
+        SpanFill* at = nullptr;
+        SpanFill* end = nullptr;
+        const Block* newest = nullptr;
+    };
 
-    Block& block(std::uint32_t i) const noexcept { return chunks[i / chunkSize][i % chunkSize]; }
-    std::uint32_t newBlock(std::uint32_t next)
+    void startBlock(Row& row)
     {
         if (used == chunks.size() * chunkSize) chunks.push_back(std::make_unique_for_overwrite<Block[]>(chunkSize));
-        Block& fresh = block(used);
-        fresh.next = next;
-        fresh.count = 0;
-        return used++;
+        Block& fresh = chunks[used / chunkSize][used % chunkSize];
+        ++used;
+        fresh.older = row.newest;
+        row = {fresh.spans, fresh.spans + blockSize, &fresh};
     }
 
-    std::vector<std::uint32_t> heads;
+    std::vector<Row> rows;
     std::vector<std::unique_ptr<Block[]>> chunks;
-    std::uint32_t used = 0;
-    std::size_t total = 0;
+    std::size_t used = 0, total = 0;
 };
 
 }   // namespace belvor
