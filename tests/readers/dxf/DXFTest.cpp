@@ -409,7 +409,7 @@ TEST(DXFLog, TellsWhatWasMet)
 
 TEST(DXFLog, IsNotOpenedWhenOff)
 {
-    const std::string path = testing::TempDir() + "silent.dxf";
+    const std::string path = temporaryNameFor(testing::TempDir() + "silent.dxf");
     const std::string text = dxfText("0 EOF");
     SilentReporter nobody;
     makeHandle<DXF>(std::string_view(text), path, nobody);
