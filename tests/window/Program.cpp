@@ -47,19 +47,24 @@ std::string className(HWND window)
     return toUtf8({name, static_cast<std::size_t>(GetClassNameW(window, name, 64))});
 }
 
+struct Search {
+    const std::function<bool(HWND)>& wanted;
+    HWND found;
+};
+
+/// No lambda: those have the wrong calling convention on 32-bit x86.
+BOOL CALLBACK visit(HWND window, LPARAM lParam)
+{
+    auto& search = *reinterpret_cast<Search*>(lParam);
+    if (!search.wanted(window)) return TRUE;
+    search.found = window;
+    return FALSE;
+}
+
 /// The first window, below `parent` or on the desktop, that `wanted` takes.
 HWND findWindow(HWND parent, const std::function<bool(HWND)>& wanted)
 {
-    struct Search {
-        const std::function<bool(HWND)>& wanted;
-        HWND found;
-    } search{wanted, nullptr};
-    const auto visit = [](HWND window, LPARAM lParam) -> BOOL {
-        auto& current = *reinterpret_cast<Search*>(lParam);
-        if (!current.wanted(window)) return TRUE;
-        current.found = window;
-        return FALSE;
-    };
+    Search search{wanted, nullptr};
     if (parent) EnumChildWindows(parent, visit, reinterpret_cast<LPARAM>(&search));
     else EnumWindows(visit, reinterpret_cast<LPARAM>(&search));
     return search.found;
