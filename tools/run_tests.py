@@ -1,6 +1,5 @@
 #!/usr/bin/env python3
-"""run.py REPORT.xml: runs every test of this folder and leaves a report as JUnit's, which tools/tally.py counts."""
-import pathlib
+"""run_tests.py FOLDER REPORT.xml: runs every test_*.py of the folder and leaves a report as JUnit's, which tools/tally.py counts."""
 import sys
 import unittest
 import xml.etree.ElementTree as tree
@@ -22,7 +21,7 @@ class Recorder(unittest.TextTestResult):
 
 
 def main():
-    suite = unittest.defaultTestLoader.discover(str(pathlib.Path(__file__).parent), "test_*.py")
+    suite = unittest.defaultTestLoader.discover(sys.argv[1])
     result = unittest.TextTestRunner(resultclass=Recorder, verbosity=2).run(suite)
     report = tree.Element("testsuite")
     for name, outcome in result.outcomes.items():
@@ -32,7 +31,7 @@ def main():
     for fault, _ in result.errors:      # a module that could not be loaded never started a test
         if fault.id() not in result.outcomes and not hasattr(fault, "test_case"):
             tree.SubElement(tree.SubElement(report, "testcase", name=fault.id()), "failure")
-    tree.ElementTree(report).write(sys.argv[1])
+    tree.ElementTree(report).write(sys.argv[2])
     return 0 if result.wasSuccessful() else 1
 
 
