@@ -7,19 +7,15 @@ namespace belvor {
 TEST(RecentPaths, KeepTheEightOpenedLast)
 {
     RecentPaths recent;
-    for (const char* path : {"a", "b", "c", "d", "e", "f", "g", "h"}) recent.add(path);
-    recent.add("c");
-    EXPECT_EQ(recent.entries(), (std::vector<std::string>{"c", "h", "g", "f", "e", "d", "b", "a"})) << "moved, not repeated";
-    recent.add("C");
-    EXPECT_EQ(recent.entries(), (std::vector<std::string>{"C", "c", "h", "g", "f", "e", "d", "b"})) << "the oldest dropped";
+    for (const char* path : {"a", "b", "c", "d", "e", "f", "g", "h", "c", "C"}) recent.add(path);
+    const std::vector<std::string> kept{"C", "c", "h", "g", "f", "e", "d", "b"};   // moved, not repeated; the oldest dropped
+    EXPECT_EQ(recent.entries(), kept);
 }
 
 TEST(RecentPaths, ShortenNamesAtASeparator)
 {
     const struct { const char *why, *path, *shown; } cases[] = {
-        {"short", "C:\\a\\b.thf", "C:\\a\\b.thf"},
         {"19 characters", "C:\\models\\tower.thf", "C:\\models\\tower.thf"},
-        {"one folder too many", "C:\\models\\bridges\\tower.thf", "C:\\...\\tower.thf"},
         {"several folders", "C:\\m\\x\\y\\bridges\\tower.thf", "C:\\...\\tower.thf"},
         {"server and share stay", "\\\\server\\share\\models\\tower.thf", "\\\\server\\share\\...\\tower.thf"},
         {"nothing to cut", "C:\\a_very_long_file_name_indeed.dxf", "C:\\a_very_long_file_name_indeed.dxf"},
@@ -28,12 +24,10 @@ TEST(RecentPaths, ShortenNamesAtASeparator)
         {"as much of the end as fits", "/models/a/b/tower.thf", "/.../a/b/tower.thf"},
         {"no separator at all", "a_very_long_file_name_indeed.dxf", "a_very_long_file_name_indeed.dxf"},
         {"a share without a file", "\\\\a_long_server_name\\share", "\\\\a_long_server_name\\share"},
+        {"characters count, not bytes", "C:\\äöüäöüä\\tower.thf", "C:\\äöüäöüä\\tower.thf"},
+        {"those beyond 16 bits twice", "C:\\\U0001F600\U0001F600\U0001F600\U0001F600\\tower.thf", "C:\\...\\tower.thf"},
     };
     for (const auto& c : cases) EXPECT_EQ(displayName(c.path), c.shown) << c.why;
-    const std::string twenty = "C:\\\u00e4\u00f6\u00fc\u00e4\u00f6\u00fc\u00e4\\tower.thf";
-    EXPECT_EQ(displayName(twenty), twenty) << "characters count, not bytes";
-    EXPECT_EQ(displayName("C:\\\U0001F600\U0001F600\U0001F600\U0001F600\\tower.thf"), "C:\\...\\tower.thf")
-        << "a character beyond 16 bits counts twice";
 }
 
 TEST(RecentPaths, MenuTextsHaveADigitToPress)

@@ -1,4 +1,3 @@
-#include "app/errors/BadFile.h"
 #include "app/state/ViewCommands.h"
 #include "app/state/ViewParameters.h"
 #include "calcore/Scanner.h"
@@ -21,20 +20,14 @@ const std::string header = "Belvor View Parameters 1.0\n";
 
 TEST(ViewCommands, WholeModelJustFitsTheSphere)
 {
-    const struct { int width, height; double distance; } cases[] = {{800, 600, 4.68668256792222},
-                                                                    {600, 800, 4.68668256792222},
-                                                                    {1600, 1200, 4.68668256792222},
-                                                                    {1280, 1024, 4.51001180672511},
-                                                                    {1000, 1000, 4.01183191504524}};
+    const struct { int width, height; double distance; } cases[] = {
+        {800, 600, 4.68668256792222}, {600, 800, 4.68668256792222}, {1280, 1024, 4.51001180672511},
+    };
     for (const auto& c : cases) {
         const ViewParameters view = wholeModel(freshView(), {c.width, c.height});
         EXPECT_NEAR((view.eye - view.lookAt).length(), c.distance, 1e-12 * c.distance) << c.width;
-        EXPECT_EQ(view.lights, freshView().lights);
-        EXPECT_TRUE(view == wholeModel(view, {c.width, c.height})) << "twice is once";
+        EXPECT_EQ(view, wholeModel(view, {c.width, c.height})) << "twice is once";
     }
-    const Point<3> eye = wholeModel(freshView(), {800, 600}).eye;
-    EXPECT_NEAR(eye[0], -2.86942724618848, 1e-12);
-    EXPECT_NEAR(eye[2], 2.34473197831402, 1e-12);
 }
 
 TEST(ViewCommands, ZoomAndLookAtChangeNothingElse)
@@ -42,40 +35,38 @@ TEST(ViewCommands, ZoomAndLookAtChangeNothingElse)
     ViewParameters view = freshView();
     view.imageSaved = true;
     view.lookAt = {1, 2, 3};
-    const ViewParameters wider = increaseZoomAngle(increaseZoomAngle(view));
-    EXPECT_NEAR(wider.zoom, 1.6, 1e-15);
+    ViewParameters expected = view;
+    expected.zoom = 1.6;
+    ViewParameters wider = increaseZoomAngle(increaseZoomAngle(view));
+    EXPECT_NEAR(std::exchange(wider.zoom, 1.6), 1.6, 1e-15);
+    EXPECT_EQ(wider, expected);
     EXPECT_FALSE(wider.imageSaved);
-    view.zoom = 0;
-    EXPECT_TRUE(increaseZoomAngle(view) == view) << "nothing to widen";
-    EXPECT_EQ(centreLookAt(view).lookAt, Point<3>());
-    EXPECT_EQ(centreLookAt(view).eye, view.eye);
+    expected = view;
+    expected.lookAt = {};
+    EXPECT_EQ(centreLookAt(view), expected);
 }
 
-TEST(ViewParameters, AreWrittenInModelCoordinates)
+TEST(ViewParameters, AreWrittenInModelCoordinatesAndReadBackToSixDigits)
 {
     const TempFile file("view.bvp");
-    const ViewParameters view = wholeModel(freshView(), {800, 600});
+    ViewParameters view = wholeModel(freshView(), {800, 600}), read;
     ASSERT_TRUE(view.write(file.path(), {1, 2, 3}, 3.74165738677394));
     std::string text = file.bytes();
     EXPECT_NE(text.find(std::string("Parameters 1.0") + textLineEnd), std::string::npos);
     std::erase(text, '\r');
-    EXPECT_EQ(text, header + "-9.73641 -8.73641 11.7732\n1 2 3\n0.364\n0\n0.4\n0.1\n-30 60 0.6\n180 30 0\n0 30 0\n90 30 0\n-90 30 0\n");
+    EXPECT_EQ(text, header + "-9.73641 -8.73641 11.7732\n1 2 3\n0.364\n0\n0.4\n0.1\n"
+                             "-30 60 0.6\n180 30 0\n0 30 0\n90 30 0\n-90 30 0\n");
     EXPECT_FALSE(view.write("no/such/folder/view.bvp", {}, 1));
-}
 
-TEST(ViewParameters, ReadBackToSixDigitsAndAtTheSamePlace)
-{
-    const TempFile file("view.bvp");
-    ViewParameters view = freshView(), read, far;
     view.eye = {1.25, -2.5, 1e-7};
     view.parallel = true;
-    ASSERT_TRUE(view.write(file.path(), {100, 200, -300}, 50));
-    ASSERT_TRUE(read.read(file.path(), {100, 200, -300}, 50));
-    EXPECT_NEAR((read.eye - view.eye).length(), 0, 1e-5);
-    EXPECT_TRUE(read.parallel);
-    EXPECT_EQ(read.lights, view.lights);
-    ASSERT_TRUE(far.read(file.path(), {100, 200, -300}, 100));
-    EXPECT_NEAR((far.eye - Point<3>()).length(), (view.eye - Point<3>()).length() / 2, 1e-5) << "a model twice as large";
+    for (const double radius : {50.0, 0.0}) {   // a model without size counts as one of radius 1
+        ASSERT_TRUE(view.write(file.path(), {100, 200, -300}, radius));
+        ASSERT_TRUE(read.read(file.path(), {100, 200, -300}, radius));
+        EXPECT_NEAR((read.eye - view.eye).length(), 0, 1e-5) << radius;
+        EXPECT_TRUE(read.parallel);
+        EXPECT_EQ(read.lights, view.lights);
+    }
 }
 
 TEST(ViewParameters, RefuseOtherHeaders)
@@ -91,65 +82,35 @@ TEST(ViewParameters, RefuseOtherHeaders)
         {"one endless line", "Belvor View Parameters 1.0" + std::string(1000, ' '), false},
         {"cut short by Ctrl-Z", "Belvor View Param\x1A", false},
     };
-    for (const auto& c : cases) {
-        const TempFile file("header.bvp", c.text);
-        ViewParameters view;
-        EXPECT_EQ(view.read(file.path(), {}, 1), c.good) << c.why;
-    }
-    ViewParameters view;
-    EXPECT_FALSE(view.read("no/such/view.bvp", {}, 1));
+    for (const auto& c : cases) EXPECT_EQ(ViewParameters().read(TempFile("header.bvp", c.text).path(), {}, 1), c.good) << c.why;
+    EXPECT_FALSE(ViewParameters().read("no/such/view.bvp", {}, 1));
 }
 
 TEST(ViewParameters, KeepWhatAShortFileDoesNotSay)
 {
-    const Point<3> centre{2, 4, 6};
-    const Point<3> fromNothing{-1, -2, -3};   // 0 in model coordinates, for a radius of 2
-    const struct { const char* why; std::string text; Point<3> eye; double zoom, sky; bool parallel; double intensities[5]; } cases[] = {
-        {"nothing", "", fromNothing, 0.8, 0.4, false, {0, 0, 0, 0, 0}},
-        {"a broken number is 0, and the last one read", "1 x 3\n4 5 6\n0.5\n", {-0.5, -2, -3}, 0.8, 0.4, false, {0, 0, 0, 0, 0}},
-        {"broken zoom", "2 4 6 2 4 6 zoom 1 0.9 0.9 1 1 1", {0, 0, 0}, 0, 0.4, false, {0, 0, 0, 0, 0}},
-        {"no projection kind", "2 4 6 2 4 6 0.5 2 0.9 0.9 1 1 1", {0, 0, 0}, 0.5, 0.4, true, {0, 0, 0, 0, 0}},
-        {"two lights", "2 4 6 2 4 6 0.5 1 0.9 0.9 10 20 0.3 30 40 0.7\n", {0, 0, 0}, 0.5, 0.9, true, {0.3, 0.7, 0, 0, 0}},
-        {"half a light", "2 4 6 2 4 6 0.5 1 0.9 0.9 10 20 0.3 30 40", {0, 0, 0}, 0.5, 0.9, true, {0.3, 0, 0, 0, 0}},
-        {"seven lights", "2 4 6 2 4 6 0.5 1 0.9 0.9 1 1 1 1 1 2 1 1 3 1 1 4 1 1 5 1 1 6 1 1 7", {0, 0, 0}, 0.5, 0.9, true, {1, 2, 3, 4, 5}},
-        {"zoom too large for a double", "2 4 6 2 4 6 1e999 1", {0, 0, 0}, std::numeric_limits<double>::max(), 0.4, false, {0, 0, 0, 0, 0}},
+    const double most = std::numeric_limits<double>::max();
+    const struct { const char* why; std::string text; double eye, zoom, sky; bool parallel; double intensities[5]; } cases[] = {
+        {"nothing", "", -1, 0.8, 0.4, false, {}},   // 0 in model coordinates
+        {"a broken number is 0, and the last one read", "1 x 3\n4 5 6\n0.5\n", -0.5, 0.8, 0.4, false, {}},
+        {"broken zoom", "2 4 6 2 4 6 zoom 1 0.9 0.9 1 1 1", 0, 0, 0.4, false, {}},
+        {"no projection kind", "2 4 6 2 4 6 0.5 2 0.9 0.9 1 1 1", 0, 0.5, 0.4, true, {}},
+        {"two lights", "2 4 6 2 4 6 0.5 1 0.9 0.9 10 20 0.3 30 40 0.7\n", 0, 0.5, 0.9, true, {0.3, 0.7}},
+        {"half a light", "2 4 6 2 4 6 0.5 1 0.9 0.9 10 20 0.3 30 40", 0, 0.5, 0.9, true, {0.3}},
+        {"seven lights", "2 4 6 2 4 6 0.5 1 0.9 0.9 1 1 1 1 1 2 1 1 3 1 1 4 1 1 5 1 1 6 1 1 7", 0, 0.5, 0.9, true, {1, 2, 3, 4, 5}},
+        {"zoom too large for a double", "2 4 6 2 4 6 1e999 1", 0, most, 0.4, false, {}},
     };
     for (const auto& c : cases) {
         const TempFile file("short.bvp", header + c.text);
         ViewParameters view;
         view.imageSaved = true;
-        ASSERT_TRUE(view.read(file.path(), centre, 2)) << c.why;
-        EXPECT_EQ(view.eye, c.eye) << c.why;
+        ASSERT_TRUE(view.read(file.path(), {2, 4, 6}, 2)) << c.why;
+        EXPECT_EQ(view.eye[0], c.eye) << c.why;
         EXPECT_EQ(view.zoom, c.zoom) << c.why;
         EXPECT_EQ(view.skyIntensity, c.sky) << c.why;
         EXPECT_EQ(view.parallel, c.parallel) << c.why;
         EXPECT_FALSE(view.imageSaved) << c.why;
         ASSERT_EQ(view.lights.size(), 5u) << c.why;
         for (std::size_t i = 0; i < 5; ++i) EXPECT_EQ(view.lights[i].intensity, c.intensities[i]) << c.why << i;
-    }
-}
-
-TEST(ViewParameters, OfAModelWithoutSizeStayFinite)
-{
-    const TempFile file("point.bvp");
-    ViewParameters view;
-    ASSERT_TRUE(freshView().write(file.path(), {5, 5, 5}, 0));
-    ASSERT_TRUE(view.read(file.path(), {5, 5, 5}, 0));
-    EXPECT_TRUE(view.finite());
-    EXPECT_NEAR((view.eye - freshView().eye).length(), 0, 1e-5);
-}
-
-TEST(BadFile, SaysWhatAndWhere)
-{
-    const struct { BadFile fault; const char* what; const char* box; } cases[] = {
-        {{BadFile::duplicateBlock, "WALL", "a.dxf", 12}, "Duplicate BLOCK name WALL at line 12 in a.dxf", "Duplicate BLOCK name WALL\nat line 12 in a.dxf"},
-        {{BadFile::duplicateBlock, "WALL", "a.dxf", BadFile::noLine}, "Duplicate BLOCK name WALL in a.dxf", "Duplicate BLOCK name WALL\nin a.dxf"},
-        {{BadFile::materialExpected, "", BadFile::noLine}, "material expected", "material expected"},
-        {{BadFile::groupNeeded, "70", "100%s.dxf", 3}, "Bad DXF group: item <70> needed at line 3 in 100%s.dxf", "Bad DXF group: item <70> needed\nat line 3 in 100%s.dxf"},
-    };
-    for (const auto& c : cases) {
-        EXPECT_STREQ(c.fault.what(), c.what);
-        EXPECT_EQ(c.fault.boxText(), c.box);
     }
 }
 
@@ -178,7 +139,7 @@ TEST(Scanner, TakesNumbersAsStreamsDo)
         double value = 9;
         EXPECT_EQ(scanner.real(value), c.good) << c.text;
         EXPECT_EQ(value, c.value) << c.text;
-        EXPECT_EQ(std::string_view(scanner.position(), static_cast<std::size_t>(scanner.end() - scanner.position())), c.rest) << c.text;
+        EXPECT_EQ(std::string(scanner.position(), scanner.end()), c.rest) << c.text;
         EXPECT_EQ(scanner.failed(), !c.good);
     }
 }

@@ -1,7 +1,6 @@
 #include "app/state/ViewEdits.h"
 
-#include "app/state/Direction.h"
-#include "app/state/Intensity.h"
+#include "app/state/SceneBuilder.h"
 #include "app/state/ViewCommands.h"
 
 #include <gtest/gtest.h>
@@ -14,20 +13,20 @@ using namespace belvor;
 
 namespace {
 
-constexpr ImageSize image{800, 600};
 const ModelPlace boxPlace{{1, 2, 3}, 3.74165738677394};   // a box of 2 × 4 × 6, a corner at the origin
 
-ViewParameters wholeModelView()
+ViewParameters wholeModelView(bool parallel = false)
 {
-    ViewParameters view = wholeModel(freshView(), image);
+    ViewParameters view = wholeModel(freshView(), ImageSize{800, 600});
     view.imageSaved = true;
+    view.parallel = parallel;
     return view;
 }
 
 void expectPoint(const Point<3>& actual, const Point<3>& expected, const char* why)
 {
     for (int axis = 0; axis < 3; ++axis)
-        EXPECT_NEAR(actual[axis], expected[axis], 1e-12 * std::max(1.0, std::fabs(expected[axis]))) << why << ", axis " << axis;
+        EXPECT_NEAR(actual[axis], expected[axis], 1e-11 * std::max(1.0, std::fabs(expected[axis]))) << why << ", axis " << axis;
 }
 
 /// Equal and still saved: what setView drops without a trace.
@@ -48,24 +47,19 @@ TEST(ViewEdits, PlanDragSetsWhatThePanelShowsAndKeepsTheRest)
     EXPECT_FALSE(next.imageSaved);
 
     ViewMarkers asked = viewMarkers(view, Thumbnail::elevation);
-    asked.lookAtH = 0.1;
-    asked.lookAtV = -0.2;
+    asked.lookAtH = 0.1, asked.lookAtV = -0.2;
     const ViewParameters tilted = moveMarkers(view, Thumbnail::elevation, asked);
     EXPECT_EQ(tilted.lookAt, (Point<3>{0.2, 0, 0.4}));
     EXPECT_EQ(tilted.eye, view.eye) << "an undragged marker comes back bit for bit";
-}
 
-TEST(ViewEdits, DraggingTheLookAtPointOfAParallelViewDoesNotTiltIt)
-{
-    ViewParameters view = wholeModelView();
-    view.parallel = true;
-    ViewMarkers asked = viewMarkers(view, Thumbnail::plan);
-    // The whole sight line is shifted: the direction must stay.
-    asked.eyeH += 0.125, asked.lookAtH += 0.125;
-    const ViewParameters next = moveMarkers(view, Thumbnail::plan, asked);
-    expectPoint(next.lookAt, {0.25, 0, 0}, "look-at point");
-    expectPoint(Point<3>::origin() + (next.eye - next.lookAt).unit(), Point<3>::origin() + (view.eye - view.lookAt).unit(), "direction");
-    EXPECT_NEAR((next.eye - next.lookAt).length(), 1.7, 1e-12);
+    const ViewParameters parallel = wholeModelView(true);
+    asked = viewMarkers(parallel, Thumbnail::plan);
+    asked.eyeH += 0.125, asked.lookAtH += 0.125;   // the whole sight line is shifted: no tilt
+    const ViewParameters shifted = moveMarkers(parallel, Thumbnail::plan, asked);
+    expectPoint(shifted.lookAt, {0.25, 0, 0}, "look-at point");
+    expectPoint(shifted.eye, shifted.lookAt + 1.7 * (parallel.eye - parallel.lookAt).unit(), "the eye in the same direction");
+    asked.eyeH += 0.5;
+    EXPECT_NEAR((moveMarkers(parallel, Thumbnail::plan, asked).eye - shifted.lookAt).length(), 1.7, 1e-12) << "as far as shown";
 }
 
 TEST(ViewEdits, AnsweredMarkersChangeNothing)
@@ -73,10 +67,9 @@ TEST(ViewEdits, AnsweredMarkersChangeNothing)
     std::mt19937 random(7);
     std::uniform_real_distribution<double> coordinate(-5, 5);
     for (int i = 0; i < 1000; ++i) {
-        ViewParameters view = wholeModelView();
+        ViewParameters view = wholeModelView(i % 2 == 0);
         view.eye = {coordinate(random), coordinate(random), coordinate(random)};
         view.lookAt = {coordinate(random), coordinate(random), coordinate(random)};
-        view.parallel = i % 2 == 0;
         expectUntouched(moveMarkers(view, Thumbnail::plan, viewMarkers(view, Thumbnail::plan)), view, "plan");
         expectUntouched(moveMarkers(view, Thumbnail::elevation, viewMarkers(view, Thumbnail::elevation)), view, "elevation");
         expectUntouched(moveAlongSight(view, eyeSlideRecord(view)), view, "slide");
@@ -87,53 +80,37 @@ TEST(ViewEdits, AnsweredMarkersChangeNothing)
 
 TEST(ViewEdits, SlideMovesTheEyeAlongTheLineOfSight)
 {
-    const ViewParameters view = wholeModelView();
-    const struct { double position, distance; Point<3> eye; } cases[] = {
-        {0.5, 2, {-1.22450249386555, -1.22450249386555, 1.00059346641585}},
-        {0.9, 12.6275030293501, {-7.73120447536699, -7.73120447536699, 6.31749851415703}},
-        {0.9990234375, 1303.79627115479, {-798.250892760822, -798.250892760822, 652.285015227415}},
-        {1.0, 1303.79627115479, {-798.250892760822, -798.250892760822, 652.285015227415}},   // no eye at infinity
-        {-0.5, 2, {1.22450249386555, 1.22450249386555, -1.00059346641585}},                  // past the look-at point
+    const ViewParameters view = wholeModelView(), parallel = wholeModelView(true);
+    EyeSlideRecord asked = eyeSlideRecord(view);
+    const struct { double position; Point<3> eye; } cases[] = {
+        {0.9, {-7.73120447536699, -7.73120447536699, 6.31749851415703}},
+        {1.0, {-798.250892760822, -798.250892760822, 652.285015227415}},    // no eye at infinity
+        {-0.5, {1.22450249386555, 1.22450249386555, -1.00059346641585}},    // past the look-at point
     };
     for (const auto& c : cases) {
-        EyeSlideRecord asked = eyeSlideRecord(view);
         asked.eye = c.position;
-        const ViewParameters next = moveAlongSight(view, asked);
-        EXPECT_NEAR((next.eye - next.lookAt).length(), c.distance, 1e-11 * c.distance) << c.position;
-        for (int axis = 0; axis < 3; ++axis)
-            EXPECT_NEAR(next.eye[axis], c.eye[axis], 1e-11 * std::fabs(c.eye[axis])) << c.position;
-        EXPECT_EQ(next.lookAt, view.lookAt);
+        expectPoint(moveAlongSight(view, asked).eye, c.eye, "eye");
+        EXPECT_EQ(moveAlongSight(view, asked).lookAt, view.lookAt);
     }
-}
-
-TEST(ViewEdits, SlideOfAParallelViewMovesBothPointsAndIgnoresTheEye)
-{
-    ViewParameters view = wholeModelView();
-    view.parallel = true;
-    EyeSlideRecord asked = eyeSlideRecord(view);
+    asked = eyeSlideRecord(parallel);
     asked.eye = 0.9;
-    expectUntouched(moveAlongSight(view, asked), view, "the slide shows the eye at its end");
+    expectUntouched(moveAlongSight(parallel, asked), parallel, "the slide shows the eye at its end");
     asked.lookAt = -0.5;
-    const ViewParameters next = moveAlongSight(view, asked);
+    const ViewParameters next = moveAlongSight(parallel, asked);
     expectPoint(next.lookAt, {1.22450249386555, 1.22450249386555, -1.00059346641585}, "two radii behind the centre");
-    expectPoint(Point<3>::origin() + (next.eye - next.lookAt), Point<3>::origin() + (view.eye - view.lookAt), "the sight line");
+    expectPoint(next.eye, next.lookAt + (parallel.eye - parallel.lookAt), "both points move");
 }
 
-TEST(ViewEdits, SphereTurnsTheEyeAtItsDistance)
+TEST(ViewEdits, SphereAndSlidersChangeTheEyeAndTheLights)
 {
     const ViewParameters view = wholeModelView();
     expectPoint(turn(view, {90, 0, 0}).eye, {4.68668256792222, 0, 0}, "from the side");
-    const ViewParameters over = turn(view, {0, 100, 0});   // over the pole
-    EXPECT_NEAR(std::fabs(eyeMarker(over).bearing), 180, 1e-9);
-    EXPECT_NEAR(eyeMarker(over).elevation, 80, 1e-9);
-}
+    const SphereMarker over = eyeMarker(turn(view, {0, 100, 0}));
+    EXPECT_NEAR(std::fabs(over.bearing), 180, 1e-9) << "over the pole";
+    EXPECT_NEAR(over.elevation, 80, 1e-9);
 
-TEST(ViewEdits, SphereAndSlidersChangeTheLights)
-{
-    const ViewParameters view = wholeModelView();
-    const ViewParameters turned = turn(view, {200, -95, 2});
-    EXPECT_EQ(turned.lights[1], (ParallelLightSetting{200, -95, 0})) << "as asked, not wrapped";
-    EXPECT_FALSE(turned.imageSaved);
+    EXPECT_EQ(turn(view, {200, -95, 2}).lights[1], (ParallelLightSetting{200, -95, 0})) << "as asked, not wrapped";
+    EXPECT_FALSE(turn(view, {200, -95, 2}).imageSaved);
     expectUntouched(turn(view, {200, -95, 6}), view, "there are five lights");
     EXPECT_EQ(removeLight(view, 0).lights[0].intensity, 0.0);
     expectUntouched(removeLight(view, 1), view, "is off");
@@ -142,57 +119,42 @@ TEST(ViewEdits, SphereAndSlidersChangeTheLights)
     EXPECT_NEAR(setIntensity(view, 0, 21).skyIntensity, 10.0, 1e-11);
     EXPECT_EQ(setIntensity(view, 1, 0).groundIntensity, 0.0);
     EXPECT_EQ(setIntensity(view, 4, 11).lights[2].intensity, 1.0);
-    EXPECT_EQ(setIntensity(view, 4, 40).lights[2].intensity, sliderToIntensity(21)) << "clamped";
+    EXPECT_NEAR(setIntensity(view, 4, 40).lights[2].intensity, 10.0, 1e-11) << "clamped";
     const ViewParameters nine = setIntensity(view, 10, 11);
     ASSERT_EQ(nine.lights.size(), 9u);
     EXPECT_EQ(nine.lights[7], (ParallelLightSetting{-30, 60, 0}));
     EXPECT_EQ(nine.lights[8], (ParallelLightSetting{-30, 60, 1}));
-    expectUntouched(setIntensity(view, 11, 11), view, "a stray message must not allocate");
-    expectUntouched(setIntensity(view, static_cast<std::size_t>(-1), 11), view, "a stray message must not allocate");
+    for (const std::size_t slider : {std::size_t{11}, static_cast<std::size_t>(-1)})
+        expectUntouched(setIntensity(view, slider, 11), view, "a stray message must not allocate");
 }
 
 TEST(ViewEdits, ClickInThePictureMovesTheLookAtPoint)
 {
+    const Point<3> eye{-2.86942724618848, -2.86942724618848, 2.34473197831402};
+    const Point<3> shifted{-3.22757229176457, -1.9563520956518, 3.02384224662244};
     const struct { bool parallel; int x, y; Point<3> lookAt, eye; } cases[] = {
-        {false, 304, 228, {0, 0, 0}, {-2.86942724618848, -2.86942724618848, 2.34473197831402}},
-        {false, 100, 50, {-0.445094431196602, 0.808606420670602, 0.744834406570543}, {-2.86942724618848, -2.86942724618848, 2.34473197831402}},
-        {false, 607, 455, {0.393403937808866, -1.41505868939504, -0.689034370337608}, {-2.86942724618848, -2.86942724618848, 2.34473197831402}},
-        {true, 304, 228, {0, 0, 0}, {-2.86942724618848, -2.86942724618848, 2.34473197831402}},
-        {true, 100, 50, {-0.358145045576085, 0.913075150536683, 0.679110268308423}, {-3.22757229176457, -1.9563520956518, 3.02384224662244}},
+        {false, 304, 228, {0, 0, 0}, eye},
+        {false, 100, 50, {-0.445094431196602, 0.808606420670602, 0.744834406570543}, eye},
+        {false, 607, 455, {0.393403937808866, -1.41505868939504, -0.689034370337608}, eye},
+        {true, 304, 228, {0, 0, 0}, eye},
+        {true, 100, 50, {-0.358145045576085, 0.913075150536683, 0.679110268308423}, shifted},
     };
     for (const auto& c : cases) {
-        ViewParameters view = wholeModelView();
-        view.parallel = c.parallel;
-        const Scene scene = buildScene(view, boxPlace, image, 608, 456);
+        const ViewParameters view = wholeModelView(c.parallel);
+        const Scene scene = buildScene(view, boxPlace, {800, 600}, 608, 456);
         const ViewParameters next = lookAtPixel(view, *scene.camera, boxPlace.viewToModel(), c.x, c.y);
         expectPoint(next.lookAt, c.lookAt, c.parallel ? "parallel, look-at point" : "perspective, look-at point");
         expectPoint(next.eye, c.eye, c.parallel ? "parallel, eye" : "perspective, eye");
     }
 }
 
-TEST(ViewEdits, ClickFarOutsideTheWindowWorksWithSignedCoordinates)
-{
-    const ViewParameters view = wholeModelView();
-    const Scene scene = buildScene(view, boxPlace, image, 608, 456);
-    const ViewParameters left = lookAtPixel(view, *scene.camera, boxPlace.viewToModel(), -300, 228);
-    EXPECT_NEAR((left.lookAt - left.eye).length(), (view.lookAt - view.eye).length(), 1e-12) << "the viewing distance is kept";
-    EXPECT_LT(dot(left.lookAt - view.lookAt, scene.camera->frame.right), 0.0);
-}
-
-TEST(ViewEdits, ZoomTakesOnlySaneFactors)
-{
-    const ViewParameters view = wholeModelView();
-    EXPECT_EQ(zoomBy(view, 0.5).zoom, 0.182);
-    EXPECT_EQ(zoomBy(view, 1.25).zoom, 0.364 * 1.25);
-    EXPECT_EQ(zoomBy(view, 0.0).zoom, 0.0);
-    for (const double factor : {1.0, -1.0, std::nan(""), std::numeric_limits<double>::infinity()})
-        expectUntouched(zoomBy(view, factor), view, "no change");
-}
-
 TEST(ViewEdits, NumbersThatAreNoneAreIgnored)
 {
     const ViewParameters view = wholeModelView();
     const double none = std::nan(""), endless = std::numeric_limits<double>::infinity();
+    EXPECT_EQ(zoomBy(view, 1.25).zoom, 0.364 * 1.25);
+    EXPECT_EQ(zoomBy(view, 0.0).zoom, 0.0);
+    for (const double factor : {1.0, -1.0, none, endless}) expectUntouched(zoomBy(view, factor), view, "zoom");
     expectUntouched(moveMarkers(view, Thumbnail::plan, {none, 0, 0, 0, false}), view, "plan");
     expectUntouched(moveMarkers(view, Thumbnail::elevation, {0, 0, 0, endless, false}), view, "elevation");
     EyeSlideRecord slide = eyeSlideRecord(view);
