@@ -7,21 +7,20 @@
 
 #include <cmath>
 #include <numbers>
+#include <optional>
 
 using namespace belvor;
 using namespace belvor::test;
 
 namespace {
 
-/// What one entity gives: facets, corners, area, middle and radius. A middle or a radius of
-/// −1 is not looked at.
+/// What one entity gives: facets, corners, area, and the middle where it matters.
 struct Expected {
     const char* why;
     const char* groups;
     std::uint32_t facets, corners;
     double area;
-    Point<3> middle{-1, -1, -1};
-    double radius = -1.0;
+    std::optional<Point<3>> middle = {};
 };
 
 void expectAll(std::span<const Expected> cases)
@@ -30,17 +29,11 @@ void expectAll(std::span<const Expected> cases)
         const Handle<DXF> drawing = readDXF(entities(c.groups));
         EXPECT_EQ(drawing->facetCount(), c.facets) << c.why;
         EXPECT_EQ(drawing->vertexCount(), c.corners) << c.why;
-        EXPECT_EQ(drawing->edgeCount(), c.corners) << c.why;
         EXPECT_NEAR(areaOf(*drawing), c.area, 1e-7) << c.why;
         Point<3> centre;
         double radius = 0.0;
         drawing->bounds(centre, radius);
-        if (c.middle != Point<3>(-1, -1, -1)) {
-            EXPECT_LT((centre - c.middle).length(), 1e-9) << c.why;
-        }
-        if (c.radius >= 0.0) {
-            EXPECT_NEAR(radius, c.radius, 1e-9) << c.why;
-        }
+        EXPECT_LT((centre - c.middle.value_or(centre)).length(), 1e-9) << c.why;
     }
 }
 
@@ -54,11 +47,9 @@ void expectFacets(const char* why, const char* groups, const char* facets)
 TEST(DXFArcs, TakeOneChordForTenDegreesAndShortOnesByLength)
 {
     const struct { double sweep, radius; int chords; } cases[] = {
-        {360, 1, 36},  {360, 1e-9, 36}, {180, 18, 18}, {90, 1, 9},     {90, 9, 9},    {45, 5, 5},       {30, 1, 3},
-        {25, 1, 3},    {24.9999, 1, 1}, {24.9, 1000, 3}, {24, 100, 3}, {24, 23.9, 1}, {20, 10, 1},      {20, 43, 2},
-        {20, 100, 3},  {10, 10, 1},     {10, 100, 2},  {10, 1000, 3},  {5, 1, 1},     {1, 1e6, 3},      {0.001, 1, 1},
-        {0.0009, 1, 36}, {0, 5, 36},    {-90, 7, 27},  {-300, 7, 6},   {-350, 7, 1},  {-400, 7, 1},     {355, 2, 36},
-        {720, 3, 36},  {365, 3, 36},    {1, 1e300, 3}, {1e300, 1, 36},
+        {360, 1e-9, 36}, {90, 1, 9},    {45, 5, 5},    {25, 1, 3},     {24.9999, 1, 1}, {24, 23.9, 1}, {20, 10, 1},
+        {20, 43, 2},   {20, 100, 3},    {10, 1000, 3}, {0.001, 1, 1},  {0.0009, 1, 36}, {0, 5, 36},    {-90, 7, 27},
+        {-300, 7, 6},  {-350, 7, 1},    {-400, 7, 1},  {355, 2, 36},   {720, 3, 36},    {1, 1e300, 3}, {1e300, 1, 36},
     };
     for (const auto& c : cases) EXPECT_EQ(arcSegments(c.sweep, c.radius), c.chords) << c.sweep << " degrees, radius " << c.radius;
     EXPECT_EQ(sweepBetween(350, 10), 20.0);
@@ -71,8 +62,6 @@ TEST(DXFArcs, BendSegmentsByTheirBulge)
 {
     const struct { double bulge; Point<2> centre; double radius, sweep; int chords; Point<2> middle; } cases[] = {
         {1, {5, 0}, 5, 180, 18, {5, -5}},
-        {-1, {5, 0}, 5, -180, 18, {5, 5}},
-        {0.414213562373095, {5, 5}, 7.07106781186548, 90, 9, {5, -2.071067811865}},
         {-0.414213562373095, {5, -5}, 7.07106781186548, -90, 9, {5, 2.071067811865}},
         {0.5, {5, 3.75}, 6.25, 106.260204708312, 11, {5, -2.5}},
     };
@@ -87,29 +76,22 @@ TEST(DXFArcs, BendSegmentsByTheirBulge)
     }
 }
 
-TEST(DXFAxes, FollowTheArbitraryAxisRule)
+TEST(DXFAxes, FollowDirectionsOfAnyLength)
 {
     const struct { Vector<3> extrusion; Point<3> expected; } cases[] = {   // of (1, 2, 3)
-        {{0, 0, 1}, {1, 2, 3}},
-        {{0, 0, 7}, {1, 2, 3}},
         {{0, 0, 0}, {1, 2, 3}},
-        {{0, 0, -1}, {-1, 2, -3}},
-        {{1, 0, 0}, {3, 1, 2}},
-        {{0, 1, 0}, {-1, 3, 2}},
         {{0.6, 0, 0.8}, {0.6 * 3 - 0.8 * 2, 1, 0.8 * 3 + 0.6 * 2}},
         {{1e-200, 0, 0}, {3, 1, 2}},     // whose squared length is 0
         {{0, 1e200, 0}, {-1, 3, 2}},     // whose squared length is infinite
     };
     for (const auto& c : cases)
-        EXPECT_LT((DXFAxes(c.extrusion).toWorld(Point<3>(1, 2, 3)) - c.expected).length(), 1e-12)
-            << c.extrusion[0] << ' ' << c.extrusion[1] << ' ' << c.extrusion[2];
+        EXPECT_LT((DXFAxes(c.extrusion).toWorld(Point<3>(1, 2, 3)) - c.expected).length(), 1e-12) << c.extrusion[0] << ' ' << c.extrusion[1];
 }
 
 TEST(DXFLoops, HaveAPlaneEvenWhereCornersCoincideOrCross)
 {
     const Vector<3> fallback(0, 1, 0);
     const struct { const char* why; std::vector<Point<3>> corners; Vector<3> normal; } cases[] = {
-        {"square", {{0, 0, 0}, {4, 0, 0}, {4, 3, 0}, {0, 3, 0}}, {0, 0, 1}},
         {"first two coincide", {{0, 0, 0}, {0, 0, 0}, {4, 3, 0}, {0, 3, 0}}, {0, 0, 1}},
         {"warped: the cross product of the diagonals", {{0, 0, 0}, {1, 0, 0}, {1, 1, 1}, {0, 1, 0}}, Vector<3>(-1, -1, 2).unit()},
         {"crosses itself with equal lobes", {{0, 0, 0}, {4, 0, 0}, {0, 3, 0}, {4, 3, 0}}, fallback},
@@ -119,132 +101,65 @@ TEST(DXFLoops, HaveAPlaneEvenWhereCornersCoincideOrCross)
         {"areas beyond a double", {{0, 0, 0}, {1e200, 0, 0}, {0, 1e200, 0}}, {0, 0, 1}},
         {"areas below a double", {{0, 0, 0}, {1e-200, 0, 0}, {0, 1e-200, 0}}, {0, 0, 1}},
     };
-    for (const auto& c : cases) {
-        const Plane plane = planeOf(c.corners, fallback);
-        EXPECT_LT((plane.normal() - c.normal).length(), 1e-9) << c.why;
-    }
-    EXPECT_EQ(planeOf(cases[5].corners, {}).normal(), Vector<3>(0, 0, 1));
-    EXPECT_NEAR(planeOf(cases[2].corners, fallback).distanceTo({0.5, 0.5, 0.25}), 0.0, 1e-15);   // through the mean
+    for (const auto& c : cases) EXPECT_LT((planeOf(c.corners, fallback).normal() - c.normal).length(), 1e-9) << c.why;
+    EXPECT_EQ(planeOf(cases[4].corners, {}).normal(), Vector<3>(0, 0, 1));
+    EXPECT_NEAR(planeOf(cases[1].corners, fallback).distanceTo({0.5, 0.5, 0.25}), 0.0, 1e-15);   // through the mean
 }
 
-TEST(DXFFace, HasThreeOrFourCorners)
-{
-    const Expected cases[] = {
-        {"four", "0 3DFACE|10 0|20 0|30 0|11 4|21 0|31 0|12 4|22 3|32 0|13 0|23 3|33 0", 1, 4, 12, {2, 1.5, 0}, 2.5},
-        {"a fourth that repeats the third stays", "0 3DFACE|10 0|20 0|11 1|21 0|12 1|22 1|13 1|23 1", 1, 4, 0.5},
-        {"three", "0 3DFACE|10 0|20 0|11 1|21 0|12 1|22 1", 1, 3, 0.5},
-        {"thickness, elevation, extrusion and unseen edges mean nothing",
-         "0 3DFACE|10 0|20 0|11 4|21 0|12 4|22 3|38 9|39 2|70 15|210 0|220 0|230 -1", 1, 3, 6, {2, 1.5, 0}, 2.5},
-    };
-    expectAll(cases);
-    const Handle<DXF> drawing = readDXF(entities(cases[0].groups));
-    EXPECT_EQ(drawing->facet(0).plane.normal(), Vector<3>(0, 0, 1));
-}
+// What follows leaves to tests/dxf_ezdxf/ what ordinary entities of these types give, and holds what files do besides.
 
-TEST(DXFSolid, IsAPrismOverItsZigzagCorners)
+TEST(DXFEntities, OfPlainTypes)
 {
     const Expected cases[] = {
-        {"four corners", "0 SOLID|10 0|20 0|11 4|21 0|12 0|22 3|13 4|23 3", 1, 4, 12},
-        {"four corners, thick", "0 SOLID|10 0|20 0|11 4|21 0|12 0|22 3|13 4|23 3|39 1", 6, 24, 38},
-        {"triangle, thick", "0 TRACE|10 0|20 0|11 4|21 0|12 4|22 3|13 4|23 3|39 2", 5, 18, 36},
-        {"without a fourth corner", "0 SOLID|10 0|20 0|11 4|21 0|12 4|22 3|39 2", 5, 18, 36},
-        {"seen from below", "0 SOLID|10 0|20 0|30 1|11 4|21 0|31 1|12 0|22 3|32 1|13 4|23 3|33 1|39 2|210 0|220 0|230 -1",
-         6, 24, 52, {-2, 1.5, -2}},
-        {"old elevation", "0 SOLID|10 0|20 0|11 4|21 0|12 0|22 3|13 4|23 3|38 5", 1, 4, 12, {2, 1.5, 5}},
-        {"all corners the same", "0 SOLID|10 1|20 1|11 1|21 1|12 1|22 1|13 1|23 1|39 3", 0, 0, 0},
+        {"face of three corners", "0 3DFACE|10 0|20 0|11 1|21 0|12 1|22 1", 1, 3, 0.5},
+        {"face: thickness, elevation, extrusion and unseen edges mean nothing",
+         "0 3DFACE|10 0|20 0|11 4|21 0|12 4|22 3|38 9|39 2|70 15|210 0|220 0|230 -1", 1, 3, 6, {{2, 1.5, 0}}},
+        {"solid, thick", "0 SOLID|10 0|20 0|11 4|21 0|12 0|22 3|13 4|23 3|39 1", 6, 24, 38},
+        {"solid without a fourth corner", "0 TRACE|10 0|20 0|11 4|21 0|12 4|22 3|39 2", 5, 18, 36},
+        {"solid: old elevation", "0 SOLID|10 0|20 0|11 4|21 0|12 0|22 3|13 4|23 3|38 5", 1, 4, 12, {{2, 1.5, 5}}},
+        {"line: old elevation", "0 3DLINE|10 0|20 0|11 1|21 0|38 7|39 1", 1, 4, 1, {{0.5, 0, 7.5}}},
+        {"line along its own thickness", "0 LINE|10 0|20 0|30 0|11 0|21 0|31 5|39 2", 0, 0, 0},
+        {"circle, thick", "0 CIRCLE|10 5|20 0|30 0|40 1|39 3", 38, 216, 25.07697491, {{5, 0, 1.5}}},
+        {"circle of no radius", "0 CIRCLE|10 5|20 0|30 0|40 0|39 1", 0, 0, 0},
+        {"quarter arc", "0 ARC|10 0|20 0|30 0|40 10|50 0|51 90|39 1", 9, 36, 15.68803374},
+        {"arc across the start of the circle", "0 ARC|10 0|20 0|40 100|50 350|51 10|39 1", 3, 12, 600 * std::sin(toRadians(10.0 / 3))},
+        {"arc of equal angles: all round", "0 ARC|10 0|20 0|40 1|50 30|51 30|39 1", 36, 144, 36 * 2 * std::sin(toRadians(5))},
+        {"arc of no radius", "0 ARC|10 0|20 0|40 0|50 0|51 90|39 1", 0, 0, 0},
+        {"ellipse, complete by its parameters", "0 ELLIPSE|10 0|20 0|11 2|21 0|40 0.5|41 1|42 7.283185307", 1, 36, 6.25133439},
+        {"ellipse of equal parameters", "0 ELLIPSE|10 0|20 0|11 2|21 0|40 0.5|41 1|42 1", 1, 36, 6.25133439},
+        {"ellipse, half", "0 ELLIPSE|10 0|20 0|11 2|21 0|40 0.5|41 0|42 3.141592654", 0, 0, 0},
+        {"ellipse of no axis", "0 ELLIPSE|10 0|20 0|11 0|21 0|40 0.5", 0, 0, 0},
     };
     expectAll(cases);
-    expectFacets("order of corners", "0 SOLID|10 0|20 0|11 4|21 0|12 0|22 3|13 4|23 3", "(0 0 0) (4 0 0) (4 3 0) (0 3 0)");
+    expectFacets("solid: repeated corners go, wherever they stand", "0 SOLID|10 0|20 0|11 4|21 0|12 0|22 0|13 4|23 3", "(0 0 0) (4 0 0) (4 3 0)");
+    expectFacets("solid of one point", "0 SOLID|10 1|20 1|11 1|21 1|12 1|22 1|13 1|23 1|39 3", "");
     const Handle<DXF> crossed = readDXF(entities("0 SOLID|10 0|20 0|11 4|21 0|12 4|22 3|13 0|23 3|210 0|220 0|230 -1"));
     EXPECT_EQ(crossed->facet(0).plane.normal(), Vector<3>(0, 0, -1)) << "a crossed loop takes the normal of its axes";
-}
-
-TEST(DXFLine, IsAWallWhenThick)
-{
-    expectFacets("thick downwards", "0 LINE|10 0|20 0|30 0|11 3|21 4|31 0|39 -2", "(0 0 0) (3 4 0) (3 4 -2) (0 0 -2)");
-    expectFacets("old elevation", "0 3DLINE|10 0|20 0|11 1|21 0|38 7|39 1", "(0 0 7) (1 0 7) (1 0 8) (0 0 8)");
-    expectFacets("thin", "0 LINE|10 0|20 0|11 3|21 4", "");
-    expectFacets("along its own thickness", "0 LINE|10 0|20 0|30 0|11 0|21 0|31 5|39 2", "");
-    expectFacets("of no length", "0 LINE|10 1|20 1|11 1|21 1|39 2", "");
-    expectFacets("sideways; ends are world points", "0 LINE|10 0|20 0|30 1|11 0|21 0|31 3|39 2|210 1|220 0|230 0",
-                 "(0 0 1) (0 0 3) (2 0 3) (2 0 1)");
-}
-
-TEST(DXFCircle, IsADiscOrACylinder)
-{
-    const Expected cases[] = {
-        {"thin", "0 CIRCLE|10 5|20 0|30 0|40 1", 1, 36, 18 * std::sin(toRadians(10)), {5, 0, 0}, 1},
-        {"thick", "0 CIRCLE|10 5|20 0|30 0|40 1|39 3", 38, 216, 25.07697491, {5, 0, 1.5}, std::sqrt(3.25)},
-        {"tilted", "0 CIRCLE|10 5|20 6|30 7|40 1|210 1|220 0|230 0", 1, 36, 3.1256672, {7, 5, 6}, 1},
-        {"no radius", "0 CIRCLE|10 5|20 0|30 0|40 0|39 1", 0, 0, 0},
-        {"negative radius", "0 CIRCLE|10 5|20 0|30 0|40 -1", 0, 0, 0},
-    };
-    expectAll(cases);
-}
-
-TEST(DXFArc, IsARowOfWallsWhenThick)
-{
-    const Expected cases[] = {
-        {"quarter", "0 ARC|10 0|20 0|30 0|40 10|50 0|51 90|39 1", 9, 36, 15.68803374},
-        {"across the start of the circle", "0 ARC|10 0|20 0|40 100|50 350|51 10|39 1", 3, 12,
-         3 * 200 * std::sin(toRadians(10.0 / 3))},
-        {"equal angles: all round", "0 ARC|10 0|20 0|40 1|50 30|51 30|39 1", 36, 144, 36 * 2 * std::sin(toRadians(5))},
-        {"thin", "0 ARC|10 0|20 0|40 10|50 0|51 90", 0, 0, 0},
-        {"no radius", "0 ARC|10 0|20 0|40 0|50 0|51 90|39 1", 0, 0, 0},
-    };
-    expectAll(cases);
-    const Handle<DXF> arc = readDXF(entities(cases[0].groups));
-    const Point<3> second = cornersOf(*arc, 0)[1];
-    EXPECT_NEAR(second[0], 9.84807753, 1e-8);
-    EXPECT_NEAR(second[1], 1.73648178, 1e-8);
-}
-
-TEST(DXFEllipse, IsADiscWhenComplete)
-{
-    const Expected cases[] = {
-        {"complete by default", "0 ELLIPSE|10 0|20 0|30 0|11 2|21 0|31 0|40 0.5", 1, 36, 6.25133439, {0, 0, 0}, 2},
-        {"complete by its parameters", "0 ELLIPSE|10 0|20 0|11 2|21 0|40 0.5|41 1|42 7.283185307", 1, 36, 6.25133439},
-        {"equal parameters", "0 ELLIPSE|10 0|20 0|11 2|21 0|40 0.5|41 1|42 1", 1, 36, 6.25133439},
-        {"half", "0 ELLIPSE|10 0|20 0|11 2|21 0|40 0.5|41 0|42 3.141592654", 0, 0, 0},
-        {"world coordinates", "0 ELLIPSE|10 1|20 2|30 3|11 0|21 2|31 0|40 0.5|210 1|220 0|230 0", 1, 36, 6.25133439, {1, 2, 3}, 2},
-        {"thickness means nothing", "0 ELLIPSE|10 0|20 0|11 2|21 0|40 0.5|39 4", 1, 36, 6.25133439},
-        {"no axis", "0 ELLIPSE|10 0|20 0|11 0|21 0|40 0.5", 0, 0, 0},
-    };
-    expectAll(cases);
-    const Point<3> ninth = cornersOf(*readDXF(entities(cases[0].groups)), 0)[9];
-    EXPECT_LT((ninth - Point<3>(0, 1, 0)).length(), 1e-12);
 }
 
 TEST(DXFPolyline2D, IsAStripWithWidthAndWallsWithThickness)
 {
     const Expected cases[] = {
         {"mitred corner, thick", "0 LWPOLYLINE|43 2|39 1|10 0|20 0|10 10|20 0|10 10|20 10", 10, 40, 124},
-        {"of three points, width 1", "0 LWPOLYLINE|43 1|10 0|20 0|10 5|20 0|10 5|20 5", 2, 8, 10},
         {"the same, thick", "0 LWPOLYLINE|43 1|39 2|10 0|20 0|10 5|20 0|10 5|20 5", 10, 40, 64},
-        {"donut", "0 LWPOLYLINE|70 1|43 1|10 -1|20 0|42 1|10 1|20 0|42 1", 36, 144, 6.25133439, {0, 0, 0}, 1.5},
-        {"donut without hole", "0 LWPOLYLINE|70 1|43 2|10 -1|20 0|42 1|10 1|20 0|42 1", 36, 108, 12.5026688, {0, 0, 0}, 2},
-        {"closed, thin", "0 LWPOLYLINE|70 1|10 0|20 0|10 4|20 0|10 4|20 3", 0, 0, 0},
+        {"donut", "0 LWPOLYLINE|70 1|43 1|10 -1|20 0|42 1|10 1|20 0|42 1", 36, 144, 6.25133439, {{0, 0, 0}}},
         {"closed, thick", "0 LWPOLYLINE|70 1|39 2|10 0|20 0|10 4|20 0|10 4|20 3", 3, 12, 24},
-        {"closed square, thick", "0 LWPOLYLINE|70 1|39 1|10 0|20 0|10 1|20 0|10 1|20 1|10 0|20 1", 4, 16, 4},
-        {"half circle, thick", "0 LWPOLYLINE|39 1|10 0|20 0|42 1|10 2|20 0", 18, 72, 3.13760674},
         {"half circle of the long form", "0 POLYLINE|39 1|0 VERTEX|10 0|20 0|42 1|0 VERTEX|10 2|20 0|0 SEQEND", 18, 72, 3.13760674},
         {"widths of the long form's head", "0 POLYLINE|40 1|41 1|0 VERTEX|10 0|20 0|0 VERTEX|10 5|20 0|0 SEQEND", 1, 4, 5},
         {"a vertex' own width comes first", "0 POLYLINE|40 1|41 1|0 VERTEX|10 0|20 0|40 3|41 3|0 VERTEX|10 5|20 0|0 SEQEND", 1, 4, 15},
         {"ends that coincide", "0 LWPOLYLINE|43 1|39 1|10 1|20 1|10 1|20 1", 0, 0, 0},
-        {"one vertex", "0 LWPOLYLINE|70 1|43 1|10 1|20 1", 0, 0, 0},
-        {"no vertex", "0 LWPOLYLINE|70 1|43 1|90 2000000000", 0, 0, 0},
         {"bulge beyond any circle", "0 LWPOLYLINE|43 1|10 0|20 0|42 1e300|10 5|20 0", 1, 4, 5},
         {"no bulge to speak of", "0 LWPOLYLINE|43 1|10 0|20 0|42 9e-10|10 5|20 0", 1, 4, 5},
         {"different widths meet square: caps on both sides",
          "0 LWPOLYLINE|39 1|10 0|20 0|40 2|41 2|10 5|20 0|40 1|41 1|10 10|20 0", 12, 48, 2 * 15 + 20 + 4 + 2},
         {"turn back: square ends", "0 LWPOLYLINE|43 1|39 1|10 0|20 0|10 5|20 0|10 0|20 0.1", 12, 48,
          2 * (5 + std::sqrt(25.01)) * 2 + 4},
-        {"elevation, from below", "0 LWPOLYLINE|38 2|43 2|210 0|220 0|230 -1|10 0|20 0|10 10|20 0", 1, 4, 20, {-5, 0, -2}},
+        {"elevation, from below", "0 LWPOLYLINE|38 2|43 2|210 0|220 0|230 -1|10 0|20 0|10 10|20 0", 1, 4, 20, {{-5, 0, -2}}},
         {"elevation of the first vertex", "0 POLYLINE|40 2|41 2|38 9|0 VERTEX|10 0|20 0|30 4|0 VERTEX|10 10|20 0|30 6|0 SEQEND",
-         1, 4, 20, {5, 0, 4}},
+         1, 4, 20, {{5, 0, 4}}},
         {"elevation of the head", "0 POLYLINE|30 3|40 2|41 2|0 VERTEX|10 0|20 0|30 4|0 VERTEX|10 10|20 0|0 SEQEND",
-         1, 4, 20, {5, 0, 3}},
-        {"old elevation", "0 POLYLINE|40 2|41 2|38 9|0 VERTEX|10 0|20 0|0 VERTEX|10 10|20 0|0 SEQEND", 1, 4, 20, {5, 0, 9}},
+         1, 4, 20, {{5, 0, 3}}},
+        {"old elevation", "0 POLYLINE|40 2|41 2|38 9|0 VERTEX|10 0|20 0|0 VERTEX|10 10|20 0|0 SEQEND", 1, 4, 20, {{5, 0, 9}}},
         {"spline: its frame is not drawn", "0 POLYLINE|70 4|40 1|41 1|0 VERTEX|10 0|20 99|70 16|0 VERTEX|10 0|20 0|70 8"
          "|0 VERTEX|10 5|20 0|70 8|0 SEQEND", 1, 4, 5},
         {"frame without spline is drawn", "0 POLYLINE|70 4|40 1|41 1|0 VERTEX|10 0|20 0|70 16|0 VERTEX|10 5|20 0|70 16|0 SEQEND",
@@ -265,47 +180,23 @@ TEST(DXFPolyline2D, IsAStripWithWidthAndWallsWithThickness)
                  "(0 1 0) (0 -1 0) (5 -1 0) (5 1 0)");
 }
 
-TEST(DXFPolyPrim, DrawsAPolygonMeshCellByCell)
+TEST(DXFPolyPrim, DrawsMeshes)
 {
-    const auto mesh = [](const std::string& head, int m, int n) {
-        std::string groups = "0 POLYLINE|70 " + head;
-        for (int i = 0; i < m; ++i)
-            for (int j = 0; j < n; ++j)
-                groups += "|0 VERTEX|10 " + std::to_string(i) + "|20 " + std::to_string(j) + "|30 " + std::to_string(i * j) + "|70 64";
-        return readDXF(entities(groups + "|0 SEQEND|0 3DFACE|10 0|20 0|11 1|21 0|12 1|22 1"));
+    const Expected cases[] = {
+        {"a single row has no cells", "0 POLYLINE|70 49|71 1|72 3|0 VERTEX|10 0|20 0|0 VERTEX|10 1|20 0|0 VERTEX|10 1|20 1|0 SEQEND", 0, 0, 0},
+        {"nothing at all", "0 POLYLINE|70 16|0 SEQEND", 0, 0, 0},
+        {"what follows it is read", "0 POLYLINE|70 16|0 SEQEND|0 3DFACE|10 0|20 0|11 1|21 0|12 1|22 1", 1, 3, 0.5},
+        {"pyramid, whose head counts wrongly", "0 POLYLINE|70 64|71 77|72 -5"
+         "|0 VERTEX|70 192|10 0|20 0|30 0|0 VERTEX|70 192|10 2|20 0|30 0|0 VERTEX|70 192|10 2|20 2|30 0"
+         "|0 VERTEX|70 192|10 0|20 2|30 0|0 VERTEX|70 192|10 1|20 1|30 1"
+         "|0 VERTEX|70 128|71 1|72 -2|73 3|74 -4|0 VERTEX|70 128|71 1|72 2|73 5|0 VERTEX|70 128|71 2|72 3|73 5|74 0"
+         "|0 VERTEX|70 128|71 -3|72 -4|73 -5|0 VERTEX|70 128|71 4|72 1|0 SEQEND", 4, 13, 4 + 3 * std::numbers::sqrt2, {{1, 1, 0.5}}},
     };
-    const struct { const char* why; const char* head; int m, n; std::uint32_t facets; } cases[] = {
-        {"open", "16|71 3|72 3", 3, 3, 4},
-        {"closed in M", "17|71 3|72 3", 3, 3, 6},
-        {"closed in both", "49|71 3|72 3", 3, 3, 9},
-        {"3 x 4 open", "16|71 3|72 4", 3, 4, 6},
-        {"3 x 4 closed in M", "17|71 3|72 4", 3, 4, 9},
-        {"3 x 4 closed in N", "48|71 3|72 4", 3, 4, 8},
-        {"3 x 4 closed in both", "49|71 3|72 4", 3, 4, 12},
-        {"a single row", "49|71 1|72 4", 1, 4, 0},
-        {"nothing at all", "16", 0, 0, 0},
-    };
-    for (const auto& c : cases) EXPECT_EQ(mesh(c.head, c.m, c.n)->facetCount(), c.facets + 1) << c.why;   // and the face behind it
-    const Handle<DXF> open = mesh("16|71 3|72 3", 3, 3);
-    EXPECT_EQ(written(*open).substr(0, 35), "(0 0 0) (1 0 0) (1 1 1) (0 1 0); (0");
-    EXPECT_LT((open->facet(0).plane.normal() - Vector<3>(-1, -1, 2).unit()).length(), 1e-12);
-
-    expectFacets("smoothed: the fitted points, not their frame",
+    expectAll(cases);
+    expectFacets("order of corners; smoothed: the fitted points, not their frame",
                  "0 POLYLINE|70 20|71 1|72 1|73 2|74 2|0 VERTEX|70 80|10 9|20 9|0 VERTEX|70 72|10 0|20 0|0 VERTEX|70 72|10 0|20 1"
                  "|0 VERTEX|70 72|10 1|20 0|0 VERTEX|70 72|10 1|20 1|0 SEQEND",
                  "(0 0 0) (1 0 0) (1 1 0) (0 1 0)");
-}
-
-TEST(DXFPolyPrim, DrawsThePyramid)
-{
-    const char* const pyramid =
-        "0 POLYLINE|70 64|71 77|72 -5"   // these counts are often wrong
-        "|0 VERTEX|70 192|10 0|20 0|30 0|0 VERTEX|70 192|10 2|20 0|30 0|0 VERTEX|70 192|10 2|20 2|30 0"
-        "|0 VERTEX|70 192|10 0|20 2|30 0|0 VERTEX|70 192|10 1|20 1|30 1"
-        "|0 VERTEX|70 128|71 1|72 -2|73 3|74 -4|0 VERTEX|70 128|71 1|72 2|73 5|0 VERTEX|70 128|71 2|72 3|73 5|74 0"
-        "|0 VERTEX|70 128|71 -3|72 -4|73 -5|0 VERTEX|70 128|71 4|72 1|0 SEQEND";
-    const Expected cases[] = {{"pyramid", pyramid, 4, 13, 4 + 3 * std::numbers::sqrt2, {1, 1, 0.5}, 1.5}};
-    expectAll(cases);
 }
 
 TEST(DXFEntity, SaysWhatItNeeds)
@@ -314,20 +205,15 @@ TEST(DXFEntity, SaysWhatItNeeds)
         {"0 3DFACE|10 0|20 0|11 0|21 0|12 0", "Bad DXF group: item <22> needed at line 5 in a.dxf"},
         {"0 3DFACE|10 0|20 0|11 0|21 0|12 0|22 1|13 4", "Bad DXF group: item <23> needed at line 5 in a.dxf"},
         {"0 CIRCLE|10 0|20 0|40 1", "Bad DXF group: item <30> needed at line 5 in a.dxf"},
-        {"0 CIRCLE|10 0|20 0|30 0", "Bad DXF group: item <40> needed at line 5 in a.dxf"},
         {"0 ARC|10 0|20 0|40 1|50 0", "Bad DXF group: item <51> needed at line 5 in a.dxf"},
-        {"0 ELLIPSE|10 0|20 0|11 1|21 0", "Bad DXF group: item <40> needed at line 5 in a.dxf"},
         {"0 LINE|10 0|20 0|11 1|21 0|210 1", "Bad DXF group: item <220> needed at line 5 in a.dxf"},
         {"0 LWPOLYLINE|10 0|10 1|20 1", "Bad DXF group: item <20> needed at line 5 in a.dxf"},
         {"0 INSERT|10 0", "Bad DXF group: item <2> needed at line 5 in a.dxf"},
-        {"0 3DFACE|10 0|20 nan|11 0|21 0|12 0|22 1", "Error reading double item value at line 9 in a.dxf"},
         {"0 3DFACE|10 0|20 1e400|11 0|21 0|12 0|22 1", "Error reading double item value at line 9 in a.dxf"},
         {"0 POLYLINE|70 x|0 SEQEND", "Error reading integer item value at line 7 in a.dxf"},
         {"0 POLYLINE|70 64|0 VERTEX|70 192|10 0|20 0|0 LINE", "DXFVertex constructed with non-VERTEX group at line 17 in a.dxf"},
-        {"0 POLYLINE|70 16|71 2|72 2|0 VERTEX|10 0|20 0|0 SEQEND", "PolygonMesh ends with wrong number of vertices at line 5 in a.dxf"},
         {"0 POLYLINE|70 16|71 32767|72 32767|0 VERTEX|10 0|20 0|0 VERTEX|10 0|20 0|0 VERTEX|10 0|20 0|0 SEQEND",
          "PolygonMesh ends with wrong number of vertices at line 5 in a.dxf"},
-        {"0 POLYLINE|70 16|71 2000000000|72 2000000000|0 SEQEND", "PolygonMesh ends with wrong number of vertices at line 5 in a.dxf"},
         {"0 POLYLINE|70 64|0 VERTEX|70 192|10 0|20 0|0 VERTEX|70 128|71 1|72 -9|73 1|0 SEQEND",
          "PolyfaceMesh index: vertex[9] outside range (0..1) at line 23 in a.dxf"},
         {"0 POLYLINE|70 64|0 VERTEX|70 128|71 -2147483648|0 SEQEND",

@@ -1,14 +1,12 @@
 #include "app/errors/BadFile.h"
-#include "platform/Files.h"
 #include "platform/Win32Error.h"
 #include "readers/dxf/DXFStream.h"
 #include "tests/readers/dxf/DXFText.h"
+#include "tests/support/Files.h"
+#include "tests/support/Reporters.h"
 
 #include <gtest/gtest.h>
 
-#include <array>
-#include <bit>
-#include <limits>
 #include <memory>
 
 using namespace belvor;
@@ -60,22 +58,17 @@ TEST(DXFAsciiStream, TakesCodesAndValuesLineByLine)
         {"LF CR is one line end too", "0\n\rLINE\n\r8\n\rA\n\r", "0:LINE@1 8:A@3 "},
         {"CR alone", "0\rLINE\r8\rA\r", "0:LINE@1 8:A@3 "},
         {"two LF are two lines: an empty value", "1\n\n8\nA\n", "1:@1 8:A@3 "},
-        {"two CR LF are two lines", "1\r\n\r\n8\r\nA", "1:@1 8:A@3 "},
         {"value that ends with the data", "8\nA", "8:A@1 "},
         {"line end in each of eight places of a word", "1\nabcdefghij\n1\nabcdefg\n1\nabcdef\r\n8\nA", "1:abcdefghij@1 1:abcdefg@3 1:abcdef@5 8:A@7 "},
         {"blanks: gone from the code, kept in the value", "  8 \n A \n", "8: A @1 "},
         {"what follows the digits does not matter", "8abc\nA\n", "8:A@1 "},
-        {"signs", "+8\nA\n-1\nB\n", "8:A@1 65535:B@3 "},
         {"kept in 16 bits", "65538\nA\n", "2:A@1 "},
-        {"leading zeros beyond any width", "0000000000000000000008\nA\n", "8:A@1 "},
         {"blank line: the number below it counts, the lines do not move", "\n8\nA\nB\n", "8:8@1 fault 8@3"},
-        {"code only", "8", "fault 9@1"},
         {"code line only", "0\nA\n8\n", "0:A@1 fault 9@3"},
-        {"no number", "A\nB\n", "fault 8@1"},
         {"sign without digits", "-\nB\n", "fault 8@1"},
         {"beyond 32 bits", "2147483648\nB\n", "fault 8@1"},
         {"far beyond 64 bits", "99999999999999999999999999\nB\n", "fault 8@1"},
-        {"lowest of 32 bits", "-2147483648\nB\n", "0:B@1 "},
+        {"signs; lowest of 32 bits", "+8\nA\n-1\nB\n-2147483648\nC\n", "8:A@1 65535:B@3 0:C@5 "},
         {"blanks up to the end of the data", "0\nEOF\n   \n\n", "0:EOF@1 fault 8@3"},
     };
     for (const auto& c : cases) EXPECT_EQ(groupsOf(c.bytes), c.groups) << c.why;
@@ -96,40 +89,16 @@ TEST(DXFBinaryStream, TakesValuesByTheTypeOfTheirCode)
     using namespace std::string_literals;
     const struct { const char* why; std::string body; const char* groups; } cases[] = {
         {"text up to its zero", "\0LINE\0"s "\x08" "A\0"s, "0:LINE@22 8:A@28 "},
-        {"16 bits, signed", "\x46\xfe\xff\x01X\0"s, "70:-2@22 1:X@25 "},
         {"32 bits, signed", "\x5a\x01\0\0\x80"s, "90:-2147483647@22 "},
         {"escaped code, value cut short", "\xff\x2f\x04\x07\0"s, "fault 11@22"},
-        {"escaped code of two bytes", "\xff\x2f\x04\x07\0\0\0"s, "1071:7@22 "},
         {"two-byte codes throughout", "\0\0LINE\0\x08\0A\0"s, "0:LINE@22 8:A@29 "},
-        {"255 is a plain code among two-byte codes", "\0\0A\0\xff\0B\0"s, "0:A@22 255:B@26 "},
         {"nothing after the mark", "", ""},
         {"a code without value", "\0"s, "fault 11@22"},
-        {"half a two-byte code", "\0\0A\0\x08"s, "0:A@22 fault 11@26"},
         {"escape at the last byte", "\x01X\0\xff"s, "1:X@22 fault 11@25"},
         {"text without its zero", "\x01XYZ"s, "fault 11@22"},
-        {"real cut short", "\x0a\0\0\0\0\0\0\0"s, "fault 11@22"},
     };
     for (const auto& c : cases) EXPECT_EQ(groupsOf(std::string(mark) + c.body), c.groups) << c.why;
-}
-
-TEST(DXFStream, IsTextUnlessAllOfTheMarkIsThere)
-{
-    EXPECT_EQ(groupsOf(mark), "");
-    EXPECT_EQ(groupsOf(mark.substr(0, 21)), "fault 8@1");
-    EXPECT_EQ(groupsOf(""), "");
-}
-
-TEST(DXFStream, KnowsTheTypeOfEveryCode)
-{
-    using enum DXFValueType;
-    const struct { int first; DXFValueType type; } ranges[] = {
-        {0, text},          {10, real},    {60, integer16}, {80, text},     {90, integer32}, {100, text},        {140, real},
-        {148, text},        {170, integer16}, {180, text},  {210, real},    {240, text},     {270, integer16},   {290, text},
-        {1010, real},       {1060, integer16}, {1071, integer32}, {1072, text}, {1210, real}, {1240, text},      {65536, text},
-    };
-    for (std::size_t i = 0; i + 1 < std::size(ranges); ++i)
-        for (int code = ranges[i].first; code < ranges[i + 1].first; ++code)
-            ASSERT_EQ(valueTypeOf(static_cast<std::uint16_t>(code)), ranges[i].type) << code;
+    EXPECT_EQ(groupsOf(mark.substr(0, 21)), "fault 8@1") << "text, unless all of the mark is there";
 }
 
 TEST(DXFStream, DividesGroupsIntoRecords)
@@ -143,14 +112,12 @@ TEST(DXFStream, DividesGroupsIntoRecords)
     EXPECT_EQ(stream->readRecord().integer(70), 1);
     ASSERT_TRUE(stream->nextRecord());
     const DXFPosition afterType = stream->position();
-    EXPECT_EQ(stream->readRecord().real(10), 1.5);
-    EXPECT_EQ(stream->readRecord().groups().size(), 3u);   // not again
-    EXPECT_EQ(stream->line(), 11);
-
+    EXPECT_EQ(stream->readRecord().groups().size(), 3u);
     stream->pushBack();
-    ASSERT_TRUE(stream->nextRecord());
+    ASSERT_TRUE(stream->nextRecord());   // the same again, groups and all
     EXPECT_EQ(stream->type(), "LINE");
     EXPECT_EQ(stream->readRecord().groups().size(), 3u);
+    EXPECT_EQ(stream->line(), 11);
     EXPECT_EQ(typesOf(*stream), "EOF ");
     EXPECT_FALSE(stream->nextRecord());
 
@@ -159,51 +126,21 @@ TEST(DXFStream, DividesGroupsIntoRecords)
     EXPECT_EQ(typesOf(*stream), "EOF ");
 }
 
-TEST(DXFStream, LosesTheGroupsOfARecordPushedBackUnread)
-{
-    const std::string text = dxfText("0 LINE|8 L|0 EOF");
-    const auto stream = DXFStream::over(text, "a.dxf", nobody, false);
-    ASSERT_TRUE(stream->nextRecord());
-    stream->pushBack();
-    ASSERT_TRUE(stream->nextRecord());
-    EXPECT_FALSE(stream->readRecord().has(8));
-    EXPECT_EQ(typesOf(*stream), "EOF ");
-}
-
 TEST(DXFStream, ReportsTheShareOfBytesBehindIt)
 {
-    struct ThirdTime : Reporter {
-        bool progress(int count, int stage, double fraction) override
-        {
-            EXPECT_EQ(count, 1);
-            EXPECT_EQ(stage, 0);
-            last = fraction;
-            return ++calls == 3;
-        }
-        double last = -1.0;
-        int calls = 0;
-    } reporter;
+    RecordingReporter reporter(2);
     const std::string text = dxfText("0 A|0 B|0 C|0 D");
     const auto stream = DXFStream::over(text, "a.dxf", reporter, false);
     EXPECT_TRUE(stream->nextRecord());
-    EXPECT_EQ(reporter.last, 0.0);
     EXPECT_TRUE(stream->nextRecord());
-    EXPECT_EQ(reporter.last, 0.25);
     EXPECT_THROW(stream->nextRecord(), Reporter::Abandoned);
+    EXPECT_EQ(reporter.calls, (decltype(reporter.calls){{1, 0, 0.0}, {1, 0, 0.25}, {1, 0, 0.5}}));
 }
 
 TEST(DXFStream, FailsToOpenWhatIsNotThereOrEmpty)
 {
     EXPECT_THROW(DXFStream::open("no-such-file.dxf", nobody, false), Win32Error);
-    const std::string path = testing::TempDir() + "empty.dxf";
-    std::fclose(openFile(path, "wb"));
-    try {
-        DXFStream::open(path, nobody, false);
-        ADD_FAILURE() << "an empty file cannot be mapped";
-    } catch (const Win32Error& error) {
-        EXPECT_EQ(error.where(), path);
-    }
-    removeFile(path);
+    EXPECT_THROW(DXFStream::open(TempFile("empty.dxf").path(), nobody, false), Win32Error);   // cannot be mapped
 }
 
 TEST(DXFRecord, ConvertsNumbersWhenAsked)
@@ -222,25 +159,17 @@ TEST(DXFRecord, ConvertsNumbersWhenAsked)
         {"plain", "1.5", "1.500000", ""},
         {"blanks around", "\t -2  ", "-2.000000", "-2"},
         {"what follows a blank does not matter", "3 rest", "3.000000", "3"},
-        {"exponent", "1e3", "1000.000000", ""},
-        {"plus sign", "+7", "7.000000", "7"},
         {"no digit before the point", "+.5", "0.500000", ""},
-        {"more digits than a double holds", "0.10000000000000000555111512312", "0.100000", ""},
         {"too small for a double", "1e-400", "0.000000", ""},
-        {"largest of 32 bits", "2147483647", "2147483647.000000", "2147483647"},
         {"beyond 32 bits", "2147483648", "2147483648.000000", ""},
         {"nothing", "", "", ""},
         {"blanks", "  ", "", ""},
-        {"a word", "x", "", ""},
         {"no number", "nan", "", ""},
         {"infinite", "inf", "", ""},
         {"too large for a double", "1e400", "", ""},
-        {"too large downwards", "-1e400", "", ""},
-        {"comma", "1,5", "", ""},
         {"hexadecimal", "0x10", "", ""},
         {"exponent without digits", "1e", "", ""},
         {"another language's exponent", "1D5", "", ""},
-        {"two signs", "--1", "", ""},
     };
     for (const auto& c : cases) {
         const std::string real = *c.real ? c.real : "Error reading double item value at line 3 in a.dxf";
@@ -252,11 +181,8 @@ TEST(DXFRecord, ConvertsNumbersWhenAsked)
 
 TEST(DXFRecord, RefusesBinaryRealsThatAreNoNumbers)
 {
-    for (const double value : {std::numeric_limits<double>::infinity(), std::numeric_limits<double>::quiet_NaN()}) {
-        std::string bytes(mark);
-        bytes.append("\0LINE\0\x0a", 7);
-        const auto bits = std::bit_cast<std::array<char, 8>>(value);
-        bytes.append(bits.data(), bits.size());
+    for (const char* const top : {"\xf0\x7f", "\xf8\x7f"}) {   // infinity, no number
+        const std::string bytes = std::string(mark) + std::string("\0LINE\0\x0a\0\0\0\0\0\0", 13) + top;
         const auto stream = DXFStream::over(bytes, "a.dxf", nobody, false);
         ASSERT_TRUE(stream->nextRecord());
         EXPECT_THROW(stream->readRecord().real(10), BadFile);
@@ -269,7 +195,6 @@ TEST(DXFRecord, FindsGroups)
     const auto stream = DXFStream::over(text, "a.dxf", nobody, false);
     stream->nextRecord();
     const DXFRecord& record = stream->readRecord();
-    EXPECT_EQ(record.text(8), "A");
     EXPECT_EQ(record.find(8, 2)->text, "B");
     EXPECT_EQ(record.find(8, 3), nullptr);
     EXPECT_EQ(record.realOf(*record.next(*record.find(10), 10)), 2.0);
@@ -277,13 +202,7 @@ TEST(DXFRecord, FindsGroups)
     EXPECT_EQ(record.extendedData("APP").size(), 3u);      // up to the next application
     EXPECT_EQ(record.extendedData("OTHER").size(), 3u);    // up to the end of the record
     EXPECT_TRUE(record.extendedData("NONE").empty());
-    EXPECT_THROW(record.text(62), BadFile);
-
-    const DXFRecord copy = record;   // keeps its own groups when the stream goes on
     stream->nextRecord();
     stream->readRecord();
-    EXPECT_FALSE(record.has(8));
-    EXPECT_EQ(record.integer(62), 5);
-    EXPECT_EQ(copy.text(8), "A");
-    EXPECT_FALSE(copy.has(62));
+    EXPECT_FALSE(record.has(8)) << "of the record before";
 }

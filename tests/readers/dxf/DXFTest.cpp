@@ -4,6 +4,7 @@
 #include "readers/dxf/DXFTables.h"
 #include "tests/readers/dxf/DXFText.h"
 #include "tests/support/Files.h"
+#include "tests/support/Reporters.h"
 
 #include <gtest/gtest.h>
 
@@ -45,39 +46,22 @@ std::string logOf(const std::string& bytes, const std::function<void(const DXF&)
     return log;
 }
 
-/// Asks to stop at a given call.
-struct StopAfter : Reporter {
-    explicit StopAfter(int calls) : left(calls) {}
-    bool progress(int, int, double) override { return --left <= 0; }
-    int left;
-};
-
 }   // namespace
 
 TEST(DXF, ReadsSectionsInAnyOrder)
 {
     const struct { const char* why; std::string groups; std::uint32_t facets; } cases[] = {
         {"nothing but an end", "0 EOF", 0},
-        {"no ENTITIES section", "0 SECTION|2 HEADER|9 $ACADVER|1 AC1009|0 ENDSEC|0 EOF", 0},
         {"ENTITIES before TABLES", section + face + "|0 ENDSEC|" + layerTable("|0 LAYER|2 A|70 1|62 7") + "0 EOF", 1},
         {"a section of another name", "0 SECTION|2 CLASSES|" + face + "|0 ENDSEC|" + section + face + "|0 ENDSEC|0 EOF", 1},
-        {"a section without name", "0 SECTION|0 ENDSEC|" + section + face + "|0 ENDSEC|0 EOF", 1},
         {"two ENTITIES sections", section + face + "|0 ENDSEC|" + section + face + "|0 ENDSEC|0 EOF", 2},
-        {"OBJECTS hold no entities", "0 SECTION|2 OBJECTS|" + face + "|0 ENDSEC|0 EOF", 0},
         {"entities outside sections", face + "|0 EOF", 0},
-        {"no ENDSEC", section + face + "|0 EOF", 1},
         {"neither ENDSEC nor EOF", section + face, 1},
         {"nothing counts behind EOF", "0 EOF|" + section + face + "|0 ENDSEC", 0},
-        {"header without a version", "0 SECTION|2 HEADER|9 $X|70 1|9 $ACADVER|0 ENDSEC|" + section + face, 1},
         {"a table without ENDTAB ends the tables", "0 SECTION|2 TABLES|0 TABLE|2 LAYER|0 LAYER|2 B|70 0|62 7|0 ENDSEC|" + section + face, 1},
-        {"other tables are passed over", "0 SECTION|2 TABLES|0 TABLE|2 LTYPE|0 LTYPE|2 B|0 ENDTAB|0 ENDSEC|" + section + face, 1},
         {"a BLOCK without ENDBLK", "0 SECTION|2 BLOCKS|0 BLOCK|2 B|10 0|20 0|30 0|" + face + "|0 ENDSEC|" + section + insertion("B"), 1},
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(readDXF(dxfText(c.groups))->facetCount(), c.facets) << c.why;
-        EXPECT_EQ(readDXF(dxfBinary(c.groups, false))->facetCount(), c.facets) << c.why << ", binary";
-        EXPECT_EQ(readDXF(dxfBinary(c.groups, true))->facetCount(), c.facets) << c.why << ", binary with two-byte codes";
-    }
+    for (const auto& c : cases) EXPECT_EQ(readDXF(dxfText(c.groups))->facetCount(), c.facets) << c.why;
 }
 
 TEST(DXF, TellsTheReleaseOfAHeader)
@@ -91,28 +75,23 @@ TEST(DXF, TellsTheReleaseOfAHeader)
 
 TEST(DXF, DrawsByLayer)
 {
-    const std::string table = layerTable("|0 LAYER|2 FROZEN|70 65|62 7|0 LAYER|2 OFF|70 0|62 -7|0 LAYER|2 BOTH|70 1|62 -7"
+    const std::string table = layerTable("|0 LAYER|2 FROZEN|70 65|62 7|0 LAYER|2 OFF|70 0|62 -7"
                                          "|0 LAYER|2 ON|70 0|62 0|0 LAYER|2 ON|70 1|62 7|0 LAYER|70 1|62 7");
     const std::string bs = blocks(block("B", face));
     const auto on = [](const std::string& layer, std::string entity) { return entity.replace(entity.find("|8 "), 4, "|8 " + layer); };
     const struct { const char* why; std::string entity; std::uint32_t facets; const char* skipped; } cases[] = {
         {"on", on("ON", face), 1, ""},   // and its second definition does not count
         {"unknown layers are on", on("NEW", face), 1, ""},
-        {"names compare byte for byte", on("off", face), 1, ""},
         {"off", on("OFF", face), 0, "3DFACE 1 layer OFF is off"},
         {"frozen", on("FROZEN", face), 0, "3DFACE 1 layer FROZEN is frozen"},
         {"no layer is the layer without a name", "0 3DFACE|10 0|20 0|11 1|21 0|12 1|22 1", 0, "3DFACE 1 layer  is frozen"},
         {"INSERT off: its entities have their own layers", on("OFF", insertion("B")), 1, ""},
         {"INSERT frozen", on("FROZEN", insertion("B")), 0, "INSERT 1 layer FROZEN is frozen"},
-        {"INSERT frozen and off", on("BOTH", insertion("B")), 0, "INSERT 1 layer BOTH is frozen"},
         {"a hidden POLYLINE leaves records that draw nothing",
          "0 POLYLINE|8 OFF|40 1|41 1|0 VERTEX|8 OFF|10 0|20 0|0 VERTEX|8 ON|10 5|20 0|0 SEQEND|8 OFF", 0, "POLYLINE 1 layer OFF is off"},
         {"other types", "0 TEXT|8 ON|1 words|0 TEXT|8 ON|0 HATCH|8 ON", 0, "HATCH 1 this type is not drawn; TEXT 2 this type is not drawn"},
-        {"lines without thickness", "0 LINE|8 ON|10 0|20 0|11 1|21 1", 0, "LINE 1 it has no surface"},
         {"unknown block", insertion("NO"), 0, "INSERT 1 block NO is not defined"},
-        {"unknown block, and the insertion point is missing", "0 INSERT|8 0|2 NO", 0, "INSERT 1 block NO is not defined"},
         {"an array of no rows", insertion("B", "|71 0"), 0, "INSERT 1 the array has no cells"},
-        {"an array of minus one columns", insertion("B", "|70 -1"), 0, "INSERT 1 the array has no cells"},
         {"attributes of an INSERT", insertion("B", "|66 1|0 ATTRIB|8 0|1 x|0 SEQEND|8 0"), 1, "ATTRIB 1 this type is not drawn"},
     };
     for (const auto& c : cases) {
@@ -141,95 +120,59 @@ TEST(DXF, MakesMaterialsAsSurfacesAskForThem)
     EXPECT_EQ(used, "Z A Z Brass Brass ");
 }
 
-TEST(DXF, PlacesInsertedBlocks)
+TEST(DXF, PlacesInsertedBlocks)   // where tests/dxf_ezdxf/ does not: the order of cells, and scales of zero
 {
-    const std::string square = "0 3DFACE|10 1|20 0|30 0|11 2|21 0|31 0|12 2|22 1|32 0|13 1|23 1|33 0";
-    const std::string point = "0 3DFACE|10 3|20 5|30 7|11 3|21 5|31 7|12 3|22 5|32 7";
-    const std::string at = "|10 10|20 0|30 5";
-    const std::string cell = "|10 100|20 200|30 300|70 3|71 2|44 10|45 20|41 2|42 3|43 4|50 90";   // the last of six cells counts
-    const auto insert = [](const std::string& b, const std::string& groups) { return "0 INSERT|2 " + b + groups; };
-    const std::string bs = blocks(block("B", square, "10 1|20 0|30 0") + block("P", point, "10 1|20 2|30 0") +
-                                  block("TWICE", insert("B", "|10 1|20 0|41 2") + "|" + insert("B", "|10 0|20 0|50 180")));
+    const std::string bs = blocks(block("B", "0 SOLID|10 1|20 0|11 2|21 0|12 1|22 1|13 2|23 1", "10 1|20 0|30 0"));
     const struct { const char* why; std::string entity; const char* facets; } cases[] = {
-        {"plain", insert("B", at), "(10 0 5) (11 0 5) (11 1 5) (10 1 5)"},
-        {"scaled and turned", insert("B", at + "|41 2|42 3|43 1|50 90"), "(10 0 5) (10 2 5) (7 2 5) (7 0 5)"},
-        {"tilted", insert("B", at + "|210 1|220 0|230 0"), "(5 10 0) (5 11 0) (5 11 1) (5 10 1)"},
-        {"mirrored", insert("B", at + "|41 -1"), "(10 0 5) (9 0 5) (9 1 5) (10 1 5)"},
-        {"flattened", insert("B", at + "|42 0"), "(10 0 5) (11 0 5) (11 0 5) (10 0 5)"},
-        {"array, whose spacing is scaled too", insert("B", "|10 10|20 0|41 2|42 2|70 2|71 2|44 4|45 5"),
-         "(10 0 0) (12 0 0) (12 2 0) (10 2 0); (10 10 0) (12 10 0) (12 12 0) (10 12 0); "
-         "(18 0 0) (20 0 0) (20 2 0) (18 2 0); (18 10 0) (20 10 0) (20 12 0) (18 12 0)"},
-        {"nested", insert("TWICE", "|10 0|20 0|30 1|50 90"),
-         "(0 1 1) (0 3 1) (-1 3 1) (-1 1 1); (0 0 1) (0 -1 1) (1 -1 1) (1 0 1)"},
+        {"array, whose spacing is scaled too", insertion("B", "|41 2|42 2|70 2|71 2|44 4|45 5"),
+         "(0 0 0) (2 0 0) (2 2 0) (0 2 0); (0 10 0) (2 10 0) (2 12 0) (0 12 0); "
+         "(8 0 0) (10 0 0) (10 2 0) (8 2 0); (8 10 0) (10 10 0) (10 12 0) (8 12 0)"},
+        {"flattened", insertion("B", "|30 5|42 0"), "(0 0 5) (1 0 5) (1 0 5) (0 0 5)"},
     };
-    for (const auto& c : cases) EXPECT_EQ(written(*readDXF(dxfText(bs + section + c.entity))), c.facets) << c.why;
-
-    const struct { const char* extrusion; Point<3> place; } tilts[] = {
-        {"", {31, 244, 328}},
-        {"|210 0|220 0|230 -1", {-31, 244, -328}},
-        {"|210 1|220 0|230 0", {328, 31, 244}},
-        {"|210 0|220 1|230 0", {-31, 328, 244}},
-        {"|210 0.01|220 0|230 1", {34.278286129, 244, 327.673616729}},
-    };
-    for (const auto& t : tilts) {
-        const Handle<DXF> drawing = readDXF(dxfText(bs + section + insert("P", cell + t.extrusion)));
-        ASSERT_EQ(drawing->facetCount(), 6u);
-        EXPECT_LT((cornersOf(*drawing, 5)[0] - t.place).length(), 1e-8) << t.extrusion;
+    for (const auto& c : cases) {
+        const Handle<DXF> drawing = readDXF(dxfText(bs + section + c.entity));
+        EXPECT_EQ(written(*drawing), c.facets) << c.why;
+        EXPECT_EQ(drawing->facet(0).plane.normal(), Vector<3>(0, 0, 1)) << c.why;
     }
-}
-
-TEST(DXF, ScalesThicknessWithItsBlock)
-{
-    const std::string bs = blocks(block("B", "0 LINE|10 0|20 0|11 1|21 0|39 2"));
-    EXPECT_EQ(written(*readDXF(dxfText(bs + section + "0 INSERT|2 B|10 0|20 0|43 -3"))), "(0 0 0) (1 0 0) (1 0 -6) (0 0 -6)");
-    const Handle<DXF> flat = readDXF(dxfText(blocks(block("B", "0 SOLID|10 0|20 0|11 1|21 0|12 1|22 1|210 0|220 0|230 -1")) + section +
-                                             "0 INSERT|2 B|10 0|20 0|42 0"));
-    EXPECT_EQ(flat->facetCount(), 1u);   // an edge of a facet, but a facet with a plane
-    EXPECT_EQ(flat->facet(0).plane.normal().length(), 1.0);
 }
 
 TEST(DXF, InsertsTheSameEachTime)
 {
     // Blocks within blocks, arrays, names of materials that change between insertions, hidden
     // layers and unknown blocks: the first insertions read text, the others play back.
-    const std::string naming = "0 POINT|5 1F|8 X|1001 AVE_MATERIAL|1000 Brass";
-    const std::string rich = "0 SOLID|8 A|10 0|20 0|11 4|21 0|12 0|22 3|13 4|23 3|39 1|210 1|220 1|230 0|0 TEXT|8 A|1 x|" + naming +
-                             "|0 3DFACE|8 HID|10 0|20 0|11 1|21 0|12 1|22 1|0 CIRCLE|8 B|10 5|20 5|30 0|40 1|1001 AVE_FINISH|1005 1F";
-    const std::string bs = blocks(block("INNER", rich, "10 1|20 2|30 3") +
-                                  block("OUTER", insertion("INNER", "|50 30|41 2") + "|" + insertion("NO") + "|" + insertion("INNER", "|30 4|70 2|44 9") +
-                                                     "|" + insertion("OUTER")));
-    std::string once = layerTable("|0 LAYER|2 HID|70 1|62 7") + bs;
-    std::string entity = insertion("OUTER", "|50 10|42 -1|210 0|220 1|230 1");
-    const Handle<DXF> single = readDXF(dxfText(once + section + entity));
-    ASSERT_EQ(single->facetCount(), 3u * 7);
-    constexpr std::uint32_t times = 7;
-    std::string all = once + section;
-    for (std::uint32_t i = 0; i < times; ++i) all += entity + "|0 POINT|5 1F|8 X|1001 AVE_MATERIAL|1000 Steel|";
-    all += entity;
+    const std::string rich = "0 SOLID|8 A|10 0|20 0|11 4|21 0|12 0|22 3|13 4|23 3|39 1|210 1|220 1|230 0|0 TEXT|8 A|1 x"
+                             "|0 POINT|5 1F|8 X|1001 AVE_MATERIAL|1000 Brass|0 3DFACE|8 HID|10 0|20 0|11 1|21 0|12 1|22 1"
+                             "|0 CIRCLE|8 B|10 5|20 5|30 0|40 1|1001 AVE_FINISH|1005 1F";
+    const std::string bs = layerTable("|0 LAYER|2 HID|70 1|62 7") +
+        blocks(block("INNER", rich, "10 1|20 2|30 3") +
+               block("OUTER", insertion("INNER", "|50 30|41 2") + "|" + insertion("NO") + "|" + insertion("INNER", "|30 4|70 2|44 9") + "|" +
+                                  insertion("OUTER")));
+    const std::string entity = insertion("OUTER", "|50 10|42 -1|210 0|220 1|230 1");
+    const Handle<DXF> one = readDXF(dxfText(bs + section + entity));
+    ASSERT_EQ(one->facetCount(), 3u * 7);
+    constexpr std::uint32_t times = 8;
+    std::string all = bs + section, facets;
+    for (std::uint32_t i = 0; i < times; ++i) {
+        all += (i ? "|0 POINT|5 1F|8 X|1001 AVE_MATERIAL|1000 Steel|" : "") + entity;
+        facets += (i ? ";" : "") + std::string(i ? " " : "") + written(*one);
+    }
     const Handle<DXF> many = readDXF(dxfText(all));
-    ASSERT_EQ(many->facetCount(), (times + 1) * single->facetCount());
-    for (std::uint32_t i = 0; i < many->vertexCount(); ++i)
-        ASSERT_EQ(many->vertex(i).position, single->vertex(i % single->vertexCount()).position) << i;
+    EXPECT_EQ(written(*many), facets);
     for (std::uint32_t i = 0; i < many->facetCount(); ++i) {
-        const Facet &one = single->facet(i % single->facetCount()), &other = many->facet(i);
-        ASSERT_EQ(other.plane.normal(), one.plane.normal()) << i;
-        ASSERT_EQ(other.material->name, one.material->name) << i;
+        const Facet &once = one->facet(i % one->facetCount()), &again = many->facet(i);
+        ASSERT_EQ(again.plane.normal(), once.plane.normal()) << i;
+        ASSERT_EQ(again.material->name, once.material->name) << i;
     }
     EXPECT_EQ(many->materials().at("1F").name, "Brass");   // renamed by the last insertion
-    const auto one = single->skipped().list();
-    const auto eight = many->skipped().list();
-    for (const auto& entry : one) {
-        const auto same = std::find_if(eight.begin(), eight.end(), [&](const auto& e) { return e.type == entry.type && e.reason == entry.reason; });
-        ASSERT_NE(same, eight.end()) << entry.type;
-        if (entry.type != "POINT") {
-            EXPECT_EQ(same->count, entry.count * (times + 1)) << entry.type << ' ' << entry.reason;
-        }
-    }
+    EXPECT_EQ(written(one->skipped()), "3DFACE 3 layer HID is frozen; INSERT 1 block NO is not defined; INSERT 1 block OUTER inserts itself; "
+                                       "POINT 3 this type is not drawn; TEXT 3 this type is not drawn");
+    EXPECT_EQ(written(many->skipped()), "3DFACE 24 layer HID is frozen; INSERT 8 block NO is not defined; INSERT 8 block OUTER inserts itself; "
+                                        "POINT 31 this type is not drawn; TEXT 24 this type is not drawn");
     // With the log on, every insertion reads the text; the drawing is the same.
-    const std::string log = logOf(dxfText(all), [&](const DXF& logged) { EXPECT_EQ(written(logged), written(*many)); });
+    const std::string log = logOf(dxfText(all), [&](const DXF& logged) { EXPECT_EQ(written(logged), facets); });
     std::size_t hooks = 0;
     for (std::size_t at = log.find("Insert hook"); at != std::string::npos; at = log.find("Insert hook", at + 1)) ++hooks;
-    EXPECT_EQ(hooks, (times + 1) * 4u);
+    EXPECT_EQ(hooks, times * 4u);
 }
 
 TEST(DXF, FindsBlocksThatComeLater)
@@ -284,7 +227,7 @@ TEST(DXF, CanBeAbandonedInsideBlocks)
         {"array of nothing", insertion("EMPTY", "|70 30000|71 30000")},
     };
     for (const auto& c : cases) {
-        StopAfter reporter(20000);
+        RecordingReporter reporter(20000);
         const std::string text = dxfText(blocks(nest) + section + c.entity);
         EXPECT_THROW(makeHandle<DXF>(std::string_view(text), std::string("a.dxf"), reporter), Reporter::Abandoned) << c.why;
     }
@@ -311,28 +254,29 @@ TEST(DXF, ReportsFaultsWithFileAndLine)
 
 TEST(DXF, SurvivesEveryCutAndManyFlips)
 {
-    const std::string groups = layerTable("|0 LAYER|2 A|70 0|62 7") + blocks(block("B", face + "|" + insertion("B"))) + section +
-        "0 POLYLINE|8 A|70 64|0 VERTEX|70 192|10 0|20 0|0 VERTEX|70 192|10 1|20 0|0 VERTEX|70 192|10 1|20 1|0 VERTEX|70 128|71 1|72 2|73 3|0 SEQEND"
-        "|0 LWPOLYLINE|8 A|90 3|43 1|39 1|10 0|20 0|42 1|10 5|20 0|10 5|20 5|" + insertion("B", "|70 2|71 2|44 1|45 1") + "|0 ENDSEC|0 EOF";
     std::mt19937 random(1);
-    for (const std::string& whole : {dxfText(groups), dxfBinary(groups, false), dxfBinary(groups, true)}) {
-        ASSERT_EQ(faultOf(whole), "");
-        const auto read = [](const std::string& bytes) {
-            StopAfter reporter(500);
-            const std::unique_ptr<char[]> exact(new char[bytes.size()]);   // so that an over-read is seen
-            std::copy(bytes.begin(), bytes.end(), exact.get());
-            try {
-                makeHandle<DXF>(std::string_view(exact.get(), bytes.size()), std::string("a.dxf"), reporter);
-            } catch (const BadFile& fault) {
-                EXPECT_NE(std::string(fault.what()).find(" in a.dxf"), std::string::npos) << fault.what();
-            } catch (const Reporter::Abandoned&) {
+    const auto read = [](const std::string& bytes) {
+        RecordingReporter reporter(500);
+        const std::unique_ptr<char[]> exact(new char[bytes.size()]);   // so that an over-read is seen
+        std::copy(bytes.begin(), bytes.end(), exact.get());
+        try {
+            makeHandle<DXF>(std::string_view(exact.get(), bytes.size()), std::string("a.dxf"), reporter);
+        } catch (const BadFile& fault) {
+            EXPECT_NE(std::string(fault.what()).find(" in a.dxf"), std::string::npos) << fault.what();
+        } catch (const Reporter::Abandoned&) {
+        }
+    };
+    for (const char* const name : {"blocks", "lwpolyline", "polyface"}) {
+        for (const char* const encoding : {".text", ".binary", ".wide"}) {
+            std::string whole;
+            ASSERT_TRUE(readWholeFile(std::string(BELVOR_SOURCE_DIR "/fuzz/corpus/dxf/") + name + encoding, whole));
+            ASSERT_EQ(faultOf(whole), "");
+            for (std::size_t length = 0; length < whole.size(); ++length) read(whole.substr(0, length));
+            for (int i = 0; i < 200; ++i) {
+                std::string damaged = whole;
+                for (int flips = 0; flips < 3; ++flips) damaged[random() % damaged.size()] = static_cast<char>(random());
+                read(damaged);
             }
-        };
-        for (std::size_t length = 0; length < whole.size(); ++length) read(whole.substr(0, length));
-        for (int i = 0; i < 400; ++i) {
-            std::string damaged = whole;
-            for (int flips = 0; flips < 3; ++flips) damaged[random() % damaged.size()] = static_cast<char>(random());
-            read(damaged);
         }
     }
 }
@@ -407,23 +351,15 @@ TEST(DXFLog, TellsWhatWasMet)
         "EOF group - end of file here\n");
 }
 
-TEST(DXFLog, IsNotOpenedWhenOff)
+TEST(DXFLog, IsNoFileWhenOffOrImpossible)
 {
-    const std::string path = temporaryNameFor(testing::TempDir() + "silent.dxf");
-    const std::string text = dxfText("0 EOF");
+    const TempFile file("silent.dxf", dxfText(section + face));
     SilentReporter nobody;
-    makeHandle<DXF>(std::string_view(text), path, nobody);
-    std::string log;
-    EXPECT_FALSE(readWholeFile(path + ".log", log));
+    makeHandle<DXF>(file.path(), nobody);
+    EXPECT_FALSE(std::filesystem::exists(file.path() + ".log"));
     EXPECT_FALSE(std::filesystem::is_regular_file("NUL"));
-}
-
-TEST(DXFLog, GoesOnWithoutAFile)
-{
-    const std::string text = dxfText(section + face);
-    SilentReporter nobody;
     DXF::setLogging(true);
-    const Handle<DXF> drawing = makeHandle<DXF>(std::string_view(text), std::string("no/such/folder/a.dxf"), nobody);
+    const Handle<DXF> drawing = makeHandle<DXF>(std::string_view(dxfText(section + face)), std::string("no/such/folder/a.dxf"), nobody);
     DXF::setLogging(false);
     EXPECT_EQ(drawing->facetCount(), 1u);
 }
@@ -431,20 +367,13 @@ TEST(DXFLog, GoesOnWithoutAFile)
 TEST(DXFObjects, FindTheDictionaryAndComeBack)
 {
     SilentReporter nobody;
-    const struct { const char* why; const char* groups; bool faulty; } cases[] = {
-        {"further on", "0 A|0 SECTION|2 OBJECTS|0 MLINESTYLE|0 ENDSEC|0 EOF", false},
-        {"end of the file first", "0 A|0 EOF|0 SECTION|2 OBJECTS|0 ENDSEC", false},
-        {"end of the data first", "0 A|0 SECTION|2 TABLES|0 ENDSEC", true},
-    };
-    for (const auto& c : cases) {
-        const std::string text = dxfText(c.groups);
+    for (const char* const groups : {"0 A|0 SECTION|2 OBJECTS|0 MLINESTYLE|0 ENDSEC|0 EOF", "0 A|0 EOF|0 SECTION|2 OBJECTS|0 ENDSEC"}) {
+        const std::string text = dxfText(groups);
         const auto stream = DXFStream::over(text, "a.dxf", nobody, false);
-        if (c.faulty) {
-            EXPECT_THROW(searchDictionary(*stream), BadFile) << c.why;
-            continue;
-        }
         searchDictionary(*stream);
-        ASSERT_TRUE(stream->nextRecord()) << c.why;
-        EXPECT_EQ(stream->type(), "A") << c.why;
+        ASSERT_TRUE(stream->nextRecord()) << groups;
+        EXPECT_EQ(stream->type(), "A") << groups;
     }
+    const std::string text = dxfText("0 A|0 SECTION|2 TABLES|0 ENDSEC");
+    EXPECT_THROW(searchDictionary(*DXFStream::over(text, "a.dxf", nobody, false)), BadFile) << "the data end first";
 }

@@ -11,9 +11,6 @@ namespace belvor::test {
 /// A DXF text from "code value|code value|...", a line for each code and each value.
 std::string dxfText(std::string_view groups);
 
-/// The same in the binary encoding, with codes of one byte, or of two.
-std::string dxfBinary(std::string_view groups, bool twoByteCodes);
-
 /// The text of an ENTITIES section with these groups, then EOF.
 std::string entities(std::string_view groups);
 

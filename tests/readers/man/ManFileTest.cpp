@@ -1,12 +1,14 @@
 #include "readers/man/ManFile.h"
 
-#include "app/errors/Reporter.h"
+#include "app/errors/BadFile.h"
+#include "platform/Win32Error.h"
+#include "tests/support/Reporters.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <string>
-#include <vector>
 
 namespace belvor {
 namespace {
@@ -33,20 +35,15 @@ std::string edgesOf(const Model& model, std::uint32_t number)
     return text;
 }
 
-/// Asks to stop at the given call and keeps what it was told.
-class Recorder : public Reporter {
-public:
-    explicit Recorder(std::size_t stopAtCall) : stopAt(stopAtCall) {}
-    bool progress(int stageCount, int stage, double fraction) override
-    {
-        EXPECT_EQ(stageCount, 1);
-        EXPECT_EQ(stage, 0);
-        fractions.push_back(fraction);
-        return fractions.size() == stopAt;
+std::string faultOf(const std::string& text)
+{
+    try {
+        read(text);
+    } catch (const BadFile& fault) {
+        return fault.what();
     }
-    std::size_t stopAt;
-    std::vector<double> fractions;
-};
+    return "none";
+}
 
 }   // namespace
 
@@ -55,36 +52,27 @@ TEST(ManFile, BothFacetsOfAnEdgeGetItInTheirOwnDirection)
     const auto model = read(header + tetrahedron);
     EXPECT_EQ(model->vertexCount(), 4u);
     ASSERT_EQ(model->facetCount(), 4u);
-    EXPECT_EQ(edgesOf(*model, 0), "0>2 2>1 1>0 ");
-    EXPECT_EQ(edgesOf(*model, 1), "0>1 3>0 1>3 ");
-    EXPECT_EQ(edgesOf(*model, 2), "2>0 0>3 3>2 ");
-    EXPECT_EQ(edgesOf(*model, 3), "1>2 3>1 2>3 ");
     const double third = 1.0 / std::sqrt(3.0);
-    const Vector<3> outward[] = {{0, 0, -1}, {0, -1, 0}, {-1, 0, 0}, {third, third, third}};
-    for (std::uint32_t i = 0; i < 4; ++i)
-        EXPECT_NEAR((model->facet(i).plane.normal() - outward[i]).length(), 0.0, 1e-12) << "facet " << i + 1;
+    const struct { const char* edges; Vector<3> outward; } facets[] = {
+        {"0>2 2>1 1>0 ", {0, 0, -1}}, {"0>1 3>0 1>3 ", {0, -1, 0}}, {"2>0 0>3 3>2 ", {-1, 0, 0}}, {"1>2 3>1 2>3 ", {third, third, third}}};
+    for (std::uint32_t i = 0; i < 4; ++i) {
+        EXPECT_EQ(edgesOf(*model, i), facets[i].edges);
+        EXPECT_NEAR((model->facet(i).plane.normal() - facets[i].outward).length(), 0.0, 1e-12) << "facet " << i + 1;
+    }
     EXPECT_NEAR(model->facet(3).plane.offset(), 10 * third, 1e-12);
-}
-
-TEST(ManFile, AHoleIsMoreEdgesOfTheSameFacet)
-{
-    const auto model = read(header + plate);
-    ASSERT_EQ(model->facetCount(), 1u);
-    EXPECT_EQ(edgesOf(*model, 0), "0>1 1>2 2>3 3>0 5>4 6>5 7>6 4>7 ");
-    EXPECT_EQ(model->facet(0).plane.normal(), Vector<3>(0, 0, 1));
-    EXPECT_EQ(model->facet(0).plane.offset(), 1.0);
 }
 
 TEST(ManFile, ClumpsNumberTheirVerticesAnewAndShareMaterials)
 {
     const auto model = read(header + plate + tetrahedron + plate);
-    Statistics counts{};
-    model->statistics(counts);
-    EXPECT_EQ(counts.vertices, 20u);
-    EXPECT_EQ(counts.facets, 6u);
-    EXPECT_EQ(counts.edges, 28u);
-    EXPECT_EQ(counts.materials, 3u);
+    EXPECT_EQ(model->vertexCount(), 20u);
+    ASSERT_EQ(model->facetCount(), 6u);
+    EXPECT_EQ(model->edgeCount(), 28u);
+    EXPECT_EQ(model->materials().size(), 3u);
+    EXPECT_EQ(edgesOf(*model, 0), "0>1 1>2 2>3 3>0 5>4 6>5 7>6 4>7 ") << "a hole is more edges of the facet";
     EXPECT_EQ(edgesOf(*model, 1), "8>10 10>9 9>8 ");
+    EXPECT_EQ(model->facet(0).plane.normal(), Vector<3>(0, 0, 1));
+    EXPECT_EQ(model->facet(0).plane.offset(), 1.0);
     EXPECT_EQ(model->facet(0).material, model->facet(5).material);
     EXPECT_EQ(model->facet(4).material->name, "paint");
 }
@@ -166,42 +154,86 @@ TEST(ManFile, ProgressFollowsTheBytesAndStopsAtOnce)
 {
     std::string text = header;
     for (int i = 0; i < 300; ++i) text += plate;
-    Recorder recorder(0);
-    const Handle<ManFile> whole(new ManFile(text, "test.man", recorder));
-    const std::size_t calls = recorder.fractions.size();
-    ASSERT_GT(calls, 300u);
-    EXPECT_LT(recorder.fractions.front(), 0.01);
-    for (std::size_t i = 1; i < calls; ++i) EXPECT_GE(recorder.fractions[i], recorder.fractions[i - 1]);
-    EXPECT_EQ(recorder.fractions.back(), 1.0);
-    for (const std::size_t stop : {std::size_t{1}, std::size_t{2}, calls / 2, calls}) {
-        Recorder stopping(stop);
+    test::RecordingReporter reporter;
+    const Handle<ManFile> whole(new ManFile(text, "test.man", reporter));
+    ASSERT_GT(reporter.calls.size(), 300u);
+    EXPECT_TRUE(std::is_sorted(reporter.calls.begin(), reporter.calls.end()));
+    EXPECT_LT(reporter.calls.front(), std::make_tuple(1, 0, 0.01));
+    EXPECT_EQ(reporter.calls.back(), std::make_tuple(1, 0, 1.0));
+    for (const std::size_t stop : {std::size_t{0}, reporter.calls.size() / 2, reporter.calls.size() - 1}) {
+        test::RecordingReporter stopping(stop);
         EXPECT_THROW(ManFile(text, "test.man", stopping), Reporter::Abandoned) << "call " << stop;
-        EXPECT_EQ(stopping.fractions.size(), stop);
+        EXPECT_EQ(stopping.calls.size(), stop + 1);
     }
 }
 
-TEST(ManFile, TheSamplesAreClosedSolids)
+TEST(ManFile, FaultsNameTheFileAndTheLine)
 {
-    const struct { const char* file; Statistics counts; Units units; } cases[] = {
-        {"flange.man", {152, 456, 78, 2}, {1.0, 2}},
-        {"star.man", {24, 72, 14, 2}, {1.0, 0}},
-        {"lighthouse.man", {91, 350, 88, 5}, {1.0, 4}},
+    const std::string h = "KRVT v5.1.0 MAN file\n";
+    const std::string e = h + "END\n";
+    const std::string triangle = e + "CLUMP a 3 1\n0 0 0\n1 0 0\n0 1 0\nm\n";
+    const std::string notMan = "File is not a 'KRVT v5.1.0 MAN file'", header = "end-of-file reading header records",
+                      past = "read past end-of-file", real = "Error reading double item value",
+                      integer = "Error reading integer item value", loop = "degenerate loop",
+                      edgeEnd = "end-of-file reading EDGE record", noEdge = "CLUMP not followed by EDGE record",
+                      vertex = "vertex number out of range";
+    const struct { const char* why; std::string text, fault; int line; } cases[] = {
+        {"an empty file", "", notMan, 1},
+        {"another version", "KRVT v5.1.1 MAN file\nEND\n", notMan, 1},
+        {"a blank behind", "KRVT v5.1.0 MAN file \nEND\n", notMan, 1},
+        {"lines that end with CR alone", "KRVT v5.1.0 MAN file\rEND\r", notMan, 1},
+        {"line 1 alone", "KRVT v5.1.0 MAN file", header, 1},
+        {"no END", h + "UNITS 1 1\n# END\n", header, 3},
+        {"END in small letters is an unknown record", h + "end\n", header, 2},
+        {"unit code above the list", h + "UNITS 9 1\nEND\n", integer, 2},
+        {"scale zero", h + "UNITS 1 0\nEND\n", real, 2},
+        {"a material without a name", h + "\nMATERIAL\nEND\n", "material expected", 3},
+        {"colour above 1", h + "MATERIAL m 0 1.01 0\nEND\n", real, 2},
+        {"colour below 0", h + "MATERIAL m 0 0 -1e-9\nEND\n", real, 2},
+        {"more edges than announced", triangle + "EDGE 3\n1 2 1 0\n2 3 1 0\n3 1 1 0\n1 3 0 0\n", "CLUMP record expected", 12},
+        {"a negative count", e + "CLUMP a -1 0\nEDGE 0\n", integer, 3},
+        {"a count beyond 31 bits", e + "CLUMP a 2147483648 0\n", integer, 3},
+        {"the largest counts and no data", e + "CLUMP a 2147483647 2147483647\n0 0 0\n", past, 4},
+        {"ends before EDGE", e + "CLUMP a 1 0\n0 0 0\n", past, 4},
+        {"a coordinate missing", e + "CLUMP a 1 0\n0 0\nEDGE 0\n", real, 4},
+        {"a coordinate with a letter behind", e + "CLUMP a 1 0\n0 0 1m\nEDGE 0\n", real, 4},
+        {"more vertices than announced are taken for facets", e + "CLUMP a 1 1\n0 0 0\n1 0 0\nm\nEDGE 0\n", noEdge, 6},
+        {"a negative edge count", e + "CLUMP a 0 0\nEDGE -2\n", integer, 4},
+        {"ends among the edges", triangle + "EDGE 3\n1 2 1 0\n2 3 1 0\n", edgeEnd, 10},
+        {"ends behind EDGE, with a huge count", triangle + "EDGE 2147483647\n", edgeEnd, 8},
+        {"an edge too short", triangle + "EDGE 3\n1 2 1\n2 3 1 0\n3 1 1 0\n", integer, 9},
+        {"vertex 0", triangle + "EDGE 3\n0 2 1 0\n", vertex, 9},
+        {"vertex above the clump's", triangle + "EDGE 3\n1 4 1 0\n", vertex, 9},
+        {"a vertex of the clump before", triangle + "EDGE 3\n1 2 1 0\n2 3 1 0\n3 1 1 0\nCLUMP b 1 0\n0 0 0\nEDGE 1\n2 1 0 0\n", vertex, 15},
+        {"facet above the clump's", triangle + "EDGE 3\n1 2 2 0\n", loop, 9},
+        {"negative facet", triangle + "EDGE 3\n1 2 1 -1\n", loop, 9},
+        {"no vertex at all", e + "CLUMP a 0 0\nEDGE 1\n1 1 0 0\n", vertex, 5},
+        {"a facet without edges", triangle + "EDGE 0\n", loop, 8},
+        {"a loop that is open", triangle + "EDGE 2\n1 2 1 0\n2 3 1 0\n", loop, 8},
+        {"a loop whose edges run against each other", triangle + "EDGE 3\n1 2 1 0\n2 3 1 0\n1 3 1 0\n", loop, 8},
+        {"the second facet is open", e + "CLUMP a 3 2\n0 0 0\n1 0 0\n0 1 0\nm\nm\nEDGE 3\n1 2 1 2\n2 3 1 2\n3 1 1 0\n", loop, 9},
     };
-    for (const auto& c : cases) {
-        SilentReporter silent;
-        const Handle<ManFile> model(new ManFile(std::string(BELVOR_SOURCE_DIR "/samples/man/") + c.file, silent));
-        Statistics counts{};
-        model->statistics(counts);
-        EXPECT_EQ(counts.vertices, c.counts.vertices) << c.file;
-        EXPECT_EQ(counts.edges, c.counts.edges) << c.file;
-        EXPECT_EQ(counts.facets, c.counts.facets) << c.file;
-        EXPECT_EQ(counts.materials, c.counts.materials) << c.file;
-        EXPECT_EQ(model->units().code, c.units.code) << c.file;
-        // Facets that are flat: every corner lies on its facet's plane.
-        for (std::uint32_t i = 0; i < counts.facets; ++i)
-            for (std::uint32_t e = model->facet(i).firstEdge; e < model->facet(i).firstEdge + model->facet(i).edgeCount; ++e)
-                EXPECT_NEAR(model->facet(i).plane.distanceTo(model->vertex(model->edge(e).from).position), 0.0, 1e-6) << c.file << " facet " << i + 1;
+    for (const auto& c : cases)
+        EXPECT_EQ(faultOf(c.text), c.fault + " at line " + std::to_string(c.line) + " in test.man") << c.why;
+}
+
+/// A file may be cut anywhere, in a download or a full disk.
+TEST(ManFile, EveryPrefixOfAFileIsReadOrRefused)
+{
+    const std::string whole = "KRVT v5.1.0 MAN file\nUNITS 2 1\nMATERIAL m 0 0.5 1\nEND\nCLUMP a 3 1\n0 0 0\n1.5 0 0\n0 1 0\nm\n"
+                              "EDGE 3\n1 2 1 0\n2 3 1 0\n3 1 1 0\n";
+    const std::size_t firstWhole = whole.find("END\n") + 3;
+    for (std::size_t length = 0; length <= whole.size(); ++length) {
+        const std::string fault = faultOf(whole.substr(0, length));
+        const bool complete = length >= whole.size() - 1 || length == firstWhole || length == firstWhole + 1;
+        EXPECT_EQ(fault == "none", complete) << length << " bytes: " << fault;
     }
+}
+
+TEST(ManFile, AMissingFileIsTheSystemsError)
+{
+    SilentReporter silent;
+    EXPECT_THROW(ManFile("no/such.man", silent), Win32Error);
 }
 
 }   // namespace belvor

@@ -100,25 +100,6 @@ TEST(Things, ReportsVerticesAndFacetsByTheCountsOfTheFile)
     }
 }
 
-TEST(Things, OfTheSamplesHaveTheirKnownSizes)
-{
-    const struct { const char* name; std::uint32_t vertices, edges, facets; Point<3> centre; double radius; } cases[] = {
-        {"teapot.thf", 792, 2976, 992, {0, 0, 0}, 16.6916316833595},
-        {"bunny.thf", 1839, 11022, 3674, {-0.0048125, -0.040403, 4.8257995}, 6.6390636630758},
-    };
-    for (const auto& c : cases) {
-        SilentReporter silent;
-        const std::string path = BELVOR_SOURCE_DIR "/samples/" + std::string(c.name);
-        const Handle<Model> model = readModel(path, fileTypeOf(path), silent);
-        EXPECT_EQ(model->vertexCount(), c.vertices);
-        EXPECT_EQ(model->edgeCount(), c.edges);
-        EXPECT_EQ(model->facetCount(), c.facets);
-        const ModelPlace place = test::placeOf(*model);
-        EXPECT_NEAR(place.radius, c.radius, 1e-12);
-        EXPECT_NEAR((place.centre - c.centre).length(), 0, 1e-12);
-    }
-}
-
 TEST(Things, ThatCannotBeOpenedNameTheFile)
 {
     SilentReporter silent;

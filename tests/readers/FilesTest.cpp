@@ -1,0 +1,85 @@
+#include "app/errors/BadFile.h"
+#include "fuzz/DrawSmall.h"
+#include "readers/ModelFile.h"
+#include "tests/support/Models.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace belvor {
+namespace {
+
+const std::string root = BELVOR_SOURCE_DIR;
+
+std::vector<std::string> corpus(const std::string& folder)
+{
+    std::vector<std::string> paths;
+    for (const auto& entry : std::filesystem::directory_iterator(root + "/fuzz/corpus/" + folder)) paths.push_back(entry.path().string());
+    return paths;
+}
+
+}   // namespace
+
+/// Every input that a fuzz run found worth keeping is read and drawn, refused with a fault that tells its place, or given up.
+TEST(Corpus, OfModelsIsReadOrRefused)
+{
+    const struct { const char* folder; FileType type; int drawn; } cases[] = {
+        {"things", FileType::things, 3}, {"dxf", FileType::dxf, 10}, {"man", FileType::man, 2}};
+    for (const auto& c : cases) {
+        int drawn = 0;
+        for (const std::string& path : corpus(c.folder)) {
+            test::RecordingReporter patience(1000);
+            try {
+                const Handle<Model> model = readModel(path, c.type, patience);
+                for (std::uint32_t i = 0; c.type == FileType::dxf && i < model->facetCount(); ++i)
+                    EXPECT_NEAR(model->facet(i).plane.normal().length(), 1.0, 1e-9) << path << ", facet " << i;
+                if (model->facetCount() < 2000) drawSmall(*model);
+                drawn += model->facetCount() > 0;
+            } catch (const BadFile& fault) {
+                EXPECT_TRUE(fault.line() >= 1 || c.type == FileType::things) << path;
+            } catch (const Reporter::Abandoned&) {
+            }
+        }
+        EXPECT_GT(drawn, c.drawn) << c.folder;
+    }
+}
+
+TEST(Corpus, OfViewsIsReadOrRefused)
+{
+    int accepted = 0;
+    for (const std::string& path : corpus("bvp")) {
+        ViewParameters view;
+        accepted += view.read(path, {1, 2, 3}, 4);
+        EXPECT_EQ(view.lights.size(), 5u) << path;
+    }
+    EXPECT_GT(accepted, 1);
+}
+
+TEST(Samples, HaveTheirKnownSizes)
+{
+    const struct { const char* name; std::uint32_t vertices, edges, facets, materials; } cases[] = {
+        {"teapot.thf", 792, 2976, 992, 1},
+        {"bunny.thf", 1839, 11022, 3674, 1},
+        {"dxf/every-entity.dxf", 1831, 1831, 422, 6},
+        {"dxf/village.dxf", 8484, 8484, 1545, 4},       // none of the frozen layer, none of what is off
+        {"dxf/others/PinkEggFromLW.dxf", 1152, 1152, 288, 1},
+        {"dxf/others/threeDFaces.dxf", 48, 48, 12, 1},
+        {"dxf/others/ae.r12b.dxf", 36, 36, 1, 1},
+        {"dxf/others/BlockClippedBasicTransform.dxf", 216, 216, 6, 1},
+        {"man/flange.man", 152, 456, 78, 2},
+        {"man/star.man", 24, 72, 14, 2},
+        {"man/lighthouse.man", 91, 350, 88, 5},
+    };
+    for (const auto& c : cases) {
+        SilentReporter silent;
+        const std::string path = root + "/samples/" + c.name;
+        const Handle<Model> model = readModel(path, fileTypeOf(path), silent);
+        EXPECT_EQ(model->vertexCount(), c.vertices) << c.name;
+        EXPECT_EQ(model->edgeCount(), c.edges) << c.name;
+        EXPECT_EQ(model->facetCount(), c.facets) << c.name;
+        EXPECT_EQ(model->materials().size(), c.materials) << c.name;
+    }
+}
+
+}   // namespace belvor
