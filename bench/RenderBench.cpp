@@ -93,6 +93,32 @@ void renderToOmbrFile(benchmark::State& state, Kind kind)
     state.counters["facets"] = model.facetCount();
 }
 
+class FixedRow : public Buffer {
+public:
+    using Buffer::Buffer;
+    void lineDone(int) override {}
+};
+
+/// The file alone: a row of forty surfaces side by side, written again and again.
+void writeOmbrFile(benchmark::State& state)
+{
+    Model& model = modelOf(stack200);
+    const int width = static_cast<int>(state.range(0)), height = static_cast<int>(state.range(1));
+    const Scene scene = wholeScene(model, width, height);
+    const Handle<FixedRow> row = makeHandle<FixedRow>(width);
+    row->setModel(model);
+    row->clear();
+    const double depth = -scene.camera->scale / (0.5 * (scene.camera->near + scene.camera->far));
+    for (int i = 0; i < 40; ++i) row->fill({depth, 1e-9, static_cast<std::uint32_t>(i), i * width / 40, (i + 1) * width / 40});
+    const std::string path = temporaryNameFor((std::filesystem::temp_directory_path() / "belvor-bench.omb").string());
+    for (auto _ : state) {
+        OmbrPicture picture(path, Handle<Model>(&model), scene.camera, width, height);
+        for (int y = 0; y < height; ++y) picture.writeRow(*row);
+        picture.finish();
+    }
+    removeFile(path);
+}
+
 /// The limit of the file alone: as many bytes through a stdio buffer of the same size.
 void writeBareBytes(benchmark::State& state)
 {
@@ -122,6 +148,7 @@ BENCHMARK_CAPTURE(renderToCounter, city600k, city600k)->Apply(sizes);
 BENCHMARK_CAPTURE(renderToOmbrFile, city600k, city600k)->Apply(sizes);
 BENCHMARK_CAPTURE(renderToCounter, stack200, stack200)->Apply(sizes);
 BENCHMARK_CAPTURE(renderToOmbrFile, stack200, stack200)->Apply(sizes);
+BENCHMARK(writeOmbrFile)->Apply(sizes);
 BENCHMARK(writeBareBytes)->Apply(sizes);
 
 }   // namespace

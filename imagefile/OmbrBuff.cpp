@@ -1,6 +1,8 @@
 #include "imagefile/OmbrBuff.h"
 
+#include <algorithm>
 #include <cstring>
+#include <span>
 #include <utility>
 
 namespace belvor {
@@ -14,6 +16,28 @@ CameraRecord recordOf(const Camera& camera, const Model& model)
     record.unitsScale = model.units().scale;
     record.unitsCode = model.units().code;
     return record;
+}
+
+/// Where the run of equal owners from `first` on ends; looks at two at a time.
+std::size_t endOfRun(std::span<const std::uint32_t> owners, std::size_t first)
+{
+    const std::uint64_t pair = owners[first] * std::uint64_t{0x100000001};
+    std::size_t end = first + 1;
+    for (std::uint64_t next = 0; end + 2 <= owners.size(); end += 2) {
+        std::memcpy(&next, &owners[end], sizeof next);
+        if (next != pair) break;
+    }
+    while (end < owners.size() && owners[end] == owners[first]) ++end;
+    return end;
+}
+
+/// `count` pixels of one colour, written four at a time.
+void repeatColour(const std::uint8_t* colour, std::size_t count, std::uint8_t* pixels)
+{
+    std::uint8_t four[12];
+    for (std::size_t i = 0; i < sizeof four; ++i) four[i] = colour[i % 3];
+    for (; count >= 4; count -= 4, pixels += 12) std::memcpy(pixels, four, 12);
+    std::memcpy(pixels, four, 3 * count);
 }
 
 /// The sizes as the file holds them, once they are known to fit.
@@ -37,23 +61,37 @@ OmbrPicture::OmbrPicture(const std::string& path, Handle<Model> scene, Handle<Ca
 
 void OmbrPicture::writeRow(const Buffer& row)
 {
-    const int width = row.width();
-    std::uint32_t owner = Buffer::noFacet;   // of the pixel before: neighbours mostly share a facet
-    std::uint16_t number = 0;
-    std::uint8_t colour[3] = {0, 0, 0};
-    for (int i = 0; i < width; ++i) {
-        const auto at = static_cast<std::size_t>(i);
-        if (row.owner(i) != owner) {
-            owner = row.owner(i);
-            const Facet* const facet = owner == Buffer::noFacet ? nullptr : &row.facet(owner);
-            number = facet ? facet->material->index : std::uint16_t{0};
-            for (std::size_t c = 0; c < 3; ++c) colour[c] = facet ? facet->colour[c] : std::uint8_t{0};
+    const std::span<const std::uint32_t> owners = row.owners();
+    const std::size_t width = owners.size();
+    std::size_t covered = 0;   // pixels up to `first` that have a surface and no depth code yet
+    for (std::size_t first = 0, end = 0; first < width; first = end) {   // neighbours mostly share a facet
+        const std::uint32_t owner = owners[first];
+        end = endOfRun(owners, first);
+        if (owner != Buffer::noFacet) {
+            const Facet& facet = row.facet(owner);
+            fillRun(first, end, facet.material->index, facet.colour);
+            covered += end - first;
+        } else {
+            static constexpr std::uint8_t black[3] = {0, 0, 0};
+            fillRun(first, end, 0, black);
+            std::fill(&file.depth[first], &file.depth[end - 1] + 1, OmbrFile::noDepth);
+            codeDepths(row, first - covered, first);
+            covered = 0;
         }
-        file.depth[at] = owner == Buffer::noFacet ? OmbrFile::noDepth : camera->depthCode(row.depth(i));
-        file.material[at] = number;
-        std::memcpy(&file.rgb[3 * at], colour, 3);
     }
+    codeDepths(row, width - covered, width);
     file.writeRow();
+}
+
+void OmbrPicture::fillRun(std::size_t first, std::size_t end, std::uint16_t material, const std::uint8_t* colour)
+{
+    std::fill(&file.material[first], &file.material[end - 1] + 1, material);
+    repeatColour(colour, end - first, &file.rgb[3 * first]);
+}
+
+void OmbrPicture::codeDepths(const Buffer& row, std::size_t first, std::size_t end)
+{
+    if (first < end) camera->depthCodes(row.depths().subspan(first, end - first), &file.depth[first]);
 }
 
 void OmbrPicture::finish()

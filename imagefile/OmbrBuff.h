@@ -25,6 +25,9 @@ public:
     void finish();
 
 private:
+    void fillRun(std::size_t first, std::size_t end, std::uint16_t material, const std::uint8_t* colour);
+    void codeDepths(const Buffer& row, std::size_t first, std::size_t end);
+
     Handle<Model> model;
     Handle<Camera> camera;
     OmbrFile file;

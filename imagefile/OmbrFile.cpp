@@ -48,6 +48,13 @@ void addVector(LittleEndian& bytes, const Vector<3>& v) { bytes.f64(v[0]).f64(v[
 
 std::uint32_t strideOf(long long width) { return static_cast<std::uint32_t>((9 * width + 3) / 4 * 4); }
 
+/// `count` numbers that lie in a row record from byte `at` on.
+template <class T>
+std::span<T> numbersIn(std::vector<unsigned char>& record, std::size_t at, std::size_t count)
+{
+    return {reinterpret_cast<T*>(record.data() + at), count};
+}
+
 }   // namespace
 
 /// Where the strips of one image are written down.
@@ -79,9 +86,10 @@ void OmbrFile::checkSize(long long width, long long height, unsigned long long m
     if (!good) throw Error(EFBIG);
 }
 
-OmbrFile::OmbrFile(const std::string& path, std::uint16_t w, std::uint16_t h, std::string versionText, const CameraRecord& record)
-    : rgb(3u * w), depth(w), material(w), file(openFile(path, "wb")), width(w), height(h), version(std::move(versionText)),
-      camera(record), padding(strideOf(w) - 9u * w), stride(strideOf(w))
+OmbrFile::OmbrFile(const std::string& path, std::uint16_t w, std::uint16_t h, std::string versionText, const CameraRecord& view)
+    : record(strideOf(w)), depth(numbersIn<std::uint32_t>(record, 0, w)), material(numbersIn<std::uint16_t>(record, 4u * w, w)),
+      rgb(record.data() + 6u * w, 3u * w), file(openFile(path, "wb")), width(w), height(h), version(std::move(versionText)),
+      camera(view)
 {
     if (!file) throw Error();
     try {
@@ -121,21 +129,14 @@ std::uint32_t OmbrFile::position()
     return static_cast<std::uint32_t>(at);
 }
 
-void OmbrFile::writeRow()
-{
-    static constexpr char zeros[4] = {};
-    write(depth.data(), 4u * width);
-    write(material.data(), 2u * width);
-    write(rgb.data(), 3u * width);
-    write(zeros, padding);
-}
+void OmbrFile::writeRow() { write(record.data(), record.size()); }
 
 void OmbrFile::addMaterial(std::uint16_t index, std::uint8_t red, std::uint8_t green, std::uint8_t blue, const std::string& name)
 {
     const std::uint32_t at = position();
-    LittleEndian record;
-    record.u32(lastMaterial).u16(index).u8(red).u8(green).u8(blue).text(name, at);
-    write(record.data());
+    LittleEndian bytes;
+    bytes.u32(lastMaterial).u16(index).u8(red).u8(green).u8(blue).text(name, at);
+    write(bytes.data());
     lastMaterial = at;
     ++materialCount;
 }
@@ -164,7 +165,7 @@ OmbrFile::Channel OmbrFile::writeStrips(std::uint32_t inRecord, std::uint16_t by
 {
     const std::uint32_t offsetsAt = position();
     LittleEndian offsets, counts;
-    for (std::uint32_t row = 0; row < height; ++row) offsets.u32(dataStart + row * stride + inRecord);
+    for (std::uint32_t row = 0; row < height; ++row) offsets.u32(dataStart + row * strideOf(width) + inRecord);
     for (std::uint32_t row = 0; row < height; ++row) counts.u16(byteCount);
     write(offsets.data());
     const std::uint32_t countsAt = position();

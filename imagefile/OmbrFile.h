@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -51,12 +52,17 @@ public:
     /// Writes the directories and closes the file. Does nothing when it is closed already. Throws Error.
     virtual void close();
 
-    std::vector<std::uint8_t> rgb;          ///< Three bytes a pixel of the row to write.
-    std::vector<std::uint32_t> depth;       ///< Depth codes of the row.
-    std::vector<std::uint16_t> material;    ///< Material numbers of the row.
-
 private:
     struct Channel;
+
+    std::vector<unsigned char> record;   // of a row, as the file has it
+
+public:
+    const std::span<std::uint32_t> depth;       ///< Depth codes of the row to write.
+    const std::span<std::uint16_t> material;    ///< Material numbers of the row.
+    const std::span<std::uint8_t> rgb;          ///< Three bytes a pixel of the row.
+
+private:
 
     void write(const void* bytes, std::size_t count);
     void write(const std::string& bytes) { write(bytes.data(), bytes.size()); }
@@ -73,8 +79,6 @@ private:
     const std::uint16_t width, height;
     const std::string version;
     const CameraRecord camera;
-    const std::uint32_t padding;   // zero bytes at the end of a row record
-    const std::uint32_t stride;
     std::uint32_t dataStart = 0;
     std::uint32_t lastMaterial = 0, materialCount = 0;
     bool failed = false;

@@ -9,14 +9,14 @@
 namespace belvor {
 
 Buffer::Buffer(int width)
-    : rowWidth(width), depths(static_cast<std::size_t>(width)), owners(static_cast<std::size_t>(width))
+    : rowWidth(width), rowDepths(static_cast<std::size_t>(width)), rowOwners(static_cast<std::size_t>(width))
 {
 }
 
 void Buffer::clear()
 {
-    std::fill(depths.begin(), depths.end(), std::numeric_limits<double>::max());
-    std::fill(owners.begin(), owners.end(), noFacet);
+    std::fill(rowDepths.begin(), rowDepths.end(), std::numeric_limits<double>::max());
+    std::fill(rowOwners.begin(), rowOwners.end(), noFacet);
 }
 
 void Buffer::scanFacets(std::span<const ActiveFacet> active, const Camera& camera)
@@ -53,8 +53,8 @@ void Buffer::scanOddFacet(const ActiveFacet& active, const Camera& camera) noexc
 
 void Buffer::fill(const SpanFill& span) noexcept
 {
-    double* const nearest = depths.data();
-    std::uint32_t* const owner = owners.data();
+    double* const nearest = rowDepths.data();
+    std::uint32_t* const owner = rowOwners.data();
     double depth = span.depth;
     for (int i = span.first; i < span.end; ++i) {
         const double old = nearest[i];

@@ -46,9 +46,12 @@ public:
 
     int width() const noexcept { return rowWidth; }
     /// The nearest facet's place in the store, or noFacet.
-    std::uint32_t owner(int column) const noexcept { return owners[static_cast<std::size_t>(column)]; }
+    std::uint32_t owner(int column) const noexcept { return rowOwners[static_cast<std::size_t>(column)]; }
     /// Screen depth; the largest double where no surface is.
-    double depth(int column) const noexcept { return depths[static_cast<std::size_t>(column)]; }
+    double depth(int column) const noexcept { return rowDepths[static_cast<std::size_t>(column)]; }
+    /// The same of every column.
+    std::span<const std::uint32_t> owners() const noexcept { return rowOwners; }
+    std::span<const double> depths() const noexcept { return rowDepths; }
     /// A facet by its place in the store.
     const Facet& facet(std::uint32_t place) const noexcept { return facets->facet(place); }
 
@@ -57,8 +60,8 @@ private:
 
     const Model* facets = nullptr;
     int rowWidth;
-    std::vector<double> depths;
-    std::vector<std::uint32_t> owners;
+    std::vector<double> rowDepths;
+    std::vector<std::uint32_t> rowOwners;
 };
 
 }   // namespace belvor

@@ -1,6 +1,7 @@
 #include "scene/Camera.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 
 namespace belvor {
@@ -20,6 +21,35 @@ double usableScale(const CameraView& view, double largest) noexcept
     return fitted > 0.0 && fitted <= largest ? fitted : largest;
 }
 
+/// The low 32 bits of a code once it is truncated; 0 for one that is not finite.
+std::uint32_t truncated(double code) noexcept
+{
+    if (!std::isfinite(code)) return 0;
+    return static_cast<std::uint32_t>(static_cast<std::int64_t>(std::fmod(code, 4294967296.0)));
+}
+
+/// The codes of depths whose exact code is `exact(depth)`. First as if all lay in the range,
+/// in steps that a processor does for several depths at a time: adding 2^52 leaves no bits
+/// for fractions, so that the sum's low bits are the integer, and its high bits tell whether
+/// it was one of 32 bits.
+template <class Exact>
+void truncateAll(std::span<const double> depths, std::uint32_t* codes, Exact exact) noexcept
+{
+    constexpr double noFractions = 4503599627370496.0;
+    constexpr auto pattern = std::bit_cast<std::uint64_t>(noFractions);
+    std::uint64_t differences = 0;
+    for (std::size_t i = 0; i < depths.size(); ++i) {
+        const double code = exact(depths[i]);
+        const double rounded = code + noFractions;
+        const double rest = code - (rounded - noFractions);   // negative when it was rounded up
+        const auto bits = std::bit_cast<std::uint64_t>(rounded) - (std::bit_cast<std::uint64_t>(rest) >> 63);
+        differences |= bits ^ pattern;
+        codes[i] = static_cast<std::uint32_t>(bits);
+    }
+    if (differences >> 32 == 0) return;
+    for (std::size_t i = 0; i < depths.size(); ++i) codes[i] = truncated(exact(depths[i]));
+}
+
 }   // namespace
 
 Camera::Camera(const CameraView& view, double largestScale) noexcept
@@ -33,12 +63,6 @@ Camera::Camera(const CameraView& view, double largestScale) noexcept
 CameraRecord Camera::record(std::uint32_t kind) const noexcept
 {
     return {kind, eye, frame.right, frame.up, frame.forward, {0, 0, 1}, {}, {}, near, far};
-}
-
-std::uint32_t Camera::truncatedCode(double code) const noexcept
-{
-    if (!std::isfinite(code) || far == near) return 0;
-    return static_cast<std::uint32_t>(static_cast<std::int64_t>(std::clamp(code, -9e18, 9e18)));
 }
 
 PerspectiveCamera::PerspectiveCamera(const CameraView& view) noexcept : Camera(view, 1e15) {}
@@ -76,9 +100,9 @@ CameraRecord PerspectiveCamera::describe() const noexcept
     return result;
 }
 
-std::uint32_t PerspectiveCamera::depthCode(double depth) const noexcept
+void PerspectiveCamera::depthCodes(std::span<const double> depths, std::uint32_t* codes) const noexcept
 {
-    return truncatedCode((-(scale / depth) - near) * depthScale);
+    truncateAll(depths, codes, [s = scale, n = near, d = depthScale](double depth) { return (-(s / depth) - n) * d; });
 }
 
 ParallelCamera::ParallelCamera(const CameraView& view) noexcept
@@ -115,9 +139,10 @@ CameraRecord ParallelCamera::describe() const noexcept
     return result;
 }
 
-std::uint32_t ParallelCamera::depthCode(double depth) const noexcept
+void ParallelCamera::depthCodes(std::span<const double> depths, std::uint32_t* codes) const noexcept
 {
-    return truncatedCode((depth / scale + far - near) * depthScale);
+    truncateAll(depths, codes,
+                [s = scale, f = far, n = near, d = depthScale](double depth) { return (depth / s + f - n) * d; });
 }
 
 }   // namespace belvor

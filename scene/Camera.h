@@ -5,6 +5,7 @@
 #include "scene/Ray.h"
 
 #include <cstdint>
+#include <span>
 
 namespace belvor {
 
@@ -42,9 +43,10 @@ public:
     /// Whether the eye is on the side of the plane that its normal points to.
     virtual bool faces(const Plane& plane) const noexcept = 0;
     virtual CameraRecord describe() const noexcept = 0;
-    /// Screen depth as the image file stores it: 0 at the near end of the range, 4294967294
-    /// at the far end, kept to its low 32 bits; 0 for a depth that is not finite.
-    virtual std::uint32_t depthCode(double depth) const noexcept = 0;
+    /// Screen depths as the image file stores them, one code for each: 0 at the near end of
+    /// the range, 4294967294 at the far end, truncated and kept to its low 32 bits; 0 for a
+    /// depth that is not finite. `codes` has room for as many as `depths`.
+    virtual void depthCodes(std::span<const double> depths, std::uint32_t* codes) const noexcept = 0;
 
     const Ray frame;
     const std::uint32_t width, height;
@@ -58,7 +60,6 @@ protected:
     /// `largestScale` takes the place of a scale that is no usable number.
     Camera(const CameraView& view, double largestScale) noexcept;
     CameraRecord record(std::uint32_t kind) const noexcept;
-    std::uint32_t truncatedCode(double code) const noexcept;
 };
 
 class PerspectiveCamera : public Camera {
@@ -69,7 +70,7 @@ public:
     Point<3> unproject(const Point<3>& screen) const noexcept override;
     bool faces(const Plane& plane) const noexcept override;
     CameraRecord describe() const noexcept override;
-    std::uint32_t depthCode(double depth) const noexcept override;
+    void depthCodes(std::span<const double> depths, std::uint32_t* codes) const noexcept override;
 };
 
 class ParallelCamera : public Camera {
@@ -80,7 +81,7 @@ public:
     Point<3> unproject(const Point<3>& screen) const noexcept override;
     bool faces(const Plane& plane) const noexcept override;
     CameraRecord describe() const noexcept override;
-    std::uint32_t depthCode(double depth) const noexcept override;
+    void depthCodes(std::span<const double> depths, std::uint32_t* codes) const noexcept override;
 
     const Point<3> reference;   ///< A point on the far plane.
 };

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <vector>
 
 namespace belvor {
 namespace {
@@ -54,7 +55,10 @@ TEST(Camera, ProjectsTheBoxAsWorkedOutByHand)
             const Point<3> screen = camera->project(p.model);
             expectNear(screen, p.screen, 1e-12, "projected");
             expectNear(camera->unproject(screen), p.model, 1e-13, "and back");
-            EXPECT_NEAR(camera->depthCode(screen[2]), p.code, 2);
+            const double depth[] = {screen[2]};
+            std::uint32_t code = 0;
+            camera->depthCodes(depth, &code);
+            EXPECT_NEAR(code, p.code, 2);
         }
     }
 }
@@ -123,12 +127,31 @@ TEST(Camera, StaysFiniteForViewsWithoutSize)
 
 TEST(Camera, DepthCodesKeepTheirLow32Bits)
 {
-    const Handle<Camera> camera = boxScene(false).camera;
-    EXPECT_EQ(camera->depthCode(0.0), 0u) << "infinite";
-    EXPECT_EQ(camera->depthCode(std::nan("")), 0u);
-    const double behindFar = -camera->scale / (camera->far + 1.0);
-    EXPECT_EQ(camera->depthCode(behindFar),
-              static_cast<std::uint32_t>(static_cast<std::int64_t>((-(camera->scale / behindFar) - camera->near) * camera->depthScale)));
+    for (const bool parallel : {false, true}) {
+        const Handle<Camera> camera = boxScene(parallel).camera;
+        const auto depthOf = [&](double code) {
+            const double distance = code / camera->depthScale + camera->near;
+            return parallel ? (distance - camera->far) * camera->scale : -camera->scale / distance;
+        };
+        const auto exact = [&](double depth) {
+            return parallel ? (depth / camera->scale + camera->far - camera->near) * camera->depthScale
+                            : (-(camera->scale / depth) - camera->near) * camera->depthScale;
+        };
+        std::vector<double> depths;
+        for (const double code : {0.0, 0.5, 1.5, 12345.75, 2147483647.5, 2147483648.5, 3e9, 4294967294.0}) depths.push_back(depthOf(code));
+        for (int pass = 0; pass < 2; ++pass) {   // a row within the range, and one that leaves it
+            std::vector<std::uint32_t> codes(depths.size());
+            camera->depthCodes(depths, codes.data());
+            for (std::size_t i = 0; i < depths.size(); ++i)
+                EXPECT_EQ(codes[i], static_cast<std::uint32_t>(static_cast<std::int64_t>(exact(depths[i])))) << i << ' ' << parallel;
+            for (const double code : {-1.5, -3e9, 4294967296.5, 1e15}) depths.push_back(depthOf(code));
+        }
+        const double notFinite[] = {std::nan(""), parallel ? -HUGE_VAL : 0.0};
+        std::uint32_t codes[2] = {1, 1};
+        camera->depthCodes(notFinite, codes);
+        EXPECT_EQ(codes[0], 0u);
+        EXPECT_EQ(codes[1], 0u) << "infinite";
+    }
 }
 
 }   // namespace belvor
