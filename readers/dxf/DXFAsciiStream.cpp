@@ -1,7 +1,6 @@
-#include "readers/dxf/DXFAsciiStream.h"
-
 #include "app/errors/BadFile.h"
 #include "calcore/Number.h"
+#include "readers/dxf/DXFStream.h"
 
 #include <bit>
 #include <cstring>
@@ -35,37 +34,76 @@ const char* findLineEnd(const char* at, const char* end) noexcept
     return at;
 }
 
-}   // namespace
+/// The text encoding: a line with the code, a line with the value. A line ends with CR, LF,
+/// CR LF or LF CR.
+class DXFAsciiStream final : public DXFGroupStream<DXFAsciiStream> {
+public:
+    explicit DXFAsciiStream(Source source)
+        : DXFGroupStream(std::move(source)), codeLineEnd(begin), wordStart(begin), wordEnd(begin)
+    {
+    }
 
-/// Past the line that starts at `line`; its text ends at `textEnd`.
-inline const char* DXFAsciiStream::stepOver(const char* line, const char*& textEnd) const noexcept
-{
-    const char* p = textEnd = findLineEnd(line, end);
-    if (p == end) return p;
-    const char other = *p == '\n' ? '\r' : '\n';
-    ++p;
-    return p != end && *p == other ? p + 1 : p;
-}
-
-inline bool DXFAsciiStream::takeCode(DXFGroup& group)
-{
-    if (at == end) return false;
-    group.line = currentLine;
-    const char* p = at;
-    while (p != end && *p == ' ') ++p;
-    unsigned code = 0;
-    const char* const digits = p;
-    const char* const limit = end - p > 5 ? p + 5 : end;   // fits 16 bits after the cast, whatever the digits
-    for (; p != limit && isDigit(*p); ++p) code = code * 10 + static_cast<unsigned>(*p - '0');
-    if (p != digits && p != end && isLineEnd(*p)) {
-        codeLineEnd = p;
-        group.code = static_cast<std::uint16_t>(code);
+    bool takeCode(DXFGroup& group)
+    {
+        if (at == end) return false;
+        group.line = currentLine;
+        const char* p = at;
+        while (p != end && *p == ' ') ++p;
+        unsigned code = 0;
+        const char* const digits = p;
+        const char* const limit = end - p > 5 ? p + 5 : end;   // fits 16 bits after the cast, whatever the digits
+        for (; p != limit && isDigit(*p); ++p) code = code * 10 + static_cast<unsigned>(*p - '0');
+        if (p != digits && p != end && isLineEnd(*p)) {
+            codeLineEnd = p;
+            group.code = static_cast<std::uint16_t>(code);
+            return true;
+        }
+        codeLineEnd = at;   // not known: the line is looked through again
+        group.code = parseCode();
         return true;
     }
-    codeLineEnd = at;   // not known: the line is looked through again
-    group.code = parseCode();
-    return true;
-}
+
+    void takeValue(DXFGroup& group)
+    {
+        group.text = takeLine(group);
+        group.type = valueTypeOf(group.code);
+        group.converted = false;
+    }
+
+    void passValue(const DXFGroup& group) { takeLine(group); }
+
+private:
+    /// The value's line, which ends the group.
+    std::string_view takeLine(const DXFGroup& group)
+    {
+        const char* textEnd;
+        const char* const value = stepOver(codeLineEnd, textEnd);
+        if (value == end) throw BadFile(BadFile::badGroupValue, fileName(), group.line);
+        at = stepOver(value, textEnd);
+        currentLine += 2;
+        return {value, static_cast<std::size_t>(textEnd - value)};
+    }
+
+    /// Past the line that starts at `line`; its text ends at `textEnd`.
+    const char* stepOver(const char* line, const char*& textEnd) const noexcept
+    {
+        const char* p = textEnd = findLineEnd(line, end);
+        if (p == end) return p;
+        const char other = *p == '\n' ? '\r' : '\n';
+        ++p;
+        return p != end && *p == other ? p + 1 : p;
+    }
+
+    std::uint16_t parseCode();
+
+    const char* codeLineEnd;   // the line end of the code that takeCode() read last
+
+    // The number found last beyond a run of blanks, and where that run starts: blank lines
+    // lead to the same number from each of their places, and are looked through once.
+    const char* wordStart;
+    const char* wordEnd;
+    std::uint16_t wordCode = 0;
+};
 
 /// An integer as the C library would read it from `at`: blanks, line ends among them, a
 /// sign, digits; what follows does not matter. Never looks beyond the end of the data.
@@ -91,32 +129,8 @@ std::uint16_t DXFAsciiStream::parseCode()
     return wordCode;
 }
 
-inline void DXFAsciiStream::takeValue(DXFGroup& group)
-{
-    const char* textEnd;
-    const char* const value = stepOver(codeLineEnd, textEnd);
-    if (value == end) throw BadFile(BadFile::badGroupValue, fileName(), group.line);
-    at = stepOver(value, textEnd);
-    currentLine += 2;
-    group.text = {value, static_cast<std::size_t>(textEnd - value)};
-    group.type = valueTypeOf(group.code);
-    group.converted = false;
-}
+}   // namespace
 
-inline void DXFAsciiStream::passValue(DXFGroup& group)
-{
-    const char* textEnd;
-    const char* const value = stepOver(codeLineEnd, textEnd);
-    if (value == end) throw BadFile(BadFile::badGroupValue, fileName(), group.line);
-    at = stepOver(value, textEnd);
-    currentLine += 2;
-}
-
-bool DXFAsciiStream::readGroupCode(DXFGroup& group) { return takeCode(group); }
-void DXFAsciiStream::readGroupValue(DXFGroup& group) { takeValue(group); }
-void DXFAsciiStream::skipGroupValue(DXFGroup& group) { passValue(group); }
-
-bool DXFAsciiStream::skipToRecord(DXFGroup& group) { return skipGroups(*this, group); }
-void DXFAsciiStream::appendGroups(DXFRecord& groups) { readGroups(*this, groups); }
+std::unique_ptr<DXFStream> DXFStream::makeAscii(Source source) { return std::make_unique<DXFAsciiStream>(std::move(source)); }
 
 }   // namespace belvor

@@ -1,6 +1,5 @@
-#include "readers/dxf/DXFBinaryStream.h"
-
 #include "app/errors/BadFile.h"
+#include "readers/dxf/DXFStream.h"
 
 #include <bit>
 #include <cmath>
@@ -28,88 +27,83 @@ Unsigned littleEndian(const char* from) noexcept
     }
 }
 
+/// The binary encoding: little-endian codes of one byte (255 announces two more) or of two
+/// bytes throughout, then the value in the width of its type, texts up to a zero byte.
+class DXFBinaryStream final : public DXFGroupStream<DXFBinaryStream> {
+public:
+    explicit DXFBinaryStream(Source source) : DXFGroupStream(std::move(source))
+    {
+        goTo(begin + sentinel.size());
+        twoByteCodes = end - at >= 2 && at[0] == 0 && at[1] == 0;
+    }
+
+    bool takeCode(DXFGroup& group)
+    {
+        if (at == end) return false;
+        group.line = currentLine;
+        const std::size_t width = codeWidth();
+        need(at, width);
+        group.code = width == 1 ? static_cast<unsigned char>(*at) : littleEndian<std::uint16_t>(at + width - 2);
+        return true;
+    }
+
+    void takeValue(DXFGroup& group)
+    {
+        const char* const value = at + codeWidth();
+        group.type = valueTypeOf(group.code);
+        group.text = {};
+        group.converted = true;
+        switch (group.type) {
+        case DXFValueType::real:
+            group.number = std::bit_cast<double>(littleEndian<std::uint64_t>(need(value, 8)));
+            group.converted = std::isfinite(group.number);   // otherwise refused when asked for
+            return goTo(value + 8);
+        case DXFValueType::integer16:
+            group.number = static_cast<std::int16_t>(littleEndian<std::uint16_t>(need(value, 2)));
+            return goTo(value + 2);
+        case DXFValueType::integer32:
+            group.number = static_cast<std::int32_t>(littleEndian<std::uint32_t>(need(value, 4)));
+            return goTo(value + 4);
+        case DXFValueType::text: break;
+        }
+        const void* const zero = value == end ? nullptr : std::memchr(value, 0, static_cast<std::size_t>(end - value));
+        if (!zero) failPastEnd();
+        const char* const textEnd = static_cast<const char*>(zero);
+        group.text = {value, static_cast<std::size_t>(textEnd - value)};
+        goTo(textEnd + 1);
+    }
+
+    void passValue(DXFGroup& group) { takeValue(group); }
+
+private:
+    std::size_t codeWidth() const noexcept
+    {
+        if (twoByteCodes) return 2;
+        return static_cast<unsigned char>(*at) == escape ? 3 : 1;
+    }
+
+    /// For messages: offsets beyond 31 bits are told as the largest.
+    void goTo(const char* place) noexcept
+    {
+        constexpr auto most = std::numeric_limits<std::int32_t>::max();
+        at = place;
+        currentLine = at - begin > most ? most : static_cast<std::int32_t>(at - begin);
+    }
+
+    const char* need(const char* from, std::size_t count) const
+    {
+        if (static_cast<std::size_t>(end - from) < count) failPastEnd();
+        return from;
+    }
+
+    [[noreturn]] void failPastEnd() const { throw BadFile(BadFile::pastEnd, fileName(), currentLine); }
+
+    bool twoByteCodes;
+};
+
 }   // namespace
 
-DXFBinaryStream::DXFBinaryStream(Source source) : DXFStream(std::move(source))
-{
-    at = begin + sentinel.size();
-    currentLine = static_cast<std::int32_t>(sentinel.size());
-    twoByteCodes = end - at >= 2 && at[0] == 0 && at[1] == 0;
-}
-
-bool DXFBinaryStream::recognises(std::string_view bytes) noexcept { return bytes.substr(0, sentinel.size()) == sentinel; }
-
-inline std::size_t DXFBinaryStream::codeWidth() const noexcept
-{
-    if (twoByteCodes) return 2;
-    return static_cast<unsigned char>(*at) == escape ? 3 : 1;
-}
-
-/// For messages: offsets beyond 31 bits are told as the largest.
-inline std::int32_t DXFBinaryStream::offsetOf(const char* place) const noexcept
-{
-    constexpr auto most = std::numeric_limits<std::int32_t>::max();
-    return place - begin > most ? most : static_cast<std::int32_t>(place - begin);
-}
-
-inline const char* DXFBinaryStream::need(const char* from, std::size_t count) const
-{
-    if (static_cast<std::size_t>(end - from) < count) throw BadFile(BadFile::pastEnd, fileName(), offsetOf(at));
-    return from;
-}
-
-inline bool DXFBinaryStream::takeCode(DXFGroup& group)
-{
-    if (at == end) return false;
-    group.line = currentLine = offsetOf(at);
-    const std::size_t width = codeWidth();
-    need(at, width);
-    group.code = width == 1 ? static_cast<unsigned char>(*at) : littleEndian<std::uint16_t>(at + width - 2);
-    return true;
-}
-
-inline void DXFBinaryStream::takeValue(DXFGroup& group)
-{
-    const char* const value = at + codeWidth();
-    group.type = valueTypeOf(group.code);
-    group.text = {};
-    group.converted = true;
-    switch (group.type) {
-    case DXFValueType::real:
-        group.number = std::bit_cast<double>(littleEndian<std::uint64_t>(need(value, 8)));
-        group.converted = std::isfinite(group.number);   // otherwise refused when asked for
-        at = value + 8;
-        return;
-    case DXFValueType::integer16:
-        group.number = static_cast<std::int16_t>(littleEndian<std::uint16_t>(need(value, 2)));
-        at = value + 2;
-        return;
-    case DXFValueType::integer32:
-        group.number = static_cast<std::int32_t>(littleEndian<std::uint32_t>(need(value, 4)));
-        at = value + 4;
-        return;
-    case DXFValueType::text: break;
-    }
-    const void* const zero = value == end ? nullptr : std::memchr(value, 0, static_cast<std::size_t>(end - value));
-    if (!zero) throw BadFile(BadFile::pastEnd, fileName(), offsetOf(at));
-    const char* const textEnd = static_cast<const char*>(zero);
-    group.text = {value, static_cast<std::size_t>(textEnd - value)};
-    at = textEnd + 1;
-}
-
-inline void DXFBinaryStream::passValue(DXFGroup& group) { takeValue(group); }
-
-bool DXFBinaryStream::readGroupCode(DXFGroup& group) { return takeCode(group); }
-
-void DXFBinaryStream::readGroupValue(DXFGroup& group)
-{
-    takeValue(group);
-    currentLine = offsetOf(at);   // the loops below leave it to the code that follows
-}
-
-void DXFBinaryStream::skipGroupValue(DXFGroup& group) { readGroupValue(group); }
-
-bool DXFBinaryStream::skipToRecord(DXFGroup& group) { return skipGroups(*this, group); }
-void DXFBinaryStream::appendGroups(DXFRecord& groups) { readGroups(*this, groups); }
+bool DXFStream::isBinary(std::string_view bytes) noexcept { return bytes.substr(0, sentinel.size()) == sentinel; }
+std::unique_ptr<DXFStream> DXFStream::makeBinary(Source source) { return std::make_unique<DXFBinaryStream>(std::move(source)); }
 
 }   // namespace belvor

@@ -1,8 +1,5 @@
 #include "readers/dxf/DXFStream.h"
 
-#include "readers/dxf/DXFAsciiStream.h"
-#include "readers/dxf/DXFBinaryStream.h"
-
 #include <stdexcept>
 #include <utility>
 
@@ -31,8 +28,7 @@ std::unique_ptr<DXFStream> DXFStream::over(std::string_view bytes, const std::st
 
 std::unique_ptr<DXFStream> DXFStream::make(Source source)
 {
-    if (DXFBinaryStream::recognises(source.bytes)) return std::make_unique<DXFBinaryStream>(std::move(source));
-    return std::make_unique<DXFAsciiStream>(std::move(source));
+    return isBinary(source.bytes) ? makeBinary(std::move(source)) : makeAscii(std::move(source));
 }
 
 void DXFStream::checkProgress()

@@ -74,8 +74,9 @@ protected:
     };
     explicit DXFStream(Source source);
 
-    // The two loops over groups, in each encoding without a virtual call a group.
+    // Steps over groups up to a code 0 or 9, of which only the code is read; false at the end.
     virtual bool skipToRecord(DXFGroup& group) = 0;
+    // Appends groups up to a code 0 or 9, which stays unread.
     virtual void appendGroups(DXFRecord& groups) = 0;
 
     const char* const begin;
@@ -87,6 +88,9 @@ private:
     enum class State { positioned, firstGroup, loaded, pushedBack };
 
     static std::unique_ptr<DXFStream> make(Source source);
+    static std::unique_ptr<DXFStream> makeAscii(Source source);    // DXFAsciiStream.cpp
+    static std::unique_ptr<DXFStream> makeBinary(Source source);   // DXFBinaryStream.cpp
+    static bool isBinary(std::string_view bytes) noexcept;         // has the 22 bytes that mark a binary file
 
     std::unique_ptr<MappedFile> file;
     const std::string name;
@@ -96,28 +100,38 @@ private:
     State state = State::positioned;
 };
 
-/// Steps over groups up to a code 0 or 9, of which only the code is read. The encodings make
-/// the template a friend: it calls their inline halves, not the virtual operations.
-template <class Stream>
-bool skipGroups(Stream& stream, DXFGroup& group)
-{
-    while (stream.takeCode(group)) {
-        if (group.code == 0 || group.code == 9) return true;
-        stream.passValue(group);
-    }
-    return false;
-}
+/// What a stream does with groups, over the takeCode(), takeValue() and passValue() of an
+/// encoding: none of these is virtual, so that the loops make no call for a group.
+template <class Encoding>
+class DXFGroupStream : public DXFStream {
+public:
+    using DXFStream::DXFStream;
 
-/// Appends groups up to a code 0 or 9, which stays unread.
-template <class Stream>
-void readGroups(Stream& stream, DXFRecord& groups)
-{
-    for (;;) {
-        DXFGroup& group = groups.next();
-        if (!stream.takeCode(group) || group.code == 0 || group.code == 9) return;
-        stream.takeValue(group);
-        groups.keep();
+    bool readGroupCode(DXFGroup& group) final { return encoding().takeCode(group); }
+    void readGroupValue(DXFGroup& group) final { encoding().takeValue(group); }
+    void skipGroupValue(DXFGroup& group) final { encoding().passValue(group); }
+
+private:
+    bool skipToRecord(DXFGroup& group) final
+    {
+        while (encoding().takeCode(group)) {
+            if (group.code == 0 || group.code == 9) return true;
+            encoding().passValue(group);
+        }
+        return false;
     }
-}
+
+    void appendGroups(DXFRecord& groups) final
+    {
+        for (;;) {
+            DXFGroup& group = groups.next();
+            if (!encoding().takeCode(group) || group.code == 0 || group.code == 9) return;
+            encoding().takeValue(group);
+            groups.keep();
+        }
+    }
+
+    Encoding& encoding() noexcept { return static_cast<Encoding&>(*this); }
+};
 
 }   // namespace belvor
