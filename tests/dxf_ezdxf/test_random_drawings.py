@@ -15,6 +15,7 @@ import unittest
 import ezdxf
 from ezdxf.math import OCS, BoundingBox, Matrix44, Vec3
 from ezdxf.render.forms import extrude
+from ezdxf.render.trace import TraceBuilder
 
 PROGRAM = os.environ.get("BELVOR_RENDER", str(pathlib.Path(__file__).resolve().parents[2] / "build/release/bin/belvor-render"))
 VERSIONS = ("R12", "R2000", "R2004", "R2007", "R2010", "R2013", "R2018")
@@ -50,8 +51,12 @@ def face(entity):
     return [[entity.dxf.get(name) for name in ("vtx0", "vtx1", "vtx2", "vtx3")]]     # also a triangle keeps its fourth corner
 
 
-def mesh(entity):
-    return [virtual.wcs_vertices() for virtual in entity.virtual_entities()]
+def polyline(entity):
+    if entity.dxftype() == "POLYLINE" and not entity.is_2d_polyline:
+        return [face.wcs_vertices() for face in entity.virtual_entities()]
+    elevation = Vec3(0, 0, Vec3(entity.dxf.elevation).z if entity.dxftype() == "POLYLINE" else entity.dxf.elevation)
+    outlines = TraceBuilder.from_polyline(entity).faces()
+    return [[entity.ocs().to_wcs(Vec3(corner) + elevation) for corner in outline] for outline in outlines]
 
 
 def line(entity):
@@ -72,7 +77,7 @@ def ellipse(entity):
     return [list(entity.vertices([math.tau * k / 36 for k in range(36)]))]
 
 
-FACETS = {"3DFACE": face, "SOLID": solid, "TRACE": solid, "POLYLINE": mesh, "LINE": line, "CIRCLE": circle, "ARC": arc, "ELLIPSE": ellipse}
+FACETS = {"3DFACE": face, "SOLID": solid, "TRACE": solid, "POLYLINE": polyline, "LWPOLYLINE": polyline, "LINE": line, "CIRCLE": circle, "ARC": arc, "ELLIPSE": ellipse}
 
 
 def cells(insert):
@@ -168,6 +173,22 @@ class Drawing:
             if self.often(0.3):
                 record.dxf.vtx1 = -abs(record.dxf.vtx1)       # an edge that is not shown
 
+    def add_strip(self, space):
+        """A polyline of one width, without thickness: straight segments, long enough for mitres, that turn by up to 110 degrees."""
+        r, closed, sides = self.random, self.often(0.3), self.random.randint(5, 9)
+        width = self.size / r.uniform(20, 40)
+        turns = [360 / sides] * sides if closed else [r.uniform(-110, 110) for _ in range(r.randint(2, 6))]
+        corner, heading, points = self.point(), r.uniform(0, 360), []
+        for turn in turns:
+            points.append((corner.x, corner.y, width, width))
+            corner += Vec3.from_deg_angle(heading, self.size / 3 if closed else r.uniform(0.2, 1) * self.size)
+            heading += turn
+        flat = self.attributes("extrusion")
+        if self.doc.dxfversion > "AC1009" and self.often(0.5):
+            space.add_lwpolyline(points, "xyse", close=closed, dxfattribs={**flat, "elevation": self.length()})
+        else:
+            space.add_polyline2d(points, "xyse", close=closed, dxfattribs={**flat, "elevation": (0, 0, self.length())})
+
     def add_curve(self, space):
         kind = self.random.choice(("line", "circle", "arc", "ellipse"))
         flat = self.attributes("thickness", "extrusion")
@@ -250,6 +271,9 @@ class RandomDrawings(unittest.TestCase):
     def test_meshes(self):
         self.check_all(["polygon_mesh", "polyface"], self.flat)
 
+    def test_strips(self):
+        self.check_all(["strip"], self.flat)
+
     def test_curves(self):
         self.check_all(["curve"], self.flat)
 
@@ -257,7 +281,7 @@ class RandomDrawings(unittest.TestCase):
         self.check_all(["face"], self.nested)
 
     def test_inserted_anything(self):
-        self.check_all(["face", "solid", "polygon_mesh", "polyface", "curve"], self.nested)
+        self.check_all(["face", "solid", "polygon_mesh", "polyface", "strip", "curve"], self.nested)
 
 
 if __name__ == "__main__":
