@@ -45,17 +45,11 @@ def read_png(data):
 
 def unfilter(kind, line, above):
     need(kind <= 4, "PNG row filter")
-    for i in range(len(line)):
-        left, up, corner = (line[i - 3] if i >= 3 else 0), above[i], (above[i - 3] if i >= 3 else 0)
-        if kind == 1:
-            line[i] = line[i] + left & 255
-        elif kind == 2:
-            line[i] = line[i] + up & 255
-        elif kind == 3:
-            line[i] = line[i] + (left + up) // 2 & 255
-        elif kind == 4:
-            guess = left + up - corner
-            line[i] = line[i] + min((abs(guess - left), 0, left), (abs(guess - up), 1, up), (abs(guess - corner), 2, corner))[2] & 255
+    for i, up in enumerate(above):
+        left, corner = (line[i - 3], above[i - 3]) if i >= 3 else (0, 0)
+        guess = left + up - corner
+        nearest = min((left, up, corner), key=lambda value: abs(guess - value))      # the first of equals
+        line[i] = line[i] + (0, left, up, (left + up) // 2, nearest)[kind] & 255
 
 
 class Ombr:

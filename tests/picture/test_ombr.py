@@ -99,10 +99,8 @@ class OmbrBytes(Folder):
             self.skipTest("no TIFF library")
         tiff = ctypes.CDLL(library)
         tiff.TIFFOpen.restype = ctypes.c_void_p
-        tiff.TIFFReadRawStrip.restype = ctypes.c_ssize_t
-        tiff.TIFFReadRawStrip.argtypes = [ctypes.c_void_p, ctypes.c_uint32, ctypes.c_void_p, ctypes.c_ssize_t]
-        tiff.TIFFReadEncodedStrip.restype = ctypes.c_ssize_t
-        tiff.TIFFReadEncodedStrip.argtypes = [ctypes.c_void_p, ctypes.c_uint32, ctypes.c_void_p, ctypes.c_ssize_t]
+        for read in (tiff.TIFFReadRawStrip, tiff.TIFFReadEncodedStrip):
+            read.restype, read.argtypes = ctypes.c_ssize_t, [ctypes.c_void_p, ctypes.c_uint32, ctypes.c_void_p, ctypes.c_ssize_t]
         tiff.TIFFSetWarningHandler(None)
         for width, height in ((61, 47), (61, 2), (61, 1)):
             self.render("--size", f"{width}x{height}", "plates.thf", "p.omb", "p.png")
