@@ -17,8 +17,8 @@ public:
     constexpr Extent& operator+=(const Point<N>& p) noexcept
     {
         for (int axis = 0; axis < N; ++axis) {
-            if (p[axis] < low[axis]) low[axis] = p[axis];
-            if (p[axis] > high[axis]) high[axis] = p[axis];
+            low[axis] = p[axis] < low[axis] ? p[axis] : low[axis];
+            high[axis] = p[axis] > high[axis] ? p[axis] : high[axis];
         }
         return *this;
     }

@@ -62,7 +62,7 @@ struct EdgeTable::Box {
     }
 };
 
-EdgeTable::EdgeTable(const std::vector<Point<3>>& projectedVertices, BlockStore<Edge>& edgeStore, const BlockStore<Facet>& facetStore,
+EdgeTable::EdgeTable(const LargeVector<Point<3>>& projectedVertices, BlockStore<Edge>& edgeStore, const BlockStore<Facet>& facetStore,
                      int rowWidth, int rows, RowSpans& spans, Reporter& progress)
     : projected(projectedVertices), edges(edgeStore), facets(facetStore), width(rowWidth), height(rows), shortFacets(spans)
 {

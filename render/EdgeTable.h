@@ -34,7 +34,7 @@ public:
     /// 0 from 1/3 on, every 256 edges. A facet with a corner that is not a number is left
     /// out. `projected` are the vertices on the screen; `spans` is memory to work in, whatever
     /// it holds. All four must outlive the table.
-    EdgeTable(const std::vector<Point<3>>& projected, BlockStore<Edge>& edges, const BlockStore<Facet>& facets, int width,
+    EdgeTable(const LargeVector<Point<3>>& projected, BlockStore<Edge>& edges, const BlockStore<Facet>& facets, int width,
               int height, RowSpans& spans, Reporter& progress);
 
     /// Offers the runs of row `y` that are ready made.
@@ -101,7 +101,7 @@ private:
     bool cross(Polygon& polygon, int y);
     void addSorted(std::uint32_t facet, int y);
 
-    const std::vector<Point<3>>& projected;
+    const LargeVector<Point<3>>& projected;
     BlockStore<Edge>& edges;
     const BlockStore<Facet>& facets;
     const int width, height;

@@ -1,18 +1,26 @@
 #pragma once
 
-#include <cstddef>
+#include "platform/LargeMemory.h"
+
 #include <cstdint>
 #include <memory>
 #include <new>
+#include <type_traits>
 #include <vector>
 
 namespace belvor {
 
 /// A sequence that grows by blocks: elements never move, so references to them stay valid
-/// for the store's life, and growing copies nothing.
+/// for the store's life, and growing copies nothing. The elements end with the pool that
+/// their memory comes from, without being destroyed.
 template <class T>
 class BlockStore {
+    static_assert(std::is_trivially_copyable_v<T>);
+
 public:
+    /// `memory` must outlive the store.
+    explicit BlockStore(MemoryPool& memory) noexcept : pool(memory) {}
+
     static constexpr unsigned blockBits = 12;
     static constexpr std::uint32_t blockSize = 1u << blockBits;
 
@@ -23,31 +31,48 @@ public:
     T& append(const T& element)
     {
         if ((count & (blockSize - 1)) == 0 && (count >> blockBits) == blocks.size()) grow();
-        T& place = (*this)[count];
-        place = element;
+        T* const place = std::construct_at(&(*this)[count], element);
         ++count;
-        return place;
+        return *place;
+    }
+
+    /// Appends `number` elements, the i-th as `make(i)` gives it.
+    template <class Make>
+    void appendAll(std::uint32_t number, Make make)
+    {
+        for (std::uint32_t done = 0; done < number;) {
+            if ((count & (blockSize - 1)) == 0 && (count >> blockBits) == blocks.size()) grow();
+            T* const place = &(*this)[count];
+            const std::uint32_t room = blockSize - (count & (blockSize - 1)), left = number - done;
+            const std::uint32_t these = left < room ? left : room;
+            for (std::uint32_t i = 0; i < these; ++i) std::construct_at(place + i, make(done + i));
+            done += these;
+            count += these;
+        }
     }
 
     std::uint32_t size() const noexcept { return count; }
 
-    /// The elements of one block lie side by side; block(i) starts with element i × blockSize.
-    std::uint32_t blockCount() const noexcept { return (count + blockSize - 1) >> blockBits; }
-    std::uint32_t sizeOfBlock(std::uint32_t block) const noexcept
+    /// Every element, in order.
+    template <class Visit>
+    void forEach(Visit visit) const
     {
-        const std::uint32_t rest = count - (block << blockBits);
-        return rest < blockSize ? rest : blockSize;
+        for (std::uint32_t first = 0; first < count; first += blockSize) {
+            const T* const block = blocks[first >> blockBits];
+            const std::uint32_t number = count - first < blockSize ? count - first : blockSize;
+            for (std::uint32_t i = 0; i < number; ++i) visit(block[i]);
+        }
     }
-    T* block(std::uint32_t index) noexcept { return blocks[index].get(); }
-    const T* block(std::uint32_t index) const noexcept { return blocks[index].get(); }
 
 private:
     void grow()
     {
         if (count > UINT32_MAX - blockSize) throw std::bad_alloc();
-        blocks.push_back(std::make_unique_for_overwrite<T[]>(blockSize));
+        blocks.push_back(static_cast<T*>(pool.allocate(blockSize * sizeof(T))));
     }
-    std::vector<std::unique_ptr<T[]>> blocks;
+
+    MemoryPool& pool;
+    std::vector<T*> blocks;
     std::uint32_t count = 0;
 };
 

@@ -1,6 +1,7 @@
 #include "scene/Model.h"
 
 #include <algorithm>
+#include <cmath>
 #include <locale>
 #include <ostream>
 
@@ -12,11 +13,14 @@ Model::~Model() = default;
 void Model::bounds(Point<3>& centre, double& radius) const
 {
     Extent<3> extent = Extent<3>::nothing();
-    for (std::uint32_t i = 0; i < vertexCount(); ++i) extent += vertex(i).position;
+    vertexStore.forEach([&extent](const Vertex& vertex) { extent += vertex.position; });
     centre = extent.degenerate() ? Point<3>::origin() : extent.lo() + (extent.hi() - extent.lo()) * 0.5;
-    radius = 0.0;
-    for (std::uint32_t i = 0; i < vertexCount(); ++i)
-        radius = std::max(radius, (vertex(i).position - centre).length());
+    double largest = 0.0;   // the root of the largest square is the largest of the roots
+    vertexStore.forEach([&largest, middle = centre](const Vertex& vertex) {
+        const Vector<3> spoke = vertex.position - middle;
+        largest = std::max(largest, dot(spoke, spoke));
+    });
+    radius = std::sqrt(largest);
 }
 
 void Model::statistics(Statistics& counts) const
@@ -67,6 +71,16 @@ Edge& Model::addEdge(std::uint32_t from, std::uint32_t to)
     Edge& added = edgeStore.append({from, to});
     ++facetStore[facetCount() - 1].edgeCount;
     return added;
+}
+
+void Model::addPolygon(const Material& material, const Plane& plane, std::span<const Point<3>> corners)
+{
+    const auto sides = static_cast<std::uint32_t>(corners.size());
+    const std::uint32_t first = vertexCount();
+    Facet& facet = addFacet(material, plane);
+    vertexStore.appendAll(sides, [corners](std::uint32_t i) { return Vertex{corners[i]}; });
+    edgeStore.appendAll(sides, [=](std::uint32_t i) { return Edge{first + i, first + (i + 1 == sides ? 0 : i + 1)}; });
+    facet.edgeCount = sides;
 }
 
 Material& Model::findMaterial(std::string_view key)

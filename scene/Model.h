@@ -11,6 +11,7 @@
 #include <iosfwd>
 #include <map>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -86,6 +87,9 @@ public:
     /// An edge of the facet added last, between two stored vertices, given by number.
     Edge& addEdge(std::uint32_t from, std::uint32_t to);
 
+    /// A facet of one loop, with vertices of its own at the corners and an edge from each to the next.
+    void addPolygon(const Material& material, const Plane& plane, std::span<const Point<3>> corners);
+
     /// The material of that key; a new one of that name, with the program's next number and
     /// colour, when there is none.
     Material& findMaterial(std::string_view key);
@@ -112,15 +116,16 @@ public:
 private:
     friend class Renderer;
 
-    BlockStore<Vertex> vertexStore;
-    BlockStore<Edge> edgeStore;
-    BlockStore<Facet> facetStore;
+    MemoryPool pool;
+    BlockStore<Vertex> vertexStore{pool};
+    BlockStore<Edge> edgeStore{pool};
+    BlockStore<Facet> facetStore{pool};
     Materials materialsByKey;
     Units unitsOfModel;
 
     // What a render leaves for the next one. Projected positions lie apart from the vertices
     // and side by side: the edge table walks them at random.
-    std::vector<Point<3>> projectedVertices;
+    LargeVector<Point<3>> projectedVertices;
     std::shared_ptr<RowSpans> rowSpans;   // kept: fresh memory costs more than the work in it
     Extent<3> screenExtent = Extent<3>::nothing();
     double brightness = 1.0;   // the brightest channel of the last shading pass

@@ -43,11 +43,11 @@ public:
     {
     }
 
-    bool takeCode(DXFGroup& group)
+    bool takeCode(const DXFPosition& place, DXFGroup& group)
     {
-        if (at == end) return false;
-        group.line = currentLine;
-        const char* p = at;
+        if (place.at == end) return false;
+        group.line = place.line;
+        const char* p = place.at;
         while (p != end && *p == ' ') ++p;
         unsigned code = 0;
         const char* const digits = p;
@@ -58,29 +58,28 @@ public:
             group.code = static_cast<std::uint16_t>(code);
             return true;
         }
-        codeLineEnd = at;   // not known: the line is looked through again
-        group.code = parseCode();
+        codeLineEnd = place.at;   // not known: the line is looked through again
+        group.code = parseCode(place);
         return true;
     }
 
-    void takeValue(DXFGroup& group)
+    void takeValue(DXFPosition& place, DXFGroup& group)
     {
-        group.text = takeLine(group);
+        group.text = takeLine(place, group);
         group.type = valueTypeOf(group.code);
         group.converted = false;
     }
 
-    void passValue(const DXFGroup& group) { takeLine(group); }
+    void passValue(DXFPosition& place, const DXFGroup& group) { takeLine(place, group); }
 
 private:
     /// The value's line, which ends the group.
-    std::string_view takeLine(const DXFGroup& group)
+    std::string_view takeLine(DXFPosition& place, const DXFGroup& group) const
     {
         const char* textEnd;
         const char* const value = stepOver(codeLineEnd, textEnd);
         if (value == end) throw BadFile(BadFile::badGroupValue, fileName(), group.line);
-        at = stepOver(value, textEnd);
-        currentLine += 2;
+        place = {stepOver(value, textEnd), place.line + 2};
         return {value, static_cast<std::size_t>(textEnd - value)};
     }
 
@@ -94,7 +93,7 @@ private:
         return p != end && *p == other ? p + 1 : p;
     }
 
-    std::uint16_t parseCode();
+    std::uint16_t parseCode(DXFPosition place);
 
     const char* codeLineEnd;   // the line end of the code that takeCode() read last
 
@@ -105,12 +104,12 @@ private:
     std::uint16_t wordCode = 0;
 };
 
-/// An integer as the C library would read it from `at`: blanks, line ends among them, a
+/// An integer as the C library would read it from there: blanks, line ends among them, a
 /// sign, digits; what follows does not matter. Never looks beyond the end of the data.
-std::uint16_t DXFAsciiStream::parseCode()
+std::uint16_t DXFAsciiStream::parseCode(DXFPosition place)
 {
-    if (at >= wordStart && at < wordEnd) return wordCode;
-    const char* p = at;
+    if (place.at >= wordStart && place.at < wordEnd) return wordCode;
+    const char* p = place.at;
     while (p != end && isBlank(*p)) ++p;
     const char* const word = p;
     const bool negative = p != end && *p == '-';
@@ -120,10 +119,10 @@ std::uint16_t DXFAsciiStream::parseCode()
     std::int64_t value = 0;
     for (; p != end && isDigit(*p); ++p) {
         value = value * 10 + (*p - '0');
-        if (value > most + (negative ? 1 : 0)) throw BadFile(BadFile::badGroupCode, fileName(), currentLine);
+        if (value > most + (negative ? 1 : 0)) throw BadFile(BadFile::badGroupCode, fileName(), place.line);
     }
-    if (p == digits) throw BadFile(BadFile::badGroupCode, fileName(), currentLine);
-    wordStart = at;
+    if (p == digits) throw BadFile(BadFile::badGroupCode, fileName(), place.line);
+    wordStart = place.at;
     wordEnd = word + 1;
     wordCode = static_cast<std::uint16_t>(negative ? -value : value);
     return wordCode;

@@ -33,70 +33,70 @@ class DXFBinaryStream final : public DXFGroupStream<DXFBinaryStream> {
 public:
     explicit DXFBinaryStream(Source source) : DXFGroupStream(std::move(source))
     {
-        goTo(begin + sentinel.size());
-        twoByteCodes = end - at >= 2 && at[0] == 0 && at[1] == 0;
+        go(here, begin + sentinel.size());
+        twoByteCodes = end - here.at >= 2 && here.at[0] == 0 && here.at[1] == 0;
     }
 
-    bool takeCode(DXFGroup& group)
+    bool takeCode(const DXFPosition& place, DXFGroup& group) const
     {
-        if (at == end) return false;
-        group.line = currentLine;
-        const std::size_t width = codeWidth();
-        need(at, width);
-        group.code = width == 1 ? static_cast<unsigned char>(*at) : littleEndian<std::uint16_t>(at + width - 2);
+        if (place.at == end) return false;
+        group.line = place.line;
+        const std::size_t width = codeWidth(place);
+        need(width, place.at, place.line);
+        group.code = width == 1 ? static_cast<unsigned char>(*place.at) : littleEndian<std::uint16_t>(place.at + width - 2);
         return true;
     }
 
-    void takeValue(DXFGroup& group)
+    void takeValue(DXFPosition& place, DXFGroup& group) const
     {
-        const char* const value = at + codeWidth();
+        const char* const value = place.at + codeWidth(place);
         group.type = valueTypeOf(group.code);
         group.text = {};
         group.converted = true;
         switch (group.type) {
         case DXFValueType::real:
-            group.number = std::bit_cast<double>(littleEndian<std::uint64_t>(need(value, 8)));
+            group.number = std::bit_cast<double>(littleEndian<std::uint64_t>(need(8, value, place.line)));
             group.converted = std::isfinite(group.number);   // otherwise refused when asked for
-            return goTo(value + 8);
+            return go(place, value + 8);
         case DXFValueType::integer16:
-            group.number = static_cast<std::int16_t>(littleEndian<std::uint16_t>(need(value, 2)));
-            return goTo(value + 2);
+            group.number = static_cast<std::int16_t>(littleEndian<std::uint16_t>(need(2, value, place.line)));
+            return go(place, value + 2);
         case DXFValueType::integer32:
-            group.number = static_cast<std::int32_t>(littleEndian<std::uint32_t>(need(value, 4)));
-            return goTo(value + 4);
+            group.number = static_cast<std::int32_t>(littleEndian<std::uint32_t>(need(4, value, place.line)));
+            return go(place, value + 4);
         case DXFValueType::text: break;
         }
         const void* const zero = value == end ? nullptr : std::memchr(value, 0, static_cast<std::size_t>(end - value));
-        if (!zero) failPastEnd();
+        if (!zero) failPastEnd(place.line);
         const char* const textEnd = static_cast<const char*>(zero);
         group.text = {value, static_cast<std::size_t>(textEnd - value)};
-        goTo(textEnd + 1);
+        go(place, textEnd + 1);
     }
 
-    void passValue(DXFGroup& group) { takeValue(group); }
+    void passValue(DXFPosition& place, DXFGroup& group) const { takeValue(place, group); }
 
 private:
-    std::size_t codeWidth() const noexcept
+    std::size_t codeWidth(const DXFPosition& place) const noexcept
     {
         if (twoByteCodes) return 2;
-        return static_cast<unsigned char>(*at) == escape ? 3 : 1;
+        return static_cast<unsigned char>(*place.at) == escape ? 3 : 1;
     }
 
     /// For messages: offsets beyond 31 bits are told as the largest.
-    void goTo(const char* place) noexcept
+    void go(DXFPosition& place, const char* to) const noexcept
     {
         constexpr auto most = std::numeric_limits<std::int32_t>::max();
-        at = place;
-        currentLine = at - begin > most ? most : static_cast<std::int32_t>(at - begin);
+        place = {to, to - begin > most ? most : static_cast<std::int32_t>(to - begin)};
     }
 
-    const char* need(const char* from, std::size_t count) const
+    /// `from`, if `count` bytes follow there; `line` is that of the group.
+    const char* need(std::size_t count, const char* from, std::int32_t line) const
     {
-        if (static_cast<std::size_t>(end - from) < count) failPastEnd();
+        if (static_cast<std::size_t>(end - from) < count) failPastEnd(line);
         return from;
     }
 
-    [[noreturn]] void failPastEnd() const { throw BadFile(BadFile::pastEnd, fileName(), currentLine); }
+    [[noreturn]] void failPastEnd(std::int32_t line) const { throw BadFile(BadFile::pastEnd, fileName(), line); }
 
     bool twoByteCodes;
 };

@@ -39,7 +39,7 @@ void DXFEntity::build()
         if (log()) log().line(type, " at line ", record.line());
         const std::uint64_t before = drawing.facetsSoFar();
         handler.build(*this);
-        if (drawing.facetsSoFar() == before && type != "INSERT") drawing.skip(type, Why::noSurface, {});
+        if (drawing.facetsSoFar() == before && !is(type, "INSERT")) drawing.skip(type, Why::noSurface, {});
         return;
     }
     drawing.skip(type, Why::typeNotDrawn, {});

@@ -32,10 +32,9 @@ DXFEntity::DXFEntity(DXFDrawing& model, const DXFRecord& entity)
 bool DXFEntity::isVisible()
 {
     const DXFLayer& itsLayer = drawing.findLayer(layer);
-    const bool inserts = record.type() == "INSERT";   // its entities have layers of their own
     if (!itsLayer.frozen() && !itsLayer.off()) return true;
 
-    const bool drawn = inserts && !itsLayer.frozen();
+    const bool drawn = is(record.type(), "INSERT") && !itsLayer.frozen();   // its entities have layers of their own
     if (log())
         log().line(drawn ? "keeping " : "skipping ", record.type(), " ", record.textOr(2, ""),
                    itsLayer.frozen() ? ", frozen-layer " : ", OFF-layer ", layer, " at line ", record.line());

@@ -124,7 +124,7 @@ void DXF::walk()
     const std::size_t depth = expansions.size();
     while (dxfStream->nextRecord()) {
         const std::string_view type = dxfStream->type();
-        if (type == "ENDSEC" || type == "ENDBLK") {
+        if (is(type, "ENDSEC") || is(type, "ENDBLK")) {
             if (log()) log().line(type, " of ", labelOf(expansions.back()), " at line ", dxfStream->line());
             break;
         }
@@ -187,11 +187,7 @@ void DXF::addMapped(const Material& material, std::span<const Point<3>> corners,
         return;
     }
     const Vector<3> flatNormal = flat ? transform(flat->x()).cross(transform(flat->y())) : Vector<3>(0, 0, 1);
-    const std::uint32_t first = vertexCount();
-    Model::addFacet(material, planeOf(corners, flatNormal));
-    for (const Point<3>& corner : corners) addVertex(corner);
-    const auto sides = static_cast<std::uint32_t>(corners.size());
-    for (std::uint32_t i = 0; i < sides; ++i) addEdge(first + i, first + (i + 1 == sides ? 0 : i + 1));
+    addPolygon(material, planeOf(corners, flatNormal), corners);
 }
 
 }   // namespace belvor

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 
 namespace belvor {
@@ -33,6 +34,13 @@ inline constexpr auto valueTypes = [] {
 constexpr DXFValueType valueTypeOf(std::uint16_t code) noexcept
 {
     return code < detail::valueTypes.size() ? detail::valueTypes[code] : DXFValueType::text;
+}
+
+/// Whether `text` is that word: compared without a call, since every record's type is asked for several.
+template <std::size_t size>
+bool is(std::string_view text, const char (&word)[size]) noexcept
+{
+    return text.size() == size - 1 && std::memcmp(text.data(), word, size - 1) == 0;
 }
 
 /// One code and its value. The text is a view into the file's bytes: it lives as long as

@@ -6,23 +6,26 @@
 namespace belvor {
 namespace {
 
-/// The sum over the loop of the cross products about its first corner, and the square of the
-/// largest distance from there. About the origin, map coordinates in the millions would
-/// drown the digits that matter.
-Vector<3> vectorArea(std::span<const Point<3>> corners, double scale, double& largestSquare) noexcept
-{
-    Vector<3> sum;
-    largestSquare = 0.0;
-    Vector<3> previous = (corners.size() > 1 ? corners[1] - corners[0] : Vector<3>()) * scale;
-    largestSquare = dot(previous, previous);
-    for (std::size_t i = 2; i < corners.size(); ++i) {
-        const Vector<3> spoke = (corners[i] - corners[0]) * scale;
-        sum += previous.cross(spoke);
-        largestSquare = std::max(largestSquare, dot(spoke, spoke));
-        previous = spoke;
+/// What a loop's plane is made from, of the spokes from its first corner to the others, each
+/// multiplied by a scale. About the origin, map coordinates in the millions would drown the
+/// digits that matter.
+struct SpokeSums {
+    Vector<3> area;               // of the cross products of neighbours
+    Vector<3> spokes;
+    double longestSquare = 0.0;
+
+    SpokeSums(std::span<const Point<3>> corners, double scale) noexcept
+    {
+        Vector<3> previous;
+        for (std::size_t i = 1; i < corners.size(); ++i) {
+            const Vector<3> spoke = (corners[i] - corners[0]) * scale;
+            if (i > 1) area += previous.cross(spoke);
+            spokes += spoke;
+            longestSquare = std::max(longestSquare, dot(spoke, spoke));
+            previous = spoke;
+        }
     }
-    return sum;
-}
+};
 
 double largestCoordinate(std::span<const Point<3>> corners) noexcept
 {
@@ -48,21 +51,25 @@ bool makesWall(const Point<3>& a, const Point<3>& b, const Vector<3>& thickness)
 Plane planeOf(std::span<const Point<3>> corners, const Vector<3>& flatNormal) noexcept
 {
     constexpr double flat = 1e-12;   // of the square of the loop's size
-    double square = 0.0;
-    Vector<3> normal = vectorArea(corners, 1.0, square);
+    const SpokeSums sums(corners, 1.0);
+    Vector<3> normal = sums.area;
+    double square = sums.longestSquare;
     if (!(square > 1e-100 && square < 1e100)) {   // fourth powers would leave the range of a double
         const double largest = largestCoordinate(corners);
-        if (largest > 0.0 && std::isfinite(1.0 / largest)) normal = vectorArea(corners, 1.0 / largest, square);
+        if (largest > 0.0 && std::isfinite(1.0 / largest)) {
+            const SpokeSums scaled(corners, 1.0 / largest);
+            normal = scaled.area;
+            square = scaled.longestSquare;
+        }
     }
+    const Point<3> mean = corners[0] + sums.spokes * (1.0 / static_cast<double>(corners.size()));
     const double length = normal.length();
-    if (!(length > flat * square && std::isfinite(length))) {
-        normal = flatNormal;
-        if (normal.unit() == Vector<3>() || !std::isfinite(normal.length())) normal = {0, 0, 1};
+    if (length > flat * square && std::isfinite(length)) {
+        const Vector<3> unit(normal[0] / length, normal[1] / length, normal[2] / length);
+        return {unit, dot(unit, mean.vector())};
     }
-
-    Vector<3> mean;
-    for (const Point<3>& corner : corners) mean += corner - corners[0];
-    return {normal, corners[0] + mean * (1.0 / static_cast<double>(corners.size()))};
+    if (flatNormal.unit() == Vector<3>() || !std::isfinite(flatNormal.length())) return {Vector<3>(0, 0, 1), mean};
+    return {flatNormal, mean};
 }
 
 }   // namespace belvor

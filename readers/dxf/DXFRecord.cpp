@@ -59,28 +59,7 @@ void DXFRecord::failNeeding(int code) const
     throw BadFile(BadFile::groupNeeded, std::to_string(code), *file, line());
 }
 
-const DXFGroup& DXFRecord::needed(int code) const
-{
-    const DXFGroup* const group = find(code);
-    if (!group) failNeeding(code);
-    return *group;
-}
-
 std::string_view DXFRecord::text(int code) const { return needed(code).text; }
-
-std::string_view DXFRecord::textOr(int code, std::string_view otherwise) const noexcept
-{
-    const DXFGroup* const group = find(code);
-    return group ? group->text : otherwise;
-}
-
-double DXFRecord::real(int code) const { return realOf(needed(code)); }
-
-double DXFRecord::realOr(int code, double otherwise) const
-{
-    const DXFGroup* const group = find(code);
-    return group ? realOf(*group) : otherwise;
-}
 
 std::int32_t DXFRecord::integer(int code) const { return integerOf(needed(code)); }
 
@@ -88,18 +67,6 @@ std::int32_t DXFRecord::integerOr(int code, std::int32_t otherwise) const
 {
     const DXFGroup* const group = find(code);
     return group ? integerOf(*group) : otherwise;
-}
-
-Point<3> DXFRecord::point(int code) const
-{
-    const double x = real(code), y = real(code + 10);
-    return {x, y, real(code + 20)};
-}
-
-Point<3> DXFRecord::pointOr(int code, double z) const
-{
-    const double x = real(code), y = real(code + 10);
-    return {x, y, realOr(code + 20, z)};
 }
 
 void DXFRecord::convertReal(const DXFGroup& group) const

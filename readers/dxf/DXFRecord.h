@@ -22,10 +22,17 @@ public:
 
     /// Forgets the groups, keeping their room: 512 or more.
     void clear() noexcept;
-    /// Room for one group more, to be filled in place and then kept.
-    DXFGroup& next();
-    /// Makes what next() gave the last group.
-    void keep() noexcept;
+    /// The first group, to be filled in place and then kept.
+    DXFGroup& first() noexcept { return list.front(); }
+    /// Makes what first() gave the record's only group.
+    void keepFirst() noexcept
+    {
+        index(0);
+        count = 1;
+    }
+    /// Appends groups as `fill` fills them in, while it returns true.
+    template <class Fill>
+    void appendWhile(Fill fill);
 
     /// The value of the first group: "LINE", "SECTION", "$ACADVER".
     std::string_view type() const noexcept { return count == 0 ? std::string_view{} : list.front().text; }
@@ -45,15 +52,31 @@ public:
     bool isExtended() const noexcept { return extended; }
 
     std::string_view text(int code) const;
-    std::string_view textOr(int code, std::string_view otherwise) const noexcept;
-    double real(int code) const;
-    double realOr(int code, double otherwise) const;
+    std::string_view textOr(int code, std::string_view otherwise) const noexcept
+    {
+        const DXFGroup* const group = find(code);
+        return group ? group->text : otherwise;
+    }
+    double real(int code) const { return realOf(needed(code)); }
+    double realOr(int code, double otherwise) const
+    {
+        const DXFGroup* const group = find(code);
+        return group ? realOf(*group) : otherwise;
+    }
     std::int32_t integer(int code) const;
     std::int32_t integerOr(int code, std::int32_t otherwise) const;
     /// Groups code, code + 10 and code + 20, all needed.
-    Point<3> point(int code) const;
+    Point<3> point(int code) const
+    {
+        const double x = real(code), y = real(code + 10);
+        return {x, y, real(code + 20)};
+    }
     /// The same with `z` for a missing third.
-    Point<3> pointOr(int code, double z) const;
+    Point<3> pointOr(int code, double z) const
+    {
+        const double x = real(code), y = real(code + 10);
+        return {x, y, realOr(code + 20, z)};
+    }
 
     /// The value of a real group, finite; throws BadFile "Error reading double item value".
     double realOf(const DXFGroup& group) const
@@ -67,7 +90,13 @@ public:
     [[noreturn]] void failNeeding(int code) const;
 
 private:
-    const DXFGroup& needed(int code) const;
+    const DXFGroup& needed(int code) const
+    {
+        const DXFGroup* const group = find(code);
+        if (!group) failNeeding(code);
+        return *group;
+    }
+    void index(std::size_t place) noexcept;
     void convertReal(const DXFGroup& group) const;
 
     // The place of the first group of each small code; `stamp` tells this record's entries
@@ -84,22 +113,25 @@ private:
     bool extended = false;   // has a group 1001
 };
 
-inline DXFGroup& DXFRecord::next()
+template <class Fill>
+void DXFRecord::appendWhile(Fill fill)
 {
-    if (count == list.size()) list.resize(2 * count);
-    return list[count];
+    for (std::size_t place = count;; count = ++place) {
+        if (place == list.size()) list.resize(2 * place);
+        if (!fill(list[place])) return;
+        index(place);
+    }
 }
 
-inline void DXFRecord::keep() noexcept
+inline void DXFRecord::index(std::size_t place) noexcept
 {
-    const std::uint16_t code = list[count].code;
+    const std::uint16_t code = list[place].code;
     if (code < firsts.size()) {
-        First& first = firsts[code];
-        if (first.stamp != stamp) first = {stamp, static_cast<std::uint32_t>(count)};
+        First& of = firsts[code];
+        if (of.stamp != stamp) of = {stamp, static_cast<std::uint32_t>(place)};
     } else if (code == 1001) {
         extended = true;
     }
-    ++count;
 }
 
 inline const DXFGroup* DXFRecord::find(int code, int n) const noexcept

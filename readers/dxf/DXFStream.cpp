@@ -6,7 +6,7 @@
 namespace belvor {
 
 DXFStream::DXFStream(Source source)
-    : begin(source.bytes.data()), end(begin + source.bytes.size()), at(begin), file(std::move(source.file)),
+    : begin(source.bytes.data()), end(begin + source.bytes.size()), here{begin, 1}, file(std::move(source.file)),
       name(std::move(source.name)), reporter(source.reporter), record(name)
 {
     if (source.logging) diagnostics = DXFLog(name + ".log");
@@ -34,7 +34,7 @@ std::unique_ptr<DXFStream> DXFStream::make(Source source)
 void DXFStream::checkProgress()
 {
     if (begin == end) return;   // nothing to measure by
-    reporter.check(1, 0, static_cast<double>(at - begin) / static_cast<double>(end - begin));
+    reporter.check(1, 0, static_cast<double>(here.at - begin) / static_cast<double>(end - begin));
 }
 
 bool DXFStream::nextRecord()
@@ -45,10 +45,10 @@ bool DXFStream::nextRecord()
         return true;
     }
     record.clear();
-    DXFGroup& first = record.next();
+    DXFGroup& first = record.first();
     if (!skipToRecord(first)) return false;
     readGroupValue(first);
-    record.keep();
+    record.keepFirst();
     state = State::firstGroup;
     return true;
 }
@@ -65,8 +65,7 @@ const DXFRecord& DXFStream::readRecord()
 
 void DXFStream::seek(const DXFPosition& position) noexcept
 {
-    at = position.at;
-    currentLine = position.line;
+    here = position;
     state = State::positioned;
 }
 

@@ -54,7 +54,7 @@ public:
     std::string_view type() const noexcept { return record.type(); }
     std::int32_t line() const noexcept { return record.line(); }
 
-    DXFPosition position() const noexcept { return {at, currentLine}; }
+    DXFPosition position() const noexcept { return here; }
     void seek(const DXFPosition& position) noexcept;
 
     /// Reports how far the position is. Throws Reporter::Abandoned.
@@ -81,8 +81,7 @@ protected:
 
     const char* const begin;
     const char* const end;
-    const char* at;
-    std::int32_t currentLine = 1;   // or the byte offset
+    DXFPosition here;
 
 private:
     enum class State { positioned, firstGroup, loaded, pushedBack };
@@ -101,34 +100,40 @@ private:
 };
 
 /// What a stream does with groups, over the takeCode(), takeValue() and passValue() of an
-/// encoding: none of these is virtual, so that the loops make no call for a group.
+/// encoding. None of these is virtual, and they move a position of the caller's: the loops
+/// make no call for a group and keep their place in registers.
 template <class Encoding>
 class DXFGroupStream : public DXFStream {
 public:
     using DXFStream::DXFStream;
 
-    bool readGroupCode(DXFGroup& group) final { return encoding().takeCode(group); }
-    void readGroupValue(DXFGroup& group) final { encoding().takeValue(group); }
-    void skipGroupValue(DXFGroup& group) final { encoding().passValue(group); }
+    bool readGroupCode(DXFGroup& group) final { return encoding().takeCode(here, group); }
+    void readGroupValue(DXFGroup& group) final { encoding().takeValue(here, group); }
+    void skipGroupValue(DXFGroup& group) final { encoding().passValue(here, group); }
 
 private:
     bool skipToRecord(DXFGroup& group) final
     {
-        while (encoding().takeCode(group)) {
-            if (group.code == 0 || group.code == 9) return true;
-            encoding().passValue(group);
+        DXFPosition place = here;
+        bool found = false;
+        while (encoding().takeCode(place, group)) {
+            found = group.code == 0 || group.code == 9;
+            if (found) break;
+            encoding().passValue(place, group);
         }
-        return false;
+        here = place;
+        return found;
     }
 
     void appendGroups(DXFRecord& groups) final
     {
-        for (;;) {
-            DXFGroup& group = groups.next();
-            if (!encoding().takeCode(group) || group.code == 0 || group.code == 9) return;
-            encoding().takeValue(group);
-            groups.keep();
-        }
+        DXFPosition place = here;
+        groups.appendWhile([&place, this](DXFGroup& group) {
+            if (!encoding().takeCode(place, group) || group.code == 0 || group.code == 9) return false;
+            encoding().takeValue(place, group);
+            return true;
+        });
+        here = place;
     }
 
     Encoding& encoding() noexcept { return static_cast<Encoding&>(*this); }
