@@ -29,13 +29,13 @@ Unsigned littleEndian(const char* from) noexcept
 
 /// The binary encoding: little-endian codes of one byte (255 announces two more) or of two
 /// bytes throughout, then the value in the width of its type, texts up to a zero byte.
-class DXFBinaryStream final : public DXFGroupStream<DXFBinaryStream> {
+template <bool twoByteCodes>
+class DXFBinaryStream final : public DXFGroupStream<DXFBinaryStream<twoByteCodes>> {
+    using Base = DXFGroupStream<DXFBinaryStream>;
+    using Base::begin, Base::end;
+
 public:
-    explicit DXFBinaryStream(Source source) : DXFGroupStream(std::move(source))
-    {
-        go(here, begin + sentinel.size());
-        twoByteCodes = end - here.at >= 2 && here.at[0] == 0 && here.at[1] == 0;
-    }
+    explicit DXFBinaryStream(typename Base::Source source) : Base(std::move(source)) { go(Base::here, begin + sentinel.size()); }
 
     bool takeCode(const DXFPosition& place, DXFGroup& group) const
     {
@@ -50,26 +50,28 @@ public:
     void takeValue(DXFPosition& place, DXFGroup& group) const
     {
         const char* const value = place.at + codeWidth(place);
-        group.type = valueTypeOf(group.code);
-        group.text = {};
-        group.converted = true;
-        switch (group.type) {
-        case DXFValueType::real:
-            group.number = std::bit_cast<double>(littleEndian<std::uint64_t>(need(8, value, place.line)));
-            group.converted = std::isfinite(group.number);   // otherwise refused when asked for
+        const DXFValueType type = valueTypeOf(group.code);
+        const auto setNumber = [&group, type](double number) { group = {group.code, type, true, group.line, {}, number}; };
+        switch (type) {
+        case DXFValueType::real: {
+            const auto bits = littleEndian<std::uint64_t>(need(8, value, place.line));
+            setNumber(std::bit_cast<double>(bits));
+            constexpr std::uint64_t exponent = 0x7ff0000000000000;
+            if ((bits & exponent) == exponent) group.converted = false;   // not finite: refused when asked for
             return go(place, value + 8);
+        }
         case DXFValueType::integer16:
-            group.number = static_cast<std::int16_t>(littleEndian<std::uint16_t>(need(2, value, place.line)));
+            setNumber(static_cast<std::int16_t>(littleEndian<std::uint16_t>(need(2, value, place.line))));
             return go(place, value + 2);
         case DXFValueType::integer32:
-            group.number = static_cast<std::int32_t>(littleEndian<std::uint32_t>(need(4, value, place.line)));
+            setNumber(static_cast<std::int32_t>(littleEndian<std::uint32_t>(need(4, value, place.line))));
             return go(place, value + 4);
         case DXFValueType::text: break;
         }
         const void* const zero = value == end ? nullptr : std::memchr(value, 0, static_cast<std::size_t>(end - value));
         if (!zero) failPastEnd(place.line);
         const char* const textEnd = static_cast<const char*>(zero);
-        group.text = {value, static_cast<std::size_t>(textEnd - value)};
+        group = {group.code, type, true, group.line, {value, static_cast<std::size_t>(textEnd - value)}, 0.0};
         go(place, textEnd + 1);
     }
 
@@ -78,7 +80,7 @@ public:
 private:
     std::size_t codeWidth(const DXFPosition& place) const noexcept
     {
-        if (twoByteCodes) return 2;
+        if constexpr (twoByteCodes) return 2;
         return static_cast<unsigned char>(*place.at) == escape ? 3 : 1;
     }
 
@@ -96,14 +98,17 @@ private:
         return from;
     }
 
-    [[noreturn]] void failPastEnd(std::int32_t line) const { throw BadFile(BadFile::pastEnd, fileName(), line); }
-
-    bool twoByteCodes;
+    [[noreturn]] void failPastEnd(std::int32_t line) const { throw BadFile(BadFile::pastEnd, Base::fileName(), line); }
 };
 
 }   // namespace
 
 bool DXFStream::isBinary(std::string_view bytes) noexcept { return bytes.substr(0, sentinel.size()) == sentinel; }
-std::unique_ptr<DXFStream> DXFStream::makeBinary(Source source) { return std::make_unique<DXFBinaryStream>(std::move(source)); }
+std::unique_ptr<DXFStream> DXFStream::makeBinary(Source source)
+{
+    const std::string_view groups = source.bytes.substr(sentinel.size());
+    if (groups.starts_with(std::string_view("\0\0", 2))) return std::make_unique<DXFBinaryStream<true>>(std::move(source));
+    return std::make_unique<DXFBinaryStream<false>>(std::move(source));
+}
 
 }   // namespace belvor
