@@ -67,7 +67,7 @@ EdgeTable::EdgeTable(const LargeVector<Point<3>>& projectedVertices, BlockStore<
     : projected(projectedVertices), edges(edgeStore), facets(facetStore), width(rowWidth), height(rows), shortFacets(spans)
 {
     // Ready-made runs are worth their memory for small facets only.
-    const std::size_t mostRuns = 2 * std::size_t{facets.size()} + 65536;
+    const std::size_t mostRuns = width <= RowSpans::largestWidth ? 2 * std::size_t{facets.size()} + 65536 : 0;
     shortFacets.restart(rows);
     std::vector<Entry> entries;
     const double edgeCount = edges.size();
