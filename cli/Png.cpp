@@ -31,7 +31,7 @@ void PngPicture::writeRow(const Buffer& row)
     static constexpr std::uint8_t black[3] = {0, 0, 0};
     for (int i = 0; i < width; ++i) {
         const std::uint32_t owner = row.owner(i);
-        const std::uint8_t* const colour = owner == Buffer::noFacet ? black : row.facet(owner).colour;
+        const std::uint8_t* const colour = owner == Buffer::noFacet ? black : row.colour(owner);
         rgb.insert(rgb.end(), colour, colour + 3);
     }
 }

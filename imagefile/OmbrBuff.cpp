@@ -68,8 +68,7 @@ void OmbrPicture::writeRow(const Buffer& row)
         const std::uint32_t owner = owners[first];
         end = endOfRun(owners, first);
         if (owner != Buffer::noFacet) {
-            const Facet& facet = row.facet(owner);
-            fillRun(first, end, facet.material->index, facet.colour);
+            fillRun(first, end, row.facet(owner).material->index, row.colour(owner));
             covered += end - first;
         } else {
             static constexpr std::uint8_t black[3] = {0, 0, 0};

@@ -54,6 +54,8 @@ public:
     std::span<const double> depths() const noexcept { return rowDepths; }
     /// A facet by its place in the store.
     const Facet& facet(std::uint32_t place) const noexcept { return facets->facet(place); }
+    /// Its red, green and blue.
+    const std::uint8_t* colour(std::uint32_t place) const noexcept { return facets->colour(place); }
 
 private:
     void scanOddFacet(const ActiveFacet& active, const Camera& camera) noexcept;

@@ -23,7 +23,7 @@ public:
         const int height = static_cast<int>(camera.height);
         if (!model.rowSpans) model.rowSpans = std::make_shared<RowSpans>();
         EdgeTable table(model.projectedVertices, model.edgeStore, model.facetStore, buffer.width(), height, *model.rowSpans, progress);
-        shadeFacets(model.facetStore, camera, lighting, model.brightness, progress);
+        shadeFacets(model.facetStore, model.shades, camera, lighting, model.brightness, progress);
         for (int y = 0; y < height; ++y) {
             progress.check(2, 1, static_cast<double>(y) / height);
             buffer.clear();

@@ -63,7 +63,7 @@ Vertex& Model::addVertex(const Point<3>& position) { return vertexStore.append({
 
 Facet& Model::addFacet(const Material& material, const Plane& plane)
 {
-    return facetStore.append({plane, &material, edgeCount(), 0, {0, 0, 0}, false});
+    return facetStore.append({plane, &material, edgeCount(), 0});
 }
 
 Edge& Model::addEdge(std::uint32_t from, std::uint32_t to)

@@ -42,8 +42,12 @@ struct Facet {
     const Material* material = nullptr;
     std::uint32_t firstEdge = 0;
     std::uint32_t edgeCount = 0;
-    std::uint8_t colour[3] = {0, 0, 0};   ///< Red, green, blue; written by each render.
-    bool turned = false;                  ///< The last render negated the plane that the reader gave.
+};
+
+/// What each render writes of a facet; apart from it, because all of them are written each time.
+struct FacetShade {
+    std::uint8_t colour[3] = {0, 0, 0};   ///< Red, green, blue.
+    bool turned = false;                  ///< The plane is the negative of the one that the reader gave.
 };
 
 /// The length of a model unit, for programs that read the image file: the reader sets it.
@@ -103,6 +107,8 @@ public:
     const Vertex& vertex(std::uint32_t number) const noexcept { return vertexStore[number]; }
     const Edge& edge(std::uint32_t number) const noexcept { return edgeStore[number]; }
     const Facet& facet(std::uint32_t number) const noexcept { return facetStore[number]; }
+    /// Red, green and blue of a facet as the last render shaded it; there must have been one.
+    const std::uint8_t* colour(std::uint32_t facetNumber) const noexcept { return shades[facetNumber].colour; }
     /// Where the last render put a vertex: pixels right, pixels down, screen depth. The
     /// origin before any render.
     Point<3> projected(std::uint32_t vertexNumber) const noexcept
@@ -126,6 +132,7 @@ private:
     // What a render leaves for the next one. Projected positions lie apart from the vertices
     // and side by side: the edge table walks them at random.
     LargeVector<Point<3>> projectedVertices;
+    LargeVector<FacetShade> shades;
     std::shared_ptr<RowSpans> rowSpans;   // kept: fresh memory costs more than the work in it
     Extent<3> screenExtent = Extent<3>::nothing();
     double brightness = 1.0;   // the brightest channel of the last shading pass

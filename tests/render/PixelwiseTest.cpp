@@ -322,7 +322,7 @@ TEST(Pixelwise, RandomScenesAgreeInEveryPixel)
             const auto lit = litColours(*model, planes, *camera, *lights, brightest);
             for (std::uint32_t i = 0; i < model->facetCount(); ++i)
                 for (std::size_t channel = 0; channel < 3; ++channel)
-                    EXPECT_EQ(model->facet(i).colour[channel], toByte(lit[i][channel] / brightest)) << "seed " << seed << ", facet " << i;
+                    EXPECT_EQ(model->colour(i)[channel], toByte(lit[i][channel] / brightest)) << "seed " << seed << ", facet " << i;
             for (const auto& line : slow)
                 for (const Pixel& pixel : line) (pixel.owner == Buffer::noFacet ? empty : covered) += 1;
         }

@@ -100,7 +100,7 @@ TEST(Renderer, LightsTheBrightestChannelFully)
 {
     const Handle<Model> model = thingsModel(boxText);
     const auto colourOf = [&](std::uint32_t facet) {
-        const std::uint8_t* const c = model->facet(facet).colour;
+        const std::uint8_t* const c = model->colour(facet);
         return std::vector<int>{c[0], c[1], c[2]};
     };
     render(*model, scene(*model, 24, 18));

@@ -22,10 +22,10 @@ void WindowBuffer::lineDone(int row)
     for (int column = 0; column < width(); ++column, pixel += 3) {
         const std::uint32_t nearest = owner(column);
         if (nearest == noFacet) continue;   // the background shows
-        const std::uint8_t* const colour = facet(nearest).colour;
-        pixel[0] = colour[2];
-        pixel[1] = colour[1];
-        pixel[2] = colour[0];
+        const std::uint8_t* const shade = colour(nearest);
+        pixel[0] = shade[2];
+        pixel[1] = shade[1];
+        pixel[2] = shade[0];
     }
     if (!progressive) return;
     const WindowDC dc(window);
