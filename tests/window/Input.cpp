@@ -2,62 +2,41 @@
 
 #include "tests/window/Program.h"
 
-#include <cstdlib>
-#include <string>
-#include <vector>
+#include <algorithm>
 
 namespace belvor::window {
 
 namespace {
 
-constexpr const wchar_t* xdotool = L"Z:\\usr\\bin\\xdotool";
-constexpr int patience = 5000;   // milliseconds
-
 HWND painted = nullptr;
 
-/// Under Wine the devices are those of the X server: events made here would race with what it
-/// reports of its own pointer.
-bool underX()
-{
-    static const bool there = std::getenv("DISPLAY") && GetFileAttributesW(xdotool) != INVALID_FILE_ATTRIBUTES;
-    return there;
-}
-
-void runXdotool(const std::string& arguments)
-{
-    std::wstring line = L"xdotool " + std::wstring(arguments.begin(), arguments.end());
-    STARTUPINFOW start{};
-    start.cb = sizeof start;
-    PROCESS_INFORMATION started{};
-    if (!CreateProcessW(xdotool, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &started)) throw Failure("xdotool does not start");
-    CloseHandle(started.hThread);
-    CloseHandle(started.hProcess);
-}
-
-/// Waits until the program has taken the event: a window is painted only when its thread has
-/// nothing else to do, and posted messages would overtake the input otherwise.
+/// A window is painted only when its thread has nothing else to do; posted messages would overtake the input.
 void settle()
 {
     if (!painted || !IsWindowVisible(painted)) return;
     const RECT corner{0, 0, 1, 1};
     RedrawWindow(painted, &corner, nullptr, RDW_INVALIDATE);
-    eventually([] { return !GetUpdateRect(painted, nullptr, FALSE); }, patience);
+    eventually([] { return !GetUpdateRect(painted, nullptr, FALSE); }, 5000);
 }
 
-void sendInput(INPUT input, const std::string& asXdotool, const std::function<bool()>& arrived)
+void xdotool(const std::string& event, const std::function<bool()>& arrived)
 {
-    if (underX()) runXdotool(asXdotool);
-    else SendInput(1, &input, sizeof input);
-    await(asXdotool.c_str(), arrived, patience);
+    std::wstring line = L"xdotool " + toWide(event);
+    STARTUPINFOW start{};
+    start.cb = sizeof start;
+    PROCESS_INFORMATION started{};
+    if (!CreateProcessW(L"Z:\\usr\\bin\\xdotool", line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &started))
+        throw Failure("xdotool does not start");
+    CloseHandle(started.hThread);
+    CloseHandle(started.hProcess);
+    await(event, arrived, 5000);
     settle();
 }
 
-void mouse(DWORD flags, const char* asXdotool, int key, bool down)
+/// A key or button, known to the two systems by these names.
+void change(bool down, const std::string& event, int code)
 {
-    INPUT input{};
-    input.type = INPUT_MOUSE;
-    input.mi.dwFlags = flags;
-    sendInput(input, asXdotool, [&] { return (GetAsyncKeyState(key) < 0) == down; });
+    xdotool(event, [=] { return (GetAsyncKeyState(code) < 0) == down; });
 }
 
 std::string keyName(WORD code)
@@ -69,22 +48,8 @@ std::string keyName(WORD code)
     case VK_ESCAPE:  return "Escape";
     case VK_UP:      return "Up";
     case VK_DOWN:    return "Down";
-    case VK_TAB:     return "Tab";
-    case VK_RETURN:  return "Return";
-    case VK_RIGHT:   return "Right";
-    case VK_LEFT:    return "Left";
     default:         return std::string(1, static_cast<char>(code | 0x20));   // a letter
     }
-}
-
-void key(WORD code, bool down)
-{
-    INPUT input{};
-    input.type = INPUT_KEYBOARD;
-    input.ki.wVk = code;
-    input.ki.wScan = static_cast<WORD>(MapVirtualKeyW(code, MAPVK_VK_TO_VSC));
-    input.ki.dwFlags = down ? 0 : KEYEVENTF_KEYUP;
-    sendInput(input, (down ? "keydown " : "keyup ") + keyName(code), [&] { return (GetAsyncKeyState(code) < 0) == down; });
 }
 
 }   // namespace
@@ -95,46 +60,36 @@ void moveMouse(HWND window, int x, int y)
 {
     POINT place{x, y};
     ClientToScreen(window, &place);
-    INPUT input{};
-    input.type = INPUT_MOUSE;
-    input.mi.dwFlags = MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
-    // The upper end of a pixel's share of the 65536 steps, so that no rounding leads to its neighbour.
-    const auto step = [](LONG pixel, int screen) { return (pixel * 65536 + 65535) / screen; };
-    input.mi.dx = static_cast<LONG>(step(place.x, GetSystemMetrics(SM_CXSCREEN)));
-    input.mi.dy = static_cast<LONG>(step(place.y, GetSystemMetrics(SM_CYSCREEN)));
-    sendInput(input, "mousemove " + std::to_string(place.x) + ' ' + std::to_string(place.y), [&] {
+    xdotool("mousemove " + std::to_string(place.x) + ' ' + std::to_string(place.y), [=] {
         POINT is;
         return GetCursorPos(&is) && is.x == place.x && is.y == place.y;
     });
 }
 
-void pressButton() { mouse(MOUSEEVENTF_LEFTDOWN, "mousedown 1", VK_LBUTTON, true); }
-void releaseButton() { mouse(MOUSEEVENTF_LEFTUP, "mouseup 1", VK_LBUTTON, false); }
+void pressButton() { change(true, "mousedown 1", VK_LBUTTON); }
+void releaseButton() { change(false, "mouseup 1", VK_LBUTTON); }
 void rightClick()
 {
-    mouse(MOUSEEVENTF_RIGHTDOWN, "mousedown 3", VK_RBUTTON, true);
-    mouse(MOUSEEVENTF_RIGHTUP, "mouseup 3", VK_RBUTTON, false);
+    change(true, "mousedown 3", VK_RBUTTON);
+    change(false, "mouseup 3", VK_RBUTTON);
 }
 
 void dragMouse(HWND window, std::initializer_list<POINT> places)
 {
-    bool down = false;
     for (const POINT& place : places) {
         moveMouse(window, place.x, place.y);
-        if (!down) pressButton();
-        down = true;
+        if (&place == places.begin()) pressButton();
     }
     releaseButton();
 }
 
-void keyDown(WORD code) { key(code, true); }
-void keyUp(WORD code) { key(code, false); }
+void keyDown(WORD code) { change(true, "keydown " + keyName(code), code); }
+void keyUp(WORD code) { change(false, "keyup " + keyName(code), code); }
 
 void pressKeys(std::initializer_list<WORD> keys)
 {
-    for (const WORD code : keys) keyDown(code);
-    const std::vector<WORD> pressed(keys);
-    for (auto code = pressed.rbegin(); code != pressed.rend(); ++code) keyUp(*code);
+    std::for_each(keys.begin(), keys.end(), keyDown);
+    std::for_each(std::rbegin(keys), std::rend(keys), keyUp);
 }
 
 }   // namespace belvor::window

@@ -6,8 +6,9 @@
 
 namespace belvor::window {
 
-// The user's hands: events as the devices send them, so that capture, key states and the
-// foreground window count. Each step waits until the program has taken it.
+// The user's hands: events as the devices send them, so that capture, key states and the foreground
+// window count. The devices are those of the X server that Wine runs on: events made with SendInput
+// would race with what it reports of its own pointer. Each step waits until the program has taken it.
 
 /// The window by whose painting the program is seen to be idle.
 void settleBy(HWND window);

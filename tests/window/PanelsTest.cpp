@@ -1,304 +1,170 @@
-#include "app/state/Direction.h"
-#include "tests/window/BoxView.h"
-#include "tests/window/Input.h"
+#include "app/state/Intensity.h"
+#include "app/state/SceneBuilder.h"
+#include "app/state/ViewCommands.h"
+#include "app/state/ViewEdits.h"
+#include "tests/window/WindowTest.h"
 #include "ui/Messages.h"
+#include "ui/display/ZoomDrag.h"
+#include "ui/panels/PlanGeometry.h"
+#include "ui/panels/SlideScale.h"
+#include "ui/panels/SphereProjection.h"
 
 #include <commctrl.h>
 
-#include <numbers>
-
 namespace belvor::window {
 
-class PanelsTest : public BoxViewTest {
+/// What the mouse does in the drawing area and the panels: the geometry and the edits have tests
+/// of their own, these show that the windows lead from one to the other.
+class PanelsTest : public WindowTest {
 protected:
-    static SIZE sizeOf(HWND window)
+    PanelsTest()
     {
-        RECT client;
-        GetClientRect(window, &client);
-        return {client.right, client.bottom};
+        from.eye = {-1.0, -0.9, 0.8};
+        from.lookAt = {0.3, 0.1, -0.2};
     }
-    /// The pixel at which the plan or elevation panel draws a point.
-    POINT pixel(int number, double h, double v) const
-    {
-        const SIZE size = sizeOf(panel(number));
-        return {static_cast<LONG>(((h + 1) * size.cx + 1) / 2), static_cast<LONG>(((v + 1) * size.cy + 1) / 2)};
-    }
-    double across(int number, LONG px) const { return 2.0 * px / sizeOf(panel(number)).cx - 1; }
-    double down(int number, LONG py) const { return 2.0 * py / sizeOf(panel(number)).cy - 1; }
+    PixelSize pixels(int number) { return {sizeOf(panel(number)).cx, sizeOf(panel(number)).cy}; }
+    SlideScale slide() { return SlideScale(pixels(ID_EYESLIDE), GetSystemMetrics(SM_CYVSCROLL)); }
+    PixelPoint onSlide(double position) { return {slide().x, slide().toPixel(position)}; }
+    PixelPoint onDisc(double bearing, double elevation) { return SphereDisc(pixels(ID_SPHERE)).toPixel({bearing, elevation}); }
 
-    /// The pixel row of the eye slide for a coordinate, and back.
-    struct Slide {
-        double top, bottom;
-        LONG row(double s) const { return static_cast<LONG>(((1 - s) * top + (s + 1) * bottom) * 0.5); }
-        double coordinate(LONG y) const { return (2.0 * y - bottom - top) / (bottom - top); }
-    };
-    Slide slide() const
+    ViewParameters planDrag(Thumbnail which, MarkerDrag drag, PixelPoint to)
     {
-        const int button = GetSystemMetrics(SM_CYVSCROLL);
-        return {static_cast<double>(button), static_cast<double>(sizeOf(panel(ID_EYESLIDE)).cy - button - 1)};
+        return moveMarkers(from, which, draggedMarkers(viewMarkers(from, which), drag, pixels(ID_PLAN), to.x, to.y));
     }
-    static double squashed(double distance) { return std::atan(distance / 2) * 2 / std::numbers::pi; }
-    static double unsquashed(double s) { return 2 * std::tan(s * std::numbers::pi / 2); }
-
-    static void clickAt(HWND window, int px, int py)
+    ViewParameters slideDrag(MarkerDrag drag, double to)
     {
-        moveMouse(window, px, py);
-        pressButton();
-        releaseButton();
+        return moveAlongSight(from, draggedSlide(eyeSlideRecord(from), drag, slide(), onSlide(to).y));
     }
-    static void clickMiddle(HWND window) { clickAt(window, sizeOf(window).cx / 2, sizeOf(window).cy / 2); }
+    ViewParameters sphereDrag(std::uint32_t item, PixelPoint to, SphereKeys keys)
+    {
+        const SphereDirection direction = SphereDisc(pixels(ID_SPHERE)).toDirection(to.x, to.y, keys);
+        return turn(from, {direction.bearing, direction.elevation, item});
+    }
+    ViewParameters turned(SphereArrow arrow, bool large)
+    {
+        const SphereMarker eye = eyeMarker(from);
+        const SphereDirection direction = turnedEye({eye.bearing, eye.elevation}, arrow, large);
+        return turn(from, {direction.bearing, direction.elevation, 0});
+    }
+    ViewParameters clicked(int x, int y) const
+    {
+        const ModelPlace place{boxCentre, boxRadius};
+        return lookAtPixel(from, *buildScene(from, place, {}, drawnWidth, drawnHeight).camera, place.viewToModel(), x, y);
+    }
 
-    LRESULT sliderPosition(int index) const { return program().send(panel(ID_SLIDER + index), TBM_GETPOS); }
-    Program& program() const { return const_cast<PanelsTest*>(this)->WindowTest::program(); }
+    ViewParameters from = wholeModel(freshView(), {});
 };
 
-TEST_F(PanelsTest, StandWhereTheLayoutPutsThem)
+TEST_F(PanelsTest, ADragMakesTheViewThatItsPanelAsksFor)
+{
+    startWith(boxModel());
+    const ViewMarkers plan = viewMarkers(from, Thumbnail::plan), elevation = viewMarkers(from, Thumbnail::elevation);
+    const EyeSlideRecord along = eyeSlideRecord(from);
+    const SphereMarker eye = eyeMarker(from);
+    const PixelSize square = pixels(ID_PLAN), area{drawnWidth, drawnHeight};
+    const PixelPoint there{80, 37}, rim{109, 57}, inside{70, 70}, outside{-40, 100}, beside{640, 100};
+    const struct { const char* why; HWND window; PixelPoint press, release; WORD key; ViewParameters wanted; } drags[] = {
+        {"plan, eye", panel(ID_PLAN), eyePixel(plan, square), there, 0, planDrag(Thumbnail::plan, MarkerDrag::eye, there)},
+        {"plan, look-at point with Shift, out of the panel", panel(ID_PLAN), lookAtPixel(plan, square), outside, VK_SHIFT,
+         planDrag(Thumbnail::plan, MarkerDrag::lookAtKeepingDistance, outside)},
+        {"elevation, look-at point", panel(ID_ELEVATION), lookAtPixel(elevation, square), there, 0,
+         planDrag(Thumbnail::elevation, MarkerDrag::lookAt, there)},
+        {"slide, eye", panel(ID_EYESLIDE), onSlide(along.eye), onSlide(0.7), 0, slideDrag(MarkerDrag::eye, 0.7)},
+        {"slide, look-at point", panel(ID_EYESLIDE), onSlide(along.lookAt), onSlide(-0.2), 0, slideDrag(MarkerDrag::lookAt, -0.2)},
+        {"sphere, light", panel(ID_SPHERE), onDisc(-30, 60), inside, 0, sphereDrag(1, inside, {})},
+        {"sphere, light with Ctrl", panel(ID_SPHERE), onDisc(-30, 60), inside, VK_CONTROL, sphereDrag(1, inside, {false, true})},
+        {"sphere, eye with Shift", panel(ID_SPHERE), onDisc(eye.bearing, eye.elevation), rim, VK_SHIFT,
+         sphereDrag(0, rim, {true, false})},
+        {"a click in the picture, within what counts as no drag", drawing(), {100, 50}, {102, 51}, 0, clicked(100, 50)},
+        {"a rectangle", drawing(), {300, 200}, {456, 228}, 0, zoomBy(from, zoomFactor({456, 228}, area))},
+        {"a rectangle larger than the picture", drawing(), {200, 250}, beside, 0, zoomBy(from, zoomFactor(beside, area))},
+    };
+    for (const auto& d : drags) {
+        show(from);
+        if (d.key) keyDown(d.key);
+        dragMouse(d.window, {{d.press.x, d.press.y}, {d.release.x, d.release.y}});
+        if (d.key) keyUp(d.key);
+        expectView(view(), d.wanted, d.why);
+    }
+    show(from);
+    program().send(program().main(), UM_DISPLAYCLICK, static_cast<WPARAM>(-20), -10);
+    expectView(view(), clicked(-20, -10), "numbers of another program keep their sign");
+}
+
+TEST_F(PanelsTest, AButtonMakesTheViewThatItStandsFor)
 {
     start();
-    const LONG bar = [&] {
-        RECT r;
-        GetWindowRect(program().child(ID_STATUSBAR), &r);
-        return r.bottom - r.top;
-    }();
-    program().resizeClient(clientWidth, 520 + bar);
-    const struct { int number; const wchar_t* className; RECT place; } panels[] = {
-        {ID_PLAN, L"Plan", {55, 0, 170, 115}},           {ID_ELEVATION, L"Plan", {55, 121, 170, 236}},
-        {ID_SPHERE, L"Stereogram", {55, 242, 170, 389}}, {ID_EYESLIDE, L"EyeSlide", {6, 104, 49, 514}},
-        {ID_TOOLBAR, TOOLBARCLASSNAMEW, {15, 0, 39, 92}},
-        {ID_SLIDER, TRACKBAR_CLASSW, {57, 397, 168, 415}}, {ID_SLIDERLAST, TRACKBAR_CLASSW, {57, 507, 168, 525}},
-    };
-    for (const auto& p : panels) {
-        RECT r;
-        GetWindowRect(panel(p.number), &r);
-        MapWindowPoints(nullptr, program().child(ID_CONTROLS), reinterpret_cast<POINT*>(&r), 2);
-        EXPECT_TRUE(EqualRect(&r, &p.place)) << p.number << ": " << r.left << ' ' << r.top << ' ' << r.right << ' ' << r.bottom;
-        wchar_t name[64];
-        GetClassNameW(panel(p.number), name, 64);
-        EXPECT_EQ(std::wstring(name), p.className) << p.number;
-    }
-}
-
-TEST_F(PanelsTest, TheToolbarWorksOnceThereIsAModel)
-{
-    const int commands[] = {ID_WHOLEMODEL, ID_CENTRELOOKAT, ID_PREVIOUSVIEW, ID_INCREASEZOOM};
-    start();
-    for (const int command : commands) EXPECT_EQ(program().send(panel(ID_TOOLBAR), TB_ISBUTTONENABLED, static_cast<WPARAM>(command)), 0) << command;
+    const int commands[] = {ID_WHOLEMODEL, ID_CENTRELOOKAT, ID_PREVIOUSVIEW, ID_INCREASEZOOM};   // top to bottom
+    const HWND toolbar = panel(ID_TOOLBAR);
+    for (const int c : commands) EXPECT_EQ(program().send(toolbar, TB_ISBUTTONENABLED, static_cast<WPARAM>(c)), 0) << c;
     startWith(boxModel());
-    for (const int command : commands) EXPECT_NE(program().send(panel(ID_TOOLBAR), TB_ISBUTTONENABLED, static_cast<WPARAM>(command)), 0) << command;
-
-    const auto click = [&](int position) {
-        RECT button{};
-        program().sendRecordBehind(panel(ID_TOOLBAR), TB_GETITEMRECT, static_cast<WPARAM>(position), &button, sizeof button);
-        clickAt(panel(ID_TOOLBAR), (button.left + button.right) / 2, (button.top + button.bottom) / 2);
+    const EyeSlideRecord along = eyeSlideRecord(from);
+    const HWND slidePanel = panel(ID_EYESLIDE), sphere = panel(ID_SPHERE);
+    const struct { HWND window; int button; WORD key; ViewParameters wanted; } buttons[] = {
+        {slidePanel, ID_ADVANCE, VK_CONTROL, moveAlongSight(from, steppedSlide(along, false, true, false))},
+        {slidePanel, ID_RETREAT, VK_SHIFT, moveAlongSight(from, steppedSlide(along, true, false, true))},
+        {sphere, ID_EYERIGHT, 0, turned(SphereArrow::right, false)}, {sphere, ID_EYELEFT, VK_CONTROL, turned(SphereArrow::left, true)},
+        {sphere, ID_EYEUP, VK_CONTROL, turned(SphereArrow::up, true)}, {sphere, ID_EYEDOWN, 0, turned(SphereArrow::down, false)},
     };
-    click(3);
-    EXPECT_NEAR(view().zoom, 0.364 * std::sqrt(2.0), 1e-5);
-    click(2);
-    EXPECT_NEAR(view().zoom, 0.364, 1e-5);
-    ViewParameters aside;
-    aside.lookAt = {0.2, 0.1, 0.3};
-    show(aside);
-    click(1);
-    expectPoint(view().lookAt, 0, 0, 0, "centred");
-    click(0);
-    EXPECT_NEAR(view().zoom, 0.364, 1e-5);
-}
-
-TEST_F(PanelsTest, DraggingAMarkerMovesItInThatPlane)
-{
-    startWith(boxModel());
-    ViewParameters from = view();
-    from.eye = {-1.0, -0.9, 0.8};
-    from.lookAt = {0.3, 0.1, -0.2};
-    const struct { const char* why; int panel; bool eye, shift; } cases[] = {
-        {"plan, eye", ID_PLAN, true, false},           {"plan, look-at", ID_PLAN, false, false},
-        {"plan, eye with Shift", ID_PLAN, true, true}, {"plan, look-at with Shift", ID_PLAN, false, true},
-        {"elevation, eye", ID_ELEVATION, true, false}, {"elevation, look-at with Shift", ID_ELEVATION, false, true},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.why);
+    for (const auto& b : buttons) {
         show(from);
-        const int vertical = c.panel == ID_PLAN ? 1 : 2;
-        const Point<3>& marker = c.eye ? from.eye : from.lookAt;
-        const POINT press = pixel(c.panel, marker[0] * 0.5, marker[vertical] * -0.5), release = pixel(c.panel, 0.4, -0.35);
-        if (c.shift) keyDown(VK_SHIFT);
-        dragMouse(panel(c.panel), {press, {press.x + 9, press.y - 8}, release});
-        if (c.shift) keyUp(VK_SHIFT);
-
-        Point<3> dragged = marker, other = c.eye ? from.lookAt : from.eye;
-        const double h = across(c.panel, release.x) * 2, v = down(c.panel, release.y) * -2;
-        if (c.shift) {
-            other[0] += h - dragged[0];
-            other[vertical] += v - dragged[vertical];
-        }
-        dragged[0] = h;
-        dragged[vertical] = v;
-        const ViewParameters after = view();
-        const Point<3>& isDragged = c.eye ? after.eye : after.lookAt;
-        const Point<3>& isOther = c.eye ? after.lookAt : after.eye;
-        expectPoint(isDragged, dragged[0], dragged[1], dragged[2], "the marker taken");
-        expectPoint(isOther, other[0], other[1], other[2], "the other one");
+        if (b.key) keyDown(b.key);
+        press(b.window, b.button);
+        if (b.key) keyUp(b.key);
+        expectView(view(), b.wanted, std::to_string(b.button));
     }
-}
-
-TEST_F(PanelsTest, APressBesideTheMarkersDragsNothing)
-{
-    startWith(boxModel());
-    ViewParameters from = view();
-    from.eye = {-1.0, -0.9, 0.8};
     show(from);
-    const std::string before = savedParameters();
-    const POINT lookAt = pixel(ID_PLAN, 0, 0);
-    dragMouse(panel(ID_PLAN), {{lookAt.x + 10, lookAt.y}, {lookAt.x + 30, lookAt.y + 5}, {lookAt.x + 40, lookAt.y + 10}});
-    EXPECT_EQ(savedParameters(), before) << "10 pixels are too far";
-    dragMouse(panel(ID_PLAN), {{lookAt.x + 9, lookAt.y}, {lookAt.x + 30, lookAt.y + 5}, {lookAt.x + 40, lookAt.y + 10}});
-    EXPECT_NE(savedParameters(), before) << "9 pixels are not";
-}
-
-TEST_F(PanelsTest, TheEyeSlideMovesAlongTheLineOfSight)
-{
-    startWith(boxModel());
-    ViewParameters from = view();
-    from.eye = {-1.2, -1.2, 0.9};
-    const double distance = std::sqrt(1.2 * 1.2 * 2 + 0.9 * 0.9), s = squashed(distance);
-    const HWND panelWindow = panel(ID_EYESLIDE);
-    const int middle = sizeOf(panelWindow).cx / 2;
-    const auto expectEyeAt = [&](double wanted, const char* why) {
-        const double scale = wanted / distance;
-        expectPoint(view().eye, -1.2 * scale, -1.2 * scale, 0.9 * scale, why);
+    const ViewParameters centred = centreLookAt(from), wider = increaseZoomAngle(centred);
+    const struct { int position; const ViewParameters& wanted; } clicks[] = {
+        {1, centred}, {3, wider}, {2, centred}, {0, wholeModel(freshView(), {})},
     };
-
-    show(from);
-    clickMiddle(program().child(ID_ADVANCE, panelWindow));
-    expectEyeAt(unsquashed(s * 0.9), "a tenth nearer");
-    show(from);
-    clickMiddle(program().child(ID_RETREAT, panelWindow));
-    expectEyeAt(unsquashed(s * 1.1), "a tenth further");
-    show(from);
-    keyDown(VK_CONTROL);
-    clickMiddle(program().child(ID_ADVANCE, panelWindow));
-    keyUp(VK_CONTROL);
-    expectEyeAt(unsquashed(s * 0.5), "half way with Ctrl");
-
-    show(from);
-    const LONG release = slide().row(0.7);
-    dragMouse(panelWindow, {{middle, slide().row(s)}, {middle, slide().row(0.6)}, {middle + 3, release}});
-    expectEyeAt(unsquashed(slide().coordinate(release)), "dragged");
-
-    show(from);
-    dragMouse(panelWindow, {{middle, slide().row(0)}, {middle, slide().row(-0.1)}, {middle, slide().row(-0.2)}});
-    const double moved = -unsquashed(slide().coordinate(slide().row(-0.2))) / distance;
-    expectPoint(view().lookAt, 1.2 * moved, 1.2 * moved, -0.9 * moved, "the look-at point beyond the centre");
-    expectEyeAt(distance, "the eye stays");
-}
-
-TEST_F(PanelsTest, TheSphereTurnsTheEyeAndTheLights)
-{
-    startWith(boxModel());
-    const ViewParameters from = view();
-    const HWND sphere = panel(ID_SPHERE);
-    const SIZE size = sizeOf(sphere);
-    ASSERT_EQ(size.cx, 115) << "the pixels below belong to this size";
-    const POINT light{49, 72}, eye{33, 81}, right{109, 57}, inside{70, 70};
-
-    const struct { const char* why; WORD key; POINT to; double bearing, elevation; } cases[] = {
-        {"to the rim", 0, right, 90, 0},
-        {"far outside the rim", 0, {200, 57}, 90, 0},
-        {"inside", 0, inside, 45, 58.1801948466054},
-        {"to the grid with Shift", VK_SHIFT, inside, 45, 35.2643896827547},
-        {"below the equator with Ctrl", VK_CONTROL, inside, 45, -58.1801948466054},
-    };
-    for (const auto& c : cases) {
-        show(from);
-        if (c.key) keyDown(c.key);
-        dragMouse(sphere, {light, {60, 65}, c.to});
-        if (c.key) keyUp(c.key);
-        const ViewParameters after = view();
-        EXPECT_NEAR(after.lights[0].bearing, c.bearing, 1e-3) << c.why;
-        EXPECT_NEAR(after.lights[0].elevation, c.elevation, 1e-3) << c.why;
-        EXPECT_EQ(after.lights[0].intensity, 0.6) << c.why;
-    }
-
-    show(from);
-    const std::string before = savedParameters();
-    moveMouse(sphere, light.x, light.y);
-    pressButton();
-    moveMouse(sphere, 80, 40);
-    pressKeys({VK_ESCAPE});
-    moveMouse(sphere, 90, 50);
-    releaseButton();
-    EXPECT_EQ(savedParameters(), before) << "Esc gives the drag up";
-
-    dragMouse(sphere, {eye, {60, 80}, right});
-    const double distance = 4.68668256792222;
-    expectPoint(view().eye, distance, 0, 0, "the eye keeps its distance");
-
-    const struct { const char* why; int button; WORD key; double bearing, elevation; } turns[] = {
-        {"right", ID_EYERIGHT, 0, 1, 0}, {"left with Ctrl", ID_EYELEFT, VK_CONTROL, -5, 0},
-        {"up with Ctrl", ID_EYEUP, VK_CONTROL, 0, 5}, {"down", ID_EYEDOWN, 0, 0, -1},
-    };
-    ViewParameters level = from;
-    level.eye = {3, 0, 0};
-    for (const auto& t : turns) {
-        show(level);
-        if (t.key) keyDown(t.key);
-        clickMiddle(program().child(t.button, sphere));
-        if (t.key) keyUp(t.key);
-        const double b = (90 + t.bearing) * std::numbers::pi / 180, e = t.elevation * std::numbers::pi / 180;
-        expectPoint(view().eye, 3 * std::sin(b) * std::cos(e), -3 * std::cos(b) * std::cos(e), 3 * std::sin(e), t.why);
+    for (const auto& c : clicks) {
+        RECT r{};
+        program().sendRecord(panel(ID_TOOLBAR), TB_GETITEMRECT, static_cast<WPARAM>(c.position), &r, sizeof r);
+        dragMouse(panel(ID_TOOLBAR), {{(r.left + r.right) / 2, (r.top + r.bottom) / 2}});
+        expectView(view(), c.wanted, "toolbar " + std::to_string(c.position));
     }
 }
 
 TEST_F(PanelsTest, SlidersSetIntensitiesAndFollowThem)
 {
     startWith(boxModel());
-    const LRESULT fresh[] = {7, 1, 9, 0, 0, 0, 0};
-    for (int i = 0; i < 7; ++i) EXPECT_EQ(sliderPosition(i), fresh[i]) << i;
-
-    clickAt(panel(ID_SLIDER), sizeOf(panel(ID_SLIDER)).cx - 14, 9);   // one page, four steps up
-    EXPECT_EQ(sliderPosition(0), 11);
-    EXPECT_EQ(view().skyIntensity, 1.0);
-    for (const int index : {1, 4}) {
-        program().send(panel(ID_SLIDER + index), TBM_SETPOS, TRUE, 21);
-        program().send(program().child(ID_CONTROLS), WM_HSCROLL, MAKEWPARAM(TB_ENDTRACK, 0), handleParameter(panel(ID_SLIDER + index)));
-    }
-    ViewParameters bright = view();
-    EXPECT_EQ(bright.groundIntensity, 10.0);
-    EXPECT_EQ(bright.lights[2].intensity, 10.0);
+    const auto expectPositions = [&](std::initializer_list<LRESULT> wanted) {
+        int slider = ID_SLIDER;
+        for (const LRESULT position : wanted) EXPECT_EQ(program().send(panel(slider++), TBM_GETPOS), position) << slider - 1;
+    };
+    expectPositions({7, 1, 9, 0, 0, 0, 0});
+    dragMouse(panel(ID_SLIDER), {{sizeOf(panel(ID_SLIDER)).cx - 14, 9}});   // one page, four steps up
+    program().send(panel(ID_SLIDER + 4), TBM_SETPOS, TRUE, 21);
+    program().send(program().child(ID_CONTROLS), WM_HSCROLL, MAKEWPARAM(TB_ENDTRACK, 0), handleParameter(panel(ID_SLIDER + 4)));
+    ViewParameters bright = wholeModel(freshView(), {});
+    bright.skyIntensity = 1.0;
+    bright.lights[2].intensity = 10.0;
+    expectView(view(), bright, "set");
 
     bright.groundIntensity = 0.0899;
     bright.lights[4].intensity = 1.0;
     bright.lights[0].intensity = 0.0;
     show(bright);
-    const LRESULT shown[] = {11, 0, 0, 0, 21, 0, 11};
-    for (int i = 0; i < 7; ++i) EXPECT_EQ(sliderPosition(i), shown[i]) << i;
+    expectPositions({11, 0, 0, 0, 21, 0, 11});
 }
 
 TEST_F(PanelsTest, PointingAtAToolExplainsIt)
 {
     startWith(boxModel());
-    ViewParameters from = view();
-    from.eye = {-1.2, -1.2, 0.9};
     show(from);
-    const double s = squashed(std::sqrt(1.2 * 1.2 * 2 + 0.9 * 0.9));
-    const int middle = sizeOf(panel(ID_EYESLIDE)).cx / 2;
-    const struct { HWND window; POINT at; int tip, status; } tools[] = {
-        {panel(ID_PLAN), pixel(ID_PLAN, -0.6, 0.6), 599, 1599},
-        {panel(ID_PLAN), pixel(ID_PLAN, 0, 0), 600, 1600},
-        {panel(ID_ELEVATION), pixel(ID_ELEVATION, -0.6, -0.45), 601, 1601},
-        {panel(ID_ELEVATION), pixel(ID_ELEVATION, 0, 0), 602, 1602},
-        {panel(ID_EYESLIDE), {middle, slide().row(s)}, 603, 1603},
-        {panel(ID_EYESLIDE), {middle, slide().row(0)}, 604, 1604},
-        {program().child(ID_ADVANCE, panel(ID_EYESLIDE)), {8, 8}, 589, 1589},
-        {program().child(ID_RETREAT, panel(ID_EYESLIDE)), {8, 8}, 590, 1590},
-        {panel(ID_SPHERE), {49, 72}, 516, 1607},
-        {panel(ID_SPHERE), {33, 81}, 605, 1605},
-        {panel(ID_SPHERE), {57, 57}, 606, 1606},
-        {program().child(ID_EYELEFT, panel(ID_SPHERE)), {8, 8}, 591, 1591},
-        {program().child(ID_EYERIGHT, panel(ID_SPHERE)), {8, 8}, 592, 1592},
-        {program().child(ID_EYEUP, panel(ID_SPHERE)), {8, 8}, 593, 1593},
-        {program().child(ID_EYEDOWN, panel(ID_SPHERE)), {8, 8}, 594, 1594},
-        {panel(ID_SLIDER), {30, 9}, 514, 1514},
+    const ViewMarkers plan = viewMarkers(from, Thumbnail::plan), elevation = viewMarkers(from, Thumbnail::elevation);
+    const SphereMarker eye = eyeMarker(from);
+    const PixelSize square = pixels(ID_PLAN);
+    const auto button = [&](int parent, int number) { return program().child(number, panel(parent)); };
+    const struct { HWND window; PixelPoint at; int tip, status; } tools[] = {
+        {panel(ID_PLAN), eyePixel(plan, square), 599, 1599},
+        {panel(ID_ELEVATION), lookAtPixel(elevation, square), 602, 1602},
+        {panel(ID_EYESLIDE), onSlide(eyeSlideRecord(from).eye), 603, 1603},
+        {button(ID_EYESLIDE, ID_RETREAT), {8, 8}, 590, 1590},
+        {panel(ID_SPHERE), onDisc(-30, 60), 516, 1607},
+        {panel(ID_SPHERE), onDisc(eye.bearing, eye.elevation), 605, 1605},
+        {button(ID_SPHERE, ID_EYELEFT), {8, 8}, 591, 1591},
         {panel(ID_SLIDER + 2), {30, 9}, 516, 1516},
     };
     const auto tipShown = [&](const std::string& text) {
@@ -311,41 +177,71 @@ TEST_F(PanelsTest, PointingAtAToolExplainsIt)
         EXPECT_TRUE(eventually([&] { return program().statusPart(0) != textOf(tool.status); }, 1500)) << tool.status << " stays";
         moveMouse(tool.window, tool.at.x, tool.at.y);
         moveMouse(tool.window, tool.at.x + 1, tool.at.y);
-        EXPECT_TRUE(eventually([&] { return program().statusPart(0) == textOf(tool.status); }, 2000)) << tool.status << ": " << program().statusPart(0);
+        EXPECT_TRUE(program().awaitStatus(textOf(tool.status))) << tool.status << ": " << program().statusPart(0);
         EXPECT_TRUE(eventually([&] { return tipShown(textOf(tool.tip)); }, 500)) << "tooltip " << tool.tip;
     }
     moveMouse(drawing(), 20, 20);
 }
 
-TEST_F(PanelsTest, AnInterruptedDragLeavesTheScreenAsItWas)
+TEST_F(PanelsTest, AnInterruptedDragLeavesTheScreenAndTheViewAsTheyWere)
 {
     startWith(boxModel());
-    ViewParameters from = view();
-    from.eye = {-1.0, -0.9, 0.8};
     show(from);
     const std::string before = savedParameters();
-    const double s = squashed(std::sqrt(1.0 + 0.81 + 0.64));
-    const struct { const char* why; int panel; POINT press; } drags[] = {
-        {"plan", ID_PLAN, pixel(ID_PLAN, -0.5, 0.45)},
-        {"eye slide", ID_EYESLIDE, {sizeOf(panel(ID_EYESLIDE)).cx / 2, slide().row(s)}},
-        {"sphere", ID_SPHERE, {49, 72}},
+    const auto endCapture = [&](HWND window) { program().send(window, WM_CAPTURECHANGED, 0, 0); };
+    const auto pressEscape = [](HWND) { pressKeys({VK_ESCAPE}); };
+    const auto clickRight = [](HWND) { rightClick(); };
+    const struct { const char* why; HWND window; PixelPoint press; std::function<void(HWND)> interrupt; } drags[] = {
+        {"plan", panel(ID_PLAN), eyePixel(viewMarkers(from, Thumbnail::plan), pixels(ID_PLAN)), endCapture},
+        {"eye slide", panel(ID_EYESLIDE), onSlide(eyeSlideRecord(from).eye), endCapture},
+        {"sphere", panel(ID_SPHERE), onDisc(-30, 60), pressEscape},
+        {"drawing area", drawing(), {300, 200}, clickRight},
     };
     for (const auto& d : drags) {
-        moveMouse(drawing(), 20, 20);
+        moveMouse(program().child(ID_STATUSBAR), 5, 5);
         Sleep(700);   // tooltips go
-        const Picture untouched = screenOf(panel(d.panel));
-        moveMouse(panel(d.panel), d.press.x, d.press.y);
+        const Picture untouched = screenOf(d.window);
+        moveMouse(d.window, d.press.x, d.press.y);
         pressButton();
-        moveMouse(panel(d.panel), 30, 40);
-        EXPECT_NE(difference(screenOf(panel(d.panel)), untouched), "") << d.why << ": the drag shows";
-        RedrawWindow(panel(d.panel), nullptr, nullptr, RDW_INVALIDATE);
-        moveMouse(panel(d.panel), 24, 60);
-        program().send(panel(d.panel), WM_CAPTURECHANGED, 0, 0);
+        moveMouse(d.window, 30, 40);
+        const Picture dragged = screenOf(d.window);
+        EXPECT_NE(dragged, untouched) << d.why << ": the drag shows";
+        RedrawWindow(d.window, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+        EXPECT_EQ(difference(screenOf(d.window), dragged), "") << d.why << ", painted";
+        moveMouse(d.window, 24, 60);
+        d.interrupt(d.window);
         releaseButton();
-        moveMouse(drawing(), 20, 20);
-        EXPECT_TRUE(eventually([&] { return screenOf(panel(d.panel)) == untouched; }, 3000)) << d.why << ": " << difference(screenOf(panel(d.panel)), untouched);
+        moveMouse(program().child(ID_STATUSBAR), 5, 5);
+        EXPECT_TRUE(eventually([&] { return screenOf(d.window) == untouched; }, 3000)) << d.why;
     }
     EXPECT_EQ(savedParameters(), before);
+}
+
+TEST_F(PanelsTest, ADragDuringARenderLeavesNoTrace)
+{
+    const std::string model = sphereModel(200000);
+    startWith(model);
+    const Picture picture = rendered(model);
+    ASSERT_EQ(awaitPicture(picture), "");
+    for (int k = 0; k < 3; ++k) {
+        program().command(ID_INCREASEZOOM);
+        program().command(ID_WHOLEMODEL);   // a render of some tenths of a second
+        moveMouse(drawing(), 300, 200);
+        pressButton();
+        for (int across = 310; across < 500; across += 40) moveMouse(drawing(), across, 150);
+        program().send(drawing(), WM_RBUTTONDOWN, 0, MAKELPARAM(10, 10));
+        releaseButton();
+        EXPECT_EQ(awaitPicture(picture), "");
+    }
+}
+
+TEST_F(PanelsTest, WithoutAModelTheMouseAsksForNothing)
+{
+    start();
+    dragMouse(drawing(), {{100, 100}, {200, 200}, {300, 250}});
+    dragMouse(drawing(), {{50, 50}});
+    EXPECT_EQ(countOther(screenOf(drawing()), 0), 0);
+    EXPECT_EQ(close(), 0) << "no view to save, no question";
 }
 
 }   // namespace belvor::window

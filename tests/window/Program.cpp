@@ -1,45 +1,15 @@
 #include "tests/window/Program.h"
 
-#include "platform/Utf16.h"
 #include "resources/ids.h"
-#include "tests/window/Watchdog.h"
 
 #include <commctrl.h>
+#include <shlobj.h>
 
 #include <algorithm>
-#include <cstring>
 
 namespace belvor::window {
 
 namespace {
-
-/// Memory in another process, for messages whose record the system does not carry across.
-class ForeignMemory {
-public:
-    ForeignMemory(HANDLE owner, std::size_t bytes)
-        : process(owner), size(bytes), place(VirtualAllocEx(owner, nullptr, bytes, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE))
-    {
-        if (!place) throw Failure("no memory in the program");
-    }
-    ForeignMemory(const ForeignMemory&) = delete;
-    ForeignMemory& operator=(const ForeignMemory&) = delete;
-    ~ForeignMemory() { VirtualFreeEx(process, place, 0, MEM_RELEASE); }
-
-    void write(const void* from) const
-    {
-        if (!WriteProcessMemory(process, place, from, size, nullptr)) throw Failure("the program's memory cannot be written");
-    }
-    void read(void* to) const
-    {
-        if (!ReadProcessMemory(process, place, to, size, nullptr)) throw Failure("the program's memory cannot be read");
-    }
-    void* get() const noexcept { return place; }
-
-private:
-    HANDLE process;
-    std::size_t size;
-    void* place;
-};
 
 std::string className(HWND window)
 {
@@ -56,9 +26,8 @@ struct Search {
 BOOL CALLBACK visit(HWND window, LPARAM lParam)
 {
     auto& search = *reinterpret_cast<Search*>(lParam);
-    if (!search.wanted(window)) return TRUE;
-    search.found = window;
-    return FALSE;
+    if (search.wanted(window)) search.found = window;
+    return !search.found;
 }
 
 /// The first window, below `parent` or on the desktop, that `wanted` takes.
@@ -70,90 +39,63 @@ HWND findWindow(HWND parent, const std::function<bool(HWND)>& wanted)
     return search.found;
 }
 
-bool belongsTo(HWND window, DWORD process)
+/// A visible top-level window of that process and class.
+bool isWindowOf(HANDLE process, const char* wantedClass, HWND window)
 {
     DWORD owner = 0;
     GetWindowThreadProcessId(window, &owner);
-    return owner == process;
+    return owner == GetProcessId(process) && IsWindowVisible(window) && className(window) == wantedClass;
 }
 
-std::wstring commandLine(const std::string& program, const std::vector<std::string>& arguments)
-{
-    std::string line = '"' + program + '"';
-    for (const std::string& argument : arguments) line += " \"" + argument + '"';
-    return toWide(line);
-}
-
-PROCESS_INFORMATION startProcess(const std::string& program, const std::vector<std::string>& arguments)
-{
-    std::wstring line = commandLine(program, arguments);
-    STARTUPINFOW start{};
-    start.cb = sizeof start;
-    PROCESS_INFORMATION started{};
-    if (!CreateProcessW(toWide(program).c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &started))
-        throw Failure("cannot start " + program);
-    CloseHandle(started.hThread);
-    return started;
-}
+bool gone(HWND window) { return !IsWindow(window) || !IsWindowVisible(window); }
 
 }   // namespace
 
 bool eventually(const std::function<bool()>& answer, int milliseconds)
 {
-    const ULONGLONG end = GetTickCount64() + static_cast<ULONGLONG>(milliseconds);
-    for (;;) {
-        if (answer()) return true;
+    for (const ULONGLONG end = GetTickCount64() + static_cast<ULONGLONG>(milliseconds); !answer(); Sleep(10))
         if (GetTickCount64() >= end) return false;
-        Sleep(10);
-    }
+    return true;
 }
 
-void await(const char* what, const std::function<bool()>& answer, int milliseconds)
+void await(const std::string& what, const std::function<bool()>& answer, int milliseconds)
 {
-    if (!eventually(answer, milliseconds)) throw Failure(std::string("waited in vain for ") + what);
+    if (!eventually(answer, milliseconds)) throw Failure("waited in vain for " + what);
 }
 
-std::string besideUs(const char* name)
+PROCESS_INFORMATION startProcess(const std::string& name, const std::vector<std::string>& arguments)
 {
-    wchar_t path[1024];
-    const DWORD length = GetModuleFileNameW(nullptr, path, 1024);
-    std::string own = toUtf8({path, length});
-    return own.substr(0, own.find_last_of('\\') + 1) + name;
+    wchar_t own[1024];
+    GetModuleFileNameW(nullptr, own, 1024);
+    const std::wstring folder(own, std::wstring_view(own).find_last_of(L'\\') + 1), program = folder + toWide(name);
+    std::wstring line = L'"' + program + L'"';
+    for (const std::string& argument : arguments) line += L" \"" + toWide(argument) + L'"';
+    STARTUPINFOW start{};
+    start.cb = sizeof start;
+    PROCESS_INFORMATION started{};
+    if (!CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &started))
+        throw Failure("cannot start " + name);
+    CloseHandle(started.hThread);
+    return started;
 }
 
-int run(const std::string& program, const std::vector<std::string>& arguments)
+int run(const std::string& name, const std::vector<std::string>& arguments)
 {
-    const PROCESS_INFORMATION started = startProcess(program, arguments);
-    const KernelHandle process(started.hProcess);
-    if (WaitForSingleObject(process.get(), 60000) != WAIT_OBJECT_0) {
-        TerminateProcess(process.get(), 1);
-        throw Failure(program + " did not end");
-    }
-    DWORD status = 1;
+    const KernelHandle process(startProcess(name, arguments).hProcess);
+    DWORD status = STILL_ACTIVE;
+    if (WaitForSingleObject(process.get(), 60000) != WAIT_OBJECT_0) TerminateProcess(process.get(), 1);
     GetExitCodeProcess(process.get(), &status);
     return static_cast<int>(status);
 }
 
-Program::Program(const std::vector<std::string>& arguments)
+Program::Program(const std::vector<std::string>& arguments) : process(startProcess("belvor.exe", arguments).hProcess)
 {
-    const PROCESS_INFORMATION started = startProcess(besideUs("belvor.exe"), arguments);
-    process = KernelHandle(started.hProcess);
-    id = started.dwProcessId;
-    Watchdog::guard(*this);
     await("the main window", [&] {
-        mainWindow = findWindow(nullptr, [&](HWND window) {
-            return belongsTo(window, id) && className(window) == "Belvor" && IsWindowVisible(window);
-        });
+        mainWindow = findWindow(nullptr, [&](HWND window) { return isWindowOf(process.get(), "Belvor", window); });
         return mainWindow != nullptr;
     });
     SetForegroundWindow(mainWindow);
     send(mainWindow, WM_NULL);   // it answers: the message loop runs
-}
-
-Program::~Program()
-{
-    Watchdog::release();
-    kill();
 }
 
 HWND Program::child(int number, HWND within) const
@@ -162,8 +104,6 @@ HWND Program::child(int number, HWND within) const
     if (!found) throw Failure("there is no control " + std::to_string(number));
     return found;
 }
-
-bool Program::running() const noexcept { return WaitForSingleObject(process.get(), 0) == WAIT_TIMEOUT; }
 
 int Program::exitStatus(int milliseconds)
 {
@@ -180,32 +120,43 @@ void Program::kill() noexcept
     WaitForSingleObject(process.get(), 5000);
 }
 
-void Program::command(int number) const { PostMessageW(mainWindow, WM_COMMAND, static_cast<WPARAM>(number), 0); }
+HWND Program::openDialog(int number, const std::string& caption) const
+{
+    PostMessageW(mainWindow, WM_COMMAND, static_cast<WPARAM>(number), 0);
+    return awaitDialog(caption);
+}
 
-LRESULT Program::send(HWND to, UINT message, WPARAM wParam, LPARAM lParam, UINT milliseconds) const
+LRESULT Program::send(HWND to, UINT message, WPARAM wParam, LPARAM lParam) const
 {
     DWORD_PTR result = 0;
-    if (!SendMessageTimeoutW(to, message, wParam, lParam, SMTO_NORMAL, milliseconds, &result))
+    if (!SendMessageTimeoutW(to, message, wParam, lParam, SMTO_NORMAL, 10000, &result))
         throw Failure("message " + std::to_string(message) + " was not answered");
     return static_cast<LRESULT>(result);
 }
 
-LRESULT Program::sendRecord(HWND to, UINT message, void* bytes, std::size_t size, LPARAM lParam) const
+void* Program::copyInto(const void* bytes, std::size_t size) const
 {
-    const ForeignMemory memory(process.get(), size);
-    memory.write(bytes);
-    const LRESULT result = send(to, message, reinterpret_cast<WPARAM>(memory.get()), lParam);
-    memory.read(bytes);
+    void* const place = VirtualAllocEx(process.get(), nullptr, size, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE);
+    if (!WriteProcessMemory(process.get(), place, bytes, size, nullptr)) throw Failure("no memory in the program");
+    return place;
+}
+
+LRESULT Program::sendRecord(HWND to, UINT message, WPARAM wParam, void* bytes, std::size_t size) const
+{
+    void* const place = copyInto(bytes, size);
+    const LRESULT result = send(to, message, wParam, reinterpret_cast<LPARAM>(place));
+    ReadProcessMemory(process.get(), place, bytes, size, nullptr);
+    VirtualFreeEx(process.get(), place, 0, MEM_RELEASE);
     return result;
 }
 
-LRESULT Program::sendRecordBehind(HWND to, UINT message, WPARAM wParam, void* bytes, std::size_t size) const
+void Program::dropFile(const std::string& path) const
 {
-    const ForeignMemory memory(process.get(), size);
-    memory.write(bytes);
-    const LRESULT result = send(to, message, wParam, reinterpret_cast<LPARAM>(memory.get()));
-    memory.read(bytes);
-    return result;
+    const std::wstring name = toWide(path);
+    DROPFILES head{sizeof head, {}, FALSE, TRUE};
+    std::string record(reinterpret_cast<const char*>(&head), sizeof head);
+    record.append(reinterpret_cast<const char*>(name.c_str()), 2 * name.size()).append(4, '\0');   // the second zero ends the list
+    PostMessageW(mainWindow, WM_DROPFILES, reinterpret_cast<WPARAM>(copyInto(record.data(), record.size())), 0);
 }
 
 std::string Program::textOf(HWND window) const
@@ -218,31 +169,31 @@ std::string Program::textOf(HWND window) const
 std::string Program::statusPart(int part) const
 {
     wchar_t text[1024] = L"";
-    sendRecordBehind(child(ID_STATUSBAR), SB_GETTEXTW, static_cast<WPARAM>(part), text, sizeof text);
+    sendRecord(child(ID_STATUSBAR), SB_GETTEXTW, static_cast<WPARAM>(part), text, sizeof text);
     return toUtf8({text, std::find(text, text + 1023, L'\0')});
 }
 
 HWND Program::dialog(const std::string& caption) const
 {
     return findWindow(nullptr, [&](HWND window) {
-        if (!belongsTo(window, id) || !IsWindowVisible(window) || className(window) != "#32770") return false;
-        wchar_t text[256];
-        const int length = GetWindowTextW(window, text, 256);
-        return toUtf8({text, static_cast<std::size_t>(length)}) == caption;
+        if (!isWindowOf(process.get(), "#32770", window)) return false;
+        wchar_t text[256] = L"";
+        GetWindowTextW(window, text, 256);
+        return lstrcmpiW(text, toWide(caption).c_str()) == 0;
     });
 }
 
-HWND Program::awaitDialog(const std::string& caption, int milliseconds) const
+HWND Program::awaitDialog(const std::string& caption) const
 {
     HWND found = nullptr;
-    await(("the dialog \"" + caption + '"').c_str(), [&] { return (found = dialog(caption)) != nullptr; }, milliseconds);
+    await("the dialog " + caption, [&] { return (found = dialog(caption)) != nullptr; });
     return found;
 }
 
 void Program::answer(HWND box, int button) const
 {
     PostMessageW(box, WM_COMMAND, static_cast<WPARAM>(button), reinterpret_cast<LPARAM>(GetDlgItem(box, button)));
-    await("the dialog to go", [&] { return !IsWindow(box) || !IsWindowVisible(box); });
+    await("the dialog to go", [&] { return gone(box); });
 }
 
 std::string Program::messageOf(HWND box) const
@@ -272,8 +223,9 @@ void Program::chooseFile(HWND box, const std::string& path) const
             return false;
         }
         PostMessageW(box, WM_COMMAND, IDOK, reinterpret_cast<LPARAM>(GetDlgItem(box, IDOK)));
-        return eventually([&] { return !IsWindowVisible(box) || !IsWindowEnabled(box); }, 1000);
+        return eventually([&] { return gone(box) || !IsWindowEnabled(box); }, 1000);
     });
+    if (IsWindow(mainWindow)) SendMessageTimeoutW(mainWindow, WM_NULL, 0, 0, SMTO_NORMAL, 10000, nullptr);
 }
 
 void Program::resizeClient(int width, int height) const
@@ -284,8 +236,6 @@ void Program::resizeClient(int width, int height) const
     SetWindowPos(mainWindow, nullptr, 0, 0, width + (frame.right - frame.left - client.right),
                  height + (frame.bottom - frame.top - client.bottom), SWP_NOZORDER);
     send(mainWindow, WM_NULL);
-    GetClientRect(mainWindow, &client);
-    if (client.right != width || client.bottom != height) throw Failure("the window does not take its size");
 }
 
 }   // namespace belvor::window

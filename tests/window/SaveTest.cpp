@@ -1,80 +1,39 @@
-#include "platform/Utf16.h"
 #include "tests/window/WindowTest.h"
 
 namespace belvor::window {
 
 namespace {
 
-bool exists(const std::string& path) { return GetFileAttributesW(toWide(path).c_str()) != INVALID_FILE_ATTRIBUTES; }
-
-/// The program writes an image in the background: waits until the file has that many bytes.
-bool awaitFile(const std::string& path, std::size_t size)
-{
-    return eventually([&] {
-        WIN32_FILE_ATTRIBUTE_DATA data;
-        return GetFileAttributesExW(toWide(path).c_str(), GetFileExInfoStandard, &data) && data.nFileSizeLow == size;
-    });
-}
+const std::string typedView = "Belvor View Parameters 1.0\n-6 -4 5\n2 1.5 1\n0.5\n0\n0.3\n0.2\n-30 60 0.6\n";
 
 }   // namespace
 
-class SaveTest : public WindowTest {
-protected:
-    /// The file dialog of Save As has the system's own caption.
-    HWND saveDialog()
-    {
-        HWND box = nullptr;
-        await("the Save As dialog", [&] {
-            for (const char* caption : {"Save As", "Save as"})
-                if (!box) box = program().dialog(caption);
-            return box != nullptr;
-        });
-        return box;
-    }
-    std::string reference(const std::string& model)
-    {
-        const std::string image = inFolder("reference.omb");
-        EXPECT_EQ(run(besideUs("belvor-render.exe"), {"--quiet", model, image}), 0);
-        return readFile(image);
-    }
-};
-
-TEST_F(SaveTest, WritesTheSameBytesAsBelvorRender)
+TEST_F(WindowTest, WritesTheSameBytesAsBelvorRender)
 {
     startWith(boxModel());
-    const std::string wanted = reference(boxModel()), image = inFolder("saved.omb");
-    program().command(ID_SAVEAS);
-    program().chooseFile(saveDialog(), image);
-    ASSERT_TRUE(awaitFile(image, wanted.size()));
-    EXPECT_TRUE(readFile(image) == wanted);
+    const std::string wanted = reference(boxModel(), "800x600"), image = inFolder("saved.omb");
+    for (int twice = 0; twice < 2; ++twice)   // Save asks for a name until there is one
+        program().answer(program().openDialog(ID_SAVE, "Save As"), IDCANCEL);
+    saveAs(image);
+    ASSERT_TRUE(eventually([&] { return readFile(image) == wanted; }));
 
-    // Save writes the same file without a question, the view of now.
     DeleteFileW(toWide(image).c_str());
+    program().command(ID_SAVE);   // the same file without a question, the view of now
+    ASSERT_TRUE(eventually([&] { return readFile(image) == wanted; }));
+
+    program().send(program().main(), WM_USER + 108, 250, 130);   // the image size
+    loadParameters(typedView);
     program().command(ID_SAVE);
-    ASSERT_TRUE(awaitFile(image, wanted.size()));
-    EXPECT_TRUE(readFile(image) == wanted);
+    EXPECT_TRUE(eventually([&] { return readFile(image) == reference(boxModel(), "250x130", typedView); }));
     PostMessageW(program().main(), WM_CLOSE, 0, 0);
     EXPECT_EQ(program().exitStatus(), 0) << "the picture is saved: no question";
-    DeleteFileW(toWide(image).c_str());
 }
 
-TEST_F(SaveTest, AsksOnceForANameWhenThereIsNone)
+TEST_F(WindowTest, TheQuestionBeforeAPictureIsLostHasThreeAnswers)
 {
     startWith(boxModel());
-    program().command(ID_SAVE);
-    const HWND box = saveDialog();
-    program().answer(box, IDCANCEL);
-    program().command(ID_SAVE);
-    program().answer(saveDialog(), IDCANCEL);
-    EXPECT_TRUE(program().running());
-}
-
-TEST_F(SaveTest, TheQuestionBeforeAPictureIsLostHasThreeAnswers)
-{
-    startWith(boxModel());
-    const HWND main = program().main();
     const auto ask = [&] {
-        PostMessageW(main, WM_CLOSE, 0, 0);
+        PostMessageW(program().main(), WM_CLOSE, 0, 0);
         return program().awaitDialog(textOf(126));
     };
     HWND question = ask();
@@ -83,34 +42,27 @@ TEST_F(SaveTest, TheQuestionBeforeAPictureIsLostHasThreeAnswers)
     EXPECT_TRUE(program().running()) << "Cancel keeps the program";
 
     program().answer(ask(), IDYES);
-    program().answer(saveDialog(), IDCANCEL);
-    program().send(main, WM_NULL);
+    program().answer(program().awaitDialog("Save As"), IDCANCEL);
+    program().send(program().main(), WM_NULL);
     EXPECT_TRUE(program().running()) << "a Save As given up counts as no save";
 
-    const std::string image = inFolder("asked.omb"), wanted = reference(boxModel());
+    const std::string image = inFolder("asked.omb");
     program().answer(ask(), IDYES);
-    program().chooseFile(saveDialog(), image);
+    program().chooseFile(program().awaitDialog("Save As"), image);
     EXPECT_EQ(program().exitStatus(), 0) << "Yes saves and goes on";
-    ASSERT_TRUE(exists(image));
-    EXPECT_TRUE(readFile(image) == wanted) << "written to the end before the program has gone";
-    DeleteFileW(toWide(image).c_str());
-
-    startWith(boxModel());
-    EXPECT_EQ(close(IDNO), 0) << "No goes on";
+    EXPECT_TRUE(readFile(image) == reference(boxModel(), "800x600")) << "written to the end before the program has gone";
 }
 
-TEST_F(SaveTest, AnImageThatCannotBeWrittenIsAWarning)
+TEST_F(WindowTest, AnImageThatCannotBeWrittenIsAWarning)
 {
     startWith(boxModel());
     const std::string image = inFolder("locked.omb");
     const KernelHandle locked(CreateFileW(toWide(image).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
-    ASSERT_TRUE(static_cast<bool>(locked));
-    program().command(ID_SAVEAS);
-    program().chooseFile(saveDialog(), image);
+    program().chooseFile(program().openDialog(ID_SAVEAS, "Save As"), image);
     // First the system's own question whether to replace the file, then ours or the system's refusal.
     HWND box = nullptr;
     await("the refusal", [&] {
-        for (const char* caption : {"Save as", "Error", "Warning"}) {
+        for (const char* caption : {"Save As", "Error", "Warning"}) {
             const HWND found = program().dialog(caption);
             if (!found || GetDlgItem(found, 0x47C)) continue;
             if (GetDlgItem(found, IDYES)) PostMessageW(found, WM_COMMAND, IDYES, 0);
@@ -119,27 +71,23 @@ TEST_F(SaveTest, AnImageThatCannotBeWrittenIsAWarning)
         return box != nullptr;
     });
     program().answer(box, IDOK);
-    EXPECT_TRUE(program().running());
     EXPECT_EQ(program().title(), "Belvor - box.thf");
 }
 
-TEST_F(SaveTest, ParametersComeBackAsTheyWere)
+TEST_F(WindowTest, ParametersComeBackAsTheyWereAndPreviousViewToggles)
 {
     startWith(boxModel());
     const std::string first = savedParameters();
-    EXPECT_EQ(first.substr(0, 26), "Belvor View Parameters 1.0");
-    const std::string view = inFolder("typed.bvp");
-    writeFile(view, "Belvor View Parameters 1.0\n-6 -4 5\n2 1.5 1\n0.5\n0\n0.3\n0.2\n-30 60 0.6\n90 30 0.4\n0 30 0\n90 30 0\n-90 30 0\n");
-    loadParameters(view);
-    EXPECT_EQ(awaitPicture(rendered(boxModel(), view)), "");
+    loadParameters(typedView);
+    EXPECT_EQ(awaitPicture(rendered(boxModel(), typedView)), "");
     const std::string second = savedParameters();
     EXPECT_NE(second, first);
-    program().command(ID_PREVIOUSVIEW);
-    program().send(program().main(), WM_NULL);
-    EXPECT_EQ(savedParameters(), first);
-    program().command(ID_PREVIOUSVIEW);
-    program().send(program().main(), WM_NULL);
-    EXPECT_EQ(savedParameters(), second);
+    for (const std::string& wanted : {first, second}) {
+        program().command(ID_PREVIOUSVIEW);
+        EXPECT_EQ(savedParameters(), wanted);
+    }
+    loadParameters("Belvor View Parameters 2.0\n1 1 1\n");
+    EXPECT_EQ(savedParameters(), second) << "a file of another kind changes nothing";
 }
 
 }   // namespace belvor::window

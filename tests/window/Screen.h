@@ -18,9 +18,9 @@ struct Picture {
 
 /// What the screen shows of a window's client area.
 Picture screenOf(HWND window);
-/// The colour image of an Ombr file.
-Picture readOmbr(const std::string& path);
-/// Empty when the pictures are equal, else how many pixels differ and where the first is.
+/// The colour image in the bytes of an Ombr file.
+Picture pictureIn(const std::string& ombr);
+/// Empty when the pictures are equal, else how much differs.
 std::string difference(const Picture& a, const Picture& b);
 /// Pixels of the picture that are not of that colour.
 int countOther(const Picture& picture, std::uint32_t colour);

@@ -1,10 +1,24 @@
+#include "app/state/WindowLayout.h"
 #include "tests/window/WindowTest.h"
+#include "ui/panels/ControlsLayout.h"
 
 #include <commctrl.h>
 
 namespace belvor::window {
 
-TEST_F(WindowTest, StartsEmptyWithItsChildrenInPlace)
+namespace {
+
+RECT placeOf(HWND window)
+{
+    RECT r;
+    GetWindowRect(window, &r);
+    MapWindowPoints(nullptr, GetParent(window), reinterpret_cast<POINT*>(&r), 2);
+    return {r.left, r.top, r.right - r.left, r.bottom - r.top};
+}
+
+}   // namespace
+
+TEST_F(WindowTest, StartsEmptyWithEverythingInPlace)
 {
     start();
     EXPECT_EQ(program().title(), "Belvor");
@@ -12,64 +26,53 @@ TEST_F(WindowTest, StartsEmptyWithItsChildrenInPlace)
     EXPECT_FALSE(IsWindowEnabled(program().child(ID_CONTROLS)));
     EXPECT_EQ(countOther(screenOf(drawing()), 0x000000), 0) << "nothing is drawn yet";
 
-    const struct { int number; const wchar_t* className; const wchar_t* name; } children[] = {
-        {ID_DISPLAY, L"Display", L"Drawing"},
-        {ID_CONTROLS, L"Controls", L"ControlPanel"},
+    const HWND main = program().main(), controls = program().child(ID_CONTROLS), status = program().child(ID_STATUSBAR);
+    WindowShape shape{clientWidth, clientHeight, static_cast<int>(placeOf(status).bottom), false, true, {}};
+    const WindowLayout whole = layOut(shape);
+    const ControlsLayout strip = layOutControls({WindowLayout::controlsWidth, whole.controls.height});
+    const auto expectPlace = [](HWND window, const auto& wanted) {
+        const RECT is = placeOf(window);
+        EXPECT_TRUE(is.left == wanted.x && is.top == wanted.y && is.right == wanted.width && is.bottom == wanted.height)
+            << GetDlgCtrlID(window) << ": " << is.left << ' ' << is.top << ' ' << is.right << ' ' << is.bottom;
     };
-    for (const auto& c : children) EXPECT_EQ(FindWindowExW(program().main(), nullptr, c.className, c.name), program().child(c.number)) << c.number;
+    expectPlace(drawing(), whole.display);
+    expectPlace(controls, whole.controls);
+    expectPlace(status, whole.status);
+    const struct { int number; HWND parent; const wchar_t *className, *name; Place place; } panels[] = {
+        {ID_PLAN, controls, L"Plan", L"Plan", strip.plan},
+        {ID_ELEVATION, controls, L"Plan", L"Elevation", strip.elevation},
+        {ID_SPHERE, controls, L"Stereogram", L"Stereogram", strip.sphere},
+        {ID_EYESLIDE, controls, L"EyeSlide", L"Eye", strip.eyeSlide},
+        {ID_TOOLBAR, controls, TOOLBARCLASSNAMEW, nullptr, strip.toolbar},
+        {ID_SLIDERLAST, controls, TRACKBAR_CLASSW, L"Light6", strip.sliders[6]},
+    };
+    for (const auto& p : panels) {
+        EXPECT_EQ(FindWindowExW(p.parent, nullptr, p.className, p.name), panel(p.number)) << p.number;
+        expectPlace(panel(p.number), p.place);
+    }
+    EXPECT_EQ(FindWindowExW(main, nullptr, L"Display", L"Drawing"), drawing());
+    EXPECT_EQ(FindWindowExW(main, nullptr, L"Controls", L"ControlPanel"), controls);
+    int parts[4] = {};
+    EXPECT_EQ(program().sendRecord(status, SB_GETPARTS, 4, parts, sizeof parts), 4);
+    EXPECT_TRUE(std::equal(parts, parts + 4, whole.partEnds));
+
+    program().command(ID_SHOWCONTROLS);
+    EXPECT_FALSE(IsWindowVisible(controls));
+    shape.showControls = false;
+    expectPlace(drawing(), layOut(shape).display);
+    program().command(ID_SHOWCONTROLS);
+    EXPECT_TRUE(IsWindowVisible(controls));
+    expectPlace(drawing(), whole.display);
     EXPECT_EQ(close(), 0);
-}
-
-TEST_F(WindowTest, LaysOutItsChildren)
-{
-    start();
-    const auto place = [&](int number) {
-        RECT r;
-        GetWindowRect(program().child(number), &r);
-        MapWindowPoints(nullptr, program().main(), reinterpret_cast<POINT*>(&r), 2);
-        return r;
-    };
-    const LONG bar = place(ID_STATUSBAR).bottom - place(ID_STATUSBAR).top;
-    EXPECT_EQ(place(ID_STATUSBAR).bottom, clientHeight);
-    int parts[8] = {};
-    EXPECT_EQ(program().sendRecordBehind(program().child(ID_STATUSBAR), SB_GETPARTS, 8, parts, sizeof parts), 4);
-    EXPECT_EQ(parts[0], 313);
-    EXPECT_EQ(parts[1], 470);
-    EXPECT_EQ(parts[2], 627);
-
-    const RECT controls = place(ID_CONTROLS), area = place(ID_DISPLAY);
-    EXPECT_EQ(controls.left, 608);
-    EXPECT_EQ(controls.right, 784);
-    EXPECT_EQ(controls.bottom, clientHeight - bar);
-    EXPECT_EQ(area.left, 0);
-    EXPECT_EQ(area.right, drawnWidth);
-    EXPECT_EQ(area.bottom - area.top, drawnHeight);
-    EXPECT_EQ(area.top, (clientHeight - bar - drawnHeight) / 2);
-
-    program().command(ID_SHOWCONTROLS);
-    await("the strip to go", [&] { return !IsWindowVisible(program().child(ID_CONTROLS)); });
-    program().send(program().main(), WM_NULL);
-    EXPECT_EQ(place(ID_DISPLAY).bottom - place(ID_DISPLAY).top, clientHeight - bar) << "the whole height, the width in proportion";
-    program().command(ID_SHOWCONTROLS);
-    await("the strip to come back", [&] { return IsWindowVisible(program().child(ID_CONTROLS)) != FALSE; });
-    program().send(program().main(), WM_NULL);
-    EXPECT_EQ(place(ID_DISPLAY).right, drawnWidth);
 }
 
 TEST_F(WindowTest, SurvivesSizesThatLeaveNoRoom)
 {
     startWith(boxModel());
-    const struct { const char* why; int width, height; } sizes[] = {
-        {"narrower than the control strip", 100, 400}, {"no height for the drawing", 400, 10}, {"nothing at all", 0, 0},
-    };
-    for (const auto& s : sizes) {
-        RECT frame, client;
-        GetWindowRect(program().main(), &frame);
-        GetClientRect(program().main(), &client);
-        SetWindowPos(program().main(), nullptr, 0, 0, s.width + (frame.right - frame.left - client.right),
-                     s.height + (frame.bottom - frame.top - client.bottom), SWP_NOZORDER | SWP_NOSENDCHANGING);
+    for (const SIZE& s : {SIZE{100, 400}, {400, 10}, {0, 0}}) {
+        SetWindowPos(program().main(), nullptr, 0, 0, s.cx, s.cy, SWP_NOZORDER | SWP_NOSENDCHANGING);
         program().send(program().main(), WM_NULL);
-        EXPECT_TRUE(program().running()) << s.why;
+        EXPECT_TRUE(program().running()) << s.cx;
     }
     ShowWindow(program().main(), SW_MINIMIZE);
     program().send(program().main(), WM_NULL);
@@ -81,35 +84,28 @@ TEST_F(WindowTest, SurvivesSizesThatLeaveNoRoom)
 TEST_F(WindowTest, FullScreenCoversTheScreenAndAClickReturns)
 {
     startWith(boxModel());
+    const HWND main = program().main(), status = program().child(ID_STATUSBAR), controls = program().child(ID_CONTROLS);
     for (const bool maximised : {false, true}) {
         SCOPED_TRACE(maximised ? "from maximised" : "from a normal window");
-        if (maximised) ShowWindow(program().main(), SW_MAXIMIZE);
-        program().send(program().main(), WM_NULL);
-        RECT before;
-        GetWindowRect(program().main(), &before);
+        if (maximised) ShowWindow(main, SW_MAXIMIZE);
+        program().send(main, WM_NULL);
+        RECT before, after;
+        GetWindowRect(main, &before);
 
         program().command(ID_FULLSCREEN);
-        await("the status bar to go", [&] { return !IsWindowVisible(program().child(ID_STATUSBAR)); });
-        program().send(program().main(), WM_NULL);
-        RECT client;
-        GetClientRect(program().main(), &client);
+        EXPECT_FALSE(IsWindowVisible(status));
+        EXPECT_FALSE(IsWindowVisible(controls));
+        EXPECT_EQ(sizeOf(main).cx, GetSystemMetrics(SM_CXSCREEN));
+        EXPECT_EQ(sizeOf(main).cy, GetSystemMetrics(SM_CYSCREEN));
         POINT origin{0, 0};
-        ClientToScreen(program().main(), &origin);
-        EXPECT_EQ(client.right, GetSystemMetrics(SM_CXSCREEN));
-        EXPECT_EQ(client.bottom, GetSystemMetrics(SM_CYSCREEN));
-        EXPECT_EQ(origin.x, 0);
-        EXPECT_EQ(origin.y, 0);
-        EXPECT_FALSE(IsWindowVisible(program().child(ID_CONTROLS)));
-        GetClientRect(drawing(), &client);
-        EXPECT_EQ(client.bottom, 960) << "the image's proportions on 1280 x 1024";
+        ClientToScreen(main, &origin);
+        EXPECT_TRUE(origin.x == 0 && origin.y == 0);
+        EXPECT_EQ(sizeOf(drawing()).cy, sizeOf(main).cx * 3 / 4) << "the image's proportions on 1280 x 1024";
 
         program().send(drawing(), maximised ? WM_LBUTTONDOWN : WM_RBUTTONDOWN, 0, MAKELPARAM(100, 100));
-        await("the status bar to come back", [&] { return IsWindowVisible(program().child(ID_STATUSBAR)) != FALSE; });
-        program().send(program().main(), WM_NULL);
-        RECT after;
-        GetWindowRect(program().main(), &after);
+        GetWindowRect(main, &after);
         EXPECT_TRUE(EqualRect(&before, &after)) << "the window is back where it was";
-        EXPECT_TRUE(IsWindowVisible(program().child(ID_CONTROLS)));
+        EXPECT_TRUE(IsWindowVisible(status) && IsWindowVisible(controls));
     }
 }
 

@@ -1,14 +1,32 @@
 #include "tests/window/WindowTest.h"
 
-#include "platform/Utf16.h"
-#include "tests/window/Input.h"
+#include <atomic>
+#include <condition_variable>
+#include <mutex>
 
 namespace belvor::window {
 
 namespace {
 
 constexpr const wchar_t* recentKey = L"Software\\Calderwood\\Belvor\\Recent File List";
-constexpr int secondsForATest = 45;
+constexpr std::chrono::seconds timeForATest{45};
+
+/// What the watchdog ends: a program that does not answer could hold up the test for ever.
+std::atomic<HWND> guarded = nullptr;
+std::atomic<bool> tooLate = false;
+
+void watch(const std::stop_token& stop)
+{
+    std::mutex lock;
+    std::condition_variable_any change;
+    std::unique_lock hold(lock);
+    change.wait_for(hold, stop, timeForATest, [] { return false; });
+    if (stop.stop_requested()) return;
+    tooLate = true;
+    DWORD id = 0;
+    GetWindowThreadProcessId(guarded, &id);
+    TerminateProcess(KernelHandle(OpenProcess(PROCESS_TERMINATE, FALSE, id)).get(), 255);
+}
 
 /// Keeps the recent files of whoever runs the tests, and leaves no files behind.
 class UserSettings : public testing::Environment {
@@ -46,7 +64,8 @@ void setRecentFiles(const std::vector<std::string>& paths)
     int n = 0;
     for (const std::string& path : paths) {
         const std::wstring value = toWide(path), name = L"File" + std::to_wstring(++n);
-        RegSetKeyValueW(HKEY_CURRENT_USER, recentKey, name.c_str(), REG_SZ, value.c_str(), static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t)));
+        const auto bytes = static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t));
+        RegSetKeyValueW(HKEY_CURRENT_USER, recentKey, name.c_str(), REG_SZ, value.c_str(), bytes);
     }
 }
 
@@ -55,7 +74,8 @@ std::string fileName(const std::string& path) { return path.substr(path.find_las
 void WindowTest::SetUp()
 {
     setRecentFiles({});
-    Watchdog::begin(secondsForATest);
+    tooLate = false;
+    watchdog = std::jthread(watch);
 }
 
 void WindowTest::TearDown()
@@ -64,13 +84,14 @@ void WindowTest::TearDown()
         EXPECT_EQ(running->dialog(textOf(615)), nullptr) << "a fatal error is shown";
     }
     running.reset();
-    EXPECT_TRUE(Watchdog::end()) << "the test's time was over";
+    EXPECT_FALSE(tooLate) << "the test's time was over";
 }
 
 Program& WindowTest::start(const std::vector<std::string>& arguments)
 {
-    running.reset();
-    running = std::make_unique<Program>(arguments);
+    if (tooLate) throw Failure("the test's time is over");
+    running.emplace(arguments);
+    guarded = running->main();
     running->resizeClient(clientWidth, clientHeight);
     settleBy(drawing());
     return *running;
@@ -83,10 +104,23 @@ Program& WindowTest::startWith(const std::string& model)
     return *running;
 }
 
+SIZE WindowTest::sizeOf(HWND window)
+{
+    RECT client;
+    GetClientRect(window, &client);
+    return {client.right, client.bottom};
+}
+
+void WindowTest::press(HWND window, int number)
+{
+    const HWND button = running->child(number, window);
+    dragMouse(button, {{sizeOf(button).cx / 2, sizeOf(button).cy / 2}});
+}
+
 void WindowTest::awaitModel(const std::string& path)
 {
     const std::string title = "Belvor - " + fileName(path);
-    await(("the title " + title).c_str(), [&] {
+    await("the title " + title, [&] {
         if (const HWND box = running->dialog(textOf(616))) throw Failure("a warning: " + running->messageOf(box));
         return running->title() == title;
     }, 20000);
@@ -94,37 +128,21 @@ void WindowTest::awaitModel(const std::string& path)
 
 void WindowTest::open(const std::string& path)
 {
-    running->command(ID_OPENMODEL);
+    PostMessageW(running->main(), WM_COMMAND, ID_OPENMODEL, 0);
     answerSaveQuestion(IDNO);
     running->chooseFile(running->awaitDialog(textOf(617)), path);
+}
+
+void WindowTest::saveAs(const std::string& path)
+{
+    DeleteFileW(toWide(path).c_str());
+    running->chooseFile(running->openDialog(ID_SAVEAS, "Save As"), path);
 }
 
 void WindowTest::answerSaveQuestion(int button)
 {
     HWND box = nullptr;
     if (eventually([&] { return (box = running->dialog(textOf(126))) != nullptr; }, 1000)) running->answer(box, button);
-}
-
-std::string WindowTest::savedParameters()
-{
-    static int number = 0;
-    const std::string path = inFolder("saved" + std::to_string(++number) + ".bvp");
-    running->command(ID_SAVEPARAMETERS);
-    const HWND box = running->awaitDialog(textOf(619));
-    running->chooseFile(box, path);
-    await("the file dialog to go", [&] { return !IsWindowVisible(box); });
-    running->send(running->main(), WM_NULL);
-    await("the parameter file", [&] { return GetFileAttributesW(toWide(path).c_str()) != INVALID_FILE_ATTRIBUTES; });
-    return readFile(path);
-}
-
-void WindowTest::loadParameters(const std::string& path)
-{
-    running->command(ID_LOADPARAMETERS);
-    const HWND box = running->awaitDialog(textOf(618));
-    running->chooseFile(box, path);
-    await("the file dialog to go", [&] { return !IsWindowVisible(box); });
-    running->send(running->main(), WM_NULL);
 }
 
 int WindowTest::close(int saveAnswer)
@@ -134,32 +152,72 @@ int WindowTest::close(int saveAnswer)
     return running->exitStatus();
 }
 
-std::string WindowTest::awaitPicture(const Picture& wanted, int milliseconds)
+std::string WindowTest::savedParameters()
 {
-    std::string fault;
-    eventually([&] { return (fault = difference(screenOf(drawing()), wanted)).empty(); }, milliseconds);
-    return fault;
+    const std::string path = inFolder("saved.bvp");
+    DeleteFileW(toWide(path).c_str());
+    running->chooseFile(running->openDialog(ID_SAVEPARAMETERS, textOf(619)), path);
+    await("the parameter file", [&] { return !readFile(path).empty(); });
+    return readFile(path);
 }
 
-std::string WindowTest::awaitShape(const Picture& wanted, int milliseconds)
+void WindowTest::loadParameters(const std::string& text)
 {
-    const auto covered = [](Picture picture) {
-        for (std::uint32_t& pixel : picture.pixels) pixel = pixel ? 1 : 0;
+    writeFile(inFolder("loaded.bvp"), text);
+    running->chooseFile(running->openDialog(ID_LOADPARAMETERS, textOf(618)), inFolder("loaded.bvp"));
+}
+
+ViewParameters WindowTest::view()
+{
+    ViewParameters record;
+    if (!record.parse(savedParameters(), boxCentre, boxRadius)) throw Failure("no parameter file");
+    return record;
+}
+
+void WindowTest::show(const ViewParameters& record)
+{
+    const std::string path = inFolder("shown.bvp");
+    record.write(path, boxCentre, boxRadius);
+    loadParameters(readFile(path));
+    EXPECT_EQ(awaitPicture(rendered(boxModel(), readFile(path))), "");
+}
+
+void WindowTest::expectView(const ViewParameters& is, const ViewParameters& wanted, const std::string& why)
+{
+    for (int axis = 0; axis < 3; ++axis) {
+        EXPECT_NEAR(is.eye[axis], wanted.eye[axis], 2e-5) << why << ", eye " << axis;
+        EXPECT_NEAR(is.lookAt[axis], wanted.lookAt[axis], 2e-5) << why << ", look-at point " << axis;
+    }
+    EXPECT_NEAR(is.zoom, wanted.zoom, 1e-5) << why;
+    EXPECT_EQ(is.parallel, wanted.parallel) << why;
+    EXPECT_NEAR(is.skyIntensity, wanted.skyIntensity, 1e-5) << why;
+    EXPECT_NEAR(is.groundIntensity, wanted.groundIntensity, 1e-5) << why;
+    for (std::size_t k = 0; k < 5; ++k) {
+        EXPECT_NEAR(is.lights[k].intensity, wanted.lights[k].intensity, 1e-5) << why << ", light " << k;
+        EXPECT_NEAR(is.lights[k].bearing, wanted.lights[k].bearing, 1e-3) << why << ", light " << k;
+        EXPECT_NEAR(is.lights[k].elevation, wanted.lights[k].elevation, 1e-3) << why << ", light " << k;
+    }
+}
+
+std::string WindowTest::awaitPicture(const Picture& wanted, bool onlyShape)
+{
+    const auto compared = [onlyShape](Picture picture) {
+        for (std::uint32_t& pixel : picture.pixels) pixel = onlyShape && pixel ? 1 : pixel;
         return picture;
     };
     std::string fault;
-    eventually([&] { return (fault = difference(covered(screenOf(drawing())), covered(wanted))).empty(); }, milliseconds);
+    eventually([&] { return (fault = difference(compared(screenOf(drawing())), compared(wanted))).empty(); });
     return fault;
 }
 
-Picture WindowTest::rendered(const std::string& model, const std::string& view, int width, int height)
+std::string WindowTest::reference(const std::string& model, const std::string& size, const std::string& view)
 {
-    const std::string image = inFolder("rendered.omb");
-    std::vector<std::string> arguments{"--quiet", "--size", std::to_string(width) + 'x' + std::to_string(height)};
-    if (!view.empty()) arguments.insert(arguments.end(), {"--view", view});
-    arguments.insert(arguments.end(), {model, image});
-    if (run(besideUs("belvor-render.exe"), arguments) != 0) throw Failure("belvor-render fails");
-    return readOmbr(image);
+    const std::string image = inFolder("reference.omb"), file = inFolder("reference.bvp");
+    writeFile(file, view);
+    std::vector<std::string> arguments{"--quiet", "--size", size, model, image};
+    if (!view.empty()) arguments.insert(arguments.begin(), {"--view", file});
+    if (run("belvor-render.exe", arguments) != 0) throw Failure("belvor-render fails");
+    return readFile(image);
 }
 
 }   // namespace belvor::window

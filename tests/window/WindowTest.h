@@ -1,16 +1,17 @@
 #pragma once
 
+#include "app/state/ViewParameters.h"
 #include "resources/Texts.h"
 #include "resources/ids.h"
+#include "tests/window/Input.h"
 #include "tests/window/Models.h"
 #include "tests/window/Program.h"
 #include "tests/window/Screen.h"
-#include "tests/window/Watchdog.h"
 
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <optional>
+#include <thread>
 
 namespace belvor::window {
 
@@ -18,6 +19,10 @@ namespace belvor::window {
 /// the proportions of the image file: such a picture can be compared with belvor-render's.
 inline constexpr int clientWidth = 784, clientHeight = 541;
 inline constexpr int drawnWidth = 608, drawnHeight = 456;
+
+/// The middle and the radius of boxModel().
+inline const Point<3> boxCentre{1, 2, 3};
+inline const double boxRadius = std::sqrt(14.0);
 
 /// A test with a program of its own, no recent files and a limit of time.
 class WindowTest : public testing::Test {
@@ -33,27 +38,43 @@ protected:
 
     HWND drawing() const { return running->child(ID_DISPLAY); }
     HWND panel(int number) const { return running->child(number, running->child(ID_CONTROLS)); }
+    static SIZE sizeOf(HWND window);
+    void press(HWND window, int number);   ///< A button of the window, with the mouse.
 
     void awaitModel(const std::string& path);
     /// Chooses Open Model and the file; answers No to the question about the picture.
     void open(const std::string& path);
+    /// Chooses Save As and the file, which is gone before.
+    void saveAs(const std::string& path);
     /// Answers the question about the picture, if it comes.
     void answerSaveQuestion(int button);
-    /// Saves the parameters to a file of the folder and returns its text.
-    std::string savedParameters();
-    void loadParameters(const std::string& path);
     /// Closes the program and returns its exit status.
     int close(int saveAnswer = IDNO);
 
-    /// Waits until the drawing area shows that picture; empty, or how it differs.
-    std::string awaitPicture(const Picture& wanted, int milliseconds = 10000);
-    /// The same but for the colours: what was loaded before decides those of new materials.
-    std::string awaitShape(const Picture& wanted, int milliseconds = 10000);
-    /// What belvor-render makes of the model in that view, in the size of the drawing area.
-    static Picture rendered(const std::string& model, const std::string& view = "", int width = drawnWidth, int height = drawnHeight);
+    /// Saves the parameters to a file of the folder and returns its text.
+    std::string savedParameters();
+    void loadParameters(const std::string& text);
+    /// The view of a program that shows the box. Six digits survive the file.
+    ViewParameters view();
+    /// Makes it show that view, and waits until the picture is there.
+    void show(const ViewParameters& record);
+    static void expectView(const ViewParameters& is, const ViewParameters& wanted, const std::string& why);
+
+    /// Waits until the drawing area shows that picture; empty, or how it differs. What was loaded
+    /// before decides the colours of new materials: then only the shape can be compared.
+    std::string awaitPicture(const Picture& wanted, bool onlyShape = false);
+    std::string awaitShape(const Picture& wanted) { return awaitPicture(wanted, true); }
+    /// The image file that belvor-render makes of the model, in the view of that parameter file's text.
+    static std::string reference(const std::string& model, const std::string& size, const std::string& view = "");
+    /// The picture in the size of the drawing area.
+    static Picture rendered(const std::string& model, const std::string& view = "")
+    {
+        return pictureIn(reference(model, "608x456", view));
+    }
 
 private:
-    std::unique_ptr<Program> running;
+    std::optional<Program> running;
+    std::jthread watchdog;
 };
 
 /// The recent files of the user, set aside while the tests run.
