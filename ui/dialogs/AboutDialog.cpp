@@ -19,11 +19,6 @@ void AboutDialog::initialise()
     focusField(window(), IDOK);
 }
 
-void AboutDialog::command(int control, int)
-{
-    if (control == IDOK || control == IDCANCEL) close();
-}
-
 HBRUSH AboutDialog::background(HDC dc)
 {
     SetBkColor(dc, RGB(255, 255, 255));

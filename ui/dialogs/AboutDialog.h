@@ -12,7 +12,6 @@ public:
 
 private:
     void initialise() override;
-    void command(int control, int notification) override;
     HBRUSH background(HDC dc) override;
 };
 

@@ -22,25 +22,12 @@ void ImageSizeDialog::initialise()
 
 void ImageSizeDialog::command(int control, int notification)
 {
-    if (control >= ID_SIZEPRESET && control < ID_SIZEPRESET + sizePresets) {
-        if (choosesRadio(notification)) update(presetSize(control - ID_SIZEPRESET));
-        return;
-    }
-    switch (control) {
-    case ID_SIZEOTHER:
-        if (choosesRadio(notification)) CheckRadioButton(window(), ID_SIZEPRESET, ID_SIZEOTHER, ID_SIZEOTHER);
-        break;
-    case ID_WIDTH:
-    case ID_HEIGHT:
+    if (control == ID_WIDTH || control == ID_HEIGHT) {
         if (notification == EN_CHANGE) fieldChanged(control);
-        if (notification == EN_ERRSPACE) failOutOfSpace();
-        break;
-    case ID_APPLY: apply(); break;
-    case IDOK:
-        apply();
-        close();
-        break;
-    case IDCANCEL: close(); break;
+    } else if (choosesRadio(notification)) {
+        const int preset = control - ID_SIZEPRESET;
+        if (preset >= 0 && preset < sizePresets) update(presetSize(preset));
+        if (control == ID_SIZEOTHER) CheckRadioButton(window(), ID_SIZEPRESET, ID_SIZEOTHER, ID_SIZEOTHER);
     }
 }
 

@@ -19,10 +19,10 @@ public:
 private:
     void initialise() override;
     void command(int control, int notification) override;
+    void apply() override;
     PixelCounts shown() const;
     void update(const PixelCounts& asked);
     void fieldChanged(int control);
-    void apply();
 
     PixelCounts initial;
     std::string format;      // of the disk space

@@ -56,22 +56,9 @@ void ModelPropertiesDialog::fill()
 
 void ModelPropertiesDialog::command(int control, int notification)
 {
-    if (control >= ID_UNITS && control <= ID_UNITSLAST) {
-        if (choosesRadio(notification)) CheckRadioButton(window(), ID_UNITS, ID_UNITSLAST, control);
-        return;
-    }
-    switch (control) {
-    case ID_SCALE:
-        if (notification == EN_CHANGE && model) showScaled(scale());
-        if (notification == EN_ERRSPACE) failOutOfSpace();
-        break;
-    case ID_APPLY: apply(); break;
-    case IDOK:
-        apply();
-        close();
-        break;
-    case IDCANCEL: close(); break;
-    }
+    if (control == ID_SCALE && notification == EN_CHANGE && model) showScaled(scale());
+    if (control >= ID_UNITS && control <= ID_UNITSLAST && choosesRadio(notification))
+        CheckRadioButton(window(), ID_UNITS, ID_UNITSLAST, control);
 }
 
 void ModelPropertiesDialog::showScaled(double scale)

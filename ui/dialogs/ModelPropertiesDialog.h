@@ -24,10 +24,10 @@ public:
 private:
     void initialise() override;
     void command(int control, int notification) override;
+    void apply() override;
     void fill();
     void showScaled(double scale);
     double scale() const;
-    void apply();
 
     std::optional<ModelFacts> model;
     Apply setUnits;

@@ -2,6 +2,8 @@
 
 #include "platform/Win32Error.h"
 #include "platform/win32/Window.h"
+#include "resources/ids.h"
+#include "ui/dialogs/DialogItems.h"
 
 namespace belvor {
 
@@ -29,6 +31,14 @@ void ModelessDialog::close() noexcept
     if (dialog) DestroyWindow(dialog);
 }
 
+void ModelessDialog::pressed(int control, int notification)
+{
+    if (control == ID_APPLY || control == IDOK) apply();
+    if (control == IDOK || control == IDCANCEL) return close();
+    if (notification == EN_ERRSPACE) failOutOfSpace();
+    if (control != ID_APPLY) command(control, notification);
+}
+
 INT_PTR ModelessDialog::handle(HWND self, UINT message, WPARAM wParam, LPARAM)
 {
     noteActivation(self, message, wParam);
@@ -37,7 +47,7 @@ INT_PTR ModelessDialog::handle(HWND self, UINT message, WPARAM wParam, LPARAM)
         dialog = self;
         initialise();
         return FALSE;   // initialise() has set the focus
-    case WM_COMMAND: command(LOWORD(wParam), HIWORD(wParam)); return TRUE;
+    case WM_COMMAND: pressed(LOWORD(wParam), HIWORD(wParam)); return TRUE;
     case WM_CTLCOLORDLG:
     case WM_CTLCOLORSTATIC: return reinterpret_cast<INT_PTR>(background(reinterpret_cast<HDC>(wParam)));
     case WM_DESTROY:

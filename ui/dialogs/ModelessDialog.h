@@ -40,13 +40,17 @@ protected:
 
     /// Fills the controls and sets the focus.
     virtual void initialise() = 0;
-    /// A control has something to tell. OK and Cancel come here too, also as Enter and Esc.
-    virtual void command(int control, int notification) = 0;
+    /// A control has something to tell, other than the buttons that apply and close.
+    virtual void command(int, int) {}
+    /// Apply or OK, also as Enter. OK closes the dialog afterwards, Cancel (Esc) at once.
+    virtual void apply() {}
     /// The brush for a dialog's or label's background (WM_CTLCOLORDLG, WM_CTLCOLORSTATIC);
     /// null for the usual one.
     virtual HBRUSH background(HDC) { return nullptr; }
 
 private:
+    void pressed(int control, int notification);
+
     HWND dialog = nullptr;
 };
 

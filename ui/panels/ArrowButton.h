@@ -6,11 +6,16 @@ namespace belvor {
 
 enum class SystemArrow { right, down, left, up };
 
-/// The system's picture of a scroll arrow.
-GdiObject<HBITMAP> systemArrow(SystemArrow arrow) noexcept;
+/// A push button of a panel that shows the system's picture of a scroll arrow.
+class ArrowButton {
+public:
+    /// Makes it, without a size yet, with a tooltip of that text; false on failure.
+    bool create(HWND panel, SystemArrow arrow, const wchar_t* name, int number, UINT toolTipText) noexcept;
+    HWND handle() const noexcept { return window; }
 
-/// A push button that shows a picture, without a size yet; null on failure. `picture` must
-/// outlive it.
-HWND createArrowButton(HWND parent, const wchar_t* text, int number, HBITMAP picture) noexcept;
+private:
+    GdiObject<HBITMAP> picture;   // the button does not own it
+    HWND window = nullptr;
+};
 
 }   // namespace belvor

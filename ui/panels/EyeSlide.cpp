@@ -4,7 +4,6 @@
 #include "platform/win32/Window.h"
 #include "resources/ids.h"
 #include "ui/Messages.h"
-#include "ui/panels/ArrowButton.h"
 #include "ui/panels/Markers.h"
 
 #include <windowsx.h>
@@ -37,6 +36,7 @@ void drawCentreLine(HDC dc, const std::vector<PixelLine>& pieces) noexcept
 LRESULT EyeSlide::handle(UINT message, WPARAM wParam, LPARAM lParam)
 {
     const int x = GET_X_LPARAM(lParam), y = GET_Y_LPARAM(lParam);
+    if (endsDrag(message, wParam)) cancel();
     switch (message) {
     case WM_CREATE:         create(); return 0;
     case WM_SIZE:           size();   return 0;
@@ -49,11 +49,6 @@ LRESULT EyeSlide::handle(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_LBUTTONDOWN:    press(x, y, (wParam & MK_SHIFT) != 0); break;
     case WM_MOUSEMOVE:      drawTo(y);  break;
     case WM_LBUTTONUP:      release(y); break;
-    case WM_KEYDOWN:
-        if (wParam == VK_ESCAPE) cancel();
-        break;
-    case WM_KILLFOCUS:       // a box or another program has come up: the mouse is no longer ours
-    case WM_CAPTURECHANGED: cancel(); break;
     case WM_COMMAND:
         if (HIWORD(wParam) == BN_CLICKED) step(LOWORD(wParam) == ID_RETREAT);
         return 0;
@@ -65,14 +60,10 @@ LRESULT EyeSlide::handle(UINT message, WPARAM wParam, LPARAM lParam)
 
 void EyeSlide::create()
 {
-    upArrow = systemArrow(SystemArrow::up);
-    downArrow = systemArrow(SystemArrow::down);
-    upButton = createArrowButton(window, L"Up", ID_ADVANCE, upArrow.get());
-    downButton = createArrowButton(window, L"Down", ID_RETREAT, downArrow.get());
-    if (!upButton || !downButton) throw Win32Error("EyeSlide::CreateWindow Buttons");
+    if (!advanceButton.create(window, SystemArrow::up, L"Up", ID_ADVANCE, ID_TOOLADVANCE) ||
+        !retreatButton.create(window, SystemArrow::down, L"Down", ID_RETREAT, ID_TOOLRETREAT))
+        throw Win32Error("EyeSlide::CreateWindow Buttons");
     size();
-    addWindowTool(window, upButton, ID_TOOLADVANCE);
-    addWindowTool(window, downButton, ID_TOOLRETREAT);
     ask(record);   // makes the slide known to the main window
 }
 
@@ -80,8 +71,8 @@ void EyeSlide::size()
 {
     cancel();
     const PixelSize client = clientSize(window);
-    MoveWindow(upButton, 0, 0, client.width, buttonHeight(), TRUE);
-    MoveWindow(downButton, 0, client.height - buttonHeight(), client.width, buttonHeight(), TRUE);
+    MoveWindow(advanceButton.handle(), 0, 0, client.width, buttonHeight(), TRUE);
+    MoveWindow(retreatButton.handle(), 0, client.height - buttonHeight(), client.width, buttonHeight(), TRUE);
 }
 
 void EyeSlide::paint()
@@ -95,7 +86,7 @@ void EyeSlide::paint()
         const RECT all{0, 0, client.width, client.height};
         FillRect(dc, &all, GetSysColorBrush(COLOR_BTNFACE));
         if (scale().usable()) tools = drawMarkers(dc, client);
-        if (ghost) drawGhost(dc, *ghost);
+        ghost.paint(dc);
     }
     toolTips.show(std::move(tools));
 }
@@ -135,7 +126,7 @@ void EyeSlide::drawTo(int y)
     if (drag == MarkerDrag::none) return;
     lastY = y;
     const SlideScale along = scale();
-    setGhost(Ghost{along.x, slideGhost(record, drag, along, y)});
+    ghost.show(DraggedMarkers{along.x, slideGhost(record, drag, along, y)});
 }
 
 void EyeSlide::release(int y)
@@ -149,7 +140,7 @@ void EyeSlide::release(int y)
 void EyeSlide::cancel()
 {
     if (std::exchange(drag, MarkerDrag::none) == MarkerDrag::none) return;   // giving back the capture comes here again
-    setGhost(std::nullopt);
+    ghost.show(std::nullopt);
     capture.giveBack();
 }
 
@@ -172,21 +163,9 @@ void EyeSlide::show(const EyeSlideRecord& shown)
     drawTo(lastY);
 }
 
-/// Takes the ghost on the screen away as it was drawn and draws the new one.
-void EyeSlide::setGhost(std::optional<Ghost> next)
+void EyeSlide::DraggedMarkers::draw(HDC dc) const
 {
-    const auto former = std::exchange(ghost, next);
-    const GhostDC dc(window);
-    if (!dc) return;
-    if (former) drawGhost(dc.get(), *former);
-    if (next) drawGhost(dc.get(), *next);
-}
-
-void EyeSlide::drawGhost(HDC dc, const Ghost& shown) noexcept
-{
-    const GhostMode mode(dc);
-    const SlideGhost& markers = shown.markers;
-    const PixelPoint eye{shown.x, markers.eyeY}, lookAt{shown.x, markers.lookAtY};
+    const PixelPoint eye{x, markers.eyeY}, lookAt{x, markers.lookAtY};
     if (markers.eye) drawEyeGlyph(dc, eyeGlyph(eye, markers.lookAt ? directionBetween(eye, lookAt, up) : up));
     if (markers.lookAt) drawCross(dc, lookAt, true);
 }
@@ -195,7 +174,9 @@ void EyeSlide::notify(LPARAM lParam)
 {
     const auto event = toolTipEvent(lParam);
     if (!event) return;
-    const UINT tool = event->child == upButton ? ID_TOOLADVANCE : event->child == downButton ? ID_TOOLRETREAT : event->id;
+    const UINT tool = event->child == advanceButton.handle()   ? ID_TOOLADVANCE
+                      : event->child == retreatButton.handle() ? ID_TOOLRETREAT
+                                                         : event->id;
     if (tool != 0) showHelp(window, tool + ID_STATUSTEXT, event->shows);
 }
 

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "app/state/PanelRecords.h"
+#include "ui/panels/ArrowButton.h"
 #include "ui/panels/PanelPainting.h"
 #include "ui/panels/SlideScale.h"
 #include "ui/panels/ToolTips.h"
 
-#include <optional>
 #include <vector>
 
 namespace belvor {
@@ -13,14 +13,14 @@ namespace belvor {
 /// The eye slide: the view along its line of sight, with two buttons that step the eye.
 class EyeSlide {
 public:
-    explicit EyeSlide(HWND owner) noexcept : window(owner), toolTips(owner) {}
+    explicit EyeSlide(HWND owner) noexcept : window(owner), ghost(owner), toolTips(owner) {}
     LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
 
 private:
-    /// What is drawn at the mouse during a drag.
-    struct Ghost {
+    struct DraggedMarkers {
         int x;
         SlideGhost markers;
+        void draw(HDC dc) const;
     };
 
     void create();
@@ -34,18 +34,16 @@ private:
     void step(bool retreat);
     void ask(const EyeSlideRecord& request);
     void show(const EyeSlideRecord& shown);
-    void setGhost(std::optional<Ghost> next);
-    static void drawGhost(HDC dc, const Ghost& ghost) noexcept;
     void notify(LPARAM lParam);
     SlideScale scale() const noexcept;
 
-    HWND window, upButton = nullptr, downButton = nullptr;
-    GdiObject<HBITMAP> upArrow, downArrow;
+    HWND window;
+    ArrowButton advanceButton, retreatButton;
     // What is shown before any model: the whole model under an angle of 65 degrees.
     EyeSlideRecord record{0.61132125765973, 0.0, 1.1344640137963, 0.29516723530087, -0.29516723530087, false};
     MarkerDrag drag = MarkerDrag::none;
     int lastY = 0;
-    std::optional<Ghost> ghost;   // as it stands on the screen
+    Ghost<DraggedMarkers> ghost;
     DragCapture capture;
     ToolTips toolTips;
 };

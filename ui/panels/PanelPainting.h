@@ -3,6 +3,9 @@
 #include "platform/win32/Handles.h"
 #include "ui/panels/Pixels.h"
 
+#include <optional>
+#include <utility>
+
 namespace belvor {
 
 PixelSize clientSize(HWND window) noexcept;
@@ -41,17 +44,34 @@ private:
     SavedDC saved;
 };
 
-/// Raster mode of a ghost for the length of a scope.
-class GhostMode {
+/// What follows the mouse over a panel during a drag: a Shape, which has `void draw(HDC) const`.
+template <class Shape>
+class Ghost {
 public:
-    explicit GhostMode(HDC context) noexcept : dc(context), former(SetROP2(context, R2_NOTXORPEN)) {}
-    GhostMode(const GhostMode&) = delete;
-    GhostMode& operator=(const GhostMode&) = delete;
-    ~GhostMode() { SetROP2(dc, former); }
+    explicit Ghost(HWND panel) noexcept : window(panel) {}
+
+    /// Takes the one on the screen away as it was drawn and draws the new one.
+    void show(std::optional<Shape> next)
+    {
+        const auto former = std::exchange(shown, next);
+        const GhostDC dc(window);
+        if (!dc) return;
+        if (former) former->draw(dc.get());
+        if (next) next->draw(dc.get());
+    }
+    /// For WM_PAINT: stands on what is painted.
+    void paint(HDC dc) const
+    {
+        if (!shown) return;
+        const SavedDC saved(dc);
+        SetROP2(dc, R2_NOTXORPEN);
+        shown->draw(dc);
+    }
+    const std::optional<Shape>& onScreen() const noexcept { return shown; }
 
 private:
-    HDC dc;
-    int former;
+    HWND window;
+    std::optional<Shape> shown;
 };
 
 /// Mouse and keys during a drag: the panel has the capture and, so that Ctrl and Esc reach
@@ -67,5 +87,12 @@ private:
     HWND window = nullptr, formerFocus = nullptr;
     HCURSOR cursor = nullptr;
 };
+
+/// Messages that end a drag without a request: Esc, or the mouse is no longer the panel's, since a
+/// box or another program has come up.
+inline bool endsDrag(UINT message, WPARAM wParam) noexcept
+{
+    return message == WM_KILLFOCUS || message == WM_CAPTURECHANGED || (message == WM_KEYDOWN && wParam == VK_ESCAPE);
+}
 
 }   // namespace belvor

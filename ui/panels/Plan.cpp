@@ -14,12 +14,6 @@
 namespace belvor {
 namespace {
 
-void drawGhost(HDC dc, const PixelLine& line) noexcept
-{
-    const GhostMode mode(dc);
-    drawLine(dc, line);
-}
-
 void drawSightLines(HDC dc, PixelPoint eye, PixelPoint lookAt, bool parallel)
 {
     const GdiObject<HPEN> pen(CreatePen(PS_SOLID, 0, RGB(128, 128, 128)));
@@ -29,11 +23,14 @@ void drawSightLines(HDC dc, PixelPoint eye, PixelPoint lookAt, bool parallel)
 
 }   // namespace
 
-Plan::Plan(HWND owner) noexcept : BitmapWindow(owner), toolTips(owner) {}
+Plan::Plan(HWND owner) noexcept : BitmapWindow(owner), ghost(owner), toolTips(owner) {}
+
+void Plan::RubberLine::draw(HDC dc) const { drawLine(dc, line); }
 
 LRESULT Plan::handle(UINT message, WPARAM wParam, LPARAM lParam)
 {
     const int x = GET_X_LPARAM(lParam), y = GET_Y_LPARAM(lParam);
+    if (endsDrag(message, wParam)) cancel();
     switch (message) {
     case WM_CREATE: create(*reinterpret_cast<const CREATESTRUCTW*>(lParam)); return 0;
     case WM_SIZE:
@@ -49,11 +46,6 @@ LRESULT Plan::handle(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_LBUTTONDOWN:    press(x, y, (wParam & MK_SHIFT) != 0); break;
     case WM_MOUSEMOVE:      drawTo(x, y);                          break;
     case WM_LBUTTONUP:      release(x, y);                         break;
-    case WM_KEYDOWN:
-        if (wParam == VK_ESCAPE) cancel();
-        break;
-    case WM_KILLFOCUS:       // a box or another program has come up: the mouse is no longer ours
-    case WM_CAPTURECHANGED: cancel();       break;
     case WM_NOTIFY:         notify(lParam); break;
     case UM_VIEWMARKERS:    show(payload(UM_VIEWMARKERS, wParam)); return 0;
     }
@@ -75,7 +67,7 @@ void Plan::paint()
             drawCross(dc, lookAt);
             drawEyeGlyph(dc, glyph);
             drawSightLines(dc, eye, lookAt, markers.parallel);
-            if (rubberLine) drawGhost(dc, *rubberLine);   // comes to stand only where this paints
+            ghost.paint(dc);   // comes to stand only where this paints
         }
     }
     const bool plan = GetDlgCtrlID(window) == ID_PLAN;
@@ -97,7 +89,7 @@ void Plan::drawTo(int x, int y)
 {
     if (drag == MarkerDrag::none) return;
     last = {x, y};
-    setRubberLine(belvor::rubberLine(markers, drag, clientSize(window), x, y));
+    ghost.show(RubberLine{rubberLine(markers, drag, clientSize(window), x, y)});
 }
 
 void Plan::release(int x, int y)
@@ -111,7 +103,7 @@ void Plan::release(int x, int y)
 void Plan::cancel()
 {
     if (std::exchange(drag, MarkerDrag::none) == MarkerDrag::none) return;   // giving back the capture comes here again
-    setRubberLine(std::nullopt);
+    ghost.show(std::nullopt);
     capture.giveBack();
 }
 
@@ -121,16 +113,6 @@ void Plan::show(const ViewMarkers& shown)
     markers = shown;
     InvalidateRect(window, nullptr, TRUE);
     drawTo(last.x, last.y);
-}
-
-/// Takes the line on the screen away as it was drawn and draws the new one.
-void Plan::setRubberLine(std::optional<PixelLine> line)
-{
-    const auto former = std::exchange(rubberLine, line);
-    const GhostDC dc(window);
-    if (!dc) return;
-    if (former) drawLine(dc.get(), *former);
-    if (line) drawLine(dc.get(), *line);
 }
 
 void Plan::notify(LPARAM lParam)

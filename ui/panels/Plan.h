@@ -5,8 +5,6 @@
 #include "ui/panels/PanelPainting.h"
 #include "ui/panels/ToolTips.h"
 
-#include <optional>
-
 namespace belvor {
 
 /// The plan and the elevation panel: a thumbnail of the model under the two markers, which
@@ -17,19 +15,23 @@ public:
     LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
 
 private:
+    struct RubberLine {
+        PixelLine line;
+        void draw(HDC dc) const;
+    };
+
     void paint();
     void press(int x, int y, bool shift);
     void drawTo(int x, int y);
     void release(int x, int y);
     void cancel();
     void show(const ViewMarkers& shown);
-    void setRubberLine(std::optional<PixelLine> line);
     void notify(LPARAM lParam);
 
     ViewMarkers markers{-0.5, 0.5, 0.0, 0.0, false};
     MarkerDrag drag = MarkerDrag::none;
     PixelPoint last;                      // of the mouse, while dragging
-    std::optional<PixelLine> rubberLine;  // as it stands on the screen
+    Ghost<RubberLine> ghost;
     DragCapture capture;
     ToolTips toolTips;
 };

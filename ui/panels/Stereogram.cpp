@@ -4,7 +4,6 @@
 #include "platform/win32/Window.h"
 #include "resources/ids.h"
 #include "ui/Messages.h"
-#include "ui/panels/ArrowButton.h"
 #include "ui/panels/Markers.h"
 
 #include <windowsx.h>
@@ -36,6 +35,7 @@ EyeGlyph glyphAt(PixelPoint eye, PixelPoint centre) noexcept { return eyeGlyph(e
 LRESULT Stereogram::handle(UINT message, WPARAM wParam, LPARAM lParam)
 {
     const int x = GET_X_LPARAM(lParam), y = GET_Y_LPARAM(lParam);
+    if (endsDrag(message, wParam)) cancel();
     switch (message) {
     case WM_CREATE:         create(); return 0;
     case WM_SIZE:           size();   return 0;
@@ -49,14 +49,11 @@ LRESULT Stereogram::handle(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_MOUSEMOVE:      drawTo(x, y, keysOf(wParam));  break;
     case WM_LBUTTONUP:      release(x, y, keysOf(wParam)); break;
     case WM_KEYDOWN:
-        if (wParam == VK_ESCAPE) cancel();
         if (wParam == VK_CONTROL) setBelow(true);
         break;
     case WM_KEYUP:
         if (wParam == VK_CONTROL) setBelow(false);
         break;
-    case WM_KILLFOCUS:       // a box or another program has come up: the mouse is no longer ours
-    case WM_CAPTURECHANGED: cancel(); break;
     case WM_COMMAND:
         if (HIWORD(wParam) == BN_CLICKED) turn(LOWORD(wParam));
         return 0;
@@ -69,11 +66,8 @@ LRESULT Stereogram::handle(UINT message, WPARAM wParam, LPARAM lParam)
 
 void Stereogram::create()
 {
-    for (std::size_t i = 0; i < buttons.size(); ++i) {
-        buttons[i].picture = systemArrow(arrows[i].picture);
-        buttons[i].window = createArrowButton(window, arrows[i].name, arrows[i].button, buttons[i].picture.get());
-        addWindowTool(window, buttons[i].window, arrows[i].tool);
-    }
+    for (std::size_t i = 0; i < buttons.size(); ++i)
+        buttons[i].create(window, arrows[i].picture, arrows[i].name, arrows[i].button, arrows[i].tool);
     size();
     ask(markers.eye, 0);   // makes the sphere known to the main window
 }
@@ -85,7 +79,7 @@ void Stereogram::size()
                            GetSystemMetrics(SM_CYHSCROLL)};
     for (std::size_t i = 0; i < buttons.size(); ++i) {
         const ArrowPlace place = arrowPlace(static_cast<SphereArrow>(i), clientSize(window), sizes);
-        if (!MoveWindow(buttons[i].window, place.x, place.y, place.width, place.height, TRUE)) throw Win32Error("Stereogram::WM_SIZE");
+        if (!MoveWindow(buttons[i].handle(), place.x, place.y, place.width, place.height, TRUE)) throw Win32Error("Stereogram::WM_SIZE");
     }
 }
 
@@ -102,7 +96,7 @@ void Stereogram::paint()
         DrawEdge(dc, &all, EDGE_ETCHED, BF_RECT);
         const SphereDisc shown = disc();
         if (shown.usable()) tools = drawMarkers(dc, shown);
-        if (ghost) drawGhost(dc, *ghost);
+        ghost.paint(dc);
     }
     toolTips.show(std::move(tools));
 }
@@ -149,16 +143,16 @@ void Stereogram::drawTo(int x, int y, SphereKeys keys)
 {
     if (dragItem < 0) return;
     const SphereDisc on = disc();
-    setGhost(Ghost{dragItem, on.toPixel(on.toDirection(x, y, keys)), on.centre, keys.below});
+    ghost.show(DraggedItem{dragItem, on.toPixel(on.toDirection(x, y, keys)), on.centre, keys.below});
 }
 
 /// Ctrl pressed (again and again while it is held) or released.
 void Stereogram::setBelow(bool below)
 {
-    if (!ghost || ghost->below == below) return;
-    Ghost next = *ghost;
-    next.below = below;
-    setGhost(next);
+    auto next = ghost.onScreen();
+    if (!next || next->below == below) return;
+    next->below = below;
+    ghost.show(next);
 }
 
 void Stereogram::release(int x, int y, SphereKeys keys)
@@ -173,7 +167,7 @@ void Stereogram::release(int x, int y, SphereKeys keys)
 void Stereogram::cancel()
 {
     if (std::exchange(dragItem, -1) < 0) return;   // giving back the capture comes here again
-    setGhost(std::nullopt);
+    ghost.show(std::nullopt);
     capture.giveBack();
 }
 
@@ -194,22 +188,11 @@ void Stereogram::invalidate(bool changed)
     if (changed) InvalidateRect(window, nullptr, TRUE);
 }
 
-/// Takes the ghost on the screen away as it was drawn and draws the new one.
-void Stereogram::setGhost(std::optional<Ghost> next)
+void Stereogram::DraggedItem::draw(HDC dc) const
 {
-    const auto former = std::exchange(ghost, next);
-    const GhostDC dc(window);
-    if (!dc) return;
-    if (former) drawGhost(dc.get(), *former);
-    if (next) drawGhost(dc.get(), *next);
-}
-
-void Stereogram::drawGhost(HDC dc, const Ghost& shown) noexcept
-{
-    const GhostMode mode(dc);
-    if (shown.item > 0) return drawLight(dc, shown.place, shown.item - 1, shown.below);
-    if (shown.below) drawBelowCircle(dc, shown.place);
-    drawEyeGlyph(dc, glyphAt(shown.place, shown.centre));
+    if (item > 0) return drawLight(dc, place, item - 1, below);
+    if (below) drawBelowCircle(dc, place);
+    drawEyeGlyph(dc, glyphAt(place, centre));
 }
 
 void Stereogram::notify(LPARAM lParam)
@@ -218,7 +201,7 @@ void Stereogram::notify(LPARAM lParam)
     if (!event) return;
     UINT tool = event->id >= ID_TOOLLIGHT ? ID_TOOLLIGHT : event->id;   // one text for all lights
     for (std::size_t i = 0; i < buttons.size(); ++i)
-        if (event->child == buttons[i].window) tool = arrows[i].tool;
+        if (event->child == buttons[i].handle()) tool = arrows[i].tool;
     if (tool != 0) showHelp(window, tool + ID_STATUSTEXT, event->shows);
 }
 

@@ -1,12 +1,12 @@
 #pragma once
 
 #include "app/state/PanelRecords.h"
+#include "ui/panels/ArrowButton.h"
 #include "ui/panels/PanelPainting.h"
 #include "ui/panels/SphereProjection.h"
 #include "ui/panels/ToolTips.h"
 
 #include <array>
-#include <optional>
 
 namespace belvor {
 
@@ -14,19 +14,15 @@ namespace belvor {
 /// that turn the eye.
 class Stereogram {
 public:
-    explicit Stereogram(HWND owner) noexcept : window(owner), toolTips(owner) {}
+    explicit Stereogram(HWND owner) noexcept : window(owner), ghost(owner), toolTips(owner) {}
     LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
 
 private:
-    /// What is drawn at the mouse during a drag.
-    struct Ghost {
+    struct DraggedItem {
         int item;
         PixelPoint place, centre;
         bool below;
-    };
-    struct Button {
-        HWND window = nullptr;
-        GdiObject<HBITMAP> picture;
+        void draw(HDC dc) const;
     };
 
     void create();
@@ -41,16 +37,14 @@ private:
     void turn(int button);
     void ask(const SphereDirection& direction, int item);
     void invalidate(bool changed);
-    void setGhost(std::optional<Ghost> next);
-    static void drawGhost(HDC dc, const Ghost& ghost) noexcept;
     void notify(LPARAM lParam);
     SphereDisc disc() const noexcept { return SphereDisc(clientSize(window)); }
 
     HWND window;
-    std::array<Button, 4> buttons;   // in the order of SphereArrow
+    std::array<ArrowButton, 4> buttons;   // in the order of SphereArrow
     SphereMarkers markers;
     int dragItem = -1;
-    std::optional<Ghost> ghost;      // as it stands on the screen
+    Ghost<DraggedItem> ghost;
     DragCapture capture;
     ToolTips toolTips;
 };
