@@ -27,7 +27,7 @@ private:
 };
 
 // A mutator that keeps codes and values in pairs, so that most of what it makes gets as far
-// as the entities, and that turns text into binary and back.
+// as the entities, and that turns what it is given into the encoding of this program.
 
 struct Pair {
     int code;
@@ -215,15 +215,16 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t s
     if (binary && size >= 24 && bytes[22] == 0 && bytes[23] == 0) encoding = Encoding::twoBytes;
     Pairs pairs = binary ? pairsOfBinary(bytes.substr(mark.size())) : pairsOfText(bytes);
     for (unsigned count = 1 + random() % 4; count > 0; --count) mutate(pairs, random);
-    constexpr Encoding encodings[] = {Encoding::text, Encoding::oneByte, Encoding::twoBytes};
-    if (random() % 16 == 0) encoding = oneOf(encodings, random);
+    constexpr Encoding binaries[] = {Encoding::oneByte, Encoding::twoBytes};
+    if (!BELVOR_FUZZ_BINARY) encoding = Encoding::text;
+    else if (!binary || random() % 16 == 0) encoding = oneOf(binaries, random);
     const std::string result = encoded(pairs, encoding);
     const std::size_t length = std::min(result.size(), most);
     std::memcpy(data, result.data(), length);
     return length;
 }
 
-/// DXF files, text and binary: read, refused with a BadFile, or given up; what was read has
+/// DXF files, text or binary as BELVOR_FUZZ_BINARY has it: read, refused with a BadFile, or given up; what was read has
 /// bounds and draws.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
