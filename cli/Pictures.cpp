@@ -6,6 +6,9 @@
 #include "platform/Files.h"
 #include "platform/Process.h"
 
+#include <cerrno>
+#include <utility>
+
 namespace belvor {
 namespace {
 
@@ -41,7 +44,7 @@ Pictures::Pictures(const std::vector<std::string>& paths, const Handle<Model>& m
 {
     try {
         for (const std::string& path : paths) {
-            Output& output = outputs.emplace_back(Output{path, temporaryNameFor(path), nullptr});
+            Output& output = outputs.emplace_back(Output{path, temporaryNameFor(path), {}, nullptr});
             onFile(path, [&] {
                 if (isPng(path)) output.picture = std::make_unique<PngPicture>(output.temporary, width, height);
                 else output.picture = std::make_unique<OmbrOutput>(output.temporary, model, camera, width, height);
@@ -66,15 +69,34 @@ void Pictures::commit()
         onFile(output.path, [&] { output.picture->finish(); });
         output.picture.reset();
     }
-    std::size_t renamed = 0;
-    for (; renamed < outputs.size(); ++renamed)
-        if (!replaceFile(outputs[renamed].temporary, outputs[renamed].path)) break;
-    if (renamed < outputs.size()) {
-        const PictureError error(outputs[renamed].path + ": " + OmbrFile::Error().what());
-        for (std::size_t i = 0; i < renamed; ++i) removeFile(outputs[i].path);
+    std::size_t named = 0;
+    while (named < outputs.size() && takeName(outputs[named])) ++named;
+    if (named < outputs.size()) {
+        const PictureError error(outputs[named].path + ": " + OmbrFile::Error().what());
+        for (std::size_t i = 0; i <= named; ++i) giveBackName(outputs[i], i < named);
         throw error;
     }
+    for (const Output& output : outputs)
+        if (!output.older.empty()) removeFile(output.older);
     outputs.clear();
+}
+
+/// Puts a whole picture in its place. Where others may still fail, the file that had the name is kept beside it.
+bool Pictures::takeName(Output& output)
+{
+    if (isFolder(output.path)) {
+        errno = EISDIR;
+        return false;
+    }
+    std::string older = output.temporary + ".older";
+    if (outputs.size() > 1 && replaceFile(output.path, older)) output.older = std::move(older);
+    return replaceFile(output.temporary, output.path);
+}
+
+void Pictures::giveBackName(const Output& output, bool taken) noexcept
+{
+    if (!output.older.empty()) replaceFile(output.older, output.path);
+    else if (taken) removeFile(output.path);
 }
 
 void Pictures::remove() noexcept

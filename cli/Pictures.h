@@ -38,14 +38,17 @@ public:
     void lineDone(int row) override;
 
     /// After the render: completes the files and gives them their names. Throws PictureError;
-    /// then none of them is left.
+    /// then none of them is left, and what had their names before is there again.
     void commit();
 
 private:
     struct Output {
         std::string path, temporary;
+        std::string older;   // where the file is kept that had the name before; empty: there was none
         std::unique_ptr<Picture> picture;
     };
+    bool takeName(Output& output);
+    static void giveBackName(const Output& output, bool taken) noexcept;
     void remove() noexcept;
 
     std::vector<Output> outputs;

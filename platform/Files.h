@@ -19,6 +19,9 @@ std::FILE* openFile(const std::string& path, const char* mode) noexcept;
 /// Deletes `path` (UTF-8) if it is there; silent.
 void removeFile(const std::string& path) noexcept;
 
+/// Whether a folder has that name (UTF-8).
+bool isFolder(const std::string& path) noexcept;
+
 /// Renames `from` to `to` (UTF-8), replacing a file of that name; false with errno set.
 bool replaceFile(const std::string& from, const std::string& to) noexcept;
 

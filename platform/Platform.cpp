@@ -11,6 +11,7 @@
 
 #include <share.h>
 #else
+#include <sys/stat.h>
 #include <sys/types.h>
 #include <unistd.h>
 #endif
@@ -73,6 +74,14 @@ try {
     return false;
 }
 
+bool isFolder(const std::string& path) noexcept
+try {
+    const DWORD attributes = GetFileAttributesW(toWide(path).c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
+} catch (...) {
+    return false;
+}
+
 long long tellFile(std::FILE* file) noexcept { return _ftelli64(file); }
 bool seekFile(std::FILE* file, long long offset) noexcept { return _fseeki64(file, offset, SEEK_SET) == 0; }
 
@@ -89,6 +98,11 @@ std::string systemErrorText(std::uint32_t code, std::uint32_t& failure)
 std::FILE* openFile(const std::string& path, const char* mode) noexcept { return std::fopen(path.c_str(), mode); }
 void removeFile(const std::string& path) noexcept { unlink(path.c_str()); }
 bool replaceFile(const std::string& from, const std::string& to) noexcept { return std::rename(from.c_str(), to.c_str()) == 0; }
+bool isFolder(const std::string& path) noexcept
+{
+    struct stat status;
+    return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
 long long tellFile(std::FILE* file) noexcept { return ftello(file); }
 bool seekFile(std::FILE* file, long long offset) noexcept { return fseeko(file, offset, SEEK_SET) == 0; }
 

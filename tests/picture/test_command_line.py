@@ -59,6 +59,7 @@ class CommandLine(Folder):
         os.mkdir(self.folder / "folder.thf")
         for arguments in (["missing.thf", "p.png"], ["nowhere/p.thf", "p.png"], ["folder.thf", "p.png"], ["plates.thf", "nowhere/p.png"],
                           ["plates.thf", "p.png", "nowhere/p.omb"], ["plates.thf", "nowhere/p.omb", "p.png"], ["plates.thf", "new.omb", "folder.png"],
+                          ["plates.thf", "p.omb", "new.png", "folder.png"],
                           ["--save-view", "nowhere/v.bvp", "plates.thf"], ["--view", "missing.bvp", "plates.thf", "p.png"]):
             with self.subTest(arguments):
                 self.refused(3, arguments)
