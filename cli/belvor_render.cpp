@@ -125,6 +125,7 @@ int runReported(const Options& options)
 
 int main(int argc, char** argv)
 {
+    belvor::refuseMemoryBeyondMachine();
     try {
         return belvor::runReported(belvor::parseOptions(belvor::commandLine(argc, argv)));
     } catch (const belvor::Usage& usage) {

@@ -8,6 +8,7 @@
 #include <process.h>
 #include <shellapi.h>
 #else
+#include <sys/resource.h>
 #include <unistd.h>
 #endif
 
@@ -27,6 +28,8 @@ std::vector<std::string> commandLine(int, char**)
 
 bool standardErrorIsTerminal() noexcept { return _isatty(2) != 0; }
 
+void refuseMemoryBeyondMachine() noexcept {}
+
 static int processNumber() { return _getpid(); }
 
 #else
@@ -34,6 +37,19 @@ static int processNumber() { return _getpid(); }
 std::vector<std::string> commandLine(int argc, char** argv) { return {argv, argv + argc}; }
 
 bool standardErrorIsTerminal() noexcept { return isatty(2) != 0; }
+
+void refuseMemoryBeyondMachine() noexcept
+{
+#if defined(__linux__) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)   // they reserve terabytes
+    const long pages = sysconf(_SC_PHYS_PAGES), pageSize = sysconf(_SC_PAGESIZE);
+    rlimit limit;
+    if (pages <= 0 || pageSize <= 0 || getrlimit(RLIMIT_DATA, &limit) != 0) return;
+    const rlim_t most = static_cast<rlim_t>(pages) / 10 * 9 * static_cast<rlim_t>(pageSize);
+    if (limit.rlim_cur != RLIM_INFINITY && limit.rlim_cur <= most) return;
+    limit.rlim_cur = most;
+    setrlimit(RLIMIT_DATA, &limit);
+#endif
+}
 
 static int processNumber() { return getpid(); }
 

@@ -12,6 +12,11 @@ std::vector<std::string> commandLine(int argc, char** argv);
 /// Whether somebody is watching standard error.
 bool standardErrorIsTerminal() noexcept;
 
+/// From now on, memory is refused to this process (std::bad_alloc) before it takes more than
+/// nine tenths of what the machine has: a system that lends more than it has would come to a
+/// standstill instead. Does nothing where the system refuses by itself.
+void refuseMemoryBeyondMachine() noexcept;
+
 /// `path` with something added that no other process adds.
 std::string temporaryNameFor(const std::string& path);
 
