@@ -3,7 +3,7 @@
 // the limits of the same run: its bytes read once, its line ends sought, its numbers converted
 // with nothing around them.
 #include "app/errors/Reporter.h"
-#include "calcore/Number.h"
+#include "bench/Limits.h"
 #include "platform/Files.h"
 #include "platform/MappedFile.h"
 #include "platform/Process.h"
@@ -11,7 +11,6 @@
 
 #include <benchmark/benchmark.h>
 
-#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <cstring>
@@ -176,9 +175,7 @@ void readBytesOnce(benchmark::State& state)
 {
     for (auto _ : state) {
         const MappedFile file(drawing().path);
-        unsigned sum = 0;
-        for (const char c : file.bytes()) sum += static_cast<unsigned char>(c);
-        benchmark::DoNotOptimize(sum);
+        benchmark::DoNotOptimize(sumOfBytes(file.bytes()));
     }
     count(state, "bytes", drawing().size);
 }
@@ -198,24 +195,6 @@ void seekLineEnds(benchmark::State& state)
         benchmark::DoNotOptimize(lines);
     }
     count(state, "bytes", drawing().size);
-}
-
-double sumOfTextNumbers(std::string_view bytes)
-{
-    const char* at = bytes.data();
-    const char* const end = at + bytes.size();
-    double sum = 0;
-    while (at != end) {
-        double value = 0;
-        const auto [next, error] = std::from_chars(at, end, value);
-        if (error == std::errc()) {
-            sum += value;
-            at = next;
-        } else {
-            ++at;
-        }
-    }
-    return sum;
 }
 
 double sumOfBinaryNumbers(std::string_view bytes)
@@ -244,7 +223,7 @@ void scanBareNumbers(benchmark::State& state)
 {
     for (auto _ : state) {
         const MappedFile file(drawing().path);
-        benchmark::DoNotOptimize(drawing().binary ? sumOfBinaryNumbers(file.bytes()) : sumOfTextNumbers(file.bytes()));
+        benchmark::DoNotOptimize(drawing().binary ? sumOfBinaryNumbers(file.bytes()) : sumOfNumbers(file.bytes()));
     }
     count(state, "bytes", drawing().size);
 }

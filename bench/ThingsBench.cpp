@@ -1,8 +1,8 @@
 // Reading a Things file of a million triangles, beside two limits of the same run: reading
 // its bytes once, and converting its numbers with nothing around them.
 #include "app/errors/Reporter.h"
+#include "bench/Limits.h"
 #include "bench/Scenes.h"
-#include "calcore/Number.h"
 #include "platform/Files.h"
 #include "platform/MappedFile.h"
 #include "platform/Process.h"
@@ -10,7 +10,6 @@
 
 #include <benchmark/benchmark.h>
 
-#include <charconv>
 #include <cstdio>
 #include <filesystem>
 
@@ -55,9 +54,7 @@ void readBytesOnce(benchmark::State& state)
 {
     for (auto _ : state) {
         const MappedFile file(MillionTriangles::get().path);
-        unsigned sum = 0;
-        for (const char c : file.bytes()) sum += static_cast<unsigned char>(c);
-        benchmark::DoNotOptimize(sum);
+        benchmark::DoNotOptimize(sumOfBytes(file.bytes()));
     }
     countBytes(state);
 }
@@ -66,20 +63,7 @@ void scanBareNumbers(benchmark::State& state)
 {
     for (auto _ : state) {
         const MappedFile file(MillionTriangles::get().path);
-        const char* at = file.bytes().data();
-        const char* const end = at + file.bytes().size();
-        double sum = 0;
-        while (at != end) {
-            double value = 0;
-            const auto [next, error] = std::from_chars(at, end, value);
-            if (error == std::errc()) {
-                sum += value;
-                at = next;
-            } else {
-                ++at;
-            }
-        }
-        benchmark::DoNotOptimize(sum);
+        benchmark::DoNotOptimize(sumOfNumbers(file.bytes()));
     }
     countBytes(state);
 }
