@@ -2,7 +2,6 @@
 
 #include "platform/Files.h"
 #include "platform/Utf16.h"
-#include "platform/win32/Windows.h"
 #include "tests/support/Models.h"
 
 #include <filesystem>
@@ -23,16 +22,15 @@ std::string made(const char* name, const std::string& text)
 
 }   // namespace
 
-const std::string& folder()
+std::string inFolder(const std::string& name)
 {
-    static const std::filesystem::path place =
-        std::filesystem::temp_directory_path() / (L"belvor window tests " + std::to_wstring(GetCurrentProcessId()));
-    static const bool created = create_directory(place);
-    static const std::string path = created ? toUtf8(place.wstring()) : "";
-    return path;
+    static const struct Folder {
+        std::filesystem::path path = std::filesystem::temp_directory_path() / "belvor window tests";
+        Folder() { create_directory(path); }
+        ~Folder() { remove_all(path); }
+    } folder;
+    return toUtf8((folder.path / toWide(name)).wstring());
 }
-
-void removeFolder() { std::filesystem::remove_all(toWide(folder())); }
 
 void writeFile(const std::string& path, const std::string& bytes)
 {

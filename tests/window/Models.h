@@ -4,10 +4,8 @@
 
 namespace belvor::window {
 
-/// A folder for the files of this run, with a blank in its name; emptied by removeFolder().
-const std::string& folder();
-inline std::string inFolder(const std::string& name) { return folder() + '\\' + name; }
-void removeFolder();
+/// The path of a file in the folder of this run, which has a blank in its name and goes at the end.
+std::string inFolder(const std::string& name);
 
 void writeFile(const std::string& path, const std::string& bytes);
 std::string readFile(const std::string& path);   ///< Empty when it cannot be read.

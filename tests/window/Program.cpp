@@ -74,7 +74,7 @@ PROCESS_INFORMATION startProcess(const std::string& name, const std::vector<std:
     start.cb = sizeof start;
     PROCESS_INFORMATION started{};
     if (!CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &started))
-        throw Failure("cannot start " + name);
+        throw Failure("cannot start " + name + ", error " + std::to_string(GetLastError()));
     CloseHandle(started.hThread);
     return started;
 }

@@ -28,21 +28,6 @@ void watch(const std::stop_token& stop)
     TerminateProcess(KernelHandle(OpenProcess(PROCESS_TERMINATE, FALSE, id)).get(), 255);
 }
 
-/// Keeps the recent files of whoever runs the tests, and leaves no files behind.
-class UserSettings : public testing::Environment {
-public:
-    void SetUp() override { kept = recentFiles(); }
-    void TearDown() override
-    {
-        setRecentFiles(kept);
-        removeFolder();
-    }
-
-private:
-    std::vector<std::string> kept;
-};
-testing::Environment* const settings = testing::AddGlobalTestEnvironment(new UserSettings);
-
 }   // namespace
 
 std::vector<std::string> recentFiles()
@@ -58,22 +43,11 @@ std::vector<std::string> recentFiles()
     return paths;
 }
 
-void setRecentFiles(const std::vector<std::string>& paths)
-{
-    RegDeleteTreeW(HKEY_CURRENT_USER, recentKey);
-    int n = 0;
-    for (const std::string& path : paths) {
-        const std::wstring value = toWide(path), name = L"File" + std::to_wstring(++n);
-        const auto bytes = static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t));
-        RegSetKeyValueW(HKEY_CURRENT_USER, recentKey, name.c_str(), REG_SZ, value.c_str(), bytes);
-    }
-}
-
 std::string fileName(const std::string& path) { return path.substr(path.find_last_of('\\') + 1); }
 
 void WindowTest::SetUp()
 {
-    setRecentFiles({});
+    RegDeleteTreeW(HKEY_CURRENT_USER, recentKey);
     tooLate = false;
     watchdog = std::jthread(watch);
 }

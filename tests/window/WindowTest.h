@@ -77,9 +77,8 @@ private:
     std::jthread watchdog;
 };
 
-/// The recent files of the user, set aside while the tests run.
+/// What the program has left in the registry, which tools/with-wine.sh keeps apart from the user's.
 std::vector<std::string> recentFiles();
-void setRecentFiles(const std::vector<std::string>& paths);
 
 /// The part of a path behind the last backslash.
 std::string fileName(const std::string& path);
