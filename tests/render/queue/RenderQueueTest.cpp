@@ -3,24 +3,11 @@
 #include <gtest/gtest.h>
 
 namespace belvor {
-namespace {
-
-/// The names of all waiting requests, taken out.
-std::string drained(RenderQueue& queue)
-{
-    std::string names;
-    RequestKind kind;
-    for (Handle<Request> next; queue.take(kind, next);) names += std::to_string(kind) + next->name + " ";
-    return names;
-}
-
-}   // namespace
 
 TEST(RenderQueue, CancelRemovesOneKindAndKeepsTheOrder)
 {
     const struct { const char* why; RequestKind cancelled; const char* left; } cases[] = {
         {"every request of the kind", 7, "9b 0d 9e 5f "},
-        {"a kind with one", 5, "7a 9b 7c 0d 9e "},
         {"a kind with none", 3, "7a 9b 7c 0d 9e 5f "},
         {"image files are never cancelled", imageFile, "7a 9b 7c 0d 9e 5f "},
     };
@@ -29,74 +16,69 @@ TEST(RenderQueue, CancelRemovesOneKindAndKeepsTheOrder)
         const RequestKind kinds[] = {7, 9, 7, 0, 9, 5};
         for (int i = 0; i < 6; ++i) queue.post(kinds[i], request(std::string(1, static_cast<char>('a' + i))));
         queue.cancel(c.cancelled);
-        EXPECT_EQ(drained(queue), c.left) << c.why;
+        std::string left;
+        RequestKind kind;
+        for (Handle<Request> next; queue.take(kind, next);) left += std::to_string(kind) + next->name + " ";
+        EXPECT_EQ(left, c.left) << c.why;
     }
 }
 
-TEST(RenderQueue, CancelReachesTheRunningRequestOfItsKindOnly)
+TEST(RenderQueue, CancelReachesTheRequestThatRunsOrIsAboutTo)
 {
-    const auto host = makeHandle<FakeHost>();
-    const struct { const char* why; RequestKind running, cancelled; bool stopped; } cases[] = {
-        {"its own kind", 7, 7, true},
-        {"another kind", 7, 8, false},
-        {"an image file", imageFile, imageFile, false},
-        {"nothing runs", 0, 7, false},
+    enum When { beforeTheRun, inTheRun, afterTheRun };
+    const struct { const char* why; RequestKind running, cancelled; When when; bool stopped; } cases[] = {
+        {"its own kind", 7, 7, inTheRun, true},
+        {"another kind", 7, 8, inTheRun, false},
+        {"an image file", imageFile, imageFile, inTheRun, false},
+        {"between take and run", 7, 7, beforeTheRun, true},
+        {"another kind before it; the cancel above is not kept", 7, 8, beforeTheRun, false},
+        {"an image file before it", imageFile, imageFile, beforeTheRun, false},
+        {"the run is over", 7, 7, afterTheRun, false},
     };
+    const auto host = makeHandle<FakeHost>();
+    RenderQueue queue;   // one for all: what a cancel leaves behind would show in the next case
     for (const auto& c : cases) {
-        RenderQueue queue;
         const auto progress = makeHandle<Progress>(host, "job", 587, 2);
-        queue.setCurrent(c.running, progress);
-        queue.cancel(c.cancelled);
+        RequestKind kind;
+        Handle<Request> taken;
+        queue.post(c.running, request("job"));
+        ASSERT_TRUE(queue.take(kind, taken)) << c.why;
+        for (const When moment : {beforeTheRun, inTheRun, afterTheRun}) {
+            if (moment == inTheRun) queue.setCurrent(kind, progress);
+            if (moment == afterTheRun) queue.setCurrent(0, {});
+            if (moment == c.when) queue.cancel(c.cancelled);
+        }
         EXPECT_EQ(progress->abandoned(), c.stopped) << c.why;
     }
 }
 
-TEST(RenderQueue, CancelBetweenTakeAndTheRunIsNotLost)
+TEST(Progress, AsksForOneUpdateAtATimeAndKeepsTheBarWithinAStage)
 {
     const auto host = makeHandle<FakeHost>();
-    RenderQueue queue;
-    RequestKind kind;
-    Handle<Request> taken;
-    const auto startAfter = [&](RequestKind posted, RequestKind cancelled) {
-        queue.post(posted, request("job"));
-        EXPECT_TRUE(queue.take(kind, taken));
-        queue.cancel(cancelled);
-        const auto progress = makeHandle<Progress>(host, "job", 587, 2);
-        queue.setCurrent(kind, progress);
-        const bool stopped = progress->abandoned();
-        queue.setCurrent(0, {});
-        return stopped;
+    Progress progress(host, "job", 587, 2);
+    const struct { const char* why; int stage; double fraction, highWater; } reports[] = {
+        {"first report", 0, 0.6, 0.6},
+        {"back moves the marker only", 0, 0.2, 0.6},
+        {"a new stage", 1, 0.1, 0.1},
+        {"an earlier stage is a new one too", 0, 0.0, 0.0},
     };
-    EXPECT_TRUE(startAfter(7, 7));
-    EXPECT_FALSE(startAfter(7, 8)) << "the cancel before must not be kept for the next run";
-    EXPECT_FALSE(startAfter(imageFile, imageFile));
-}
-
-TEST(RenderQueue, CancelAfterTheRunTouchesNothing)
-{
-    const auto host = makeHandle<FakeHost>();
-    RenderQueue queue;
-    const auto progress = makeHandle<Progress>(host, "job", 587, 2);
-    queue.setCurrent(7, progress);
-    queue.setCurrent(0, {});
-    queue.cancel(7);
-    EXPECT_FALSE(progress->abandoned());
-}
-
-TEST(RenderQueue, ReleasesWhatNeverRan)
-{
-    bool released = false;
-    struct Flag : TSHandlable {
-        explicit Flag(bool& f) : flag(f) {}
-        ~Flag() override { flag = true; }
-        bool& flag;
-    };
-    {
-        RenderQueue queue;
-        queue.post(7, request("job", [flag = makeHandle<Flag>(released)](Reporter&) {}));
-        EXPECT_FALSE(released);
+    for (const auto& r : reports) {
+        EXPECT_FALSE(progress.progress(3, r.stage, r.fraction)) << r.why;
+        EXPECT_EQ(progress.stage(), r.stage) << r.why;
+        EXPECT_EQ(progress.fraction(), r.fraction) << r.why;
+        EXPECT_EQ(progress.highWater(), r.highWater) << r.why;
     }
-    EXPECT_TRUE(released);
+    EXPECT_EQ(host->events(), std::vector<std::string>{"progress job"}) << "the first update is still pending";
+    progress.updateDone();
+    progress.progress(3, 1, 0.5);
+    EXPECT_EQ(host->events().size(), 2u);
+
+    progress.abandon();
+    EXPECT_THROW(progress.check(3, 1, 0.6), Reporter::Abandoned);
+    progress.finish();
+    EXPECT_TRUE(progress.finished());
+    Progress(host, "quick", 587, 2).finish();
+    EXPECT_EQ(host->events().back(), "abandoned job") << "what was never shown needs no clearing";
 }
 
 }   // namespace belvor

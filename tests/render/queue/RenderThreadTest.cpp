@@ -11,12 +11,17 @@ namespace {
 
 using Events = std::vector<std::string>;
 
-/// Posts the requests and the exit request, and returns what the host heard until the end.
-Events eventsOf(const Handle<FakeHost>& host, const std::vector<Handle<Request>>& requests)
+/// A sink or a queue that tells when it is gone.
+struct Told : RenderQueue {
+    Told(Handle<FakeHost> h, const char* t) : host(std::move(h)), text(t) {}
+    ~Told() override { host->add(text); }
+    Handle<FakeHost> host;
+    const char* text;
+};
+
+/// Runs what was posted, up to the exit request, and returns what the host heard until the end.
+Events eventsOf(const Handle<FakeHost>& host, const Handle<RenderQueue>& queue)
 {
-    const auto queue = makeHandle<RenderQueue>();
-    for (const auto& r : requests) queue->post(7, r);
-    queue->post(7, makeHandle<ExitRequest>());
     startRenderThread(queue, host);
     host->waitForEnd();
     return host->events();
@@ -26,24 +31,23 @@ Events eventsOf(const Handle<FakeHost>& host, const std::vector<Handle<Request>>
 
 TEST(RenderThread, ShowsWhatFailedAndLivesOn)
 {
-    const struct { const char* why; std::function<void(Reporter&)> work; std::string shown; } cases[] = {
+    const struct { const char* why; std::function<void(Reporter&)> work; Events shown; } cases[] = {
         {"file fault", [](Reporter&) { throw BadFile(BadFile::duplicateBlock, "WALL", "a.dxf", 12); },
-         "bad file Duplicate BLOCK name WALL\nat line 12 in a.dxf"},
-        {"no memory", [](Reporter&) { throw std::bad_alloc(); }, "warning Out of memory"},
-        {"system call", [](Reporter&) { throw std::runtime_error("CreateFile: denied"); }, "warning CreateFile: denied"},
+         {"bad file Duplicate BLOCK name WALL\nat line 12 in a.dxf"}},
+        {"no memory", [](Reporter&) { throw std::bad_alloc(); }, {"warning Out of memory"}},
+        {"system call", [](Reporter&) { throw std::runtime_error("CreateFile: denied"); }, {"warning CreateFile: denied"}},
+        {"abandoned: nothing to say", [](Reporter&) { throw Reporter::Abandoned(); }, {}},
     };
     for (const auto& c : cases) {
         const auto host = makeHandle<FakeHost>();
-        EXPECT_EQ(eventsOf(host, {request("a", c.work), request("b", [&](Reporter&) { host->add("b ran"); })}),
-                  (Events{c.shown, "b ran", "thread ended"}))
-            << c.why;
+        const auto queue = makeHandle<RenderQueue>();
+        queue->post(7, request("a", c.work));
+        queue->post(7, request("b", [&](Reporter&) { host->add("b ran"); }));
+        queue->post(7, makeHandle<ExitRequest>());
+        Events expected = c.shown;
+        expected.insert(expected.end(), {"b ran", "thread ended"});
+        EXPECT_EQ(eventsOf(host, queue), expected) << c.why;
     }
-}
-
-TEST(RenderThread, SaysNothingOfAnAbandonedRun)
-{
-    const auto host = makeHandle<FakeHost>();
-    EXPECT_EQ(eventsOf(host, {request("a", [](Reporter&) { throw Reporter::Abandoned(); })}), Events{"thread ended"});
 }
 
 TEST(RenderThread, ClearsTheRunBeforeItReportsAFailure)
@@ -52,25 +56,16 @@ TEST(RenderThread, ClearsTheRunBeforeItReportsAFailure)
     // and a cancel must not reach the run that is over.
     const auto host = makeHandle<FakeHost>();
     const auto queue = makeHandle<RenderQueue>();
-    struct Sink : TSHandlable {
-        explicit Sink(Handle<FakeHost> h) : told(std::move(h)) {}
-        ~Sink() override { told->add("sink closed"); }
-        Handle<FakeHost> told;
-    };
-    Progress* failing = nullptr;
+    Handle<Progress> failing;
     host->whenReporting = [&] { queue->cancel(7); };
-    queue->post(7, request("a", [&failing, sink = makeHandle<Sink>(host)](Reporter& progress) {
-                    failing = &static_cast<Progress&>(progress);
-                    failing->addReference();   // to be looked at after the run
+    queue->post(7, request("a", [&failing, sink = makeHandle<Told>(host, "sink closed")](Reporter& progress) {
+                    failing = Handle<Progress>(&static_cast<Progress&>(progress));
                     progress.progress(2, 0, 0.5);
                     throw std::runtime_error("disk full");
                 }));
     queue->post(9, makeHandle<ExitRequest>());
-    startRenderThread(queue, host);
-    host->waitForEnd();
-    EXPECT_EQ(host->events(), (Events{"progress a", "ended a", "sink closed", "warning disk full", "thread ended"}));
+    EXPECT_EQ(eventsOf(host, queue), (Events{"progress a", "ended a", "sink closed", "warning disk full", "thread ended"}));
     EXPECT_FALSE(failing->abandoned());
-    failing->release();
 }
 
 TEST(RenderThread, RunsRequestsInArrivalOrderAndNoneAfterTheExit)
@@ -85,28 +80,17 @@ TEST(RenderThread, RunsRequestsInArrivalOrderAndNoneAfterTheExit)
                     queue->post(7, note("too late"));
                 }));
     queue->post(8, note("b"));
-    startRenderThread(queue, host);
-    host->waitForEnd();
-    EXPECT_EQ(host->events(), (Events{"a", "b", "posted by a", "thread ended"}));
+    EXPECT_EQ(eventsOf(host, queue), (Events{"a", "b", "posted by a", "thread ended"}));
 }
 
 TEST(RenderThread, HasLetGoOfTheQueueWhenItTellsItsEnd)
 {
-    struct Watched : RenderQueue {
-        explicit Watched(Handle<FakeHost> h) : host(std::move(h)) {}
-        ~Watched() override { host->add("queue gone"); }
-        Handle<FakeHost> host;
-    };
     const auto host = makeHandle<FakeHost>();
-    {
-        Handle<RenderQueue> queue = makeHandle<Watched>(host);
-        queue->post(7, makeHandle<ExitRequest>());
-        startRenderThread(std::move(queue), host);   // the thread's handle is the only one
-    }
+    Handle<RenderQueue> queue = makeHandle<Told>(host, "queue gone");
+    queue->post(7, makeHandle<ExitRequest>());
+    startRenderThread(std::move(queue), host);   // the thread's handle is the only one
     host->waitForEnd();
-    const Events events = host->events();
-    EXPECT_EQ(events.back(), "thread ended");
-    EXPECT_EQ(events.size(), 2u);
+    EXPECT_EQ(host->events(), (Events{"queue gone", "thread ended"}));
 }
 
 TEST(RenderThread, TellsWhenItCannotTellItsEnd)
