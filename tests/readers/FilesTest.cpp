@@ -1,6 +1,7 @@
 #include "app/errors/BadFile.h"
 #include "fuzz/DrawSmall.h"
 #include "platform/Files.h"
+#include "platform/Win32Error.h"
 #include "readers/ModelFile.h"
 #include "readers/dxf/DXF.h"
 #include "readers/man/ManFile.h"
@@ -115,6 +116,30 @@ TEST(Samples, HaveTheirKnownSizes)
         EXPECT_EQ(model->facetCount(), c.facets) << c.name;
         EXPECT_EQ(model->materials().size(), c.materials) << c.name;
     }
+}
+
+TEST(ModelFile, ThatCannotBeOpenedIsTheSystemsError)
+{
+    const test::TempFile empty("empty.dxf");   // cannot be mapped
+    SilentReporter silent;
+    for (const std::string& path : {std::string("no/such.thf"), std::string("no/such.dxf"), std::string("no/such.man"), empty.path()}) {
+        try {
+            readModel(path, fileTypeOf(path), silent);
+            ADD_FAILURE() << path;
+        } catch (const Win32Error& error) {
+            EXPECT_EQ(std::string(error.what()).find(path + ": "), 0u) << error.what();
+        }
+    }
+}
+
+TEST(ModelFile, TypesGoByTheLettersBehindTheLastDot)
+{
+    const struct { const char* path; FileType type; } cases[] = {
+        {"x.THF", FileType::things}, {"x.dxf", FileType::dxf},      {"x.thf2", FileType::unknown}, {"x", FileType::unknown},
+        {"x.", FileType::unknown},   {"a.thf\\x", FileType::unknown}, {"x.th", FileType::unknown},   {".man", FileType::man},
+        {"a.b/c.Man", FileType::man}, {"", FileType::unknown},
+    };
+    for (const auto& c : cases) EXPECT_EQ(fileTypeOf(c.path), c.type) << c.path;
 }
 
 }   // namespace belvor

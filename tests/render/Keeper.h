@@ -4,7 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <ios>
 #include <limits>
+#include <ostream>
 #include <vector>
 
 namespace belvor::test {
@@ -13,6 +15,7 @@ struct Pixel {
     std::uint32_t owner = Buffer::noFacet;
     double depth = std::numeric_limits<double>::max();
     friend bool operator==(const Pixel&, const Pixel&) = default;
+    friend std::ostream& operator<<(std::ostream& out, const Pixel& p) { return out << "facet " << p.owner << " at " << std::hexfloat << p.depth; }
 };
 using Image = std::vector<std::vector<Pixel>>;
 

@@ -11,7 +11,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
 #include <list>
 #include <optional>
@@ -250,34 +249,15 @@ std::vector<Colour> litColours(const Model& model, const std::vector<Plane>& pla
     return result;
 }
 
-/// How many scenes; a long run sets BELVOR_SCENES.
-int sceneCount()
-{
-    const char* const wanted = std::getenv("BELVOR_SCENES");
-    return wanted ? std::atoi(wanted) : 1500;
-}
-
-std::string difference(const Image& fast, const Image& slow)
-{
-    if (fast.size() != slow.size()) return "number of rows";
-    for (std::size_t y = 0; y < slow.size(); ++y) {
-        const auto [at, wanted] = std::mismatch(fast[y].begin(), fast[y].end(), slow[y].begin());
-        if (at == fast[y].end()) continue;
-        char text[160];
-        std::snprintf(text, sizeof text, "pixel (%d, %zu): owner %d depth %a, expected %d %a", static_cast<int>(at - fast[y].begin()), y,
-                      static_cast<int>(at->owner), at->depth, static_cast<int>(wanted->owner), wanted->depth);
-        return text;
-    }
-    return "";
-}
-
 }   // namespace
 
 TEST(Pixelwise, RandomScenesAgreeInEveryPixel)
 {
     const Handle<Reporter> silent = makeHandle<SilentReporter>();
+    const char* const wanted = std::getenv("BELVOR_SCENES");   // for a long run
+    const int count = wanted ? std::atoi(wanted) : 1500;
     std::size_t covered = 0, empty = 0;
-    for (int seed = 0; seed < sceneCount() && !::testing::Test::HasFailure(); ++seed) {
+    for (int seed = 0; seed < count && !HasFailure(); ++seed) {
         Scenes scenes(static_cast<std::uint64_t>(seed));
         const Handle<Model> model = scenes.model();
         std::vector<Plane> planes;
@@ -292,15 +272,18 @@ TEST(Pixelwise, RandomScenesAgreeInEveryPixel)
             Image fast;
             model->render(*camera, *lights, *makeHandle<Keeper>(static_cast<int>(camera->width), fast), *silent);
             const Image slow = SlowRender(*model, *camera).run();
-            EXPECT_EQ(difference(fast, slow), "") << "seed " << seed << ", view " << view;
 
             double brightest;
             const auto lit = litColours(*model, planes, *camera, *lights, brightest);
             for (std::uint32_t i = 0; i < model->facetCount(); ++i)
                 for (std::size_t channel = 0; channel < 3; ++channel)
                     EXPECT_EQ(model->colour(i)[channel], toByte(lit[i][channel] / brightest)) << "seed " << seed << ", facet " << i;
-            for (const auto& line : slow)
-                for (const Pixel& pixel : line) (pixel.owner == Buffer::noFacet ? empty : covered) += 1;
+            ASSERT_EQ(fast.size(), slow.size());
+            for (std::size_t y = 0; y < slow.size(); ++y)
+                for (std::size_t x = 0; x < slow[y].size(); ++x) {
+                    ASSERT_EQ(fast[y][x], slow[y][x]) << "seed " << seed << ", view " << view << ", pixel (" << x << ", " << y << ")";
+                    (slow[y][x].owner == Buffer::noFacet ? empty : covered) += 1;
+                }
         }
     }
     // Neither the empty picture nor the full one would prove much.

@@ -3,8 +3,21 @@
 #include <cmath>
 #include <exception>
 #include <sstream>
+#include <vector>
 
 namespace belvor::test {
+namespace {
+
+/// The corners of facet number `facet`, in order.
+std::vector<Point<3>> cornersOf(const Model& model, std::uint32_t facet)
+{
+    std::vector<Point<3>> corners;
+    const Facet& which = model.facet(facet);
+    for (std::uint32_t i = 0; i < which.edgeCount; ++i) corners.push_back(model.vertex(model.edge(which.firstEdge + i).from).position);
+    return corners;
+}
+
+}   // namespace
 
 std::string dxfText(std::string_view groups)
 {
@@ -29,23 +42,16 @@ Handle<DXF> readDXF(const std::string& bytes)
     return makeHandle<DXF>(std::string_view(bytes), std::string("a.dxf"), nobody);
 }
 
-std::string faultOf(const std::string& bytes)
+std::string outcomeOf(const std::string& bytes)
 {
     try {
-        readDXF(bytes);
-        return {};
+        const Handle<DXF> drawing = readDXF(bytes);
+        std::string text = std::to_string(drawing->facetCount()) + " facets";
+        for (const auto& entry : drawing->skipped().list()) text += "; " + entry.type + ' ' + std::to_string(entry.count) + ' ' + entry.reason;
+        return text;
     } catch (const std::exception& fault) {
         return fault.what();
     }
-}
-
-Corners cornersOf(const Model& model, std::uint32_t facet)
-{
-    Corners corners;
-    const Facet& which = model.facet(facet);
-    for (std::uint32_t i = 0; i < which.edgeCount; ++i)
-        corners.push_back(model.vertex(model.edge(which.firstEdge + i).from).position);
-    return corners;
 }
 
 std::string written(const Model& model)
@@ -64,19 +70,11 @@ std::string written(const Model& model)
     return text.str();
 }
 
-std::string written(const SkippedEntities& skipped)
-{
-    std::string text;
-    for (const auto& entry : skipped.list())
-        text += (text.empty() ? "" : "; ") + entry.type + ' ' + std::to_string(entry.count) + ' ' + entry.reason;
-    return text;
-}
-
 double areaOf(const Model& model)
 {
     double total = 0.0;
     for (std::uint32_t facet = 0; facet < model.facetCount(); ++facet) {
-        const Corners corners = cornersOf(model, facet);
+        const std::vector<Point<3>> corners = cornersOf(model, facet);
         Vector<3> sum;
         for (std::size_t i = 1; i + 1 < corners.size(); ++i) sum += (corners[i] - corners[0]).cross(corners[i + 1] - corners[0]);
         total += sum.length() / 2.0;

@@ -4,7 +4,6 @@
 
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace belvor::test {
 
@@ -17,17 +16,11 @@ std::string entities(std::string_view groups);
 /// The drawing in these bytes; faults name the file "a.dxf".
 Handle<DXF> readDXF(const std::string& bytes);
 
-/// What reading these bytes says: the fault's what(), or "" when there is none.
-std::string faultOf(const std::string& bytes);
+/// What reading these bytes comes to: "3 facets", then "; type count reason" for what was skipped; or the fault's what().
+std::string outcomeOf(const std::string& bytes);
 
-using Corners = std::vector<Point<3>>;
-
-/// The corners of facet number `facet`, in order.
-Corners cornersOf(const Model& model, std::uint32_t facet);
 /// "(x y z) (x y z); ...", one facet after the other, rounded to 1e-8: for comparing and for reading.
 std::string written(const Model& model);
-/// "type count reason; ..."
-std::string written(const SkippedEntities& skipped);
 /// The sum over the facets.
 double areaOf(const Model& model);
 

@@ -1,6 +1,4 @@
 #include "app/errors/BadFile.h"
-#include "platform/Win32Error.h"
-#include "readers/ModelFile.h"
 #include "readers/things/Things.h"
 #include "tests/support/Models.h"
 
@@ -95,27 +93,6 @@ TEST(Things, ReportsVerticesAndFacetsByTheCountsOfTheFile)
         EXPECT_THROW(makeHandle<Things>(file.path(), impatient), Reporter::Abandoned);
         EXPECT_EQ(impatient.calls.size(), stopAt + 1);
     }
-}
-
-TEST(Things, ThatCannotBeOpenedNameTheFile)
-{
-    SilentReporter silent;
-    try {
-        makeHandle<Things>("no/such/file.thf", silent);
-        FAIL();
-    } catch (const Win32Error& error) {
-        EXPECT_EQ(std::string(error.what()).find("no/such/file.thf: "), 0u) << error.what();
-    }
-}
-
-TEST(ModelFile, TypesGoByTheLettersBehindTheLastDot)
-{
-    const struct { const char* path; FileType type; } cases[] = {
-        {"x.THF", FileType::things}, {"x.dxf", FileType::dxf},      {"x.thf2", FileType::unknown}, {"x", FileType::unknown},
-        {"x.", FileType::unknown},   {"a.thf\\x", FileType::unknown}, {"x.th", FileType::unknown},   {".man", FileType::man},
-        {"a.b/c.Man", FileType::man}, {"", FileType::unknown},
-    };
-    for (const auto& c : cases) EXPECT_EQ(fileTypeOf(c.path), c.type) << c.path;
 }
 
 }   // namespace belvor

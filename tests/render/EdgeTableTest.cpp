@@ -1,0 +1,31 @@
+#include "render/EdgeTable.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace belvor {
+
+// The ends that random scenes never meet; those between them are PixelwiseTest's.
+TEST(ActiveRows, EndWhereAnEdgeEndsOnARowOrBeyondAllRows)
+{
+    constexpr double front = -1, behind = 1;
+    const struct { const char* why; double y0, z0, y1, z1; int first, last; } cases[] = {   // `first` above `last`: never
+        {"ends on rows: below the upper, down to the lower", 1, front, 4, front, 2, 4},
+        {"upper end on the first row", 0, front, 4.5, front, 1, 4},
+        {"ends on the first row", -5, front, 0, front, 0, 0},
+        {"starts on the last row", 9, front, 20, front, 1, 0},
+        {"far above to far below", -1e300, front, 1e300, front, 0, 9},
+        {"upper end behind the eye, lower on the last row", 1, behind, 9, front, 1, 0},
+        {"lower end behind the eye, upper on the first row", 0, front, 7, behind, 0, 0},
+        {"horizontal across the eye plane", 3, front, 3, behind, 1, 0},
+        {"not a number", std::nan(""), front, 4, front, 1, 0},
+    };
+    for (const auto& c : cases) {
+        const EdgeRows rows = activeRows(c.y0, c.z0, c.y1, c.z1, 10);
+        EXPECT_EQ(rows.first > rows.last, c.first > c.last) << c.why;
+        EXPECT_TRUE(c.first > c.last || (rows.first == c.first && rows.last == c.last)) << c.why << ": " << rows.first << " to " << rows.last;
+    }
+}
+
+}   // namespace belvor
