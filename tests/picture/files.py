@@ -18,9 +18,9 @@ def need(condition, what):
 def read_png(data):
     """(width, height, bytes of red, green, blue from the top left)."""
     need(data[:8] == b"\x89PNG\r\n\x1a\n", "no PNG signature")
-    at, packed, width, height, ended = 8, b"", 0, 0, False
+    at, packed, width, height, kind = 8, b"", 0, 0, b""
     while at < len(data):
-        need(not ended, "data after IEND")
+        need(kind != b"IEND", "data after IEND")
         size, kind = struct.unpack(">I4s", data[at:at + 8])
         body = data[at + 8:at + 8 + size]
         need(zlib.crc32(kind + body) == struct.unpack(">I", data[at + 8 + size:at + 12 + size])[0], f"checksum of {kind}")
@@ -29,9 +29,8 @@ def read_png(data):
             need(rest == [8, 2, 0, 0, 0], "not 8-bit RGB")
         elif kind == b"IDAT":
             packed += body
-        ended = kind == b"IEND"
         at += 12 + size
-    need(ended, "no IEND")
+    need(kind == b"IEND", "no IEND")
     raw, stride = zlib.decompress(packed), 3 * width
     need(len(raw) == height * (stride + 1), "amount of pixel data")
     above, rows = bytearray(stride), []

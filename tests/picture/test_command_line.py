@@ -45,7 +45,8 @@ class CommandLine(Folder):
     def test_bad_models_and_views_are_status_1(self):
         self.refused(1, [self.write("bad.thf", "Y 3 0 0 0 1 0 0 0 1 0 1 1 2"), "p.png", "p.omb"], ["material expected", "bad.thf"])
         self.write("tiny.thf", "Y 3 0 0 0 .1 0 0 0 .1 0 0 1 1 S\n3 1 2 3\n")
-        for view in ("Belvor View Parameters 1.1\n0 0 0\n", "Belvor View Parameters 1.0\n1e308 2 3 0 0 0 1\n"):    # infinite in radii of the model
+        for view in ("Belvor View Parameters 1.1\n0 0 0\n",
+                     "Belvor View Parameters 1.0\n1e308 2 3 0 0 0 1\n"):      # infinite in radii of the model
             self.refused(1, ["--view", self.write("bad.bvp", view), "tiny.thf", "p.png", "p.omb"], ["bad.bvp"])
 
     def test_files_that_cannot_be_read_or_written_are_status_3(self):
@@ -140,12 +141,13 @@ class CommandLine(Folder):
         os.mkdir(self.folder / folder)
         shutil.copy(self.folder / "plates.thf", self.folder / folder / "größe_模型.thf")
         self.render("--size", "9x7", "plates.thf", "plain.png", "plain.omb")
-        self.render("--size", "9x7", folder + "größe_模型.thf", folder + "Bild é.png", folder + "Bild é.omb", "--save-view", folder + "Ansicht ß.bvp")
-        self.render("--size", "9x7", "--view", folder + "Ansicht ß.bvp", folder + "größe_模型.thf", folder + "again.png")
+        model, view = folder + "größe_模型.thf", folder + "Ansicht ß.bvp"
+        self.render("--size", "9x7", model, folder + "Bild é.png", folder + "Bild é.omb", "--save-view", view)
+        self.render("--size", "9x7", "--view", view, model, folder + "again.png")
         self.assertEqual(sorted(os.listdir(self.folder / folder)), ["Ansicht ß.bvp", "Bild é.omb", "Bild é.png", "again.png", "größe_模型.thf"])
         self.assertEqual(self.read("plain.png"), self.read(folder + "Bild é.png"))
         self.assertEqual(self.read("plain.omb"), self.read(folder + "Bild é.omb"))
-        self.assertEqual(json.loads(self.run_program("--info", folder + "größe_模型.thf").stdout)["file"], folder + "größe_模型.thf")
+        self.assertEqual(json.loads(self.run_program("--info", model).stdout)["file"], model)
         self.refused(3, [folder + "fehlt.thf", "p.png"], ["fehlt.thf", "図面"])
 
 

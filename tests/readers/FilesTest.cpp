@@ -78,7 +78,8 @@ TEST(Corpus, SurvivesEveryCutAndManyFlips)
         read(path, whole, silent);
         for (std::size_t i = 0; i < whole.size() + 200; ++i) {
             std::string damaged = whole.substr(0, i);
-            for (int flips = i < whole.size() ? 0 : 3; flips > 0; --flips) damaged[random() % damaged.size()] = static_cast<char>(random());
+            for (int flips = 0; i >= whole.size() && flips < 3; ++flips)
+                damaged[random() % damaged.size()] = static_cast<char>(random());
             const std::unique_ptr<char[]> exact(new char[damaged.size()]);   // so that an over-read is seen
             std::copy(damaged.begin(), damaged.end(), exact.get());
             test::RecordingReporter patience(500);

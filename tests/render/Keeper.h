@@ -15,7 +15,10 @@ struct Pixel {
     std::uint32_t owner = Buffer::noFacet;
     double depth = std::numeric_limits<double>::max();
     friend bool operator==(const Pixel&, const Pixel&) = default;
-    friend std::ostream& operator<<(std::ostream& out, const Pixel& p) { return out << "facet " << p.owner << " at " << std::hexfloat << p.depth; }
+    friend std::ostream& operator<<(std::ostream& out, const Pixel& pixel)
+    {
+        return out << "facet " << pixel.owner << " at " << std::hexfloat << pixel.depth;
+    }
 };
 using Image = std::vector<std::vector<Pixel>>;
 

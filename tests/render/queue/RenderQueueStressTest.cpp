@@ -19,7 +19,7 @@ constexpr int operationCount = 200'000;
 #endif
 
 struct Counts {
-    std::atomic<int> completed{0}, abandoned{0}, alive{0};
+    std::atomic<int> ran{0}, alive{0};
 };
 
 /// Reports some times, waits now and then, and fails now and then.
@@ -32,17 +32,12 @@ public:
     ~RandomRequest() override { counts.alive.fetch_sub(1); }
     void run(Reporter& progress) override
     {
-        try {
-            for (unsigned i = 0; i < number % 8; ++i) {
-                progress.check(2, static_cast<int>(i / 4), i / 8.0);
-                if (number % 4096 == 5) std::this_thread::sleep_for(std::chrono::microseconds(number / 4096 % 300));
-            }
-            if (number % 64 == 9) throw BadFile(BadFile::badGroup, "a.dxf", 3);
-        } catch (const Reporter::Abandoned&) {
-            counts.abandoned.fetch_add(1);
-            throw;
+        counts.ran.fetch_add(1);
+        for (unsigned i = 0; i < number % 8; ++i) {
+            progress.check(2, static_cast<int>(i / 4), i / 8.0);
+            if (number % 4096 == 5) std::this_thread::sleep_for(std::chrono::microseconds(number / 4096 % 300));
         }
-        counts.completed.fetch_add(1);
+        if (number % 64 == 9) throw BadFile(BadFile::badGroup, "a.dxf", 3);
     }
 
 private:
@@ -50,8 +45,8 @@ private:
     Counts& counts;
 };
 
-/// Counts instead of keeping texts; an update is done some time after it was asked for.
-class CountingHost : public FakeHost {
+/// An update is done some time after it was asked for.
+class SlowHost : public FakeHost {
 public:
     void progressMade(Progress& progress) override
     {
@@ -64,7 +59,6 @@ public:
         const std::lock_guard guard(lock);
         shown = {};
     }
-    void showBadFile(const BadFile&) override { faults.fetch_add(1); }
     /// What a timer does on the interface thread.
     void update()
     {
@@ -77,7 +71,6 @@ public:
         if (!progress->finished()) seen += progress->fraction() + progress->highWater() + progress->stage();
         progress->updateDone();
     }
-    std::atomic<int> faults{0};
     double seen = 0.0;
 
 private:
@@ -93,7 +86,7 @@ TEST(RenderQueueStress, PostsCancelsAndSupersedesWhileTheThreadRuns)
     int posted = 0;
     std::mt19937 random(20261121);
     for (int done = 0; done < operationCount;) {
-        const auto host = makeHandle<CountingHost>();
+        const auto host = makeHandle<SlowHost>();
         auto queue = makeHandle<RenderQueue>();
         startRenderThread(queue, host);
         const int end = std::min(operationCount, done + 1 + static_cast<int>(random() % 20'000));
@@ -120,9 +113,8 @@ TEST(RenderQueueStress, PostsCancelsAndSupersedesWhileTheThreadRuns)
         host->waitForEnd();
     }
     EXPECT_EQ(counts.alive.load(), 0);
-    // How many a cancellation meets while they run is up to the scheduler: on a busy machine, none.
-    EXPECT_GT(counts.completed.load() + counts.abandoned.load(), 0);
-    EXPECT_LT(counts.completed.load() + counts.abandoned.load(), posted) << "some requests were cancelled before they ran";
+    EXPECT_GT(counts.ran.load(), 0);
+    EXPECT_LT(counts.ran.load(), posted) << "some requests were cancelled before they ran";
 }
 
 }   // namespace belvor
