@@ -64,10 +64,11 @@ class OmbrBytes(Folder):
 
     def test_nothing_is_background_everywhere(self):
         self.write("nothing.thf", "")
-        for width, height, size in ((24, 18, 4908), (1, 4, 816)):
-            self.render("--size", f"{width}x{height}", "nothing.thf", "n.omb")
+        self.write("nothing.man", "KRVT v5.1.0 MAN file\nUNITS 7 25.4\nEND\n")
+        for model, width, height, size, units in (("nothing.thf", 24, 18, 4908, (1.0, 0)), ("nothing.man", 1, 4, 816, (25.4, 7))):
+            self.render("--size", f"{width}x{height}", model, "n.omb")
             ombr = self.check_structure(self.read("n.omb"), width, height)
-            self.assertEqual((len(ombr.data), ombr.materials), (size, []))
+            self.assertEqual((len(ombr.data), ombr.materials, (ombr.units_scale, ombr.units_code)), (size, [], units))
             self.assertEqual([set(ombr.pixels(channel)) for channel in range(3)], [{(0, 0, 0)}, {4294967295}, {0}])
 
     def test_depth_gives_the_point_back(self):
