@@ -75,6 +75,16 @@ TEST(Camera, ScreenPlanesHoldTheProjectedPointsOfThePlane)
     }
 }
 
+TEST(Camera, DescribesItselfForTheImageFile)
+{
+    const CameraRecord eye = boxCamera(false)->describe(), flat = boxCamera(true)->describe();
+    const auto point = [](const Vector<3>& vector) { return Point<3>::origin() + vector; };
+    expectNear(point(eye.firstPixel), {-9.25281001361605, -7.84099102425301, 11.4619895107669}, 1e-12, "first pixel");
+    expectNear(point(eye.lastPixel), {-8.99577202965939, -8.40656147154903, 11.0844148178691}, 1e-12, "last pixel");
+    expectNear(flat.eye, {1.0788909624806, 9.16696455487508, 4.38095051511741}, 1e-12, "corner on the far plane");
+    expectNear(point(flat.lastPixel), {10.011519743206, -7.50550729184032, 0}, 1e-12, "extent");
+}
+
 TEST(Camera, ThumbnailsLookStraightDownAndLevel)
 {
     const ModelPlace place{{1, 2, 3}, 3.74165738677394};
