@@ -58,9 +58,8 @@ class Ombr:
 
     def __init__(self, data):
         self.data = data
-        self.claimed = bytearray(len(data))      # how often each byte has been accounted for
         need(self.take(0, 4, "header") == b"II*\0", "header")
-        self.images, self.entries, self.rows, self.strips, self.private = [], {}, {}, {}, {}
+        self.images, self.entries, self.rows, self.private = [], {}, {}, {}
         at, = struct.unpack("<I", self.take(4, 4, "header"))
         while at:
             at = self.read_directory(at)
@@ -71,8 +70,6 @@ class Ombr:
 
     def take(self, at, size, what):
         need(0 <= at and at + size <= len(self.data), f"{what} at {at} lies outside the file")
-        for i in range(at, at + size):
-            self.claimed[i] += 1
         return self.data[at:at + size]
 
     def single(self, channel, tag):
@@ -101,7 +98,6 @@ class Ombr:
         self.private[channel] = place
         self.images.append(channel)
         self.entries[channel] = entries
-        self.strips[channel] = entries[273][2]
         self.rows[channel] = [self.take(start, size, "strip") for start, size in zip(entries[273][2], entries[279][2])]
         return struct.unpack("<I", self.take(at + 2 + 12 * count, 4, "next directory"))[0]
 

@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <memory>
 #include <random>
@@ -116,6 +117,27 @@ TEST(Samples, HaveTheirKnownSizes)
         EXPECT_EQ(model->edgeCount(), c.edges) << c.name;
         EXPECT_EQ(model->facetCount(), c.facets) << c.name;
         EXPECT_EQ(model->materials().size(), c.materials) << c.name;
+    }
+}
+
+TEST(ModelFile, TellsItsProgressAndStopsAtOnce)
+{
+    // Things count what they have read; the others tell the share of the bytes, in one stage.
+    const struct { const char* path; int stages; double last; } cases[] = {
+        {"teapot.thf", 0, 0.983870967741935}, {"dxf/others/PinkEggFromLW.dxf", 1, 0.999}, {"man/lighthouse.man", 1, 1.0}};
+    for (const auto& c : cases) {
+        const std::string path = root + "/samples/" + c.path;
+        test::RecordingReporter patient;
+        readModel(path, fileTypeOf(path), patient);
+        EXPECT_TRUE(std::is_sorted(patient.calls.begin(), patient.calls.end())) << path;
+        EXPECT_NEAR(std::get<2>(patient.calls.front()), 0.0, 0.02) << path;
+        EXPECT_EQ(std::get<0>(patient.calls.back()), c.stages) << path;
+        EXPECT_NEAR(std::get<2>(patient.calls.back()), c.last, 0.001) << path;
+        for (const std::size_t stop : {std::size_t{0}, patient.calls.size() / 2, patient.calls.size() - 1}) {
+            test::RecordingReporter impatient(stop);
+            EXPECT_THROW(readModel(path, fileTypeOf(path), impatient), Reporter::Abandoned) << path << ", call " << stop;
+            EXPECT_EQ(impatient.calls.size(), stop + 1) << path;
+        }
     }
 }
 

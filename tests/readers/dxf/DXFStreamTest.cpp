@@ -1,7 +1,6 @@
 #include "app/errors/BadFile.h"
 #include "readers/dxf/DXFStream.h"
 #include "tests/readers/dxf/DXFText.h"
-#include "tests/support/Reporters.h"
 
 #include <gtest/gtest.h>
 
@@ -104,17 +103,6 @@ TEST(DXFStream, DividesGroupsIntoRecords)
     stream->seek(afterType);
     EXPECT_THROW(stream->readRecord(), std::runtime_error);
     EXPECT_EQ(next(), "EOF");
-}
-
-TEST(DXFStream, ReportsTheShareOfBytesBehindIt)
-{
-    RecordingReporter reporter(2);
-    const std::string text = dxfText("0 A|0 B|0 C|0 D");
-    const auto stream = DXFStream::over(text, "a.dxf", reporter, false);
-    EXPECT_TRUE(stream->nextRecord());
-    EXPECT_TRUE(stream->nextRecord());
-    EXPECT_THROW(stream->nextRecord(), Reporter::Abandoned);
-    EXPECT_EQ(reporter.calls, (decltype(reporter.calls){{1, 0, 0.0}, {1, 0, 0.25}, {1, 0, 0.5}}));
 }
 
 TEST(DXFRecord, ConvertsTheFirstWordWhenAsked)   // tests/calcore/ knows what a number is

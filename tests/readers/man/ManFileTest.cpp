@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <regex>
 #include <sstream>
 #include <string>
@@ -121,23 +120,6 @@ TEST(ManFile, SmallAndStrangeModelsAreAccepted)
         if (c.facets > 0) {
             EXPECT_EQ(model->facet(0).plane.normal(), Vector<3>(0, 0, 1)) << c.why;
         }
-    }
-}
-
-TEST(ManFile, ProgressFollowsTheBytesAndStopsAtOnce)
-{
-    std::string text = header;
-    for (int i = 0; i < 300; ++i) text += plate;
-    test::RecordingReporter reporter;
-    const Handle<ManFile> whole(new ManFile(text, "test.man", reporter));
-    ASSERT_GT(reporter.calls.size(), 300u);
-    EXPECT_TRUE(std::is_sorted(reporter.calls.begin(), reporter.calls.end()));
-    EXPECT_LT(reporter.calls.front(), std::make_tuple(1, 0, 0.01));
-    EXPECT_EQ(reporter.calls.back(), std::make_tuple(1, 0, 1.0));
-    for (const std::size_t stop : {std::size_t{0}, reporter.calls.size() / 2, reporter.calls.size() - 1}) {
-        test::RecordingReporter stopping(stop);
-        EXPECT_THROW(ManFile(text, "test.man", stopping), Reporter::Abandoned) << "call " << stop;
-        EXPECT_EQ(stopping.calls.size(), stop + 1);
     }
 }
 
