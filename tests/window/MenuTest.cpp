@@ -35,6 +35,12 @@ TEST_F(MenuTest, EveryItemSaysWhatItDoesInTheStatusBar)
         closeMenus();
         EXPECT_TRUE(program().awaitStatus(textOf(124))) << "the status bar is itself again";
     }
+    const auto menu = reinterpret_cast<LPARAM>(GetMenu(program().main()));
+    for (int popup = 0; popup < 4; ++popup) {
+        program().send(program().main(), WM_MENUSELECT, MAKEWPARAM(popup, MF_POPUP | MF_HILITE), menu);
+        EXPECT_EQ(program().statusPart(0), textOf(115 + popup));
+    }
+    program().send(program().main(), WM_MENUSELECT, MAKEWPARAM(0, 0xFFFF), 0);
     program().send(program().main(), WM_COMMAND, MAKEWPARAM(999, 7), 0);
     const std::string text = program().statusPart(0);
     EXPECT_NE(text.find("wNotifyCode 7 wID 999 hwndCtl 00000000"), std::string::npos) << text;

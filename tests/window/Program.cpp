@@ -137,7 +137,7 @@ LRESULT Program::send(HWND to, UINT message, WPARAM wParam, LPARAM lParam) const
 void* Program::copyInto(const void* bytes, std::size_t size) const
 {
     void* const place = VirtualAllocEx(process.get(), nullptr, size, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE);
-    if (!WriteProcessMemory(process.get(), place, bytes, size, nullptr)) throw Failure("no memory in the program");
+    if (!WriteProcessMemory(process.get(), place, bytes, size, nullptr)) throw Failure("no memory in the program, error " + std::to_string(GetLastError()));
     return place;
 }
 

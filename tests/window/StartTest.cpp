@@ -26,7 +26,7 @@ TEST_F(WindowTest, StartsEmptyWithEverythingInPlace)
     EXPECT_FALSE(IsWindowEnabled(program().child(ID_CONTROLS)));
     EXPECT_EQ(countOther(screenOf(drawing()), 0x000000), 0) << "nothing is drawn yet";
 
-    const HWND main = program().main(), controls = program().child(ID_CONTROLS), status = program().child(ID_STATUSBAR);
+    const HWND controls = program().child(ID_CONTROLS), status = program().child(ID_STATUSBAR);
     WindowShape shape{clientWidth, clientHeight, static_cast<int>(placeOf(status).bottom), false, true, {}};
     const WindowLayout whole = layOut(shape);
     const ControlsLayout strip = layOutControls({WindowLayout::controlsWidth, whole.controls.height});
@@ -38,20 +38,20 @@ TEST_F(WindowTest, StartsEmptyWithEverythingInPlace)
     expectPlace(drawing(), whole.display);
     expectPlace(controls, whole.controls);
     expectPlace(status, whole.status);
-    const struct { int number; HWND parent; const wchar_t *className, *name; Place place; } panels[] = {
-        {ID_PLAN, controls, L"Plan", L"Plan", strip.plan},
-        {ID_ELEVATION, controls, L"Plan", L"Elevation", strip.elevation},
-        {ID_SPHERE, controls, L"Stereogram", L"Stereogram", strip.sphere},
-        {ID_EYESLIDE, controls, L"EyeSlide", L"Eye", strip.eyeSlide},
-        {ID_TOOLBAR, controls, TOOLBARCLASSNAMEW, nullptr, strip.toolbar},
-        {ID_SLIDERLAST, controls, TRACKBAR_CLASSW, L"Light6", strip.sliders[6]},
+    const struct { int number; const wchar_t *className, *name; Place place; } panels[] = {
+        {ID_PLAN, L"Plan", L"Plan", strip.plan},
+        {ID_ELEVATION, L"Plan", L"Elevation", strip.elevation},
+        {ID_SPHERE, L"Stereogram", L"Stereogram", strip.sphere},
+        {ID_EYESLIDE, L"EyeSlide", L"Eye", strip.eyeSlide},
+        {ID_TOOLBAR, TOOLBARCLASSNAMEW, nullptr, strip.toolbar},
+        {ID_SLIDERLAST, TRACKBAR_CLASSW, L"Light6", strip.sliders[6]},
     };
     for (const auto& p : panels) {
-        EXPECT_EQ(FindWindowExW(p.parent, nullptr, p.className, p.name), panel(p.number)) << p.number;
+        EXPECT_EQ(FindWindowExW(controls, nullptr, p.className, p.name), panel(p.number)) << p.number;
         expectPlace(panel(p.number), p.place);
     }
-    EXPECT_EQ(FindWindowExW(main, nullptr, L"Display", L"Drawing"), drawing());
-    EXPECT_EQ(FindWindowExW(main, nullptr, L"Controls", L"ControlPanel"), controls);
+    EXPECT_EQ(FindWindowExW(program().main(), nullptr, L"Display", L"Drawing"), drawing());
+    EXPECT_EQ(FindWindowExW(program().main(), nullptr, L"Controls", L"ControlPanel"), controls);
     int parts[4] = {};
     EXPECT_EQ(program().sendRecord(status, SB_GETPARTS, 4, parts, sizeof parts), 4);
     EXPECT_TRUE(std::equal(parts, parts + 4, whole.partEnds));

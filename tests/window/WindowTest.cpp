@@ -25,7 +25,8 @@ void watch(const std::stop_token& stop)
     tooLate = true;
     DWORD id = 0;
     GetWindowThreadProcessId(guarded, &id);
-    TerminateProcess(KernelHandle(OpenProcess(PROCESS_TERMINATE, FALSE, id)).get(), 255);
+    const KernelHandle process(OpenProcess(PROCESS_TERMINATE, FALSE, id));
+    if (process) TerminateProcess(process.get(), 255);   // null would mean this process
 }
 
 }   // namespace
