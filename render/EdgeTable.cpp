@@ -47,6 +47,10 @@ struct EdgeTable::Box {
         right = p[0] > right ? p[0] : right;
         top = p[1] < top ? p[1] : top;
         bottom = p[1] > bottom ? p[1] : bottom;
+    }
+    /// What add() leaves out, for points that may lie behind the eye or nowhere.
+    void addOdd(const Point<3>& p) noexcept
+    {
         nearest = p[2] > nearest ? p[2] : nearest;
         numbers &= p[0] == p[0] && p[1] == p[1];
     }
@@ -62,8 +66,8 @@ struct EdgeTable::Box {
     }
 };
 
-EdgeTable::EdgeTable(const LargeVector<Point<3>>& projectedVertices, BlockStore<Edge>& edgeStore, const BlockStore<Facet>& facetStore,
-                     int rowWidth, int rows, RowSpans& spans, Reporter& progress)
+EdgeTable::EdgeTable(const LargeVector<Point<3>>& projectedVertices, bool plain, BlockStore<Edge>& edgeStore,
+                     const BlockStore<Facet>& facetStore, int rowWidth, int rows, RowSpans& spans, Reporter& progress)
     : projected(projectedVertices), edges(edgeStore), facets(facetStore), width(rowWidth), height(rows), shortFacets(spans)
 {
     // Ready-made runs are worth their memory for small facets only.
@@ -77,7 +81,7 @@ EdgeTable::EdgeTable(const LargeVector<Point<3>>& projectedVertices, BlockStore<
         for (; reported < facet.firstEdge + facet.edgeCount; reported += 256)
             progress.check(2, 0, reported / (3.0 * edgeCount) + 1.0 / 3.0);
         Ends ends[slotEdges];
-        const Box box = orderEdges(facet, ends);
+        const Box box = plain ? orderEdges<true>(facet, ends) : orderEdges<false>(facet, ends);
         if (!box.numbers) continue;
         if (box.inFront()) {
             const EdgeRows rowsOfBox = activeRows(box.top, -1.0, box.bottom, -1.0, height);
@@ -92,6 +96,7 @@ EdgeTable::EdgeTable(const LargeVector<Point<3>>& projectedVertices, BlockStore<
 }
 
 /// Puts the upper end of each edge first, and hands out the ends of the first few.
+template <bool plain>
 EdgeTable::Box EdgeTable::orderEdges(const Facet& facet, Ends* ends)
 {
     Box box;
@@ -101,6 +106,10 @@ EdgeTable::Box EdgeTable::orderEdges(const Facet& facet, Ends* ends)
         const Point<3>* lower = &projected[edge.to];
         box.add(*upper);
         box.add(*lower);
+        if constexpr (!plain) {
+            box.addOdd(*upper);
+            box.addOdd(*lower);
+        }
         if ((*upper)[1] > (*lower)[1]) {
             std::swap(edge.from, edge.to);
             std::swap(upper, lower);

@@ -32,10 +32,11 @@ class EdgeTable {
 public:
     /// Swaps the ends of edges where needed so that the upper one is `from`. Reports stage
     /// 0 from 1/3 on, every 256 edges. A facet with a corner that is not a number is left
-    /// out. `projected` are the vertices on the screen; `spans` is memory to work in, whatever
-    /// it holds. All four must outlive the table.
-    EdgeTable(const LargeVector<Point<3>>& projected, BlockStore<Edge>& edges, const BlockStore<Facet>& facets, int width,
-              int height, RowSpans& spans, Reporter& progress);
+    /// out. `projected` are the vertices on the screen, `plain` when all of them are numbers
+    /// in front of the eye; `spans` is memory to work in, whatever it holds. All four must
+    /// outlive the table.
+    EdgeTable(const LargeVector<Point<3>>& projected, bool plain, BlockStore<Edge>& edges, const BlockStore<Facet>& facets,
+              int width, int height, RowSpans& spans, Reporter& progress);
 
     /// Offers the runs of row `y` that are ready made.
     void fillShortFacets(int y, Buffer& buffer) const
@@ -89,6 +90,7 @@ private:
     };
     struct Box;
 
+    template <bool plain>
     Box orderEdges(const Facet& facet, Ends* ends);
     bool addShortFacet(const Ends* ends, std::uint32_t edgeCount, std::uint32_t place, EdgeRows rows);
     int firstRow(const Facet& facet) const noexcept;

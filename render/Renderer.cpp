@@ -19,10 +19,10 @@ public:
     void render(const LightSet& lighting, Buffer& buffer)
     {
         buffer.setModel(model);
-        projectVertices();
+        const bool plain = projectVertices();
         const int height = static_cast<int>(camera.height);
         if (!model.rowSpans) model.rowSpans = std::make_shared<RowSpans>();
-        EdgeTable table(model.projectedVertices, model.edgeStore, model.facetStore, buffer.width(), height, *model.rowSpans, progress);
+        EdgeTable table(model.projectedVertices, plain, model.edgeStore, model.facetStore, buffer.width(), height, *model.rowSpans, progress);
         shadeFacets(model.facetStore, model.shades, camera, lighting, model.brightness, progress);
         for (int y = 0; y < height; ++y) {
             progress.check(2, 1, static_cast<double>(y) / height);
@@ -34,8 +34,10 @@ public:
     }
 
 private:
-    void projectVertices()
+    /// True when all lie in front of the eye, at places that are numbers.
+    bool projectVertices()
     {
+        bool plain = true;
         const BlockStore<Vertex>& vertices = model.vertexStore;
         model.screenExtent = Extent<3>::nothing();
         model.projectedVertices.resize(vertices.size());
@@ -44,7 +46,9 @@ private:
             const Point<3> projected = camera.project(vertices[i].position);
             model.projectedVertices[i] = projected;
             model.screenExtent += projected;
+            plain &= projected[0] == projected[0] && projected[1] == projected[1] && projected[2] < 0.0;
         }
+        return plain;
     }
 
     Model& model;
