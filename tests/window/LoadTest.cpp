@@ -115,11 +115,11 @@ TEST_F(WindowTest, AbandonsALoadForANewerOneAndEndsAtOnce)
     await("the load to begin", [&] { return program().statusPart(0) == fileName(large); });
     PostMessageW(program().main(), WM_CLOSE, 0, 0);
     EXPECT_EQ(program().exitStatus(static_cast<int>(whole / 2)), 0) << "during a load";
-    startWith(stackModel(8000));   // seconds to draw
+    startWith(stackModel(24000));   // seconds to draw
     EXPECT_TRUE(program().awaitStatus("Rendering"));
     PostMessageW(program().main(), WM_CLOSE, 0, 0);
     program().answer(program().awaitDialog(textOf(126)), IDNO);
-    EXPECT_EQ(program().exitStatus(500), 0) << "during a render";
+    EXPECT_EQ(program().exitStatus(1500), 0) << "during a render";
 }
 
 TEST_F(WindowTest, ResizedDuringARenderShowsTheLastSizeWhole)
