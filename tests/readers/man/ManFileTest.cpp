@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <regex>
 #include <sstream>
 #include <string>
 
@@ -18,6 +17,13 @@ const std::string plate = "CLUMP plate 8 1\n0 0 1\n2 0 1\n2 2 1\n0 2 1\n.5 .5 1\
                           "EDGE 8\n1 2 1 0\n2 3 1 0\n3 4 1 0\n4 1 1 0\n5 6 0 1\n6 7 0 1\n7 8 0 1\n8 5 0 1\n";
 const std::string tetrahedron = "CLUMP t 4 4\n0 0 0\n10 0 0\n0 10 0\n0 0 10\nbrass\nbrass\nbrass\npaint\nEDGE 6\n"
                                 "1 3 1 3\n3 2 1 4\n2 1 1 2\n1 4 3 2\n2 4 2 4\n3 4 4 3\n";
+
+std::string endingLines(const std::string& text, const std::string& with)
+{
+    std::string result;
+    for (const char c : text) result += c == '\n' ? with : std::string(1, c);
+    return result;
+}
 
 Handle<ManFile> read(const std::string& text)
 {
@@ -89,10 +95,10 @@ TEST(ManFile, LayoutThatCarriesNoMeaning)
 {
     const std::string plain = header + tetrahedron;
     const struct { const char* why; std::string text; } cases[] = {
-        {"carriage returns", std::regex_replace(plain, std::regex("\n"), "\r\n")},
+        {"carriage returns", endingLines(plain, "\r\n")},
         {"no end of the last line", plain.substr(0, plain.size() - 1)},
         {"carriage return and no line feed at the end", plain.substr(0, plain.size() - 1) + "\r"},
-        {"blank lines and comments in the clump", header + std::regex_replace(tetrahedron, std::regex("\n"), "\n\n \t\n# EDGE 9\n\r\n")},
+        {"blank lines and comments in the clump", header + endingLines(tetrahedron, "\n\n \t\n# EDGE 9\n\r\n")},
         {"indented, tabs, more words, other numbers", header + "\tCLUMP  t\t4 4 x\n 0 0 0 9\n+10 0.0 0e5\n0 1e1 0\n0 0 10.\n brass cast\nbrass\n"
                                                     "brass \npaint\nEDGE 6 0\n1 3 1 3 7\n3 2 1 4\n2 1 1 2\n1 4 3 2\n2 4 2 4\n3 4 4 3\n"},
     };
