@@ -27,11 +27,13 @@ public:
     T& operator[](std::uint32_t index) noexcept { return blocks[index >> blockBits][index & (blockSize - 1)]; }
     const T& operator[](std::uint32_t index) const noexcept { return blocks[index >> blockBits][index & (blockSize - 1)]; }
 
-    /// Throws std::bad_alloc when memory, or the 32-bit numbering, is exhausted.
-    T& append(const T& element)
+    /// Appends an element made in its place from its members. Throws std::bad_alloc when
+    /// memory, or the 32-bit numbering, is exhausted.
+    template <class... Members>
+    T& append(const Members&... members)
     {
         if ((count & (blockSize - 1)) == 0 && (count >> blockBits) == blocks.size()) grow();
-        T* const place = std::construct_at(&(*this)[count], element);
+        T* const place = new (&(*this)[count]) T{members...};
         ++count;
         return *place;
     }

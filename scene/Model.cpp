@@ -59,16 +59,16 @@ void Model::dump(std::ostream& stream, std::uint32_t number) const
     stream << '\n';
 }
 
-Vertex& Model::addVertex(const Point<3>& position) { return vertexStore.append({position}); }
+Vertex& Model::addVertex(const Point<3>& position) { return vertexStore.append(position); }
 
 Facet& Model::addFacet(const Material& material, const Plane& plane)
 {
-    return facetStore.append({plane, &material, edgeCount(), 0});
+    return facetStore.append(plane, &material, edgeCount(), 0u);
 }
 
 Edge& Model::addEdge(std::uint32_t from, std::uint32_t to)
 {
-    Edge& added = edgeStore.append({from, to});
+    Edge& added = edgeStore.append(from, to);
     ++facetStore[facetCount() - 1].edgeCount;
     return added;
 }

@@ -63,6 +63,8 @@ public:
         return true;
     }
 
+    static bool takeNumber(const DXFPosition&, const DXFGroup&) noexcept { return false; }
+
     void takeValue(DXFPosition& place, DXFGroup& group)
     {
         group.text = takeLine(place, group);

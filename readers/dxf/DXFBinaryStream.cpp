@@ -47,19 +47,26 @@ public:
         return true;
     }
 
+    /// A group with a real value that does not reach the end of the data: one look at what is left does for all of it.
+    bool takeNumber(DXFPosition& place, DXFGroup& group) const noexcept
+    {
+        if (!twoByteCodes || end - place.at < 10) return false;
+        const auto code = littleEndian<std::uint16_t>(place.at);
+        if (valueTypeOf(code) != DXFValueType::real) return false;
+        setReal(group, code, place.line, littleEndian<std::uint64_t>(place.at + 2));
+        go(place, place.at + 10);
+        return true;
+    }
+
     void takeValue(DXFPosition& place, DXFGroup& group) const
     {
         const char* const value = place.at + codeWidth(place);
         const DXFValueType type = valueTypeOf(group.code);
         const auto setNumber = [&group, type](double number) { group = {group.code, type, true, group.line, {}, number}; };
         switch (type) {
-        case DXFValueType::real: {
-            const auto bits = littleEndian<std::uint64_t>(need(8, value, place.line));
-            setNumber(std::bit_cast<double>(bits));
-            constexpr std::uint64_t exponent = 0x7ff0000000000000;
-            if ((bits & exponent) == exponent) group.converted = false;   // not finite: refused when asked for
+        case DXFValueType::real:
+            setReal(group, group.code, group.line, littleEndian<std::uint64_t>(need(8, value, place.line)));
             return go(place, value + 8);
-        }
         case DXFValueType::integer16:
             setNumber(static_cast<std::int16_t>(littleEndian<std::uint16_t>(need(2, value, place.line))));
             return go(place, value + 2);
@@ -82,6 +89,13 @@ private:
     {
         if constexpr (twoByteCodes) return 2;
         return static_cast<unsigned char>(*place.at) == escape ? 3 : 1;
+    }
+
+    /// A number that is not finite is refused when it is asked for.
+    static void setReal(DXFGroup& group, std::uint16_t code, std::int32_t line, std::uint64_t bits) noexcept
+    {
+        constexpr std::uint64_t exponent = 0x7ff0000000000000;
+        group = {code, DXFValueType::real, (bits & exponent) != exponent, line, {}, std::bit_cast<double>(bits)};
     }
 
     /// For messages: offsets beyond 31 bits are told as the largest.

@@ -14,7 +14,8 @@ struct SpokeSums {
     Vector<3> spokes;
     double longestSquare = 0.0;
 
-    SpokeSums(std::span<const Point<3>> corners, double scale) noexcept
+    template <std::size_t size>
+    SpokeSums(std::span<const Point<3>, size> corners, double scale) noexcept
     {
         Vector<3> previous;
         for (std::size_t i = 1; i < corners.size(); ++i) {
@@ -51,7 +52,8 @@ bool makesWall(const Point<3>& a, const Point<3>& b, const Vector<3>& thickness)
 Plane planeOf(std::span<const Point<3>> corners, const Vector<3>& flatNormal) noexcept
 {
     constexpr double flat = 1e-12;   // of the square of the loop's size
-    const SpokeSums sums(corners, 1.0);
+    // Nearly all loops have four corners: told so, the compiler writes the sums out.
+    const SpokeSums sums = corners.size() == 4 ? SpokeSums(corners.first<4>(), 1.0) : SpokeSums(corners, 1.0);
     Vector<3> normal = sums.area;
     double square = sums.longestSquare;
     if (!(square > 1e-100 && square < 1e100)) {   // fourth powers would leave the range of a double

@@ -27,7 +27,7 @@ public:
     /// Makes what first() gave the record's only group.
     void keepFirst() noexcept
     {
-        index(0);
+        index(list.front().code, 0);
         count = 1;
     }
     /// Appends groups as `fill` fills them in, while it returns true.
@@ -96,7 +96,7 @@ private:
         if (!group) failNeeding(code);
         return *group;
     }
-    void index(std::size_t place) noexcept;
+    void index(std::uint16_t code, std::size_t place) noexcept;
     void convertReal(const DXFGroup& group) const;
 
     // The place of the first group of each small code; `stamp` tells this record's entries
@@ -116,19 +116,27 @@ private:
 template <class Fill>
 void DXFRecord::appendWhile(Fill fill)
 {
-    for (std::size_t place = count;; count = ++place) {
-        if (place == list.size()) list.resize(2 * place);
-        if (!fill(list[place])) return;
-        index(place);
+    const auto makeRoom = [this](std::size_t used) {
+        if (used == list.size()) list.resize(2 * used);
+        return list.data() + used;
+    };
+    DXFGroup* group = makeRoom(count);
+    for (const DXFGroup* end = list.data() + list.size(); fill(*group);) {
+        index(group->code, static_cast<std::size_t>(group - list.data()));
+        if (++group != end) continue;
+        group = makeRoom(list.size());
+        end = list.data() + list.size();
     }
+    count = static_cast<std::size_t>(group - list.data());
 }
 
-inline void DXFRecord::index(std::size_t place) noexcept
+inline void DXFRecord::index(std::uint16_t code, std::size_t place) noexcept
 {
-    const std::uint16_t code = list[place].code;
     if (code < firsts.size()) {
-        First& of = firsts[code];
-        if (of.stamp != stamp) of = {stamp, static_cast<std::uint32_t>(place)};
+        First& first = firsts[code];
+        if (first.stamp == stamp) return;
+        first.stamp = stamp;
+        first.place = static_cast<std::uint32_t>(place);
     } else if (code == 1001) {
         extended = true;
     }

@@ -100,7 +100,7 @@ private:
 };
 
 /// What a stream does with groups, over the takeCode(), takeValue() and passValue() of an
-/// encoding. None of these is virtual, and they move a position of the caller's: the loops
+/// encoding, and its takeNumber(), which may take whole groups of the most frequent kind at once. None of these is virtual, and they move a position of the caller's: the loops
 /// make no call for a group and keep their place in registers.
 template <class Encoding>
 class DXFGroupStream : public DXFStream {
@@ -129,6 +129,7 @@ private:
     {
         DXFPosition place = here;
         groups.appendWhile([&place, this](DXFGroup& group) {
+            if (encoding().takeNumber(place, group)) return true;
             if (!encoding().takeCode(place, group) || group.code == 0 || group.code == 9) return false;
             encoding().takeValue(place, group);
             return true;
