@@ -45,8 +45,13 @@ public:
         for (std::uint32_t done = 0; done < number;) {
             if ((count & (blockSize - 1)) == 0 && (count >> blockBits) == blocks.size()) grow();
             T* const place = &(*this)[count];
-            const std::uint32_t room = blockSize - (count & (blockSize - 1)), left = number - done;
-            const std::uint32_t these = left < room ? left : room;
+            const std::uint32_t room = blockSize - (count & (blockSize - 1));
+            if (done == 0 && number <= room) {   // nearly always: a loop of its own, which a known number writes out
+                for (std::uint32_t i = 0; i < number; ++i) std::construct_at(place + i, make(i));
+                count += number;
+                return;
+            }
+            const std::uint32_t left = number - done, these = left < room ? left : room;
             for (std::uint32_t i = 0; i < these; ++i) std::construct_at(place + i, make(done + i));
             done += these;
             count += these;

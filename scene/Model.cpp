@@ -75,6 +75,14 @@ Edge& Model::addEdge(std::uint32_t from, std::uint32_t to)
 
 void Model::addPolygon(const Material& material, const Plane& plane, std::span<const Point<3>> corners)
 {
+    // Nearly all have four corners: told so, the compiler writes the loops out.
+    if (corners.size() == 4) addLoop(material, plane, corners.first<4>());
+    else addLoop(material, plane, corners);
+}
+
+template <std::size_t size>
+void Model::addLoop(const Material& material, const Plane& plane, std::span<const Point<3>, size> corners)
+{
     const auto sides = static_cast<std::uint32_t>(corners.size());
     const std::uint32_t first = vertexCount();
     Facet& facet = addFacet(material, plane);

@@ -57,19 +57,20 @@ DXF::~DXF() = default;
 
 const DXFLayer& DXF::findLayer(std::string_view name)
 {
-    if (recentLayer && recentLayer->first == name) return recentLayer->second;
+    if (recentLayer && isSameText(recentLayerName, name)) return *recentLayer;
     auto place = layers.lower_bound(name);
     if (place == layers.end() || place->first != name) {
         place = layers.emplace_hint(place, name, DXFLayer());
         log().line("Adding LAYER ", name);
     }
-    recentLayer = &*place;
-    return place->second;
+    recentLayer = &place->second;
+    recentLayerName = name;
+    return *recentLayer;
 }
 
 Material& DXF::findMaterial(std::string_view key)
 {
-    if (recentMaterial && recentMaterialKey == key) return *recentMaterial;
+    if (recentMaterial && isSameText(recentMaterialKey, key)) return *recentMaterial;
     const std::size_t before = materials().size();
     recentMaterial = &Model::findMaterial(key);
     recentMaterialKey = key;

@@ -59,8 +59,7 @@ private:
     const DXFLayer& findLayer(std::string_view name) override;
     Material& findMaterial(std::string_view key) override;
     void nameMaterial(std::string_view key, std::string_view name) override;
-    void addFacet(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat) override;
-    std::uint64_t facetsSoFar() const override { return facetCount() + refusedFacets; }
+    void placeFacet(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat) override;
     void readEntities(const DXFInsertion& insertion) override;
     bool hasBlock(std::string_view name) const override { return blocks.find(name) != blocks.end(); }
     void skip(std::string_view type, SkippedEntities::Why why, std::string_view what) override;
@@ -72,12 +71,12 @@ private:
     std::map<std::string, DXFBlock, std::less<>> blocks;
     std::map<std::string, std::string, std::less<>> texts;   // kept for the model's life; no reading fills it
     SkippedEntities skippedEntities;
-    std::uint64_t refusedFacets = 0;
 
-    // Drawings come in runs of one layer and one material.
-    const std::pair<const std::string, DXFLayer>* recentLayer = nullptr;
+    // Drawings come in runs of one layer and one material. The names are views of the file.
+    const DXFLayer* recentLayer = nullptr;
+    std::string_view recentLayerName;
     Material* recentMaterial = nullptr;
-    std::string recentMaterialKey;
+    std::string_view recentMaterialKey;
 
     std::vector<DXFExpansion> expansions;   // the ENTITIES section, then the insertions under way
     std::vector<Point<3>> placed;        // the corners of one facet

@@ -63,13 +63,13 @@ public:
         return true;
     }
 
-    static bool takeNumber(const DXFPosition&, const DXFGroup&) noexcept { return false; }
+    static DXFGroup* retake(const DXFPosition&, DXFGroup* group, const DXFGroup*) noexcept { return group; }
 
     void takeValue(DXFPosition& place, DXFGroup& group)
     {
         group.text = takeLine(place, group);
         group.type = valueTypeOf(group.code);
-        group.converted = false;
+        group.number = DXFGroup::notConverted;
     }
 
     void passValue(DXFPosition& place, const DXFGroup& group) { takeLine(place, group); }

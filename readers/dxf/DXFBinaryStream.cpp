@@ -1,6 +1,7 @@
 #include "app/errors/BadFile.h"
 #include "readers/dxf/DXFStream.h"
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstring>
@@ -35,7 +36,11 @@ class DXFBinaryStream final : public DXFGroupStream<DXFBinaryStream<twoByteCodes
     using Base::begin, Base::end;
 
 public:
-    explicit DXFBinaryStream(typename Base::Source source) : Base(std::move(source)) { go(Base::here, begin + sentinel.size()); }
+    explicit DXFBinaryStream(typename Base::Source source)
+        : Base(std::move(source)), lastWide(begin + std::min<std::ptrdiff_t>(end - begin, largestOffset) - 10)
+    {
+        go(Base::here, begin + sentinel.size());
+    }
 
     bool takeCode(const DXFPosition& place, DXFGroup& group) const
     {
@@ -47,38 +52,56 @@ public:
         return true;
     }
 
-    /// A group with a real value that does not reach the end of the data: one look at what is left does for all of it.
-    bool takeNumber(DXFPosition& place, DXFGroup& group) const noexcept
+    /// Takes groups while they have the codes of those from `group` on and are reals, which get
+    /// the new values, or short texts that have not changed, which keep the view they have.
+    /// Returns the first that is neither.
+    DXFGroup* retake(DXFPosition& place, DXFGroup* group, const DXFGroup* last) const noexcept
     {
-        if (!twoByteCodes || end - place.at < 10) return false;
-        const auto code = littleEndian<std::uint16_t>(place.at);
-        if (valueTypeOf(code) != DXFValueType::real) return false;
-        setReal(group, code, place.line, littleEndian<std::uint64_t>(place.at + 2));
-        go(place, place.at + 10);
-        return true;
+        if constexpr (!twoByteCodes) return group;
+        const char* at = place.at;
+        const auto isNext = [&](DXFValueType type) {
+            return group != last && at <= lastWide && littleEndian<std::uint16_t>(at) == group->code && group->type == type;
+        };
+        for (bool more = true; more;) {
+            for (; isNext(DXFValueType::real); ++group, at += 10) {
+                group->line = static_cast<std::int32_t>(at - begin);
+                group->number = real(at + 2);
+            }
+            more = isNext(DXFValueType::text) && repeats(group->text, at + 2);
+            if (!more) break;
+            group->line = static_cast<std::int32_t>(at - begin);
+            at += 2 + group->text.size() + 1;
+            ++group;
+        }
+        go(place, at);
+        return group;
     }
 
     void takeValue(DXFPosition& place, DXFGroup& group) const
     {
         const char* const value = place.at + codeWidth(place);
         const DXFValueType type = valueTypeOf(group.code);
-        const auto setNumber = [&group, type](double number) { group = {group.code, type, true, group.line, {}, number}; };
+        const auto set = [&group, type](double number, std::string_view text = {}) { group = {group.code, type, group.line, text, number}; };
         switch (type) {
         case DXFValueType::real:
-            setReal(group, group.code, group.line, littleEndian<std::uint64_t>(need(8, value, place.line)));
+            set(real(need(8, value, place.line)));
             return go(place, value + 8);
         case DXFValueType::integer16:
-            setNumber(static_cast<std::int16_t>(littleEndian<std::uint16_t>(need(2, value, place.line))));
+            set(static_cast<std::int16_t>(littleEndian<std::uint16_t>(need(2, value, place.line))));
             return go(place, value + 2);
         case DXFValueType::integer32:
-            setNumber(static_cast<std::int32_t>(littleEndian<std::uint32_t>(need(4, value, place.line))));
+            set(static_cast<std::int32_t>(littleEndian<std::uint32_t>(need(4, value, place.line))));
             return go(place, value + 4);
         case DXFValueType::text: break;
+        }
+        if (repeats(group.text, value)) {
+            set(0.0, group.text);
+            return go(place, value + group.text.size() + 1);
         }
         const void* const zero = value == end ? nullptr : std::memchr(value, 0, static_cast<std::size_t>(end - value));
         if (!zero) failPastEnd(place.line);
         const char* const textEnd = static_cast<const char*>(zero);
-        group = {group.code, type, true, group.line, {value, static_cast<std::size_t>(textEnd - value)}, 0.0};
+        set(0.0, {value, static_cast<std::size_t>(textEnd - value)});
         go(place, textEnd + 1);
     }
 
@@ -91,19 +114,23 @@ private:
         return static_cast<unsigned char>(*place.at) == escape ? 3 : 1;
     }
 
-    /// A number that is not finite is refused when it is asked for.
-    static void setReal(DXFGroup& group, std::uint16_t code, std::int32_t line, std::uint64_t bits) noexcept
+    /// Whether the text at `value` is that earlier one again; of long texts nothing is said.
+    bool repeats(std::string_view text, const char* value) const noexcept
     {
-        constexpr std::uint64_t exponent = 0x7ff0000000000000;
-        group = {code, DXFValueType::real, (bits & exponent) != exponent, line, {}, std::bit_cast<double>(bits)};
+        if (!text.data() || text.size() > 7 || end - value < 8 || end - text.data() < 8) return false;
+        const std::size_t others = 7 - text.size();   // of eight bytes, after the text and its zero
+        return (littleEndian<std::uint64_t>(text.data()) ^ littleEndian<std::uint64_t>(value)) << (8 * others) == 0;
     }
 
+    /// One that is not finite is refused when it is asked for.
+    static double real(const char* from) noexcept { return std::bit_cast<double>(littleEndian<std::uint64_t>(from)); }
+
     /// For messages: offsets beyond 31 bits are told as the largest.
-    void go(DXFPosition& place, const char* to) const noexcept
+    std::int32_t offsetOf(const char* at) const noexcept
     {
-        constexpr auto most = std::numeric_limits<std::int32_t>::max();
-        place = {to, to - begin > most ? most : static_cast<std::int32_t>(to - begin)};
+        return at - begin > largestOffset ? largestOffset : static_cast<std::int32_t>(at - begin);
     }
+    void go(DXFPosition& place, const char* to) const noexcept { place = {to, offsetOf(to)}; }
 
     /// `from`, if `count` bytes follow there; `line` is that of the group.
     const char* need(std::size_t count, const char* from, std::int32_t line) const
@@ -113,6 +140,9 @@ private:
     }
 
     [[noreturn]] void failPastEnd(std::int32_t line) const { throw BadFile(BadFile::pastEnd, Base::fileName(), line); }
+
+    static constexpr std::int32_t largestOffset = std::numeric_limits<std::int32_t>::max();
+    const char* const lastWide;   // up to here ten bytes follow, and the line is the offset
 };
 
 }   // namespace

@@ -53,11 +53,15 @@ public:
     /// Gives the material of `key` a name, which a later definition may change again.
     virtual void nameMaterial(std::string_view key, std::string_view name) = 0;
 
-    /// Adds a facet with these corners, mapped by the transform in force. `flatNormal` is its
+    /// Adds a facet with these corners, mapped by the transform in force. `flat` gives its
     /// normal where the corners have none: the axes of its entity, or null for world +z.
-    virtual void addFacet(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat) = 0;
+    void addFacet(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat)
+    {
+        ++facetsGiven;
+        placeFacet(material, corners, flat);
+    }
     /// How many facets have been given to addFacet().
-    virtual std::uint64_t facetsSoFar() const = 0;
+    std::uint64_t facetsSoFar() const noexcept { return facetsGiven; }
 
     /// Has the entities of a known block read for each cell, as soon as the current entity is done.
     virtual void readEntities(const DXFInsertion& insertion) = 0;
@@ -68,6 +72,11 @@ public:
 
 protected:
     ~DXFDrawing() = default;
+
+private:
+    virtual void placeFacet(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat) = 0;
+
+    std::uint64_t facetsGiven = 0;
 };
 
 }   // namespace belvor

@@ -163,7 +163,7 @@ void DXF::nameMaterial(std::string_view key, std::string_view name)
     if (!expansions.empty() && expansions.back().recording) expansions.back().recording->addMaterialName(key, name);
 }
 
-void DXF::addFacet(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat)
+void DXF::placeFacet(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat)
 {
     DXFExpansion& cell = expansions.back();
     if (cell.recording) {
@@ -181,13 +181,13 @@ void DXF::addMapped(const Material& material, std::span<const Point<3>> corners,
         std::transform(corners.begin(), corners.end(), placed.begin(), transform);
         corners = placed;
     }
-    if (!isFinite(corners)) {
-        ++refusedFacets;
+    const Vector<3> flatNormal = flat ? transform(flat->x()).cross(transform(flat->y())) : Vector<3>(0, 0, 1);
+    const Plane plane = planeOf(corners, flatNormal);
+    if (!std::isfinite(plane.offset()) && !isFinite(corners)) {   // such a corner leaves no finite offset
         skippedEntities.add("facet", SkippedEntities::Why::tooFarOut);   // of an entity that may draw others
         return;
     }
-    const Vector<3> flatNormal = flat ? transform(flat->x()).cross(transform(flat->y())) : Vector<3>(0, 0, 1);
-    addPolygon(material, planeOf(corners, flatNormal), corners);
+    addPolygon(material, plane, corners);
 }
 
 }   // namespace belvor

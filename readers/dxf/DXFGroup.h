@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <limits>
 #include <string_view>
 
 namespace belvor {
@@ -36,6 +37,9 @@ constexpr DXFValueType valueTypeOf(std::uint16_t code) noexcept
     return code < detail::valueTypes.size() ? detail::valueTypes[code] : DXFValueType::text;
 }
 
+/// Whether a group of that code is the first of a record.
+constexpr bool startsRecord(std::uint16_t code) noexcept { return code == 0 || code == 9; }
+
 /// Whether `text` is that word: compared without a call, since every record's type is asked for several.
 template <std::size_t size>
 bool is(std::string_view text, const char (&word)[size]) noexcept
@@ -43,15 +47,22 @@ bool is(std::string_view text, const char (&word)[size]) noexcept
     return text.size() == size - 1 && std::memcmp(text.data(), word, size - 1) == 0;
 }
 
+/// a == b, for views of one file: where it can, a stream gives the same view of it for the same text.
+inline bool isSameText(std::string_view a, std::string_view b) noexcept
+{
+    return a.size() == b.size() && (a.data() == b.data() || a == b);
+}
+
 /// One code and its value. The text is a view into the file's bytes: it lives as long as
 /// the stream that the group was read from.
 struct DXFGroup {
     std::uint16_t code = 0;
     DXFValueType type = DXFValueType::text;
-    mutable bool converted = false;   ///< `number` holds the value.
-    std::int32_t line = 0;            ///< Of the code: a line from 1, or a byte offset in a binary file.
-    std::string_view text;            ///< The whole value line; a binary text; empty for a binary number.
-    mutable double number = 0.0;      ///< Worked out when first asked for.
+    std::int32_t line = 0;   ///< Of the code: a line from 1, or a byte offset in a binary file.
+    std::string_view text;   ///< The whole value line; a binary text; empty for a binary number.
+    mutable double number = notConverted;   ///< Not finite: not converted yet, or a bad value of a binary file.
+
+    static constexpr double notConverted = std::numeric_limits<double>::quiet_NaN();
 };
 
 }   // namespace belvor

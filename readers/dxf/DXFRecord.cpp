@@ -27,13 +27,21 @@ bool realWord(std::string_view text, double& value) noexcept
 
 }   // namespace
 
-void DXFRecord::clear() noexcept
+void DXFRecord::keepFirst() noexcept
 {
-    count = 0;
-    extended = false;
-    if (++stamp != 0) return;
-    firsts.fill({});   // once in 2^32 records
-    stamp = 1;
+    count = 1;
+    if (firstOf(list.front().code) != &list.front()) index(0);
+}
+
+/// Brings the index up to the group at `place`, whose code was another before. What it says of
+/// the groups in front of it holds; those behind it must follow.
+void DXFRecord::index(std::size_t place) noexcept
+{
+    const std::uint16_t code = list[place].code;
+    indexed = place + 1;
+    if (slotOf(code) == noSlot) return;
+    std::uint32_t& first = firsts[slotOf(code)];
+    if (first >= place || list[first].code != code) first = static_cast<std::uint32_t>(place);
 }
 
 const DXFGroup* DXFRecord::next(const DXFGroup& group, int code) const noexcept
@@ -45,7 +53,7 @@ const DXFGroup* DXFRecord::next(const DXFGroup& group, int code) const noexcept
 
 std::span<const DXFGroup> DXFRecord::extendedData(std::string_view application) const noexcept
 {
-    if (!extended) return {};
+    if (!isExtended()) return {};
     for (const DXFGroup& group : groups()) {
         if (group.code != 1001 || group.text != application) continue;
         const DXFGroup* const end = next(group, 1001);
@@ -72,22 +80,16 @@ std::int32_t DXFRecord::integerOr(int code, std::int32_t otherwise) const
 void DXFRecord::convertReal(const DXFGroup& group) const
 {
     double value = 0.0;
-    // A binary group brings its number; one that is infinite or no number is refused here,
-    // as a text group is.
-    if (group.text.data() == nullptr) value = group.number;
-    else if (!realWord(group.text, value)) throw BadFile(BadFile::badReal, *file, group.line);
-    if (!std::isfinite(value)) throw BadFile(BadFile::badReal, *file, group.line);
+    if (!realWord(group.text, value) || !std::isfinite(value)) throw BadFile(BadFile::badReal, *file, group.line);
     group.number = value;
-    group.converted = true;
 }
 
 std::int32_t DXFRecord::integerOf(const DXFGroup& group) const
 {
-    if (!group.converted) {
+    if (!std::isfinite(group.number)) {
         std::int32_t value = 0;
         if (!isLong(firstWord(group.text), value)) throw BadFile(BadFile::badInteger, *file, group.line);
         group.number = value;
-        group.converted = true;
     }
     return static_cast<std::int32_t>(group.number);
 }

@@ -4,6 +4,7 @@
 #include "readers/dxf/DXFGroup.h"
 
 #include <array>
+#include <cmath>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -18,21 +19,19 @@ namespace belvor {
 class DXFRecord {
 public:
     /// `fileName`, for messages, must outlive the record.
-    explicit DXFRecord(const std::string& fileName) : file(&fileName), list(512) { clear(); }
+    explicit DXFRecord(const std::string& fileName) : file(&fileName), list(512) {}
 
     /// Forgets the groups, keeping their room: 512 or more.
-    void clear() noexcept;
+    void clear() noexcept { count = 0; }
     /// The first group, to be filled in place and then kept.
     DXFGroup& first() noexcept { return list.front(); }
     /// Makes what first() gave the record's only group.
-    void keepFirst() noexcept
-    {
-        index(list.front().code, 0);
-        count = 1;
-    }
-    /// Appends groups as `fill` fills them in, while it returns true.
-    template <class Fill>
-    void appendWhile(Fill fill);
+    void keepFirst() noexcept;
+    /// Appends groups as `fill` fills them in, while it returns true. Before each, `refill` is
+    /// given the groups that earlier records had from that place on, as first and last: it
+    /// keeps those it gives new values under their old codes and returns the one after them.
+    template <class Refill, class Fill>
+    void appendWhile(Refill refill, Fill fill);
 
     /// The value of the first group: "LINE", "SECTION", "$ACADVER".
     std::string_view type() const noexcept { return count == 0 ? std::string_view{} : list.front().text; }
@@ -49,7 +48,7 @@ public:
     /// The extended data of an application: from its group 1001 to the next one; else empty.
     std::span<const DXFGroup> extendedData(std::string_view application) const noexcept;
     /// Whether there are extended data at all.
-    bool isExtended() const noexcept { return extended; }
+    bool isExtended() const noexcept { return firstOf(1001) != nullptr; }
 
     std::string_view text(int code) const;
     std::string_view textOr(int code, std::string_view otherwise) const noexcept
@@ -81,7 +80,7 @@ public:
     /// The value of a real group, finite; throws BadFile "Error reading double item value".
     double realOf(const DXFGroup& group) const
     {
-        if (!group.converted) convertReal(group);
+        if (!std::isfinite(group.number)) convertReal(group);
         return group.number;
     }
     /// The value of an integer group; throws BadFile "Error reading integer item value".
@@ -96,58 +95,50 @@ private:
         if (!group) failNeeding(code);
         return *group;
     }
-    void index(std::uint16_t code, std::size_t place) noexcept;
     void convertReal(const DXFGroup& group) const;
 
-    // The place of the first group of each small code; `stamp` tells this record's entries
-    // from those of the records before it.
-    struct First {
-        std::uint32_t stamp = 0, place = 0;
-    };
+    static constexpr std::size_t smallCodes = 256, noSlot = smallCodes + 1;   // between them that of 1001
+    static constexpr std::size_t slotOf(int code) noexcept
+    {
+        if (static_cast<unsigned>(code) < smallCodes) return static_cast<std::size_t>(code);
+        return code == 1001 ? smallCodes : noSlot;
+    }
+    const DXFGroup* firstOf(int indexedCode) const noexcept
+    {
+        const std::size_t place = firsts[slotOf(indexedCode)];
+        return place < count && list[place].code == indexedCode ? &list[place] : nullptr;
+    }
+    void index(std::size_t place) noexcept;
 
     const std::string* file;
-    std::vector<DXFGroup> list;   // of which `count` are in use
+    std::vector<DXFGroup> list;   // of which `count` are in use; the others are those of earlier records
     std::size_t count = 0;
-    std::array<First, 256> firsts{};
-    std::uint32_t stamp = 0;
-    bool extended = false;   // has a group 1001
+
+    // The place of the first group of each indexed code among the first `indexed` of the list:
+    // of those codes that there are, another code's entry points at anything.
+    std::array<std::uint32_t, smallCodes + 1> firsts{};
+    std::size_t indexed = 0;
 };
 
-template <class Fill>
-void DXFRecord::appendWhile(Fill fill)
+// Records come in runs of the same codes: while a group has the code that was at its place
+// before, the index stands.
+template <class Refill, class Fill>
+void DXFRecord::appendWhile(Refill refill, Fill fill)
 {
-    const auto makeRoom = [this](std::size_t used) {
-        if (used == list.size()) list.resize(2 * used);
-        return list.data() + used;
-    };
-    DXFGroup* group = makeRoom(count);
-    for (const DXFGroup* end = list.data() + list.size(); fill(*group);) {
-        index(group->code, static_cast<std::size_t>(group - list.data()));
-        if (++group != end) continue;
-        group = makeRoom(list.size());
-        end = list.data() + list.size();
+    for (bool more = true; more; ++count) {
+        if (count < indexed) count = static_cast<std::size_t>(refill(&list[count], list.data() + indexed) - list.data());
+        if (count == list.size()) list.resize(2 * count);
+        const std::uint16_t before = list[count].code;
+        more = fill(list[count]);
+        if (more && (count >= indexed || list[count].code != before)) index(count);
     }
-    count = static_cast<std::size_t>(group - list.data());
-}
-
-inline void DXFRecord::index(std::uint16_t code, std::size_t place) noexcept
-{
-    if (code < firsts.size()) {
-        First& first = firsts[code];
-        if (first.stamp == stamp) return;
-        first.stamp = stamp;
-        first.place = static_cast<std::uint32_t>(place);
-    } else if (code == 1001) {
-        extended = true;
-    }
+    --count;
+    if (count < indexed) indexed = count;   // `fill` has had its hands on the next one
 }
 
 inline const DXFGroup* DXFRecord::find(int code, int n) const noexcept
 {
-    if (n == 1 && code >= 0 && static_cast<std::size_t>(code) < firsts.size()) {
-        const First& first = firsts[static_cast<std::size_t>(code)];
-        return first.stamp == stamp ? &list[first.place] : nullptr;
-    }
+    if (n == 1 && slotOf(code) != noSlot) return firstOf(code);
     for (const DXFGroup& group : groups())
         if (group.code == code && --n == 0) return &group;
     return nullptr;

@@ -45,9 +45,7 @@ bool DXFStream::nextRecord()
         return true;
     }
     record.clear();
-    DXFGroup& first = record.first();
-    if (!skipToRecord(first)) return false;
-    readGroupValue(first);
+    if (!takeRecordStart(record.first())) return false;
     record.keepFirst();
     state = State::firstGroup;
     return true;

@@ -74,9 +74,9 @@ protected:
     };
     explicit DXFStream(Source source);
 
-    // Steps over groups up to a code 0 or 9, of which only the code is read; false at the end.
-    virtual bool skipToRecord(DXFGroup& group) = 0;
-    // Appends groups up to a code 0 or 9, which stays unread.
+    // Steps over groups up to the next that starts a record, and over that one; false at the end.
+    virtual bool takeRecordStart(DXFGroup& group) = 0;
+    // Appends groups up to the next that starts a record, which stays unread.
     virtual void appendGroups(DXFRecord& groups) = 0;
 
     const char* const begin;
@@ -100,8 +100,7 @@ private:
 };
 
 /// What a stream does with groups, over the takeCode(), takeValue() and passValue() of an
-/// encoding, and its takeNumber(), which may take whole groups of the most frequent kind at
-/// once. None of these is virtual, and they move a position of the caller's: the loops make
+/// encoding, and its retake(), which may take a run of groups that are like given ones. None of these is virtual, and they move a position of the caller's: the loops make
 /// no call for a group and keep their place in registers.
 template <class Encoding>
 class DXFGroupStream : public DXFStream {
@@ -113,14 +112,14 @@ public:
     void skipGroupValue(DXFGroup& group) final { encoding().passValue(here, group); }
 
 private:
-    bool skipToRecord(DXFGroup& group) final
+    bool takeRecordStart(DXFGroup& group) final
     {
         DXFPosition place = here;
         bool found = false;
-        while (encoding().takeCode(place, group)) {
-            found = group.code == 0 || group.code == 9;
-            if (found) break;
-            encoding().passValue(place, group);
+        while (!found && encoding().takeCode(place, group)) {
+            found = startsRecord(group.code);
+            if (found) encoding().takeValue(place, group);
+            else encoding().passValue(place, group);
         }
         here = place;
         return found;
@@ -129,12 +128,13 @@ private:
     void appendGroups(DXFRecord& groups) final
     {
         DXFPosition place = here;
-        groups.appendWhile([&place, this](DXFGroup& group) {
-            if (encoding().takeNumber(place, group)) return true;
-            if (!encoding().takeCode(place, group) || group.code == 0 || group.code == 9) return false;
-            encoding().takeValue(place, group);
-            return true;
-        });
+        groups.appendWhile(
+            [&place, this](DXFGroup* first, const DXFGroup* last) { return encoding().retake(place, first, last); },
+            [&place, this](DXFGroup& group) {
+                if (!encoding().takeCode(place, group) || startsRecord(group.code)) return false;
+                encoding().takeValue(place, group);
+                return true;
+            });
         here = place;
     }
 

@@ -4,7 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <memory>
+#include <random>
+#include <vector>
 
 using namespace belvor;
 using namespace belvor::test;
@@ -14,22 +18,29 @@ namespace {
 
 SilentReporter nobody;
 
-/// Every group of the bytes as "code:text@line", read one by one; a fault ends the list with
+/// "code:text@line ".
+std::string written(const DXFGroup& group)
+{
+    return std::to_string(group.code) + ':' +
+           (group.text.data() ? std::string(group.text) : std::to_string(static_cast<int>(group.number))) + '@' +
+           std::to_string(group.line) + ' ';
+}
+
+/// Every group of the bytes, read one by one or a record at a time; a fault ends the list with
 /// its code number and line. The bytes lie in memory of their exact size, so that the address
 /// sanitizer sees a read beyond them.
-std::string groupsOf(std::string_view bytes)
+std::string groupsOf(std::string_view bytes, bool byRecords = false)
 {
     const std::unique_ptr<char[]> exact(new char[bytes.size()]);
     std::copy(bytes.begin(), bytes.end(), exact.get());
     const auto stream = DXFStream::over({exact.get(), bytes.size()}, "a.dxf", nobody, false);
     std::string result;
     try {
-        DXFGroup group;
-        while (stream->readGroupCode(group)) {
+        while (byRecords && stream->nextRecord())
+            for (const DXFGroup& group : stream->readRecord().groups()) result += written(group);
+        for (DXFGroup group; stream->readGroupCode(group); group = {}) {
             stream->readGroupValue(group);
-            result += std::to_string(group.code) + ':';
-            result += group.text.data() ? std::string(group.text) : std::to_string(static_cast<int>(group.number));
-            result += '@' + std::to_string(group.line) + ' ';
+            result += written(group);
         }
     } catch (const BadFile& fault) {
         result += "fault " + std::to_string(fault.code()) + '@' + std::to_string(fault.line());
@@ -142,4 +153,41 @@ TEST(DXFRecord, FindsGroups)
     EXPECT_EQ(record.next(*record.find(10, 3), 10), nullptr);
     stream->nextRecord();
     EXPECT_FALSE(stream->readRecord().has(8)) << "of the record before";
+}
+
+TEST(DXFRecord, OwesNothingToTheRecordsBeforeIt)   // whose groups and index it takes over where they are alike
+{
+    std::minstd_rand random(7);
+    const auto below = [&random](std::size_t most) { return static_cast<std::size_t>(random() >> 8) % most; };
+    for (int trial = 0; trial < 300; ++trial) {
+        std::string binary = mark + "\0\0LINE\0"s, text = "0\nLINE\n";
+        std::vector<int> like;   // codes that most groups are repeated from
+        for (int i = 0; i < 10; ++i) like.push_back(std::array{8, 10, 20, 30, 40, 70, 62, 90, 300, 1001}[below(10)]);
+        for (std::size_t i = 0; i < 120; ++i) {
+            const int code = below(11) == 0 ? 0 : below(20) == 0 ? 21 : like[i % like.size()];
+            const std::string word = std::array{"A", "B", "", "PINES", "PINETREES", "SEVENTH"}[below(5 + below(2))];
+            const std::string number = std::to_string(below(100));
+            const bool isText = code == 0 || code == 8 || code == 300 || code == 1001;
+            text += std::to_string(code) + '\n' + (isText ? word : number) + '\n';
+            binary += {static_cast<char>(code & 255), static_cast<char>(code >> 8)};
+            if (isText) binary += word + '\0';
+            else if (code == 70 || code == 62) binary += {static_cast<char>(below(100)), 0};
+            else binary += std::string(code == 90 ? 4 : 6, '\0') + (code == 90 ? ""s : std::string("\x10\x40", 2));
+        }
+        for (const std::string& bytes : {text, binary, binary.substr(0, 30 + below(binary.size() - 30))}) {
+            const std::string alone = groupsOf(bytes), together = groupsOf(bytes, true);
+            const auto fault = alone.find("fault");
+            EXPECT_EQ(together.substr(std::min(together.find("fault"), together.size())), alone.substr(std::min(fault, alone.size())));
+            if (fault != std::string::npos) continue;
+            EXPECT_EQ(together, alone);
+            for (const auto stream = DXFStream::over(bytes, "a.dxf", nobody, false); stream->nextRecord();) {
+                const DXFRecord& record = stream->readRecord();
+                for (const int code : {0, 8, 10, 20, 21, 30, 40, 62, 70, 90, 300, 1001}) {
+                    const auto groups = record.groups();
+                    const auto first = std::find_if(groups.begin(), groups.end(), [code](const DXFGroup& group) { return group.code == code; });
+                    EXPECT_EQ(record.find(code), first == groups.end() ? nullptr : &*first) << code;
+                }
+            }
+        }
+    }
 }
