@@ -53,7 +53,7 @@ void DXFPolyline2D::addSegment(const StripSegment& segment, const StripJoint& be
     const auto at = [&](int k) {
         StripStation station = segment.station(k);
         const StripJoint* const joint = k == 0 ? &before : k == segment.chords() ? &after : nullptr;
-        if (joint && joint->shared) station = {station.centre, joint->left, joint->right};
+        if (joint && joint->meets) station = {station.centre, joint->left, joint->right};
         return Station{world(station.centre), world(station.left), world(station.right)};
     };
     const Station first = at(0);

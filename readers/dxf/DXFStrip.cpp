@@ -51,8 +51,9 @@ StripJoint::StripJoint(const StripSegment& before, const StripSegment& after) no
     const Vector<2> arriving = before.tangent(true), leaving = after.tangent(false);
     const double cosine = dot(arriving, leaving);
     if (std::fabs(cross(arriving, leaving)) < 1e-9 && cosine > 0.0) {
-        const StripStation last = before.station(before.chords());
+        const StripStation last = before.station(before.chords()), next = after.station(0);
         shared = true;
+        meets = (last.left - next.left).length() < 1e-6 * width && (last.right - next.right).length() < 1e-6 * width;
         left = last.left;
         right = last.right;
         return;
@@ -62,7 +63,7 @@ StripJoint::StripJoint(const StripSegment& before, const StripSegment& after) no
     const double reach = width / 2.0 * std::sqrt((1.0 - cosine) / (1.0 + cosine));   // of the mitre, along either side
     if (reach > std::min(before.length, after.length)) return;
     const Vector<2> mitre = (leftOf(arriving) + leftOf(leaving)) * (width / 2.0 / (1.0 + cosine));
-    shared = true;
+    shared = meets = true;
     left = after.start + mitre;
     right = after.start - mitre;
 }

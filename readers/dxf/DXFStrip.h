@@ -43,14 +43,17 @@ private:
     BulgeArc arc{};
 };
 
-/// How a segment goes over into the next: shared when both end on the same two points, at
-/// a mitre or where one runs on smoothly from the other; otherwise both ends are square.
+/// How a segment goes over into the next: shared at a mitre and where one runs on smoothly
+/// from the other; otherwise both ends are square.
 struct StripJoint {
     StripJoint() noexcept = default;
     StripJoint(const StripSegment& before, const StripSegment& after) noexcept;
 
     bool shared = false;
-    Point<2> left, right;   ///< When shared.
+    /// Both segments end on the two points left and right. Not so at an arc that bends inside
+    /// half the width: its inner side is its centre.
+    bool meets = false;
+    Point<2> left, right;
 };
 
 /// The segments of a polyline; those whose ends coincide are left out.

@@ -79,6 +79,8 @@ TEST(DXFEntities, GiveTheirSurfaces)
         {"bulge to the right", "0 LWPOLYLINE|39 1|10 0|20 0|42 -0.41421356237|10 2|20 0", 9, 36, 9 * 2 * std::sqrt(2.0) * std::sin(toRadians(5)),
          {{1, 0.5 * std::sqrt(2.0) * std::cos(toRadians(5)) - 0.5, 0.5}}},
         {"a vertex' own width comes first", "0 POLYLINE|40 1|41 1|0 VERTEX|10 0|20 0|40 3|41 3|0 VERTEX|10 5|20 0|0 SEQEND", 1, 4, 15},
+        {"smoothly out of an arc inside half the width", "0 LWPOLYLINE|43 4|10 0|20 2|42 1|10 0|20 0|42 0|10 10|20 0", 19, 58,
+         40 + 81 * std::sin(toRadians(10))},
         {"ends that coincide", "0 LWPOLYLINE|43 1|39 1|10 1|20 1|10 1|20 1", 0, 0, 0},
         {"bulge beyond any circle", "0 LWPOLYLINE|43 1|10 0|20 0|42 1e300|10 5|20 0", 1, 4, 5},
         {"no bulge to speak of", "0 LWPOLYLINE|43 1|10 0|20 0|42 9e-10|10 5|20 0", 1, 4, 5},
