@@ -16,6 +16,7 @@
 #include "readers/dxf/DXF.h"
 #include "resources/Texts.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -61,7 +62,8 @@ void remark(const std::string& file, const Model& model)
 {
     constexpr std::size_t mostLines = 20;
     if (model.facetCount() == 0) std::fprintf(stderr, "belvor-render: %s has no surfaces to draw\n", file.c_str());
-    const std::vector<SkippedEntities::Entry> skipped = skippedIn(model);
+    std::vector<SkippedEntities::Entry> skipped = skippedIn(model);
+    std::stable_sort(skipped.begin(), skipped.end(), [](const auto& a, const auto& b) { return a.count > b.count; });
     for (std::size_t i = 0; i < skipped.size() && i < mostLines; ++i)
         std::fprintf(stderr, "belvor-render: not drawn: %llu %s: %s\n", static_cast<unsigned long long>(skipped[i].count),
                      skipped[i].type.c_str(), skipped[i].reason.c_str());

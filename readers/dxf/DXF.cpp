@@ -78,13 +78,4 @@ Material& DXF::findMaterial(std::string_view key)
     return *recentMaterial;
 }
 
-void DXF::skip(std::string_view type, SkippedEntities::Why why, std::string_view what)
-{
-    // Records that belong to the entity before them, and the end mark of a file that leaves
-    // its section open: nothing is missing from the picture.
-    if (type == "VERTEX" || type == "SEQEND" || type == "EOF") return;
-    SkippedEntities::Entry& entry = skippedEntities.add(type, why, what);
-    if (!expansions.empty() && expansions.back().recording) expansions.back().recording->addSkip(entry);
-}
-
 }   // namespace belvor

@@ -51,6 +51,10 @@ private:
     void endCell();
     void walk();
     void playBack();
+    template <class Add>
+    void record(Add add);
+    void finishRecording();
+    bool summarise(DXFBlockContents& contents) const;
     void addMapped(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat,
                    const AffineTransform<3>& transform);
 
@@ -80,7 +84,7 @@ private:
 
     std::vector<DXFExpansion> expansions;   // the ENTITIES section, then the insertions under way
     std::vector<Point<3>> placed;        // the corners of one facet
-    std::size_t recordedBytes = 0;       // by the contents of blocks
+    std::size_t recordedBytes = 0;       // by the contents of blocks, complete or not
 };
 
 }   // namespace belvor

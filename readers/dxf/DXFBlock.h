@@ -30,6 +30,8 @@ public:
     void addInsertion(const DXFInsertion& insertion);
     void addMaterialName(std::string_view key, std::string_view name) { items.emplace_back(MaterialName{key, name}); }
     void addSkip(SkippedEntities::Entry& entry) { ++skips[&entry]; }
+    /// Counts what was skipped, once for each cell.
+    void countSkips(std::uint64_t cells) const noexcept;
 
     /// About the bytes taken.
     std::size_t size() const noexcept;
@@ -39,6 +41,7 @@ public:
     std::vector<DXFAxes> flats;
     std::vector<std::unique_ptr<DXFInsertion>> insertions;
     std::map<SkippedEntities::Entry*, std::uint64_t> skips;
+    bool onlySkips = false;   ///< Nothing is drawn, by the insertions neither: `skips` has theirs too, and says it all.
 };
 
 /// A BLOCK of the drawing.

@@ -27,12 +27,14 @@ struct DXFLayer {
 /// through placement() into the coordinates in which the INSERT itself is given.
 struct DXFInsertion {
     std::string_view block;   // a view of the file
-    std::int32_t columns = 1, rows = 1;
+    std::int32_t columns = 1, rows = 1;   ///< Not less.
     double columnSpacing = 0.0, rowSpacing = 0.0;
     Vector<3> scale{1, 1, 1};
     double degrees = 0.0;   ///< About z, before the tilt.
     Vector<3> position;     ///< In the tilted axes.
     DXFAxes tilt;
+
+    std::uint64_t cells() const noexcept { return static_cast<std::uint64_t>(columns) * static_cast<std::uint64_t>(rows); }
 
     AffineTransform<3> placement() const noexcept
     {

@@ -12,6 +12,7 @@ constexpr std::size_t itemsBetweenReports = 128;
 
 const char* labelOf(const DXFExpansion& expansion) noexcept { return expansion.block ? "INSERTed block" : "ENTITIES section"; }
 
+/// And small enough to be added up.
 bool isFinite(std::span<const Point<3>> corners) noexcept
 {
     double sum = 0.0;   // a term that is infinite or no number leaves no number behind
@@ -42,20 +43,21 @@ void DXF::readAllEntities()
 
 void DXF::readEntities(const DXFInsertion& insertion)
 {
-    DXFExpansion& outer = expansions.back();
-    if (outer.recording) outer.recording->addInsertion(insertion);
     const auto found = blocks.find(insertion.block);
     if (found == blocks.end()) return;
+    record([&insertion](DXFBlockContents& contents) { contents.addInsertion(insertion); });
     if (found->second.expanding) {   // not for the record: it depends on who inserts the block
         skippedEntities.add("INSERT", SkippedEntities::Why::blockInItself, insertion.block);
         return;
     }
+    if (const auto& contents = found->second.contents; contents && contents->onlySkips && !log())
+        return contents->countSkips(insertion.cells());
     DXFExpansion inner;
     inner.block = &found->second;
     inner.insertion = insertion;
-    inner.placement = outer.transform * insertion.placement();
+    inner.placement = expansions.back().transform * insertion.placement();
     inner.block->expanding = true;
-    expansions.push_back(std::move(inner));   // `outer` may have moved
+    expansions.push_back(std::move(inner));
     startCell();
 }
 
@@ -88,7 +90,7 @@ void DXF::startCell()
     cell.nextItem = 0;
     cell.playing = block.contents && !log();   // a log tells of every record: it needs the text
     if (cell.playing) {
-        for (const auto& [entry, count] : block.contents->skips) entry->count += count;
+        block.contents->countSkips(1);
         return;
     }
     cell.back = dxfStream->position();
@@ -104,10 +106,7 @@ void DXF::endCell()
     if (cell.block && !cell.playing) {
         log().line("Return from block to line ", cell.back.line);
         dxfStream->seek(cell.back);
-        if (cell.recording) {
-            recordedBytes += cell.recording->size();
-            cell.block->contents = std::move(cell.recording);
-        }
+        if (cell.recording) finishRecording();
     }
     if (++cell.row >= cell.insertion.rows) {
         cell.row = 0;
@@ -157,20 +156,71 @@ void DXF::playBack()
     endCell();
 }
 
+/// Adds to what the current cell records, if it does, unless all of that has grown too large.
+template <class Add>
+void DXF::record(Add add)
+{
+    if (expansions.empty() || !expansions.back().recording) return;
+    std::unique_ptr<DXFBlockContents>& recording = expansions.back().recording;
+    recordedBytes -= recording->size();
+    add(*recording);
+    recordedBytes += recording->size();
+    if (recordedBytes <= mostRecordedBytes) return;
+    recordedBytes -= recording->size();
+    recording.reset();
+}
+
+/// Gives the block what the cell that ends has recorded. If that is nothing to draw, the cells
+/// to come are counted at once: there may be more of them than anyone could wait for.
+void DXF::finishRecording()
+{
+    DXFExpansion& cell = expansions.back();
+    DXFBlockContents& contents = *(cell.block->contents = std::move(cell.recording));
+    contents.onlySkips = summarise(contents);
+    if (!contents.onlySkips) return;
+    const DXFInsertion& insertion = cell.insertion;
+    const auto rows = static_cast<std::uint64_t>(insertion.rows);
+    contents.countSkips(insertion.cells() - static_cast<std::uint64_t>(cell.column) * rows - static_cast<std::uint64_t>(cell.row) - 1);
+    cell.column = insertion.columns - 1;
+    cell.row = insertion.rows - 1;
+}
+
+/// Whether nothing is drawn, neither by the contents nor by their insertions, whose skips they take over then.
+bool DXF::summarise(DXFBlockContents& contents) const
+{
+    std::map<const DXFBlockContents*, std::uint64_t> cells;
+    for (const DXFBlockContents::Item& item : contents.items) {
+        const auto* const insertion = std::get_if<DXFInsertion*>(&item);
+        if (!insertion) return false;
+        const DXFBlock& block = blocks.find((*insertion)->block)->second;
+        if (block.expanding || !block.contents || !block.contents->onlySkips) return false;   // or what it gives is not known yet
+        std::uint64_t& times = cells[block.contents.get()];
+        times = counted(times, (*insertion)->cells(), 1);
+    }
+    for (const auto& [inner, times] : cells)
+        for (const auto& [entry, count] : inner->skips) contents.skips[entry] = counted(contents.skips[entry], count, times);
+    return true;
+}
+
+void DXF::skip(std::string_view type, SkippedEntities::Why why, std::string_view what)
+{
+    // Records that belong to the entity before them, and the end mark of a file that leaves
+    // its section open: nothing is missing from the picture.
+    if (type == "VERTEX" || type == "SEQEND" || type == "EOF") return;
+    SkippedEntities::Entry& entry = skippedEntities.add(type, why, what);
+    record([&entry](DXFBlockContents& contents) { contents.addSkip(entry); });
+}
+
 void DXF::nameMaterial(std::string_view key, std::string_view name)
 {
     findMaterial(key).name = name;
-    if (!expansions.empty() && expansions.back().recording) expansions.back().recording->addMaterialName(key, name);
+    record([key, name](DXFBlockContents& contents) { contents.addMaterialName(key, name); });
 }
 
 void DXF::placeFacet(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat)
 {
-    DXFExpansion& cell = expansions.back();
-    if (cell.recording) {
-        cell.recording->addFacet(material, corners, flat);
-        if (recordedBytes + cell.recording->size() > mostRecordedBytes) cell.recording.reset();
-    }
-    addMapped(material, corners, flat, cell.transform);
+    record([&](DXFBlockContents& contents) { contents.addFacet(material, corners, flat); });
+    addMapped(material, corners, flat, expansions.back().transform);
 }
 
 void DXF::addMapped(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat,

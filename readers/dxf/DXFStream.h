@@ -100,8 +100,9 @@ private:
 };
 
 /// What a stream does with groups, over the takeCode(), takeValue() and passValue() of an
-/// encoding, and its retake(), which may take a run of groups that are like given ones. None of these is virtual, and they move a position of the caller's: the loops make
-/// no call for a group and keep their place in registers.
+/// encoding, and its retake(), which may take a run of groups that are like given ones. None
+/// of these is virtual, and they move a position of the caller's: the loops make no call for a
+/// group and keep their place in registers.
 template <class Encoding>
 class DXFGroupStream : public DXFStream {
 public:

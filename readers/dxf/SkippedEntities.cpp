@@ -3,6 +3,7 @@
 #include "resources/Texts.h"
 
 #include <algorithm>
+#include <limits>
 #include <tuple>
 
 namespace belvor {
@@ -22,7 +23,10 @@ std::string reasonFor(SkippedEntities::Why why, std::string_view what)
 {
     constexpr int firstReason = 2101;   // the texts stand in the order of Why
     std::string reason = textOf(firstReason + static_cast<int>(why));
-    std::string printable(what.substr(0, 100));
+    std::string_view start = what.substr(0, 100);
+    if (start.size() < what.size())   // not within a character of UTF-8
+        while (!start.empty() && (what[start.size()] & '\xc0') == '\x80') start.remove_suffix(1);
+    std::string printable(start);
     for (char& c : printable)
         if (isControl(c)) c = '?';
     if (const std::size_t hole = reason.find("%s"); hole != std::string::npos) reason.replace(hole, 2, printable);
@@ -30,6 +34,13 @@ std::string reasonFor(SkippedEntities::Why why, std::string_view what)
 }
 
 }   // namespace
+
+std::uint64_t counted(std::uint64_t count, std::uint64_t more, std::uint64_t times) noexcept
+{
+    constexpr std::uint64_t most = std::numeric_limits<std::uint64_t>::max();
+    const std::uint64_t all = times != 0 && more > most / times ? most : more * times;
+    return all > most - count ? most : count + all;
+}
 
 bool SkippedEntities::Order::before(const KeyView& a, const KeyView& b) noexcept
 {
@@ -46,7 +57,7 @@ SkippedEntities::Entry& SkippedEntities::add(std::string_view type, Why why, std
         place = entries.emplace_hint(place, Key{std::string(type), why, std::string(what)},
                                      Entry{std::string(type), reasonFor(why, what), 0});
     }
-    ++place->second.count;
+    place->second.count = counted(place->second.count, 1, 1);
     return place->second;
 }
 

@@ -8,6 +8,9 @@
 
 namespace belvor {
 
+/// count + more × times, or the largest number that fits: arrays of arrays reach beyond it.
+std::uint64_t counted(std::uint64_t count, std::uint64_t more, std::uint64_t times) noexcept;
+
 /// Entities that were met and added no surface, counted by type and reason: what tells a
 /// user why something is missing from the picture. Entities of a block count at each
 /// insertion.
@@ -29,7 +32,7 @@ public:
     struct Entry {
         std::string type;     ///< As the file writes it; "?" where that is no word.
         std::string reason;   ///< For the user, in words, without control characters.
-        std::uint64_t count = 0;
+        std::uint64_t count = 0;   ///< At most the largest number that this holds.
     };
 
     /// Counts one entity. The entry, for counting more of its kind, stays where it is.

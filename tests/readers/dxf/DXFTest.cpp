@@ -83,7 +83,8 @@ TEST(DXF, DrawsByLayerAndBlock)
                                          "|0 LAYER|2 ON|70 0|62 0|0 LAYER|2 ON|70 1|62 7|0 LAYER|70 1|62 7");
     const std::string bs = blocks(block("B", face) + block("OUTER", insertion("LATE")) + block("SELF", face + "|" + insertion("SELF")) +
                                   block("ONE", face + "|" + insertion("TWO")) +
-                                  block("TWO", face + "|" + insertion("ONE", "|70 3|44 1") + "|" + face));
+                                  block("TWO", face + "|" + insertion("ONE", "|70 3|44 1") + "|" + face) + block("WORDS", "0 TEXT|8 0|0 TEXT|8 0") +
+                                  block("PAGES", insertion("WORDS", "|71 3") + "|" + insertion("NO") + "|" + insertion("WORDS")));
     const auto on = [](const std::string& layer, std::string entity) { return entity.replace(entity.find("|8 "), 4, "|8 " + layer); };
     const struct { const char* why; std::string entity; const char* outcome; } cases[] = {
         {"on", on("ON", face), "1 facets"},   // and its second definition does not count
@@ -103,6 +104,10 @@ TEST(DXF, DrawsByLayerAndBlock)
         {"a block in itself", insertion("SELF", "|70 5|44 1"), "5 facets; INSERT 5 block SELF inserts itself"},
         {"through another", insertion("ONE"), "3 facets; INSERT 1 block ONE inserts itself"},
         {"from the other end", insertion("TWO"), "5 facets; INSERT 3 block TWO inserts itself"},
+        {"nothing to draw, more often than anyone could wait for", insertion("PAGES", "|70 2000000000|71 1000000000"),
+         "0 facets; INSERT 2000000000000000000 block NO is not defined; TEXT 16000000000000000000 this type is not drawn"},
+        {"more often than can be counted", insertion("PAGES", "|70 2000000000|71 2000000000") + "|" + insertion("PAGES"),
+         "0 facets; INSERT 4000000000000000001 block NO is not defined; TEXT 18446744073709551615 this type is not drawn"},
     };
     for (const auto& c : cases) EXPECT_EQ(outcomeOf(dxfText(table + bs + section + c.entity + "|0 ENDSEC|0 EOF")), c.outcome) << c.why;
 }
@@ -186,11 +191,11 @@ TEST(DXF, CanBeAbandonedInsideBlocks)
         for (int i = 0; i < 10; ++i) ten += (i ? "|" : "") + insertion("L" + std::to_string(level + 1), "|50 " + std::to_string(i));
         nest += block("L" + std::to_string(level), ten);
     }
-    nest += block("L9", face) + block("EMPTY", "0 POINT|8 0");
+    nest += block("L9", face) + block("SELF", insertion("SELF"));
     const struct { const char* why; std::string entity; } cases[] = {
         {"nested insertions", insertion("L0")},
         {"array", insertion("L9", "|70 30000|71 30000|44 2|45 2")},
-        {"array of nothing", insertion("EMPTY", "|70 30000|71 30000")},
+        {"array without a surface", insertion("SELF", "|70 30000|71 30000")},
     };
     for (const auto& c : cases) {
         RecordingReporter reporter(20000);
