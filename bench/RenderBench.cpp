@@ -106,6 +106,8 @@ void writeOmbrFile(benchmark::State& state)
     const int width = static_cast<int>(state.range(0)), height = static_cast<int>(state.range(1));
     const Scene scene = wholeScene(model, width, height);
     const Handle<FixedRow> row = makeHandle<FixedRow>(width);
+    SilentReporter silent;
+    model.render(*scene.camera, *scene.lights, *row, silent);   // gives the facets their colours
     row->setModel(model);
     row->clear();
     const double depth = -scene.camera->scale / (0.5 * (scene.camera->near + scene.camera->far));
@@ -124,10 +126,11 @@ void writeBareBytes(benchmark::State& state)
 {
     const auto stride = static_cast<std::size_t>((9 * state.range(0) + 3) / 4 * 4);
     const std::vector<char> row(stride, 'x');
+    std::vector<char> buffer(32256);
     const std::string path = temporaryNameFor((std::filesystem::temp_directory_path() / "belvor-bench.bytes").string());
     for (auto _ : state) {
         std::FILE* const file = openFile(path, "wb");
-        std::setvbuf(file, nullptr, _IOFBF, 32256);
+        std::setvbuf(file, buffer.data(), _IOFBF, buffer.size());
         for (std::int64_t y = 0; y < state.range(1); ++y) std::fwrite(row.data(), 1, stride, file);
         std::fclose(file);
     }

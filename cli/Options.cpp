@@ -2,6 +2,7 @@
 
 #include "calcore/Number.h"
 #include "imagefile/OmbrFile.h"
+#include "platform/Files.h"
 
 #include <CLI/CLI.hpp>
 
@@ -53,11 +54,16 @@ void checkWhole(Options& options)
 {
     for (const std::string& output : options.outputs) {
         if (!isPicture(output)) refuse("\"" + output + "\" ends neither in .omb nor in .png");
-        if (std::count(options.outputs.begin(), options.outputs.end(), output) > 1) refuse("\"" + output + "\" is named twice");
+        const auto isThis = [&output](const std::string& other) { return isSameFile(output, other); };
+        if (std::count_if(options.outputs.begin(), options.outputs.end(), isThis) > 1) refuse("\"" + output + "\" is named twice");
+        if (isThis(options.savedView)) refuse("\"" + output + "\" cannot be the picture and the view");
+        if (isThis(options.model)) refuse("\"" + output + "\" would overwrite the model");
         constexpr long long largestPng = 0x7FFFFFFF;   // bytes of its pixels
         if (isPng(output) && (options.width * 3ll + 1) * options.height > largestPng)
             refuse("a PNG picture of that size cannot be written; an .omb picture can");
     }
+    if (!options.savedView.empty() && isSameFile(options.savedView, options.model))
+        refuse("\"" + options.savedView + "\" would overwrite the model");
     if (options.outputs.empty() && options.savedView.empty() && !options.info)
         refuse("nothing to do: name an OUTPUT ending in .omb or .png, or use --save-view or --info");
     if (options.type == FileType::unknown) options.type = fileTypeOf(options.model);
@@ -92,7 +98,7 @@ Options parseOptions(std::vector<std::string> arguments)
     } catch (const CLI::ParseError& error) {
         std::ostringstream out, err;
         const int status = app.exit(error, out, err);
-        throw Usage(out.str() + err.str(), status == 0 ? 0 : usageStatus);
+        throw status == 0 ? Usage(out.str(), 0) : Usage("belvor-render: " + err.str(), usageStatus);
     }
     if (!size.empty()) parseSize(size, options);
     if (!type.empty()) options.type = typeNamed(type);

@@ -63,17 +63,20 @@ void Pictures::lineDone(int)
     for (Output& output : outputs) onFile(output.path, [&] { output.picture->writeRow(*this); });
 }
 
-void Pictures::commit()
+void Pictures::commit(Reporter& progress)
 {
+    const auto checkForStop = [&progress] { progress.check(2, 1, 1.0); };
     for (Output& output : outputs) {
+        checkForStop();
         onFile(output.path, [&] { output.picture->finish(); });
         output.picture.reset();
     }
+    checkForStop();
     std::size_t named = 0;
     while (named < outputs.size() && takeName(outputs[named])) ++named;
     if (named < outputs.size()) {
         const PictureError error(outputs[named].path + ": " + OmbrFile::Error().what());
-        for (std::size_t i = 0; i <= named; ++i) giveBackName(outputs[i], i < named);
+        for (std::size_t i = named + 1; i-- > 0;) giveBackName(outputs[i], i < named);
         throw error;
     }
     for (const Output& output : outputs)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/errors/Reporter.h"
 #include "platform/Handle.h"
 #include "render/Buffer.h"
 #include "scene/Camera.h"
@@ -37,9 +38,9 @@ public:
 
     void lineDone(int row) override;
 
-    /// After the render: completes the files and gives them their names. Throws PictureError;
-    /// then none of them is left, and what had their names before is there again.
-    void commit();
+    /// After the render: completes the files and gives them their names. Throws PictureError,
+    /// Reporter::Abandoned; then none of them is left, and what had their names before is there again.
+    void commit(Reporter& progress);
 
 private:
     struct Output {

@@ -45,16 +45,26 @@ ViewParameters viewFor(const Options& options, const ModelPlace& place, const Im
     std::string bytes;
     if (!readWholeFile(options.view, bytes)) throw std::runtime_error(options.view + ": " + std::strerror(errno));
     ViewParameters view;
-    if (!view.parse(bytes, place.centre, place.radius) || !view.finite())
-        throw BadView(options.view + ": not a view parameters file");
+    if (!view.parse(bytes, place.centre, place.radius)) throw BadView(options.view + ": not a view parameters file");
+    if (!view.finite()) throw BadView(options.view + ": holds a number too large for this model");
     return view;
 }
 
 void writeView(const std::string& path, const ViewParameters& view, const ModelPlace& place)
 {
-    if (view.write(path, place.centre, place.radius)) return;
+    const bool beside = !isDevice(path);   // a file that is there keeps its content until the new one is whole
+    const std::string written = beside ? temporaryNameFor(path) : path;
+    if (view.write(written, place.centre, place.radius) && (!beside || replaceFile(written, path))) return;
     const int code = errno;
+    if (beside) removeFile(written);
     throw std::runtime_error(path + ": " + std::strerror(code));
+}
+
+void printLine(const std::string& text)
+{
+    if (std::fputs((text + '\n').c_str(), stdout) >= 0 && std::fflush(stdout) == 0) return;
+    const int code = errno;
+    throw std::runtime_error(std::string("standard output: ") + std::strerror(code));
 }
 
 /// Tells a user why something is missing from the picture.
@@ -79,8 +89,7 @@ void run(const Options& options, ConsoleReporter& reporter)
     const Handle<Model> model = readModel(options.model, options.type, reporter);
     reporter.clear();
     if (!options.quiet) remark(options.model, *model);
-    if (options.info) std::printf("%s\n", describeModel(options.model, options.type, *model).c_str());
-    if (options.info && std::fflush(stdout) != 0) throw OmbrFile::Error();
+    if (options.info) printLine(describeModel(options.model, options.type, *model));
 
     ModelPlace place;
     model->bounds(place.centre, place.radius);
@@ -93,7 +102,7 @@ void run(const Options& options, ConsoleReporter& reporter)
     const Handle<Pictures> pictures = makeHandle<Pictures>(options.outputs, model, scene.camera, options.width, options.height);
     reporter.setStages(587);
     model->render(*scene.camera, *scene.lights, *pictures, reporter);
-    pictures->commit();
+    pictures->commit(reporter);
 }
 
 int report(ConsoleReporter& reporter, ExitStatus status, const char* text)

@@ -88,12 +88,12 @@ void OmbrFile::checkSize(long long width, long long height, unsigned long long m
 
 OmbrFile::OmbrFile(const std::string& path, std::uint16_t w, std::uint16_t h, std::string versionText, const CameraRecord& view)
     : record(strideOf(w)), depth(numbersIn<std::uint32_t>(record, 0, w)), material(numbersIn<std::uint16_t>(record, 4u * w, w)),
-      rgb(record.data() + 6u * w, 3u * w), file(openFile(path, "wb")), width(w), height(h), version(std::move(versionText)),
-      camera(view)
+      rgb(record.data() + 6u * w, 3u * w), buffer(new char[bufferSize]), file(openFile(path, "wb")), width(w), height(h),
+      version(std::move(versionText)), camera(view)
 {
     if (!file) throw Error();
     try {
-        if (std::setvbuf(file, nullptr, _IOFBF, bufferSize) != 0) throw Error();
+        if (std::setvbuf(file, buffer.get(), _IOFBF, bufferSize) != 0) throw Error();
         write(LittleEndian().u16(0x4949).u16(42).u32(0).data());
         dataStart = position();
     } catch (...) {

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <memory>
 #include <span>
 #include <stdexcept>
 #include <string>
@@ -75,6 +76,7 @@ private:
     void writeDirectories();
     [[noreturn]] void fail();
 
+    const std::unique_ptr<char[]> buffer;   // of the file, until it is closed
     std::FILE* file;
     const std::uint16_t width, height;
     const std::string version;

@@ -1,4 +1,5 @@
 #include "platform/Files.h"
+#include "platform/FileNames.h"
 #include "platform/SystemError.h"
 #include "platform/Utf16.h"
 
@@ -82,6 +83,20 @@ try {
     return false;
 }
 
+bool isSameFile(const std::string& a, const std::string& b) noexcept
+try {
+    const auto whole = [](const std::string& path) {
+        std::wstring name(32768, L'\0');
+        name.resize(GetFullPathNameW(toWide(path).c_str(), 32768, name.data(), nullptr));
+        return name;
+    };
+    return CompareStringOrdinal(whole(a).c_str(), -1, whole(b).c_str(), -1, TRUE) == CSTR_EQUAL;
+} catch (...) {
+    return false;
+}
+
+bool isDevice(const std::string&) noexcept { return false; }
+
 long long tellFile(std::FILE* file) noexcept { return _ftelli64(file); }
 bool seekFile(std::FILE* file, long long offset) noexcept { return _fseeki64(file, offset, SEEK_SET) == 0; }
 
@@ -103,6 +118,24 @@ bool isFolder(const std::string& path) noexcept
     struct stat status;
     return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
+
+bool isSameFile(const std::string& a, const std::string& b) noexcept
+try {
+    if (fileName(a) != fileName(b)) return false;
+    const auto folder = [](const std::string& path) { return path.substr(0, path.size() - fileName(path).size()) + "."; };
+    struct stat first, second;
+    return stat(folder(a).c_str(), &first) == 0 && stat(folder(b).c_str(), &second) == 0 ? first.st_dev == second.st_dev && first.st_ino == second.st_ino
+                                                                                          : a == b;
+} catch (...) {
+    return false;
+}
+
+bool isDevice(const std::string& path) noexcept
+{
+    struct stat status;
+    return stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
+}
+
 long long tellFile(std::FILE* file) noexcept { return ftello(file); }
 bool seekFile(std::FILE* file, long long offset) noexcept { return fseeko(file, offset, SEEK_SET) == 0; }
 

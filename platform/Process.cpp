@@ -1,5 +1,7 @@
 #include "platform/Process.h"
 
+#include <atomic>
+
 #ifdef _WIN32
 #include "platform/Utf16.h"
 #include "platform/win32/Windows.h"
@@ -55,6 +57,10 @@ static int processNumber() { return getpid(); }
 
 #endif
 
-std::string temporaryNameFor(const std::string& path) { return path + "." + std::to_string(processNumber()) + ".part"; }
+std::string temporaryNameFor(const std::string& path)
+{
+    static std::atomic<unsigned> count{0};
+    return path + "." + std::to_string(processNumber()) + "-" + std::to_string(++count) + ".part";
+}
 
 }   // namespace belvor

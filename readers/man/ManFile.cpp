@@ -106,7 +106,7 @@ void ManFile::readUnits(ManLines& lines)
 void ManFile::readMaterial(ManLines& lines)
 {
     const std::string name(lines.word());
-    if (name.empty()) lines.fail(BadFile::materialExpected);
+    if (name.empty()) lines.failOnWord(name, BadFile::materialExpected);
     const double red = component(lines);
     const double green = component(lines);
     const double blue = component(lines);

@@ -59,8 +59,6 @@ std::int32_t ManLines::integer(std::int32_t least, std::int32_t most)
     return value;
 }
 
-/// A word that is missing because the file was cut short there is the end of the file, not a
-/// bad number.
 void ManLines::failOnWord(std::string_view found, BadFile::Code code) const
 {
     fail(found.empty() && cut ? cutFault : code);

@@ -41,6 +41,8 @@ public:
     /// Throws a fault at the current line, or at `where`.
     [[noreturn]] void fail(BadFile::Code code) const { fail(code, lineNumber()); }
     [[noreturn]] void fail(BadFile::Code code, int where) const;
+    /// The fault of the word `found` that word() gave: a missing one of a file cut short there is the end of the file.
+    [[noreturn]] void failOnWord(std::string_view found, BadFile::Code code) const;
 
     /// Counted from 1.
     int lineNumber() const noexcept { return number; }
@@ -48,8 +50,6 @@ public:
     double fraction() const noexcept;
 
 private:
-    [[noreturn]] void failOnWord(std::string_view found, BadFile::Code code) const;
-
     std::string_view data;
     std::string name;
     std::size_t next = 0;        // where the next line starts

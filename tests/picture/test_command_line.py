@@ -37,7 +37,8 @@ class CommandLine(Folder):
                           ["--size", "1x65536", "plates.thf", "p.omb"], ["--size", "8", "plates.thf", "p.png"], ["--size", "8x6x4", "plates.thf", "p.png"],
                           ["--size", "-8x6", "plates.thf", "p.png"], ["--size", " 8x6", "plates.thf", "p.png"], ["--size", "8.0x6", "plates.thf", "p.png"],
                           ["--nonsense", "plates.thf", "p.png"], ["plates.unknown", "p.png"], ["--type", "obj", "plates.thf", "p.png"],
-                          ["--view"], ["plates.thf", "p.png", "p.png"]):
+                          ["--view"], ["plates.thf", "p.png", "p.png"], ["plates.thf", "p.omb", "./p.omb"], ["--save-view", "plates.thf", "plates.thf"],
+                          ["--save-view", "./p.omb", "plates.thf", "p.omb"], ["--type", "things", "p.omb", "p.omb"]):
             with self.subTest(arguments):
                 self.refused(2, arguments)
         self.assertEqual(self.run_program("--help").returncode, 0)
@@ -67,9 +68,16 @@ class CommandLine(Folder):
             resource.setrlimit(resource.RLIMIT_FSIZE, (20000, 20000))
         for output in ("p.omb", "p.png"):
             self.refused(3, ["--size", "900x700", str(SAMPLES / "square.thf"), output], [os.strerror(errno.EFBIG)], preexec_fn=few_bytes)
-        with open("/dev/full", "w") as full:
-            self.refused(3, ["--info", "plates.thf"], [os.strerror(errno.ENOSPC)], stdout=full)
+        self.write("long.thf", "Y 3 0 0 0 1 0 0 0 1 0 0 900\n" + "".join(f"1 Material{i}\n3 1 2 3\n" for i in range(900)))
+        for model in ("plates.thf", "long.thf"):     # what stays in the buffer to the end, and what does not
+            with open("/dev/full", "w") as full:
+                self.refused(3, ["--info", model], ["standard output: " + os.strerror(errno.ENOSPC)], stdout=full)
         self.refused(3, ["--save-view", "/dev/full", "plates.thf"], [os.strerror(errno.ENOSPC)])
+
+        def no_bytes():
+            few_bytes()
+            resource.setrlimit(resource.RLIMIT_FSIZE, (0, 0))
+        self.refused(3, ["--save-view", self.write("old.bvp", "Belvor View Parameters 1.0\n"), "plates.thf"], ["old.bvp"], preexec_fn=no_bytes)
 
     @unittest.skipIf(WINDOWS, "mounts a small disk")
     def test_a_disk_that_fills_up_at_the_end_is_status_3(self):

@@ -148,6 +148,7 @@ TEST(ManFile, FaultsNameTheFileAndTheLine)
         {"unit code above the list", h + "UNITS 9 1\nEND\n", integer, 2},
         {"scale zero", h + "UNITS 1 0\nEND\n", real, 2},
         {"a material without a name", h + "\nMATERIAL\nEND\n", "material expected", 3},
+        {"cut short behind MATERIAL", h + "MATERIAL", header, 2},
         {"colour above 1", h + "MATERIAL m 0 1.01 0\nEND\n", real, 2},
         {"colour below 0", h + "MATERIAL m 0 0 -1e-9\nEND\n", real, 2},
         {"more edges than announced", triangle + "EDGE 3\n1 2 1 0\n2 3 1 0\n3 1 1 0\n1 3 0 0\n", "CLUMP record expected", 12},
