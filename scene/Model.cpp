@@ -75,20 +75,17 @@ Edge& Model::addEdge(std::uint32_t from, std::uint32_t to)
 
 void Model::addPolygon(const Material& material, const Plane& plane, std::span<const Point<3>> corners)
 {
-    // Nearly all have four corners: told so, the compiler writes the loops out.
-    if (corners.size() == 4) addLoop(material, plane, corners.first<4>());
-    else addLoop(material, plane, corners);
-}
-
-template <std::size_t size>
-void Model::addLoop(const Material& material, const Plane& plane, std::span<const Point<3>, size> corners)
-{
-    const auto sides = static_cast<std::uint32_t>(corners.size());
     const std::uint32_t first = vertexCount();
     Facet& facet = addFacet(material, plane);
-    vertexStore.appendAll(sides, [corners](std::uint32_t i) { return Vertex{corners[i]}; });
-    edgeStore.appendAll(sides, [=](std::uint32_t i) { return Edge{first + i, first + (i + 1 == sides ? 0 : i + 1)}; });
-    facet.edgeCount = sides;
+    const auto addSides = [&]<std::size_t size>(std::span<const Point<3>, size> loop) {
+        const auto sides = static_cast<std::uint32_t>(loop.size());
+        vertexStore.appendAll(sides, [loop](std::uint32_t i) { return Vertex{loop[i]}; });
+        edgeStore.appendAll(sides, [=](std::uint32_t i) { return Edge{first + i, first + (i + 1 == sides ? 0 : i + 1)}; });
+        facet.edgeCount = sides;
+    };
+    // Nearly all have four corners: told so, the compiler writes the loops out.
+    if (corners.size() == 4) addSides(corners.first<4>());
+    else addSides(corners);
 }
 
 Material& Model::findMaterial(std::string_view key)

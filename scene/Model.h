@@ -122,9 +122,6 @@ public:
 private:
     friend class Renderer;
 
-    template <std::size_t size>
-    void addLoop(const Material& material, const Plane& plane, std::span<const Point<3>, size> corners);
-
     MemoryPool pool;
     BlockStore<Vertex> vertexStore{pool};
     BlockStore<Edge> edgeStore{pool};
