@@ -50,11 +50,18 @@ ViewParameters viewFor(const Options& options, const ModelPlace& place, const Im
     return view;
 }
 
+/// A new name would take the place of a write-protected file as well. False with errno set.
+bool mayBeWritten(const std::string& path)
+{
+    std::FILE* const there = openFile(path, "r+b");
+    return there ? std::fclose(there) == 0 : errno == ENOENT;
+}
+
 void writeView(const std::string& path, const ViewParameters& view, const ModelPlace& place)
 {
-    const bool beside = !isDevice(path);   // a file that is there keeps its content until the new one is whole
+    const bool beside = !isSpecialFile(path);   // a file that is there keeps its content until the new one is whole
     const std::string written = beside ? temporaryNameFor(path) : path;
-    if (view.write(written, place.centre, place.radius) && (!beside || replaceFile(written, path))) return;
+    if (mayBeWritten(path) && view.write(written, place.centre, place.radius) && (!beside || replaceFile(written, path))) return;
     const int code = errno;
     if (beside) removeFile(written);
     throw std::runtime_error(path + ": " + std::strerror(code));

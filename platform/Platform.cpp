@@ -95,7 +95,7 @@ try {
     return false;
 }
 
-bool isDevice(const std::string&) noexcept { return false; }
+bool isSpecialFile(const std::string&) noexcept { return false; }
 
 long long tellFile(std::FILE* file) noexcept { return _ftelli64(file); }
 bool seekFile(std::FILE* file, long long offset) noexcept { return _fseeki64(file, offset, SEEK_SET) == 0; }
@@ -130,10 +130,10 @@ try {
     return false;
 }
 
-bool isDevice(const std::string& path) noexcept
+bool isSpecialFile(const std::string& path) noexcept
 {
     struct stat status;
-    return stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
+    return lstat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
 }
 
 long long tellFile(std::FILE* file) noexcept { return ftello(file); }
