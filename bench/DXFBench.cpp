@@ -2,8 +2,8 @@
 // mesh, and a block of a hundred faces inserted ten thousand times. Beside each file stand
 // the limits of the same run: its bytes read once, its line ends sought, its numbers converted
 // with nothing around them.
-#include "app/errors/Reporter.h"
 #include "bench/Limits.h"
+#include "errors/Reporter.h"
 #include "platform/Files.h"
 #include "platform/MappedFile.h"
 #include "platform/Process.h"
@@ -144,7 +144,8 @@ void writeInsertions(DrawingFile& to)
 /// Written at first use, deleted at the end of the run.
 struct Drawing {
     Drawing(const char* name, bool isBinary, void (*write)(DrawingFile&))
-        : path(temporaryNameFor((std::filesystem::temp_directory_path() / name).string())), binary(isBinary)
+        : path(temporaryNameFor((std::filesystem::temp_directory_path() / name).string())),
+          binary(isBinary)
     {
         {
             DrawingFile file(path, binary);
@@ -159,15 +160,36 @@ struct Drawing {
     double size = 0;
 };
 
-const Drawing& textFaces() { static const Drawing one("faces.dxf", false, writeFaces); return one; }
-const Drawing& binaryFaces() { static const Drawing one("faces-b.dxf", true, writeFaces); return one; }
-const Drawing& textPolyfaces() { static const Drawing one("polyface.dxf", false, writePolyfaces); return one; }
-const Drawing& insertions100() { static const Drawing one("insert100.dxf", false, writeInsertions<100>); return one; }
-const Drawing& insertions6() { static const Drawing one("insert6.dxf", false, writeInsertions<6>); return one; }
+const Drawing& textFaces()
+{
+    static const Drawing one("faces.dxf", false, writeFaces);
+    return one;
+}
+const Drawing& binaryFaces()
+{
+    static const Drawing one("faces-b.dxf", true, writeFaces);
+    return one;
+}
+const Drawing& textPolyfaces()
+{
+    static const Drawing one("polyface.dxf", false, writePolyfaces);
+    return one;
+}
+const Drawing& insertions100()
+{
+    static const Drawing one("insert100.dxf", false, writeInsertions<100>);
+    return one;
+}
+const Drawing& insertions6()
+{
+    static const Drawing one("insert6.dxf", false, writeInsertions<6>);
+    return one;
+}
 
 void count(benchmark::State& state, const char* name, double amount)
 {
-    state.counters[name] = benchmark::Counter(amount, benchmark::Counter::kIsIterationInvariantRate, benchmark::Counter::kIs1000);
+    state.counters[name] = benchmark::Counter(amount, benchmark::Counter::kIsIterationInvariantRate,
+                                              benchmark::Counter::kIs1000);
 }
 
 template <const Drawing& (*drawing)()>
@@ -211,10 +233,20 @@ double sumOfBinaryNumbers(std::string_view bytes)
         double real = 0;
         std::int16_t integer = 0;
         switch (valueTypeOf(code)) {
-        case DXFValueType::real: std::memcpy(&real, at, 8); sum += real; at += 8; break;
-        case DXFValueType::integer16: std::memcpy(&integer, at, 2); sum += integer; at += 2; break;
+        case DXFValueType::real:
+            std::memcpy(&real, at, 8);
+            sum += real;
+            at += 8;
+            break;
+        case DXFValueType::integer16:
+            std::memcpy(&integer, at, 2);
+            sum += integer;
+            at += 2;
+            break;
         case DXFValueType::integer32: at += 4; break;
-        case DXFValueType::text: at = static_cast<const char*>(std::memchr(at, 0, static_cast<std::size_t>(end - at))) + 1; break;
+        case DXFValueType::text:
+            at = static_cast<const char*>(std::memchr(at, 0, static_cast<std::size_t>(end - at))) + 1;
+            break;
         }
     }
     return sum;
@@ -247,7 +279,8 @@ void readDXF(benchmark::State& state)
     count(state, "facets", model->facetCount());
 }
 
-#define BELVOR_DXF_BENCH(what, drawing) BENCHMARK(what<drawing>)->Name(#what "/" #drawing)->Unit(benchmark::kMillisecond)
+#define BELVOR_DXF_BENCH(what, drawing)                                                                      \
+    BENCHMARK(what<drawing>)->Name(#what "/" #drawing)->Unit(benchmark::kMillisecond)
 BELVOR_DXF_BENCH(readBytesOnce, textFaces);
 BELVOR_DXF_BENCH(seekLineEnds, textFaces);
 BELVOR_DXF_BENCH(scanBareNumbers, textFaces);

@@ -1,7 +1,7 @@
 // Time per picture after loading, beside the bare filling of spans on this machine: one
 // compare, one store of depth and owner and one addition a pixel.
-#include "app/errors/Reporter.h"
 #include "bench/Scenes.h"
+#include "errors/Reporter.h"
 #include "imagefile/OmbrBuff.h"
 #include "platform/Files.h"
 #include "platform/Process.h"
@@ -37,8 +37,9 @@ void bareSpanFill(benchmark::State& state)
         benchmark::DoNotOptimize(owners.data());
         benchmark::ClobberMemory();
     }
-    state.counters["ns_per_pixel"] = benchmark::Counter(1e-9 * static_cast<double>(width * layers),
-                                                        benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+    state.counters["ns_per_pixel"] =
+        benchmark::Counter(1e-9 * static_cast<double>(width * layers),
+                           benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 
 enum Kind { terrain10k, terrain100k, terrain1M, city600k, stack200 };
@@ -67,7 +68,8 @@ void renderToCounter(benchmark::State& state, Kind kind)
     const Scene scene = wholeScene(model, width, height);
     SilentReporter silent;
     const Handle<CountingBuffer> rows = makeHandle<CountingBuffer>(width);
-    model.render(*scene.camera, *scene.lights, *rows, silent);   // the first one after new lights shades twice
+    model.render(*scene.camera, *scene.lights, *rows,
+                 silent);   // the first one after new lights shades twice
     for (auto _ : state) {
         rows->covered = 0;
         model.render(*scene.camera, *scene.lights, *rows, silent);
@@ -82,7 +84,8 @@ void renderToOmbrFile(benchmark::State& state, Kind kind)
     const Handle<Model> handle(&model);
     const int width = static_cast<int>(state.range(0)), height = static_cast<int>(state.range(1));
     const Scene scene = wholeScene(model, width, height);
-    const std::string path = temporaryNameFor((std::filesystem::temp_directory_path() / "belvor-bench.omb").string());
+    const std::string path =
+        temporaryNameFor((std::filesystem::temp_directory_path() / "belvor-bench.omb").string());
     SilentReporter silent;
     for (auto _ : state) {
         const Handle<OmbrBuff> sink = makeHandle<OmbrBuff>(path, handle, scene.camera, width, height);
@@ -111,8 +114,10 @@ void writeOmbrFile(benchmark::State& state)
     row->setModel(model);
     row->clear();
     const double depth = -scene.camera->scale / (0.5 * (scene.camera->near + scene.camera->far));
-    for (int i = 0; i < 40; ++i) row->fill({depth, 1e-9, static_cast<std::uint32_t>(i), i * width / 40, (i + 1) * width / 40});
-    const std::string path = temporaryNameFor((std::filesystem::temp_directory_path() / "belvor-bench.omb").string());
+    for (int i = 0; i < 40; ++i)
+        row->fill({depth, 1e-9, static_cast<std::uint32_t>(i), i * width / 40, (i + 1) * width / 40});
+    const std::string path =
+        temporaryNameFor((std::filesystem::temp_directory_path() / "belvor-bench.omb").string());
     for (auto _ : state) {
         OmbrPicture picture(path, Handle<Model>(&model), scene.camera, width, height);
         for (int y = 0; y < height; ++y) picture.writeRow(*row);
@@ -127,7 +132,8 @@ void writeBareBytes(benchmark::State& state)
     const auto stride = static_cast<std::size_t>((9 * state.range(0) + 3) / 4 * 4);
     const std::vector<char> row(stride, 'x');
     std::vector<char> buffer(32256);
-    const std::string path = temporaryNameFor((std::filesystem::temp_directory_path() / "belvor-bench.bytes").string());
+    const std::string path =
+        temporaryNameFor((std::filesystem::temp_directory_path() / "belvor-bench.bytes").string());
     for (auto _ : state) {
         std::FILE* const file = openFile(path, "wb");
         std::setvbuf(file, buffer.data(), _IOFBF, buffer.size());

@@ -16,7 +16,8 @@ void addPolygon(Model& model, const Material& material, const std::vector<std::u
         normal += p.cross(model.vertex(corners[(i + 1) % corners.size()]).position.vector());
     }
     model.addFacet(material, Plane(normal, model.vertex(corners[0]).position));
-    for (std::size_t i = 0; i < corners.size(); ++i) model.addEdge(corners[i], corners[(i + 1) % corners.size()]);
+    for (std::size_t i = 0; i < corners.size(); ++i)
+        model.addEdge(corners[i], corners[(i + 1) % corners.size()]);
 }
 
 }   // namespace
@@ -30,7 +31,8 @@ Handle<Model> terrain(std::uint32_t triangles)
     for (std::uint32_t y = 0; y <= side; ++y)
         for (std::uint32_t x = 0; x <= side; ++x) {
             const double u = x * 20.0 / side, v = y * 20.0 / side;
-            const double height = std::sin(u) * std::cos(0.7 * v) + 0.3 * std::sin(3.1 * u + v) + roughness(random) * 20.0 / side;
+            const double height = std::sin(u) * std::cos(0.7 * v) + 0.3 * std::sin(3.1 * u + v)
+                                  + roughness(random) * 20.0 / side;
             model->addVertex({u, v, height});
         }
     const Material& material = model->findMaterial("earth");
@@ -49,7 +51,8 @@ Handle<Model> city(std::uint32_t boxes)
     const Handle<Model> model = makeHandle<Model>();
     std::mt19937 random(11);
     std::uniform_real_distribution<double> size(0.3, 0.9), floors(0.5, 6.0);
-    static constexpr std::uint32_t faces[6][4] = {{0, 3, 2, 1}, {4, 5, 6, 7}, {0, 1, 5, 4}, {1, 2, 6, 5}, {2, 3, 7, 6}, {3, 0, 4, 7}};
+    static constexpr std::uint32_t faces[6][4] = {{0, 3, 2, 1}, {4, 5, 6, 7}, {0, 1, 5, 4},
+                                                  {1, 2, 6, 5}, {2, 3, 7, 6}, {3, 0, 4, 7}};
     for (std::uint32_t i = 0; i < boxes; ++i) {
         const double x = i % side, y = i / side, w = size(random), d = size(random), h = floors(random);
         const std::uint32_t first = model->vertexCount();
@@ -60,7 +63,9 @@ Handle<Model> city(std::uint32_t boxes)
             model->addVertex({x, y + d, z});
         }
         const Material& material = model->findMaterial("material " + std::to_string(random() % 500));
-        for (const auto& face : faces) addPolygon(*model, material, {first + face[0], first + face[1], first + face[2], first + face[3]});
+        for (const auto& face : faces)
+            addPolygon(*model, material,
+                       {first + face[0], first + face[1], first + face[2], first + face[3]});
     }
     return model;
 }

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "app/state/SceneBuilder.h"
 #include "render/Buffer.h"
 #include "scene/Model.h"
+#include "view/SceneBuilder.h"
 
 #include <cstdint>
 #include <string>

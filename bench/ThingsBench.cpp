@@ -1,8 +1,8 @@
 // Reading a Things file of a million triangles, beside two limits of the same run: reading
 // its bytes once, and converting its numbers with nothing around them.
-#include "app/errors/Reporter.h"
 #include "bench/Limits.h"
 #include "bench/Scenes.h"
+#include "errors/Reporter.h"
 #include "platform/Files.h"
 #include "platform/MappedFile.h"
 #include "platform/Process.h"
@@ -19,7 +19,8 @@ namespace {
 /// A terrain written once, deleted at the end of the run.
 class MillionTriangles {
 public:
-    MillionTriangles() : path(temporaryNameFor((std::filesystem::temp_directory_path() / "belvor-bench.thf").string()))
+    MillionTriangles()
+        : path(temporaryNameFor((std::filesystem::temp_directory_path() / "belvor-bench.thf").string()))
     {
         const Handle<Model> model = terrain(1000000);
         std::FILE* const file = openFile(path, "wb");
@@ -31,7 +32,8 @@ public:
         std::fprintf(file, "0\n%u\n", model->facetCount());
         for (std::uint32_t i = 0; i < model->facetCount(); ++i) {
             const std::uint32_t first = model->facet(i).firstEdge;
-            std::fprintf(file, "1 Earth\n3 %u %u %u\n", model->edge(first).from + 1, model->edge(first + 1).from + 1, model->edge(first + 2).from + 1);
+            std::fprintf(file, "1 Earth\n3 %u %u %u\n", model->edge(first).from + 1,
+                         model->edge(first + 1).from + 1, model->edge(first + 2).from + 1);
         }
         std::fclose(file);
         size = static_cast<double>(std::filesystem::file_size(path));
@@ -48,7 +50,12 @@ public:
     double size = 0;
 };
 
-void countBytes(benchmark::State& state) { state.counters["bytes"] = benchmark::Counter(MillionTriangles::get().size, benchmark::Counter::kIsIterationInvariantRate, benchmark::Counter::kIs1000); }
+void countBytes(benchmark::State& state)
+{
+    state.counters["bytes"] =
+        benchmark::Counter(MillionTriangles::get().size, benchmark::Counter::kIsIterationInvariantRate,
+                           benchmark::Counter::kIs1000);
+}
 
 void readBytesOnce(benchmark::State& state)
 {
@@ -82,7 +89,8 @@ void readThings(benchmark::State& state)
         model = makeHandle<Things>(triangles.path, silent);
     }
     countBytes(state);
-    state.counters["facets"] = benchmark::Counter(model->facetCount(), benchmark::Counter::kIsIterationInvariantRate, benchmark::Counter::kIs1000);
+    state.counters["facets"] = benchmark::Counter(
+        model->facetCount(), benchmark::Counter::kIsIterationInvariantRate, benchmark::Counter::kIs1000);
 }
 
 BENCHMARK(readBytesOnce)->Unit(benchmark::kMillisecond);

@@ -15,9 +15,11 @@ class Arc<3> {
 public:
     /// `normal` is a unit vector perpendicular to start − centre; `sweep` is not negative.
     Arc(const Point<3>& centre, const Point<3>& start, const Vector<3>& normal, Angle sweep) noexcept
-        : middle(centre), spoke(start - centre), side(normal.cross(spoke)), turn(sweep)
-    {
-    }
+        : middle(centre),
+          spoke(start - centre),
+          side(normal.cross(spoke)),
+          turn(sweep)
+    {}
 
     const Point<3>& centre() const noexcept { return middle; }
     double radius() const noexcept { return spoke.length(); }
@@ -33,7 +35,10 @@ public:
     Point<3> atAngle(Angle angle) const noexcept { return middle + spoke * angle.cos() + side * angle.sin(); }
 
     /// The largest distance between the arc and its `chords` equal chords.
-    double deviation(int chords) const noexcept { return radius() * (1.0 - cosine(turn.radians() / (2.0 * chords))); }
+    double deviation(int chords) const noexcept
+    {
+        return radius() * (1.0 - cosine(turn.radians() / (2.0 * chords)));
+    }
 
 private:
     Point<3> middle;

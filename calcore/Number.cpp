@@ -28,7 +28,10 @@ bool isTiny(std::string_view text) noexcept
     bool point = false, significant = false;
     std::size_t i = text[0] == '-' ? 1 : 0;
     for (; i < text.size() && (isDigit(text[i]) || text[i] == '.'); ++i) {
-        if (text[i] == '.') { point = true; continue; }
+        if (text[i] == '.') {
+            point = true;
+            continue;
+        }
         if (text[i] != '0') significant = true;
         if (significant && !point) ++shift;
         if (!significant && point) --shift;

@@ -6,10 +6,7 @@
 namespace belvor {
 
 /// White space of the C locale, whatever the program's locale is.
-constexpr bool isBlank(char c) noexcept
-{
-    return c == ' ' || (c >= '\t' && c <= '\r');
-}
+constexpr bool isBlank(char c) noexcept { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
 constexpr bool isDigit(char c) noexcept { return c >= '0' && c <= '9'; }
 

@@ -16,7 +16,10 @@ public:
     constexpr Vector(double x, double y) noexcept requires(N == 2) : components{x, y} {}
     constexpr Vector(double x, double y, double z) noexcept requires(N == 3) : components{x, y, z} {}
 
-    constexpr double operator[](int axis) const noexcept { return components[static_cast<std::size_t>(axis)]; }
+    constexpr double operator[](int axis) const noexcept
+    {
+        return components[static_cast<std::size_t>(axis)];
+    }
     constexpr double& operator[](int axis) noexcept { return components[static_cast<std::size_t>(axis)]; }
 
     constexpr Vector& operator+=(const Vector& other) noexcept
@@ -94,12 +97,23 @@ public:
     constexpr double& operator[](int axis) noexcept { return fromOrigin[axis]; }
     constexpr const Vector<N>& vector() const noexcept { return fromOrigin; }   ///< From the origin to here.
 
-    constexpr Point& operator+=(const Vector<N>& v) noexcept { fromOrigin += v; return *this; }
-    constexpr Point& operator-=(const Vector<N>& v) noexcept { fromOrigin -= v; return *this; }
+    constexpr Point& operator+=(const Vector<N>& v) noexcept
+    {
+        fromOrigin += v;
+        return *this;
+    }
+    constexpr Point& operator-=(const Vector<N>& v) noexcept
+    {
+        fromOrigin -= v;
+        return *this;
+    }
 
     friend constexpr Point operator+(Point p, const Vector<N>& v) noexcept { return p += v; }
     friend constexpr Point operator-(Point p, const Vector<N>& v) noexcept { return p -= v; }
-    friend constexpr Vector<N> operator-(const Point& a, const Point& b) noexcept { return a.fromOrigin - b.fromOrigin; }
+    friend constexpr Vector<N> operator-(const Point& a, const Point& b) noexcept
+    {
+        return a.fromOrigin - b.fromOrigin;
+    }
     friend constexpr bool operator==(const Point&, const Point&) noexcept = default;   // exact
 
 private:

@@ -48,7 +48,8 @@ public:
         bool overflow = false;
         for (; p != last && isDigit(*p); ++p) {
             const std::uint64_t next = magnitude * 10 + static_cast<std::uint64_t>(*p - '0');
-            overflow |= next > static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max()) || magnitude > next / 10;
+            overflow |= next > static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max())
+                        || magnitude > next / 10;
             magnitude = next;
         }
         at = p;
@@ -78,7 +79,8 @@ public:
         std::int64_t exponent = 0;
         if (p != last && *p == '.') {
             const char* const fraction = ++p;
-            while (p != last && isDigit(*p)) mantissa = mantissa * 10 + static_cast<std::uint64_t>(*p++ - '0');
+            while (p != last && isDigit(*p))
+                mantissa = mantissa * 10 + static_cast<std::uint64_t>(*p++ - '0');
             exponent = fraction - p;
             digitCount += p - fraction;
         }
@@ -112,8 +114,9 @@ public:
 private:
     static double powerOfTen(std::int64_t exponent) noexcept
     {
-        static constexpr double powers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
-                                            1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+        static constexpr double powers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                            1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                            1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
         return powers[exponent];
     }
 

@@ -15,8 +15,14 @@ public:
     {
         for (int i = 0; i < N; ++i) (*this)(i, i) = 1.0;
     }
-    constexpr double operator()(int row, int column) const noexcept { return rows[static_cast<std::size_t>(row)][column]; }
-    constexpr double& operator()(int row, int column) noexcept { return rows[static_cast<std::size_t>(row)][column]; }
+    constexpr double operator()(int row, int column) const noexcept
+    {
+        return rows[static_cast<std::size_t>(row)][column];
+    }
+    constexpr double& operator()(int row, int column) noexcept
+    {
+        return rows[static_cast<std::size_t>(row)][column];
+    }
 
     friend constexpr Vector<N> operator*(const Matrix& m, const Vector<N>& v) noexcept
     {
@@ -46,9 +52,9 @@ class AffineTransform {
 public:
     constexpr AffineTransform() noexcept = default;   // identity
     constexpr AffineTransform(const Matrix<N>& matrix, const Vector<N>& translation) noexcept
-        : matrixPart(matrix), translationPart(translation)
-    {
-    }
+        : matrixPart(matrix),
+          translationPart(translation)
+    {}
 
     constexpr Point<N> operator()(const Point<N>& p) const noexcept
     {
@@ -125,15 +131,16 @@ public:
 
     friend constexpr UniformTransform operator*(const UniformTransform& a, const UniformTransform& b) noexcept
     {
-        const AffineTransform<N> product = static_cast<const AffineTransform<N>&>(a) * static_cast<const AffineTransform<N>&>(b);
+        const AffineTransform<N> product =
+            static_cast<const AffineTransform<N>&>(a) * static_cast<const AffineTransform<N>&>(b);
         return {product.matrix(), product.translation(), a.factor * b.factor};
     }
 
 private:
     constexpr UniformTransform(const Matrix<N>& m, const Vector<N>& t, double scaleFactor) noexcept
-        : AffineTransform<N>(m, t), factor(scaleFactor)
-    {
-    }
+        : AffineTransform<N>(m, t),
+          factor(scaleFactor)
+    {}
     double factor = 1.0;
 };
 

@@ -32,7 +32,8 @@ struct Reduced {
 /// Functions, 1980).
 Reduced reduce(double radians) noexcept
 {
-    constexpr double first = 0x1.921fb54400000p+0, second = 0x1.0b4611a600000p-34, third = 0x1.3198a2e037073p-69;
+    constexpr double first = 0x1.921fb54400000p+0, second = 0x1.0b4611a600000p-34,
+                     third = 0x1.3198a2e037073p-69;
     const double turns = std::floor(radians * (2.0 / std::numbers::pi) + 0.5);
     const Sum coarse = exactSum(radians - turns * first, -(turns * second));
     const Sum fine = exactSum(coarse.high, -(turns * third));
@@ -44,7 +45,8 @@ double seriesOfSine(const Sum& angle) noexcept
 {
     const double x = angle.high, z = x * x;
     double tail = 0.0;
-    for (const double factorial : {355687428096000.0, -1307674368000.0, 6227020800.0, -39916800.0, 362880.0, -5040.0, 120.0, -6.0})
+    for (const double factorial :
+         {355687428096000.0, -1307674368000.0, 6227020800.0, -39916800.0, 362880.0, -5040.0, 120.0, -6.0})
         tail = tail * z + 1.0 / factorial;
     return x + (x * z * tail + angle.low * (1.0 - 0.5 * z));
 }
@@ -53,7 +55,8 @@ double seriesOfCosine(const Sum& angle) noexcept
 {
     const double x = angle.high, z = x * x, half = 0.5 * z, rounded = 1.0 - half;
     double tail = 0.0;
-    for (const double factorial : {20922789888000.0, -87178291200.0, 479001600.0, -3628800.0, 40320.0, -720.0, 24.0})
+    for (const double factorial :
+         {20922789888000.0, -87178291200.0, 479001600.0, -3628800.0, 40320.0, -720.0, 24.0})
         tail = tail * z + 1.0 / factorial;
     return rounded + (((1.0 - rounded) - half) + (z * z * tail - x * angle.low));
 }
@@ -98,7 +101,8 @@ Sum arctangentOfRatio(double part, double whole) noexcept
     const int eighths = static_cast<int>(8.0 * (part / whole) + 0.5);
     const double nearest = eighths / 8.0;
     const double wholeHigh = static_cast<float>(whole);   // short: its product with the eighths is exact
-    const double rest = ((part - nearest * wholeHigh) - nearest * (whole - wholeHigh)) / (whole + nearest * part);
+    const double rest =
+        ((part - nearest * wholeHigh) - nearest * (whole - wholeHigh)) / (whole + nearest * part);
     const double z = rest * rest;
     double tail = 0.0;
     for (const double term : {13.0, 11.0, 9.0, 7.0, 5.0, 3.0}) tail = 1.0 / term - z * tail;

@@ -12,7 +12,6 @@ namespace {
 std::atomic<bool> interrupted{false};
 static_assert(std::atomic<bool>::is_always_lock_free, "written by a signal handler");
 
-
 }   // namespace
 
 ConsoleReporter::ConsoleReporter(bool shown) : visible(shown)

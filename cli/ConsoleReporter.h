@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/errors/Reporter.h"
+#include "errors/Reporter.h"
 
 #include <chrono>
 #include <string>

@@ -25,7 +25,8 @@ std::string describeModel(const std::string& file, FileType type, const Model& m
 
     Json materials = Json::array();
     for (const auto& [key, material] : model.materials())
-        materials.push_back({{"index", material.index}, {"name", material.name}, {"colour", material.colour}});
+        materials.push_back(
+            {{"index", material.index}, {"name", material.name}, {"colour", material.colour}});
     Json skipped = Json::array();
     for (const SkippedEntities::Entry& entry : skippedIn(model))
         skipped.push_back({{"type", entry.type}, {"count", entry.count}, {"reason", entry.reason}});

@@ -32,8 +32,9 @@ void parseSize(const std::string& text, Options& options)
     const std::size_t cross = text.find_first_of("xX");
     std::int32_t width = 0, height = 0;
     const std::string_view view = text;
-    if (cross == std::string::npos || !isDigit(text[0]) || cross + 1 == text.size() || !isDigit(text[cross + 1])
-        || !isLong(view.substr(0, cross), width) || !isLong(view.substr(cross + 1), height))
+    if (cross == std::string::npos || !isDigit(text[0]) || cross + 1 == text.size()
+        || !isDigit(text[cross + 1]) || !isLong(view.substr(0, cross), width)
+        || !isLong(view.substr(cross + 1), height))
         refuse("--size takes WIDTHxHEIGHT in pixels, as in 1600x1200; it was given \"" + text + "\"");
     if (width < 1 || width > OmbrFile::largestWidth || height < 1 || height > OmbrFile::largestHeight)
         refuse("a picture is at least 1x1 and at most " + std::to_string(OmbrFile::largestWidth) + "x"
@@ -55,7 +56,8 @@ void checkWhole(Options& options)
     for (const std::string& output : options.outputs) {
         if (!isPicture(output)) refuse("\"" + output + "\" ends neither in .omb nor in .png");
         const auto isThis = [&output](const std::string& other) { return isSameFile(output, other); };
-        if (std::count_if(options.outputs.begin(), options.outputs.end(), isThis) > 1) refuse("\"" + output + "\" is named twice");
+        if (std::count_if(options.outputs.begin(), options.outputs.end(), isThis) > 1)
+            refuse("\"" + output + "\" is named twice");
         if (isThis(options.savedView)) refuse("\"" + output + "\" cannot be the picture and the view");
         if (isThis(options.model)) refuse("\"" + output + "\" would overwrite the model");
         constexpr long long largestPng = 0x7FFFFFFF;   // bytes of its pixels
@@ -68,7 +70,8 @@ void checkWhole(Options& options)
         refuse("nothing to do: name an OUTPUT ending in .omb or .png, or use --save-view or --info");
     if (options.type == FileType::unknown) options.type = fileTypeOf(options.model);
     if (options.type == FileType::unknown)
-        refuse("\"" + options.model + "\" ends in none of .thf, .dxf and .man: say --type things, dxf or man");
+        refuse("\"" + options.model
+               + "\" ends in none of .thf, .dxf and .man: say --type things, dxf or man");
 }
 
 }   // namespace
@@ -78,19 +81,25 @@ bool isPicture(const std::string& path) { return isPng(path) || endsWith(path, "
 
 Options parseOptions(std::vector<std::string> arguments)
 {
-    CLI::App app("Draws a 3-D model (.thf, .dxf, .man) into pictures (.omb with depth and materials, .png).", "belvor-render");
-    app.allow_windows_style_options(false);   // a path may begin with a slash; scripts run unchanged on every system
+    CLI::App app("Draws a 3-D model (.thf, .dxf, .man) into pictures (.omb with depth and materials, .png).",
+                 "belvor-render");
+    app.allow_windows_style_options(
+        false);   // a path may begin with a slash; scripts run unchanged on every system
     Options options;
     std::string size, type;
     app.add_option("--size", size, "Size of the pictures in pixels, 800x600 unless given")->type_name("WxH");
-    app.add_option("--view", options.view, "View and lights from a parameter file instead of the whole model")->type_name("FILE.bvp");
-    app.add_option("--save-view", options.savedView, "Write the view used to a parameter file")->type_name("FILE.bvp");
+    app.add_option("--view", options.view, "View and lights from a parameter file instead of the whole model")
+        ->type_name("FILE.bvp");
+    app.add_option("--save-view", options.savedView, "Write the view used to a parameter file")
+        ->type_name("FILE.bvp");
     app.add_option("--type", type, "The model's format, whatever its name says")->type_name("things|dxf|man");
     app.add_flag("--info", options.info, "Describe the model on standard output as a JSON object");
-    app.add_flag("--dxf-log", options.dxfLog, "Write what a DXF drawing holds into a file beside it, .log appended");
+    app.add_flag("--dxf-log", options.dxfLog,
+                 "Write what a DXF drawing holds into a file beside it, .log appended");
     app.add_flag("--quiet", options.quiet, "No progress and no remarks on standard error");
     app.add_option("MODEL", options.model, "Model file")->required()->type_name("");
-    app.add_option("OUTPUT", options.outputs, "Pictures to write, each ending in .omb or .png")->type_name("");
+    app.add_option("OUTPUT", options.outputs, "Pictures to write, each ending in .omb or .png")
+        ->type_name("");
     try {
         std::reverse(arguments.begin(), arguments.end());
         if (!arguments.empty()) arguments.pop_back();

@@ -14,10 +14,10 @@ namespace {
 
 class OmbrOutput : public Picture {
 public:
-    OmbrOutput(const std::string& path, const Handle<Model>& model, const Handle<Camera>& camera, int width, int height)
+    OmbrOutput(const std::string& path, const Handle<Model>& model, const Handle<Camera>& camera, int width,
+               int height)
         : picture(path, model, camera, width, height)
-    {
-    }
+    {}
     void writeRow(const Buffer& row) override { picture.writeRow(row); }
     void finish() override { picture.finish(); }
 
@@ -38,16 +38,19 @@ void onFile(const std::string& path, Action action)
 
 }   // namespace
 
-Pictures::Pictures(const std::vector<std::string>& paths, const Handle<Model>& model, const Handle<Camera>& camera, int width,
-                   int height)
+Pictures::Pictures(const std::vector<std::string>& paths, const Handle<Model>& model,
+                   const Handle<Camera>& camera, int width, int height)
     : Buffer(width)
 {
     try {
         for (const std::string& path : paths) {
             Output& output = outputs.emplace_back(Output{path, temporaryNameFor(path), {}, nullptr});
             onFile(path, [&] {
-                if (isPng(path)) output.picture = std::make_unique<PngPicture>(output.temporary, width, height);
-                else output.picture = std::make_unique<OmbrOutput>(output.temporary, model, camera, width, height);
+                if (isPng(path))
+                    output.picture = std::make_unique<PngPicture>(output.temporary, width, height);
+                else
+                    output.picture =
+                        std::make_unique<OmbrOutput>(output.temporary, model, camera, width, height);
             });
         }
     } catch (...) {
@@ -84,7 +87,8 @@ void Pictures::commit(Reporter& progress)
     outputs.clear();
 }
 
-/// Puts a whole picture in its place. Where others may still fail, the file that had the name is kept beside it.
+/// Puts a whole picture in its place. Where others may still fail, the file that had the name is kept beside
+/// it.
 bool Pictures::takeName(Output& output)
 {
     if (isFolder(output.path)) {

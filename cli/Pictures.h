@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/errors/Reporter.h"
+#include "errors/Reporter.h"
 #include "platform/Handle.h"
 #include "render/Buffer.h"
 #include "scene/Camera.h"
@@ -33,7 +33,8 @@ public:
 class Pictures : public Buffer {
 public:
     /// `paths` are UTF-8, each of an Ombr or a PNG file. Throws PictureError.
-    Pictures(const std::vector<std::string>& paths, const Handle<Model>& model, const Handle<Camera>& camera, int width, int height);
+    Pictures(const std::vector<std::string>& paths, const Handle<Model>& model, const Handle<Camera>& camera,
+             int width, int height);
     ~Pictures() override;
 
     void lineDone(int row) override;

@@ -15,7 +15,10 @@
 
 namespace belvor {
 
-PngPicture::PngPicture(const std::string& path, int w, int h) : file(openFile(path, "wb")), width(w), height(h)
+PngPicture::PngPicture(const std::string& path, int w, int h)
+    : file(openFile(path, "wb")),
+      width(w),
+      height(h)
 {
     if (!file) throw OmbrFile::Error();
     rgb.reserve(3 * static_cast<std::size_t>(w) * static_cast<std::size_t>(h));
@@ -44,7 +47,9 @@ void PngPicture::finish()
     } target{file, true};
     const auto write = [](void* context, void* data, int size) {
         auto& to = *static_cast<Target*>(context);
-        to.good = to.good && std::fwrite(data, 1, static_cast<std::size_t>(size), to.file) == static_cast<std::size_t>(size);
+        to.good = to.good
+                  && std::fwrite(data, 1, static_cast<std::size_t>(size), to.file)
+                         == static_cast<std::size_t>(size);
     };
     const bool encoded = stbi_write_png_to_func(write, &target, width, height, 3, rgb.data(), 3 * width) != 0;
     if (!encoded) throw std::bad_alloc();

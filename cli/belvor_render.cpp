@@ -1,20 +1,20 @@
 // Reads a model, sets a view, draws it into picture files: the whole road in one function.
 
-#include "app/errors/BadFile.h"
-#include "app/errors/Reporter.h"
-#include "app/state/SceneBuilder.h"
-#include "app/state/ViewCommands.h"
-#include "app/state/ViewParameters.h"
 #include "cli/ConsoleReporter.h"
 #include "cli/Info.h"
 #include "cli/Options.h"
 #include "cli/Pictures.h"
+#include "errors/BadFile.h"
+#include "errors/Reporter.h"
 #include "imagefile/OmbrFile.h"
 #include "platform/Files.h"
 #include "platform/Process.h"
 #include "readers/ModelFile.h"
 #include "readers/dxf/DXF.h"
 #include "resources/Texts.h"
+#include "view/SceneBuilder.h"
+#include "view/ViewCommands.h"
+#include "view/ViewParameters.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -34,18 +34,17 @@ class BadView : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-int firstStageText(FileType type)
-{
-    return type == FileType::dxf ? 585 : type == FileType::man ? 586 : 584;
-}
+int firstStageText(FileType type) { return type == FileType::dxf ? 585 : type == FileType::man ? 586 : 584; }
 
 ViewParameters viewFor(const Options& options, const ModelPlace& place, const ImageSize& size)
 {
     if (options.view.empty()) return wholeModel(freshView(), size);
     std::string bytes;
-    if (!readWholeFile(options.view, bytes)) throw std::runtime_error(options.view + ": " + std::strerror(errno));
+    if (!readWholeFile(options.view, bytes))
+        throw std::runtime_error(options.view + ": " + std::strerror(errno));
     ViewParameters view;
-    if (!view.parse(bytes, place.centre, place.radius)) throw BadView(options.view + ": not a view parameters file");
+    if (!view.parse(bytes, place.centre, place.radius))
+        throw BadView(options.view + ": not a view parameters file");
     if (!view.finite()) throw BadView(options.view + ": holds a number too large for this model");
     return view;
 }
@@ -59,9 +58,12 @@ bool mayBeWritten(const std::string& path)
 
 void writeView(const std::string& path, const ViewParameters& view, const ModelPlace& place)
 {
-    const bool beside = !isSpecialFile(path);   // a file that is there keeps its content until the new one is whole
+    const bool beside =
+        !isSpecialFile(path);   // a file that is there keeps its content until the new one is whole
     const std::string written = beside ? temporaryNameFor(path) : path;
-    if (mayBeWritten(path) && view.write(written, place.centre, place.radius) && (!beside || replaceFile(written, path))) return;
+    if (mayBeWritten(path) && view.write(written, place.centre, place.radius)
+        && (!beside || replaceFile(written, path)))
+        return;
     const int code = errno;
     if (beside) removeFile(written);
     throw std::runtime_error(path + ": " + std::strerror(code));
@@ -78,12 +80,15 @@ void printLine(const std::string& text)
 void remark(const std::string& file, const Model& model)
 {
     constexpr std::size_t mostLines = 20;
-    if (model.facetCount() == 0) std::fprintf(stderr, "belvor-render: %s has no surfaces to draw\n", file.c_str());
+    if (model.facetCount() == 0)
+        std::fprintf(stderr, "belvor-render: %s has no surfaces to draw\n", file.c_str());
     std::vector<SkippedEntities::Entry> skipped = skippedIn(model);
-    std::stable_sort(skipped.begin(), skipped.end(), [](const auto& a, const auto& b) { return a.count > b.count; });
+    std::stable_sort(skipped.begin(), skipped.end(),
+                     [](const auto& a, const auto& b) { return a.count > b.count; });
     for (std::size_t i = 0; i < skipped.size() && i < mostLines; ++i)
-        std::fprintf(stderr, "belvor-render: not drawn: %llu %s: %s\n", static_cast<unsigned long long>(skipped[i].count),
-                     skipped[i].type.c_str(), skipped[i].reason.c_str());
+        std::fprintf(stderr, "belvor-render: not drawn: %llu %s: %s\n",
+                     static_cast<unsigned long long>(skipped[i].count), skipped[i].type.c_str(),
+                     skipped[i].reason.c_str());
     if (skipped.size() > mostLines)
         std::fprintf(stderr, "belvor-render: and %llu more kinds: see --info\n",
                      static_cast<unsigned long long>(skipped.size() - mostLines));
@@ -106,7 +111,8 @@ void run(const Options& options, ConsoleReporter& reporter)
     if (options.outputs.empty()) return;
 
     const Scene scene = buildScene(view, place, size, options.width, options.height);
-    const Handle<Pictures> pictures = makeHandle<Pictures>(options.outputs, model, scene.camera, options.width, options.height);
+    const Handle<Pictures> pictures =
+        makeHandle<Pictures>(options.outputs, model, scene.camera, options.width, options.height);
     reporter.setStages(587);
     model->render(*scene.camera, *scene.lights, *pictures, reporter);
     pictures->commit(reporter);

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "app/errors/Reporter.h"
-#include "app/state/SceneBuilder.h"
-#include "app/state/ViewParameters.h"
+#include "errors/Reporter.h"
 #include "render/Buffer.h"
 #include "scene/Model.h"
+#include "view/SceneBuilder.h"
+#include "view/ViewParameters.h"
 
 namespace belvor {
 

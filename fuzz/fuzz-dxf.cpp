@@ -1,5 +1,5 @@
-#include "app/errors/BadFile.h"
 #include "calcore/Number.h"
+#include "errors/BadFile.h"
 #include "fuzz/DrawSmall.h"
 #include "readers/dxf/DXF.h"
 
@@ -87,9 +87,18 @@ Pairs pairsOfBinary(std::string_view bytes)
         std::int32_t large = 0;
         std::string value;
         switch (valueTypeOf(code)) {
-        case DXFValueType::real: take(bytes, real); value = numberText(real); break;
-        case DXFValueType::integer16: take(bytes, small); value = std::to_string(small); break;
-        case DXFValueType::integer32: take(bytes, large); value = std::to_string(large); break;
+        case DXFValueType::real:
+            take(bytes, real);
+            value = numberText(real);
+            break;
+        case DXFValueType::integer16:
+            take(bytes, small);
+            value = std::to_string(small);
+            break;
+        case DXFValueType::integer32:
+            take(bytes, large);
+            value = std::to_string(large);
+            break;
         case DXFValueType::text:
             value = bytes.substr(0, bytes.find('\0'));
             bytes.remove_prefix(std::min(bytes.size(), value.size() + 1));
@@ -121,7 +130,8 @@ void putBinary(std::string& bytes, const Pair& pair, bool wide)
     isLong(pair.value, integer);
     switch (valueTypeOf(code)) {
     case DXFValueType::real:
-        if (!isDouble(pair.value, real)) real = pair.value == "nan" ? std::bit_cast<double>(0x7ff8000000000000u) : integer;
+        if (!isDouble(pair.value, real))
+            real = pair.value == "nan" ? std::bit_cast<double>(0x7ff8000000000000u) : integer;
         return put(bytes, real);
     case DXFValueType::integer16: return put(bytes, static_cast<std::int16_t>(integer));
     case DXFValueType::integer32: return put(bytes, integer);
@@ -149,15 +159,23 @@ auto oneOf(const Choices& choices, Random& random)
 
 Pair newPair(Random& random)
 {
-    static const char* const words[] = {"SECTION", "ENDSEC", "TABLES", "TABLE", "LAYER", "ENDTAB", "BLOCKS", "BLOCK", "ENDBLK",
-        "ENTITIES", "EOF", "3DFACE", "ARC", "CIRCLE", "ELLIPSE", "INSERT", "LINE", "LWPOLYLINE", "POLYLINE", "VERTEX", "SEQEND",
-        "SOLID", "TRACE", "TEXT", "A", "B", "C", "AVE_MATERIAL", "AVE_FINISH", ""};
-    static const int codes[] = {0, 2, 8, 9, 10, 11, 12, 13, 20, 21, 22, 23, 30, 31, 32, 33, 38, 39, 40, 41, 42, 43, 44, 45, 50, 51,
-        62, 70, 71, 72, 73, 74, 90, 210, 220, 230, 1000, 1001, 1005};
-    static const char* const numbers[] = {"0", "1", "-1", "2", "3", "4", "0.5", "-0.5", "10", "90", "180", "360", "1e-9", "1e9",
-        "1e300", "-1e300", "1e-300", "6.283185307179586", "0.41421356", "8", "16", "64", "128", "192", "32767", "-32768", "2147483647", "nan"};
+    static const char* const words[] = {
+        "SECTION", "ENDSEC",     "TABLES",   "TABLE",        "LAYER",      "ENDTAB", "BLOCKS",  "BLOCK",
+        "ENDBLK",  "ENTITIES",   "EOF",      "3DFACE",       "ARC",        "CIRCLE", "ELLIPSE", "INSERT",
+        "LINE",    "LWPOLYLINE", "POLYLINE", "VERTEX",       "SEQEND",     "SOLID",  "TRACE",   "TEXT",
+        "A",       "B",          "C",        "AVE_MATERIAL", "AVE_FINISH", ""};
+    static const int codes[] = {0,  2,  8,  9,  10, 11, 12, 13,  20,  21,  22,   23,   30,
+                                31, 32, 33, 38, 39, 40, 41, 42,  43,  44,  45,   50,   51,
+                                62, 70, 71, 72, 73, 74, 90, 210, 220, 230, 1000, 1001, 1005};
+    static const char* const numbers[] = {
+        "0",          "1",   "-1",  "2",    "3",   "4",     "0.5",    "-0.5",   "10",
+        "90",         "180", "360", "1e-9", "1e9", "1e300", "-1e300", "1e-300", "6.283185307179586",
+        "0.41421356", "8",   "16",  "64",   "128", "192",   "32767",  "-32768", "2147483647",
+        "nan"};
     const int code = oneOf(codes, random);
-    return {code, valueTypeOf(static_cast<std::uint16_t>(code)) == DXFValueType::text ? oneOf(words, random) : oneOf(numbers, random)};
+    return {code, valueTypeOf(static_cast<std::uint16_t>(code)) == DXFValueType::text
+                      ? oneOf(words, random)
+                      : oneOf(numbers, random)};
 }
 
 void mutate(Pairs& pairs, Random& random)
@@ -173,7 +191,9 @@ void mutate(Pairs& pairs, Random& random)
     case 0: pairs.insert(pairs.begin() + place(), newPair(random)); break;
     case 1: pairs.erase(pairs.begin() + place()); break;
     case 2: pairs[static_cast<std::size_t>(place())] = newPair(random); break;
-    case 3: std::swap(pairs[static_cast<std::size_t>(place())], pairs[static_cast<std::size_t>(place())]); break;
+    case 3:
+        std::swap(pairs[static_cast<std::size_t>(place())], pairs[static_cast<std::size_t>(place())]);
+        break;
     case 4: {   // a whole record again, elsewhere
         const std::ptrdiff_t from = place();
         const Pairs record(pairs.begin() + from, recordFrom(from));
@@ -189,13 +209,17 @@ void mutate(Pairs& pairs, Random& random)
         Pair& pair = pairs[static_cast<std::size_t>(place())];
         for (int i = 0; i < 50; ++i) {
             const Pair other = newPair(random);
-            if (valueTypeOf(static_cast<std::uint16_t>(other.code)) != valueTypeOf(static_cast<std::uint16_t>(pair.code))) continue;
+            if (valueTypeOf(static_cast<std::uint16_t>(other.code))
+                != valueTypeOf(static_cast<std::uint16_t>(pair.code)))
+                continue;
             pair.value = other.value;
             break;
         }
         break;
     }
-    default: pairs[static_cast<std::size_t>(place())].value = numberText(static_cast<double>(random() % 2000) / 100.0 - 10.0);
+    default:
+        pairs[static_cast<std::size_t>(place())].value =
+            numberText(static_cast<double>(random() % 2000) / 100.0 - 10.0);
     }
 }
 
@@ -204,7 +228,8 @@ void mutate(Pairs& pairs, Random& random)
 
 extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, std::size_t most);
 
-extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size, std::size_t most, unsigned seed)
+extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size, std::size_t most,
+                                               unsigned seed)
 {
     using namespace belvor;
     Random random(seed);
@@ -224,8 +249,8 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t s
     return length;
 }
 
-/// DXF files, text or binary as BELVOR_FUZZ_BINARY has it: read, refused with a BadFile, or given up; what was read has
-/// bounds and draws.
+/// DXF files, text or binary as BELVOR_FUZZ_BINARY has it: read, refused with a BadFile, or given up; what
+/// was read has bounds and draws.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     using namespace belvor;
@@ -236,7 +261,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         (void)model->skipped().list();
         if (model->facetCount() < 20000) drawSmall(*model);
     } catch (const BadFile&) {
-    } catch (const Reporter::Abandoned&) {
-    }
+    } catch (const Reporter::Abandoned&) {}
     return 0;
 }

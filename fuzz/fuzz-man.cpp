@@ -1,4 +1,4 @@
-#include "app/errors/BadFile.h"
+#include "errors/BadFile.h"
 #include "fuzz/DrawSmall.h"
 #include "readers/man/ManFile.h"
 
@@ -11,9 +11,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     using namespace belvor;
     SilentReporter silent;
     try {
-        const Handle<ManFile> model(new ManFile({reinterpret_cast<const char*>(data), size}, "fuzz.man", silent));
+        const Handle<ManFile> model(
+            new ManFile({reinterpret_cast<const char*>(data), size}, "fuzz.man", silent));
         drawSmall(*model);
-    } catch (const BadFile&) {
-    }
+    } catch (const BadFile&) {}
     return 0;
 }

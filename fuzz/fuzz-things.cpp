@@ -1,4 +1,4 @@
-#include "app/errors/BadFile.h"
+#include "errors/BadFile.h"
 #include "fuzz/DrawSmall.h"
 #include "readers/things/Things.h"
 
@@ -11,9 +11,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     using namespace belvor;
     SilentReporter silent;
     try {
-        const Handle<Things> model(new Things({reinterpret_cast<const char*>(data), size}, "fuzz.thf", silent));
+        const Handle<Things> model(
+            new Things({reinterpret_cast<const char*>(data), size}, "fuzz.thf", silent));
         drawSmall(*model);
-    } catch (const BadFile&) {
-    }
+    } catch (const BadFile&) {}
     return 0;
 }

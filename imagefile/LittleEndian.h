@@ -14,8 +14,14 @@ public:
         bytes += static_cast<char>(value);
         return *this;
     }
-    LittleEndian& u16(std::uint16_t value) { return u8(static_cast<std::uint8_t>(value)).u8(static_cast<std::uint8_t>(value >> 8)); }
-    LittleEndian& u32(std::uint32_t value) { return u16(static_cast<std::uint16_t>(value)).u16(static_cast<std::uint16_t>(value >> 16)); }
+    LittleEndian& u16(std::uint16_t value)
+    {
+        return u8(static_cast<std::uint8_t>(value)).u8(static_cast<std::uint8_t>(value >> 8));
+    }
+    LittleEndian& u32(std::uint32_t value)
+    {
+        return u16(static_cast<std::uint16_t>(value)).u16(static_cast<std::uint16_t>(value >> 16));
+    }
     LittleEndian& f64(double value)
     {
         const auto bits = std::bit_cast<std::uint64_t>(value);

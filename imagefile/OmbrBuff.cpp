@@ -42,10 +42,13 @@ void repeatColour(const std::uint8_t* colour, std::size_t count, std::uint8_t* p
 
 /// The sizes as the file holds them, once they are known to fit.
 struct Sizes {
-    Sizes(const Model& model, int w, int h) : width(static_cast<std::uint16_t>(w)), height(static_cast<std::uint16_t>(h))
+    Sizes(const Model& model, int w, int h)
+        : width(static_cast<std::uint16_t>(w)),
+          height(static_cast<std::uint16_t>(h))
     {
         unsigned long long materials = 0;
-        for (const auto& [key, material] : model.materials()) materials += OmbrFile::materialBytes(material.name);
+        for (const auto& [key, material] : model.materials())
+            materials += OmbrFile::materialBytes(material.name);
         OmbrFile::checkSize(w, h, materials);
     }
     std::uint16_t width, height;
@@ -53,11 +56,13 @@ struct Sizes {
 
 }   // namespace
 
-OmbrPicture::OmbrPicture(const std::string& path, Handle<Model> scene, Handle<Camera> view, int width, int height)
-    : model(std::move(scene)), camera(std::move(view)),
-      file(path, Sizes(*model, width, height).width, static_cast<std::uint16_t>(height), version, recordOf(*camera, *model))
-{
-}
+OmbrPicture::OmbrPicture(const std::string& path, Handle<Model> scene, Handle<Camera> view, int width,
+                         int height)
+    : model(std::move(scene)),
+      camera(std::move(view)),
+      file(path, Sizes(*model, width, height).width, static_cast<std::uint16_t>(height), version,
+           recordOf(*camera, *model))
+{}
 
 void OmbrPicture::writeRow(const Buffer& row)
 {
@@ -82,7 +87,8 @@ void OmbrPicture::writeRow(const Buffer& row)
     file.writeRow();
 }
 
-void OmbrPicture::fillRun(std::size_t first, std::size_t end, std::uint16_t material, const std::uint8_t* colour)
+void OmbrPicture::fillRun(std::size_t first, std::size_t end, std::uint16_t material,
+                          const std::uint8_t* colour)
 {
     std::fill(&file.material[first], &file.material[end - 1] + 1, material);
     repeatColour(colour, end - first, &file.rgb[3 * first]);
@@ -96,15 +102,15 @@ void OmbrPicture::codeDepths(const Buffer& row, std::size_t first, std::size_t e
 void OmbrPicture::finish()
 {
     for (const auto& [key, material] : model->materials())
-        file.addMaterial(material.index, toByte(material.colour[0]), toByte(material.colour[1]), toByte(material.colour[2]),
-                         material.name);
+        file.addMaterial(material.index, toByte(material.colour[0]), toByte(material.colour[1]),
+                         toByte(material.colour[2]), material.name);
     file.close();
 }
 
 OmbrBuff::OmbrBuff(const std::string& path, Handle<Model> model, Handle<Camera> camera, int width, int height)
-    : Buffer(width), picture(path, std::move(model), std::move(camera), width, height)
-{
-}
+    : Buffer(width),
+      picture(path, std::move(model), std::move(camera), width, height)
+{}
 
 void OmbrBuff::lineDone(int) { picture.writeRow(*this); }
 

@@ -80,16 +80,26 @@ OmbrFile::Error::Error(int code) : std::runtime_error(std::strerror(code)), save
 void OmbrFile::checkSize(long long width, long long height, unsigned long long materialBytes)
 {
     constexpr unsigned long long directories = 1024;   // more than all that does not grow with the picture
-    const bool good = width >= 1 && width <= largestWidth && height >= 1 && height <= largestHeight
-        && static_cast<unsigned long long>(strideOf(width)) * static_cast<unsigned long long>(height) + 18ull * static_cast<unsigned long long>(height)
-                + directories + materialBytes <= std::numeric_limits<std::uint32_t>::max();
+    const bool good =
+        width >= 1 && width <= largestWidth && height >= 1 && height <= largestHeight
+        && static_cast<unsigned long long>(strideOf(width)) * static_cast<unsigned long long>(height)
+                   + 18ull * static_cast<unsigned long long>(height) + directories + materialBytes
+               <= std::numeric_limits<std::uint32_t>::max();
     if (!good) throw Error(EFBIG);
 }
 
-OmbrFile::OmbrFile(const std::string& path, std::uint16_t w, std::uint16_t h, std::string versionText, const CameraRecord& view)
-    : record(strideOf(w)), depth(numbersIn<std::uint32_t>(record, 0, w)), material(numbersIn<std::uint16_t>(record, 4u * w, w)),
-      rgb(record.data() + 6u * w, 3u * w), buffer(new char[bufferSize]), file(openFile(path, "wb")), width(w), height(h),
-      version(std::move(versionText)), camera(view)
+OmbrFile::OmbrFile(const std::string& path, std::uint16_t w, std::uint16_t h, std::string versionText,
+                   const CameraRecord& view)
+    : record(strideOf(w)),
+      depth(numbersIn<std::uint32_t>(record, 0, w)),
+      material(numbersIn<std::uint16_t>(record, 4u * w, w)),
+      rgb(record.data() + 6u * w, 3u * w),
+      buffer(new char[bufferSize]),
+      file(openFile(path, "wb")),
+      width(w),
+      height(h),
+      version(std::move(versionText)),
+      camera(view)
 {
     if (!file) throw Error();
     try {
@@ -131,7 +141,8 @@ std::uint32_t OmbrFile::position()
 
 void OmbrFile::writeRow() { write(record.data(), record.size()); }
 
-void OmbrFile::addMaterial(std::uint16_t index, std::uint8_t red, std::uint8_t green, std::uint8_t blue, const std::string& name)
+void OmbrFile::addMaterial(std::uint16_t index, std::uint8_t red, std::uint8_t green, std::uint8_t blue,
+                           const std::string& name)
 {
     const std::uint32_t at = position();
     LittleEndian bytes;
@@ -165,7 +176,8 @@ OmbrFile::Channel OmbrFile::writeStrips(std::uint32_t inRecord, std::uint16_t by
 {
     const std::uint32_t offsetsAt = position();
     LittleEndian offsets, counts;
-    for (std::uint32_t row = 0; row < height; ++row) offsets.u32(dataStart + row * strideOf(width) + inRecord);
+    for (std::uint32_t row = 0; row < height; ++row)
+        offsets.u32(dataStart + row * strideOf(width) + inRecord);
     for (std::uint32_t row = 0; row < height; ++row) counts.u16(byteCount);
     write(offsets.data());
     const std::uint32_t countsAt = position();
@@ -195,14 +207,16 @@ std::uint32_t OmbrFile::writeDepthImage(std::uint32_t next)
     LittleEndian block = blockOf(depthChannel);
     block.u32(0).u32(camera.kind);
     addVector(block, camera.eye.vector());
-    for (const Vector<3>* v : {&camera.right, &camera.up, &camera.forward, &camera.vertical, &camera.firstPixel, &camera.lastPixel})
+    for (const Vector<3>* v : {&camera.right, &camera.up, &camera.forward, &camera.vertical,
+                               &camera.firstPixel, &camera.lastPixel})
         addVector(block, *v);
     block.f64(camera.near).f64(camera.far).f64(camera.unitsScale).u32(camera.unitsCode);
     return writeSingleChannel(32, strips, block, next);
 }
 
 /// The private block and the directory of an image of one sample a pixel; the directory's offset.
-std::uint32_t OmbrFile::writeSingleChannel(std::uint16_t bits, const Channel& strips, const LittleEndian& block, std::uint32_t next)
+std::uint32_t OmbrFile::writeSingleChannel(std::uint16_t bits, const Channel& strips,
+                                           const LittleEndian& block, std::uint32_t next)
 {
     const std::uint32_t blockAt = position();
     write(block.data());

@@ -40,7 +40,8 @@ public:
     static unsigned long long materialBytes(const std::string& name) { return 9 + name.size() + 2; }
 
     /// Opens the file (`path` is UTF-8) and writes its header. Throws Error.
-    OmbrFile(const std::string& path, std::uint16_t width, std::uint16_t height, std::string version, const CameraRecord& camera);
+    OmbrFile(const std::string& path, std::uint16_t width, std::uint16_t height, std::string version,
+             const CameraRecord& camera);
     OmbrFile(const OmbrFile&) = delete;
     OmbrFile& operator=(const OmbrFile&) = delete;
     /// Closes what is still open, silently.
@@ -49,7 +50,8 @@ public:
     /// Appends the row that rgb, depth and material hold. Throws Error.
     virtual void writeRow();
     /// Appends a material's record; after the last row. Throws Error.
-    virtual void addMaterial(std::uint16_t index, std::uint8_t red, std::uint8_t green, std::uint8_t blue, const std::string& name);
+    virtual void addMaterial(std::uint16_t index, std::uint8_t red, std::uint8_t green, std::uint8_t blue,
+                             const std::string& name);
     /// Writes the directories and closes the file. Does nothing when it is closed already. Throws Error.
     virtual void close();
 
@@ -59,19 +61,19 @@ private:
     std::vector<unsigned char> record;   // of a row, as the file has it
 
 public:
-    const std::span<std::uint32_t> depth;       ///< Depth codes of the row to write.
-    const std::span<std::uint16_t> material;    ///< Material numbers of the row.
-    const std::span<std::uint8_t> rgb;          ///< Three bytes a pixel of the row.
+    const std::span<std::uint32_t> depth;      ///< Depth codes of the row to write.
+    const std::span<std::uint16_t> material;   ///< Material numbers of the row.
+    const std::span<std::uint8_t> rgb;         ///< Three bytes a pixel of the row.
 
 private:
-
     void write(const void* bytes, std::size_t count);
     void write(const std::string& bytes) { write(bytes.data(), bytes.size()); }
     std::uint32_t position();
     std::uint32_t writeMaterialImage();
     std::uint32_t writeDepthImage(std::uint32_t next);
     std::uint32_t writeColourImage(std::uint32_t next);
-    std::uint32_t writeSingleChannel(std::uint16_t bits, const Channel& strips, const LittleEndian& block, std::uint32_t next);
+    std::uint32_t writeSingleChannel(std::uint16_t bits, const Channel& strips, const LittleEndian& block,
+                                     std::uint32_t next);
     Channel writeStrips(std::uint32_t inRecord, std::uint16_t byteCount);
     void writeDirectories();
     [[noreturn]] void fail();

@@ -22,10 +22,12 @@ void removeFile(const std::string& path) noexcept;
 /// Whether a folder has that name (UTF-8).
 bool isFolder(const std::string& path) noexcept;
 
-/// Whether both names (UTF-8) are of one file in one folder, however they are spelt. There need be no such file.
+/// Whether both names (UTF-8) are of one file in one folder, however they are spelt. There need be no such
+/// file.
 bool isSameFile(const std::string& a, const std::string& b) noexcept;
 
-/// Whether something has that name (UTF-8) that is neither file nor folder: a device, a pipe, a symbolic link.
+/// Whether something has that name (UTF-8) that is neither file nor folder: a device, a pipe, a symbolic
+/// link.
 bool isSpecialFile(const std::string& path) noexcept;
 
 /// Renames `from` to `to` (UTF-8), replacing a file of that name; false with errno set.

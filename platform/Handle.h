@@ -35,11 +35,17 @@ template <class T>
 class Handle {
 public:
     Handle() noexcept = default;
-    Handle(T* target) noexcept : object(target) { acquire(); }   // NOLINT: a pointer is a handle in the making
+    Handle(T* target) noexcept : object(target)
+    {
+        acquire();
+    }   // NOLINT: a pointer is a handle in the making
     Handle(const Handle& other) noexcept : object(other.object) { acquire(); }
     Handle(Handle&& other) noexcept : object(std::exchange(other.object, nullptr)) {}
     template <class U>
-    Handle(const Handle<U>& other) noexcept : object(other.get()) { acquire(); }
+    Handle(const Handle<U>& other) noexcept : object(other.get())
+    {
+        acquire();
+    }
     Handle& operator=(Handle other) noexcept
     {
         std::swap(object, other.object);

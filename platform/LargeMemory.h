@@ -21,8 +21,7 @@ struct LargeAllocator {
     LargeAllocator() = default;
     template <class U>
     LargeAllocator(const LargeAllocator<U>&) noexcept
-    {
-    }
+    {}
     T* allocate(std::size_t count)
     {
         if (count > static_cast<std::size_t>(-1) / sizeof(T)) throw std::bad_alloc();
@@ -49,7 +48,7 @@ private:
     };
     std::vector<std::unique_ptr<std::byte, Free>> pieces;
     std::byte* at = nullptr;
-    std::size_t left = 0;          // bytes of the last piece
+    std::size_t left = 0;   // bytes of the last piece
     std::size_t nextPiece = 1 << 18;
 };
 

@@ -33,11 +33,13 @@ struct KernelHandle {
 
 MappedFile::MappedFile(const std::string& path, bool emptyAllowed)
 {
-    const KernelHandle file{CreateFileW(toWide(path).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr)};
+    const KernelHandle file{
+        CreateFileW(toWide(path).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr)};
     if (file.handle == INVALID_HANDLE_VALUE) throw Win32Error(path);
     LARGE_INTEGER length;
     if (!GetFileSizeEx(file.handle, &length)) throw Win32Error(path);
-    if (static_cast<unsigned long long>(length.QuadPart) > SIZE_MAX) throw Win32Error(path, ERROR_NOT_ENOUGH_MEMORY);
+    if (static_cast<unsigned long long>(length.QuadPart) > SIZE_MAX)
+        throw Win32Error(path, ERROR_NOT_ENOUGH_MEMORY);
     if (length.QuadPart == 0 && emptyAllowed) return;
     const KernelHandle mapping{CreateFileMappingW(file.handle, nullptr, PAGE_READONLY, 0, 0, nullptr)};
     if (!mapping.handle) throw Win32Error(path);

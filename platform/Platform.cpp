@@ -1,5 +1,5 @@
-#include "platform/Files.h"
 #include "platform/FileNames.h"
+#include "platform/Files.h"
 #include "platform/SystemError.h"
 #include "platform/Utf16.h"
 
@@ -23,7 +23,8 @@ namespace belvor {
 
 std::wstring toWide(std::string_view utf8)
 {
-    const int length = MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), nullptr, 0);
+    const int length =
+        MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), nullptr, 0);
     std::wstring wide(static_cast<std::size_t>(length), L'\0');
     MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), wide.data(), length);
     return wide;
@@ -31,9 +32,11 @@ std::wstring toWide(std::string_view utf8)
 
 std::string toUtf8(std::wstring_view wide)
 {
-    const int length = WideCharToMultiByte(CP_UTF8, 0, wide.data(), static_cast<int>(wide.size()), nullptr, 0, nullptr, nullptr);
+    const int length = WideCharToMultiByte(CP_UTF8, 0, wide.data(), static_cast<int>(wide.size()), nullptr, 0,
+                                           nullptr, nullptr);
     std::string utf8(static_cast<std::size_t>(length), '\0');
-    WideCharToMultiByte(CP_UTF8, 0, wide.data(), static_cast<int>(wide.size()), utf8.data(), length, nullptr, nullptr);
+    WideCharToMultiByte(CP_UTF8, 0, wide.data(), static_cast<int>(wide.size()), utf8.data(), length, nullptr,
+                        nullptr);
     return utf8;
 }
 
@@ -42,7 +45,8 @@ std::uint32_t lastSystemError() noexcept { return GetLastError(); }
 std::string systemErrorText(std::uint32_t code, std::uint32_t& failure)
 {
     wchar_t text[256];
-    const DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_MAX_WIDTH_MASK,
+    const DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS
+                                            | FORMAT_MESSAGE_MAX_WIDTH_MASK,
                                         nullptr, code, 0, text, 256, nullptr);
     failure = length == 0 ? GetLastError() : 0;
     std::string result = toUtf8(std::wstring_view(text, length));
@@ -62,13 +66,14 @@ try {
 void removeFile(const std::string& path) noexcept
 try {
     DeleteFileW(toWide(path).c_str());
-} catch (...) {
-}
+} catch (...) {}
 
 bool replaceFile(const std::string& from, const std::string& to) noexcept
 try {
     if (MoveFileExW(toWide(from).c_str(), toWide(to).c_str(), MOVEFILE_REPLACE_EXISTING)) return true;
-    errno = GetLastError() == ERROR_ACCESS_DENIED ? EACCES : GetLastError() == ERROR_FILE_NOT_FOUND ? ENOENT : EIO;
+    errno = GetLastError() == ERROR_ACCESS_DENIED    ? EACCES
+            : GetLastError() == ERROR_FILE_NOT_FOUND ? ENOENT
+                                                     : EIO;
     return false;
 } catch (...) {
     errno = ENOMEM;
@@ -110,9 +115,15 @@ std::string systemErrorText(std::uint32_t code, std::uint32_t& failure)
     return std::strerror(static_cast<int>(code));
 }
 
-std::FILE* openFile(const std::string& path, const char* mode) noexcept { return std::fopen(path.c_str(), mode); }
+std::FILE* openFile(const std::string& path, const char* mode) noexcept
+{
+    return std::fopen(path.c_str(), mode);
+}
 void removeFile(const std::string& path) noexcept { unlink(path.c_str()); }
-bool replaceFile(const std::string& from, const std::string& to) noexcept { return std::rename(from.c_str(), to.c_str()) == 0; }
+bool replaceFile(const std::string& from, const std::string& to) noexcept
+{
+    return std::rename(from.c_str(), to.c_str()) == 0;
+}
 bool isFolder(const std::string& path) noexcept
 {
     struct stat status;
@@ -122,10 +133,13 @@ bool isFolder(const std::string& path) noexcept
 bool isSameFile(const std::string& a, const std::string& b) noexcept
 try {
     if (fileName(a) != fileName(b)) return false;
-    const auto folder = [](const std::string& path) { return path.substr(0, path.size() - fileName(path).size()) + "."; };
+    const auto folder = [](const std::string& path) {
+        return path.substr(0, path.size() - fileName(path).size()) + ".";
+    };
     struct stat first, second;
-    return stat(folder(a).c_str(), &first) == 0 && stat(folder(b).c_str(), &second) == 0 ? first.st_dev == second.st_dev && first.st_ino == second.st_ino
-                                                                                          : a == b;
+    return stat(folder(a).c_str(), &first) == 0 && stat(folder(b).c_str(), &second) == 0
+               ? first.st_dev == second.st_dev && first.st_ino == second.st_ino
+               : a == b;
 } catch (...) {
     return false;
 }
@@ -147,7 +161,8 @@ bool readWholeFile(const std::string& path, std::string& bytes)
     if (!file) return false;
     bytes.clear();
     char block[65536];
-    while (const std::size_t count = std::fread(block, 1, sizeof block, file.get())) bytes.append(block, count);
+    while (const std::size_t count = std::fread(block, 1, sizeof block, file.get()))
+        bytes.append(block, count);
     return std::ferror(file.get()) == 0;
 }
 

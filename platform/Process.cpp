@@ -42,7 +42,8 @@ bool standardErrorIsTerminal() noexcept { return isatty(2) != 0; }
 
 void refuseMemoryBeyondMachine() noexcept
 {
-#if defined(__linux__) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)   // they reserve terabytes
+#if defined(__linux__) && !defined(__SANITIZE_ADDRESS__)                                                     \
+    && !defined(__SANITIZE_THREAD__)   // they reserve terabytes
     const long pages = sysconf(_SC_PHYS_PAGES), pageSize = sysconf(_SC_PAGESIZE);
     rlimit limit;
     if (pages <= 0 || pageSize <= 0 || getrlimit(RLIMIT_DATA, &limit) != 0) return;

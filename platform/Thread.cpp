@@ -64,7 +64,8 @@ void startThread(std::function<void()> procedure)
     // As much stack as other systems give a thread: nested drawings are read recursively.
     constexpr SIZE_T stackSize = 8u << 20;
     auto parameter = std::make_unique<std::function<void()>>(std::move(procedure));
-    const HANDLE thread = CreateThread(nullptr, stackSize, runProcedure, parameter.get(), STACK_SIZE_PARAM_IS_A_RESERVATION, nullptr);
+    const HANDLE thread = CreateThread(nullptr, stackSize, runProcedure, parameter.get(),
+                                       STACK_SIZE_PARAM_IS_A_RESERVATION, nullptr);
     if (!thread) throw Win32Error("CreateThread");
     static_cast<void>(parameter.release());   // the thread's now
     SetThreadPriority(thread, THREAD_PRIORITY_BELOW_NORMAL);

@@ -9,9 +9,10 @@
 namespace belvor {
 
 Buffer::Buffer(int width)
-    : rowWidth(width), rowDepths(static_cast<std::size_t>(width)), rowOwners(static_cast<std::size_t>(width))
-{
-}
+    : rowWidth(width),
+      rowDepths(static_cast<std::size_t>(width)),
+      rowOwners(static_cast<std::size_t>(width))
+{}
 
 void Buffer::clear()
 {

@@ -1,6 +1,6 @@
 #include "render/EdgeTable.h"
 
-#include "app/errors/Reporter.h"
+#include "errors/Reporter.h"
 
 #include <algorithm>
 #include <cmath>
@@ -38,8 +38,8 @@ EdgeRows activeRows(double y0, double z0, double y1, double z1, int height) noex
 /// The extent of a facet on the screen.
 struct EdgeTable::Box {
     double left = std::numeric_limits<double>::max(), right = -left, top = left, bottom = -left;
-    double nearest = -left;    // the largest depth: negative when all of it is in front of the eye
-    bool numbers = true;       // no coordinate is undefined
+    double nearest = -left;   // the largest depth: negative when all of it is in front of the eye
+    bool numbers = true;      // no coordinate is undefined
 
     void add(const Point<3>& p) noexcept
     {
@@ -62,13 +62,20 @@ struct EdgeTable::Box {
     {
         constexpr double margin = 1e-6, exactEnough = 1e8;
         if (!(left > -exactEnough && right < exactEnough)) return false;
-        return right <= -margin || left >= columns || (left >= margin && static_cast<int>(left - margin) == static_cast<int>(right + margin));
+        return right <= -margin || left >= columns
+               || (left >= margin && static_cast<int>(left - margin) == static_cast<int>(right + margin));
     }
 };
 
 EdgeTable::EdgeTable(const LargeVector<Point<3>>& projectedVertices, bool plain, BlockStore<Edge>& edgeStore,
-                     const BlockStore<Facet>& facetStore, int rowWidth, int rows, RowSpans& spans, Reporter& progress)
-    : projected(projectedVertices), edges(edgeStore), facets(facetStore), width(rowWidth), height(rows), shortFacets(spans)
+                     const BlockStore<Facet>& facetStore, int rowWidth, int rows, RowSpans& spans,
+                     Reporter& progress)
+    : projected(projectedVertices),
+      edges(edgeStore),
+      facets(facetStore),
+      width(rowWidth),
+      height(rows),
+      shortFacets(spans)
 {
     // Ready-made runs are worth their memory for small facets only.
     const std::size_t mostRuns = width <= RowSpans::largestWidth ? 2 * std::size_t{facets.size()} + 65536 : 0;
@@ -86,8 +93,8 @@ EdgeTable::EdgeTable(const LargeVector<Point<3>>& projectedVertices, bool plain,
         if (box.inFront()) {
             const EdgeRows rowsOfBox = activeRows(box.top, -1.0, box.bottom, -1.0, height);
             if (rowsOfBox.first > rowsOfBox.last || box.coversNoColumn(width)) continue;
-            if (facet.edgeCount <= slotEdges && rowsOfBox.last - rowsOfBox.first < shortRows && shortFacets.size() < mostRuns
-                && addShortFacet(ends, facet.edgeCount, i, rowsOfBox))
+            if (facet.edgeCount <= slotEdges && rowsOfBox.last - rowsOfBox.first < shortRows
+                && shortFacets.size() < mostRuns && addShortFacet(ends, facet.edgeCount, i, rowsOfBox))
                 continue;
         }
         if (const int row = firstRow(facet); row < height) entries.push_back({row, i});
@@ -129,7 +136,9 @@ bool EdgeTable::addShortFacet(const Ends* ends, std::uint32_t edgeCount, std::ui
         const Point<3>& upper = *ends[i].upper;
         const Point<3>& lower = *ends[i].lower;
         const EdgeRows rowsOfEdge = activeRows(upper[1], -1.0, lower[1], -1.0, height);
-        const Run run{upper[0], upper[1], upper[2], lower[0] - upper[0], lower[1] - upper[1], lower[2] - upper[2], 0, 0, 0};
+        const Run run{
+            upper[0], upper[1], upper[2], lower[0] - upper[0], lower[1] - upper[1], lower[2] - upper[2],
+            0,        0,        0};
         for (int y = rowsOfEdge.first; y <= rowsOfEdge.last; ++y) {
             const int row = y - rows.first;
             if (counts[row] == 2) return false;
@@ -176,7 +185,7 @@ bool EdgeTable::makeRun(std::uint32_t number, Run& run) const noexcept
     const Point<3>& lower = projected[edge.to];
     const EdgeRows rows = activeRows(upper[1], upper[2], lower[1], lower[2], height);
     if (rows.first > rows.last) return false;
-    run = {upper[0], upper[1], upper[2], lower[0] - upper[0], lower[1] - upper[1], lower[2] - upper[2],
+    run = {upper[0],   upper[1],  upper[2], lower[0] - upper[0], lower[1] - upper[1], lower[2] - upper[2],
            rows.first, rows.last, number};
     return true;
 }
@@ -239,7 +248,8 @@ void EdgeTable::enterPolygon(const Facet& facet, std::uint32_t place)
     Run run;
     for (std::uint32_t i = facet.firstEdge; i < facet.firstEdge + facet.edgeCount; ++i)
         if (makeRun(i, run)) polygon.runs.push_back(run);
-    std::stable_sort(polygon.runs.begin(), polygon.runs.end(), [](const Run& a, const Run& b) { return a.first < b.first; });
+    std::stable_sort(polygon.runs.begin(), polygon.runs.end(),
+                     [](const Run& a, const Run& b) { return a.first < b.first; });
 }
 
 /// Where the edge crosses row `y`.

@@ -35,8 +35,8 @@ public:
     /// out. `projected` are the vertices on the screen, `plain` when all of them are numbers
     /// in front of the eye; `spans` is memory to work in, whatever it holds. All four must
     /// outlive the table.
-    EdgeTable(const LargeVector<Point<3>>& projected, bool plain, BlockStore<Edge>& edges, const BlockStore<Facet>& facets,
-              int width, int height, RowSpans& spans, Reporter& progress);
+    EdgeTable(const LargeVector<Point<3>>& projected, bool plain, BlockStore<Edge>& edges,
+              const BlockStore<Facet>& facets, int width, int height, RowSpans& spans, Reporter& progress);
 
     /// Offers the runs of row `y` that are ready made.
     void fillShortFacets(int y, Buffer& buffer) const
@@ -56,8 +56,8 @@ private:
 
     /// An edge with its active rows, ready to be stepped.
     struct Run {
-        double x, y, depth;       // of the upper end
-        double dx, dy, ddepth;    // from the upper end to the lower
+        double x, y, depth;      // of the upper end
+        double dx, dy, ddepth;   // from the upper end to the lower
         int first, last;
         std::uint32_t edge;
     };

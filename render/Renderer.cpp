@@ -1,4 +1,4 @@
-#include "app/errors/Reporter.h"
+#include "errors/Reporter.h"
 #include "render/Buffer.h"
 #include "render/EdgeTable.h"
 #include "render/RowSpans.h"
@@ -14,7 +14,11 @@ namespace belvor {
 /// The order of a render. The only one that writes the per-render fields of a model.
 class Renderer {
 public:
-    Renderer(Model& scene, const Camera& view, Reporter& reporter) : model(scene), camera(view), progress(reporter) {}
+    Renderer(Model& scene, const Camera& view, Reporter& reporter)
+        : model(scene),
+          camera(view),
+          progress(reporter)
+    {}
 
     void render(const LightSet& lighting, Buffer& buffer)
     {
@@ -22,7 +26,8 @@ public:
         const bool plain = projectVertices();
         const int height = static_cast<int>(camera.height);
         if (!model.rowSpans) model.rowSpans = std::make_shared<RowSpans>();
-        EdgeTable table(model.projectedVertices, plain, model.edgeStore, model.facetStore, buffer.width(), height, *model.rowSpans, progress);
+        EdgeTable table(model.projectedVertices, plain, model.edgeStore, model.facetStore, buffer.width(),
+                        height, *model.rowSpans, progress);
         shadeFacets(model.facetStore, model.shades, camera, lighting, model.brightness, progress);
         for (int y = 0; y < height; ++y) {
             progress.check(2, 1, static_cast<double>(y) / height);

@@ -29,8 +29,10 @@ public:
     {
         Row& row = rows[static_cast<std::size_t>(number)];
         if (row.at == row.end) startBlock(row);
-        *row.at++ = {span.depth, span.step, span.facet, static_cast<std::uint16_t>(span.first), static_cast<std::uint16_t>(span.end)};
-        __builtin_prefetch(row.at + 3, 1);   // a row's next lines are nowhere near: they come as late as they are asked for
+        *row.at++ = {span.depth, span.step, span.facet, static_cast<std::uint16_t>(span.first),
+                     static_cast<std::uint16_t>(span.end)};
+        __builtin_prefetch(
+            row.at + 3, 1);   // a row's next lines are nowhere near: they come as late as they are asked for
         ++total;
     }
 
@@ -41,8 +43,10 @@ public:
     {
         const Row& row = rows[static_cast<std::size_t>(number)];
         const Run* end = row.at;   // older blocks are full
-        for (const Block* block = row.newest; block; block = block->older, end = block ? block->runs + blockSize : nullptr)
-            for (const Run* run = block->runs; run != end; ++run) take(SpanFill{run->depth, run->step, run->facet, run->first, run->end});
+        for (const Block* block = row.newest; block;
+             block = block->older, end = block ? block->runs + blockSize : nullptr)
+            for (const Run* run = block->runs; run != end; ++run)
+                take(SpanFill{run->depth, run->step, run->facet, run->first, run->end});
     }
 
 private:

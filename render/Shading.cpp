@@ -1,6 +1,6 @@
 #include "render/Shading.h"
 
-#include "app/errors/Reporter.h"
+#include "errors/Reporter.h"
 #include "scene/Camera.h"
 #include "scene/Light.h"
 
@@ -19,8 +19,9 @@ void turnToEye(Facet& facet, bool& turned, const Camera& camera)
 /// One pass over the facets, reported from `start` on over a share 1/`divisor` a facet; the
 /// share is halved once a channel above `brightness` shows that a second pass will follow.
 /// The brightest channel, 0 at the least.
-double shadePass(BlockStore<Facet>& facets, LargeVector<FacetShade>& shades, const Camera& camera, const LightSet& lighting,
-                 double brightness, double start, double divisor, bool mayRepeat, Reporter& progress)
+double shadePass(BlockStore<Facet>& facets, LargeVector<FacetShade>& shades, const Camera& camera,
+                 const LightSet& lighting, double brightness, double start, double divisor, bool mayRepeat,
+                 Reporter& progress)
 {
     double brightest = 0.0;
     for (std::uint32_t i = 0; i < facets.size(); ++i) {
@@ -44,12 +45,13 @@ double shadePass(BlockStore<Facet>& facets, LargeVector<FacetShade>& shades, con
 
 }   // namespace
 
-void shadeFacets(BlockStore<Facet>& facets, LargeVector<FacetShade>& shades, const Camera& camera, const LightSet& lighting,
-                 double& brightness, Reporter& progress)
+void shadeFacets(BlockStore<Facet>& facets, LargeVector<FacetShade>& shades, const Camera& camera,
+                 const LightSet& lighting, double& brightness, Reporter& progress)
 {
     shades.resize(facets.size());
     const double count = facets.size();
-    double brightest = shadePass(facets, shades, camera, lighting, brightness, 2.0 / 3.0, 3.0 * count, true, progress);
+    double brightest =
+        shadePass(facets, shades, camera, lighting, brightness, 2.0 / 3.0, 3.0 * count, true, progress);
     if (brightest == 0.0) brightest = 1.0;
     if (brightest == brightness) return;
     brightness = brightest;

@@ -41,7 +41,8 @@ constexpr Columns coveredColumns(double left, double right, int width) noexcept
 }
 
 /// The pixels of a row of `width` pixels between two crossings of a facet.
-inline SpanFill spanBetween(std::uint32_t facet, const Crossing& left, const Crossing& right, int width) noexcept
+inline SpanFill spanBetween(std::uint32_t facet, const Crossing& left, const Crossing& right,
+                            int width) noexcept
 {
     const Columns columns = coveredColumns(left.x, right.x, width);
     if (columns.first >= columns.end) return {0.0, 0.0, facet, 0, 0};

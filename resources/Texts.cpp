@@ -5,8 +5,9 @@ namespace belvor {
 const char* textOf(int number) noexcept
 {
     switch (number) {
-#define TEXT(id, text) \
-    case id: return text;
+#define TEXT(id, text)                                                                                       \
+    case id:                                                                                                 \
+        return text;
 #include "resources/strings.def"
 #undef TEXT
     default: return "";

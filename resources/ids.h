@@ -68,8 +68,8 @@
 #define ID_TOOLSLIDELOOKAT 604
 #define ID_TOOLSPHEREEYE 605
 #define ID_TOOLSPHERELOOKAT 606
-#define ID_TOOLLIGHT 607   // light k has ID_TOOLLIGHT + k; its text is 516 + k
-#define ID_STATUSTEXT 1000 // added to the number of a tool's text: its status line
+#define ID_TOOLLIGHT 607     // light k has ID_TOOLLIGHT + k; its text is 516 + k
+#define ID_STATUSTEXT 1000   // added to the number of a tool's text: its status line
 
 // Other resources.
 #define ID_ACCELERATORS 509
@@ -90,7 +90,7 @@
 #define ID_HEIGHT 528
 #define ID_DISKSPACE 529
 #define ID_MODELNAME 530
-#define ID_UNITS 531        // units code i has ID_UNITS + i, the button and the long name
+#define ID_UNITS 531   // units code i has ID_UNITS + i, the button and the long name
 #define ID_UNITSLAST 539
 #define ID_SCALE 540
 #define ID_CENTRE 541
@@ -102,7 +102,7 @@
 #define ID_FACETCOUNT 547
 #define ID_FACETMEMORY 548
 #define ID_MATERIALCOUNT 549
-#define ID_CENTREX 550      // y and z follow, as with the eye and the look-at point
+#define ID_CENTREX 550   // y and z follow, as with the eye and the look-at point
 #define ID_EYEX 554
 #define ID_LOOKATX 557
 #define ID_ZOOM 560

@@ -24,8 +24,14 @@ public:
     static constexpr unsigned blockBits = 12;
     static constexpr std::uint32_t blockSize = 1u << blockBits;
 
-    T& operator[](std::uint32_t index) noexcept { return blocks[index >> blockBits][index & (blockSize - 1)]; }
-    const T& operator[](std::uint32_t index) const noexcept { return blocks[index >> blockBits][index & (blockSize - 1)]; }
+    T& operator[](std::uint32_t index) noexcept
+    {
+        return blocks[index >> blockBits][index & (blockSize - 1)];
+    }
+    const T& operator[](std::uint32_t index) const noexcept
+    {
+        return blocks[index >> blockBits][index & (blockSize - 1)];
+    }
 
     /// Appends an element made in its place from its members. Throws std::bad_alloc when
     /// memory, or the 32-bit numbering, is exhausted.
@@ -46,7 +52,8 @@ public:
             if ((count & (blockSize - 1)) == 0 && (count >> blockBits) == blocks.size()) grow();
             T* const place = &(*this)[count];
             const std::uint32_t room = blockSize - (count & (blockSize - 1));
-            if (done == 0 && number <= room) {   // nearly always: a loop of its own, which a known number writes out
+            if (done == 0
+                && number <= room) {   // nearly always: a loop of its own, which a known number writes out
                 for (std::uint32_t i = 0; i < number; ++i) std::construct_at(place + i, make(i));
                 count += number;
                 return;

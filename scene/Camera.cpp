@@ -12,7 +12,10 @@ constexpr double margin = 1.001;
 /// Leaves 4294967295 free to mean that no surface was hit.
 constexpr double lastDepthCode = 4294967294.0;
 
-double alongSight(const Ray& frame, const CameraView& view) noexcept { return dot(frame.forward, view.centre - view.eye); }
+double alongSight(const Ray& frame, const CameraView& view) noexcept
+{
+    return dot(frame.forward, view.centre - view.eye);
+}
 
 /// The smaller quotient fits the whole field into the image, whatever its aspect.
 double usableScale(const CameraView& view, double largest) noexcept
@@ -53,12 +56,17 @@ void truncateAll(std::span<const double> depths, std::uint32_t* codes, Exact exa
 }   // namespace
 
 Camera::Camera(const CameraView& view, double largestScale) noexcept
-    : frame(view.azimuth, view.elevation), width(view.width), height(view.height), eye(view.eye),
-      near(alongSight(frame, view) - view.radius * margin), far(alongSight(frame, view) + view.radius * margin),
-      depthScale(lastDepthCode / (far - near)), scale(usableScale(view, largestScale)), centreX(view.width * 0.5),
+    : frame(view.azimuth, view.elevation),
+      width(view.width),
+      height(view.height),
+      eye(view.eye),
+      near(alongSight(frame, view) - view.radius * margin),
+      far(alongSight(frame, view) + view.radius * margin),
+      depthScale(lastDepthCode / (far - near)),
+      scale(usableScale(view, largestScale)),
+      centreX(view.width * 0.5),
       centreY(view.height * 0.5)
-{
-}
+{}
 
 CameraRecord Camera::record(std::uint32_t kind) const noexcept
 {
@@ -73,7 +81,8 @@ Point<3> PerspectiveCamera::project(const Point<3>& point) const noexcept
     double d = dot(frame.forward, v);
     // A point in the eye's own plane would be infinitely far to the side: it is taken as just behind.
     if (d == 0.0) d = -(far - near) * 5e-13;
-    return {centreX + scale * dot(frame.right, v) / d, centreY - scale * dot(frame.up, v) / d, 0.0 - scale / d};
+    return {centreX + scale * dot(frame.right, v) / d, centreY - scale * dot(frame.up, v) / d,
+            0.0 - scale / d};
 }
 
 Point<3> PerspectiveCamera::unproject(const Point<3>& screen) const noexcept
@@ -102,13 +111,14 @@ CameraRecord PerspectiveCamera::describe() const noexcept
 
 void PerspectiveCamera::depthCodes(std::span<const double> depths, std::uint32_t* codes) const noexcept
 {
-    truncateAll(depths, codes, [s = scale, n = near, d = depthScale](double depth) { return (-(s / depth) - n) * d; });
+    truncateAll(depths, codes,
+                [s = scale, n = near, d = depthScale](double depth) { return (-(s / depth) - n) * d; });
 }
 
 ParallelCamera::ParallelCamera(const CameraView& view) noexcept
-    : Camera(view, 1e15 / view.radius), reference(eye + frame.forward * far)
-{
-}
+    : Camera(view, 1e15 / view.radius),
+      reference(eye + frame.forward * far)
+{}
 
 Point<3> ParallelCamera::project(const Point<3>& point) const noexcept
 {
@@ -118,7 +128,8 @@ Point<3> ParallelCamera::project(const Point<3>& point) const noexcept
 
 Point<3> ParallelCamera::unproject(const Point<3>& screen) const noexcept
 {
-    const double across = (screen[0] - centreX) / scale, down = (screen[1] - centreY) / scale, deep = screen[2] / scale;
+    const double across = (screen[0] - centreX) / scale, down = (screen[1] - centreY) / scale,
+                 deep = screen[2] / scale;
     return reference + (across * frame.right - down * frame.up + deep * frame.forward);
 }
 
@@ -126,10 +137,14 @@ Plane ParallelCamera::screenPlane(const Plane& plane) const noexcept
 {
     const Vector<3>& n = plane.normal();
     const double a = dot(frame.right, n), b = -dot(frame.up, n), c = dot(frame.forward, n);
-    return {Vector<3>(a, b, c), centreX * a + centreY * b + scale * (plane.offset() - dot(n, reference.vector()))};
+    return {Vector<3>(a, b, c),
+            centreX * a + centreY * b + scale * (plane.offset() - dot(n, reference.vector()))};
 }
 
-bool ParallelCamera::faces(const Plane& plane) const noexcept { return dot(frame.forward, plane.normal()) <= 0.0; }
+bool ParallelCamera::faces(const Plane& plane) const noexcept
+{
+    return dot(frame.forward, plane.normal()) <= 0.0;
+}
 
 CameraRecord ParallelCamera::describe() const noexcept
 {
@@ -141,8 +156,9 @@ CameraRecord ParallelCamera::describe() const noexcept
 
 void ParallelCamera::depthCodes(std::span<const double> depths, std::uint32_t* codes) const noexcept
 {
-    truncateAll(depths, codes,
-                [s = scale, f = far, n = near, d = depthScale](double depth) { return (depth / s + f - n) * d; });
+    truncateAll(depths, codes, [s = scale, f = far, n = near, d = depthScale](double depth) {
+        return (depth / s + f - n) * d;
+    });
 }
 
 }   // namespace belvor

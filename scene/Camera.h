@@ -23,12 +23,13 @@ struct CameraRecord {
 
 /// What a camera is built from.
 struct CameraView {
-    std::uint32_t width, height;    ///< Image size in pixels.
-    Point<3> eye;                   ///< Model coordinates, as all that follows.
-    double azimuth, elevation;      ///< Viewing direction in degrees, as for a Ray.
-    double viewWidth, viewHeight;   ///< Visible field: at unit distance (perspective) or in model units (parallel).
-    Point<3> centre;                ///< The model's centre
-    double radius;                  ///< and radius: they fix the depth range.
+    std::uint32_t width, height;   ///< Image size in pixels.
+    Point<3> eye;                  ///< Model coordinates, as all that follows.
+    double azimuth, elevation;     ///< Viewing direction in degrees, as for a Ray.
+    double viewWidth,
+        viewHeight;    ///< Visible field: at unit distance (perspective) or in model units (parallel).
+    Point<3> centre;   ///< The model's centre
+    double radius;     ///< and radius: they fix the depth range.
 };
 
 /// Maps model coordinates to the pixels of one image and back. Screen x runs right and y
@@ -53,7 +54,7 @@ public:
     const Point<3> eye;
     const double near, far;   ///< Distances from the eye along the line of sight.
     const double depthScale;
-    const double scale;       ///< Pixels per unit of the field.
+    const double scale;   ///< Pixels per unit of the field.
     const double centreX, centreY;
 
 protected:

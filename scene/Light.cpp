@@ -5,9 +5,9 @@
 namespace belvor {
 
 ParallelLight::ParallelLight(double azimuth, double elevation, const Colour& intensity) noexcept
-    : frame(azimuth, elevation), colour(intensity)
-{
-}
+    : frame(azimuth, elevation),
+      colour(intensity)
+{}
 
 Colour ParallelLight::illuminate(const Vector<3>& normal) const noexcept
 {

@@ -50,8 +50,8 @@ void Model::dump(std::ostream& stream, std::uint32_t number) const
     stream.imbue(std::locale::classic());
     const Facet& which = facet(number);
     const Vector<3>& normal = which.plane.normal();
-    stream << number << ' ' << static_cast<const void*>(&which) << ' ' << normal[0] << ' ' << normal[1] << ' ' << normal[2]
-           << ' ' << which.plane.offset() << "\n\n";
+    stream << number << ' ' << static_cast<const void*>(&which) << ' ' << normal[0] << ' ' << normal[1] << ' '
+           << normal[2] << ' ' << which.plane.offset() << "\n\n";
     for (std::uint32_t i = which.firstEdge; i < which.firstEdge + which.edgeCount; ++i) {
         writeEnd(stream, i, *this, edge(i).from);
         writeEnd(stream, i, *this, edge(i).to);
@@ -80,7 +80,9 @@ void Model::addPolygon(const Material& material, const Plane& plane, std::span<c
     const auto addSides = [&]<std::size_t size>(std::span<const Point<3>, size> loop) {
         const auto sides = static_cast<std::uint32_t>(loop.size());
         vertexStore.appendAll(sides, [loop](std::uint32_t i) { return Vertex{loop[i]}; });
-        edgeStore.appendAll(sides, [=](std::uint32_t i) { return Edge{first + i, first + (i + 1 == sides ? 0 : i + 1)}; });
+        edgeStore.appendAll(sides, [=](std::uint32_t i) {
+            return Edge{first + i, first + (i + 1 == sides ? 0 : i + 1)};
+        });
         facet.edgeCount = sides;
     };
     // Nearly all have four corners: told so, the compiler writes the loops out.

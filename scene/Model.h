@@ -73,7 +73,8 @@ public:
     /// Draws the model into `buffer`, row 0 at the top first, one lineDone() a row. Writes
     /// per-render fields only, so the model can be drawn again after a failure. Throws
     /// Reporter::Abandoned soon after `progress` answers true, std::bad_alloc.
-    virtual void render(const Camera& camera, const LightSet& lighting, Buffer& buffer, Reporter& progress);   // in render/Renderer.cpp
+    virtual void render(const Camera& camera, const LightSet& lighting, Buffer& buffer,
+                        Reporter& progress);   // in render/Renderer.cpp
 
     /// The middle of the extent (the origin for a model without vertices) and the largest
     /// distance of a vertex from it.
@@ -108,7 +109,10 @@ public:
     const Edge& edge(std::uint32_t number) const noexcept { return edgeStore[number]; }
     const Facet& facet(std::uint32_t number) const noexcept { return facetStore[number]; }
     /// Red, green and blue of a facet as the last render shaded it; there must have been one.
-    const std::uint8_t* colour(std::uint32_t facetNumber) const noexcept { return shades[facetNumber].colour; }
+    const std::uint8_t* colour(std::uint32_t facetNumber) const noexcept
+    {
+        return shades[facetNumber].colour;
+    }
     /// Where the last render put a vertex: pixels right, pixels down, screen depth. The
     /// origin before any render.
     Point<3> projected(std::uint32_t vertexNumber) const noexcept

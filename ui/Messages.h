@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/state/PanelRecords.h"
 #include "platform/win32/Windows.h"
+#include "view/PanelRecords.h"
 
 #include <type_traits>
 
@@ -19,25 +19,32 @@ struct MessageNumber {
 };
 
 // The same number serves both directions: from a panel a request, to a panel the new state.
-inline constexpr MessageNumber<ViewMarkers> UM_VIEWMARKERS{WM_USER + 101};      ///< lParam: the panel's control number
-inline constexpr MessageNumber<EyeSlideRecord> UM_EYESLIDE{WM_USER + 102};      ///< lParam: the panel's handle
-inline constexpr MessageNumber<SphereMarker> UM_LIGHTMARKER{WM_USER + 103};     ///< lParam: the panel's handle
-inline constexpr MessageNumber<void> UM_REMOVELIGHTMARKER{WM_USER + 104};       ///< wParam: parallel light, from 0
-inline constexpr MessageNumber<void> UM_DISPLAYCLICK{WM_USER + 105};            ///< client x, client y, signed
-inline constexpr MessageNumber<double> UM_DISPLAYZOOM{WM_USER + 106};           ///< the factor
-inline constexpr MessageNumber<void> UM_LIGHTINTENSITY{WM_USER + 107};          ///< slider 0 sky, 1 ground, 2 ... / position 0 to 21
-inline constexpr MessageNumber<void> UM_IMAGESIZE{WM_USER + 108};               ///< width, height
-inline constexpr MessageNumber<Progress> UM_PROGRESS{WM_USER + 109};            ///< sent by the render thread; true when a timer runs
-inline constexpr MessageNumber<void> UM_ADDTOOL{WM_USER + 110};                 ///< lParam: TTTOOLINFOW
-inline constexpr MessageNumber<void> UM_DELTOOL{WM_USER + 111};                 ///< lParam: TTTOOLINFOW
-inline constexpr MessageNumber<const char> UM_MODELLOADED{WM_USER + 112};       ///< sent: UTF-8 path / Model* or null
-inline constexpr MessageNumber<void> UM_THREADENDED{WM_USER + 113};             ///< posted as the render thread's last act
+inline constexpr MessageNumber<ViewMarkers> UM_VIEWMARKERS{WM_USER
+                                                           + 101};   ///< lParam: the panel's control number
+inline constexpr MessageNumber<EyeSlideRecord> UM_EYESLIDE{WM_USER + 102};    ///< lParam: the panel's handle
+inline constexpr MessageNumber<SphereMarker> UM_LIGHTMARKER{WM_USER + 103};   ///< lParam: the panel's handle
+inline constexpr MessageNumber<void> UM_REMOVELIGHTMARKER{WM_USER
+                                                          + 104};       ///< wParam: parallel light, from 0
+inline constexpr MessageNumber<void> UM_DISPLAYCLICK{WM_USER + 105};    ///< client x, client y, signed
+inline constexpr MessageNumber<double> UM_DISPLAYZOOM{WM_USER + 106};   ///< the factor
+inline constexpr MessageNumber<void> UM_LIGHTINTENSITY{
+    WM_USER + 107};   ///< slider 0 sky, 1 ground, 2 ... / position 0 to 21
+inline constexpr MessageNumber<void> UM_IMAGESIZE{WM_USER + 108};   ///< width, height
+inline constexpr MessageNumber<Progress> UM_PROGRESS{
+    WM_USER + 109};   ///< sent by the render thread; true when a timer runs
+inline constexpr MessageNumber<void> UM_ADDTOOL{WM_USER + 110};   ///< lParam: TTTOOLINFOW
+inline constexpr MessageNumber<void> UM_DELTOOL{WM_USER + 111};   ///< lParam: TTTOOLINFOW
+inline constexpr MessageNumber<const char> UM_MODELLOADED{WM_USER
+                                                          + 112};   ///< sent: UTF-8 path / Model* or null
+inline constexpr MessageNumber<void> UM_THREADENDED{WM_USER
+                                                    + 113};   ///< posted as the render thread's last act
 
 inline LPARAM handleParameter(HWND window) noexcept { return reinterpret_cast<LPARAM>(window); }
 
 /// Sends a record; it need live no longer than the call.
 template <class Payload>
-LRESULT send(HWND to, MessageNumber<Payload> message, const std::type_identity_t<Payload>& record, LPARAM lParam = 0)
+LRESULT send(HWND to, MessageNumber<Payload> message, const std::type_identity_t<Payload>& record,
+             LPARAM lParam = 0)
 {
     return SendMessage(to, message.number, reinterpret_cast<WPARAM>(&record), lParam);
 }

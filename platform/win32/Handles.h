@@ -35,7 +35,10 @@ private:
 /// Declare it after the object, so that the object is deselected before it is deleted.
 class Selection {
 public:
-    Selection(HDC context, HGDIOBJ object) noexcept : dc(context), former(object ? SelectObject(context, object) : nullptr) {}
+    Selection(HDC context, HGDIOBJ object) noexcept
+        : dc(context),
+          former(object ? SelectObject(context, object) : nullptr)
+    {}
     Selection(const Selection&) = delete;
     Selection& operator=(const Selection&) = delete;
     ~Selection()
@@ -125,7 +128,9 @@ private:
 /// Owns a kernel object; null and INVALID_HANDLE_VALUE are none.
 class KernelHandle {
 public:
-    explicit KernelHandle(HANDLE made = nullptr) noexcept : handle(made == INVALID_HANDLE_VALUE ? nullptr : made) {}
+    explicit KernelHandle(HANDLE made = nullptr) noexcept
+        : handle(made == INVALID_HANDLE_VALUE ? nullptr : made)
+    {}
     KernelHandle(KernelHandle&& other) noexcept : handle(std::exchange(other.handle, nullptr)) {}
     KernelHandle& operator=(KernelHandle&& other) noexcept
     {

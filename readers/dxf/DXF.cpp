@@ -1,11 +1,15 @@
 #include "readers/dxf/DXF.h"
 
-#include "app/errors/BadFile.h"
+#include "errors/BadFile.h"
 #include "readers/dxf/DXFObjects.h"
 
 namespace belvor {
 
-DXF::DXF(const std::string& fileName, Reporter& reporter) : dxfStream(DXFStream::open(fileName, reporter, logging)) { read(); }
+DXF::DXF(const std::string& fileName, Reporter& reporter)
+    : dxfStream(DXFStream::open(fileName, reporter, logging))
+{
+    read();
+}
 
 DXF::DXF(std::string_view bytes, const std::string& fileName, Reporter& reporter)
     : dxfStream(DXFStream::over(bytes, fileName, reporter, logging))
@@ -24,7 +28,8 @@ void DXF::read()
         if (type != "SECTION") continue;
         const int line = dxfStream->line();
         const std::string name(dxfStream->readRecord().textOr(2, ""));
-        const bool known = name == "HEADER" || name == "TABLES" || name == "BLOCKS" || name == "OBJECTS" || name == "ENTITIES";
+        const bool known = name == "HEADER" || name == "TABLES" || name == "BLOCKS" || name == "OBJECTS"
+                           || name == "ENTITIES";
         log().line(known ? "Main " : "Ignoring ", name, " section at line ", line);
         if (known) readSection(name);
     }
@@ -41,8 +46,7 @@ void DXF::readSection(const std::string& name)
     else if (name == "BLOCKS") {
         forgetContents();   // an INSERT that had no block may find one from now on
         readBlocks();
-    }
-    else if (name == "OBJECTS") readObjects(*dxfStream, false);
+    } else if (name == "OBJECTS") readObjects(*dxfStream, false);
     else readEntitiesSection();
 }
 

@@ -63,7 +63,8 @@ private:
     const DXFLayer& findLayer(std::string_view name) override;
     Material& findMaterial(std::string_view key) override;
     void nameMaterial(std::string_view key, std::string_view name) override;
-    void placeFacet(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat) override;
+    void placeFacet(const Material& material, std::span<const Point<3>> corners,
+                    const DXFAxes* flat) override;
     void readEntities(const DXFInsertion& insertion) override;
     bool hasBlock(std::string_view name) const override { return blocks.find(name) != blocks.end(); }
     void skip(std::string_view type, SkippedEntities::Why why, std::string_view what) override;
@@ -83,8 +84,8 @@ private:
     std::string_view recentMaterialKey;
 
     std::vector<DXFExpansion> expansions;   // the ENTITIES section, then the insertions under way
-    std::vector<Point<3>> placed;        // the corners of one facet
-    std::size_t recordedBytes = 0;       // by the contents of blocks, complete or not
+    std::vector<Point<3>> placed;           // the corners of one facet
+    std::size_t recordedBytes = 0;          // by the contents of blocks, complete or not
 };
 
 }   // namespace belvor

@@ -1,5 +1,5 @@
-#include "app/errors/BadFile.h"
 #include "calcore/Number.h"
+#include "errors/BadFile.h"
 #include "readers/dxf/DXFStream.h"
 
 #include <bit>
@@ -39,9 +39,11 @@ const char* findLineEnd(const char* at, const char* end) noexcept
 class DXFAsciiStream final : public DXFGroupStream<DXFAsciiStream> {
 public:
     explicit DXFAsciiStream(Source source)
-        : DXFGroupStream(std::move(source)), codeLineEnd(begin), wordStart(begin), wordEnd(begin)
-    {
-    }
+        : DXFGroupStream(std::move(source)),
+          codeLineEnd(begin),
+          wordStart(begin),
+          wordEnd(begin)
+    {}
 
     bool takeCode(const DXFPosition& place, DXFGroup& group)
     {
@@ -51,7 +53,8 @@ public:
         while (p != end && *p == ' ') ++p;
         unsigned code = 0;
         const char* const digits = p;
-        const char* const limit = end - p > 5 ? p + 5 : end;   // fits 16 bits after the cast, whatever the digits
+        const char* const limit =
+            end - p > 5 ? p + 5 : end;   // fits 16 bits after the cast, whatever the digits
         for (; p != limit && isDigit(*p); ++p) code = code * 10 + static_cast<unsigned>(*p - '0');
         if (p != digits && p != end && isLineEnd(*p)) {
             codeLineEnd = p;
@@ -132,6 +135,9 @@ std::uint16_t DXFAsciiStream::parseCode(DXFPosition place)
 
 }   // namespace
 
-std::unique_ptr<DXFStream> DXFStream::makeAscii(Source source) { return std::make_unique<DXFAsciiStream>(std::move(source)); }
+std::unique_ptr<DXFStream> DXFStream::makeAscii(Source source)
+{
+    return std::make_unique<DXFAsciiStream>(std::move(source));
+}
 
 }   // namespace belvor

@@ -1,4 +1,4 @@
-#include "app/errors/BadFile.h"
+#include "errors/BadFile.h"
 #include "readers/dxf/DXFStream.h"
 
 #include <algorithm>
@@ -23,7 +23,8 @@ Unsigned littleEndian(const char* from) noexcept
     } else {
         Unsigned value = 0;
         for (std::size_t i = sizeof value; i-- > 0;)
-            value = static_cast<Unsigned>(static_cast<Unsigned>(value << 8) | static_cast<unsigned char>(from[i]));
+            value = static_cast<Unsigned>(static_cast<Unsigned>(value << 8)
+                                          | static_cast<unsigned char>(from[i]));
         return value;
     }
 }
@@ -37,7 +38,8 @@ class DXFBinaryStream final : public DXFGroupStream<DXFBinaryStream<twoByteCodes
 
 public:
     explicit DXFBinaryStream(typename Base::Source source)
-        : Base(std::move(source)), lastWide(begin + std::min<std::ptrdiff_t>(end - begin, largestOffset) - 10)
+        : Base(std::move(source)),
+          lastWide(begin + std::min<std::ptrdiff_t>(end - begin, largestOffset) - 10)
     {
         go(Base::here, begin + sentinel.size());
     }
@@ -48,7 +50,8 @@ public:
         group.line = place.line;
         const std::size_t width = codeWidth(place);
         need(width, place.at, place.line);
-        group.code = width == 1 ? static_cast<unsigned char>(*place.at) : littleEndian<std::uint16_t>(place.at + width - 2);
+        group.code = width == 1 ? static_cast<unsigned char>(*place.at)
+                                : littleEndian<std::uint16_t>(place.at + width - 2);
         return true;
     }
 
@@ -60,7 +63,8 @@ public:
         if constexpr (!twoByteCodes) return group;
         const char* at = place.at;
         const auto isNext = [&](DXFValueType type) {
-            return group != last && at <= lastWide && littleEndian<std::uint16_t>(at) == group->code && group->type == type;
+            return group != last && at <= lastWide && littleEndian<std::uint16_t>(at) == group->code
+                   && group->type == type;
         };
         for (bool more = true; more;) {
             for (; isNext(DXFValueType::real); ++group, at += 10) {
@@ -81,11 +85,11 @@ public:
     {
         const char* const value = place.at + codeWidth(place);
         const DXFValueType type = valueTypeOf(group.code);
-        const auto set = [&group, type](double number, std::string_view text = {}) { group = {group.code, type, group.line, text, number}; };
+        const auto set = [&group, type](double number, std::string_view text = {}) {
+            group = {group.code, type, group.line, text, number};
+        };
         switch (type) {
-        case DXFValueType::real:
-            set(real(need(8, value, place.line)));
-            return go(place, value + 8);
+        case DXFValueType::real: set(real(need(8, value, place.line))); return go(place, value + 8);
         case DXFValueType::integer16:
             set(static_cast<std::int16_t>(littleEndian<std::uint16_t>(need(2, value, place.line))));
             return go(place, value + 2);
@@ -98,7 +102,8 @@ public:
             set(0.0, group.text);
             return go(place, value + group.text.size() + 1);
         }
-        const void* const zero = value == end ? nullptr : std::memchr(value, 0, static_cast<std::size_t>(end - value));
+        const void* const zero =
+            value == end ? nullptr : std::memchr(value, 0, static_cast<std::size_t>(end - value));
         if (!zero) failPastEnd(place.line);
         const char* const textEnd = static_cast<const char*>(zero);
         set(0.0, {value, static_cast<std::size_t>(textEnd - value)});
@@ -119,11 +124,15 @@ private:
     {
         if (!text.data() || text.size() > 7 || end - value < 8 || end - text.data() < 8) return false;
         const std::size_t others = 7 - text.size();   // of eight bytes, after the text and its zero
-        return (littleEndian<std::uint64_t>(text.data()) ^ littleEndian<std::uint64_t>(value)) << (8 * others) == 0;
+        return (littleEndian<std::uint64_t>(text.data()) ^ littleEndian<std::uint64_t>(value)) << (8 * others)
+               == 0;
     }
 
     /// One that is not finite is refused when it is asked for.
-    static double real(const char* from) noexcept { return std::bit_cast<double>(littleEndian<std::uint64_t>(from)); }
+    static double real(const char* from) noexcept
+    {
+        return std::bit_cast<double>(littleEndian<std::uint64_t>(from));
+    }
 
     /// For messages: offsets beyond 31 bits are told as the largest.
     std::int32_t offsetOf(const char* at) const noexcept
@@ -139,7 +148,10 @@ private:
         return from;
     }
 
-    [[noreturn]] void failPastEnd(std::int32_t line) const { throw BadFile(BadFile::pastEnd, Base::fileName(), line); }
+    [[noreturn]] void failPastEnd(std::int32_t line) const
+    {
+        throw BadFile(BadFile::pastEnd, Base::fileName(), line);
+    }
 
     static constexpr std::int32_t largestOffset = std::numeric_limits<std::int32_t>::max();
     const char* const lastWide;   // up to here ten bytes follow, and the line is the offset
@@ -147,11 +159,15 @@ private:
 
 }   // namespace
 
-bool DXFStream::isBinary(std::string_view bytes) noexcept { return bytes.substr(0, sentinel.size()) == sentinel; }
+bool DXFStream::isBinary(std::string_view bytes) noexcept
+{
+    return bytes.substr(0, sentinel.size()) == sentinel;
+}
 std::unique_ptr<DXFStream> DXFStream::makeBinary(Source source)
 {
     const std::string_view groups = source.bytes.substr(sentinel.size());
-    if (groups.starts_with(std::string_view("\0\0", 2))) return std::make_unique<DXFBinaryStream<true>>(std::move(source));
+    if (groups.starts_with(std::string_view("\0\0", 2)))
+        return std::make_unique<DXFBinaryStream<true>>(std::move(source));
     return std::make_unique<DXFBinaryStream<false>>(std::move(source));
 }
 

@@ -2,15 +2,18 @@
 
 namespace belvor {
 
-void DXFBlockContents::addFacet(const Material& material, std::span<const Point<3>> itsCorners, const DXFAxes* itsFlat)
+void DXFBlockContents::addFacet(const Material& material, std::span<const Point<3>> itsCorners,
+                                const DXFAxes* itsFlat)
 {
     std::int32_t flat = -1;
     if (itsFlat) {
         // Most blocks lie in one plane: the axes are kept once for a run of facets.
-        if (flats.empty() || flats.back().x() != itsFlat->x() || flats.back().z() != itsFlat->z()) flats.push_back(*itsFlat);
+        if (flats.empty() || flats.back().x() != itsFlat->x() || flats.back().z() != itsFlat->z())
+            flats.push_back(*itsFlat);
         flat = static_cast<std::int32_t>(flats.size() - 1);
     }
-    items.emplace_back(Facet{&material, static_cast<std::uint32_t>(corners.size()), static_cast<std::uint32_t>(itsCorners.size()), flat});
+    items.emplace_back(Facet{&material, static_cast<std::uint32_t>(corners.size()),
+                             static_cast<std::uint32_t>(itsCorners.size()), flat});
     corners.insert(corners.end(), itsCorners.begin(), itsCorners.end());
 }
 
@@ -27,8 +30,8 @@ void DXFBlockContents::countSkips(std::uint64_t cells) const noexcept
 
 std::size_t DXFBlockContents::size() const noexcept
 {
-    return items.size() * sizeof(Item) + corners.size() * sizeof(Point<3>) + insertions.size() * sizeof(DXFInsertion) +
-           flats.size() * sizeof(DXFAxes) + skips.size() * 64;
+    return items.size() * sizeof(Item) + corners.size() * sizeof(Point<3>)
+           + insertions.size() * sizeof(DXFInsertion) + flats.size() * sizeof(DXFAxes) + skips.size() * 64;
 }
 
 }   // namespace belvor

@@ -28,7 +28,10 @@ public:
 
     void addFacet(const Material& material, std::span<const Point<3>> itsCorners, const DXFAxes* itsFlat);
     void addInsertion(const DXFInsertion& insertion);
-    void addMaterialName(std::string_view key, std::string_view name) { items.emplace_back(MaterialName{key, name}); }
+    void addMaterialName(std::string_view key, std::string_view name)
+    {
+        items.emplace_back(MaterialName{key, name});
+    }
     void addSkip(SkippedEntities::Entry& entry) { ++skips[&entry]; }
     /// Counts what was skipped, once for each cell.
     void countSkips(std::uint64_t cells) const noexcept;
@@ -41,7 +44,8 @@ public:
     std::vector<DXFAxes> flats;
     std::vector<std::unique_ptr<DXFInsertion>> insertions;
     std::map<SkippedEntities::Entry*, std::uint64_t> skips;
-    bool onlySkips = false;   ///< Nothing is drawn, by the insertions neither: `skips` has theirs too, and says it all.
+    bool onlySkips =
+        false;   ///< Nothing is drawn, by the insertions neither: `skips` has theirs too, and says it all.
 };
 
 /// A BLOCK of the drawing.
@@ -50,8 +54,8 @@ struct DXFBlock {
     std::string layer;
     DXFPosition entities;   ///< Just after its BLOCK record.
 
-    bool expanding = false;   ///< An insertion of it is under way.
-    std::uint32_t walks = 0;  ///< How often its text has been read.
+    bool expanding = false;                       ///< An insertion of it is under way.
+    std::uint32_t walks = 0;                      ///< How often its text has been read.
     std::unique_ptr<DXFBlockContents> contents;   ///< Once complete.
 };
 
@@ -59,14 +63,14 @@ struct DXFBlock {
 /// one insertion. Insertions within insertions stand on a stack of these, so that the depth
 /// of a drawing costs memory and not the thread's stack.
 struct DXFExpansion {
-    DXFBlock* block = nullptr;    ///< None: the ENTITIES section.
+    DXFBlock* block = nullptr;   ///< None: the ENTITIES section.
     DXFInsertion insertion;
-    AffineTransform<3> placement; ///< Of the insertion, in the world.
+    AffineTransform<3> placement;   ///< Of the insertion, in the world.
     std::int32_t column = 0, row = 0;
-    AffineTransform<3> transform; ///< Of the current cell: block to world.
-    DXFPosition back;             ///< Where the reading goes on after a cell.
-    bool playing = false;         ///< The block's contents are played back, not read.
-    std::size_t nextItem = 0;     ///< Of the contents.
+    AffineTransform<3> transform;   ///< Of the current cell: block to world.
+    DXFPosition back;               ///< Where the reading goes on after a cell.
+    bool playing = false;           ///< The block's contents are played back, not read.
+    std::size_t nextItem = 0;       ///< Of the contents.
     std::unique_ptr<DXFBlockContents> recording;
 };
 

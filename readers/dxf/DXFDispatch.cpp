@@ -15,16 +15,11 @@ constexpr struct {
     std::string_view type;
     void (*build)(const DXFEntity&);
 } handlers[] = {
-    {"3DFACE", buildAs<DXFFace>},
-    {"ARC", buildAs<DXFArc>},
-    {"CIRCLE", buildAs<DXFCircle>},
-    {"ELLIPSE", buildAs<DXFEllipse>},
-    {"INSERT", buildAs<DXFInsert>},
-    {"LINE", buildAs<DXFLine>},
-    {"3DLINE", buildAs<DXFLine>},
-    {"LWPOLYLINE", buildAs<DXFLWPolyline>},
-    {"POLYLINE", buildAs<DXFPolyline>},
-    {"SOLID", buildAs<DXFSolid>},
+    {"3DFACE", buildAs<DXFFace>},       {"ARC", buildAs<DXFArc>},
+    {"CIRCLE", buildAs<DXFCircle>},     {"ELLIPSE", buildAs<DXFEllipse>},
+    {"INSERT", buildAs<DXFInsert>},     {"LINE", buildAs<DXFLine>},
+    {"3DLINE", buildAs<DXFLine>},       {"LWPOLYLINE", buildAs<DXFLWPolyline>},
+    {"POLYLINE", buildAs<DXFPolyline>}, {"SOLID", buildAs<DXFSolid>},
     {"TRACE", buildAs<DXFSolid>},
 };
 

@@ -26,7 +26,7 @@ struct DXFLayer {
 /// block, less the block's base point, moved by (column × columnSpacing, row × rowSpacing, 0),
 /// through placement() into the coordinates in which the INSERT itself is given.
 struct DXFInsertion {
-    std::string_view block;   // a view of the file
+    std::string_view block;               // a view of the file
     std::int32_t columns = 1, rows = 1;   ///< Not less.
     double columnSpacing = 0.0, rowSpacing = 0.0;
     Vector<3> scale{1, 1, 1};
@@ -34,12 +34,16 @@ struct DXFInsertion {
     Vector<3> position;     ///< In the tilted axes.
     DXFAxes tilt;
 
-    std::uint64_t cells() const noexcept { return static_cast<std::uint64_t>(columns) * static_cast<std::uint64_t>(rows); }
+    std::uint64_t cells() const noexcept
+    {
+        return static_cast<std::uint64_t>(columns) * static_cast<std::uint64_t>(rows);
+    }
 
     AffineTransform<3> placement() const noexcept
     {
-        return tilt.toWorld() * UniformTransform<3>::translation(position) *
-               UniformTransform<3>::rotation(Angle::degrees(degrees)) * NonUniformTransform<3>::scale(scale);
+        return tilt.toWorld() * UniformTransform<3>::translation(position)
+               * UniformTransform<3>::rotation(Angle::degrees(degrees))
+               * NonUniformTransform<3>::scale(scale);
     }
 };
 
@@ -76,7 +80,8 @@ protected:
     ~DXFDrawing() = default;
 
 private:
-    virtual void placeFacet(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat) = 0;
+    virtual void placeFacet(const Material& material, std::span<const Point<3>> corners,
+                            const DXFAxes* flat) = 0;
 
     std::uint64_t facetsGiven = 0;
 };

@@ -14,7 +14,9 @@ std::string_view firstText(std::span<const DXFGroup> run, int code) noexcept
 }   // namespace
 
 DXFEntity::DXFEntity(DXFDrawing& model, const DXFRecord& entity)
-    : drawing(model), record(entity), layer(entity.textOr(8, ""))
+    : drawing(model),
+      record(entity),
+      layer(entity.textOr(8, ""))
 {
     if (!record.isExtended()) return;
     if (const auto definition = record.extendedData("AVE_MATERIAL"); !definition.empty()) {
@@ -34,12 +36,15 @@ bool DXFEntity::isVisible()
     const DXFLayer& itsLayer = drawing.findLayer(layer);
     if (!itsLayer.frozen() && !itsLayer.off()) return true;
 
-    const bool drawn = is(record.type(), "INSERT") && !itsLayer.frozen();   // its entities have layers of their own
+    const bool drawn =
+        is(record.type(), "INSERT") && !itsLayer.frozen();   // its entities have layers of their own
     if (log())
         log().line(drawn ? "keeping " : "skipping ", record.type(), " ", record.textOr(2, ""),
                    itsLayer.frozen() ? ", frozen-layer " : ", OFF-layer ", layer, " at line ", record.line());
     if (!drawn)
-        drawing.skip(record.type(), itsLayer.frozen() ? SkippedEntities::Why::layerFrozen : SkippedEntities::Why::layerOff, layer);
+        drawing.skip(record.type(),
+                     itsLayer.frozen() ? SkippedEntities::Why::layerFrozen : SkippedEntities::Why::layerOff,
+                     layer);
     return drawn;
 }
 
@@ -49,7 +54,10 @@ const Material& DXFEntity::material()
     return *surface;
 }
 
-void DXFGraphic::addFace(std::span<const Point<3>> corners, const DXFAxes* flat) { drawing.addFacet(material(), corners, flat); }
+void DXFGraphic::addFace(std::span<const Point<3>> corners, const DXFAxes* flat)
+{
+    drawing.addFacet(material(), corners, flat);
+}
 
 void DXFGraphic::addLoop(DXFLoop loop, const DXFAxes* flat)
 {
@@ -79,7 +87,8 @@ void DXFPolygon::addPrism(DXFLoop loop)
     DXFLoop top = loop;
     for (Point<3>& corner : top) corner += thickness;
     addFace(top, &axes);
-    for (std::size_t i = 0; i < loop.size(); ++i) addWall(loop[i], loop[(i + 1) % loop.size()], thickness, &axes);
+    for (std::size_t i = 0; i < loop.size(); ++i)
+        addWall(loop[i], loop[(i + 1) % loop.size()], thickness, &axes);
 }
 
 }   // namespace belvor

@@ -53,7 +53,8 @@ protected:
     /// A facet of what is left of the corners without repeats, if that is three or more.
     void addLoop(DXFLoop loop, const DXFAxes* flat = nullptr);
     /// The quadrilateral a, b, b + thickness, a + thickness, if it covers any area.
-    void addWall(const Point<3>& a, const Point<3>& b, const Vector<3>& thickness, const DXFAxes* flat = nullptr);
+    void addWall(const Point<3>& a, const Point<3>& b, const Vector<3>& thickness,
+                 const DXFAxes* flat = nullptr);
 };
 
 /// An entity with an object coordinate system (groups 210, 220, 230), an elevation (38) and a

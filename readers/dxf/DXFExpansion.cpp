@@ -7,10 +7,14 @@
 namespace belvor {
 namespace {
 
-constexpr std::size_t mostRecordedBytes = std::size_t{64} << 20;   // of all blocks; beyond, their text is read again
+constexpr std::size_t mostRecordedBytes = std::size_t{64}
+                                          << 20;   // of all blocks; beyond, their text is read again
 constexpr std::size_t itemsBetweenReports = 128;
 
-const char* labelOf(const DXFExpansion& expansion) noexcept { return expansion.block ? "INSERTed block" : "ENTITIES section"; }
+const char* labelOf(const DXFExpansion& expansion) noexcept
+{
+    return expansion.block ? "INSERTed block" : "ENTITIES section";
+}
 
 /// And small enough to be added up.
 bool isFinite(std::span<const Point<3>> corners) noexcept
@@ -76,9 +80,9 @@ void DXF::startCell()
         if (cell.block) {
             const DXFInsertion& insertion = cell.insertion;
             log().line("Insert hook");
-            log().line("InsertTransform [", insertion.scale, "    scale ", insertion.degrees, " degrees", " rotate ",
-                       insertion.position, " translate ", insertion.tilt.toWorld(), " tilt ", "] * ",
-                       expansions[expansions.size() - 2].transform);
+            log().line("InsertTransform [", insertion.scale, "    scale ", insertion.degrees, " degrees",
+                       " rotate ", insertion.position, " translate ", insertion.tilt.toWorld(), " tilt ",
+                       "] * ", expansions[expansions.size() - 2].transform);
             log().line("InsertTransform =", " ", cell.transform);
         }
         log().line("ReadEntitiesSection for ", labelOf(cell), " from line ", dxfStream->position().line);
@@ -145,7 +149,8 @@ void DXF::playBack()
         const DXFBlockContents::Item& item = contents.items[cell.nextItem++];
         if (const auto* facet = std::get_if<DXFBlockContents::Facet>(&item)) {
             addMapped(*facet->material, {contents.corners.data() + facet->firstCorner, facet->cornerCount},
-                      facet->flat < 0 ? nullptr : &contents.flats[static_cast<std::size_t>(facet->flat)], cell.transform);
+                      facet->flat < 0 ? nullptr : &contents.flats[static_cast<std::size_t>(facet->flat)],
+                      cell.transform);
         } else if (const auto* name = std::get_if<DXFBlockContents::MaterialName>(&item)) {
             findMaterial(name->key).name = name->name;
         } else {
@@ -180,12 +185,14 @@ void DXF::finishRecording()
     if (!contents.onlySkips) return;
     const DXFInsertion& insertion = cell.insertion;
     const auto rows = static_cast<std::uint64_t>(insertion.rows);
-    contents.countSkips(insertion.cells() - static_cast<std::uint64_t>(cell.column) * rows - static_cast<std::uint64_t>(cell.row) - 1);
+    contents.countSkips(insertion.cells() - static_cast<std::uint64_t>(cell.column) * rows
+                        - static_cast<std::uint64_t>(cell.row) - 1);
     cell.column = insertion.columns - 1;
     cell.row = insertion.rows - 1;
 }
 
-/// Whether nothing is drawn, neither by the contents nor by their insertions, whose skips they take over then.
+/// Whether nothing is drawn, neither by the contents nor by their insertions, whose skips they take over
+/// then.
 bool DXF::summarise(DXFBlockContents& contents) const
 {
     std::map<const DXFBlockContents*, std::uint64_t> cells;
@@ -193,12 +200,14 @@ bool DXF::summarise(DXFBlockContents& contents) const
         const auto* const insertion = std::get_if<DXFInsertion*>(&item);
         if (!insertion) return false;
         const DXFBlock& block = blocks.find((*insertion)->block)->second;
-        if (block.expanding || !block.contents || !block.contents->onlySkips) return false;   // or what it gives is not known yet
+        if (block.expanding || !block.contents || !block.contents->onlySkips)
+            return false;   // or what it gives is not known yet
         std::uint64_t& times = cells[block.contents.get()];
         times = counted(times, (*insertion)->cells(), 1);
     }
     for (const auto& [inner, times] : cells)
-        for (const auto& [entry, count] : inner->skips) contents.skips[entry] = counted(contents.skips[entry], count, times);
+        for (const auto& [entry, count] : inner->skips)
+            contents.skips[entry] = counted(contents.skips[entry], count, times);
     return true;
 }
 

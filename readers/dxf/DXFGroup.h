@@ -19,7 +19,8 @@ constexpr DXFValueType tabulatedType(std::size_t code) noexcept
     const auto within = [code](std::size_t first, std::size_t last) { return code >= first && code <= last; };
     if (within(10, 59) || within(140, 147) || within(210, 239) || within(1010, 1059) || within(1210, 1239))
         return DXFValueType::real;
-    if (within(60, 79) || within(170, 179) || within(270, 289) || within(1060, 1070)) return DXFValueType::integer16;
+    if (within(60, 79) || within(170, 179) || within(270, 289) || within(1060, 1070))
+        return DXFValueType::integer16;
     if (within(90, 99) || code == 1071) return DXFValueType::integer32;
     return DXFValueType::text;
 }
@@ -60,7 +61,8 @@ struct DXFGroup {
     DXFValueType type = DXFValueType::text;
     std::int32_t line = 0;   ///< Of the code: a line from 1, or a byte offset in a binary file.
     std::string_view text;   ///< The whole value line; a binary text; empty for a binary number.
-    mutable double number = notConverted;   ///< Not finite: not converted yet, or a bad value of a binary file.
+    mutable double number =
+        notConverted;   ///< Not finite: not converted yet, or a bad value of a binary file.
 
     static constexpr double notConverted = std::numeric_limits<double>::quiet_NaN();
 };

@@ -10,7 +10,8 @@ void DXFInsert::build()
         return drawing.skip(record.type(), SkippedEntities::Why::blockUnknown, insertion.block);
     insertion.columns = record.integerOr(70, 1);
     insertion.rows = record.integerOr(71, 1);
-    if (insertion.columns <= 0 || insertion.rows <= 0) return drawing.skip(record.type(), SkippedEntities::Why::noCells, {});
+    if (insertion.columns <= 0 || insertion.rows <= 0)
+        return drawing.skip(record.type(), SkippedEntities::Why::noCells, {});
 
     insertion.columnSpacing = record.realOr(44, 0.0);
     insertion.rowSpacing = record.realOr(45, 0.0);

@@ -10,7 +10,7 @@ namespace {
 /// multiplied by a scale. About the origin, map coordinates in the millions would drown the
 /// digits that matter.
 struct SpokeSums {
-    Vector<3> area;               // of the cross products of neighbours
+    Vector<3> area;   // of the cross products of neighbours
     Vector<3> spokes;
     double longestSquare = 0.0;
 
@@ -32,7 +32,8 @@ double largestCoordinate(std::span<const Point<3>> corners) noexcept
 {
     double largest = 0.0;
     for (const Point<3>& corner : corners)
-        for (int axis = 0; axis < 3; ++axis) largest = std::max(largest, std::fabs(corner[axis] - corners[0][axis]));
+        for (int axis = 0; axis < 3; ++axis)
+            largest = std::max(largest, std::fabs(corner[axis] - corners[0][axis]));
     return largest;
 }
 
@@ -70,7 +71,8 @@ Plane planeOf(std::span<const Point<3>> corners, const Vector<3>& flatNormal) no
         const Vector<3> unit(normal[0] / length, normal[1] / length, normal[2] / length);
         return {unit, dot(unit, mean.vector())};
     }
-    if (flatNormal.unit() == Vector<3>() || !std::isfinite(flatNormal.length())) return {Vector<3>(0, 0, 1), mean};
+    if (flatNormal.unit() == Vector<3>() || !std::isfinite(flatNormal.length()))
+        return {Vector<3>(0, 0, 1), mean};
     return {flatNormal, mean};
 }
 

@@ -1,6 +1,6 @@
 #include "readers/dxf/DXFObjects.h"
 
-#include "app/errors/BadFile.h"
+#include "errors/BadFile.h"
 #include "readers/dxf/DXFStream.h"
 
 namespace belvor {

@@ -23,11 +23,13 @@ void DXFPolyPrim::addMeshFace(const DXFVertexEntity& face, const std::vector<Poi
     std::array<Point<3>, 4> corners;
     std::size_t count = 0;
     for (int code = 71; code <= 74; ++code) {
-        const std::int64_t index = std::abs(std::int64_t{face.groups().integerOr(code, 0)});   // negative: an unseen edge
+        const std::int64_t index =
+            std::abs(std::int64_t{face.groups().integerOr(code, 0)});   // negative: an unseen edge
         if (index == 0) break;
         if (index > static_cast<std::int64_t>(positions.size()))
             throw BadFile(BadFile::badGroup, "PolyfaceMesh index: %s",
-                          "vertex[" + std::to_string(index) + "] outside range (0.." + std::to_string(positions.size()) + ")",
+                          "vertex[" + std::to_string(index) + "] outside range (0.."
+                              + std::to_string(positions.size()) + ")",
                           stream().fileName(), face.groups().find(code)->line);
         corners[count++] = positions[static_cast<std::size_t>(index - 1)];
     }

@@ -27,7 +27,8 @@ void DXFPolyPrim::buildPolygonMesh()
     }
     log().line("Polyline ", "mesh", has(closed) ? " (closed)" : "", ", N=", n, " M=", m);
     if (static_cast<std::int64_t>(m) * n != static_cast<std::int64_t>(points.size()))
-        throw BadFile(BadFile::badGroup, "PolygonMesh ends with wrong number of vertices", {}, stream().fileName(), startLine);
+        throw BadFile(BadFile::badGroup, "PolygonMesh ends with wrong number of vertices", {},
+                      stream().fileName(), startLine);
     addCells(points, m, n);
 }
 
@@ -36,11 +37,13 @@ void DXFPolyPrim::addCells(const std::vector<Point<3>>& points, std::int32_t m, 
 {
     if (m < 2 || n < 2) return;
     const auto at = [&](std::int32_t i, std::int32_t j) {
-        return points[static_cast<std::size_t>(i % m) * static_cast<std::size_t>(n) + static_cast<std::size_t>(j % n)];
+        return points[static_cast<std::size_t>(i % m) * static_cast<std::size_t>(n)
+                      + static_cast<std::size_t>(j % n)];
     };
     const std::int32_t cellsInM = has(closed) ? m : m - 1, cellsInN = has(closedInN) ? n : n - 1;
     for (std::int32_t i = 0; i < cellsInM; ++i)
-        for (std::int32_t j = 0; j < cellsInN; ++j) addFace({at(i, j), at(i + 1, j), at(i + 1, j + 1), at(i, j + 1)});
+        for (std::int32_t j = 0; j < cellsInN; ++j)
+            addFace({at(i, j), at(i + 1, j), at(i + 1, j + 1), at(i, j + 1)});
 }
 
 }   // namespace belvor

@@ -23,7 +23,8 @@ void DXFPolyline2D::build()
         if (!vertex.has(DXFVertexEntity::frameControl)) withoutFrame.push_back(vertices.back());
         splineFitted |= vertex.has(DXFVertexEntity::splineFit);
     });
-    addStrip(splineFitted ? withoutFrame : vertices, z.value_or(elevation));   // the frame only steers the curve
+    addStrip(splineFitted ? withoutFrame : vertices,
+             z.value_or(elevation));   // the frame only steers the curve
 }
 
 void DXFPolyline2D::addStrip(const std::vector<StripVertex>& vertices, double z)
@@ -44,7 +45,8 @@ void DXFPolyline2D::addThinChord(const Point<3>& from, const Point<3>& to)
     if (isThick()) addWall(from, to, thickness, &axes);
 }
 
-void DXFPolyline2D::addSegment(const StripSegment& segment, const StripJoint& before, const StripJoint& after, double z)
+void DXFPolyline2D::addSegment(const StripSegment& segment, const StripJoint& before, const StripJoint& after,
+                               double z)
 {
     struct Station {
         Point<3> centre, left, right;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/errors/BadFile.h"
+#include "errors/BadFile.h"
 #include "readers/dxf/DXFEntity.h"
 #include "readers/dxf/DXFStrip.h"
 
@@ -13,7 +13,10 @@ class DXFVertexEntity final : public DXFEntity {
 public:
     enum Flag { splineFit = 8, frameControl = 16, meshPosition = 64, faceMesh = 128 };
 
-    DXFVertexEntity(DXFDrawing& model, const DXFRecord& vertex) : DXFEntity(model, vertex), flags(vertex.integerOr(70, 0)) {}
+    DXFVertexEntity(DXFDrawing& model, const DXFRecord& vertex)
+        : DXFEntity(model, vertex),
+          flags(vertex.integerOr(70, 0))
+    {}
 
     bool has(Flag flag) const noexcept { return (flags & flag) != 0; }
     /// The record's groups, while it is the current one.
@@ -41,8 +44,8 @@ protected:
     {
         while (stream().nextRecord() && stream().type() != "SEQEND") {
             if (stream().type() != "VERTEX")
-                throw BadFile(BadFile::badGroup, "DXFVertex constructed with non-VERTEX group", {}, stream().fileName(),
-                              stream().line());
+                throw BadFile(BadFile::badGroup, "DXFVertex constructed with non-VERTEX group", {},
+                              stream().fileName(), stream().line());
             use(DXFVertexEntity(drawing, stream().readRecord()));
         }
     }
@@ -85,9 +88,9 @@ public:
     void build() override;
 
 private:
-    void buildPolygonMesh();                                     // DXFPolygonMesh.cpp
+    void buildPolygonMesh();   // DXFPolygonMesh.cpp
     void addCells(const std::vector<Point<3>>& points, std::int32_t m, std::int32_t n);
-    void buildPolyfaceMesh();                                    // DXFPolyfaceMesh.cpp
+    void buildPolyfaceMesh();   // DXFPolyfaceMesh.cpp
     void addMeshFace(const DXFVertexEntity& face, const std::vector<Point<3>>& positions);
 };
 

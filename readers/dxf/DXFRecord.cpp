@@ -1,8 +1,8 @@
 #include "readers/dxf/DXFRecord.h"
 
-#include "app/errors/BadFile.h"
 #include "calcore/Number.h"
 #include "calcore/Scanner.h"
+#include "errors/BadFile.h"
 
 #include <cmath>
 
@@ -21,7 +21,8 @@ std::string_view firstWord(std::string_view text) noexcept
 bool realWord(std::string_view text, double& value) noexcept
 {
     Scanner<> scanner(text);   // the quick road for the plain numbers that nearly all are
-    if (scanner.real(value) && (scanner.position() == scanner.end() || isBlank(*scanner.position()))) return true;
+    if (scanner.real(value) && (scanner.position() == scanner.end() || isBlank(*scanner.position())))
+        return true;
     return isDouble(firstWord(text), value);
 }
 
@@ -80,7 +81,8 @@ std::int32_t DXFRecord::integerOr(int code, std::int32_t otherwise) const
 void DXFRecord::convertReal(const DXFGroup& group) const
 {
     double value = 0.0;
-    if (!realWord(group.text, value) || !std::isfinite(value)) throw BadFile(BadFile::badReal, *file, group.line);
+    if (!realWord(group.text, value) || !std::isfinite(value))
+        throw BadFile(BadFile::badReal, *file, group.line);
     group.number = value;
 }
 

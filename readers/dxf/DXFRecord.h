@@ -126,7 +126,8 @@ template <class Refill, class Fill>
 void DXFRecord::appendWhile(Refill refill, Fill fill)
 {
     for (bool more = true; more; ++count) {
-        if (count < indexed) count = static_cast<std::size_t>(refill(&list[count], list.data() + indexed) - list.data());
+        if (count < indexed)
+            count = static_cast<std::size_t>(refill(&list[count], list.data() + indexed) - list.data());
         if (count == list.size()) list.resize(2 * count);
         const std::uint16_t before = list[count].code;
         more = fill(list[count]);

@@ -6,8 +6,13 @@
 namespace belvor {
 
 DXFStream::DXFStream(Source source)
-    : begin(source.bytes.data()), end(begin + source.bytes.size()), here{begin, 1}, file(std::move(source.file)),
-      name(std::move(source.name)), reporter(source.reporter), record(name)
+    : begin(source.bytes.data()),
+      end(begin + source.bytes.size()),
+      here{begin, 1},
+      file(std::move(source.file)),
+      name(std::move(source.name)),
+      reporter(source.reporter),
+      record(name)
 {
     if (source.logging) diagnostics = DXFLog(name + ".log");
 }
@@ -21,7 +26,8 @@ std::unique_ptr<DXFStream> DXFStream::open(const std::string& fileName, Reporter
     return make({std::move(mapped), bytes, fileName, reporter, logging});
 }
 
-std::unique_ptr<DXFStream> DXFStream::over(std::string_view bytes, const std::string& fileName, Reporter& reporter, bool logging)
+std::unique_ptr<DXFStream> DXFStream::over(std::string_view bytes, const std::string& fileName,
+                                           Reporter& reporter, bool logging)
 {
     return make({nullptr, bytes, fileName, reporter, logging});
 }

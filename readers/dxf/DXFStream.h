@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/errors/Reporter.h"
+#include "errors/Reporter.h"
 #include "platform/MappedFile.h"
 #include "readers/dxf/DXFLog.h"
 #include "readers/dxf/DXFRecord.h"
@@ -28,8 +28,8 @@ public:
     /// is the file of that name with ".log" appended. Throws Win32Error.
     static std::unique_ptr<DXFStream> open(const std::string& fileName, Reporter& reporter, bool logging);
     /// The same over bytes that the caller keeps; `fileName` is for messages and the log.
-    static std::unique_ptr<DXFStream> over(std::string_view bytes, const std::string& fileName, Reporter& reporter,
-                                           bool logging);
+    static std::unique_ptr<DXFStream> over(std::string_view bytes, const std::string& fileName,
+                                           Reporter& reporter, bool logging);
     DXFStream(const DXFStream&) = delete;
     DXFStream& operator=(const DXFStream&) = delete;
     virtual ~DXFStream();
@@ -130,7 +130,9 @@ private:
     {
         DXFPosition place = here;
         groups.appendWhile(
-            [&place, this](DXFGroup* first, const DXFGroup* last) { return encoding().retake(place, first, last); },
+            [&place, this](DXFGroup* first, const DXFGroup* last) {
+                return encoding().retake(place, first, last);
+            },
             [&place, this](DXFGroup& group) {
                 if (!encoding().takeCode(place, group) || startsRecord(group.code)) return false;
                 encoding().takeValue(place, group);

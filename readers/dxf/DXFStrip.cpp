@@ -13,8 +13,14 @@ double cross(const Vector<2>& a, const Vector<2>& b) noexcept { return a[0] * b[
 }   // namespace
 
 StripSegment::StripSegment(const StripVertex& from, const Point<2>& to) noexcept
-    : start(from.at), end(to), startWidth(from.startWidth), endWidth(from.endWidth), bulge(from.bulge),
-      length((to - from.at).length()), along((to - from.at).unit()), bent(isBent(from.bulge))
+    : start(from.at),
+      end(to),
+      startWidth(from.startWidth),
+      endWidth(from.endWidth),
+      bulge(from.bulge),
+      length((to - from.at).length()),
+      along((to - from.at).unit()),
+      bent(isBent(from.bulge))
 {
     if (!bent) return;
     arc = bulgeArc(start, end, bulge);
@@ -53,14 +59,16 @@ StripJoint::StripJoint(const StripSegment& before, const StripSegment& after) no
     if (std::fabs(cross(arriving, leaving)) < 1e-9 && cosine > 0.0) {
         const StripStation last = before.station(before.chords()), next = after.station(0);
         shared = true;
-        meets = (last.left - next.left).length() < 1e-6 * width && (last.right - next.right).length() < 1e-6 * width;
+        meets = (last.left - next.left).length() < 1e-6 * width
+                && (last.right - next.right).length() < 1e-6 * width;
         left = last.left;
         right = last.right;
         return;
     }
     constexpr double cosineOfSharpest = -0.8660254;   // a turn of 150 degrees
     if (before.bent || after.bent || cosine < cosineOfSharpest) return;
-    const double reach = width / 2.0 * std::sqrt((1.0 - cosine) / (1.0 + cosine));   // of the mitre, along either side
+    const double reach =
+        width / 2.0 * std::sqrt((1.0 - cosine) / (1.0 + cosine));   // of the mitre, along either side
     if (reach > std::min(before.length, after.length)) return;
     const Vector<2> mitre = (leftOf(arriving) + leftOf(leaving)) * (width / 2.0 / (1.0 + cosine));
     shared = meets = true;

@@ -37,8 +37,8 @@ private:
 
     Point<2> start, end;
     double startWidth, endWidth, bulge;
-    double length;        // of the straight line
-    Vector<2> along;      // its unit vector
+    double length;     // of the straight line
+    Vector<2> along;   // its unit vector
     bool bent;
     BulgeArc arc{};
 };

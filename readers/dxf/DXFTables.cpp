@@ -1,7 +1,7 @@
 #include "readers/dxf/DXFTables.h"
 
-#include "app/errors/BadFile.h"
 #include "calcore/Number.h"
+#include "errors/BadFile.h"
 #include "readers/dxf/DXF.h"
 
 namespace belvor {
@@ -70,8 +70,8 @@ void DXF::addLayer(const DXFRecord& record)
         log().line("Duplicate LAYER definition ", name, " at line ", record.line());
         return;
     }
-    log().line("Adding LAYER definition ", name, " (Frozen? ", layer.frozen() ? "1" : "0", ", Off? ", layer.off() ? "1" : "0",
-               ") at line ", record.line());
+    log().line("Adding LAYER definition ", name, " (Frozen? ", layer.frozen() ? "1" : "0", ", Off? ",
+               layer.off() ? "1" : "0", ") at line ", record.line());
 }
 
 void DXF::readBlocks()

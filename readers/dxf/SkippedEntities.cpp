@@ -29,7 +29,8 @@ std::string reasonFor(SkippedEntities::Why why, std::string_view what)
     std::string printable(start);
     for (char& c : printable)
         if (isControl(c)) c = '?';
-    if (const std::size_t hole = reason.find("%s"); hole != std::string::npos) reason.replace(hole, 2, printable);
+    if (const std::size_t hole = reason.find("%s"); hole != std::string::npos)
+        reason.replace(hole, 2, printable);
     return reason;
 }
 

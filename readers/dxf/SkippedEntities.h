@@ -30,8 +30,8 @@ public:
     };
 
     struct Entry {
-        std::string type;     ///< As the file writes it; "?" where that is no word.
-        std::string reason;   ///< For the user, in words, without control characters.
+        std::string type;          ///< As the file writes it; "?" where that is no word.
+        std::string reason;        ///< For the user, in words, without control characters.
         std::uint64_t count = 0;   ///< At most the largest number that this holds.
     };
 

@@ -1,6 +1,6 @@
 #include "readers/man/ManClump.h"
 
-#include "app/errors/Reporter.h"
+#include "errors/Reporter.h"
 
 #include <cmath>
 

@@ -1,7 +1,7 @@
 #include "readers/man/ManFile.h"
 
-#include "app/errors/BadFile.h"
-#include "app/errors/Reporter.h"
+#include "errors/BadFile.h"
+#include "errors/Reporter.h"
 #include "platform/MappedFile.h"
 #include "readers/man/ManClump.h"
 #include "readers/man/ManLines.h"
@@ -136,7 +136,8 @@ void ManFile::readClump(ManLines& lines, Reporter& progress)
     readEdges(lines, clump, vertices, facets, progress);
 }
 
-void ManFile::readEdges(ManLines& lines, ManClump& clump, std::int32_t vertices, std::int32_t facets, Reporter& progress)
+void ManFile::readEdges(ManLines& lines, ManClump& clump, std::int32_t vertices, std::int32_t facets,
+                        Reporter& progress)
 {
     const int edgeRecord = lines.lineNumber();
     const std::int32_t edges = lines.integer(0, mostNumber);

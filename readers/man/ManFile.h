@@ -26,7 +26,8 @@ private:
     void readUnits(ManLines& lines);
     void readMaterial(ManLines& lines);
     void readClump(ManLines& lines, Reporter& progress);
-    void readEdges(ManLines& lines, ManClump& clump, std::int32_t vertices, std::int32_t facets, Reporter& progress);
+    void readEdges(ManLines& lines, ManClump& clump, std::int32_t vertices, std::int32_t facets,
+                   Reporter& progress);
 };
 
 }   // namespace belvor

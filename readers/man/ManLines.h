@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/errors/BadFile.h"
+#include "errors/BadFile.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -41,7 +41,8 @@ public:
     /// Throws a fault at the current line, or at `where`.
     [[noreturn]] void fail(BadFile::Code code) const { fail(code, lineNumber()); }
     [[noreturn]] void fail(BadFile::Code code, int where) const;
-    /// The fault of the word `found` that word() gave: a missing one of a file cut short there is the end of the file.
+    /// The fault of the word `found` that word() gave: a missing one of a file cut short there is the end of
+    /// the file.
     [[noreturn]] void failOnWord(std::string_view found, BadFile::Code code) const;
 
     /// Counted from 1.
@@ -52,10 +53,10 @@ public:
 private:
     std::string_view data;
     std::string name;
-    std::size_t next = 0;        // where the next line starts
-    std::string_view text;       // the current line
-    std::size_t place = 0;       // in the current line, behind the last word taken
-    bool cut = false;            // the current line has no line end
+    std::size_t next = 0;    // where the next line starts
+    std::string_view text;   // the current line
+    std::size_t place = 0;   // in the current line, behind the last word taken
+    bool cut = false;        // the current line has no line end
     int number = 0;
     BadFile::Code cutFault = BadFile::pastEnd;
 };

@@ -1,7 +1,7 @@
 #include "readers/things/Things.h"
 
-#include "app/errors/BadFile.h"
-#include "app/errors/Reporter.h"
+#include "errors/BadFile.h"
+#include "errors/Reporter.h"
 #include "platform/MappedFile.h"
 
 #include <algorithm>
@@ -46,7 +46,9 @@ std::int64_t facetsLeft(std::int64_t count, std::int64_t loops)
 
 }   // namespace
 
-Things::Things(const std::string& file, Reporter& reporter) : Things(MappedFile(file, true).bytes(), file, reporter) {}
+Things::Things(const std::string& file, Reporter& reporter)
+    : Things(MappedFile(file, true).bytes(), file, reporter)
+{}
 
 Things::Things(std::string_view bytes, const std::string& file, Reporter& reporter) : path(file)
 {
@@ -69,7 +71,8 @@ std::uint32_t Things::readVertices(Text& text, Reporter& reporter)
     std::int64_t count = 0;
     text.integer(count);
     for (std::int64_t i = 0; i < count; ++i) {
-        if (i % 256 == 0) reporter.check(0, things, static_cast<double>(i) / (2.0 * static_cast<double>(count)));
+        if (i % 256 == 0)
+            reporter.check(0, things, static_cast<double>(i) / (2.0 * static_cast<double>(count)));
         double x = 0, y = 0, z = 0;
         if (!text.real(x) || !text.real(y) || !text.real(z)) break;
         addVertex({x, y, z});
@@ -94,7 +97,8 @@ void Things::readFacets(Text& text, Reporter& reporter)
     std::int64_t count = 0;   // of loops in the file: every facet takes its own off
     text.integer(count);
     for (std::int64_t i = 0; i < count; ++i) {
-        if (i % 64 == 0) reporter.check(0, things, static_cast<double>(i) / (2.0 * static_cast<double>(count)) + 0.5);
+        if (i % 64 == 0)
+            reporter.check(0, things, static_cast<double>(i) / (2.0 * static_cast<double>(count)) + 0.5);
         count = facetsLeft(count, readFacet(text));
     }
 }

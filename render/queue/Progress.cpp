@@ -5,9 +5,11 @@
 namespace belvor {
 
 Progress::Progress(Handle<RenderHost> reportsTo, std::string requestName, int firstText, int texts)
-    : name(std::move(requestName)), firstStageText(firstText), stageTexts(texts), host(std::move(reportsTo))
-{
-}
+    : name(std::move(requestName)),
+      firstStageText(firstText),
+      stageTexts(texts),
+      host(std::move(reportsTo))
+{}
 
 bool Progress::progress(int stageCount, int stage, double fraction)
 {

@@ -1,17 +1,18 @@
 #pragma once
 
+#include "render/Buffer.h"
 #include "render/queue/Request.h"
 #include "scene/Camera.h"
 #include "scene/Light.h"
 #include "scene/Model.h"
-#include "render/Buffer.h"
 
 namespace belvor {
 
 /// A render of a model into a sink, of which it keeps handles until it has run.
 class RenderRequest : public Request {
 public:
-    RenderRequest(std::string name, Handle<Model> model, Handle<Camera> camera, Handle<LightSet> lighting, Handle<Buffer> sink);
+    RenderRequest(std::string name, Handle<Model> model, Handle<Camera> camera, Handle<LightSet> lighting,
+                  Handle<Buffer> sink);
     void run(Reporter& progress) override;
 
 private:

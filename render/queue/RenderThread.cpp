@@ -1,6 +1,6 @@
 #include "render/queue/RenderThread.h"
 
-#include "app/errors/BadFile.h"
+#include "errors/BadFile.h"
 #include "platform/Thread.h"
 #include "resources/Texts.h"
 
@@ -18,8 +18,10 @@ constexpr int outOfMemoryText = 611;
 class Run {
 public:
     Run(RenderQueue& requests, RenderHost& host, RequestKind kind, Handle<Request> work)
-        : queue(requests), request(std::move(work)),
-          progress(makeHandle<Progress>(Handle<RenderHost>(&host), request->name, request->firstStageText, request->stageTexts))
+        : queue(requests),
+          request(std::move(work)),
+          progress(makeHandle<Progress>(Handle<RenderHost>(&host), request->name, request->firstStageText,
+                                        request->stageTexts))
     {
         queue.setCurrent(kind, progress);
     }
@@ -78,8 +80,7 @@ try {
     } catch (const std::exception& failure) {
         host.warning(failure.what());
     }
-} catch (...) {
-}
+} catch (...) {}
 
 void renderThread(Handle<RenderQueue> queue, Handle<RenderHost> host) noexcept
 {
@@ -92,7 +93,9 @@ void renderThread(Handle<RenderQueue> queue, Handle<RenderHost> host) noexcept
 
 void startRenderThread(Handle<RenderQueue> queue, Handle<RenderHost> host)
 {
-    startThread([queue = std::move(queue), host = std::move(host)]() mutable { renderThread(std::move(queue), std::move(host)); });
+    startThread([queue = std::move(queue), host = std::move(host)]() mutable {
+        renderThread(std::move(queue), std::move(host));
+    });
 }
 
 }   // namespace belvor

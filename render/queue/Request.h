@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/errors/Reporter.h"
+#include "errors/Reporter.h"
 #include "platform/Handle.h"
 
 #include <string>
@@ -24,9 +24,10 @@ public:
 
 protected:
     Request(std::string requestName, int firstText, int texts)
-        : name(std::move(requestName)), firstStageText(firstText), stageTexts(texts)
-    {
-    }
+        : name(std::move(requestName)),
+          firstStageText(firstText),
+          stageTexts(texts)
+    {}
 };
 
 /// The last request: the thread ends when it reaches it.

@@ -8,7 +8,12 @@ namespace belvor {
 
 TEST(Number, RealsAreTakenWholeOrNotAtAll)
 {
-    const struct { const char* why; std::string text; bool good; double value; } cases[] = {
+    const struct {
+        const char* why;
+        std::string text;
+        bool good;
+        double value;
+    } cases[] = {
         {"leading plus", "+2.5", true, 2.5},
         {"no digit before the point", "-.5", true, -0.5},
         {"no digit behind the point", "5.", true, 5.0},
@@ -35,10 +40,22 @@ TEST(Number, RealsAreTakenWholeOrNotAtAll)
 
 TEST(Number, IntegersStayWithin32Bits)
 {
-    const struct { const char* text; bool good; std::int32_t value; } cases[] = {
-        {"12", true, 12},          {"+12", true, 12},      {"-12", true, -12},   {"007", true, 7},
-        {"2147483647", true, 2147483647}, {"2147483648", false, 9}, {"-2147483648", true, -2147483647 - 1},
-        {"", false, 9},            {"1.0", false, 9},      {"+", false, 9},      {"12 ", false, 9},
+    const struct {
+        const char* text;
+        bool good;
+        std::int32_t value;
+    } cases[] = {
+        {"12", true, 12},
+        {"+12", true, 12},
+        {"-12", true, -12},
+        {"007", true, 7},
+        {"2147483647", true, 2147483647},
+        {"2147483648", false, 9},
+        {"-2147483648", true, -2147483647 - 1},
+        {"", false, 9},
+        {"1.0", false, 9},
+        {"+", false, 9},
+        {"12 ", false, 9},
     };
     for (const auto& c : cases) {
         std::int32_t value = 9;

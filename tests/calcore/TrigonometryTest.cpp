@@ -15,7 +15,8 @@ namespace {
 /// The distance in units of the last place of `expected`.
 double unitsApart(double value, double expected)
 {
-    const double unit = std::nextafter(std::abs(expected), std::numeric_limits<double>::infinity()) - std::abs(expected);
+    const double unit =
+        std::nextafter(std::abs(expected), std::numeric_limits<double>::infinity()) - std::abs(expected);
     return std::abs(value - expected) / unit;
 }
 
@@ -23,13 +24,17 @@ double unitsApart(double value, double expected)
 
 TEST(Trigonometry, SineAndCosineAreAccurateWhereReductionIsHard)
 {
-    const struct { const char* why; double angle, sine, cosine; } cases[] = {
+    const struct {
+        const char* why;
+        double angle, sine, cosine;
+    } cases[] = {
         {"almost π: only the third part of π/2 is left", 0x1.921fb54442d18p+1, 0x1.1a62633145c07p-53, -1.0},
         {"the cosine's zero", 0x1.921fb54442d18p+0, 1.0, 0x1.1a62633145c07p-54},
         {"45 degrees", 0x1.921fb54442d18p-1, 0x1.6a09e667f3bccp-1, 0x1.6a09e667f3bcdp-1},
         {"30 degrees", 0x1.0c152382d7365p-1, 0x1.fffffffffffffp-2, 0x1.bb67ae8584cabp-1},
         {"small", 0x1.12e0be826d695p-30, 0x1.12e0be826d695p-30, 1.0},
-        {"the farthest that is reduced exactly", -0x1.e847f00000000p+19, 0x1.833357b1489f3p-1, 0x1.4efdfc640fc4dp-1},
+        {"the farthest that is reduced exactly", -0x1.e847f00000000p+19, 0x1.833357b1489f3p-1,
+         0x1.4efdfc640fc4dp-1},
         {"725 degrees", 0x1.94ea984d9fba1p+3, 0x1.64fd6b8c280d8p-4, 0x1.fe0d3b41815a2p-1},
     };
     for (const auto& c : cases) {
@@ -44,12 +49,23 @@ TEST(Trigonometry, SineAndCosineAreAccurateWhereReductionIsHard)
 
 TEST(Trigonometry, ArctangentKnowsEveryQuadrantAndSize)
 {
-    const struct { double y, x, angle; } cases[] = {
-        {1.0, 1.0, 0x1.921fb54442d18p-1},     {-1.75, 1.75, -0x1.921fb54442d18p-1},  {1.0, 0.0, 0x1.921fb54442d18p+0},
-        {0.0, -1.0, 0x1.921fb54442d18p+1},    {-0.0, -1.0, -0x1.921fb54442d18p+1},   {0.0, 1.0, 0.0},
-        {0.0, 0.0, 0.0},                      {1e308, -1e308, 0x1.2d97c7f3321d2p+1}, {5e-324, 1e-323, 0x1.dac670561bb4fp-2},
-        {3.0, 16.0, 0x1.7b97b4bce5b02p-3},    {3.0000001, 16.0, 0x1.7b97b58c5a2c9p-3}, {1.0, 1e300, 0x1.56e1fc2f8f359p-997},
-        {-2.0, 1e-300, -0x1.921fb54442d18p+0}, {0.4, -0.7, 0x1.4fac5404fe6dbp+1},
+    const struct {
+        double y, x, angle;
+    } cases[] = {
+        {1.0, 1.0, 0x1.921fb54442d18p-1},
+        {-1.75, 1.75, -0x1.921fb54442d18p-1},
+        {1.0, 0.0, 0x1.921fb54442d18p+0},
+        {0.0, -1.0, 0x1.921fb54442d18p+1},
+        {-0.0, -1.0, -0x1.921fb54442d18p+1},
+        {0.0, 1.0, 0.0},
+        {0.0, 0.0, 0.0},
+        {1e308, -1e308, 0x1.2d97c7f3321d2p+1},
+        {5e-324, 1e-323, 0x1.dac670561bb4fp-2},
+        {3.0, 16.0, 0x1.7b97b4bce5b02p-3},
+        {3.0000001, 16.0, 0x1.7b97b58c5a2c9p-3},
+        {1.0, 1e300, 0x1.56e1fc2f8f359p-997},
+        {-2.0, 1e-300, -0x1.921fb54442d18p+0},
+        {0.4, -0.7, 0x1.4fac5404fe6dbp+1},
     };
     for (const auto& c : cases) {
         EXPECT_LE(unitsApart(arctangent(c.y, c.x), c.angle), 2.0) << c.y << ", " << c.x;

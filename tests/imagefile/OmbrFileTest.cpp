@@ -12,7 +12,12 @@ namespace belvor {
 
 TEST(OmbrFile, RefusesPicturesItCannotNumber)
 {
-    const struct { const char* why; long long width, height; unsigned long long materials; bool good; } cases[] = {
+    const struct {
+        const char* why;
+        long long width, height;
+        unsigned long long materials;
+        bool good;
+    } cases[] = {
         {"largest square", 16383, 16383, 0, true},
         {"too wide for its byte counts", 16384, 1, 0, false},
         {"too high", 1, 65536, 0, false},
@@ -35,12 +40,15 @@ TEST(OmbrBuff, AbandonedEndsWithItsDirectories)
 {
     const test::TempFile target("abandoned.omb");
     const Handle<Model> model = test::thingsModel(test::boxText);
-    const Scene scene = buildScene(wholeModel(freshView(), {24, 18}), test::placeOf(*model), {24, 18}, 24, 18);
+    const Scene scene =
+        buildScene(wholeModel(freshView(), {24, 18}), test::placeOf(*model), {24, 18}, 24, 18);
     test::RecordingReporter impatient(5);
-    EXPECT_THROW(model->render(*scene.camera, *scene.lights, *makeHandle<OmbrBuff>(target.path(), model, scene.camera, 24, 18), impatient),
+    EXPECT_THROW(model->render(*scene.camera, *scene.lights,
+                               *makeHandle<OmbrBuff>(target.path(), model, scene.camera, 24, 18), impatient),
                  Reporter::Abandoned);
     const std::string bytes = target.bytes();
-    const std::size_t colour = static_cast<unsigned char>(bytes.at(4)) + 256u * static_cast<unsigned char>(bytes.at(5));
+    const std::size_t colour =
+        static_cast<unsigned char>(bytes.at(4)) + 256u * static_cast<unsigned char>(bytes.at(5));
     EXPECT_EQ(bytes.size(), colour + 174);
     EXPECT_EQ(bytes.substr(colour, 2), std::string("\x0E\0", 2));
 }

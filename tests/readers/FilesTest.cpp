@@ -1,6 +1,6 @@
-#include "app/errors/BadFile.h"
-#include "fuzz/DrawSmall.h"
 #include "platform/Files.h"
+#include "errors/BadFile.h"
+#include "fuzz/DrawSmall.h"
 #include "platform/Win32Error.h"
 #include "readers/ModelFile.h"
 #include "readers/dxf/DXF.h"
@@ -22,17 +22,22 @@ const std::string root = BELVOR_SOURCE_DIR;
 std::vector<std::string> corpus(const std::string& folder)
 {
     std::vector<std::string> paths;
-    for (const auto& entry : std::filesystem::directory_iterator(root + "/fuzz/corpus/" + folder)) paths.push_back(entry.path().string());
+    for (const auto& entry : std::filesystem::directory_iterator(root + "/fuzz/corpus/" + folder))
+        paths.push_back(entry.path().string());
     return paths;
 }
 
 }   // namespace
 
-/// Every input that a fuzz run found worth keeping is read and drawn, refused with a fault that tells its place, or given up.
+/// Every input that a fuzz run found worth keeping is read and drawn, refused with a fault that tells its
+/// place, or given up.
 TEST(Corpus, OfModelsIsReadOrRefused)
 {
-    const struct { const char* folder; FileType type; int drawn; } cases[] = {
-        {"things", FileType::things, 3}, {"dxf", FileType::dxf, 10}, {"man", FileType::man, 2}};
+    const struct {
+        const char* folder;
+        FileType type;
+        int drawn;
+    } cases[] = {{"things", FileType::things, 3}, {"dxf", FileType::dxf, 10}, {"man", FileType::man, 2}};
     for (const auto& c : cases) {
         int drawn = 0;
         for (const std::string& path : corpus(c.folder)) {
@@ -40,13 +45,13 @@ TEST(Corpus, OfModelsIsReadOrRefused)
             try {
                 const Handle<Model> model = readModel(path, c.type, patience);
                 for (std::uint32_t i = 0; c.type == FileType::dxf && i < model->facetCount(); ++i)
-                    EXPECT_NEAR(model->facet(i).plane.normal().length(), 1.0, 1e-9) << path << ", facet " << i;
+                    EXPECT_NEAR(model->facet(i).plane.normal().length(), 1.0, 1e-9)
+                        << path << ", facet " << i;
                 if (model->facetCount() < 2000) drawSmall(*model);
                 drawn += model->facetCount() > 0;
             } catch (const BadFile& fault) {
                 EXPECT_TRUE(fault.line() >= 1 || c.type == FileType::things) << path;
-            } catch (const Reporter::Abandoned&) {
-            }
+            } catch (const Reporter::Abandoned&) {}
         }
         EXPECT_GT(drawn, c.drawn) << c.folder;
     }
@@ -71,8 +76,10 @@ TEST(Corpus, SurvivesEveryCutAndManyFlips)
         else makeHandle<DXF>(bytes, "a.file", reporter);
     };
     std::mt19937 random(1);
-    for (const std::string path : {"dxf/blocks.text", "dxf/blocks.binary", "dxf/blocks.wide", "dxf/lwpolyline.text", "dxf/lwpolyline.binary",
-                                   "dxf/lwpolyline.wide", "dxf/polyface.text", "dxf/polyface.binary", "dxf/polyface.wide", "man/star"}) {
+    for (const std::string path :
+         {"dxf/blocks.text", "dxf/blocks.binary", "dxf/blocks.wide", "dxf/lwpolyline.text",
+          "dxf/lwpolyline.binary", "dxf/lwpolyline.wide", "dxf/polyface.text", "dxf/polyface.binary",
+          "dxf/polyface.wide", "man/star"}) {
         std::string whole;
         ASSERT_TRUE(readWholeFile(root + "/fuzz/corpus/" + path, whole));
         SilentReporter silent;
@@ -88,19 +95,21 @@ TEST(Corpus, SurvivesEveryCutAndManyFlips)
                 read(path, {exact.get(), damaged.size()}, patience);
             } catch (const BadFile& fault) {
                 EXPECT_EQ(fault.file(), "a.file") << path;
-            } catch (const Reporter::Abandoned&) {
-            }
+            } catch (const Reporter::Abandoned&) {}
         }
     }
 }
 
 TEST(Samples, HaveTheirKnownSizes)
 {
-    const struct { const char* name; std::uint32_t vertices, edges, facets, materials; } cases[] = {
+    const struct {
+        const char* name;
+        std::uint32_t vertices, edges, facets, materials;
+    } cases[] = {
         {"teapot.thf", 792, 2976, 992, 1},
         {"bunny.thf", 1839, 11022, 3674, 1},
         {"dxf/every-entity.dxf", 1831, 1831, 422, 6},
-        {"dxf/village.dxf", 8484, 8484, 1545, 4},       // none of the frozen layer, none of what is off
+        {"dxf/village.dxf", 8484, 8484, 1545, 4},   // none of the frozen layer, none of what is off
         {"dxf/others/PinkEggFromLW.dxf", 1152, 1152, 288, 1},
         {"dxf/others/threeDFaces.dxf", 48, 48, 12, 1},
         {"dxf/others/ae.r12b.dxf", 36, 36, 1, 1},
@@ -123,8 +132,13 @@ TEST(Samples, HaveTheirKnownSizes)
 TEST(ModelFile, TellsItsProgressAndStopsAtOnce)
 {
     // Things count what they have read; the others tell the share of the bytes, in one stage.
-    const struct { const char* path; int stages; double last; } cases[] = {
-        {"teapot.thf", 0, 0.983870967741935}, {"dxf/others/PinkEggFromLW.dxf", 1, 0.999}, {"man/lighthouse.man", 1, 1.0}};
+    const struct {
+        const char* path;
+        int stages;
+        double last;
+    } cases[] = {{"teapot.thf", 0, 0.983870967741935},
+                 {"dxf/others/PinkEggFromLW.dxf", 1, 0.999},
+                 {"man/lighthouse.man", 1, 1.0}};
     for (const auto& c : cases) {
         const std::string path = root + "/samples/" + c.path;
         test::RecordingReporter patient;
@@ -135,7 +149,8 @@ TEST(ModelFile, TellsItsProgressAndStopsAtOnce)
         EXPECT_NEAR(std::get<2>(patient.calls.back()), c.last, 0.001) << path;
         for (const std::size_t stop : {std::size_t{0}, patient.calls.size() / 2, patient.calls.size() - 1}) {
             test::RecordingReporter impatient(stop);
-            EXPECT_THROW(readModel(path, fileTypeOf(path), impatient), Reporter::Abandoned) << path << ", call " << stop;
+            EXPECT_THROW(readModel(path, fileTypeOf(path), impatient), Reporter::Abandoned)
+                << path << ", call " << stop;
             EXPECT_EQ(impatient.calls.size(), stop + 1) << path;
         }
     }
@@ -145,7 +160,8 @@ TEST(ModelFile, ThatCannotBeOpenedIsTheSystemsError)
 {
     const test::TempFile empty("empty.dxf");   // cannot be mapped
     SilentReporter silent;
-    for (const std::string& path : {std::string("no/such.thf"), std::string("no/such.dxf"), std::string("no/such.man"), empty.path()}) {
+    for (const std::string& path :
+         {std::string("no/such.thf"), std::string("no/such.dxf"), std::string("no/such.man"), empty.path()}) {
         try {
             readModel(path, fileTypeOf(path), silent);
             ADD_FAILURE() << path;
@@ -157,10 +173,14 @@ TEST(ModelFile, ThatCannotBeOpenedIsTheSystemsError)
 
 TEST(ModelFile, TypesGoByTheLettersBehindTheLastDot)
 {
-    const struct { const char* path; FileType type; } cases[] = {
-        {"x.THF", FileType::things}, {"x.dxf", FileType::dxf},      {"x.thf2", FileType::unknown}, {"x", FileType::unknown},
-        {"x.", FileType::unknown},   {"a.thf\\x", FileType::unknown}, {"x.th", FileType::unknown},   {".man", FileType::man},
-        {"a.b/c.Man", FileType::man}, {"", FileType::unknown},
+    const struct {
+        const char* path;
+        FileType type;
+    } cases[] = {
+        {"x.THF", FileType::things}, {"x.dxf", FileType::dxf},  {"x.thf2", FileType::unknown},
+        {"x", FileType::unknown},    {"x.", FileType::unknown}, {"a.thf\\x", FileType::unknown},
+        {"x.th", FileType::unknown}, {".man", FileType::man},   {"a.b/c.Man", FileType::man},
+        {"", FileType::unknown},
     };
     for (const auto& c : cases) EXPECT_EQ(fileTypeOf(c.path), c.type) << c.path;
 }

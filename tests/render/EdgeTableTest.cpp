@@ -10,7 +10,12 @@ namespace belvor {
 TEST(ActiveRows, EndWhereAnEdgeEndsOnARowOrBeyondAllRows)
 {
     constexpr double front = -1, behind = 1;
-    const struct { const char* why; double y0, z0, y1, z1; int first, last; } cases[] = {   // `first` above `last`: never
+    const struct {
+        const char* why;
+        double y0, z0, y1, z1;
+        int first, last;
+    } cases[] = {
+        // `first` above `last`: never
         {"ends on rows: below the upper, down to the lower", 1, front, 4, front, 2, 4},
         {"upper end on the first row", 0, front, 4.5, front, 1, 4},
         {"ends on the first row", -5, front, 0, front, 0, 0},
@@ -24,7 +29,8 @@ TEST(ActiveRows, EndWhereAnEdgeEndsOnARowOrBeyondAllRows)
     for (const auto& c : cases) {
         const EdgeRows rows = activeRows(c.y0, c.z0, c.y1, c.z1, 10);
         EXPECT_EQ(rows.first > rows.last, c.first > c.last) << c.why;
-        EXPECT_TRUE(c.first > c.last || (rows.first == c.first && rows.last == c.last)) << c.why << ": " << rows.first << " to " << rows.last;
+        EXPECT_TRUE(c.first > c.last || (rows.first == c.first && rows.last == c.last))
+            << c.why << ": " << rows.first << " to " << rows.last;
     }
 }
 

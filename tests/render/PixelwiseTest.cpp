@@ -1,7 +1,8 @@
-// Rows of the renderer against a slow evaluation that keeps plain lists, as the rows are defined: which edges cross a row, in
-// which order, which pixels lie between them, and who of all facets owns each pixel at which depth. Every bit must agree.
+// Rows of the renderer against a slow evaluation that keeps plain lists, as the rows are defined: which edges
+// cross a row, in which order, which pixels lie between them, and who of all facets owns each pixel at which
+// depth. Every bit must agree.
 
-#include "app/errors/Reporter.h"
+#include "errors/Reporter.h"
 #include "scene/Camera.h"
 #include "scene/Light.h"
 #include "scene/Model.h"
@@ -28,9 +29,13 @@ namespace {
 class SlowRender {
 public:
     SlowRender(const Model& scene, const Camera& view)
-        : model(scene), camera(view), width(static_cast<int>(view.width)), height(static_cast<int>(view.height))
+        : model(scene),
+          camera(view),
+          width(static_cast<int>(view.width)),
+          height(static_cast<int>(view.height))
     {
-        for (std::uint32_t i = 0; i < model.vertexCount(); ++i) projected.push_back(camera.project(model.vertex(i).position));
+        for (std::uint32_t i = 0; i < model.vertexCount(); ++i)
+            projected.push_back(camera.project(model.vertex(i).position));
         bucketEdges();
     }
 
@@ -78,7 +83,8 @@ private:
                 const Edge& edge = model.edge(model.facet(facet).firstEdge + i);
                 Side side{projected[edge.from], projected[edge.to], facet};
                 if (side.from[1] > side.to[1]) std::swap(side.from, side.to);
-                if (const auto first = firstRow(side)) buckets[static_cast<std::size_t>(*first)].push_front(side);
+                if (const auto first = firstRow(side))
+                    buckets[static_cast<std::size_t>(*first)].push_front(side);
             }
     }
 
@@ -111,14 +117,17 @@ private:
             if (!std::isfinite(slope)) slope = 0.0;
         }
         if (slope > 0.0) {
-            for (int i = 0; i < width && i < std::trunc(at->x) + 1.0; ++i) offer(facet, i, at->depth - slope * at->x, slope, i);
+            for (int i = 0; i < width && i < std::trunc(at->x) + 1.0; ++i)
+                offer(facet, i, at->depth - slope * at->x, slope, i);
             ++at;
         }
-        for (; at != list.end() && std::next(at) != list.end(); std::advance(at, 2)) span(facet, *at, *std::next(at));
+        for (; at != list.end() && std::next(at) != list.end(); std::advance(at, 2))
+            span(facet, *at, *std::next(at));
         if (slope < 0.0 && at != list.end()) {
             const double start = std::max(std::trunc(at->x) + 1.0, 0.0);
             for (int i = 0; i < width; ++i)
-                if (i >= start) offer(facet, i, at->depth - (at->x - start) * slope, slope, i - static_cast<int>(start));
+                if (i >= start)
+                    offer(facet, i, at->depth - (at->x - start) * slope, slope, i - static_cast<int>(start));
         }
     }
 
@@ -130,7 +139,8 @@ private:
         if (right.x - left.x != 0.0) step /= right.x - left.x;
         const double first = left.depth + (start - left.x) * step;
         for (int i = 0; i < width; ++i)
-            if (i >= start && i < std::trunc(right.x) + 1.0) offer(facet, i, first, step, i - static_cast<int>(start));
+            if (i >= start && i < std::trunc(right.x) + 1.0)
+                offer(facet, i, first, step, i - static_cast<int>(start));
     }
 
     /// Depth `first` grown by `step`, `steps` times, one addition after another.
@@ -151,8 +161,9 @@ private:
     std::vector<Pixel> row;
 };
 
-/// Random scenes that are hard on the rules: lattice corners that fall on pixels and share planes, large facets around the
-/// eye, outlines that cross themselves or are not flat, holes, loops of one and two corners.
+/// Random scenes that are hard on the rules: lattice corners that fall on pixels and share planes, large
+/// facets around the eye, outlines that cross themselves or are not flat, holes, loops of one and two
+/// corners.
 class Scenes {
 public:
     explicit Scenes(std::uint64_t seed) : random(seed) {}
@@ -182,7 +193,10 @@ public:
         view.elevation = whole(0, 2) == 0 ? 45.0 * whole(-2, 2) : whole(0, 1) == 0 ? 0.0 : real(-90, 90);
         for (int axis = 0; axis < 3; ++axis)
             view.eye[axis] = style < 2 ? whole(-5, 5) * 0.5 : real(-1.5, 1.5) * view.radius;
-        if (whole(0, 2) == 0) view.eye = scene.vertex(static_cast<std::uint32_t>(whole(0, static_cast<int>(scene.vertexCount()) - 1))).position;
+        if (whole(0, 2) == 0)
+            view.eye =
+                scene.vertex(static_cast<std::uint32_t>(whole(0, static_cast<int>(scene.vertexCount()) - 1)))
+                    .position;
         const bool parallel = whole(0, 1) == 0;
         const double field = parallel ? (style < 2 ? 1.0 * whole(2, 12) : real(0.3, 3.0) * view.radius)
                                       : std::exp(real(-3.0, 2.0));
@@ -218,7 +232,8 @@ private:
             const std::uint32_t first = made.vertexCount();
             const auto corners = static_cast<std::uint32_t>(whole(0, 20) == 0 ? whole(1, 2) : whole(3, 9));
             for (std::uint32_t i = 0; i < corners; ++i) {
-                const double u = style < 2 ? 1.0 * whole(-1, 2) : real(-reach, reach), v = style < 2 ? 1.0 * whole(-1, 2) : real(-reach, reach);
+                const double u = style < 2 ? 1.0 * whole(-1, 2) : real(-reach, reach),
+                             v = style < 2 ? 1.0 * whole(-1, 2) : real(-reach, reach);
                 made.addVertex(flat ? a + (b - a) * u + (c - a) * v : corner());
             }
             for (std::uint32_t i = 0; i < corners; ++i) made.addEdge(first + i, first + (i + 1) % corners);
@@ -229,10 +244,10 @@ private:
     int style = 0;
 };
 
-/// Each facet's light by its definition: on the side towards the eye (one seen edge on: as the model was made, whatever was
-/// rendered before). `brightest` is the brightest channel of the scene.
-std::vector<Colour> litColours(const Model& model, const std::vector<Plane>& planes, const Camera& camera, const LightSet& lights,
-                               double& brightest)
+/// Each facet's light by its definition: on the side towards the eye (one seen edge on: as the model was
+/// made, whatever was rendered before). `brightest` is the brightest channel of the scene.
+std::vector<Colour> litColours(const Model& model, const std::vector<Plane>& planes, const Camera& camera,
+                               const LightSet& lights, double& brightest)
 {
     std::vector<Colour> result;
     brightest = 0.0;
@@ -267,21 +282,26 @@ TEST(Pixelwise, RandomScenesAgreeInEveryPixel)
             const Handle<Camera> camera = scenes.camera(*model);
             const Handle<LightSet> lights = makeHandle<LightSet>();
             const double sky = scenes.real(0, 1), sun = scenes.whole(0, 2) * 0.7;
-            if (scenes.whole(0, 9) != 0) lights->set(1, makeHandle<AmbientLight>(Colour{sky, sky, sky}, Colour{0.1, 0.1, 0.1}));
-            lights->set(2, makeHandle<ParallelLight>(scenes.real(-180, 180), scenes.real(-90, 90), Colour{sun, sun, sun}));
+            if (scenes.whole(0, 9) != 0)
+                lights->set(1, makeHandle<AmbientLight>(Colour{sky, sky, sky}, Colour{0.1, 0.1, 0.1}));
+            lights->set(2, makeHandle<ParallelLight>(scenes.real(-180, 180), scenes.real(-90, 90),
+                                                     Colour{sun, sun, sun}));
             Image fast;
-            model->render(*camera, *lights, *makeHandle<Keeper>(static_cast<int>(camera->width), fast), *silent);
+            model->render(*camera, *lights, *makeHandle<Keeper>(static_cast<int>(camera->width), fast),
+                          *silent);
             const Image slow = SlowRender(*model, *camera).run();
 
             double brightest;
             const auto lit = litColours(*model, planes, *camera, *lights, brightest);
             for (std::uint32_t i = 0; i < model->facetCount(); ++i)
                 for (std::size_t channel = 0; channel < 3; ++channel)
-                    EXPECT_EQ(model->colour(i)[channel], toByte(lit[i][channel] / brightest)) << "seed " << seed << ", facet " << i;
+                    EXPECT_EQ(model->colour(i)[channel], toByte(lit[i][channel] / brightest))
+                        << "seed " << seed << ", facet " << i;
             ASSERT_EQ(fast.size(), slow.size());
             for (std::size_t y = 0; y < slow.size(); ++y)
                 for (std::size_t x = 0; x < slow[y].size(); ++x) {
-                    ASSERT_EQ(fast[y][x], slow[y][x]) << "seed " << seed << ", view " << view << ", pixel (" << x << ", " << y << ")";
+                    ASSERT_EQ(fast[y][x], slow[y][x])
+                        << "seed " << seed << ", view " << view << ", pixel (" << x << ", " << y << ")";
                     (slow[y][x].owner == Buffer::noFacet ? empty : covered) += 1;
                 }
         }

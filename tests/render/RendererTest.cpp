@@ -19,7 +19,8 @@ test::Image render(Model& model, const Scene& scene, Reporter* reporter = nullpt
 {
     SilentReporter silent;
     test::Image image;
-    model.render(*scene.camera, *scene.lights, *makeHandle<test::Keeper>(static_cast<int>(scene.camera->width), image),
+    model.render(*scene.camera, *scene.lights,
+                 *makeHandle<test::Keeper>(static_cast<int>(scene.camera->width), image),
                  reporter ? *reporter : silent);
     return image;
 }
@@ -37,7 +38,9 @@ Scene inside(const Point<3>& eye, double azimuth, const Model& model)
     const ModelPlace place = placeOf(model);
     const Handle<LightSet> lights = makeHandle<LightSet>();
     lights->set(1, makeHandle<AmbientLight>(Colour{0.4, 0.4, 0.4}, Colour{0.1, 0.1, 0.1}));
-    return {makeHandle<PerspectiveCamera>(CameraView{24, 18, eye, azimuth, 0, 2, 1.5, place.centre, place.radius}), lights};
+    return {makeHandle<PerspectiveCamera>(
+                CameraView{24, 18, eye, azimuth, 0, 2, 1.5, place.centre, place.radius}),
+            lights};
 }
 
 }   // namespace
@@ -48,11 +51,16 @@ TEST(Renderer, DrawsAndLightsTheBox)
 {
     using Counts = std::map<std::uint32_t, int>;   // of each facet's pixels
     constexpr std::uint32_t roof = 1, front = 2, left = 5, none = Buffer::noFacet;
-    const struct { bool parallel; Counts counts; double depth; } cases[] = {
+    const struct {
+        bool parallel;
+        Counts counts;
+        double depth;
+    } cases[] = {
         {false, {{roof, 20}, {front, 45}, {left, 81}, {none, 286}}, -2.59131695768266},
         {true, {{roof, 21}, {front, 50}, {left, 88}, {none, 273}}, -12.877945846808},
     };
-    const int colours[6][3] = {{146, 255, 237}, {255, 218, 165}, {110, 102, 141}, {88, 111, 78}, {141, 90, 122}, {62, 104, 111}};
+    const int colours[6][3] = {{146, 255, 237}, {255, 218, 165}, {110, 102, 141},
+                               {88, 111, 78},   {141, 90, 122},  {62, 104, 111}};
     const Handle<Model> model = thingsModel(boxText);
     for (const auto& c : cases) {
         const test::Image image = render(*model, whole(*model, c.parallel));
@@ -63,26 +71,36 @@ TEST(Renderer, DrawsAndLightsTheBox)
         EXPECT_EQ(image[9][12].owner, left) << c.parallel;
         EXPECT_NEAR(image[9][12].depth, c.depth, 1e-11) << c.parallel;
         for (std::uint32_t i = 1; i < 6; ++i)   // the base is seen edge on
-            for (int channel = 0; channel < 3; ++channel) EXPECT_EQ(model->colour(i)[channel], colours[i][channel]) << i;
+            for (int channel = 0; channel < 3; ++channel)
+                EXPECT_EQ(model->colour(i)[channel], colours[i][channel]) << i;
     }
 }
 
 TEST(Renderer, ClosesFacetsThatTheEyePlaneCuts)
 {
-    const struct { const char* why; const char* corners; double eyeHeight, azimuth; int row, first, end; double firstDepth, lastDepth; } cases[] = {
+    const struct {
+        const char* why;
+        const char* corners;
+        double eyeHeight, azimuth;
+        int row, first, end;
+        double firstDepth, lastDepth;
+    } cases[] = {
         {"a wall on the right", "1 -10 -1  1 10 -1  1 10 1  1 -10 1", 0, 180, 9, 14, 24, -2, -11},
         {"at the top", "1 -10 -1  1 10 -1  1 10 1  1 -10 1", 0, 180, 0, 22, 24, -10, -11},
         {"a wall on the left", "-1 -10 -1  -1 10 -1  -1 10 1  -1 -10 1", 0, 180, 9, 0, 11, -12, -2},
         {"at the bottom", "-1 -10 -1  -1 10 -1  -1 10 1  -1 -10 1", 0, 180, 17, 0, 4, -12, -9},
-        {"ground: an edge that lies level across the eye plane", "-10 -10 0  10 -10 0  10 10 0  -10 10 0", 1, 180, 10, 0, 0, 0, 0},
+        {"ground: an edge that lies level across the eye plane", "-10 -10 0  10 -10 0  10 10 0  -10 10 0", 1,
+         180, 10, 0, 0, 0, 0},
         {"below the horizon", "-10 -10 0  10 -10 0  10 10 0  -10 10 0", 1, 180, 11, 0, 24, -2, -2},
         {"its far corner, turned", "-10 -10 0  10 -10 0  10 10 0  -10 10 0", 1, 200, 10, 6, 9, -1, -1},
     };
     for (const auto& c : cases) {
         const Handle<Model> model = thingsModel("Y 4 " + std::string(c.corners) + " 0 1 1 Wall\n4 1 2 3 4\n");
-        const auto row = render(*model, inside({0, 0, c.eyeHeight}, c.azimuth, *model))[static_cast<std::size_t>(c.row)];
+        const auto row =
+            render(*model, inside({0, 0, c.eyeHeight}, c.azimuth, *model))[static_cast<std::size_t>(c.row)];
         for (int i = 0; i < 24; ++i)
-            EXPECT_EQ(row[static_cast<std::size_t>(i)].owner != Buffer::noFacet, i >= c.first && i < c.end) << c.why << ", column " << i;
+            EXPECT_EQ(row[static_cast<std::size_t>(i)].owner != Buffer::noFacet, i >= c.first && i < c.end)
+                << c.why << ", column " << i;
         if (c.first == c.end) continue;
         EXPECT_NEAR(row[static_cast<std::size_t>(c.first)].depth, c.firstDepth, 1e-12) << c.why;
         EXPECT_NEAR(row[static_cast<std::size_t>(c.end) - 1].depth, c.lastDepth, 1e-12) << c.why;
@@ -93,7 +111,8 @@ TEST(Renderer, DrawsNothingOfACornerThatIsNoNumber)
 {
     for (const double odd : {std::nan(""), HUGE_VAL, 1e308, -1e308}) {
         Model model;
-        for (const Point<3>& p : {Point<3>(0, 0, 0), Point<3>(1, 0, 0), Point<3>(odd, 1, 0)}) model.addVertex(p);
+        for (const Point<3>& p : {Point<3>(0, 0, 0), Point<3>(1, 0, 0), Point<3>(odd, 1, 0)})
+            model.addVertex(p);
         model.addFacet(model.findMaterial("a"), Plane(Vector<3>(0, 0, 1), 0.0));
         for (std::uint32_t i = 0; i < 3; ++i) model.addEdge(i, (i + 1) % 3);
         const test::Image image = render(model, inside({0.2, -3, 0.5}, 180, model));
@@ -109,14 +128,16 @@ TEST(Renderer, ReportsItsStagesAndStopsAtOnce)
     std::string text = "Y 600";
     for (int i = 0; i < 600; ++i) text += " " + std::to_string(i % 25) + " " + std::to_string(i / 25) + " 0";
     text += " 0 130";
-    for (int i = 0; i < 130; ++i) text += i < 34 || i % 2 == 0 ? " 1 A\n9 1 2 3 4 5 6 7 8 9" : " 1 A\n8 1 2 3 4 5 6 7 8";
+    for (int i = 0; i < 130; ++i)
+        text += i < 34 || i % 2 == 0 ? " 1 A\n9 1 2 3 4 5 6 7 8 9" : " 1 A\n8 1 2 3 4 5 6 7 8";
     const Handle<Model> model = thingsModel(text);
     const Scene view = whole(*model);
     const double edges = model->edgeCount();
     std::vector<std::tuple<int, int, double>> wanted;
     for (const double i : {0.0, 256.0, 512.0}) wanted.emplace_back(2, 0, i / 1800);
     for (double i = 0; i < edges; i += 256) wanted.emplace_back(2, 0, i / (3 * edges) + 1.0 / 3.0);
-    // The first pass finds the scene darker than the stored brightness: no sign of a second pass before it comes.
+    // The first pass finds the scene darker than the stored brightness: no sign of a second pass before it
+    // comes.
     for (const double i : {0.0, 64.0, 128.0}) wanted.emplace_back(2, 0, 2.0 / 3.0 + i / 390);
     for (const double i : {0.0, 64.0, 128.0}) wanted.emplace_back(2, 0, 5.0 / 6.0 + i / 780);
     for (double y = 0; y < 18; ++y) wanted.emplace_back(2, 1, y / 18);
@@ -128,7 +149,8 @@ TEST(Renderer, ReportsItsStagesAndStopsAtOnce)
     render(*model, view, &unchanged);
     EXPECT_EQ(unchanged.calls.size(), wanted.size() - 3) << "an unchanged scene is shaded in one pass";
 
-    for (const std::size_t call : {std::size_t{0}, std::size_t{3}, std::size_t{8}, unchanged.calls.size() - 1}) {
+    for (const std::size_t call :
+         {std::size_t{0}, std::size_t{3}, std::size_t{8}, unchanged.calls.size() - 1}) {
         RecordingReporter impatient(call);
         EXPECT_THROW(render(*model, view, &impatient), Reporter::Abandoned);
         EXPECT_EQ(impatient.calls.size(), call + 1);

@@ -24,7 +24,8 @@ Handle<Camera> boxCamera(bool parallel)
 void expectNear(const Point<3>& got, const Point<3>& wanted, double relative, const char* why)
 {
     for (int axis = 0; axis < 3; ++axis)
-        EXPECT_NEAR(got[axis], wanted[axis], relative * (1.0 + std::abs(wanted[axis]))) << why << ", axis " << axis;
+        EXPECT_NEAR(got[axis], wanted[axis], relative * (1.0 + std::abs(wanted[axis])))
+            << why << ", axis " << axis;
 }
 
 }   // namespace
@@ -35,12 +36,18 @@ TEST(Camera, ProjectsTheBoxAsWorkedOutByHand)
         Point<3> model, screen;
         std::uint32_t code;
     };
-    const struct { bool parallel; double scale; Projected points[3]; } cases[] = {
-        {false, 1373.62637362637,
+    const struct {
+        bool parallel;
+        double scale;
+        Projected points[3];
+    } cases[] = {
+        {false,
+         1373.62637362637,
          {{{0, 0, 0}, {456.470642506945, 592.201561644965, -79.8615485092444}, 1954910985},
           {{2, 4, 0}, {353.467522644719, 401.097264475096, -65.8068605666579}, 4061174470},
           {{0, 0, 6}, {468.40955566606, 151.372217107832, -96.7457214188593}, 233792823}}},
-        {true, 79.8080631606618,
+        {true,
+         79.8080631606618,
          {{{0, 0, 0}, {456.432822654268, 592.00586668697, -325.717662185683}, 1954910985},
           {{2, 4, 0}, {343.567177345732, 422.606925769174, -32.5421450732529}, 4061174470},
           {{0, 0, 6}, {456.432822654268, 177.393074230826, -565.283941883268}, 233792823}}},
@@ -79,24 +86,35 @@ TEST(Camera, DescribesItselfForTheImageFile)
 {
     const CameraRecord eye = boxCamera(false)->describe(), flat = boxCamera(true)->describe();
     const auto point = [](const Vector<3>& vector) { return Point<3>::origin() + vector; };
-    expectNear(point(eye.firstPixel), {-9.25281001361605, -7.84099102425301, 11.4619895107669}, 1e-12, "first pixel");
-    expectNear(point(eye.lastPixel), {-8.99577202965939, -8.40656147154903, 11.0844148178691}, 1e-12, "last pixel");
-    expectNear(flat.eye, {1.0788909624806, 9.16696455487508, 4.38095051511741}, 1e-12, "corner on the far plane");
+    expectNear(point(eye.firstPixel), {-9.25281001361605, -7.84099102425301, 11.4619895107669}, 1e-12,
+               "first pixel");
+    expectNear(point(eye.lastPixel), {-8.99577202965939, -8.40656147154903, 11.0844148178691}, 1e-12,
+               "last pixel");
+    expectNear(flat.eye, {1.0788909624806, 9.16696455487508, 4.38095051511741}, 1e-12,
+               "corner on the far plane");
     expectNear(point(flat.lastPixel), {10.011519743206, -7.50550729184032, 0}, 1e-12, "extent");
 }
 
 TEST(Camera, ThumbnailsLookStraightDownAndLevel)
 {
     const ModelPlace place{{1, 2, 3}, 3.74165738677394};
-    const auto corner = [&](Thumbnail side) { return buildThumbnailScene(side, place, 115, 115).camera->project({2, 4, 6}); };
-    expectNear(corner(Thumbnail::plan), {65.1837607049822, 42.132478590035596, -51.8300321149466}, 1e-12, "plan");
-    expectNear(corner(Thumbnail::elevation), {65.1837607049822, 34.4487178850534, -13.411228590035593}, 1e-12, "elevation");
+    const auto corner = [&](Thumbnail side) {
+        return buildThumbnailScene(side, place, 115, 115).camera->project({2, 4, 6});
+    };
+    expectNear(corner(Thumbnail::plan), {65.1837607049822, 42.132478590035596, -51.8300321149466}, 1e-12,
+               "plan");
+    expectNear(corner(Thumbnail::elevation), {65.1837607049822, 34.4487178850534, -13.411228590035593}, 1e-12,
+               "elevation");
 }
 
 TEST(Camera, StaysFiniteForViewsWithoutSize)
 {
     const ModelPlace place{{5, 5, 5}, 0.0};   // a model of one point
-    const struct { const char* why; Point<3> eye, lookAt; double zoom; } cases[] = {
+    const struct {
+        const char* why;
+        Point<3> eye, lookAt;
+        double zoom;
+    } cases[] = {
         {"zoom below 0", {1, 1, 1}, {0, 0, 0}, -1.0},
         {"smallest zoom", {1, 1, 1}, {0, 0, 0}, 5e-324},
         {"eye at the look-at point", {1, 1, 1}, {1, 1, 1}, 0.8},
@@ -111,7 +129,8 @@ TEST(Camera, StaysFiniteForViewsWithoutSize)
             view.parallel = parallel;
             const Handle<Camera> camera = buildScene(view, place, {800, 600}, 80, 60).camera;
             const Point<3> screen = camera->project({5, 5, 5});
-            EXPECT_TRUE(std::isfinite(screen[0]) && std::isfinite(screen[1]) && std::isfinite(screen[2])) << c.why;
+            EXPECT_TRUE(std::isfinite(screen[0]) && std::isfinite(screen[1]) && std::isfinite(screen[2]))
+                << c.why;
             EXPECT_TRUE(camera->scale > 0.0 && std::isfinite(camera->scale)) << c.why;
         }
 }
@@ -124,16 +143,19 @@ TEST(Camera, DepthCodesKeepTheirLow32Bits)
             const double distance = code / camera->depthScale + camera->near;
             return parallel ? (distance - camera->far) * camera->scale : -camera->scale / distance;
         };
-        // A row within the range, and one that leaves it; halves, so that rounding in `depthOf` changes no code.
-        const std::vector<double> rows[] = {{0.5, 1.5, 12345.5, 2147483647.5, 2147483648.5, 3e9 + 0.5, 4294967293.5},
-                                            {0.5, 3e9 + 0.5, -2.5, -3e9 - 0.5, 4294967296.5, 1e12 + 0.5}};
+        // A row within the range, and one that leaves it; halves, so that rounding in `depthOf` changes no
+        // code.
+        const std::vector<double> rows[] = {
+            {0.5, 1.5, 12345.5, 2147483647.5, 2147483648.5, 3e9 + 0.5, 4294967293.5},
+            {0.5, 3e9 + 0.5, -2.5, -3e9 - 0.5, 4294967296.5, 1e12 + 0.5}};
         for (const std::vector<double>& row : rows) {
             std::vector<double> depths;
             for (const double code : row) depths.push_back(depthOf(code));
             std::vector<std::uint32_t> codes(row.size());
             camera->depthCodes(depths, codes.data());
             for (std::size_t i = 0; i < row.size(); ++i)
-                EXPECT_EQ(codes[i], static_cast<std::uint32_t>(static_cast<std::int64_t>(row[i]))) << row[i] << ' ' << parallel;
+                EXPECT_EQ(codes[i], static_cast<std::uint32_t>(static_cast<std::int64_t>(row[i])))
+                    << row[i] << ' ' << parallel;
         }
         const double notFinite[] = {std::nan(""), parallel ? -HUGE_VAL : 0.0};
         std::uint32_t codes[2] = {1, 1};

@@ -1,7 +1,7 @@
-#include "app/state/Direction.h"
-#include "app/state/Intensity.h"
-#include "scene/Light.h"
 #include "scene/Model.h"
+#include "scene/Light.h"
+#include "view/Direction.h"
+#include "view/Intensity.h"
 
 #include <gtest/gtest.h>
 
@@ -12,12 +12,20 @@ namespace belvor {
 
 TEST(Model, BoundsAreThoseOfTheExtent)
 {
-    const struct { const char* why; std::vector<Point<3>> points; Point<3> centre; double radius; } cases[] = {
+    const struct {
+        const char* why;
+        std::vector<Point<3>> points;
+        Point<3> centre;
+        double radius;
+    } cases[] = {
         {"empty", {}, {0, 0, 0}, 0},
         {"a single point keeps its place", {{5, 6, 7}}, {5, 6, 7}, 0},
         {"points that coincide", {{5, 6, 7}, {5, 6, 7}}, {5, 6, 7}, 0},
         {"flat in one axis", {{0, 0, 1}, {4, 0, 1}, {0, 3, 1}}, {2, 1.5, 1}, 2.5},
-        {"a coordinate that is no number widens nothing", {{0, 0, 0}, {2, 0, 0}, {std::nan(""), 0, 0}}, {1, 0, 0}, 1},
+        {"a coordinate that is no number widens nothing",
+         {{0, 0, 0}, {2, 0, 0}, {std::nan(""), 0, 0}},
+         {1, 0, 0},
+         1},
     };
     for (const auto& c : cases) {
         Model model;
@@ -47,16 +55,19 @@ TEST(Model, DumpsBothEndsOfEveryEdgeOfAFacet)
     std::ostringstream stream;
     model.dump(stream, 0);
     std::ostringstream wanted;
-    const auto at = [&model](std::uint32_t vertex) { return static_cast<const void*>(&model.vertex(vertex)); };
-    wanted << "0 " << static_cast<const void*>(&facet) << " 0 0 1 0.25\n\n0 " << at(0) << " 0 0 0 0 0 0\n0 " << at(1) << " 1.5 0 0 0 0 0\n1 "
-           << at(1) << " 1.5 0 0 0 0 0\n1 " << at(2) << " 0 1 0 0 0 0\n\n";
+    const auto at = [&model](std::uint32_t vertex) {
+        return static_cast<const void*>(&model.vertex(vertex));
+    };
+    wanted << "0 " << static_cast<const void*>(&facet) << " 0 0 1 0.25\n\n0 " << at(0) << " 0 0 0 0 0 0\n0 "
+           << at(1) << " 1.5 0 0 0 0 0\n1 " << at(1) << " 1.5 0 0 0 0 0\n1 " << at(2) << " 0 1 0 0 0 0\n\n";
     EXPECT_EQ(stream.str(), wanted.str());
 }
 
 TEST(MaterialSequence, SpreadsTheHuesAndCountsIn16Bits)
 {
-    const int wanted[10][3] = {{146, 255, 237}, {255, 218, 165}, {199, 184, 255}, {202, 255, 181}, {255, 162, 221},
-                               {143, 240, 255}, {255, 253, 130}, {234, 149, 255}, {168, 255, 215}, {255, 197, 186}};
+    const int wanted[10][3] = {{146, 255, 237}, {255, 218, 165}, {199, 184, 255}, {202, 255, 181},
+                               {255, 162, 221}, {143, 240, 255}, {255, 253, 130}, {234, 149, 255},
+                               {168, 255, 215}, {255, 197, 186}};
     MaterialSequence sequence;
     for (int i = 0; i < 10; ++i) {
         const Material material = sequence.next("m");
@@ -69,8 +80,11 @@ TEST(MaterialSequence, SpreadsTheHuesAndCountsIn16Bits)
 
 TEST(ToByte, TruncatesAndClamps)
 {
-    const struct { double value; int byte; } cases[] = {{0, 0},      {-1, 0},     {0.0039, 0},  {0.5, 128}, {0.99999, 255},
-                                                         {1, 255},    {7, 255},    {std::nan(""), 0}};
+    const struct {
+        double value;
+        int byte;
+    } cases[] = {{0, 0},         {-1, 0},  {0.0039, 0}, {0.5, 128},
+                 {0.99999, 255}, {1, 255}, {7, 255},    {std::nan(""), 0}};
     for (const auto& c : cases) EXPECT_EQ(toByte(c.value), c.byte) << c.value;
 }
 
@@ -94,10 +108,14 @@ TEST(Light, ReachesFacetsByTheirSlope)
 
 TEST(Direction, IsBearingAndElevation)
 {
-    const struct { const char* why; Vector<3> d; double bearing, elevation; } cases[] = {
-        {"along -y", {0, -1, 0}, 0, 0},          {"towards +x", {1, 0, 0}, 90, 0},
-        {"straight up", {0, 0, 2}, 180, 90},     {"straight down, from a -0.0", {0, -0.0, -1}, 180, -90},
-        {"no direction", {0, 0, 0}, 180, 0},     {"half up", {0, 1, 1}, 180, 45},
+    const struct {
+        const char* why;
+        Vector<3> d;
+        double bearing, elevation;
+    } cases[] = {
+        {"along -y", {0, -1, 0}, 0, 0},      {"towards +x", {1, 0, 0}, 90, 0},
+        {"straight up", {0, 0, 2}, 180, 90}, {"straight down, from a -0.0", {0, -0.0, -1}, 180, -90},
+        {"no direction", {0, 0, 0}, 180, 0}, {"half up", {0, 1, 1}, 180, 45},
     };
     for (const auto& c : cases) {
         EXPECT_DOUBLE_EQ(std::abs(bearing(c.d)), c.bearing) << c.why;
@@ -107,10 +125,14 @@ TEST(Direction, IsBearingAndElevation)
 
 TEST(Intensity, RunsInStepsOfATenthOfADecade)
 {
-    const struct { double intensity; int position; } cases[] = {
-        {0.0899, 0}, {0.09, 1}, {0.1122, 1}, {0.4, 7}, {0.6, 9}, {0.89, 10}, {0.8913, 11}, {1.12, 11}, {1.1221, 12}, {50, 21}, {std::nan(""), 0}};
+    const struct {
+        double intensity;
+        int position;
+    } cases[] = {{0.0899, 0},  {0.09, 1},  {0.1122, 1},  {0.4, 7}, {0.6, 9},         {0.89, 10},
+                 {0.8913, 11}, {1.12, 11}, {1.1221, 12}, {50, 21}, {std::nan(""), 0}};
     for (const auto& c : cases) EXPECT_EQ(intensityToSlider(c.intensity), c.position) << c.intensity;
-    for (int position = 0; position <= 21; ++position) EXPECT_EQ(intensityToSlider(sliderToIntensity(position)), position);
+    for (int position = 0; position <= 21; ++position)
+        EXPECT_EQ(intensityToSlider(sliderToIntensity(position)), position);
     EXPECT_NEAR(sliderToIntensity(1), 0.1, 1e-15);
 }
 

@@ -14,10 +14,12 @@ namespace belvor::test {
 class TempFile {
 public:
     explicit TempFile(const std::string& name, const std::string& bytes = {})
-        : filePath(temporaryNameFor((std::filesystem::temp_directory_path() / "belvor-").string()) + "-" + name)
+        : filePath(temporaryNameFor((std::filesystem::temp_directory_path() / "belvor-").string()) + "-"
+                   + name)
     {
         std::FILE* const file = openFile(filePath, "wb");
-        if (!file || std::fwrite(bytes.data(), 1, bytes.size(), file) != bytes.size() || std::fclose(file) != 0)
+        if (!file || std::fwrite(bytes.data(), 1, bytes.size(), file) != bytes.size()
+            || std::fclose(file) != 0)
             throw std::runtime_error("cannot write " + filePath);
     }
     TempFile(const TempFile&) = delete;

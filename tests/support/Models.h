@@ -1,9 +1,9 @@
 #pragma once
 
-#include "app/state/SceneBuilder.h"
 #include "readers/things/Things.h"
 #include "tests/support/Files.h"
 #include "tests/support/Reporters.h"
+#include "view/SceneBuilder.h"
 
 namespace belvor::test {
 
@@ -16,9 +16,10 @@ inline Handle<Model> thingsModel(const std::string& text)
 }
 
 /// A box of 2 × 4 × 6 at the origin, every side of another material.
-inline constexpr const char* boxText = "Y 8\n0 0 0\n2 0 0\n2 4 0\n0 4 0\n0 0 6\n2 0 6\n2 4 6\n0 4 6\n0\n6\n"
-                                       "1 Base\n4 1 4 3 2\n1 Roof\n4 5 6 7 8\n1 Front\n4 1 2 6 5\n1 Right\n4 2 3 7 6\n"
-                                       "1 Back\n4 3 4 8 7\n1 Left\n4 4 1 5 8\n";
+inline constexpr const char* boxText =
+    "Y 8\n0 0 0\n2 0 0\n2 4 0\n0 4 0\n0 0 6\n2 0 6\n2 4 6\n0 4 6\n0\n6\n"
+    "1 Base\n4 1 4 3 2\n1 Roof\n4 5 6 7 8\n1 Front\n4 1 2 6 5\n1 Right\n4 2 3 7 6\n"
+    "1 Back\n4 3 4 8 7\n1 Left\n4 4 1 5 8\n";
 
 inline ModelPlace placeOf(const Model& model)
 {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/errors/Reporter.h"
+#include "errors/Reporter.h"
 
 #include <tuple>
 #include <vector>
@@ -10,7 +10,8 @@ namespace belvor::test {
 /// Keeps what was reported and asks to stop at the given call.
 class RecordingReporter : public Reporter {
 public:
-    explicit RecordingReporter(std::size_t callToStopAt = static_cast<std::size_t>(-1)) : last(callToStopAt) {}
+    explicit RecordingReporter(std::size_t callToStopAt = static_cast<std::size_t>(-1)) : last(callToStopAt)
+    {}
     bool progress(int stageCount, int stage, double fraction) override
     {
         calls.emplace_back(stageCount, stage, fraction);

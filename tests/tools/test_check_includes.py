@@ -11,7 +11,7 @@ DESIGN = """
 | 1 | `low/` | `A` | nothing of ours |
 | 1 | `platform/`, `platform/win32/` | | nothing of ours |
 | 2 | `middle/`, `middle/deep/` | `B` | low |
-| 3 | `app/errors/` | | platform |
+| 3 | `errors/` | | platform |
 | 4 | `scene/` | | middle |
 | 9 | `ui/` | | all of the above |
 """
@@ -24,7 +24,7 @@ TREE = {
     "scene/C.h": '#include "middle/B.h"\n#include "low/A.h"\n',      # low by way of middle
     "platform/win32/Windows.h": "#ifdef _WIN32\n#include <windows.h>\n#endif\n",
     "platform/P.cpp": WINDOWS,
-    "app/errors/Report.cpp": WINDOWS,
+    "errors/Report.cpp": WINDOWS,
     "ui/Window.h": WINDOWS + "#include <commctrl.h>\ndouble a = std::sin(1.0);\n",
     "tests/ATest.cpp": '#include "scene/C.h"\n',
 }
@@ -36,7 +36,7 @@ FAULTS = [      # (why, the file that is changed, its text, the fault)
     ("ours in angle brackets", "middle/B.h", "#include <low/A.h>\n", "wants quotes"),
     ("windows.h in person", "ui/Window.h", "#include <Windows.h>\n", "instead of platform/win32/Windows.h"),
     ("windows.h in a header of platform", "platform/P.h", WINDOWS, "in a portable place"),
-    ("windows.h elsewhere in errors", "app/errors/Other.cpp", WINDOWS, "in a portable place"),
+    ("windows.h elsewhere in errors", "errors/Other.cpp", WINDOWS, "in a portable place"),
     ("common controls low down", "middle/B.h", "#include <commctrl.h>\n", "in a portable place"),
     ("test for the system", "middle/B.h", "#if defined(_WIN32)\n#endif\n", "preprocessor test for the system"),
     ("own header not first", "low/A.cpp", '#include <string>\n#include "low/A.h"\n', "own header"),

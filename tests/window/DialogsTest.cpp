@@ -1,6 +1,6 @@
-#include "app/state/ViewCommands.h"
 #include "tests/window/WindowTest.h"
 #include "ui/Messages.h"
+#include "view/ViewCommands.h"
 
 #include <cstring>
 
@@ -25,10 +25,14 @@ protected:
     {
         int found = -1;
         for (int number = first; number <= last; ++number)
-            if (program().send(control(number), BM_GETCHECK) == BST_CHECKED) found = found == -1 ? number : -2;
+            if (program().send(control(number), BM_GETCHECK) == BST_CHECKED)
+                found = found == -1 ? number : -2;
         return found;
     }
-    void push(int number) { program().send(dialog, WM_COMMAND, MAKEWPARAM(number, BN_CLICKED), handleParameter(control(number))); }
+    void push(int number)
+    {
+        program().send(dialog, WM_COMMAND, MAKEWPARAM(number, BN_CLICKED), handleParameter(control(number)));
+    }
     /// Replaces the text of a field key by key, as a user does.
     void type(int number, const std::string& text)
     {
@@ -44,7 +48,8 @@ TEST_F(DialogsTest, ImageSizeOffersSizesAndSaysWhatTheyTake)
 {
     startWith(boxModel());
     openSizes();
-    const auto expectSize = [&](const char* width, const char* height, int button, const std::string& kilobytes) {
+    const auto expectSize = [&](const char* width, const char* height, int button,
+                                const std::string& kilobytes) {
         expectItems({{ID_WIDTH, width}, {ID_HEIGHT, height}});
         EXPECT_EQ(checkedOf(201, 207), button);
         EXPECT_EQ(item(ID_DISKSPACE), "Uncompressed Ombr file needs " + kilobytes + " KB disk space");
@@ -55,7 +60,7 @@ TEST_F(DialogsTest, ImageSizeOffersSizesAndSaysWhatTheyTake)
     type(ID_WIDTH, "1000");
     expectSize("1000", "1200", 207, "10565");   // typed digits stay in their order
     type(ID_WIDTH, "");
-    expectSize("", "1200", 207, "10565");       // an empty field changes nothing ...
+    expectSize("", "1200", 207, "10565");   // an empty field changes nothing ...
     push(ID_APPLY);
     EXPECT_EQ(sizeOf(drawing()).cy, drawnHeight) << "... nor is it applied";
     program().command(ID_IMAGESIZE);
@@ -80,9 +85,17 @@ TEST_F(DialogsTest, ModelPropertiesCountAndScale)
 {
     startWith(boxModel());
     openProperties();
-    expectItems({{ID_VERTEXCOUNT, "8"}, {ID_VERTEXMEMORY, "(0 KB)"}, {ID_EDGECOUNT, "24"}, {ID_EDGEMEMORY, "(1 KB)"},
-                 {ID_FACETCOUNT, "6"}, {ID_FACETMEMORY, "(0 KB)"}, {ID_MATERIALCOUNT, "6"}, {ID_SCALE, "1"},
-                 {ID_CENTRE, "Centre (1, 2, 3)"}, {ID_RADIUS, "3.742"}, {ID_MODELNAME, boxModel().c_str()}});
+    expectItems({{ID_VERTEXCOUNT, "8"},
+                 {ID_VERTEXMEMORY, "(0 KB)"},
+                 {ID_EDGECOUNT, "24"},
+                 {ID_EDGEMEMORY, "(1 KB)"},
+                 {ID_FACETCOUNT, "6"},
+                 {ID_FACETMEMORY, "(0 KB)"},
+                 {ID_MATERIALCOUNT, "6"},
+                 {ID_SCALE, "1"},
+                 {ID_CENTRE, "Centre (1, 2, 3)"},
+                 {ID_RADIUS, "3.742"},
+                 {ID_MODELNAME, boxModel().c_str()}});
     EXPECT_EQ(checkedOf(ID_UNITS, ID_UNITSLAST), ID_UNITS);
     type(ID_SCALE, "1000");
     expectItems({{ID_CENTRE, "Centre (1000, 2000, 3000)"}, {ID_RADIUS, "3742"}});   // at once
@@ -115,7 +128,8 @@ TEST_F(DialogsTest, WithoutAModelPropertiesAreEmptyAndAboutNamesTheVersion)
     end(IDCANCEL);
     openDialog(ID_ABOUT, "About Belvor");
     expectItems({{ID_VERSION, "Belvor 1.1.7 (Dec 16 1997)"}});
-    EXPECT_TRUE(eventually([&] { return countOther(screenOf(dialog), 0xFFFFFF) > 8000; })) << "with its two pictures";
+    EXPECT_TRUE(eventually([&] { return countOther(screenOf(dialog), 0xFFFFFF) > 8000; }))
+        << "with its two pictures";
     EXPECT_EQ(screenOf(dialog).at(3, 3), 0xFFFFFFu) << "on white";
     end(IDOK);
 }
@@ -124,9 +138,21 @@ TEST_F(DialogsTest, ViewParametersShowTheViewAndTakeWhatIsTyped)
 {
     startWith(boxModel());
     openView();
-    expectItems({{ID_UNITSNAME, "undefined units"}, {ID_RADIUS, "3.742"}, {ID_CENTREX, "1"}, {ID_CENTREX + 2, "3"},
-                 {ID_EYEX, "-9.736"}, {ID_EYEX + 2, "11.77"}, {ID_LOOKATX, "1"}, {ID_LOOKATX + 2, "3"}, {ID_ZOOM, "40"}, {ID_SKY, "0.4"},
-                 {ID_GROUND, "0.1"}, {ID_LIGHT, "0.6"}, {ID_LIGHT + 1, "-30"}, {ID_LIGHT + 2, "60"}, {ID_LIGHT + 13, "-90"}});
+    expectItems({{ID_UNITSNAME, "undefined units"},
+                 {ID_RADIUS, "3.742"},
+                 {ID_CENTREX, "1"},
+                 {ID_CENTREX + 2, "3"},
+                 {ID_EYEX, "-9.736"},
+                 {ID_EYEX + 2, "11.77"},
+                 {ID_LOOKATX, "1"},
+                 {ID_LOOKATX + 2, "3"},
+                 {ID_ZOOM, "40"},
+                 {ID_SKY, "0.4"},
+                 {ID_GROUND, "0.1"},
+                 {ID_LIGHT, "0.6"},
+                 {ID_LIGHT + 1, "-30"},
+                 {ID_LIGHT + 2, "60"},
+                 {ID_LIGHT + 13, "-90"}});
     EXPECT_EQ(checkedOf(ID_PARALLEL, ID_PERSPECTIVE), ID_PERSPECTIVE);
     push(ID_PARALLEL);
     EXPECT_EQ(checkedOf(ID_PARALLEL, ID_PERSPECTIVE), ID_PARALLEL);
@@ -135,8 +161,8 @@ TEST_F(DialogsTest, ViewParametersShowTheViewAndTakeWhatIsTyped)
     push(ID_PERSPECTIVE);
     expectItems({{ID_ZOOM, "40"}});
     const std::pair<int, const char*> typed[] = {
-        {ID_EYEX, "-6.25"}, {ID_EYEX + 2, "5"}, {ID_LOOKATX, "2.5"}, {ID_ZOOM, "90"}, {ID_SKY, "0.345678"},
-        {ID_LIGHT + 3, "0.5"}, {ID_LIGHT + 4, "75"}, {ID_LIGHT + 5, "-10"},
+        {ID_EYEX, "-6.25"},   {ID_EYEX + 2, "5"},    {ID_LOOKATX, "2.5"},  {ID_ZOOM, "90"},
+        {ID_SKY, "0.345678"}, {ID_LIGHT + 3, "0.5"}, {ID_LIGHT + 4, "75"}, {ID_LIGHT + 5, "-10"},
     };
     for (const auto& [number, text] : typed) type(number, text);
     end(IDOK);
@@ -194,8 +220,15 @@ TEST_F(DialogsTest, SurvivesWhateverIsTyped)
     startWith(boxModel());
     const Picture whole = rendered(boxModel());
     const std::vector<std::pair<int, const char*>> cases[] = {
-        {{ID_ZOOM, "0"}}, {{ID_ZOOM, "180"}}, {{ID_EYEX, "abc"}}, {{ID_EYEX + 1, "1e300"}}, {{ID_LOOKATX, "1e999"}}, {{ID_ZOOM, "1e-300"}},
-        {{ID_SKY, "1e300"}}, {{ID_LIGHT, "-5"}}, {{ID_EYEX, "1"}, {ID_EYEX + 1, "2"}, {ID_EYEX + 2, "3"}},   // on the look-at point
+        {{ID_ZOOM, "0"}},
+        {{ID_ZOOM, "180"}},
+        {{ID_EYEX, "abc"}},
+        {{ID_EYEX + 1, "1e300"}},
+        {{ID_LOOKATX, "1e999"}},
+        {{ID_ZOOM, "1e-300"}},
+        {{ID_SKY, "1e300"}},
+        {{ID_LIGHT, "-5"}},
+        {{ID_EYEX, "1"}, {ID_EYEX + 1, "2"}, {ID_EYEX + 2, "3"}},   // on the look-at point
     };
     for (const auto& fields : cases) {
         openView();

@@ -25,7 +25,8 @@ void xdotool(const std::string& event, const std::function<bool()>& arrived)
     STARTUPINFOW start{};
     start.cb = sizeof start;
     PROCESS_INFORMATION started{};
-    if (!CreateProcessW(L"Z:\\usr\\bin\\xdotool", line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &started))
+    if (!CreateProcessW(L"Z:\\usr\\bin\\xdotool", line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                        &start, &started))
         throw Failure("xdotool does not start");
     CloseHandle(started.hThread);
     CloseHandle(started.hProcess);
@@ -43,12 +44,12 @@ std::string keyName(WORD code)
 {
     switch (code) {
     case VK_CONTROL: return "ctrl";
-    case VK_SHIFT:   return "shift";
-    case VK_MENU:    return "alt";
-    case VK_ESCAPE:  return "Escape";
-    case VK_UP:      return "Up";
-    case VK_DOWN:    return "Down";
-    default:         return std::string(1, static_cast<char>(code | 0x20));   // a letter
+    case VK_SHIFT: return "shift";
+    case VK_MENU: return "alt";
+    case VK_ESCAPE: return "Escape";
+    case VK_UP: return "Up";
+    case VK_DOWN: return "Down";
+    default: return std::string(1, static_cast<char>(code | 0x20));   // a letter
     }
 }
 

@@ -25,9 +25,11 @@ int gdiObjects(HANDLE process)
     NtQueryInformationProcess(process, ProcessBasicInformation, &known, sizeof known, nullptr);
     const void* table = nullptr;
     std::vector<Entry> entries(0x10000);
-    ReadProcessMemory(process, reinterpret_cast<const char*>(known.PebBaseAddress) + 0xF8, &table, sizeof table, nullptr);
+    ReadProcessMemory(process, reinterpret_cast<const char*>(known.PebBaseAddress) + 0xF8, &table,
+                      sizeof table, nullptr);
     ReadProcessMemory(process, table, entries.data(), entries.size() * sizeof(Entry), nullptr);
-    return static_cast<int>(std::count_if(entries.begin(), entries.end(), [](const Entry& entry) { return entry.type != 0; }));
+    return static_cast<int>(
+        std::count_if(entries.begin(), entries.end(), [](const Entry& entry) { return entry.type != 0; }));
 }
 
 }   // namespace
@@ -37,9 +39,13 @@ TEST_F(WindowTest, TenThousandPaintsDragsAndResizesLeaveNoGdiObjectBehind)
     if (sizeof(void*) != 8) GTEST_SKIP() << "counts by the layout of a 64-bit process";
     startWith(boxModel());
     const HWND controls = program().child(ID_CONTROLS), slide = panel(ID_EYESLIDE);
-    const struct { HWND window; POINT marker; } panels[] = {
-        {panel(ID_PLAN), {58, 58}}, {panel(ID_ELEVATION), {58, 58}}, {panel(ID_SPHERE), {49, 72}},
-        {slide, {sizeOf(slide).cx / 2, (sizeOf(slide).cy - 1) / 2}}, {drawing(), {50, 50}},
+    const struct {
+        HWND window;
+        POINT marker;
+    } panels[] = {
+        {panel(ID_PLAN), {58, 58}},   {panel(ID_ELEVATION), {58, 58}},
+        {panel(ID_SPHERE), {49, 72}}, {slide, {sizeOf(slide).cx / 2, (sizeOf(slide).cy - 1) / 2}},
+        {drawing(), {50, 50}},
     };
     const auto work = [&](int rounds) {
         for (int i = 0; i < rounds; ++i) {

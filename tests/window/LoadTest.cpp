@@ -25,22 +25,29 @@ TEST_F(WindowTest, LoadsAModelByEveryRoadAndRemembersIt)
     EXPECT_EQ(recentFiles(), (std::vector<std::string>{boxModel(), faceModel(), odd}));
 
     start();
-    program().send(program().main(), WM_MENUSELECT, MAKEWPARAM(ID_RECENT + 1, 0), handleParameter(program().main()));
+    program().send(program().main(), WM_MENUSELECT, MAKEWPARAM(ID_RECENT + 1, 0),
+                   handleParameter(program().main()));
     EXPECT_EQ(program().statusPart(0), faceModel()) << "the whole path while the item is chosen";
     program().send(program().main(), WM_MENUSELECT, MAKEWPARAM(0, 0xFFFF), 0);
     program().command(ID_RECENT + 2);
     awaitModel(odd);
     EXPECT_EQ(awaitPicture(rendered(boxModel())), "");
     EXPECT_EQ(close(), 0);
-    EXPECT_EQ(recentFiles(), (std::vector<std::string>{odd, boxModel(), faceModel()})) << "used again: first again, and only once";
+    EXPECT_EQ(recentFiles(), (std::vector<std::string>{odd, boxModel(), faceModel()}))
+        << "used again: first again, and only once";
 }
 
 TEST_F(WindowTest, KeepsTheOldModelWhenAFileIsBad)
 {
-    const struct { const char *name, *text, *box, *status; } cases[] = {
-        {"range.thf", "Y \n3\n0 0 0\n1 0 0\n0 1 0\n0\n1\n1 m\n3 7 2 3\n", "vertex number out of range\nin ", "vertex number out of"},
-        {"group.dxf", "0\nSECTION\n2\nENTITIES\nfour\nLINE\n", "Error reading group-code\nat line 5 in ", "Error reading group-code"},
-        {"empty.man", "no such header\n", "File is not a 'KRVT v5.1.0 MAN file'\n", "File is not a 'KRVT v5.1.0 MAN file'"},
+    const struct {
+        const char *name, *text, *box, *status;
+    } cases[] = {
+        {"range.thf", "Y \n3\n0 0 0\n1 0 0\n0 1 0\n0\n1\n1 m\n3 7 2 3\n", "vertex number out of range\nin ",
+         "vertex number out of"},
+        {"group.dxf", "0\nSECTION\n2\nENTITIES\nfour\nLINE\n", "Error reading group-code\nat line 5 in ",
+         "Error reading group-code"},
+        {"empty.man", "no such header\n", "File is not a 'KRVT v5.1.0 MAN file'\n",
+         "File is not a 'KRVT v5.1.0 MAN file'"},
         {"model.thf2", "Y \n", nullptr, "Unknown filetype "},
         {"model", "Y \n", nullptr, "Unknown filetype "},
     };
@@ -55,30 +62,36 @@ TEST_F(WindowTest, KeepsTheOldModelWhenAFileIsBad)
             EXPECT_TRUE(program().messageOf(box).starts_with(c.box)) << program().messageOf(box);
             program().answer(box, IDOK);
         }
-        EXPECT_TRUE(eventually([&] { return program().statusPart(0).starts_with(c.status); })) << program().statusPart(0);
+        EXPECT_TRUE(eventually([&] { return program().statusPart(0).starts_with(c.status); }))
+            << program().statusPart(0);
         EXPECT_EQ(program().title(), "Belvor - box.thf");
         EXPECT_EQ(awaitPicture(before), "");
     }
     start({inFolder("gone.thf")});
     const HWND box = program().awaitDialog(textOf(616));
-    EXPECT_TRUE(program().messageOf(box).starts_with(inFolder("gone.thf") + ": ")) << program().messageOf(box);
+    EXPECT_TRUE(program().messageOf(box).starts_with(inFolder("gone.thf") + ": "))
+        << program().messageOf(box);
     program().answer(box, IDOK);
     EXPECT_EQ(program().title(), "Belvor");
 }
 
 TEST_F(WindowTest, ShowsTheFirstRowsBeforeTheLast)
 {
-    const std::string model = stackModel(2500), view = "Belvor View Parameters 1.0\n0.01 0.01 4\n0 0 0\n0.2\n0\n0.4\n0.1\n-30 60 0.6\n";
+    const std::string model = stackModel(2500),
+                      view = "Belvor View Parameters 1.0\n0.01 0.01 4\n0 0 0\n0.2\n0\n0.4\n0.1\n-30 60 0.6\n";
     const Picture before = rendered(model), after = rendered(model, view);
     const int upper = 10, lower = drawnHeight - 10, middle = drawnWidth / 2;
-    for (const int row : {upper, lower}) ASSERT_TRUE(before.at(middle, row) == 0 && after.at(middle, row) != 0) << row;
+    for (const int row : {upper, lower})
+        ASSERT_TRUE(before.at(middle, row) == 0 && after.at(middle, row) != 0) << row;
     startWith(model);
     ASSERT_EQ(awaitPicture(before), "");
 
     POINT origin{0, 0};
     ClientToScreen(drawing(), &origin);
     const WindowDC screen(nullptr);
-    const auto drawn = [&](int row) { return GetPixel(screen.get(), origin.x + middle, origin.y + row) != RGB(0, 0, 0); };
+    const auto drawn = [&](int row) {
+        return GetPixel(screen.get(), origin.x + middle, origin.y + row) != RGB(0, 0, 0);
+    };
     loadParameters(view);
     bool between = false;
     const ULONGLONG end = GetTickCount64() + 15000;
@@ -99,7 +112,7 @@ TEST_F(WindowTest, AbandonsALoadForANewerOneAndEndsAtOnce)
         return GetTickCount64() - asked;
     };
     const ULONGLONG whole = load(large);
-    load(boxModel());   // when the large one has been drawn
+    load(boxModel());                                            // when the large one has been drawn
     for (const ULONGLONG share : {5, 20, 40, 100, 130, 170}) {   // of the load: read, prepared, drawn
         const std::string small = inFolder("small" + std::to_string(share) + ".thf");
         writeFile(small, readFile(boxModel()));
@@ -107,7 +120,8 @@ TEST_F(WindowTest, AbandonsALoadForANewerOneAndEndsAtOnce)
         program().answer(program().awaitDialog(textOf(126)), IDNO);
         Sleep(static_cast<DWORD>(whole * share / 100));
         const ULONGLONG taken = load(small);
-        std::printf("    %llu %% of a load of %llu ms make way for a small model within %llu ms\n", share, whole, taken);
+        std::printf("    %llu %% of a load of %llu ms make way for a small model within %llu ms\n", share,
+                    whole, taken);
         EXPECT_TRUE(share > 50 || taken < whole / 2);
         EXPECT_EQ(awaitShape(rendered(boxModel())), "");
     }
@@ -127,7 +141,8 @@ TEST_F(WindowTest, ResizedDuringARenderShowsTheLastSizeWhole)
     const std::string model = sphereModel(200000);
     startWith(model);
     for (int k = 0; k < 40; ++k) {
-        SetWindowPos(program().main(), nullptr, 0, 0, 500 + 17 * (k % 25), 500 + 11 * (k % 19), SWP_NOZORDER | SWP_ASYNCWINDOWPOS);
+        SetWindowPos(program().main(), nullptr, 0, 0, 500 + 17 * (k % 25), 500 + 11 * (k % 19),
+                     SWP_NOZORDER | SWP_ASYNCWINDOWPOS);
         Sleep(15);
     }
     program().resizeClient(clientWidth, clientHeight);

@@ -4,7 +4,10 @@ namespace belvor::window {
 
 class MenuTest : public WindowTest {
 protected:
-    static bool menuOpen() { return FindWindowW(L"#32768", nullptr) && IsWindowVisible(FindWindowW(L"#32768", nullptr)); }
+    static bool menuOpen()
+    {
+        return FindWindowW(L"#32768", nullptr) && IsWindowVisible(FindWindowW(L"#32768", nullptr));
+    }
     /// Opens a menu by its letter.
     static void openMenu(WORD letter)
     {
@@ -14,20 +17,27 @@ protected:
     static void closeMenus()
     {
         for (int k = 0; k < 3; ++k) pressKeys({VK_ESCAPE});
-        await("the menu to close", [] { return !menuOpen(); }, 3000);
+        await(
+            "the menu to close", [] { return !menuOpen(); }, 3000);
     }
 };
 
 TEST_F(MenuTest, EveryItemSaysWhatItDoesInTheStatusBar)
 {
-    const struct { WORD letter; std::vector<int> items; } menus[] = {
-        {'F', {102, 205, 103, 104, 211, 105}}, {'E', {301, 302, 304, 305, 314, 306, 315, 316}}, {'V', {308, 309}}, {'H', {121, 122}},
+    const struct {
+        WORD letter;
+        std::vector<int> items;
+    } menus[] = {
+        {'F', {102, 205, 103, 104, 211, 105}},
+        {'E', {301, 302, 304, 305, 314, 306, 315, 316}},
+        {'V', {308, 309}},
+        {'H', {121, 122}},
     };
     start();
     for (const auto& menu : menus) {
         openMenu(menu.letter);
-        pressKeys({VK_UP});   // from the first item to the last ...
-        pressKeys({VK_DOWN}); // ... and back: the first is chosen whether or not opening chose it
+        pressKeys({VK_UP});     // from the first item to the last ...
+        pressKeys({VK_DOWN});   // ... and back: the first is chosen whether or not opening chose it
         for (const int item : menu.items) {
             EXPECT_TRUE(program().awaitStatus(textOf(item))) << item << ": " << program().statusPart(0);
             pressKeys({VK_DOWN});
@@ -50,9 +60,16 @@ TEST_F(MenuTest, EveryItemSaysWhatItDoesInTheStatusBar)
 
 TEST_F(MenuTest, WhatNeedsAModelWaitsForOne)
 {
-    const struct { WORD menu, item; std::string caption; } opening[] = {
-        {'F', 'M', "Belvor Model Properties"}, {'F', 'A', "Save As"}, {'E', 'V', "View Parameters"},
-        {'E', 'S', textOf(619)},               {'E', 'L', textOf(618)}, {VK_CONTROL, 'S', "Save As"},
+    const struct {
+        WORD menu, item;
+        std::string caption;
+    } opening[] = {
+        {'F', 'M', "Belvor Model Properties"},
+        {'F', 'A', "Save As"},
+        {'E', 'V', "View Parameters"},
+        {'E', 'S', textOf(619)},
+        {'E', 'L', textOf(618)},
+        {VK_CONTROL, 'S', "Save As"},
     };
     const auto choose = [](WORD menu, WORD item) {
         if (menu == VK_CONTROL) return pressKeys({menu, item});

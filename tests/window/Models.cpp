@@ -51,9 +51,11 @@ std::string boxModel()
 
 std::string faceModel()
 {
-    static const std::string path = made("face.dxf", "0\nSECTION\n2\nENTITIES\n0\n3DFACE\n8\nWALL\n10\n0\n20\n0\n30\n0\n11\n4\n21\n0\n"
-        "31\n0\n12\n4\n22\n3\n32\n1\n13\n0\n23\n3\n33\n1\n0\n3DFACE\n8\nROOF\n10\n0\n20\n0\n30\n0\n11\n4\n21\n0\n31\n0\n12\n2\n22\n1\n"
-        "32\n3\n13\n2\n23\n1\n33\n3\n0\nENDSEC\n0\nEOF\n");
+    static const std::string path =
+        made("face.dxf", "0\nSECTION\n2\nENTITIES\n0\n3DFACE\n8\nWALL\n10\n0\n20\n0\n30\n0\n11\n4\n21\n0\n"
+                         "31\n0\n12\n4\n22\n3\n32\n1\n13\n0\n23\n3\n33\n1\n0\n3DFACE\n8\nROOF\n10\n0\n20\n0\n"
+                         "30\n0\n11\n4\n21\n0\n31\n0\n12\n2\n22\n1\n"
+                         "32\n3\n13\n2\n23\n1\n33\n3\n0\nENDSEC\n0\nEOF\n");
     return path;
 }
 
@@ -63,8 +65,10 @@ std::string stackModel(int squares)
     text << "Y " << 4 * squares << '\n';
     for (int k = 0; k < squares; ++k) {
         const double z = static_cast<double>(k) / squares;
-        for (const char* corner : {"-1.5 -1.5 ", "1.5 -1.5 ", "1.5 1.5 ", "-1.5 1.5 "}) text << corner << z << '\n';
-        facets << "1 sheet\n4 " << 4 * k + 1 << ' ' << 4 * k + 2 << ' ' << 4 * k + 3 << ' ' << 4 * k + 4 << '\n';
+        for (const char* corner : {"-1.5 -1.5 ", "1.5 -1.5 ", "1.5 1.5 ", "-1.5 1.5 "})
+            text << corner << z << '\n';
+        facets << "1 sheet\n4 " << 4 * k + 1 << ' ' << 4 * k + 2 << ' ' << 4 * k + 3 << ' ' << 4 * k + 4
+               << '\n';
     }
     text << "0\n" << squares << '\n' << facets.str();
     return made("stack.thf", text.str());
@@ -80,7 +84,8 @@ std::string sphereModel(int facets)
     for (int j = 0; j <= rows; ++j)
         for (int i = 0; i < columns; ++i) {
             const double u = 2 * std::numbers::pi * i / columns, v = std::numbers::pi * j / rows;
-            text << std::sin(v) * std::cos(u) << ' ' << std::sin(v) * std::sin(u) << ' ' << std::cos(v) << '\n';
+            text << std::sin(v) * std::cos(u) << ' ' << std::sin(v) * std::sin(u) << ' ' << std::cos(v)
+                 << '\n';
         }
     text << "0\n" << rows * columns << '\n';
     for (int j = 0; j < rows; ++j)

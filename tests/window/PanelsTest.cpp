@@ -1,13 +1,13 @@
-#include "app/state/Intensity.h"
-#include "app/state/SceneBuilder.h"
-#include "app/state/ViewCommands.h"
-#include "app/state/ViewEdits.h"
 #include "tests/window/WindowTest.h"
 #include "ui/Messages.h"
 #include "ui/display/ZoomDrag.h"
 #include "ui/panels/PlanGeometry.h"
 #include "ui/panels/SlideScale.h"
 #include "ui/panels/SphereProjection.h"
+#include "view/Intensity.h"
+#include "view/SceneBuilder.h"
+#include "view/ViewCommands.h"
+#include "view/ViewEdits.h"
 
 #include <commctrl.h>
 
@@ -25,11 +25,15 @@ protected:
     PixelSize pixels(int number) { return {sizeOf(panel(number)).cx, sizeOf(panel(number)).cy}; }
     SlideScale slide() { return SlideScale(pixels(ID_EYESLIDE), GetSystemMetrics(SM_CYVSCROLL)); }
     PixelPoint onSlide(double position) { return {slide().x, slide().toPixel(position)}; }
-    PixelPoint onDisc(double bearing, double elevation) { return SphereDisc(pixels(ID_SPHERE)).toPixel({bearing, elevation}); }
+    PixelPoint onDisc(double bearing, double elevation)
+    {
+        return SphereDisc(pixels(ID_SPHERE)).toPixel({bearing, elevation});
+    }
 
     ViewParameters planDrag(Thumbnail which, MarkerDrag drag, PixelPoint to)
     {
-        return moveMarkers(from, which, draggedMarkers(viewMarkers(from, which), drag, pixels(ID_PLAN), to.x, to.y));
+        return moveMarkers(from, which,
+                           draggedMarkers(viewMarkers(from, which), drag, pixels(ID_PLAN), to.x, to.y));
     }
     ViewParameters slideDrag(MarkerDrag drag, double to)
     {
@@ -49,7 +53,8 @@ protected:
     ViewParameters clicked(int x, int y) const
     {
         const ModelPlace place{boxCentre, boxRadius};
-        return lookAtPixel(from, *buildScene(from, place, {}, drawnWidth, drawnHeight).camera, place.viewToModel(), x, y);
+        return lookAtPixel(from, *buildScene(from, place, {}, drawnWidth, drawnHeight).camera,
+                           place.viewToModel(), x, y);
     }
 
     ViewParameters from = wholeModel(freshView(), {});
@@ -58,26 +63,47 @@ protected:
 TEST_F(PanelsTest, ADragMakesTheViewThatItsPanelAsksFor)
 {
     startWith(boxModel());
-    const ViewMarkers plan = viewMarkers(from, Thumbnail::plan), elevation = viewMarkers(from, Thumbnail::elevation);
+    const ViewMarkers plan = viewMarkers(from, Thumbnail::plan),
+                      elevation = viewMarkers(from, Thumbnail::elevation);
     const EyeSlideRecord along = eyeSlideRecord(from);
     const SphereMarker eye = eyeMarker(from);
     const PixelSize square = pixels(ID_PLAN), area{drawnWidth, drawnHeight};
     const PixelPoint there{80, 37}, rim{109, 57}, inside{70, 70}, outside{-40, 100}, beside{640, 100};
-    const struct { const char* why; HWND window; PixelPoint press, release; WORD key; ViewParameters wanted; } drags[] = {
-        {"plan, eye", panel(ID_PLAN), eyePixel(plan, square), there, 0, planDrag(Thumbnail::plan, MarkerDrag::eye, there)},
-        {"plan, look-at point with Shift, out of the panel", panel(ID_PLAN), lookAtPixel(plan, square), outside, VK_SHIFT,
-         planDrag(Thumbnail::plan, MarkerDrag::lookAtKeepingDistance, outside)},
+    const struct {
+        const char* why;
+        HWND window;
+        PixelPoint press, release;
+        WORD key;
+        ViewParameters wanted;
+    } drags[] = {
+        {"plan, eye", panel(ID_PLAN), eyePixel(plan, square), there, 0,
+         planDrag(Thumbnail::plan, MarkerDrag::eye, there)},
+        {"plan, look-at point with Shift, out of the panel", panel(ID_PLAN), lookAtPixel(plan, square),
+         outside, VK_SHIFT, planDrag(Thumbnail::plan, MarkerDrag::lookAtKeepingDistance, outside)},
         {"elevation, look-at point", panel(ID_ELEVATION), lookAtPixel(elevation, square), there, 0,
          planDrag(Thumbnail::elevation, MarkerDrag::lookAt, there)},
-        {"slide, eye", panel(ID_EYESLIDE), onSlide(along.eye), onSlide(0.7), 0, slideDrag(MarkerDrag::eye, 0.7)},
-        {"slide, look-at point", panel(ID_EYESLIDE), onSlide(along.lookAt), onSlide(-0.2), 0, slideDrag(MarkerDrag::lookAt, -0.2)},
+        {"slide, eye", panel(ID_EYESLIDE), onSlide(along.eye), onSlide(0.7), 0,
+         slideDrag(MarkerDrag::eye, 0.7)},
+        {"slide, look-at point", panel(ID_EYESLIDE), onSlide(along.lookAt), onSlide(-0.2), 0,
+         slideDrag(MarkerDrag::lookAt, -0.2)},
         {"sphere, light", panel(ID_SPHERE), onDisc(-30, 60), inside, 0, sphereDrag(1, inside, {})},
-        {"sphere, light with Ctrl", panel(ID_SPHERE), onDisc(-30, 60), inside, VK_CONTROL, sphereDrag(1, inside, {false, true})},
+        {"sphere, light with Ctrl", panel(ID_SPHERE), onDisc(-30, 60), inside, VK_CONTROL,
+         sphereDrag(1, inside, {false, true})},
         {"sphere, eye with Shift", panel(ID_SPHERE), onDisc(eye.bearing, eye.elevation), rim, VK_SHIFT,
          sphereDrag(0, rim, {true, false})},
-        {"a click in the picture, within what counts as no drag", drawing(), {100, 50}, {102, 51}, 0, clicked(100, 50)},
+        {"a click in the picture, within what counts as no drag",
+         drawing(),
+         {100, 50},
+         {102, 51},
+         0,
+         clicked(100, 50)},
         {"a rectangle", drawing(), {300, 200}, {456, 228}, 0, zoomBy(from, zoomFactor({456, 228}, area))},
-        {"a rectangle larger than the picture", drawing(), {200, 250}, beside, 0, zoomBy(from, zoomFactor(beside, area))},
+        {"a rectangle larger than the picture",
+         drawing(),
+         {200, 250},
+         beside,
+         0,
+         zoomBy(from, zoomFactor(beside, area))},
     };
     for (const auto& d : drags) {
         show(from);
@@ -94,17 +120,26 @@ TEST_F(PanelsTest, ADragMakesTheViewThatItsPanelAsksFor)
 TEST_F(PanelsTest, AButtonMakesTheViewThatItStandsFor)
 {
     start();
-    const int commands[] = {ID_WHOLEMODEL, ID_CENTRELOOKAT, ID_PREVIOUSVIEW, ID_INCREASEZOOM};   // top to bottom
+    const int commands[] = {ID_WHOLEMODEL, ID_CENTRELOOKAT, ID_PREVIOUSVIEW,
+                            ID_INCREASEZOOM};   // top to bottom
     const HWND toolbar = panel(ID_TOOLBAR);
-    for (const int c : commands) EXPECT_EQ(program().send(toolbar, TB_ISBUTTONENABLED, static_cast<WPARAM>(c)), 0) << c;
+    for (const int c : commands)
+        EXPECT_EQ(program().send(toolbar, TB_ISBUTTONENABLED, static_cast<WPARAM>(c)), 0) << c;
     startWith(boxModel());
     const EyeSlideRecord along = eyeSlideRecord(from);
     const HWND slidePanel = panel(ID_EYESLIDE), sphere = panel(ID_SPHERE);
-    const struct { HWND window; int button; WORD key; ViewParameters wanted; } buttons[] = {
+    const struct {
+        HWND window;
+        int button;
+        WORD key;
+        ViewParameters wanted;
+    } buttons[] = {
         {slidePanel, ID_ADVANCE, VK_CONTROL, moveAlongSight(from, steppedSlide(along, false, true, false))},
         {slidePanel, ID_RETREAT, VK_SHIFT, moveAlongSight(from, steppedSlide(along, true, false, true))},
-        {sphere, ID_EYERIGHT, 0, turned(SphereArrow::right, false)}, {sphere, ID_EYELEFT, VK_CONTROL, turned(SphereArrow::left, true)},
-        {sphere, ID_EYEUP, VK_CONTROL, turned(SphereArrow::up, true)}, {sphere, ID_EYEDOWN, 0, turned(SphereArrow::down, false)},
+        {sphere, ID_EYERIGHT, 0, turned(SphereArrow::right, false)},
+        {sphere, ID_EYELEFT, VK_CONTROL, turned(SphereArrow::left, true)},
+        {sphere, ID_EYEUP, VK_CONTROL, turned(SphereArrow::up, true)},
+        {sphere, ID_EYEDOWN, 0, turned(SphereArrow::down, false)},
     };
     for (const auto& b : buttons) {
         show(from);
@@ -115,12 +150,19 @@ TEST_F(PanelsTest, AButtonMakesTheViewThatItStandsFor)
     }
     show(from);
     const ViewParameters centred = centreLookAt(from), wider = increaseZoomAngle(centred);
-    const struct { int position; const ViewParameters& wanted; } clicks[] = {
-        {1, centred}, {3, wider}, {2, centred}, {0, wholeModel(freshView(), {})},
+    const struct {
+        int position;
+        const ViewParameters& wanted;
+    } clicks[] = {
+        {1, centred},
+        {3, wider},
+        {2, centred},
+        {0, wholeModel(freshView(), {})},
     };
     for (const auto& c : clicks) {
         RECT r{};
-        program().sendRecord(panel(ID_TOOLBAR), TB_GETITEMRECT, static_cast<WPARAM>(c.position), &r, sizeof r);
+        program().sendRecord(panel(ID_TOOLBAR), TB_GETITEMRECT, static_cast<WPARAM>(c.position), &r,
+                             sizeof r);
         dragMouse(panel(ID_TOOLBAR), {{(r.left + r.right) / 2, (r.top + r.bottom) / 2}});
         expectView(view(), c.wanted, "toolbar " + std::to_string(c.position));
     }
@@ -131,12 +173,14 @@ TEST_F(PanelsTest, SlidersSetIntensitiesAndFollowThem)
     startWith(boxModel());
     const auto expectPositions = [&](std::initializer_list<LRESULT> wanted) {
         int slider = ID_SLIDER;
-        for (const LRESULT position : wanted) EXPECT_EQ(program().send(panel(slider++), TBM_GETPOS), position) << slider - 1;
+        for (const LRESULT position : wanted)
+            EXPECT_EQ(program().send(panel(slider++), TBM_GETPOS), position) << slider - 1;
     };
     expectPositions({7, 1, 9, 0, 0, 0, 0});
     dragMouse(panel(ID_SLIDER), {{sizeOf(panel(ID_SLIDER)).cx - 14, 9}});   // one page, four steps up
     program().send(panel(ID_SLIDER + 4), TBM_SETPOS, TRUE, 21);
-    program().send(program().child(ID_CONTROLS), WM_HSCROLL, MAKEWPARAM(TB_ENDTRACK, 0), handleParameter(panel(ID_SLIDER + 4)));
+    program().send(program().child(ID_CONTROLS), WM_HSCROLL, MAKEWPARAM(TB_ENDTRACK, 0),
+                   handleParameter(panel(ID_SLIDER + 4)));
     ViewParameters bright = wholeModel(freshView(), {});
     bright.skyIntensity = 1.0;
     bright.lights[2].intensity = 10.0;
@@ -153,11 +197,16 @@ TEST_F(PanelsTest, PointingAtAToolExplainsIt)
 {
     startWith(boxModel());
     show(from);
-    const ViewMarkers plan = viewMarkers(from, Thumbnail::plan), elevation = viewMarkers(from, Thumbnail::elevation);
+    const ViewMarkers plan = viewMarkers(from, Thumbnail::plan),
+                      elevation = viewMarkers(from, Thumbnail::elevation);
     const SphereMarker eye = eyeMarker(from);
     const PixelSize square = pixels(ID_PLAN);
     const auto button = [&](int parent, int number) { return program().child(number, panel(parent)); };
-    const struct { HWND window; PixelPoint at; int tip, status; } tools[] = {
+    const struct {
+        HWND window;
+        PixelPoint at;
+        int tip, status;
+    } tools[] = {
         {panel(ID_PLAN), eyePixel(plan, square), 599, 1599},
         {panel(ID_ELEVATION), lookAtPixel(elevation, square), 602, 1602},
         {panel(ID_EYESLIDE), onSlide(eyeSlideRecord(from).eye), 603, 1603},
@@ -174,10 +223,12 @@ TEST_F(PanelsTest, PointingAtAToolExplainsIt)
     };
     for (const auto& tool : tools) {
         moveMouse(drawing(), 20, 20);
-        EXPECT_TRUE(eventually([&] { return program().statusPart(0) != textOf(tool.status); }, 1500)) << tool.status << " stays";
+        EXPECT_TRUE(eventually([&] { return program().statusPart(0) != textOf(tool.status); }, 1500))
+            << tool.status << " stays";
         moveMouse(tool.window, tool.at.x, tool.at.y);
         moveMouse(tool.window, tool.at.x + 1, tool.at.y);
-        EXPECT_TRUE(program().awaitStatus(textOf(tool.status))) << tool.status << ": " << program().statusPart(0);
+        EXPECT_TRUE(program().awaitStatus(textOf(tool.status)))
+            << tool.status << ": " << program().statusPart(0);
         EXPECT_TRUE(eventually([&] { return tipShown(textOf(tool.tip)); }, 500)) << "tooltip " << tool.tip;
     }
     moveMouse(drawing(), 20, 20);
@@ -191,7 +242,12 @@ TEST_F(PanelsTest, AnInterruptedDragLeavesTheScreenAndTheViewAsTheyWere)
     const auto endCapture = [&](HWND window) { program().send(window, WM_CAPTURECHANGED, 0, 0); };
     const auto pressEscape = [](HWND) { pressKeys({VK_ESCAPE}); };
     const auto clickRight = [](HWND) { rightClick(); };
-    const struct { const char* why; HWND window; PixelPoint press; std::function<void(HWND)> interrupt; } drags[] = {
+    const struct {
+        const char* why;
+        HWND window;
+        PixelPoint press;
+        std::function<void(HWND)> interrupt;
+    } drags[] = {
         {"plan", panel(ID_PLAN), eyePixel(viewMarkers(from, Thumbnail::plan), pixels(ID_PLAN)), endCapture},
         {"eye slide", panel(ID_EYESLIDE), onSlide(eyeSlideRecord(from).eye), endCapture},
         {"sphere", panel(ID_SPHERE), onDisc(-30, 60), pressEscape},

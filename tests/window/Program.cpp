@@ -67,13 +67,15 @@ PROCESS_INFORMATION startProcess(const std::string& name, const std::vector<std:
 {
     wchar_t own[1024];
     GetModuleFileNameW(nullptr, own, 1024);
-    const std::wstring folder(own, std::wstring_view(own).find_last_of(L'\\') + 1), program = folder + toWide(name);
+    const std::wstring folder(own, std::wstring_view(own).find_last_of(L'\\') + 1),
+        program = folder + toWide(name);
     std::wstring line = L'"' + program + L'"';
     for (const std::string& argument : arguments) line += L" \"" + toWide(argument) + L'"';
     STARTUPINFOW start{};
     start.cb = sizeof start;
     PROCESS_INFORMATION started{};
-    if (!CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &started))
+    if (!CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
+                        &started))
         throw Failure("cannot start " + name + ", error " + std::to_string(GetLastError()));
     CloseHandle(started.hThread);
     return started;
@@ -88,10 +90,12 @@ int run(const std::string& name, const std::vector<std::string>& arguments)
     return static_cast<int>(status);
 }
 
-Program::Program(const std::vector<std::string>& arguments) : process(startProcess("belvor.exe", arguments).hProcess)
+Program::Program(const std::vector<std::string>& arguments)
+    : process(startProcess("belvor.exe", arguments).hProcess)
 {
     await("the main window", [&] {
-        mainWindow = findWindow(nullptr, [&](HWND window) { return isWindowOf(process.get(), "Belvor", window); });
+        mainWindow =
+            findWindow(nullptr, [&](HWND window) { return isWindowOf(process.get(), "Belvor", window); });
         return mainWindow != nullptr;
     });
     SetForegroundWindow(mainWindow);
@@ -136,8 +140,10 @@ LRESULT Program::send(HWND to, UINT message, WPARAM wParam, LPARAM lParam) const
 
 void* Program::copyInto(const void* bytes, std::size_t size) const
 {
-    void* const place = VirtualAllocEx(process.get(), nullptr, size, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE);
-    if (!WriteProcessMemory(process.get(), place, bytes, size, nullptr)) throw Failure("no memory in the program, error " + std::to_string(GetLastError()));
+    void* const place =
+        VirtualAllocEx(process.get(), nullptr, size, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE);
+    if (!WriteProcessMemory(process.get(), place, bytes, size, nullptr))
+        throw Failure("no memory in the program, error " + std::to_string(GetLastError()));
     return place;
 }
 
@@ -155,8 +161,10 @@ void Program::dropFile(const std::string& path) const
     const std::wstring name = toWide(path);
     DROPFILES head{sizeof head, {}, FALSE, TRUE};
     std::string record(reinterpret_cast<const char*>(&head), sizeof head);
-    record.append(reinterpret_cast<const char*>(name.c_str()), 2 * name.size()).append(4, '\0');   // the second zero ends the list
-    PostMessageW(mainWindow, WM_DROPFILES, reinterpret_cast<WPARAM>(copyInto(record.data(), record.size())), 0);
+    record.append(reinterpret_cast<const char*>(name.c_str()), 2 * name.size())
+        .append(4, '\0');   // the second zero ends the list
+    PostMessageW(mainWindow, WM_DROPFILES, reinterpret_cast<WPARAM>(copyInto(record.data(), record.size())),
+                 0);
 }
 
 std::string Program::textOf(HWND window) const
@@ -192,7 +200,8 @@ HWND Program::awaitDialog(const std::string& caption) const
 
 void Program::answer(HWND box, int button) const
 {
-    PostMessageW(box, WM_COMMAND, static_cast<WPARAM>(button), reinterpret_cast<LPARAM>(GetDlgItem(box, button)));
+    PostMessageW(box, WM_COMMAND, static_cast<WPARAM>(button),
+                 reinterpret_cast<LPARAM>(GetDlgItem(box, button)));
     await("the dialog to go", [&] { return gone(box); });
 }
 
@@ -214,7 +223,8 @@ void Program::chooseFile(HWND box, const std::string& path) const
         // A plain edit, or the edit inside a combination box of the same number.
         const HWND field = findWindow(box, [](HWND control) {
             const int number = GetDlgCtrlID(control);
-            return IsWindowVisible(control) && (number == 0x480 || number == 0x47C) && className(control) == "Edit";
+            return IsWindowVisible(control) && (number == 0x480 || number == 0x47C)
+                   && className(control) == "Edit";
         });
         if (!field) return false;
         if (textOf(field) != path) {

@@ -70,7 +70,8 @@ public:
     void answer(HWND dialog, int button) const;
     /// All texts of the static controls of a message box.
     std::string messageOf(HWND box) const;
-    /// Types a path into a file dialog, closes it with its first button and waits until the program has gone on.
+    /// Types a path into a file dialog, closes it with its first button and waits until the program has gone
+    /// on.
     void chooseFile(HWND dialog, const std::string& path) const;
 
     /// Makes the client area of the main window that large, as far as it goes; at the top left of the screen.

@@ -22,15 +22,19 @@ TEST_F(WindowTest, AnswersWhileAMillionFacetsLoad)
         answers.push_back(GetTickCount64() - asked);
         return answers.size() % 20 == 0 && there();
     };
-    await("the model", [&] { return isThere([&] { return program().title() != "Belvor"; }); }, 30000);
-    await("the picture", [&] { return isThere([&] { return screenOf(drawing()) == wanted; }); }, 30000);
+    await(
+        "the model", [&] { return isThere([&] { return program().title() != "Belvor"; }); }, 30000);
+    await(
+        "the picture", [&] { return isThere([&] { return screenOf(drawing()) == wanted; }); }, 30000);
     const auto shown = static_cast<double>(GetTickCount64() - begun);
     std::sort(answers.begin(), answers.end());
     const ULONGLONG most = answers[answers.size() * 95 / 100];
-    std::printf("    picture after %.0f ms, %.2f times belvor-render's; 95 of 100 of %zu answers within %llu ms, all within %llu ms\n",
+    std::printf("    picture after %.0f ms, %.2f times belvor-render's; 95 of 100 of %zu answers within %llu "
+                "ms, all within %llu ms\n",
                 shown, shown / renderer, answers.size(), most, answers.back());
     EXPECT_GT(answers.size(), 20u);
-    EXPECT_LT(static_cast<double>(most), shown / 10) << "a busy machine delays some, but not while the model is read and drawn";
+    EXPECT_LT(static_cast<double>(most), shown / 10)
+        << "a busy machine delays some, but not while the model is read and drawn";
 }
 
 }   // namespace belvor::window

@@ -37,7 +37,8 @@ TEST_F(WindowTest, TheQuestionBeforeAPictureIsLostHasThreeAnswers)
         return program().awaitDialog(textOf(126));
     };
     HWND question = ask();
-    EXPECT_EQ(program().messageOf(question), "Do you want to save\n\nas an Ombr file?") << "no name has been chosen yet";
+    EXPECT_EQ(program().messageOf(question), "Do you want to save\n\nas an Ombr file?")
+        << "no name has been chosen yet";
     program().answer(question, IDCANCEL);
     EXPECT_TRUE(program().running()) << "Cancel keeps the program";
 
@@ -50,14 +51,16 @@ TEST_F(WindowTest, TheQuestionBeforeAPictureIsLostHasThreeAnswers)
     program().answer(ask(), IDYES);
     program().chooseFile(program().awaitDialog("Save As"), image);
     EXPECT_EQ(program().exitStatus(), 0) << "Yes saves and goes on";
-    EXPECT_TRUE(readFile(image) == reference(boxModel(), "800x600")) << "written to the end before the program has gone";
+    EXPECT_TRUE(readFile(image) == reference(boxModel(), "800x600"))
+        << "written to the end before the program has gone";
 }
 
 TEST_F(WindowTest, AnImageThatCannotBeWrittenIsAWarning)
 {
     startWith(boxModel());
     const std::string image = inFolder("locked.omb");
-    const KernelHandle locked(CreateFileW(toWide(image).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
+    const KernelHandle locked(
+        CreateFileW(toWide(image).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
     program().chooseFile(program().openDialog(ID_SAVEAS, "Save As"), image);
     // First the system's own question whether to replace the file, then ours or the system's refusal.
     HWND box = nullptr;

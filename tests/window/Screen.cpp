@@ -14,7 +14,8 @@ Picture screenOf(HWND window)
     GetClientRect(window, &client);
     POINT origin{0, 0};
     ClientToScreen(window, &origin);
-    Picture picture{client.right, client.bottom, std::vector<std::uint32_t>(static_cast<std::size_t>(client.right * client.bottom))};
+    Picture picture{client.right, client.bottom,
+                    std::vector<std::uint32_t>(static_cast<std::size_t>(client.right * client.bottom))};
     const WindowDC screen(nullptr);   // the device context of another program's window cannot be had
     const MemoryDC memory(screen.get());
     BITMAPINFO info{};
@@ -24,7 +25,8 @@ Picture screenOf(HWND window)
         const Selection selected(memory.get(), bitmap.get());
         BitBlt(memory.get(), 0, 0, picture.width, picture.height, screen.get(), origin.x, origin.y, SRCCOPY);
     }
-    if (!GetDIBits(memory.get(), bitmap.get(), 0, static_cast<UINT>(picture.height), picture.pixels.data(), &info, DIB_RGB_COLORS))
+    if (!GetDIBits(memory.get(), bitmap.get(), 0, static_cast<UINT>(picture.height), picture.pixels.data(),
+                   &info, DIB_RGB_COLORS))
         throw Failure("the screen cannot be read");
     for (std::uint32_t& pixel : picture.pixels) pixel &= 0xFFFFFF;
     return picture;
@@ -57,13 +59,16 @@ std::string difference(const Picture& a, const Picture& b)
 {
     if (a == b) return "";
     int count = 0;
-    for (std::size_t i = 0; i < std::min(a.pixels.size(), b.pixels.size()); ++i) count += a.pixels[i] != b.pixels[i];
-    return std::to_string(a.width) + " columns against " + std::to_string(b.width) + ", " + std::to_string(count) + " pixels differ";
+    for (std::size_t i = 0; i < std::min(a.pixels.size(), b.pixels.size()); ++i)
+        count += a.pixels[i] != b.pixels[i];
+    return std::to_string(a.width) + " columns against " + std::to_string(b.width) + ", "
+           + std::to_string(count) + " pixels differ";
 }
 
 int countOther(const Picture& picture, std::uint32_t colour)
 {
-    return static_cast<int>(picture.pixels.size()) - static_cast<int>(std::count(picture.pixels.begin(), picture.pixels.end(), colour));
+    return static_cast<int>(picture.pixels.size())
+           - static_cast<int>(std::count(picture.pixels.begin(), picture.pixels.end(), colour));
 }
 
 }   // namespace belvor::window

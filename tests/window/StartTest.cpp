@@ -1,6 +1,6 @@
-#include "app/state/WindowLayout.h"
 #include "tests/window/WindowTest.h"
 #include "ui/panels/ControlsLayout.h"
+#include "view/WindowLayout.h"
 
 #include <commctrl.h>
 
@@ -32,13 +32,19 @@ TEST_F(WindowTest, StartsEmptyWithEverythingInPlace)
     const ControlsLayout strip = layOutControls({WindowLayout::controlsWidth, whole.controls.height});
     const auto expectPlace = [](HWND window, const auto& wanted) {
         const RECT is = placeOf(window);
-        EXPECT_TRUE(is.left == wanted.x && is.top == wanted.y && is.right == wanted.width && is.bottom == wanted.height)
-            << GetDlgCtrlID(window) << ": " << is.left << ' ' << is.top << ' ' << is.right << ' ' << is.bottom;
+        EXPECT_TRUE(is.left == wanted.x && is.top == wanted.y && is.right == wanted.width
+                    && is.bottom == wanted.height)
+            << GetDlgCtrlID(window) << ": " << is.left << ' ' << is.top << ' ' << is.right << ' '
+            << is.bottom;
     };
     expectPlace(drawing(), whole.display);
     expectPlace(controls, whole.controls);
     expectPlace(status, whole.status);
-    const struct { int number; const wchar_t *className, *name; Place place; } panels[] = {
+    const struct {
+        int number;
+        const wchar_t *className, *name;
+        Place place;
+    } panels[] = {
         {ID_PLAN, L"Plan", L"Plan", strip.plan},
         {ID_ELEVATION, L"Plan", L"Elevation", strip.elevation},
         {ID_SPHERE, L"Stereogram", L"Stereogram", strip.sphere},
@@ -84,7 +90,8 @@ TEST_F(WindowTest, SurvivesSizesThatLeaveNoRoom)
 TEST_F(WindowTest, FullScreenCoversTheScreenAndAClickReturns)
 {
     startWith(boxModel());
-    const HWND main = program().main(), status = program().child(ID_STATUSBAR), controls = program().child(ID_CONTROLS);
+    const HWND main = program().main(), status = program().child(ID_STATUSBAR),
+               controls = program().child(ID_CONTROLS);
     for (const bool maximised : {false, true}) {
         SCOPED_TRACE(maximised ? "from maximised" : "from a normal window");
         if (maximised) ShowWindow(main, SW_MAXIMIZE);

@@ -38,7 +38,9 @@ std::vector<std::string> recentFiles()
         wchar_t value[1024];
         DWORD size = sizeof value;
         const std::wstring name = L"File" + std::to_wstring(n);
-        if (RegGetValueW(HKEY_CURRENT_USER, recentKey, name.c_str(), RRF_RT_REG_SZ, nullptr, value, &size) != ERROR_SUCCESS) break;
+        if (RegGetValueW(HKEY_CURRENT_USER, recentKey, name.c_str(), RRF_RT_REG_SZ, nullptr, value, &size)
+            != ERROR_SUCCESS)
+            break;
         paths.push_back(toUtf8(value));
     }
     return paths;
@@ -95,10 +97,14 @@ void WindowTest::press(HWND window, int number)
 void WindowTest::awaitModel(const std::string& path)
 {
     const std::string title = "Belvor - " + fileName(path);
-    await("the title " + title, [&] {
-        if (const HWND box = running->dialog(textOf(616))) throw Failure("a warning: " + running->messageOf(box));
-        return running->title() == title;
-    }, 20000);
+    await(
+        "the title " + title,
+        [&] {
+            if (const HWND box = running->dialog(textOf(616)))
+                throw Failure("a warning: " + running->messageOf(box));
+            return running->title() == title;
+        },
+        20000);
 }
 
 void WindowTest::open(const std::string& path)
@@ -117,7 +123,8 @@ void WindowTest::saveAs(const std::string& path)
 void WindowTest::answerSaveQuestion(int button)
 {
     HWND box = nullptr;
-    if (eventually([&] { return (box = running->dialog(textOf(126))) != nullptr; }, 1000)) running->answer(box, button);
+    if (eventually([&] { return (box = running->dialog(textOf(126))) != nullptr; }, 1000))
+        running->answer(box, button);
 }
 
 int WindowTest::close(int saveAnswer)

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "app/state/ViewParameters.h"
 #include "resources/Texts.h"
 #include "resources/ids.h"
 #include "tests/window/Input.h"
 #include "tests/window/Models.h"
 #include "tests/window/Program.h"
 #include "tests/window/Screen.h"
+#include "view/ViewParameters.h"
 
 #include <gtest/gtest.h>
 
@@ -65,7 +65,8 @@ protected:
     std::string awaitPicture(const Picture& wanted, bool onlyShape = false);
     std::string awaitShape(const Picture& wanted) { return awaitPicture(wanted, true); }
     /// The image file that belvor-render makes of the model, in the view of that parameter file's text.
-    static std::string reference(const std::string& model, const std::string& size, const std::string& view = "");
+    static std::string reference(const std::string& model, const std::string& size,
+                                 const std::string& view = "");
     /// The picture in the size of the drawing area.
     static Picture rendered(const std::string& model, const std::string& view = "")
     {

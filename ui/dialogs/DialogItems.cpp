@@ -34,7 +34,8 @@ bool choosesRadio(int notification) noexcept
 std::string userDecimalPoint()
 {
     wchar_t point[8];
-    const int length = GetLocaleInfoEx(LOCALE_NAME_USER_DEFAULT, LOCALE_SDECIMAL, point, static_cast<int>(std::size(point)));
+    const int length =
+        GetLocaleInfoEx(LOCALE_NAME_USER_DEFAULT, LOCALE_SDECIMAL, point, static_cast<int>(std::size(point)));
     return length > 1 ? toUtf8(point) : ".";
 }
 

@@ -33,7 +33,8 @@ void ImageSizeDialog::command(int control, int notification)
 
 PixelCounts ImageSizeDialog::shown() const
 {
-    return {GetDlgItemInt(window(), ID_WIDTH, nullptr, FALSE), GetDlgItemInt(window(), ID_HEIGHT, nullptr, FALSE)};
+    return {GetDlgItemInt(window(), ID_WIDTH, nullptr, FALSE),
+            GetDlgItemInt(window(), ID_HEIGHT, nullptr, FALSE)};
 }
 
 /// Writing a field notifies of its change at once, within the call: not taken for typing.
@@ -45,7 +46,8 @@ void ImageSizeDialog::update(const PixelCounts& asked)
     if (change.newHeight) SetDlgItemInt(window(), ID_HEIGHT, *change.newHeight, FALSE);
     writing = false;
     CheckRadioButton(window(), ID_SIZEPRESET, ID_SIZEOTHER, ID_SIZEPRESET + change.button);
-    if (change.kilobytes) setItemText(window(), ID_DISKSPACE, filled(format, {std::to_string(*change.kilobytes)}));
+    if (change.kilobytes)
+        setItemText(window(), ID_DISKSPACE, filled(format, {std::to_string(*change.kilobytes)}));
 }
 
 void ImageSizeDialog::fieldChanged(int control)
@@ -59,7 +61,8 @@ void ImageSizeDialog::apply()
 {
     const PixelCounts size = shown();
     if (size.width != 0 && size.height != 0)
-        send(GetWindow(window(), GW_OWNER), UM_IMAGESIZE, static_cast<INT_PTR>(size.width), static_cast<INT_PTR>(size.height));
+        send(GetWindow(window(), GW_OWNER), UM_IMAGESIZE, static_cast<INT_PTR>(size.width),
+             static_cast<INT_PTR>(size.height));
 }
 
 }   // namespace belvor

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "app/state/ViewCommands.h"
 #include "ui/dialogs/ImageSizes.h"
 #include "ui/dialogs/ModelessDialog.h"
+#include "view/ViewCommands.h"
 
 #include <string>
 
@@ -25,8 +25,8 @@ private:
     void fieldChanged(int control);
 
     PixelCounts initial;
-    std::string format;      // of the disk space
-    bool writing = false;    // a field is being written by the dialog itself
+    std::string format;     // of the disk space
+    bool writing = false;   // a field is being written by the dialog itself
 };
 
 }   // namespace belvor

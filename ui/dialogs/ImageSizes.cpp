@@ -6,7 +6,8 @@
 namespace belvor {
 namespace {
 
-constexpr PixelCounts presets[sizePresets] = {{640, 480}, {800, 600}, {1024, 768}, {1152, 864}, {1280, 1024}, {1600, 1200}};
+constexpr PixelCounts presets[sizePresets] = {{640, 480},  {800, 600},   {1024, 768},
+                                              {1152, 864}, {1280, 1024}, {1600, 1200}};
 
 std::optional<std::uint32_t> toWrite(std::uint32_t value, std::uint32_t shown) noexcept
 {
@@ -30,8 +31,10 @@ std::uint32_t diskSpaceKB(const PixelCounts& size) noexcept
 
 SizeUpdate updateSize(const PixelCounts& asked, const PixelCounts& shown) noexcept
 {
-    const PixelCounts size{asked.width != 0 ? asked.width : shown.width, asked.height != 0 ? asked.height : shown.height};
-    SizeUpdate update{toWrite(size.width, shown.width), toWrite(size.height, shown.height), presetOf(size), std::nullopt};
+    const PixelCounts size{asked.width != 0 ? asked.width : shown.width,
+                           asked.height != 0 ? asked.height : shown.height};
+    SizeUpdate update{toWrite(size.width, shown.width), toWrite(size.height, shown.height), presetOf(size),
+                      std::nullopt};
     if (size.width != 0 && size.height != 0) update.kilobytes = diskSpaceKB(size);
     return update;
 }

@@ -24,7 +24,8 @@ std::uint32_t edgeMemoryKB(std::uint32_t count) noexcept;
 std::uint32_t facetMemoryKB(std::uint32_t count) noexcept;
 
 /// `format`, which holds three "%.4G", with the centre in units of the user.
-std::string centreText(std::string_view format, const Point<3>& centre, double scale, std::string_view decimalPoint);
+std::string centreText(std::string_view format, const Point<3>& centre, double scale,
+                       std::string_view decimalPoint);
 
 /// The scale that a field stands for: `stored` when its text is still `initial`, though that
 /// shows only some digits, else the number typed. One beyond all doubles changes nothing.

@@ -69,7 +69,8 @@ void ModelPropertiesDialog::showScaled(double scale)
 
 double ModelPropertiesDialog::scale() const
 {
-    return scaleOf(model->units.scale, initialScale, itemText(window(), ID_SCALE, longestNumber), decimalPoint);
+    return scaleOf(model->units.scale, initialScale, itemText(window(), ID_SCALE, longestNumber),
+                   decimalPoint);
 }
 
 void ModelPropertiesDialog::apply()

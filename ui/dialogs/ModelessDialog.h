@@ -10,7 +10,10 @@ inline HWND activeDialog = nullptr;
 
 /// For the message loop: true when `message` was keyboard input of the active dialog, which
 /// has then been dealt with.
-inline bool takenByDialog(MSG& message) noexcept { return activeDialog && IsDialogMessageW(activeDialog, &message); }
+inline bool takenByDialog(MSG& message) noexcept
+{
+    return activeDialog && IsDialogMessageW(activeDialog, &message);
+}
 
 /// Keeps `activeDialog` for a dialog that gets `message`: call it for every one.
 void noteActivation(HWND dialog, UINT message, WPARAM wParam) noexcept;

@@ -46,13 +46,16 @@ double typedNumber(std::string_view text, std::string_view decimalPoint)
     if (digits == 0) return 0.0;
     if (place < text.size() && (text[place] == 'e' || text[place] == 'E')) {
         const std::size_t sign = place + 1;
-        const std::size_t first = sign < text.size() && (text[sign] == '-' || text[sign] == '+') ? sign + 1 : sign;
+        const std::size_t first =
+            sign < text.size() && (text[sign] == '-' || text[sign] == '+') ? sign + 1 : sign;
         const std::size_t last = pastDigits(text, first);
-        if (last > first) plain += text.substr(place, last - place);   // an "e" without digits ends the number
+        if (last > first)
+            plain += text.substr(place, last - place);   // an "e" without digits ends the number
     }
     double value = 0.0;
     if (isDouble(plain, value)) return value;
-    return plain[0] == '-' ? -std::numeric_limits<double>::infinity() : std::numeric_limits<double>::infinity();
+    return plain[0] == '-' ? -std::numeric_limits<double>::infinity()
+                           : std::numeric_limits<double>::infinity();
 }
 
 std::string filled(std::string_view format, std::initializer_list<std::string_view> values)
@@ -60,7 +63,10 @@ std::string filled(std::string_view format, std::initializer_list<std::string_vi
     std::string result;
     auto value = values.begin();
     while (!format.empty()) {
-        const std::size_t hole = value == values.end() ? 0 : format.starts_with("%lu") ? 3 : format.starts_with("%.4G") ? 4 : 0;
+        const std::size_t hole = value == values.end()        ? 0
+                                 : format.starts_with("%lu")  ? 3
+                                 : format.starts_with("%.4G") ? 4
+                                                              : 0;
         if (hole != 0) result += *value++;
         else result += format[0];
         format.remove_prefix(hole != 0 ? hole : 1);

@@ -34,7 +34,8 @@ std::optional<double> ViewFields::value(int field, bool parallelProjection) cons
 {
     if (field < lookAt) return shownCoordinate(view.eye, field - eye);
     if (field < zoom) return shownCoordinate(view.lookAt, field - lookAt);
-    if (field == zoom) return parallelProjection ? view.zoom * parallelUnit() : toDegrees(2.0 * std::atan(view.zoom));
+    if (field == zoom)
+        return parallelProjection ? view.zoom * parallelUnit() : toDegrees(2.0 * std::atan(view.zoom));
     if (field == sky) return view.skyIntensity;
     if (field == ground) return view.groundIntensity;
     const auto row = static_cast<std::size_t>((field - lights) / 3);
@@ -43,7 +44,8 @@ std::optional<double> ViewFields::value(int field, bool parallelProjection) cons
     return lightMember(light, (field - lights) % 3);
 }
 
-ViewParameters ViewFields::applied(const ViewParameters& current, const Typed& typed, bool parallelProjection) const
+ViewParameters ViewFields::applied(const ViewParameters& current, const Typed& typed,
+                                   bool parallelProjection) const
 {
     ViewParameters result = current;
     result.imageSaved = false;
@@ -56,7 +58,8 @@ ViewParameters ViewFields::applied(const ViewParameters& current, const Typed& t
     const std::size_t rows = std::min<std::size_t>(lightRows, result.lights.size());
     for (std::size_t row = 0; row < rows; ++row)
         for (int member = 0; member < 3; ++member)
-            take(lightMember(result.lights[row], member), typed[static_cast<std::size_t>(lights + member) + 3 * row]);
+            take(lightMember(result.lights[row], member),
+                 typed[static_cast<std::size_t>(lights + member) + 3 * row]);
     return result;
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "app/state/SceneBuilder.h"
-#include "app/state/ViewParameters.h"
 #include "scene/Model.h"
+#include "view/SceneBuilder.h"
+#include "view/ViewParameters.h"
 
 #include <array>
 #include <optional>
@@ -23,9 +23,10 @@ public:
     using Typed = std::array<std::optional<double>, count>;
 
     ViewFields(const ViewParameters& shownView, const ModelPlace& modelPlace, const Units& modelUnits)
-        : view(shownView), place(modelPlace), units(modelUnits)
-    {
-    }
+        : view(shownView),
+          place(modelPlace),
+          units(modelUnits)
+    {}
 
     bool parallel() const noexcept { return view.parallel; }
     /// What to show in a field; the zoom as that projection has it: half the diagonal of the

@@ -19,15 +19,18 @@ constexpr int controlOf(int field) noexcept
 {
     if (field < ViewFields::zoom) return ID_EYEX + field;
     if (field == ViewFields::zoom) return ID_ZOOM;
-    return field < ViewFields::lights ? ID_SKY + field - ViewFields::sky : ID_LIGHT + field - ViewFields::lights;
+    return field < ViewFields::lights ? ID_SKY + field - ViewFields::sky
+                                      : ID_LIGHT + field - ViewFields::lights;
 }
 
 class ViewParametersDialog {
 public:
     ViewParametersDialog(const ViewFields& shown, HBRUSH (*brushOfLight)(int))
-        : fields(shown), lightBrush(brushOfLight), parallel(shown.parallel()), decimalPoint(userDecimalPoint())
-    {
-    }
+        : fields(shown),
+          lightBrush(brushOfLight),
+          parallel(shown.parallel()),
+          decimalPoint(userDecimalPoint())
+    {}
 
     INT_PTR handle(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam);
 
@@ -132,8 +135,9 @@ INT_PTR ViewParametersDialog::labelBrush(HDC dc, HWND label) const
 std::optional<TypedView> askViewParameters(HWND owner, const ViewFields& fields, HBRUSH (*lightBrush)(int))
 {
     ViewParametersDialog dialog(fields, lightBrush);
-    const INT_PTR result = DialogBoxParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(ID_VIEWDIALOG), owner,
-                                           dialogProcedure<ViewParametersDialog>, reinterpret_cast<LPARAM>(&dialog));
+    const INT_PTR result =
+        DialogBoxParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(ID_VIEWDIALOG), owner,
+                        dialogProcedure<ViewParametersDialog>, reinterpret_cast<LPARAM>(&dialog));
     if (result == -1) throw Win32Error("DialogBox");
     if (result != IDOK) return std::nullopt;
     return dialog.answer();

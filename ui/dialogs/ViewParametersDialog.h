@@ -14,7 +14,10 @@ struct TypedView {
     bool parallel;
 
     /// `current` with it. Equal to `current` when nothing was changed.
-    ViewParameters applied(const ViewParameters& current) const { return fields.applied(current, typed, parallel); }
+    ViewParameters applied(const ViewParameters& current) const
+    {
+        return fields.applied(current, typed, parallel);
+    }
 };
 
 /// Runs the dialog over the main window until the user closes it; none when it is cancelled.

@@ -26,7 +26,10 @@ BITMAPINFO description(int width, int height) noexcept
 
 }   // namespace
 
-DibSection::DibSection(HDC like, int width, int height) : stride(dibStride(width)), columns(width), rows(height)
+DibSection::DibSection(HDC like, int width, int height)
+    : stride(dibStride(width)),
+      columns(width),
+      rows(height)
 {
     if (width < 1 || height < 1) return;
     BITMAPINFO info = description(width, height);

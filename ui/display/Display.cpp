@@ -32,9 +32,9 @@ void clipToOutline(HDC dc, const PixelRect& rectangle) noexcept
 }   // namespace
 
 Display::Display(HWND owner) noexcept
-    : BitmapWindow(owner), zoomDrag({GetSystemMetrics(SM_CXDRAG), GetSystemMetrics(SM_CYDRAG)})
-{
-}
+    : BitmapWindow(owner),
+      zoomDrag({GetSystemMetrics(SM_CXDRAG), GetSystemMetrics(SM_CYDRAG)})
+{}
 
 LRESULT Display::handle(UINT message, WPARAM wParam, LPARAM lParam)
 {
@@ -45,12 +45,12 @@ LRESULT Display::handle(UINT message, WPARAM wParam, LPARAM lParam)
         cancel();
         if (accepted(wParam, lParam)) resize(LOWORD(lParam), HIWORD(lParam));
         return 0;
-    case WM_PAINT:          paint();             return 0;
-    case WM_LBUTTONDOWN:    press(point, true);  return 0;
+    case WM_PAINT: paint(); return 0;
+    case WM_LBUTTONDOWN: press(point, true); return 0;
     case WM_RBUTTONDOWN:
-    case WM_MBUTTONDOWN:    press(point, false); return 0;
-    case WM_MOUSEMOVE:      drag(point);         return 0;
-    case WM_LBUTTONUP:      release(point);      return 0;
+    case WM_MBUTTONDOWN: press(point, false); return 0;
+    case WM_MOUSEMOVE: drag(point); return 0;
+    case WM_LBUTTONUP: release(point); return 0;
     case WM_CAPTURECHANGED:
         if (reinterpret_cast<HWND>(lParam) != window) cancel();
         return 0;
@@ -91,10 +91,8 @@ void Display::release(PixelPoint at)
     if (outcome == ZoomDrag::Outcome::none) return;
     removeBand();
     ReleaseCapture();
-    if (outcome == ZoomDrag::Outcome::click)
-        send(GetParent(window), UM_DISPLAYCLICK, pressed.x, pressed.y);
-    else
-        send(GetParent(window), UM_DISPLAYZOOM, zoomFactor(at, clientSize()));
+    if (outcome == ZoomDrag::Outcome::click) send(GetParent(window), UM_DISPLAYCLICK, pressed.x, pressed.y);
+    else send(GetParent(window), UM_DISPLAYZOOM, zoomFactor(at, clientSize()));
 }
 
 void Display::cancel()

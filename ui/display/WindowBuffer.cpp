@@ -3,9 +3,11 @@
 namespace belvor {
 
 WindowBuffer::WindowBuffer(HWND shownIn, Handle<DibSection> target, bool showRows)
-    : Buffer(target->width()), window(shownIn), dib(std::move(target)), progressive(showRows)
-{
-}
+    : Buffer(target->width()),
+      window(shownIn),
+      dib(std::move(target)),
+      progressive(showRows)
+{}
 
 WindowBuffer::~WindowBuffer()
 {

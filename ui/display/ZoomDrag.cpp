@@ -45,7 +45,8 @@ bool ZoomDrag::move(PixelPoint to) noexcept
 ZoomDrag::Outcome ZoomDrag::release(PixelPoint at) noexcept
 {
     Outcome outcome = Outcome::none;
-    if (state != State::idle) outcome = state == State::pressed && !strayed(at) ? Outcome::click : Outcome::zoom;
+    if (state != State::idle)
+        outcome = state == State::pressed && !strayed(at) ? Outcome::click : Outcome::zoom;
     cancel();
     return outcome;
 }

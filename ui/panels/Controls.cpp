@@ -22,10 +22,12 @@ namespace {
 constexpr int lastPosition = 21;
 constexpr DWORD childStyle = WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS;
 
-HWND createChild(HWND parent, const wchar_t* className, const wchar_t* title, int number, DWORD style, PixelSize size) noexcept
+HWND createChild(HWND parent, const wchar_t* className, const wchar_t* title, int number, DWORD style,
+                 PixelSize size) noexcept
 {
     return CreateWindowExW(0, className, title, style, 0, 0, size.width, size.height, parent,
-                           reinterpret_cast<HMENU>(static_cast<INT_PTR>(number)), GetModuleHandleW(nullptr), nullptr);
+                           reinterpret_cast<HMENU>(static_cast<INT_PTR>(number)), GetModuleHandleW(nullptr),
+                           nullptr);
 }
 
 HWND createSlider(HWND parent, int index) noexcept
@@ -39,20 +41,23 @@ HWND createSlider(HWND parent, int index) noexcept
     return slider;
 }
 
-bool move(HWND child, const Place& place) noexcept { return MoveWindow(child, place.x, place.y, place.width, place.height, TRUE); }
+bool move(HWND child, const Place& place) noexcept
+{
+    return MoveWindow(child, place.x, place.y, place.width, place.height, TRUE);
+}
 
 }   // namespace
 
 LRESULT Controls::handle(UINT message, WPARAM wParam, LPARAM lParam)
 {
     switch (message) {
-    case WM_CREATE:  create(*reinterpret_cast<const CREATESTRUCTW*>(lParam)); return 0;
-    case WM_SIZE:    size();  return 0;
-    case WM_PAINT:   paint(); return 0;
-    case WM_ENABLE:  toolbar.enable(wParam != FALSE); return 0;
+    case WM_CREATE: create(*reinterpret_cast<const CREATESTRUCTW*>(lParam)); return 0;
+    case WM_SIZE: size(); return 0;
+    case WM_PAINT: paint(); return 0;
+    case WM_ENABLE: toolbar.enable(wParam != FALSE); return 0;
     case WM_HSCROLL: sliderMoved(LOWORD(wParam), reinterpret_cast<HWND>(lParam)); return 0;
-    case WM_NOTIFY:  notify(lParam); break;
-    case WM_COMMAND:             // of the toolbar, and a panel's wish to be drawn
+    case WM_NOTIFY: notify(lParam); break;
+    case WM_COMMAND:   // of the toolbar, and a panel's wish to be drawn
     case UM_VIEWMARKERS:
     case UM_EYESLIDE:
     case UM_LIGHTMARKER:
@@ -65,22 +70,26 @@ LRESULT Controls::handle(UINT message, WPARAM wParam, LPARAM lParam)
 
 void Controls::create(const CREATESTRUCTW& record)
 {
-    const auto panel = [this](const wchar_t* className, const wchar_t* title, int number, DWORD style, PixelSize size, const char* step) {
+    const auto panel = [this](const wchar_t* className, const wchar_t* title, int number, DWORD style,
+                              PixelSize size, const char* step) {
         HWND const made = createChild(window, className, title, number, style, size);
         if (!made) throw Win32Error(step);
         return made;
     };
     constexpr PixelSize square{128, 128};
     plan = panel(L"Plan", L"Plan", ID_PLAN, childStyle, square, "Controls::WM_CREATE Plan");
-    elevation = panel(L"Plan", L"Elevation", ID_ELEVATION, childStyle, square, "Controls::WM_CREATE Elevation");
-    stereogram = panel(L"Stereogram", L"Stereogram", ID_SPHERE, childStyle | WS_CLIPCHILDREN, square, "Controls::WM_CREATE Stereogram");
+    elevation =
+        panel(L"Plan", L"Elevation", ID_ELEVATION, childStyle, square, "Controls::WM_CREATE Elevation");
+    stereogram = panel(L"Stereogram", L"Stereogram", ID_SPHERE, childStyle | WS_CLIPCHILDREN, square,
+                       "Controls::WM_CREATE Stereogram");
     for (int i = 0; i < controlSliders; ++i) {
         HWND const slider = createSlider(window, i);
         sliders[static_cast<std::size_t>(i)] = slider;
         if (slider) addWindowTool(window, slider, static_cast<UINT>(ID_SLIDER + i));
     }
     const PixelSize slideSize{24, record.cy < 140 ? 100 : record.cy - 40};
-    eyeSlide = panel(L"EyeSlide", L"Eye", ID_EYESLIDE, childStyle | WS_CLIPCHILDREN, slideSize, "Controls::WM_CREATE Eye");
+    eyeSlide = panel(L"EyeSlide", L"Eye", ID_EYESLIDE, childStyle | WS_CLIPCHILDREN, slideSize,
+                     "Controls::WM_CREATE Eye");
     toolbar.create(window);
     makeFocusRing(window);
 }
@@ -88,8 +97,9 @@ void Controls::create(const CREATESTRUCTW& record)
 void Controls::size()
 {
     layout = layOutControls(clientSize(window));
-    const bool moved = move(toolbar.handle(), layout.toolbar) && move(eyeSlide, layout.eyeSlide) && move(plan, layout.plan) &&
-                       move(elevation, layout.elevation) && move(stereogram, layout.sphere);
+    const bool moved = move(toolbar.handle(), layout.toolbar) && move(eyeSlide, layout.eyeSlide)
+                       && move(plan, layout.plan) && move(elevation, layout.elevation)
+                       && move(stereogram, layout.sphere);
     if (!moved) throw Win32Error("controls::WM_SIZE");
     for (std::size_t i = 0; i < sliders.size(); ++i) move(sliders[i], layout.sliders[i]);
 }
@@ -130,7 +140,7 @@ void Controls::notify(LPARAM lParam) const
     if (!event) return;
     if (event->child)   // a slider
         showHelp(window, static_cast<UINT>(GetDlgCtrlID(event->child)) + ID_STATUSTEXT, event->shows);
-    else                // a button of the toolbar has its command's help
+    else   // a button of the toolbar has its command's help
         showHelp(window, event->id, event->shows);
 }
 

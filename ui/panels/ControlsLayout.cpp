@@ -12,7 +12,7 @@ ControlsLayout layOutControls(PixelSize client) noexcept
     int column = 3 * (w - 3 * gapX) / 11;   // the left one
     int side = w - 3 * gapX - column;       // of a square panel
     const int room = h / 3 - gapY;
-    if (room < side) {                      // limited by the height: the left column takes the rest
+    if (room < side) {   // limited by the height: the left column takes the rest
         side = room;
         gapX = (w - column - side) / 3;
         column = w - 3 * gapX - side;
@@ -22,7 +22,8 @@ ControlsLayout layOutControls(PixelSize client) noexcept
     layout.gapX = gapX;
     layout.gapY = gapY;
     layout.toolbar = {(column - toolbarWidth) / 2 + gapX, 0, toolbarWidth, toolbarHeight};
-    layout.eyeSlide = {gapX, 2 * gapX + toolbarHeight, column, h - 3 * gapY - toolbarHeight};   // gapX below the toolbar too
+    layout.eyeSlide = {gapX, 2 * gapX + toolbarHeight, column,
+                       h - 3 * gapY - toolbarHeight};   // gapX below the toolbar too
     const int x = column + 2 * gapX, pitch = side + gapY;
     layout.plan = {x, 0, side, side};
     layout.elevation = {x, pitch, side, side};
@@ -31,9 +32,11 @@ ControlsLayout layOutControls(PixelSize client) noexcept
     layout.groupFrame = {x, y + sphereButtons, x + side, h - gapY};
     layout.separator = {x, y + 70, x + side, y + 74};
     for (int i = 0; i < controlSliders; ++i)
-        layout.sliders[static_cast<std::size_t>(i)] = {x + 2, y + 34 + sliderHeight * i + (i >= 2 ? 2 : 0), side - 4, sliderHeight};
+        layout.sliders[static_cast<std::size_t>(i)] = {x + 2, y + 34 + sliderHeight * i + (i >= 2 ? 2 : 0),
+                                                       side - 4, sliderHeight};
     for (int k = 0; k < swatches; ++k)   // they stick out of the frame
-        layout.colours[static_cast<std::size_t>(k)] = {x + side - 2, y + 74 + sliderHeight * k, x + side + 6, y + 88 + sliderHeight * k};
+        layout.colours[static_cast<std::size_t>(k)] = {x + side - 2, y + 74 + sliderHeight * k, x + side + 6,
+                                                       y + 88 + sliderHeight * k};
     return layout;
 }
 

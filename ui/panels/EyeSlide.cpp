@@ -38,30 +38,30 @@ LRESULT EyeSlide::handle(UINT message, WPARAM wParam, LPARAM lParam)
     const int x = GET_X_LPARAM(lParam), y = GET_Y_LPARAM(lParam);
     if (endsDrag(message, wParam)) cancel();
     switch (message) {
-    case WM_CREATE:         create(); return 0;
-    case WM_SIZE:           size();   return 0;
-    case WM_ERASEBKGND:     return 1;   // painting covers everything
-    case WM_PAINT:          paint();  return 0;
+    case WM_CREATE: create(); return 0;
+    case WM_SIZE: size(); return 0;
+    case WM_ERASEBKGND: return 1;   // painting covers everything
+    case WM_PAINT: paint(); return 0;
     case WM_SETCURSOR:
         if (capture.setCursor()) return TRUE;
         break;
     case WM_LBUTTONDBLCLK:   // the second press of two quick drags
-    case WM_LBUTTONDOWN:    press(x, y, (wParam & MK_SHIFT) != 0); break;
-    case WM_MOUSEMOVE:      drawTo(y);  break;
-    case WM_LBUTTONUP:      release(y); break;
+    case WM_LBUTTONDOWN: press(x, y, (wParam & MK_SHIFT) != 0); break;
+    case WM_MOUSEMOVE: drawTo(y); break;
+    case WM_LBUTTONUP: release(y); break;
     case WM_COMMAND:
         if (HIWORD(wParam) == BN_CLICKED) step(LOWORD(wParam) == ID_RETREAT);
         return 0;
-    case WM_NOTIFY:         notify(lParam); break;
-    case UM_EYESLIDE:       show(payload(UM_EYESLIDE, wParam)); return 0;
+    case WM_NOTIFY: notify(lParam); break;
+    case UM_EYESLIDE: show(payload(UM_EYESLIDE, wParam)); return 0;
     }
     return DefWindowProcW(window, message, wParam, lParam);
 }
 
 void EyeSlide::create()
 {
-    if (!advanceButton.create(window, SystemArrow::up, L"Up", ID_ADVANCE, ID_TOOLADVANCE) ||
-        !retreatButton.create(window, SystemArrow::down, L"Down", ID_RETREAT, ID_TOOLRETREAT))
+    if (!advanceButton.create(window, SystemArrow::up, L"Up", ID_ADVANCE, ID_TOOLADVANCE)
+        || !retreatButton.create(window, SystemArrow::down, L"Down", ID_RETREAT, ID_TOOLRETREAT))
         throw Win32Error("EyeSlide::CreateWindow Buttons");
     size();
     ask(record);   // makes the slide known to the main window
@@ -102,7 +102,8 @@ std::vector<Tool> EyeSlide::drawMarkers(HDC dc, PixelSize client) const
     drawCross(dc, lookAt);
     const EyeGlyph glyph = eyeGlyph(eye, directionBetween(eye, lookAt, up));
     drawEyeGlyph(dc, glyph);
-    std::vector<Tool> tools{{ID_TOOLSLIDEEYE, ID_TOOLSLIDEEYE, glyph.bounds()}, {ID_TOOLSLIDELOOKAT, ID_TOOLSLIDELOOKAT, around(lookAt)}};
+    std::vector<Tool> tools{{ID_TOOLSLIDEEYE, ID_TOOLSLIDEEYE, glyph.bounds()},
+                            {ID_TOOLSLIDELOOKAT, ID_TOOLSLIDELOOKAT, around(lookAt)}};
     if (!record.parallel) {
         const ZoomWedge wedge = zoomWedge(eye, record.zoomAngle);
         drawZoomWedge(dc, wedge);
@@ -139,7 +140,8 @@ void EyeSlide::release(int y)
 
 void EyeSlide::cancel()
 {
-    if (std::exchange(drag, MarkerDrag::none) == MarkerDrag::none) return;   // giving back the capture comes here again
+    if (std::exchange(drag, MarkerDrag::none) == MarkerDrag::none)
+        return;   // giving back the capture comes here again
     ghost.show(std::nullopt);
     capture.giveBack();
 }
@@ -176,7 +178,7 @@ void EyeSlide::notify(LPARAM lParam)
     if (!event) return;
     const UINT tool = event->child == advanceButton.handle()   ? ID_TOOLADVANCE
                       : event->child == retreatButton.handle() ? ID_TOOLRETREAT
-                                                         : event->id;
+                                                               : event->id;
     if (tool != 0) showHelp(window, tool + ID_STATUSTEXT, event->shows);
 }
 

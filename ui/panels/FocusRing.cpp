@@ -17,13 +17,16 @@ std::vector<HWND> membersOf(HWND controls)
     std::vector<HWND> members{GetDlgItem(controls, ID_TOOLBAR)};
     HWND const slide = GetDlgItem(controls, ID_EYESLIDE), sphere = GetDlgItem(controls, ID_SPHERE);
     for (const int button : {ID_ADVANCE, ID_RETREAT}) members.push_back(GetDlgItem(slide, button));
-    for (const int button : {ID_EYEUP, ID_EYELEFT, ID_EYERIGHT, ID_EYEDOWN}) members.push_back(GetDlgItem(sphere, button));
-    for (int slider = ID_SLIDER; slider <= ID_SLIDERLAST; ++slider) members.push_back(GetDlgItem(controls, slider));
+    for (const int button : {ID_EYEUP, ID_EYELEFT, ID_EYERIGHT, ID_EYEDOWN})
+        members.push_back(GetDlgItem(sphere, button));
+    for (int slider = ID_SLIDER; slider <= ID_SLIDERLAST; ++slider)
+        members.push_back(GetDlgItem(controls, slider));
     std::erase(members, nullptr);
     return members;
 }
 
-LRESULT CALLBACK answerTab(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR controls)
+LRESULT CALLBACK answerTab(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                           DWORD_PTR controls)
 {
     if (message == WM_NCDESTROY) RemoveWindowSubclass(window, answerTab, id);
     if (message == WM_KEYDOWN && wParam == VK_TAB) {
@@ -39,7 +42,8 @@ LRESULT CALLBACK answerTab(HWND window, UINT message, WPARAM wParam, LPARAM lPar
 void makeFocusRing(HWND controls) noexcept
 {
     constexpr UINT_PTR tabSubclass = 2;
-    for (HWND const member : membersOf(controls)) SetWindowSubclass(member, answerTab, tabSubclass, reinterpret_cast<DWORD_PTR>(controls));
+    for (HWND const member : membersOf(controls))
+        SetWindowSubclass(member, answerTab, tabSubclass, reinterpret_cast<DWORD_PTR>(controls));
 }
 
 void focusNextControl(HWND controls, bool backwards) noexcept
@@ -49,8 +53,10 @@ void focusNextControl(HWND controls, bool backwards) noexcept
     if (members.empty()) return;
     if (backwards) std::reverse(members.begin(), members.end());
     const auto current = std::find(members.begin(), members.end(), GetFocus());
-    const auto next = current == members.end() || std::next(current) == members.end() ? members.begin() : std::next(current);
-    SendMessageW(*next, WM_CHANGEUISTATE, MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS), 0);   // the keyboard's place is to be seen
+    const auto next = current == members.end() || std::next(current) == members.end() ? members.begin()
+                                                                                      : std::next(current);
+    SendMessageW(*next, WM_CHANGEUISTATE, MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS),
+                 0);   // the keyboard's place is to be seen
     SetFocus(*next);
 }
 

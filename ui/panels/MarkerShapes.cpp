@@ -24,7 +24,9 @@ EyeGlyph eyeGlyph(PixelPoint eye, PixelDirection sight) noexcept
     const auto at = [&](int x, int y) {
         return roundedPoint(eye.x + x * sight.x - y * sight.y, eye.y + x * sight.y + y * sight.x);
     };
-    return {{at(9, -6), at(-9, 0), at(9, 6)}, {at(3, -3), at(6, -1), at(6, 1), at(3, 3)}, {at(3, -1), at(2, 0), at(3, 1)}};
+    return {{at(9, -6), at(-9, 0), at(9, 6)},
+            {at(3, -3), at(6, -1), at(6, 1), at(3, 3)},
+            {at(3, -1), at(2, 0), at(3, 1)}};
 }
 
 PixelRect EyeGlyph::bounds() const noexcept
@@ -49,7 +51,10 @@ std::array<PixelLine, 2> crossStrokes(PixelPoint p) noexcept
     return {{{{p.x - 10, p.y}, {p.x + 10, p.y}}, {{p.x, p.y - 10}, {p.x, p.y + 10}}}};
 }
 
-PixelRect around(PixelPoint p, int radius) noexcept { return {p.x - radius, p.y - radius, p.x + radius, p.y + radius}; }
+PixelRect around(PixelPoint p, int radius) noexcept
+{
+    return {p.x - radius, p.y - radius, p.x + radius, p.y + radius};
+}
 
 std::vector<PixelLine> sightLines(PixelPoint eye, PixelPoint lookAt, bool parallel)
 {

@@ -7,7 +7,7 @@
 namespace belvor {
 namespace {
 
-constexpr std::array lightColours{RGB(128, 128, 0), RGB(255, 0, 255), RGB(0, 255, 255), RGB(255, 0, 0),
+constexpr std::array lightColours{RGB(128, 128, 0), RGB(255, 0, 255),   RGB(0, 255, 255), RGB(255, 0, 0),
                                   RGB(0, 128, 128), RGB(128, 128, 128), RGB(255, 255, 0), RGB(128, 0, 0)};
 
 bool isLight(int light) noexcept { return light >= 0 && light < static_cast<int>(lightColours.size()); }
@@ -62,7 +62,8 @@ void drawZoomWedge(HDC dc, const ZoomWedge& wedge) noexcept
 
 void drawLight(HDC dc, PixelPoint place, int light, bool below) noexcept
 {
-    const Selection brushInDc(dc, below ? GetStockObject(HOLLOW_BRUSH) : static_cast<HGDIOBJ>(lightBrush(light)));
+    const Selection brushInDc(dc,
+                              below ? GetStockObject(HOLLOW_BRUSH) : static_cast<HGDIOBJ>(lightBrush(light)));
     const Selection penInDc(dc, lightPen(light));
     drawEllipse(dc, place, 6);
 }

@@ -25,11 +25,13 @@ PixelSize clientSize(HWND window) noexcept
 }
 
 PanelPaint::PanelPaint(HWND panel) noexcept
-    : window(panel), size(clientSize(panel)), screen(panel), memory(screen.get()),
+    : window(panel),
+      size(clientSize(panel)),
+      screen(panel),
+      memory(screen.get()),
       bitmap(CreateCompatibleBitmap(screen.get(), std::max(size.width, 1), std::max(size.height, 1))),
       selected(memory.get(), bitmap.get())
-{
-}
+{}
 
 PanelPaint::~PanelPaint()
 {

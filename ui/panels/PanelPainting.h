@@ -92,7 +92,8 @@ private:
 /// box or another program has come up.
 inline bool endsDrag(UINT message, WPARAM wParam) noexcept
 {
-    return message == WM_KILLFOCUS || message == WM_CAPTURECHANGED || (message == WM_KEYDOWN && wParam == VK_ESCAPE);
+    return message == WM_KILLFOCUS || message == WM_CAPTURECHANGED
+           || (message == WM_KEYDOWN && wParam == VK_ESCAPE);
 }
 
 }   // namespace belvor

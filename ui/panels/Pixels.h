@@ -7,7 +7,10 @@
 namespace belvor {
 
 /// A coordinate truncated to a pixel. Markers far outside stay within what GDI draws safely.
-inline int truncatedPixel(double v) noexcept { return v >= -16000.0 ? static_cast<int>(std::min(v, 16000.0)) : -16000; }
+inline int truncatedPixel(double v) noexcept
+{
+    return v >= -16000.0 ? static_cast<int>(std::min(v, 16000.0)) : -16000;
+}
 
 /// A press takes a marker strictly within 10 pixels of it.
 constexpr bool hits(PixelPoint marker, int x, int y) noexcept

@@ -38,16 +38,16 @@ LRESULT Plan::handle(UINT message, WPARAM wParam, LPARAM lParam)
         InvalidateRect(window, nullptr, TRUE);   // frame and markers move, with or without a new picture
         if (accepted(wParam, lParam)) resize(LOWORD(lParam), HIWORD(lParam));
         return 0;
-    case WM_ERASEBKGND:     return 1;   // painting covers everything
-    case WM_PAINT:          paint(); return 0;
+    case WM_ERASEBKGND: return 1;   // painting covers everything
+    case WM_PAINT: paint(); return 0;
     case WM_SETCURSOR:
         if (capture.setCursor()) return TRUE;
         break;
-    case WM_LBUTTONDOWN:    press(x, y, (wParam & MK_SHIFT) != 0); break;
-    case WM_MOUSEMOVE:      drawTo(x, y);                          break;
-    case WM_LBUTTONUP:      release(x, y);                         break;
-    case WM_NOTIFY:         notify(lParam); break;
-    case UM_VIEWMARKERS:    show(payload(UM_VIEWMARKERS, wParam)); return 0;
+    case WM_LBUTTONDOWN: press(x, y, (wParam & MK_SHIFT) != 0); break;
+    case WM_MOUSEMOVE: drawTo(x, y); break;
+    case WM_LBUTTONUP: release(x, y); break;
+    case WM_NOTIFY: notify(lParam); break;
+    case UM_VIEWMARKERS: show(payload(UM_VIEWMARKERS, wParam)); return 0;
     }
     return DefWindowProcW(window, message, wParam, lParam);
 }
@@ -97,12 +97,14 @@ void Plan::release(int x, int y)
     if (drag == MarkerDrag::none) return;
     const ViewMarkers request = draggedMarkers(markers, drag, clientSize(window), x, y);
     cancel();
-    send(GetParent(window), UM_VIEWMARKERS, request, GetDlgCtrlID(window));   // the markers move when the answer comes
+    send(GetParent(window), UM_VIEWMARKERS, request,
+         GetDlgCtrlID(window));   // the markers move when the answer comes
 }
 
 void Plan::cancel()
 {
-    if (std::exchange(drag, MarkerDrag::none) == MarkerDrag::none) return;   // giving back the capture comes here again
+    if (std::exchange(drag, MarkerDrag::none) == MarkerDrag::none)
+        return;   // giving back the capture comes here again
     ghost.show(std::nullopt);
     capture.giveBack();
 }

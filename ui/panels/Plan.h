@@ -1,9 +1,9 @@
 #pragma once
 
-#include "app/state/PanelRecords.h"
 #include "ui/display/BitmapWindow.h"
 #include "ui/panels/PanelPainting.h"
 #include "ui/panels/ToolTips.h"
+#include "view/PanelRecords.h"
 
 namespace belvor {
 
@@ -30,7 +30,7 @@ private:
 
     ViewMarkers markers{-0.5, 0.5, 0.0, 0.0, false};
     MarkerDrag drag = MarkerDrag::none;
-    PixelPoint last;                      // of the mouse, while dragging
+    PixelPoint last;   // of the mouse, while dragging
     Ghost<RubberLine> ghost;
     DragCapture capture;
     ToolTips toolTips;

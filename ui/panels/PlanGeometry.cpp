@@ -4,7 +4,8 @@ namespace belvor {
 
 PixelPoint panelToPixel(double h, double v, PixelSize client) noexcept
 {
-    return {truncatedPixel(((h + 1.0) * client.width + 1.0) / 2.0), truncatedPixel(((v + 1.0) * client.height + 1.0) / 2.0)};
+    return {truncatedPixel(((h + 1.0) * client.width + 1.0) / 2.0),
+            truncatedPixel(((v + 1.0) * client.height + 1.0) / 2.0)};
 }
 
 PanelPoint pixelToPanel(int x, int y, PixelSize client) noexcept
@@ -40,7 +41,8 @@ PixelLine rubberLine(const ViewMarkers& markers, MarkerDrag drag, PixelSize clie
     return {{x, y}, {x, y}};
 }
 
-ViewMarkers draggedMarkers(const ViewMarkers& markers, MarkerDrag drag, PixelSize client, int x, int y) noexcept
+ViewMarkers draggedMarkers(const ViewMarkers& markers, MarkerDrag drag, PixelSize client, int x,
+                           int y) noexcept
 {
     const PanelPoint to = pixelToPanel(x, y, client);
     ViewMarkers asked = markers;

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/state/PanelRecords.h"
 #include "ui/panels/Pixels.h"
+#include "view/PanelRecords.h"
 
 namespace belvor {
 
@@ -25,6 +25,7 @@ MarkerDrag hitMarker(const ViewMarkers& markers, PixelSize client, int x, int y,
 PixelLine rubberLine(const ViewMarkers& markers, MarkerDrag drag, PixelSize client, int x, int y) noexcept;
 
 /// What to ask for when `drag` ends at pixel (x, y). Changes nothing.
-ViewMarkers draggedMarkers(const ViewMarkers& markers, MarkerDrag drag, PixelSize client, int x, int y) noexcept;
+ViewMarkers draggedMarkers(const ViewMarkers& markers, MarkerDrag drag, PixelSize client, int x,
+                           int y) noexcept;
 
 }   // namespace belvor

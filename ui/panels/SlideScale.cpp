@@ -18,24 +18,23 @@ EyeSlideRecord asking(EyeSlideRecord record, double eye, double lookAt) noexcept
 }   // namespace
 
 SlideScale::SlideScale(PixelSize client, int buttonHeight) noexcept
-    : x(client.width / 2), top(buttonHeight), bottom(client.height - buttonHeight - 1)
-{
-}
+    : x(client.width / 2),
+      top(buttonHeight),
+      bottom(client.height - buttonHeight - 1)
+{}
 
 int SlideScale::toPixel(double position) const noexcept
 {
     return truncatedPixel(((1.0 - position) * top + (position + 1.0) * bottom) * 0.5);
 }
 
-double SlideScale::toPosition(int y) const noexcept
-{
-    return (2.0 * y - bottom - top) / (bottom - top);
-}
+double SlideScale::toPosition(int y) const noexcept { return (2.0 * y - bottom - top) / (bottom - top); }
 
 MarkerDrag hitMarker(const EyeSlideRecord& record, const SlideScale& scale, int x, int y, bool shift) noexcept
 {
     if (!scale.usable()) return MarkerDrag::none;
-    return hitMarker({scale.x, scale.toPixel(record.eye)}, {scale.x, scale.toPixel(record.lookAt)}, x, y, shift);
+    return hitMarker({scale.x, scale.toPixel(record.eye)}, {scale.x, scale.toPixel(record.lookAt)}, x, y,
+                     shift);
 }
 
 SlideGhost slideGhost(const EyeSlideRecord& record, MarkerDrag drag, const SlideScale& scale, int y) noexcept
@@ -51,7 +50,8 @@ SlideGhost slideGhost(const EyeSlideRecord& record, MarkerDrag drag, const Slide
     return {};
 }
 
-EyeSlideRecord draggedSlide(const EyeSlideRecord& record, MarkerDrag drag, const SlideScale& scale, int y) noexcept
+EyeSlideRecord draggedSlide(const EyeSlideRecord& record, MarkerDrag drag, const SlideScale& scale,
+                            int y) noexcept
 {
     const double to = scale.toPosition(y);
     switch (drag) {
@@ -64,15 +64,18 @@ EyeSlideRecord draggedSlide(const EyeSlideRecord& record, MarkerDrag drag, const
     return record;
 }
 
-EyeSlideRecord steppedSlide(const EyeSlideRecord& record, bool retreat, bool large, bool keepDistance) noexcept
+EyeSlideRecord steppedSlide(const EyeSlideRecord& record, bool retreat, bool large,
+                            bool keepDistance) noexcept
 {
     const double step = std::fabs(record.lookAt - record.eye) * (large ? 0.5 : 0.1) * (retreat ? 1.0 : -1.0);
     return asking(record, record.eye + step, keepDistance ? record.lookAt + step : record.lookAt);
 }
 
-PixelRect extentBar(const EyeSlideRecord& record, const SlideScale& scale, PixelSize client, int barWidth) noexcept
+PixelRect extentBar(const EyeSlideRecord& record, const SlideScale& scale, PixelSize client,
+                    int barWidth) noexcept
 {
-    const auto [upper, lower] = std::minmax({scale.toPixel(record.extentTop), scale.toPixel(record.extentBottom)});
+    const auto [upper, lower] =
+        std::minmax({scale.toPixel(record.extentTop), scale.toPixel(record.extentBottom)});
     return {(client.width - barWidth) / 2, upper, (client.width + barWidth) / 2, lower + 1};
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/state/PanelRecords.h"
 #include "ui/panels/Pixels.h"
+#include "view/PanelRecords.h"
 
 #include <vector>
 
@@ -9,7 +9,7 @@ namespace belvor {
 
 /// The scale of the eye slide in its client area, between the two buttons: −1 at the top.
 struct SlideScale {
-    int x = 0;             ///< The centre line.
+    int x = 0;   ///< The centre line.
     int top = 0, bottom = 0;
 
     /// `buttonHeight`: of each of the two buttons at the ends.
@@ -23,7 +23,8 @@ struct SlideScale {
 };
 
 /// The drag that a press at (x, y) starts.
-MarkerDrag hitMarker(const EyeSlideRecord& record, const SlideScale& scale, int x, int y, bool shift) noexcept;
+MarkerDrag hitMarker(const EyeSlideRecord& record, const SlideScale& scale, int x, int y,
+                     bool shift) noexcept;
 
 /// Where the markers of a drag are shown while the mouse is at height y.
 struct SlideGhost {
@@ -34,14 +35,17 @@ struct SlideGhost {
 SlideGhost slideGhost(const EyeSlideRecord& record, MarkerDrag drag, const SlideScale& scale, int y) noexcept;
 
 /// What to ask for when a drag ends at height y. Positions are within −1 and 1.
-EyeSlideRecord draggedSlide(const EyeSlideRecord& record, MarkerDrag drag, const SlideScale& scale, int y) noexcept;
+EyeSlideRecord draggedSlide(const EyeSlideRecord& record, MarkerDrag drag, const SlideScale& scale,
+                            int y) noexcept;
 
 /// What to ask for after a click on a button: a tenth of the viewing distance, or half of it
 /// with `large`; towards the look-at point or away from it. With `keepDistance` both move.
-EyeSlideRecord steppedSlide(const EyeSlideRecord& record, bool retreat, bool large, bool keepDistance) noexcept;
+EyeSlideRecord steppedSlide(const EyeSlideRecord& record, bool retreat, bool large,
+                            bool keepDistance) noexcept;
 
 /// The bar that shows the model's extent; `barWidth` pixels wide.
-PixelRect extentBar(const EyeSlideRecord& record, const SlideScale& scale, PixelSize client, int barWidth) noexcept;
+PixelRect extentBar(const EyeSlideRecord& record, const SlideScale& scale, PixelSize client,
+                    int barWidth) noexcept;
 
 /// The centre line, open about the markers.
 std::vector<PixelLine> slideLine(const EyeSlideRecord& record, const SlideScale& scale);

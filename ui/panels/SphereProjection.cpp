@@ -36,11 +36,15 @@ PixelPoint SphereDisc::toPixel(const SphereDirection& direction) const noexcept
 
 SphereDirection SphereDisc::toDirection(int x, int y, SphereKeys keys) const noexcept
 {
-    const double u = static_cast<double>(x - centre.x) / radiusX, w = static_cast<double>(y - centre.y) / radiusY;
-    SphereDirection direction{toDegrees(std::atan2(u, w)), 90.0 - 22.5 * std::sqrt(std::min(u * u + w * w, 16.0))};
+    const double u = static_cast<double>(x - centre.x) / radiusX,
+                 w = static_cast<double>(y - centre.y) / radiusY;
+    SphereDirection direction{toDegrees(std::atan2(u, w)),
+                              90.0 - 22.5 * std::sqrt(std::min(u * u + w * w, 16.0))};
     if (keys.snap) {
         direction.bearing = std::floor(direction.bearing / 45.0 + 0.5) * 45.0;
-        direction.elevation = direction.elevation < 17.63 ? 0.0 : direction.elevation < 62.63 ? cubeCorner : 90.0;
+        direction.elevation = direction.elevation < 17.63   ? 0.0
+                              : direction.elevation < 62.63 ? cubeCorner
+                                                            : 90.0;
     }
     if (keys.below) direction.elevation = 0.0 - direction.elevation;   // never −0
     return direction;
@@ -48,7 +52,8 @@ SphereDirection SphereDisc::toDirection(int x, int y, SphereKeys keys) const noe
 
 PixelRect SphereDisc::ring(int number) const noexcept
 {
-    return {centre.x - number * radiusX, centre.y - number * radiusY, centre.x + number * radiusX, centre.y + number * radiusY};
+    return {centre.x - number * radiusX, centre.y - number * radiusY, centre.x + number * radiusX,
+            centre.y + number * radiusY};
 }
 
 bool SphereMarkers::show(const SphereMarker& marker) noexcept
@@ -102,9 +107,12 @@ ArrowPlace arrowPlace(SphereArrow arrow, PixelSize client, const ArrowSizes& s) 
 {
     const int middle = (client.width - s.verticalWidth) / 2, bottom = client.height - 2;
     switch (arrow) {
-    case SphereArrow::right: return {middle + s.verticalWidth, bottom - s.horizontalHeight, s.horizontalWidth, s.horizontalHeight};
+    case SphereArrow::right:
+        return {middle + s.verticalWidth, bottom - s.horizontalHeight, s.horizontalWidth, s.horizontalHeight};
     case SphereArrow::down: return {middle, bottom - s.verticalHeight, s.verticalWidth, s.verticalHeight};
-    case SphereArrow::left: return {middle - s.horizontalWidth, bottom - s.horizontalHeight, s.horizontalWidth, s.horizontalHeight};
+    case SphereArrow::left:
+        return {middle - s.horizontalWidth, bottom - s.horizontalHeight, s.horizontalWidth,
+                s.horizontalHeight};
     case SphereArrow::up: break;
     }
     return {middle, bottom - 2 * s.verticalHeight, s.verticalWidth, s.verticalHeight};

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/state/PanelRecords.h"
 #include "ui/panels/Pixels.h"
+#include "view/PanelRecords.h"
 
 #include <array>
 #include <cstddef>

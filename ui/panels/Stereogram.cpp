@@ -28,7 +28,10 @@ constexpr struct {
 
 SphereKeys keysOf(WPARAM flags) noexcept { return {(flags & MK_SHIFT) != 0, (flags & MK_CONTROL) != 0}; }
 
-EyeGlyph glyphAt(PixelPoint eye, PixelPoint centre) noexcept { return eyeGlyph(eye, directionBetween(eye, centre, {1.0, 0.0})); }
+EyeGlyph glyphAt(PixelPoint eye, PixelPoint centre) noexcept
+{
+    return eyeGlyph(eye, directionBetween(eye, centre, {1.0, 0.0}));
+}
 
 }   // namespace
 
@@ -37,17 +40,17 @@ LRESULT Stereogram::handle(UINT message, WPARAM wParam, LPARAM lParam)
     const int x = GET_X_LPARAM(lParam), y = GET_Y_LPARAM(lParam);
     if (endsDrag(message, wParam)) cancel();
     switch (message) {
-    case WM_CREATE:         create(); return 0;
-    case WM_SIZE:           size();   return 0;
-    case WM_ERASEBKGND:     return 1;   // painting covers everything
-    case WM_PAINT:          paint();  return 0;
+    case WM_CREATE: create(); return 0;
+    case WM_SIZE: size(); return 0;
+    case WM_ERASEBKGND: return 1;   // painting covers everything
+    case WM_PAINT: paint(); return 0;
     case WM_SETCURSOR:
         if (capture.setCursor()) return TRUE;
         break;
     case WM_LBUTTONDBLCLK:   // the second press of two quick drags
-    case WM_LBUTTONDOWN:    press(x, y, keysOf(wParam));   break;
-    case WM_MOUSEMOVE:      drawTo(x, y, keysOf(wParam));  break;
-    case WM_LBUTTONUP:      release(x, y, keysOf(wParam)); break;
+    case WM_LBUTTONDOWN: press(x, y, keysOf(wParam)); break;
+    case WM_MOUSEMOVE: drawTo(x, y, keysOf(wParam)); break;
+    case WM_LBUTTONUP: release(x, y, keysOf(wParam)); break;
     case WM_KEYDOWN:
         if (wParam == VK_CONTROL) setBelow(true);
         break;
@@ -57,8 +60,8 @@ LRESULT Stereogram::handle(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_COMMAND:
         if (HIWORD(wParam) == BN_CLICKED) turn(LOWORD(wParam));
         return 0;
-    case WM_NOTIFY:            notify(lParam); break;
-    case UM_LIGHTMARKER:       invalidate(markers.show(payload(UM_LIGHTMARKER, wParam))); return 0;
+    case WM_NOTIFY: notify(lParam); break;
+    case UM_LIGHTMARKER: invalidate(markers.show(payload(UM_LIGHTMARKER, wParam))); return 0;
     case UM_REMOVELIGHTMARKER: invalidate(markers.hide(wParam)); return 0;
     }
     return DefWindowProcW(window, message, wParam, lParam);
@@ -75,11 +78,12 @@ void Stereogram::create()
 void Stereogram::size()
 {
     cancel();
-    const ArrowSizes sizes{GetSystemMetrics(SM_CXVSCROLL), GetSystemMetrics(SM_CYVSCROLL), GetSystemMetrics(SM_CXHSCROLL),
-                           GetSystemMetrics(SM_CYHSCROLL)};
+    const ArrowSizes sizes{GetSystemMetrics(SM_CXVSCROLL), GetSystemMetrics(SM_CYVSCROLL),
+                           GetSystemMetrics(SM_CXHSCROLL), GetSystemMetrics(SM_CYHSCROLL)};
     for (std::size_t i = 0; i < buttons.size(); ++i) {
         const ArrowPlace place = arrowPlace(static_cast<SphereArrow>(i), clientSize(window), sizes);
-        if (!MoveWindow(buttons[i].handle(), place.x, place.y, place.width, place.height, TRUE)) throw Win32Error("Stereogram::WM_SIZE");
+        if (!MoveWindow(buttons[i].handle(), place.x, place.y, place.width, place.height, TRUE))
+            throw Win32Error("Stereogram::WM_SIZE");
     }
 }
 
@@ -119,7 +123,8 @@ std::vector<Tool> Stereogram::drawMarkers(HDC dc, const SphereDisc& shown) const
         if (!light.present) continue;
         const PixelPoint place = shown.toPixel(light.direction);
         drawLight(dc, place, k, light.direction.elevation < 0.0);
-        tools.insert(tools.begin(), {static_cast<UINT>(ID_TOOLLIGHT + k), static_cast<UINT>(ID_SLIDER + 2 + k), around(place)});
+        tools.insert(tools.begin(), {static_cast<UINT>(ID_TOOLLIGHT + k),
+                                     static_cast<UINT>(ID_SLIDER + 2 + k), around(place)});
     }
     const PixelPoint eye = shown.toPixel(markers.eye);
     if (markers.eye.elevation < 0.0) drawBelowCircle(dc, eye);
@@ -174,7 +179,8 @@ void Stereogram::cancel()
 void Stereogram::turn(int button)
 {
     for (std::size_t i = 0; i < buttons.size(); ++i)
-        if (arrows[i].button == button) ask(turnedEye(markers.eye, static_cast<SphereArrow>(i), GetKeyState(VK_CONTROL) < 0), 0);
+        if (arrows[i].button == button)
+            ask(turnedEye(markers.eye, static_cast<SphereArrow>(i), GetKeyState(VK_CONTROL) < 0), 0);
 }
 
 void Stereogram::ask(const SphereDirection& direction, int item)

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "app/state/PanelRecords.h"
 #include "ui/panels/ArrowButton.h"
 #include "ui/panels/PanelPainting.h"
 #include "ui/panels/SphereProjection.h"
 #include "ui/panels/ToolTips.h"
+#include "view/PanelRecords.h"
 
 #include <array>
 

@@ -63,8 +63,7 @@ std::optional<ToolTipEvent> toolTipEvent(LPARAM lParam) noexcept
     event.shows = header.code == TTN_SHOW;
     if (header.idFrom > 0xFFFF)   // no handle is that small, and no number of ours that large
         event.child = reinterpret_cast<HWND>(header.idFrom);
-    else
-        event.id = static_cast<UINT>(header.idFrom);
+    else event.id = static_cast<UINT>(header.idFrom);
     return event;
 }
 

@@ -10,8 +10,8 @@ namespace belvor {
 
 /// A part of a panel with a tooltip.
 struct Tool {
-    UINT id;       ///< Of the part, as its notifications carry it.
-    UINT text;     ///< Of the string that the tooltip shows.
+    UINT id;     ///< Of the part, as its notifications carry it.
+    UINT text;   ///< Of the string that the tooltip shows.
     PixelRect area;
     friend bool operator==(const Tool&, const Tool&) noexcept = default;
 };
@@ -36,7 +36,7 @@ void addWindowTool(HWND owner, HWND child, UINT text) noexcept;
 /// A notification that a tooltip comes or goes: of a part, or of a child window.
 struct ToolTipEvent {
     bool shows = false;
-    UINT id = 0;          ///< The part's, or 0 when it is a child window.
+    UINT id = 0;   ///< The part's, or 0 when it is a child window.
     HWND child = nullptr;
 };
 /// What `lParam` of a WM_NOTIFY says; none when it is about something else.

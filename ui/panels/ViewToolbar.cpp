@@ -25,8 +25,8 @@ constexpr int lastButton = static_cast<int>(std::size(buttons)) - 1;
 
 void ViewToolbar::create(HWND parent)
 {
-    constexpr DWORD style = WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | TBSTYLE_TOOLTIPS | TBSTYLE_WRAPABLE | CCS_NODIVIDER |
-                            CCS_NOPARENTALIGN | CCS_NORESIZE | CCS_NOMOVEY;
+    constexpr DWORD style = WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | TBSTYLE_TOOLTIPS | TBSTYLE_WRAPABLE
+                            | CCS_NODIVIDER | CCS_NOPARENTALIGN | CCS_NORESIZE | CCS_NOMOVEY;
     TBBUTTON records[std::size(buttons)]{};
     for (std::size_t i = 0; i < std::size(buttons); ++i) {
         records[i].iBitmap = buttons[i].picture;
@@ -34,8 +34,9 @@ void ViewToolbar::create(HWND parent)
         records[i].fsState = TBSTATE_WRAP;   // not enabled; the next one stands below
         records[i].fsStyle = TBSTYLE_BUTTON;
     }
-    window = CreateToolbarEx(parent, style, ID_TOOLBAR, pictures, GetModuleHandleW(nullptr), ID_TOOLBARBITMAP, records,
-                             static_cast<int>(std::size(buttons)), 0, 0, pictureSize, pictureSize, sizeof(TBBUTTON));
+    window = CreateToolbarEx(parent, style, ID_TOOLBAR, pictures, GetModuleHandleW(nullptr), ID_TOOLBARBITMAP,
+                             records, static_cast<int>(std::size(buttons)), 0, 0, pictureSize, pictureSize,
+                             sizeof(TBBUTTON));
     if (!window) throw Win32Error("Controls::WM_CREATE Toolbar");
     SetWindowSubclass(window, subclass, 1, reinterpret_cast<DWORD_PTR>(this));
 }
@@ -53,13 +54,15 @@ void ViewToolbar::nameButton(HWND mainWindow, LPARAM lParam) noexcept
     auto& info = *reinterpret_cast<NMTTDISPINFOW*>(lParam);
     const int length = GetMenuStringW(GetMenu(mainWindow), static_cast<UINT>(header.idFrom), info.szText,
                                       static_cast<int>(std::size(info.szText)), MF_BYCOMMAND);
-    wchar_t* const end = std::remove(info.szText, info.szText + std::max(length, 0), L'&');   // a tooltip has no mnemonics
+    wchar_t* const end =
+        std::remove(info.szText, info.szText + std::max(length, 0), L'&');   // a tooltip has no mnemonics
     *end = L'\0';
     info.lpszText = info.szText;
     info.hinst = nullptr;
 }
 
-LRESULT CALLBACK ViewToolbar::subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR self)
+LRESULT CALLBACK ViewToolbar::subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                                       DWORD_PTR self)
 {
     if (message == WM_NCDESTROY) {
         RemoveWindowSubclass(window, subclass, id);
@@ -79,9 +82,7 @@ LRESULT ViewToolbar::handle(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_KEYDOWN:
         if (key(wParam)) return 0;
         break;
-    case WM_SETFOCUS:
-        choose(chosen);
-        break;
+    case WM_SETFOCUS: choose(chosen); break;
     case WM_KILLFOCUS:
         SendMessageW(window, TB_SETHOTITEM, static_cast<WPARAM>(-1), 0);
         InvalidateRect(window, nullptr, TRUE);
@@ -99,16 +100,17 @@ bool ViewToolbar::key(WPARAM pressed)
 {
     switch (pressed) {
     case VK_UP:
-    case VK_LEFT:  choose(chosen - 1); return true;
+    case VK_LEFT: choose(chosen - 1); return true;
     case VK_DOWN:
     case VK_RIGHT: choose(chosen + 1); return true;
-    case VK_HOME:  choose(0);          return true;
-    case VK_END:   choose(lastButton); return true;
+    case VK_HOME: choose(0); return true;
+    case VK_END: choose(lastButton); return true;
     case VK_SPACE:
     case VK_RETURN: {
         const int command = buttons[chosen].command;
         if (SendMessageW(window, TB_ISBUTTONENABLED, static_cast<WPARAM>(command), 0))
-            SendMessageW(GetParent(window), WM_COMMAND, MAKEWPARAM(command, 0), reinterpret_cast<LPARAM>(window));
+            SendMessageW(GetParent(window), WM_COMMAND, MAKEWPARAM(command, 0),
+                         reinterpret_cast<LPARAM>(window));
         return true;
     }
     }
@@ -126,7 +128,10 @@ void ViewToolbar::drawFocus() const
 {
     RECT place;
     const WindowDC dc(window);
-    if (!dc || !SendMessageW(window, TB_GETITEMRECT, static_cast<WPARAM>(chosen), reinterpret_cast<LPARAM>(&place))) return;
+    if (!dc
+        || !SendMessageW(window, TB_GETITEMRECT, static_cast<WPARAM>(chosen),
+                         reinterpret_cast<LPARAM>(&place)))
+        return;
     InflateRect(&place, -3, -3);
     DrawFocusRect(dc.get(), &place);
 }

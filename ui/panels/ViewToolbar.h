@@ -18,7 +18,8 @@ public:
     static void nameButton(HWND mainWindow, LPARAM lParam) noexcept;
 
 private:
-    static LRESULT CALLBACK subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id, DWORD_PTR self);
+    static LRESULT CALLBACK subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                                     DWORD_PTR self);
     LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
     bool key(WPARAM key);
     void choose(int button);

@@ -14,32 +14,48 @@ using namespace belvor::test;
 
 TEST(DXFArcs, TakeOneChordForTenDegreesAndShortOnesByLength)
 {
-    const struct { double sweep, radius; int chords; } cases[] = {
-        {360, 1e-9, 36}, {90, 1, 9},    {45, 5, 5},    {25, 1, 3},     {24.9999, 1, 1}, {24, 23.9, 1}, {20, 10, 1},
-        {20, 43, 2},   {20, 100, 3},    {10, 1000, 3}, {0.001, 1, 1},  {0.0009, 1, 36}, {0, 5, 36},    {-90, 7, 27},
-        {-300, 7, 6},  {-350, 7, 1},    {-400, 7, 1},  {355, 2, 36},   {720, 3, 36},    {1, 1e300, 3}, {1e300, 1, 36},
+    const struct {
+        double sweep, radius;
+        int chords;
+    } cases[] = {
+        {360, 1e-9, 36}, {90, 1, 9},    {45, 5, 5},     {25, 1, 3},    {24.9999, 1, 1}, {24, 23.9, 1},
+        {20, 10, 1},     {20, 43, 2},   {20, 100, 3},   {10, 1000, 3}, {0.001, 1, 1},   {0.0009, 1, 36},
+        {0, 5, 36},      {-90, 7, 27},  {-300, 7, 6},   {-350, 7, 1},  {-400, 7, 1},    {355, 2, 36},
+        {720, 3, 36},    {1, 1e300, 3}, {1e300, 1, 36},
     };
-    for (const auto& c : cases) EXPECT_EQ(arcSegments(c.sweep, c.radius), c.chords) << c.sweep << " degrees, radius " << c.radius;
+    for (const auto& c : cases)
+        EXPECT_EQ(arcSegments(c.sweep, c.radius), c.chords) << c.sweep << " degrees, radius " << c.radius;
     EXPECT_EQ(sweepBetween(0, 720), 360.0);
 }
 
 TEST(DXFAxes, FollowDirectionsOfAnyLength)
 {
-    const struct { Vector<3> extrusion; Point<3> expected; } cases[] = {   // of (1, 2, 3)
+    const struct {
+        Vector<3> extrusion;
+        Point<3> expected;
+    } cases[] = {
+        // of (1, 2, 3)
         {{0, 0, 0}, {1, 2, 3}},
-        {{1e-200, 0, 0}, {3, 1, 2}},     // whose squared length is 0
-        {{0, 1e200, 0}, {-1, 3, 2}},     // whose squared length is infinite
+        {{1e-200, 0, 0}, {3, 1, 2}},   // whose squared length is 0
+        {{0, 1e200, 0}, {-1, 3, 2}},   // whose squared length is infinite
     };
     for (const auto& c : cases)
-        EXPECT_LT((DXFAxes(c.extrusion).toWorld(Point<3>(1, 2, 3)) - c.expected).length(), 1e-12) << c.extrusion[0] << ' ' << c.extrusion[1];
+        EXPECT_LT((DXFAxes(c.extrusion).toWorld(Point<3>(1, 2, 3)) - c.expected).length(), 1e-12)
+            << c.extrusion[0] << ' ' << c.extrusion[1];
 }
 
 TEST(DXFLoops, HaveAPlaneEvenWhereCornersCoincideOrCross)
 {
     const Vector<3> fallback(0, 1, 0);
-    const struct { const char* why; std::vector<Point<3>> corners; Vector<3> normal; } cases[] = {
+    const struct {
+        const char* why;
+        std::vector<Point<3>> corners;
+        Vector<3> normal;
+    } cases[] = {
         {"first two coincide", {{0, 0, 0}, {0, 0, 0}, {4, 3, 0}, {0, 3, 0}}, {0, 0, 1}},
-        {"warped: the cross product of the diagonals", {{0, 0, 0}, {1, 0, 0}, {1, 1, 1}, {0, 1, 0}}, Vector<3>(-1, -1, 2).unit()},
+        {"warped: the cross product of the diagonals",
+         {{0, 0, 0}, {1, 0, 0}, {1, 1, 1}, {0, 1, 0}},
+         Vector<3>(-1, -1, 2).unit()},
         {"crosses itself with equal lobes", {{0, 0, 0}, {4, 0, 0}, {0, 3, 0}, {4, 3, 0}}, fallback},
         {"on one line", {{0, 0, 0}, {1, 1, 1}, {2, 2, 2}}, fallback},
         {"one point", {{5, 5, 5}, {5, 5, 5}, {5, 5, 5}}, fallback},
@@ -47,39 +63,67 @@ TEST(DXFLoops, HaveAPlaneEvenWhereCornersCoincideOrCross)
         {"areas beyond a double", {{0, 0, 0}, {1e200, 0, 0}, {0, 1e200, 0}}, {0, 0, 1}},
         {"areas below a double", {{0, 0, 0}, {1e-200, 0, 0}, {0, 1e-200, 0}}, {0, 0, 1}},
     };
-    for (const auto& c : cases) EXPECT_LT((planeOf(c.corners, fallback).normal() - c.normal).length(), 1e-9) << c.why;
+    for (const auto& c : cases)
+        EXPECT_LT((planeOf(c.corners, fallback).normal() - c.normal).length(), 1e-9) << c.why;
     EXPECT_EQ(planeOf(cases[4].corners, {}).normal(), Vector<3>(0, 0, 1));
-    EXPECT_NEAR(planeOf(cases[1].corners, fallback).distanceTo({0.5, 0.5, 0.25}), 0.0, 1e-15);   // through the mean
+    EXPECT_NEAR(planeOf(cases[1].corners, fallback).distanceTo({0.5, 0.5, 0.25}), 0.0,
+                1e-15);   // through the mean
 }
 
-// What follows leaves to tests/dxf_ezdxf/ what ordinary entities of these types give, and holds what files do besides.
+// What follows leaves to tests/dxf_ezdxf/ what ordinary entities of these types give, and holds what files do
+// besides.
 
 TEST(DXFEntities, GiveTheirSurfaces)
 {
-    const struct { const char* why; const char* groups; std::uint32_t facets, corners; double area; std::optional<Point<3>> middle = {}; } cases[] = {
+    const struct {
+        const char* why;
+        const char* groups;
+        std::uint32_t facets, corners;
+        double area;
+        std::optional<Point<3>> middle = {};
+    } cases[] = {
         {"face of three corners", "0 3DFACE|10 0|20 0|11 1|21 0|12 1|22 1", 1, 3, 0.5},
         {"face: thickness, elevation, extrusion and unseen edges mean nothing",
-         "0 3DFACE|10 0|20 0|11 4|21 0|12 4|22 3|38 9|39 2|70 15|210 0|220 0|230 -1", 1, 3, 6, {{2, 1.5, 0}}},
+         "0 3DFACE|10 0|20 0|11 4|21 0|12 4|22 3|38 9|39 2|70 15|210 0|220 0|230 -1",
+         1,
+         3,
+         6,
+         {{2, 1.5, 0}}},
         {"solid without a fourth corner", "0 TRACE|10 0|20 0|11 4|21 0|12 4|22 3|39 2", 5, 18, 36},
-        {"solid: old elevation", "0 SOLID|10 0|20 0|11 4|21 0|12 0|22 3|13 4|23 3|38 5", 1, 4, 12, {{2, 1.5, 5}}},
+        {"solid: old elevation",
+         "0 SOLID|10 0|20 0|11 4|21 0|12 0|22 3|13 4|23 3|38 5",
+         1,
+         4,
+         12,
+         {{2, 1.5, 5}}},
         {"line: old elevation", "0 3DLINE|10 0|20 0|11 1|21 0|38 7|39 1", 1, 4, 1, {{0.5, 0, 7.5}}},
         {"line along its own thickness", "0 LINE|10 0|20 0|30 0|11 0|21 0|31 5|39 2", 0, 0, 0},
         {"circle of no radius", "0 CIRCLE|10 5|20 0|30 0|40 0|39 1", 0, 0, 0},
-        {"arc across the start of the circle", "0 ARC|10 0|20 0|40 100|50 350|51 10|39 1", 3, 12, 600 * std::sin(toRadians(10.0 / 3))},
-        {"arc of equal angles: all round", "0 ARC|10 0|20 0|40 1|50 30|51 30|39 1", 36, 144, 36 * 2 * std::sin(toRadians(5))},
+        {"arc across the start of the circle", "0 ARC|10 0|20 0|40 100|50 350|51 10|39 1", 3, 12,
+         600 * std::sin(toRadians(10.0 / 3))},
+        {"arc of equal angles: all round", "0 ARC|10 0|20 0|40 1|50 30|51 30|39 1", 36, 144,
+         36 * 2 * std::sin(toRadians(5))},
         {"arc of no radius", "0 ARC|10 0|20 0|40 0|50 0|51 90|39 1", 0, 0, 0},
-        {"ellipse, complete by its parameters", "0 ELLIPSE|10 0|20 0|11 2|21 0|40 0.5|41 1|42 7.283185307", 1, 36, 6.25133439},
+        {"ellipse, complete by its parameters", "0 ELLIPSE|10 0|20 0|11 2|21 0|40 0.5|41 1|42 7.283185307", 1,
+         36, 6.25133439},
         {"ellipse of equal parameters", "0 ELLIPSE|10 0|20 0|11 2|21 0|40 0.5|41 1|42 1", 1, 36, 6.25133439},
         {"ellipse, half", "0 ELLIPSE|10 0|20 0|11 2|21 0|40 0.5|41 0|42 3.141592654", 0, 0, 0},
         {"mitred corner, thick", "0 LWPOLYLINE|43 2|39 1|10 0|20 0|10 10|20 0|10 10|20 10", 10, 40, 124},
         {"donut", "0 LWPOLYLINE|70 1|43 1|10 -1|20 0|42 1|10 1|20 0|42 1", 36, 144, 6.25133439, {{0, 0, 0}}},
         {"closed, thin", "0 LWPOLYLINE|70 1|10 0|20 0|10 4|20 0|10 4|20 3", 0, 0, 0},
         {"closed, thick", "0 LWPOLYLINE|70 1|39 2|10 0|20 0|10 4|20 0|10 4|20 3", 3, 12, 24},
-        {"half circle of the long form", "0 POLYLINE|39 1|0 VERTEX|10 0|20 0|42 1|0 VERTEX|10 2|20 0|0 SEQEND", 18, 72, 3.13760674},
-        {"bulge to the right", "0 LWPOLYLINE|39 1|10 0|20 0|42 -0.41421356237|10 2|20 0", 9, 36, 9 * 2 * std::sqrt(2.0) * std::sin(toRadians(5)),
+        {"half circle of the long form",
+         "0 POLYLINE|39 1|0 VERTEX|10 0|20 0|42 1|0 VERTEX|10 2|20 0|0 SEQEND", 18, 72, 3.13760674},
+        {"bulge to the right",
+         "0 LWPOLYLINE|39 1|10 0|20 0|42 -0.41421356237|10 2|20 0",
+         9,
+         36,
+         9 * 2 * std::sqrt(2.0) * std::sin(toRadians(5)),
          {{1, 0.5 * std::sqrt(2.0) * std::cos(toRadians(5)) - 0.5, 0.5}}},
-        {"a vertex' own width comes first", "0 POLYLINE|40 1|41 1|0 VERTEX|10 0|20 0|40 3|41 3|0 VERTEX|10 5|20 0|0 SEQEND", 1, 4, 15},
-        {"smoothly out of an arc inside half the width", "0 LWPOLYLINE|43 4|10 0|20 2|42 1|10 0|20 0|42 0|10 10|20 0", 19, 58,
+        {"a vertex' own width comes first",
+         "0 POLYLINE|40 1|41 1|0 VERTEX|10 0|20 0|40 3|41 3|0 VERTEX|10 5|20 0|0 SEQEND", 1, 4, 15},
+        {"smoothly out of an arc inside half the width",
+         "0 LWPOLYLINE|43 4|10 0|20 2|42 1|10 0|20 0|42 0|10 10|20 0", 19, 58,
          40 + 81 * std::sin(toRadians(10))},
         {"ends that coincide", "0 LWPOLYLINE|43 1|39 1|10 1|20 1|10 1|20 1", 0, 0, 0},
         {"bulge beyond any circle", "0 LWPOLYLINE|43 1|10 0|20 0|42 1e300|10 5|20 0", 1, 4, 5},
@@ -88,22 +132,46 @@ TEST(DXFEntities, GiveTheirSurfaces)
          "0 LWPOLYLINE|39 1|10 0|20 0|40 2|41 2|10 5|20 0|40 1|41 1|10 10|20 0", 12, 48, 2 * 15 + 20 + 4 + 2},
         {"turn back: square ends", "0 LWPOLYLINE|43 1|39 1|10 0|20 0|10 5|20 0|10 0|20 0.1", 12, 48,
          2 * (5 + std::sqrt(25.01)) * 2 + 4},
-        {"elevation of the first vertex", "0 POLYLINE|40 2|41 2|38 9|0 VERTEX|10 0|20 0|30 4|0 VERTEX|10 10|20 0|30 6|0 SEQEND",
-         1, 4, 20, {{5, 0, 4}}},
-        {"old elevation", "0 POLYLINE|40 2|41 2|38 9|0 VERTEX|10 0|20 0|0 VERTEX|10 10|20 0|0 SEQEND", 1, 4, 20, {{5, 0, 9}}},
-        {"spline: its frame is not drawn", "0 POLYLINE|70 4|40 1|41 1|0 VERTEX|10 0|20 99|70 16|0 VERTEX|10 0|20 0|70 8"
-         "|0 VERTEX|10 5|20 0|70 8|0 SEQEND", 1, 4, 5},
-        {"frame without spline is drawn", "0 POLYLINE|70 4|40 1|41 1|0 VERTEX|10 0|20 0|70 16|0 VERTEX|10 5|20 0|70 16|0 SEQEND", 1, 4, 5},
-        {"a width for every vertex beats the vertices' own", "0 LWPOLYLINE|43 2|10 0|20 0|40 6|41 6|10 5|20 0", 1, 4, 10},
-        {"a width of 0 for every vertex does not", "0 LWPOLYLINE|43 0|10 0|20 0|40 2|41 2|10 5|20 0", 1, 4, 10},
-        {"in space: nothing", "0 POLYLINE|70 8|39 1|40 1|41 1|0 VERTEX|10 0|20 0|0 VERTEX|10 5|20 0|0 SEQEND", 0, 0, 0},
-        {"a single row has no cells", "0 POLYLINE|70 49|71 1|72 3|0 VERTEX|10 0|20 0|0 VERTEX|10 1|20 0|0 VERTEX|10 1|20 1|0 SEQEND", 0, 0, 0},
-        {"what follows it is read", "0 POLYLINE|70 16|0 SEQEND|0 3DFACE|10 0|20 0|11 1|21 0|12 1|22 1", 1, 3, 0.5},
-        {"pyramid, whose head counts wrongly", "0 POLYLINE|70 64|71 77|72 -5"
+        {"elevation of the first vertex",
+         "0 POLYLINE|40 2|41 2|38 9|0 VERTEX|10 0|20 0|30 4|0 VERTEX|10 10|20 0|30 6|0 SEQEND",
+         1,
+         4,
+         20,
+         {{5, 0, 4}}},
+        {"old elevation",
+         "0 POLYLINE|40 2|41 2|38 9|0 VERTEX|10 0|20 0|0 VERTEX|10 10|20 0|0 SEQEND",
+         1,
+         4,
+         20,
+         {{5, 0, 9}}},
+        {"spline: its frame is not drawn",
+         "0 POLYLINE|70 4|40 1|41 1|0 VERTEX|10 0|20 99|70 16|0 VERTEX|10 0|20 0|70 8"
+         "|0 VERTEX|10 5|20 0|70 8|0 SEQEND",
+         1, 4, 5},
+        {"frame without spline is drawn",
+         "0 POLYLINE|70 4|40 1|41 1|0 VERTEX|10 0|20 0|70 16|0 VERTEX|10 5|20 0|70 16|0 SEQEND", 1, 4, 5},
+        {"a width for every vertex beats the vertices' own",
+         "0 LWPOLYLINE|43 2|10 0|20 0|40 6|41 6|10 5|20 0", 1, 4, 10},
+        {"a width of 0 for every vertex does not", "0 LWPOLYLINE|43 0|10 0|20 0|40 2|41 2|10 5|20 0", 1, 4,
+         10},
+        {"in space: nothing", "0 POLYLINE|70 8|39 1|40 1|41 1|0 VERTEX|10 0|20 0|0 VERTEX|10 5|20 0|0 SEQEND",
+         0, 0, 0},
+        {"a single row has no cells",
+         "0 POLYLINE|70 49|71 1|72 3|0 VERTEX|10 0|20 0|0 VERTEX|10 1|20 0|0 VERTEX|10 1|20 1|0 SEQEND", 0, 0,
+         0},
+        {"what follows it is read", "0 POLYLINE|70 16|0 SEQEND|0 3DFACE|10 0|20 0|11 1|21 0|12 1|22 1", 1, 3,
+         0.5},
+        {"pyramid, whose head counts wrongly",
+         "0 POLYLINE|70 64|71 77|72 -5"
          "|0 VERTEX|70 192|10 0|20 0|30 0|0 VERTEX|70 192|10 2|20 0|30 0|0 VERTEX|70 192|10 2|20 2|30 0"
          "|0 VERTEX|70 192|10 0|20 2|30 0|0 VERTEX|70 192|10 1|20 1|30 1"
-         "|0 VERTEX|70 128|71 1|72 -2|73 3|74 -4|0 VERTEX|70 128|71 1|72 2|73 5|0 VERTEX|70 128|71 2|72 3|73 5|74 0"
-         "|0 VERTEX|70 128|71 -3|72 -4|73 -5|0 VERTEX|70 128|71 4|72 1|0 SEQEND", 4, 13, 4 + 3 * std::numbers::sqrt2, {{1, 1, 0.5}}},
+         "|0 VERTEX|70 128|71 1|72 -2|73 3|74 -4|0 VERTEX|70 128|71 1|72 2|73 5|0 VERTEX|70 128|71 2|72 3|73 "
+         "5|74 0"
+         "|0 VERTEX|70 128|71 -3|72 -4|73 -5|0 VERTEX|70 128|71 4|72 1|0 SEQEND",
+         4,
+         13,
+         4 + 3 * std::numbers::sqrt2,
+         {{1, 1, 0.5}}},
     };
     for (const auto& c : cases) {
         const Handle<DXF> drawing = readDXF(entities(c.groups));
@@ -115,28 +183,41 @@ TEST(DXFEntities, GiveTheirSurfaces)
         drawing->bounds(centre, radius);
         EXPECT_LT((centre - c.middle.value_or(centre)).length(), 1e-9) << c.why;
     }
-    const Handle<DXF> crossed = readDXF(entities("0 SOLID|10 0|20 0|11 4|21 0|12 4|22 3|13 0|23 3|210 0|220 0|230 -1"));
-    EXPECT_EQ(crossed->facet(0).plane.normal(), Vector<3>(0, 0, -1)) << "a crossed loop takes the normal of its axes";
+    const Handle<DXF> crossed =
+        readDXF(entities("0 SOLID|10 0|20 0|11 4|21 0|12 4|22 3|13 0|23 3|210 0|220 0|230 -1"));
+    EXPECT_EQ(crossed->facet(0).plane.normal(), Vector<3>(0, 0, -1))
+        << "a crossed loop takes the normal of its axes";
 }
 
 TEST(DXFEntities, GiveTheirCornersInOrder)
 {
-    const struct { const char* why; const char* groups; const char* facets; } cases[] = {
+    const struct {
+        const char* why;
+        const char* groups;
+        const char* facets;
+    } cases[] = {
         {"taper to a point", "0 LWPOLYLINE|10 0|20 0|40 2|41 0|10 10|20 0", "(0 1 0) (0 -1 0) (10 0 0)"},
         {"collinear: one joint", "0 LWPOLYLINE|43 2|10 0|20 0|10 4|20 0|10 9|20 0",
          "(0 1 0) (0 -1 0) (4 -1 0) (4 1 0); (4 1 0) (4 -1 0) (9 -1 0) (9 1 0)"},
         {"mitre longer than a side: square ends", "0 LWPOLYLINE|43 8|10 0|20 0|10 3|20 0|10 3|20 9",
          "(0 4 0) (0 -4 0) (3 -4 0) (3 4 0); (-1 0 0) (7 0 0) (7 9 0) (-1 9 0)"},
         {"smoothed mesh: the fitted points, not their frame",
-         "0 POLYLINE|70 20|71 1|72 1|73 2|74 2|0 VERTEX|70 80|10 9|20 9|0 VERTEX|70 72|10 0|20 0|0 VERTEX|70 72|10 0|20 1"
-         "|0 VERTEX|70 72|10 1|20 0|0 VERTEX|70 72|10 1|20 1|0 SEQEND", "(0 0 0) (1 0 0) (1 1 0) (0 1 0)"},
+         "0 POLYLINE|70 20|71 1|72 1|73 2|74 2|0 VERTEX|70 80|10 9|20 9|0 VERTEX|70 72|10 0|20 0|0 VERTEX|70 "
+         "72|10 0|20 1"
+         "|0 VERTEX|70 72|10 1|20 0|0 VERTEX|70 72|10 1|20 1|0 SEQEND",
+         "(0 0 0) (1 0 0) (1 1 0) (0 1 0)"},
     };
     for (const auto& c : cases) EXPECT_EQ(written(*readDXF(entities(c.groups))), c.facets) << c.why;
 }
 
 TEST(DXFEntity, SaysWhatItNeeds)
 {
-    const struct { const char* groups; const char* fault; int line; } cases[] = {   // the entity's own line is 5
+    const struct {
+        const char* groups;
+        const char* fault;
+        int line;
+    } cases[] = {
+        // the entity's own line is 5
         {"0 3DFACE|10 0|20 0|11 0|21 0|12 0", "Bad DXF group: item <22> needed", 5},
         {"0 3DFACE|10 0|20 0|11 0|21 0|12 0|22 1|13 4", "Bad DXF group: item <23> needed", 5},
         {"0 CIRCLE|10 0|20 0|40 1", "Bad DXF group: item <30> needed", 5},
@@ -146,15 +227,20 @@ TEST(DXFEntity, SaysWhatItNeeds)
         {"0 INSERT|10 0", "Bad DXF group: item <2> needed", 5},
         {"0 3DFACE|10 0|20 1e400|11 0|21 0|12 0|22 1", "Error reading double item value", 9},
         {"0 POLYLINE|70 x|0 SEQEND", "Error reading integer item value", 7},
-        {"0 POLYLINE|70 64|0 VERTEX|70 192|10 0|20 0|0 LINE", "DXFVertex constructed with non-VERTEX group", 17},
-        {"0 POLYLINE|70 16|71 32767|72 32767|0 VERTEX|10 0|20 0|0 VERTEX|10 0|20 0|0 VERTEX|10 0|20 0|0 SEQEND",
+        {"0 POLYLINE|70 64|0 VERTEX|70 192|10 0|20 0|0 LINE", "DXFVertex constructed with non-VERTEX group",
+         17},
+        {"0 POLYLINE|70 16|71 32767|72 32767|0 VERTEX|10 0|20 0|0 VERTEX|10 0|20 0|0 VERTEX|10 0|20 0|0 "
+         "SEQEND",
          "PolygonMesh ends with wrong number of vertices", 5},
         {"0 POLYLINE|70 64|0 VERTEX|70 192|10 0|20 0|0 VERTEX|70 128|71 1|72 -9|73 1|0 SEQEND",
          "PolyfaceMesh index: vertex[9] outside range (0..1)", 23},
-        {"0 POLYLINE|70 64|0 VERTEX|70 128|71 -2147483648|0 SEQEND", "PolyfaceMesh index: vertex[2147483648] outside range (0..0)", 13},
+        {"0 POLYLINE|70 64|0 VERTEX|70 128|71 -2147483648|0 SEQEND",
+         "PolyfaceMesh index: vertex[2147483648] outside range (0..0)", 13},
     };
     for (const auto& c : cases)
-        EXPECT_EQ(outcomeOf(entities(c.groups)), c.fault + (" at line " + std::to_string(c.line)) + " in a.dxf") << c.groups;
+        EXPECT_EQ(outcomeOf(entities(c.groups)),
+                  c.fault + (" at line " + std::to_string(c.line)) + " in a.dxf")
+            << c.groups;
     EXPECT_EQ(outcomeOf(entities("0 SOLID|10 1e308|20 0|11 4|21 0|12 0|22 3|13 4|23 3|38 1e308|39 1e308")),
               "0 facets; facet 6 coordinates too large");
 }

@@ -1,5 +1,5 @@
-#include "app/errors/BadFile.h"
 #include "readers/dxf/DXFStream.h"
+#include "errors/BadFile.h"
 #include "tests/readers/dxf/DXFText.h"
 
 #include <gtest/gtest.h>
@@ -21,9 +21,9 @@ SilentReporter nobody;
 /// "code:text@line ".
 std::string written(const DXFGroup& group)
 {
-    return std::to_string(group.code) + ':' +
-           (group.text.data() ? std::string(group.text) : std::to_string(static_cast<int>(group.number))) + '@' +
-           std::to_string(group.line) + ' ';
+    return std::to_string(group.code) + ':'
+           + (group.text.data() ? std::string(group.text) : std::to_string(static_cast<int>(group.number)))
+           + '@' + std::to_string(group.line) + ' ';
 }
 
 /// Every group of the bytes, read one by one or a record at a time; a fault ends the list with
@@ -54,13 +54,18 @@ const std::string mark("AutoCAD Binary DXF\r\n\x1a\0", 22);
 
 TEST(DXFStream, TakesCodesAndValuesOneByOne)
 {
-    const struct { const char* why; std::string bytes; std::string groups; } cases[] = {
+    const struct {
+        const char* why;
+        std::string bytes;
+        std::string groups;
+    } cases[] = {
         {"CR LF", "0\r\nLINE\r\n8\r\nA\r\n", "0:LINE@1 8:A@3 "},
         {"LF CR is one line end too", "0\n\rLINE\n\r8\n\rA\n\r", "0:LINE@1 8:A@3 "},
         {"CR alone", "0\rLINE\r8\rA\r", "0:LINE@1 8:A@3 "},
         {"two LF are two lines: an empty value", "1\n\n8\nA\n", "1:@1 8:A@3 "},
         {"value that ends with the data", "8\nA", "8:A@1 "},
-        {"line end in each of eight places of a word", "1\nabcdefghij\n1\nabcdefg\n1\nabcdef\r\n8\nA", "1:abcdefghij@1 1:abcdefg@3 1:abcdef@5 8:A@7 "},
+        {"line end in each of eight places of a word", "1\nabcdefghij\n1\nabcdefg\n1\nabcdef\r\n8\nA",
+         "1:abcdefghij@1 1:abcdefg@3 1:abcdef@5 8:A@7 "},
         {"blanks: gone from the code, kept in the value", "  8 \n A \n", "8: A @1 "},
         {"what follows the digits does not matter", "8abc\nA\n", "8:A@1 "},
         {"kept in 16 bits", "65538\nA\n", "2:A@1 "},
@@ -71,7 +76,12 @@ TEST(DXFStream, TakesCodesAndValuesOneByOne)
         {"blanks up to the end of the data", "0\nEOF\n   \n\n", "0:EOF@1 fault 8@3"},
         {"a zero byte is no line end", "8\nA\0B\n"s, "8:A\0B@1 "s},
         {"text, unless all of the binary mark is there", mark.substr(0, 21), "fault 8@1"},
-        {"binary: text up to its zero", mark + "\0LINE\0"s "\x08" "A\0"s, "0:LINE@22 8:A@28 "},
+        {"binary: text up to its zero",
+         mark
+             + "\0LINE\0"s
+               "\x08"
+               "A\0"s,
+         "0:LINE@22 8:A@28 "},
         {"32 bits, signed", mark + "\x5a\x01\0\0\x80"s, "90:-2147483647@22 "},
         {"escaped code, value cut short", mark + "\xff\x2f\x04\x07\0"s, "fault 11@22"},
         {"two-byte codes throughout", mark + "\0\0LINE\0\x08\0A\0"s, "0:LINE@22 8:A@29 "},
@@ -121,7 +131,12 @@ TEST(DXFRecord, ConvertsTheFirstWordWhenAsked)   // tests/calcore/ knows what a 
     const char* const noReal = "Error reading double item value at line 13 in a.dxf";
     const char* const lines = "0 facets; POLYLINE 1 it has no surface";
     const char* const noInteger = "Error reading integer item value at line 7 in a.dxf";
-    const struct { const char* why; std::string value; const char* real; const char* integer; } cases[] = {
+    const struct {
+        const char* why;
+        std::string value;
+        const char* real;
+        const char* integer;
+    } cases[] = {
         {"plain", "1.5", "1 facets", noInteger},
         {"blanks around", "\t 2  ", "1 facets", lines},
         {"what follows a blank does not matter", "3 rest", "1 facets", lines},
@@ -155,36 +170,44 @@ TEST(DXFRecord, FindsGroups)
     EXPECT_FALSE(stream->readRecord().has(8)) << "of the record before";
 }
 
-TEST(DXFRecord, OwesNothingToTheRecordsBeforeIt)   // whose groups and index it takes over where they are alike
+TEST(DXFRecord,
+     OwesNothingToTheRecordsBeforeIt)   // whose groups and index it takes over where they are alike
 {
     std::minstd_rand random(7);
     const auto below = [&random](std::size_t most) { return static_cast<std::size_t>(random() >> 8) % most; };
     for (int trial = 0; trial < 300; ++trial) {
         std::string binary = mark + "\0\0LINE\0"s, text = "0\nLINE\n";
         std::vector<int> like;   // codes that most groups are repeated from
-        for (int i = 0; i < 10; ++i) like.push_back(std::array{8, 10, 20, 30, 40, 70, 62, 90, 300, 1001}[below(10)]);
+        for (int i = 0; i < 10; ++i)
+            like.push_back(std::array{8, 10, 20, 30, 40, 70, 62, 90, 300, 1001}[below(10)]);
         for (std::size_t i = 0; i < 120; ++i) {
             const int code = below(11) == 0 ? 0 : below(20) == 0 ? 21 : like[i % like.size()];
-            const std::string word = std::array{"A", "B", "", "PINES", "PINETREES", "SEVENTH"}[below(5 + below(2))];
+            const std::string word =
+                std::array{"A", "B", "", "PINES", "PINETREES", "SEVENTH"}[below(5 + below(2))];
             const std::string number = std::to_string(below(100));
             const bool isText = code == 0 || code == 8 || code == 300 || code == 1001;
             text += std::to_string(code) + '\n' + (isText ? word : number) + '\n';
             binary += {static_cast<char>(code & 255), static_cast<char>(code >> 8)};
             if (isText) binary += word + '\0';
             else if (code == 70 || code == 62) binary += {static_cast<char>(below(100)), 0};
-            else binary += std::string(code == 90 ? 4 : 6, '\0') + (code == 90 ? ""s : std::string("\x10\x40", 2));
+            else
+                binary +=
+                    std::string(code == 90 ? 4 : 6, '\0') + (code == 90 ? ""s : std::string("\x10\x40", 2));
         }
         for (const std::string& bytes : {text, binary, binary.substr(0, 30 + below(binary.size() - 30))}) {
             const std::string alone = groupsOf(bytes), together = groupsOf(bytes, true);
             const auto fault = alone.find("fault");
-            EXPECT_EQ(together.substr(std::min(together.find("fault"), together.size())), alone.substr(std::min(fault, alone.size())));
+            EXPECT_EQ(together.substr(std::min(together.find("fault"), together.size())),
+                      alone.substr(std::min(fault, alone.size())));
             if (fault != std::string::npos) continue;
             EXPECT_EQ(together, alone);
             for (const auto stream = DXFStream::over(bytes, "a.dxf", nobody, false); stream->nextRecord();) {
                 const DXFRecord& record = stream->readRecord();
                 for (const int code : {0, 8, 10, 20, 21, 30, 40, 62, 70, 90, 300, 1001}) {
                     const auto groups = record.groups();
-                    const auto first = std::find_if(groups.begin(), groups.end(), [code](const DXFGroup& group) { return group.code == code; });
+                    const auto first =
+                        std::find_if(groups.begin(), groups.end(),
+                                     [code](const DXFGroup& group) { return group.code == code; });
                     EXPECT_EQ(record.find(code), first == groups.end() ? nullptr : &*first) << code;
                 }
             }

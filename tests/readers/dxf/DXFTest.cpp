@@ -1,4 +1,4 @@
-#include "app/errors/BadFile.h"
+#include "errors/BadFile.h"
 #include "platform/Files.h"
 #include "readers/dxf/DXFObjects.h"
 #include "readers/dxf/DXFTables.h"
@@ -19,13 +19,20 @@ namespace {
 const std::string face = "0 3DFACE|8 A|10 0|20 0|11 1|21 0|12 1|22 1";
 const std::string section = "0 SECTION|2 ENTITIES|";
 
-std::string layerTable(const std::string& layers) { return "0 SECTION|2 TABLES|0 TABLE|2 LAYER" + layers + "|0 ENDTAB|0 ENDSEC|"; }
-std::string block(const std::string& name, const std::string& entities, const std::string& base = "10 0|20 0|30 0")
+std::string layerTable(const std::string& layers)
+{
+    return "0 SECTION|2 TABLES|0 TABLE|2 LAYER" + layers + "|0 ENDTAB|0 ENDSEC|";
+}
+std::string block(const std::string& name, const std::string& entities,
+                  const std::string& base = "10 0|20 0|30 0")
 {
     return "0 BLOCK|2 " + name + "|" + base + "|" + entities + "|0 ENDBLK|";
 }
 std::string blocks(const std::string& all) { return "0 SECTION|2 BLOCKS|" + all + "0 ENDSEC|"; }
-std::string insertion(const std::string& name, const std::string& more = "") { return "0 INSERT|8 0|2 " + name + "|10 0|20 0" + more; }
+std::string insertion(const std::string& name, const std::string& more = "")
+{
+    return "0 INSERT|8 0|2 " + name + "|10 0|20 0" + more;
+}
 
 /// The drawing in these bytes, and the log of reading it.
 std::pair<Handle<DXF>, std::string> logged(const std::string& bytes)
@@ -45,23 +52,39 @@ std::pair<Handle<DXF>, std::string> logged(const std::string& bytes)
 
 TEST(DXF, ReadsSectionsInAnyOrderAndTellsTheFileAndLineOfAFault)
 {
-    const struct { const char* why; std::string groups; const char* outcome; } cases[] = {
+    const struct {
+        const char* why;
+        std::string groups;
+        const char* outcome;
+    } cases[] = {
         {"nothing but an end", "0 EOF", "0 facets"},
-        {"ENTITIES before TABLES", section + face + "|0 ENDSEC|" + layerTable("|0 LAYER|2 A|70 1|62 7") + "0 EOF", "1 facets"},
-        {"a section of another name", "0 SECTION|2 CLASSES|" + face + "|0 ENDSEC|" + section + face + "|0 ENDSEC|0 EOF", "1 facets"},
-        {"two ENTITIES sections", section + face + "|0 ENDSEC|" + section + face + "|0 ENDSEC|0 EOF", "2 facets"},
+        {"ENTITIES before TABLES",
+         section + face + "|0 ENDSEC|" + layerTable("|0 LAYER|2 A|70 1|62 7") + "0 EOF", "1 facets"},
+        {"a section of another name",
+         "0 SECTION|2 CLASSES|" + face + "|0 ENDSEC|" + section + face + "|0 ENDSEC|0 EOF", "1 facets"},
+        {"two ENTITIES sections", section + face + "|0 ENDSEC|" + section + face + "|0 ENDSEC|0 EOF",
+         "2 facets"},
         {"entities outside sections", face + "|0 EOF", "0 facets"},
         {"neither ENDSEC nor EOF", section + face, "1 facets"},
         {"nothing counts behind EOF", "0 EOF|" + section + face + "|0 ENDSEC", "0 facets"},
-        {"a table without ENDTAB ends the tables", "0 SECTION|2 TABLES|0 TABLE|2 LAYER|0 LAYER|2 B|70 0|62 7|0 ENDSEC|" + section + face, "1 facets"},
-        {"a BLOCK without ENDBLK", "0 SECTION|2 BLOCKS|0 BLOCK|2 B|10 0|20 0|30 0|" + face + "|0 ENDSEC|" + section + insertion("B"), "1 facets"},
-        {"layer without flags", layerTable("|0 LAYER|2 A|62 7"), "Bad DXF group: item <70> needed at line 9 in a.dxf"},
-        {"layer without colour", layerTable("|0 LAYER|2 A|70 0"), "Bad DXF group: item <62> needed at line 9 in a.dxf"},
-        {"block without name", blocks("0 BLOCK|10 0|20 0|30 0|"), "Bad DXF group: item <2> needed at line 5 in a.dxf"},
-        {"block without base", blocks("0 BLOCK|2 B|10 0|20 0|"), "Bad DXF group: item <30> needed at line 5 in a.dxf"},
-        {"two blocks of one name", blocks(block("WALL", face) + block("WALL", face)), "Duplicate BLOCK name WALL at line 33 in a.dxf"},
+        {"a table without ENDTAB ends the tables",
+         "0 SECTION|2 TABLES|0 TABLE|2 LAYER|0 LAYER|2 B|70 0|62 7|0 ENDSEC|" + section + face, "1 facets"},
+        {"a BLOCK without ENDBLK",
+         "0 SECTION|2 BLOCKS|0 BLOCK|2 B|10 0|20 0|30 0|" + face + "|0 ENDSEC|" + section + insertion("B"),
+         "1 facets"},
+        {"layer without flags", layerTable("|0 LAYER|2 A|62 7"),
+         "Bad DXF group: item <70> needed at line 9 in a.dxf"},
+        {"layer without colour", layerTable("|0 LAYER|2 A|70 0"),
+         "Bad DXF group: item <62> needed at line 9 in a.dxf"},
+        {"block without name", blocks("0 BLOCK|10 0|20 0|30 0|"),
+         "Bad DXF group: item <2> needed at line 5 in a.dxf"},
+        {"block without base", blocks("0 BLOCK|2 B|10 0|20 0|"),
+         "Bad DXF group: item <30> needed at line 5 in a.dxf"},
+        {"two blocks of one name", blocks(block("WALL", face) + block("WALL", face)),
+         "Duplicate BLOCK name WALL at line 33 in a.dxf"},
         {"a fault inside a block, met when it is inserted",
-         blocks(block("B", "0 LINE|10 0")) + section + insertion("B"), "Bad DXF group: item <20> needed at line 15 in a.dxf"},
+         blocks(block("B", "0 LINE|10 0")) + section + insertion("B"),
+         "Bad DXF group: item <20> needed at line 15 in a.dxf"},
         {"a block that nobody inserts is not looked into", blocks(block("B", "0 LINE|10 0")), "0 facets"},
         {"no number for a code", "0 SECTION|x", "Error reading group-code at line 3 in a.dxf"},
     };
@@ -70,8 +93,12 @@ TEST(DXF, ReadsSectionsInAnyOrderAndTellsTheFileAndLineOfAFault)
 
 TEST(DXF, TellsTheReleaseOfAHeader)
 {
-    const struct { const char* version; int release; } cases[] = {
-        {"AC1006", 10}, {"AC1009", 11}, {"AC1012", 13}, {"AC1015", 13}, {"AC1010", 0}, {"AC10", 0}, {"", 0}, {"AC1099999999999999", 13},
+    const struct {
+        const char* version;
+        int release;
+    } cases[] = {
+        {"AC1006", 10}, {"AC1009", 11}, {"AC1012", 13}, {"AC1015", 13},
+        {"AC1010", 0},  {"AC10", 0},    {"", 0},        {"AC1099999999999999", 13},
         {"AC10 9", 11}, {"AC10x9", 0},
     };
     for (const auto& c : cases) EXPECT_EQ(releaseOf(c.version), c.release) << c.version;
@@ -81,50 +108,73 @@ TEST(DXF, DrawsByLayerAndBlock)
 {
     const std::string table = layerTable("|0 LAYER|2 FROZEN|70 65|62 7|0 LAYER|2 OFF|70 0|62 -7"
                                          "|0 LAYER|2 ON|70 0|62 0|0 LAYER|2 ON|70 1|62 7|0 LAYER|70 1|62 7");
-    const std::string bs = blocks(block("B", face) + block("OUTER", insertion("LATE")) + block("SELF", face + "|" + insertion("SELF")) +
-                                  block("ONE", face + "|" + insertion("TWO")) +
-                                  block("TWO", face + "|" + insertion("ONE", "|70 3|44 1") + "|" + face) + block("WORDS", "0 TEXT|8 0|0 TEXT|8 0") +
-                                  block("PAGES", insertion("WORDS", "|71 3") + "|" + insertion("NO") + "|" + insertion("WORDS")));
-    const auto on = [](const std::string& layer, std::string entity) { return entity.replace(entity.find("|8 "), 4, "|8 " + layer); };
-    const struct { const char* why; std::string entity; const char* outcome; } cases[] = {
+    const std::string bs = blocks(
+        block("B", face) + block("OUTER", insertion("LATE")) + block("SELF", face + "|" + insertion("SELF"))
+        + block("ONE", face + "|" + insertion("TWO"))
+        + block("TWO", face + "|" + insertion("ONE", "|70 3|44 1") + "|" + face)
+        + block("WORDS", "0 TEXT|8 0|0 TEXT|8 0")
+        + block("PAGES", insertion("WORDS", "|71 3") + "|" + insertion("NO") + "|" + insertion("WORDS")));
+    const auto on = [](const std::string& layer, std::string entity) {
+        return entity.replace(entity.find("|8 "), 4, "|8 " + layer);
+    };
+    const struct {
+        const char* why;
+        std::string entity;
+        const char* outcome;
+    } cases[] = {
         {"on", on("ON", face), "1 facets"},   // and its second definition does not count
         {"off", on("OFF", face), "0 facets; 3DFACE 1 layer OFF is off"},
         {"frozen", on("FROZEN", face), "0 facets; 3DFACE 1 layer FROZEN is frozen"},
-        {"no layer is the layer without a name", "0 3DFACE|10 0|20 0|11 1|21 0|12 1|22 1", "0 facets; 3DFACE 1 layer  is frozen"},
+        {"no layer is the layer without a name", "0 3DFACE|10 0|20 0|11 1|21 0|12 1|22 1",
+         "0 facets; 3DFACE 1 layer  is frozen"},
         {"INSERT off: its entities have their own layers", on("OFF", insertion("B")), "1 facets"},
         {"INSERT frozen", on("FROZEN", insertion("B")), "0 facets; INSERT 1 layer FROZEN is frozen"},
         {"a hidden POLYLINE leaves records that draw nothing",
-         "0 POLYLINE|8 OFF|40 1|41 1|0 VERTEX|8 OFF|10 0|20 0|0 VERTEX|8 ON|10 5|20 0|0 SEQEND|8 OFF", "0 facets; POLYLINE 1 layer OFF is off"},
-        {"other types", "0 TEXT|8 ON|1 words|0 TEXT|8 ON|0 HATCH|8 ON", "0 facets; HATCH 1 this type is not drawn; TEXT 2 this type is not drawn"},
+         "0 POLYLINE|8 OFF|40 1|41 1|0 VERTEX|8 OFF|10 0|20 0|0 VERTEX|8 ON|10 5|20 0|0 SEQEND|8 OFF",
+         "0 facets; POLYLINE 1 layer OFF is off"},
+        {"other types", "0 TEXT|8 ON|1 words|0 TEXT|8 ON|0 HATCH|8 ON",
+         "0 facets; HATCH 1 this type is not drawn; TEXT 2 this type is not drawn"},
         {"unknown block", insertion("NO"), "0 facets; INSERT 1 block NO is not defined"},
         {"an array of no rows", insertion("B", "|71 0"), "0 facets; INSERT 1 the array has no cells"},
-        {"attributes of an INSERT", insertion("B", "|66 1|0 ATTRIB|8 0|1 x|0 SEQEND|8 0"), "1 facets; ATTRIB 1 this type is not drawn"},
-        {"a block that comes later", insertion("OUTER") + "|0 ENDSEC|" + blocks(block("LATE", face)) + section + insertion("OUTER"),
+        {"attributes of an INSERT", insertion("B", "|66 1|0 ATTRIB|8 0|1 x|0 SEQEND|8 0"),
+         "1 facets; ATTRIB 1 this type is not drawn"},
+        {"a block that comes later",
+         insertion("OUTER") + "|0 ENDSEC|" + blocks(block("LATE", face)) + section + insertion("OUTER"),
          "1 facets; INSERT 1 block LATE is not defined"},
-        {"a block in itself", insertion("SELF", "|70 5|44 1"), "5 facets; INSERT 5 block SELF inserts itself"},
+        {"a block in itself", insertion("SELF", "|70 5|44 1"),
+         "5 facets; INSERT 5 block SELF inserts itself"},
         {"through another", insertion("ONE"), "3 facets; INSERT 1 block ONE inserts itself"},
         {"from the other end", insertion("TWO"), "5 facets; INSERT 3 block TWO inserts itself"},
-        {"nothing to draw, more often than anyone could wait for", insertion("PAGES", "|70 2000000000|71 1000000000"),
-         "0 facets; INSERT 2000000000000000000 block NO is not defined; TEXT 16000000000000000000 this type is not drawn"},
-        {"more often than can be counted", insertion("PAGES", "|70 2000000000|71 2000000000") + "|" + insertion("PAGES"),
-         "0 facets; INSERT 4000000000000000001 block NO is not defined; TEXT 18446744073709551615 this type is not drawn"},
+        {"nothing to draw, more often than anyone could wait for",
+         insertion("PAGES", "|70 2000000000|71 1000000000"),
+         "0 facets; INSERT 2000000000000000000 block NO is not defined; TEXT 16000000000000000000 this type "
+         "is not drawn"},
+        {"more often than can be counted",
+         insertion("PAGES", "|70 2000000000|71 2000000000") + "|" + insertion("PAGES"),
+         "0 facets; INSERT 4000000000000000001 block NO is not defined; TEXT 18446744073709551615 this type "
+         "is not drawn"},
     };
-    for (const auto& c : cases) EXPECT_EQ(outcomeOf(dxfText(table + bs + section + c.entity + "|0 ENDSEC|0 EOF")), c.outcome) << c.why;
+    for (const auto& c : cases)
+        EXPECT_EQ(outcomeOf(dxfText(table + bs + section + c.entity + "|0 ENDSEC|0 EOF")), c.outcome)
+            << c.why;
 }
 
 TEST(DXF, MakesMaterialsAsSurfacesAskForThem)
 {
     MaterialSequence::ofProgram().reset();
     const std::string on = "|10 0|20 0|11 1|21 0|12 1|22 1";
-    const Handle<DXF> drawing = readDXF(dxfText(layerTable("|0 LAYER|2 HID|70 1|62 7") + section +
-        "0 TEXT|8 NONE|1 x|0 3DFACE|8 HID" + on + "|0 LINE|8 THIN|10 0|20 0|11 1|21 1"   // no surfaces: no materials
-        "|0 3DFACE|8 Z" + on + "|0 3DFACE|8 A" + on + "|0 3DFACE|8 Z" + on +
-        "|0 POINT|5 1F|8 X|1001 AVE_MATERIAL|1000 Brass|1000 other"
-        "|0 3DFACE|8 A|1001 OTHER|1005 9|1001 AVE_FINISH|1005 1F" + on +
-        "|0 3DFACE|8 HID|1001 AVE_FINISH|1005 2F" + on +                                // at once, drawn or not
-        "|0 3DFACE|8 A|1001 AVE_FINISH|1005 1F" + on + "|0 ENDSEC|0 EOF"));
+    const Handle<DXF> drawing = readDXF(
+        dxfText(layerTable("|0 LAYER|2 HID|70 1|62 7") + section + "0 TEXT|8 NONE|1 x|0 3DFACE|8 HID" + on
+                + "|0 LINE|8 THIN|10 0|20 0|11 1|21 1"   // no surfaces: no materials
+                  "|0 3DFACE|8 Z"
+                + on + "|0 3DFACE|8 A" + on + "|0 3DFACE|8 Z" + on
+                + "|0 POINT|5 1F|8 X|1001 AVE_MATERIAL|1000 Brass|1000 other"
+                  "|0 3DFACE|8 A|1001 OTHER|1005 9|1001 AVE_FINISH|1005 1F"
+                + on + "|0 3DFACE|8 HID|1001 AVE_FINISH|1005 2F" + on +   // at once, drawn or not
+                "|0 3DFACE|8 A|1001 AVE_FINISH|1005 1F" + on + "|0 ENDSEC|0 EOF"));
     std::string found;
-    for (const auto& [key, material] : drawing->materials()) found += key + '=' + material.name + '#' + std::to_string(material.index) + ' ';
+    for (const auto& [key, material] : drawing->materials())
+        found += key + '=' + material.name + '#' + std::to_string(material.index) + ' ';
     EXPECT_EQ(found, "1F=Brass#3 2F=2F#4 A=A#2 Z=Z#1 ");
     std::string used;
     for (std::uint32_t i = 0; i < drawing->facetCount(); ++i) used += drawing->facet(i).material->name + ' ';
@@ -133,10 +183,12 @@ TEST(DXF, MakesMaterialsAsSurfacesAskForThem)
 
 TEST(DXF, PlacesInsertedBlocks)   // where tests/dxf_ezdxf/ does not: the order of cells, and scales of zero
 {
-    const std::string drawing = blocks(block("B", "0 SOLID|10 1|20 0|11 2|21 0|12 1|22 1|13 2|23 1", "10 1|20 0|30 0")) + section;
+    const std::string drawing =
+        blocks(block("B", "0 SOLID|10 1|20 0|11 2|21 0|12 1|22 1|13 2|23 1", "10 1|20 0|30 0")) + section;
     EXPECT_EQ(written(*readDXF(dxfText(drawing + insertion("B", "|41 2|42 2|70 2|71 2|44 4|45 5")))),
               "(0 0 0) (2 0 0) (2 2 0) (0 2 0); (0 10 0) (2 10 0) (2 12 0) (0 12 0); "
-              "(8 0 0) (10 0 0) (10 2 0) (8 2 0); (8 10 0) (10 10 0) (10 12 0) (8 12 0)") << "the spacing is scaled too";
+              "(8 0 0) (10 0 0) (10 2 0) (8 2 0); (8 10 0) (10 10 0) (10 12 0) (8 12 0)")
+        << "the spacing is scaled too";
     const Handle<DXF> flat = readDXF(dxfText(drawing + insertion("B", "|30 5|42 0")));
     EXPECT_EQ(written(*flat), "(0 0 5) (1 0 5) (1 0 5) (0 0 5)");
     EXPECT_EQ(flat->facet(0).plane.normal(), Vector<3>(0, 0, 1));
@@ -146,18 +198,22 @@ TEST(DXF, InsertsTheSameEachTime)
 {
     // Blocks within blocks, arrays, names of materials that change between insertions, hidden
     // layers and unknown blocks: the first insertions read text, the others play back.
-    const std::string rich = "0 SOLID|8 A|10 0|20 0|11 4|21 0|12 0|22 3|13 4|23 3|39 1|210 1|220 1|230 0|0 TEXT|8 A|1 x"
-                             "|0 POINT|5 1F|8 X|1001 AVE_MATERIAL|1000 Brass|0 3DFACE|8 HID|10 0|20 0|11 1|21 0|12 1|22 1"
-                             "|0 CIRCLE|8 B|10 5|20 5|30 0|40 1|1001 AVE_FINISH|1005 1F";
-    const std::string bs = layerTable("|0 LAYER|2 HID|70 1|62 7") +
-        blocks(block("INNER", rich, "10 1|20 2|30 3") +
-               block("OUTER", insertion("INNER", "|50 30|41 2") + "|" + insertion("NO") + "|" + insertion("INNER", "|30 4|70 2|44 9") + "|" +
-                                  insertion("OUTER")));
+    const std::string rich =
+        "0 SOLID|8 A|10 0|20 0|11 4|21 0|12 0|22 3|13 4|23 3|39 1|210 1|220 1|230 0|0 TEXT|8 A|1 x"
+        "|0 POINT|5 1F|8 X|1001 AVE_MATERIAL|1000 Brass|0 3DFACE|8 HID|10 0|20 0|11 1|21 0|12 1|22 1"
+        "|0 CIRCLE|8 B|10 5|20 5|30 0|40 1|1001 AVE_FINISH|1005 1F";
+    const std::string bs =
+        layerTable("|0 LAYER|2 HID|70 1|62 7")
+        + blocks(block("INNER", rich, "10 1|20 2|30 3")
+                 + block("OUTER", insertion("INNER", "|50 30|41 2") + "|" + insertion("NO") + "|"
+                                      + insertion("INNER", "|30 4|70 2|44 9") + "|" + insertion("OUTER")));
     const std::string entity = insertion("OUTER", "|50 10|42 -1|210 0|220 1|230 1");
     std::string all = bs + section + entity;
     for (int i = 0; i < 7; ++i) all += "|0 POINT|5 1F|8 X|1001 AVE_MATERIAL|1000 Steel|" + entity;
-    EXPECT_EQ(outcomeOf(dxfText(all)), "168 facets; 3DFACE 24 layer HID is frozen; INSERT 8 block NO is not defined; INSERT 8 block OUTER inserts "
-                                       "itself; POINT 31 this type is not drawn; TEXT 24 this type is not drawn");
+    EXPECT_EQ(outcomeOf(dxfText(all)),
+              "168 facets; 3DFACE 24 layer HID is frozen; INSERT 8 block NO is not defined; INSERT 8 block "
+              "OUTER inserts "
+              "itself; POINT 31 this type is not drawn; TEXT 24 this type is not drawn");
     const Handle<DXF> drawing = readDXF(dxfText(all));
     EXPECT_EQ(drawing->materials().at("1F").name, "Brass");   // renamed by the last insertion
     // With the log on, every insertion reads the text; the drawing is the same.
@@ -168,7 +224,9 @@ TEST(DXF, InsertsTheSameEachTime)
         ASSERT_EQ(read->facet(i).material->name, drawing->facet(i).material->name) << i;
     }
     std::size_t hooks = 0;
-    for (std::size_t at = log.find("Insert hook"); at != std::string::npos; at = log.find("Insert hook", at + 1)) ++hooks;
+    for (std::size_t at = log.find("Insert hook"); at != std::string::npos;
+         at = log.find("Insert hook", at + 1))
+        ++hooks;
     EXPECT_EQ(hooks, 8u * 4);
 }
 
@@ -177,8 +235,10 @@ TEST(DXF, FollowsAChainOfTenThousandBlocks)
     std::string all;
     constexpr int count = 10000;
     for (int i = 0; i < count; ++i)
-        all += block("B" + std::to_string(i), i + 1 < count ? "0 INSERT|2 B" + std::to_string(i + 1) + "|10 1|20 0|30 0.5" : face);
-    const Handle<DXF> drawing = readDXF(dxfText(blocks(all) + section + insertion("B0") + "|" + insertion("B0") + "|" + insertion("B0")));
+        all += block("B" + std::to_string(i),
+                     i + 1 < count ? "0 INSERT|2 B" + std::to_string(i + 1) + "|10 1|20 0|30 0.5" : face);
+    const Handle<DXF> drawing = readDXF(
+        dxfText(blocks(all) + section + insertion("B0") + "|" + insertion("B0") + "|" + insertion("B0")));
     EXPECT_EQ(written(*drawing).substr(0, 45), "(9999 0 4999.5) (10000 0 4999.5) (10000 1 499");
     EXPECT_EQ(drawing->facetCount(), 3u);
 }
@@ -188,11 +248,15 @@ TEST(DXF, CanBeAbandonedInsideBlocks)
     std::string nest;   // nine levels of ten insertions each
     for (int level = 0; level < 9; ++level) {
         std::string ten;
-        for (int i = 0; i < 10; ++i) ten += (i ? "|" : "") + insertion("L" + std::to_string(level + 1), "|50 " + std::to_string(i));
+        for (int i = 0; i < 10; ++i)
+            ten += (i ? "|" : "") + insertion("L" + std::to_string(level + 1), "|50 " + std::to_string(i));
         nest += block("L" + std::to_string(level), ten);
     }
     nest += block("L9", face) + block("SELF", insertion("SELF"));
-    const struct { const char* why; std::string entity; } cases[] = {
+    const struct {
+        const char* why;
+        std::string entity;
+    } cases[] = {
         {"nested insertions", insertion("L0")},
         {"array", insertion("L9", "|70 30000|71 30000|44 2|45 2")},
         {"array without a surface", insertion("SELF", "|70 30000|71 30000")},
@@ -200,7 +264,9 @@ TEST(DXF, CanBeAbandonedInsideBlocks)
     for (const auto& c : cases) {
         RecordingReporter reporter(20000);
         const std::string text = dxfText(blocks(nest) + section + c.entity);
-        EXPECT_THROW(makeHandle<DXF>(std::string_view(text), std::string("a.dxf"), reporter), Reporter::Abandoned) << c.why;
+        EXPECT_THROW(makeHandle<DXF>(std::string_view(text), std::string("a.dxf"), reporter),
+                     Reporter::Abandoned)
+            << c.why;
     }
 }
 
@@ -208,7 +274,8 @@ TEST(DXF, BearsManyLayersAndTypesAndMillionCharacterLines)
 {
     std::string text = dxfText("0 SECTION|2 TABLES|0 TABLE|2 LAYER");
     for (int i = 0; i < 200000; ++i) text += "0\nLAYER\n2\nL" + std::to_string(i) + "\n70\n0\n62\n7\n";
-    text += dxfText("0 ENDTAB|0 ENDSEC|" + section + face) + "0\n" + std::string(1000000, 'X') + "\n8\n" + std::string(1000000, 'L') + "\n";
+    text += dxfText("0 ENDTAB|0 ENDSEC|" + section + face) + "0\n" + std::string(1000000, 'X') + "\n8\n"
+            + std::string(1000000, 'L') + "\n";
     for (int i = 1; i < 3000; ++i) text += "0\nTYPE" + std::to_string(i) + "\n";
     const Handle<DXF> drawing = readDXF(text);
     EXPECT_EQ(drawing->facetCount(), 1u);
@@ -220,51 +287,57 @@ TEST(DXF, BearsManyLayersAndTypesAndMillionCharacterLines)
 
 TEST(DXFLog, TellsWhatWasMet)
 {
-    const std::string log = logged(dxfText("0 SECTION|2 HEADER|9 $ACADVER|1 AC1009|0 ENDSEC|0 SECTION|2 THUMBNAIL|0 ENDSEC|" +
-        layerTable("|0 LAYER|2 HID|70 1|62 7|0 LAYER|2 OFF|70 0|62 -1|0 LAYER|2 OFF|70 0|62 1") + blocks(block("B", face, "10 1|20 0|30 0")) +
-        "0 SECTION|2 OBJECTS|0 ENDSEC|" + section + "0 LINE|8 HID|2 name|0 LINE|8 OFF|" + insertion("B", "|50 90").replace(9, 3, "8 OFF") +
-        "|0 POINT|5 1F|8 Q|1001 AVE_MATERIAL|1000 Brass|0 ENDSEC|0 EOF")).second;
-    EXPECT_EQ(log,
-        "Main HEADER section at line 1\n"
-        "ENDSEC of HEADER section at line 9\n"
-        "Ignoring THUMBNAIL section at line 11\n"
-        "Main TABLES section at line 17\n"
-        "start of LAYERs TABLE at line 21\n"
-        "Adding LAYER definition HID (Frozen? 1, Off? 0) at line 25\n"
-        "Adding LAYER definition OFF (Frozen? 0, Off? 1) at line 33\n"
-        "Duplicate LAYER definition OFF at line 41\n"
-        "ENDTAB of LAYERs TABLE at line 49\n"
-        "ENDSEC of TABLES section at line 51\n"
-        "Main BLOCKS section at line 53\n"
-        "Adding BLOCK definition B at line 57\n"
-        "ENDSEC of BLOCKS section at line 85\n"
-        "Main OBJECTS section at line 87\n"
-        "Starting OBJECTS section at line 87\n"
-        "ENDSEC of OBJECTS section at line 91\n"
-        "Main ENTITIES section at line 93\n"
-        "ReadEntitiesSection for ENTITIES section from line 97\n"
-        "    transform = (1, 0, 0) (0, 1, 0) (0, 0, 1) + (0, 0, 0)\n"
-        "skipping LINE name, frozen-layer HID at line 97\n"
-        "skipping LINE , OFF-layer OFF at line 103\n"
-        "keeping INSERT B, OFF-layer OFF at line 107\n"
-        "INSERT at line 107\n"
-        "Insert hook\n"
-        "InsertTransform [(1, 1, 1)    scale 90 degrees rotate (0, 0, 0) translate (1, 0, 0) (0, 1, 0) (0, 0, 1) + (0, 0, 0) tilt ] * "
-        "(1, 0, 0) (0, 1, 0) (0, 0, 1) + (0, 0, 0)\n"
-        "InsertTransform = (6.123233995736766e-17, -1, 0) (1, 6.123233995736766e-17, 0) (0, 0, 1) + (-6.123233995736766e-17, -1, 0)\n"
-        "ReadEntitiesSection for INSERTed block from line 119\n"
-        "    transform = (6.123233995736766e-17, -1, 0) (1, 6.123233995736766e-17, 0) (0, 0, 1) + (-6.123233995736766e-17, -1, 0)\n"
-        "Seek to block at line 67\n"
-        "Adding LAYER A\n"
-        "3DFACE at line 67\n"
-        "add new material A\n"
-        "ENDBLK of INSERTed block at line 83\n"
-        "Return from block to line 119\n"
-        "add new material 1F\n"
-        "Define material 1F as Brass\n"
-        "Adding LAYER Q\n"
-        "ENDSEC of ENTITIES section at line 129\n"
-        "EOF group - end of file here\n");
+    const std::string log =
+        logged(
+            dxfText("0 SECTION|2 HEADER|9 $ACADVER|1 AC1009|0 ENDSEC|0 SECTION|2 THUMBNAIL|0 ENDSEC|"
+                    + layerTable("|0 LAYER|2 HID|70 1|62 7|0 LAYER|2 OFF|70 0|62 -1|0 LAYER|2 OFF|70 0|62 1")
+                    + blocks(block("B", face, "10 1|20 0|30 0")) + "0 SECTION|2 OBJECTS|0 ENDSEC|" + section
+                    + "0 LINE|8 HID|2 name|0 LINE|8 OFF|" + insertion("B", "|50 90").replace(9, 3, "8 OFF")
+                    + "|0 POINT|5 1F|8 Q|1001 AVE_MATERIAL|1000 Brass|0 ENDSEC|0 EOF"))
+            .second;
+    EXPECT_EQ(log, "Main HEADER section at line 1\n"
+                   "ENDSEC of HEADER section at line 9\n"
+                   "Ignoring THUMBNAIL section at line 11\n"
+                   "Main TABLES section at line 17\n"
+                   "start of LAYERs TABLE at line 21\n"
+                   "Adding LAYER definition HID (Frozen? 1, Off? 0) at line 25\n"
+                   "Adding LAYER definition OFF (Frozen? 0, Off? 1) at line 33\n"
+                   "Duplicate LAYER definition OFF at line 41\n"
+                   "ENDTAB of LAYERs TABLE at line 49\n"
+                   "ENDSEC of TABLES section at line 51\n"
+                   "Main BLOCKS section at line 53\n"
+                   "Adding BLOCK definition B at line 57\n"
+                   "ENDSEC of BLOCKS section at line 85\n"
+                   "Main OBJECTS section at line 87\n"
+                   "Starting OBJECTS section at line 87\n"
+                   "ENDSEC of OBJECTS section at line 91\n"
+                   "Main ENTITIES section at line 93\n"
+                   "ReadEntitiesSection for ENTITIES section from line 97\n"
+                   "    transform = (1, 0, 0) (0, 1, 0) (0, 0, 1) + (0, 0, 0)\n"
+                   "skipping LINE name, frozen-layer HID at line 97\n"
+                   "skipping LINE , OFF-layer OFF at line 103\n"
+                   "keeping INSERT B, OFF-layer OFF at line 107\n"
+                   "INSERT at line 107\n"
+                   "Insert hook\n"
+                   "InsertTransform [(1, 1, 1)    scale 90 degrees rotate (0, 0, 0) translate (1, 0, 0) (0, "
+                   "1, 0) (0, 0, 1) + (0, 0, 0) tilt ] * "
+                   "(1, 0, 0) (0, 1, 0) (0, 0, 1) + (0, 0, 0)\n"
+                   "InsertTransform = (6.123233995736766e-17, -1, 0) (1, 6.123233995736766e-17, 0) (0, 0, 1) "
+                   "+ (-6.123233995736766e-17, -1, 0)\n"
+                   "ReadEntitiesSection for INSERTed block from line 119\n"
+                   "    transform = (6.123233995736766e-17, -1, 0) (1, 6.123233995736766e-17, 0) (0, 0, 1) + "
+                   "(-6.123233995736766e-17, -1, 0)\n"
+                   "Seek to block at line 67\n"
+                   "Adding LAYER A\n"
+                   "3DFACE at line 67\n"
+                   "add new material A\n"
+                   "ENDBLK of INSERTed block at line 83\n"
+                   "Return from block to line 119\n"
+                   "add new material 1F\n"
+                   "Define material 1F as Brass\n"
+                   "Adding LAYER Q\n"
+                   "ENDSEC of ENTITIES section at line 129\n"
+                   "EOF group - end of file here\n");
 }
 
 TEST(DXFLog, IsNoFileWhenOffOrImpossible)
@@ -275,7 +348,8 @@ TEST(DXFLog, IsNoFileWhenOffOrImpossible)
     EXPECT_FALSE(std::filesystem::exists(file.path() + ".log"));
     EXPECT_FALSE(std::filesystem::is_regular_file("NUL"));
     DXF::setLogging(true);
-    const Handle<DXF> drawing = makeHandle<DXF>(std::string_view(dxfText(section + face)), std::string("no/such/folder/a.dxf"), nobody);
+    const Handle<DXF> drawing = makeHandle<DXF>(std::string_view(dxfText(section + face)),
+                                                std::string("no/such/folder/a.dxf"), nobody);
     DXF::setLogging(false);
     EXPECT_EQ(drawing->facetCount(), 1u);
 }
@@ -283,7 +357,8 @@ TEST(DXFLog, IsNoFileWhenOffOrImpossible)
 TEST(DXFObjects, FindTheDictionaryAndComeBack)
 {
     SilentReporter nobody;
-    for (const char* const groups : {"0 A|0 SECTION|2 OBJECTS|0 MLINESTYLE|0 ENDSEC|0 EOF", "0 A|0 EOF|0 SECTION|2 OBJECTS|0 ENDSEC"}) {
+    for (const char* const groups :
+         {"0 A|0 SECTION|2 OBJECTS|0 MLINESTYLE|0 ENDSEC|0 EOF", "0 A|0 EOF|0 SECTION|2 OBJECTS|0 ENDSEC"}) {
         const std::string text = dxfText(groups);
         const auto stream = DXFStream::over(text, "a.dxf", nobody, false);
         searchDictionary(*stream);

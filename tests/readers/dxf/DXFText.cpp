@@ -13,7 +13,8 @@ std::vector<Point<3>> cornersOf(const Model& model, std::uint32_t facet)
 {
     std::vector<Point<3>> corners;
     const Facet& which = model.facet(facet);
-    for (std::uint32_t i = 0; i < which.edgeCount; ++i) corners.push_back(model.vertex(model.edge(which.firstEdge + i).from).position);
+    for (std::uint32_t i = 0; i < which.edgeCount; ++i)
+        corners.push_back(model.vertex(model.edge(which.firstEdge + i).from).position);
     return corners;
 }
 
@@ -26,7 +27,10 @@ std::string dxfText(std::string_view groups)
         const std::string_view group = groups.substr(0, groups.find('|'));
         groups.remove_prefix(std::min(groups.size(), group.size() + 1));
         const std::size_t blank = std::min(group.find(' '), group.size());
-        text.append(group.substr(0, blank)).append("\n").append(group.substr(std::min(blank + 1, group.size()))).append("\n");
+        text.append(group.substr(0, blank))
+            .append("\n")
+            .append(group.substr(std::min(blank + 1, group.size())))
+            .append("\n");
     }
     return text;
 }
@@ -47,7 +51,8 @@ std::string outcomeOf(const std::string& bytes)
     try {
         const Handle<DXF> drawing = readDXF(bytes);
         std::string text = std::to_string(drawing->facetCount()) + " facets";
-        for (const auto& entry : drawing->skipped().list()) text += "; " + entry.type + ' ' + std::to_string(entry.count) + ' ' + entry.reason;
+        for (const auto& entry : drawing->skipped().list())
+            text += "; " + entry.type + ' ' + std::to_string(entry.count) + ' ' + entry.reason;
         return text;
     } catch (const std::exception& fault) {
         return fault.what();
@@ -62,7 +67,8 @@ std::string written(const Model& model)
         const char* before = facet > 0 ? "; (" : "(";
         for (const Point<3>& corner : cornersOf(model, facet)) {
             for (int axis = 0; axis < 3; ++axis)
-                text << (axis == 0 ? before : " ") << std::round(corner[axis] * 1e8) / 1e8 + 0.0;   // no minus before a zero
+                text << (axis == 0 ? before : " ")
+                     << std::round(corner[axis] * 1e8) / 1e8 + 0.0;   // no minus before a zero
             text << ')';
             before = " (";
         }
@@ -76,7 +82,8 @@ double areaOf(const Model& model)
     for (std::uint32_t facet = 0; facet < model.facetCount(); ++facet) {
         const std::vector<Point<3>> corners = cornersOf(model, facet);
         Vector<3> sum;
-        for (std::size_t i = 1; i + 1 < corners.size(); ++i) sum += (corners[i] - corners[0]).cross(corners[i + 1] - corners[0]);
+        for (std::size_t i = 1; i + 1 < corners.size(); ++i)
+            sum += (corners[i] - corners[0]).cross(corners[i + 1] - corners[0]);
         total += sum.length() / 2.0;
     }
     return total;

@@ -16,7 +16,8 @@ std::string entities(std::string_view groups);
 /// The drawing in these bytes; faults name the file "a.dxf".
 Handle<DXF> readDXF(const std::string& bytes);
 
-/// What reading these bytes comes to: "3 facets", then "; type count reason" for what was skipped; or the fault's what().
+/// What reading these bytes comes to: "3 facets", then "; type count reason" for what was skipped; or the
+/// fault's what().
 std::string outcomeOf(const std::string& bytes);
 
 /// "(x y z) (x y z); ...", one facet after the other, rounded to 1e-8: for comparing and for reading.

@@ -1,6 +1,6 @@
 #include "readers/man/ManFile.h"
 
-#include "app/errors/BadFile.h"
+#include "errors/BadFile.h"
 #include "tests/support/Reporters.h"
 
 #include <gtest/gtest.h>
@@ -13,10 +13,12 @@ namespace {
 
 const std::string header = "KRVT v5.1.0 MAN file\nEND\n";
 /// A square of side 2 at z = 1, seen from above, with a square hole of side 1.
-const std::string plate = "CLUMP plate 8 1\n0 0 1\n2 0 1\n2 2 1\n0 2 1\n.5 .5 1\n1.5 .5 1\n1.5 1.5 1\n.5 1.5 1\nsteel\n"
-                          "EDGE 8\n1 2 1 0\n2 3 1 0\n3 4 1 0\n4 1 1 0\n5 6 0 1\n6 7 0 1\n7 8 0 1\n8 5 0 1\n";
-const std::string tetrahedron = "CLUMP t 4 4\n0 0 0\n10 0 0\n0 10 0\n0 0 10\nbrass\nbrass\nbrass\npaint\nEDGE 6\n"
-                                "1 3 1 3\n3 2 1 4\n2 1 1 2\n1 4 3 2\n2 4 2 4\n3 4 4 3\n";
+const std::string plate =
+    "CLUMP plate 8 1\n0 0 1\n2 0 1\n2 2 1\n0 2 1\n.5 .5 1\n1.5 .5 1\n1.5 1.5 1\n.5 1.5 1\nsteel\n"
+    "EDGE 8\n1 2 1 0\n2 3 1 0\n3 4 1 0\n4 1 1 0\n5 6 0 1\n6 7 0 1\n7 8 0 1\n8 5 0 1\n";
+const std::string tetrahedron =
+    "CLUMP t 4 4\n0 0 0\n10 0 0\n0 10 0\n0 0 10\nbrass\nbrass\nbrass\npaint\nEDGE 6\n"
+    "1 3 1 3\n3 2 1 4\n2 1 1 2\n1 4 3 2\n2 4 2 4\n3 4 4 3\n";
 
 std::string endingLines(const std::string& text, const std::string& with)
 {
@@ -42,7 +44,8 @@ std::string facetsOf(const Model& model)
         for (std::uint32_t i = facet.firstEdge; i < facet.firstEdge + facet.edgeCount; ++i)
             text << ' ' << model.edge(i).from << '>' << model.edge(i).to;
         const Vector<3>& normal = facet.plane.normal();
-        text << " (" << normal[0] + 0.0 << ' ' << normal[1] + 0.0 << ' ' << normal[2] + 0.0 << ") " << facet.plane.offset() + 0.0 << '\n';
+        text << " (" << normal[0] + 0.0 << ' ' << normal[1] + 0.0 << ' ' << normal[2] + 0.0 << ") "
+             << facet.plane.offset() + 0.0 << '\n';
     }
     return text.str();
 }
@@ -61,8 +64,9 @@ std::string faultOf(const std::string& text)
 
 TEST(ManFile, BothFacetsOfAnEdgeGetItInTheirOwnDirection)
 {
-    EXPECT_EQ(facetsOf(*read(header + tetrahedron)), "brass 0>2 2>1 1>0 (0 0 -1) 0\nbrass 0>1 3>0 1>3 (0 -1 0) 0\n"
-                                                     "brass 2>0 0>3 3>2 (-1 0 0) 0\npaint 1>2 3>1 2>3 (0.5774 0.5774 0.5774) 5.774\n");
+    EXPECT_EQ(facetsOf(*read(header + tetrahedron)),
+              "brass 0>2 2>1 1>0 (0 0 -1) 0\nbrass 0>1 3>0 1>3 (0 -1 0) 0\n"
+              "brass 2>0 0>3 3>2 (-1 0 0) 0\npaint 1>2 3>1 2>3 (0.5774 0.5774 0.5774) 5.774\n");
 }
 
 TEST(ManFile, ClumpsNumberTheirVerticesAnewAndShareMaterials)
@@ -70,16 +74,18 @@ TEST(ManFile, ClumpsNumberTheirVerticesAnewAndShareMaterials)
     const auto model = read(header + plate + plate);
     EXPECT_EQ(model->vertexCount(), 16u);
     EXPECT_EQ(model->materials().size(), 1u);
-    EXPECT_EQ(facetsOf(*model), "steel 0>1 1>2 2>3 3>0 5>4 6>5 7>6 4>7 (0 0 1) 1\n"   // a hole is more edges of the facet
-                                "steel 8>9 9>10 10>11 11>8 13>12 14>13 15>14 12>15 (0 0 1) 1\n");
+    EXPECT_EQ(facetsOf(*model),
+              "steel 0>1 1>2 2>3 3>0 5>4 6>5 7>6 4>7 (0 0 1) 1\n"   // a hole is more edges of the facet
+              "steel 8>9 9>10 10>11 11>8 13>12 14>13 15>14 12>15 (0 0 1) 1\n");
 }
 
 TEST(ManFile, TheHeaderSetsUnitsAndMaterials)
 {
     MaterialSequence::ofProgram().reset();
-    const auto model = read("KRVT v5.1.0 MAN file\nDATE 1997 12 16\nUNITS 2 0.001\nMATERIAL steel 0.25 .5 1 shiny\n"
-                            "MATERIAL unused 0 0 0\nMATERIAL steel 1 1 1\nUNITS 7 25.4\nEND\n"
-                            + plate + tetrahedron);
+    const auto model =
+        read("KRVT v5.1.0 MAN file\nDATE 1997 12 16\nUNITS 2 0.001\nMATERIAL steel 0.25 .5 1 shiny\n"
+             "MATERIAL unused 0 0 0\nMATERIAL steel 1 1 1\nUNITS 7 25.4\nEND\n"
+             + plate + tetrahedron);
     EXPECT_EQ(model->units().code, 7u);
     EXPECT_EQ(model->units().scale, 25.4);
     EXPECT_EQ(model->materials().at("steel").colour, (Colour{0.25, 0.5, 1.0}));
@@ -87,34 +93,47 @@ TEST(ManFile, TheHeaderSetsUnitsAndMaterials)
     EXPECT_EQ(model->materials().at("unused").index, 2);
     EXPECT_EQ(model->materials().at("brass").index, 3) << "the repeated material spends no number";
     MaterialSequence fresh;
-    EXPECT_EQ(model->materials().at("brass").colour, fresh.next("").colour) << "given colours do not advance the hues";
+    EXPECT_EQ(model->materials().at("brass").colour, fresh.next("").colour)
+        << "given colours do not advance the hues";
     EXPECT_EQ(model->facet(0).material, &model->materials().at("steel"));
 }
 
 TEST(ManFile, LayoutThatCarriesNoMeaning)
 {
     const std::string plain = header + tetrahedron;
-    const struct { const char* why; std::string text; } cases[] = {
+    const struct {
+        const char* why;
+        std::string text;
+    } cases[] = {
         {"carriage returns", endingLines(plain, "\r\n")},
         {"no end of the last line", plain.substr(0, plain.size() - 1)},
         {"carriage return and no line feed at the end", plain.substr(0, plain.size() - 1) + "\r"},
-        {"blank lines and comments in the clump", header + endingLines(tetrahedron, "\n\n \t\n# EDGE 9\n\r\n")},
-        {"indented, tabs, more words, other numbers", header + "\tCLUMP  t\t4 4 x\n 0 0 0 9\n+10 0.0 0e5\n0 1e1 0\n0 0 10.\n brass cast\nbrass\n"
-                                                    "brass \npaint\nEDGE 6 0\n1 3 1 3 7\n3 2 1 4\n2 1 1 2\n1 4 3 2\n2 4 2 4\n3 4 4 3\n"},
+        {"blank lines and comments in the clump",
+         header + endingLines(tetrahedron, "\n\n \t\n# EDGE 9\n\r\n")},
+        {"indented, tabs, more words, other numbers",
+         header
+             + "\tCLUMP  t\t4 4 x\n 0 0 0 9\n+10 0.0 0e5\n0 1e1 0\n0 0 10.\n brass cast\nbrass\n"
+               "brass \npaint\nEDGE 6 0\n1 3 1 3 7\n3 2 1 4\n2 1 1 2\n1 4 3 2\n2 4 2 4\n3 4 4 3\n"},
     };
     for (const auto& c : cases) EXPECT_EQ(facetsOf(*read(c.text)), facetsOf(*read(plain))) << c.why;
 }
 
 TEST(ManFile, SmallAndStrangeModelsAreAccepted)
 {
-    const struct { const char* why; std::string clumps; std::uint32_t vertices, edges, facets; } cases[] = {
+    const struct {
+        const char* why;
+        std::string clumps;
+        std::uint32_t vertices, edges, facets;
+    } cases[] = {
         {"no clump", "", 0, 0, 0},
         {"an empty clump", "CLUMP a 0 0\nEDGE 0\n", 0, 0, 0},
         {"edges without facets", "CLUMP a 2 0\n0 0 0\n1 1 1\nEDGE 2\n1 2 0 0\n2 2 0 0\n", 2, 0, 0},
         {"a facet on both sides of an edge", "CLUMP a 2 1\n0 0 0\n1 1 1\nm\nEDGE 1\n1 2 1 1\n", 2, 2, 1},
         {"an edge from a vertex to itself", "CLUMP a 1 1\n0 0 0\nm\nEDGE 1\n1 1 1 0\n", 1, 1, 1},
         {"a small facet far away",
-         "CLUMP a 3 1\n1e9 1e9 1e9\n1000000001 1e9 1e9\n1e9 1000000001 1e9\nm\nEDGE 3\n1 2 1 0\n2 3 1 0\n3 1 1 0\n", 3, 3, 1},
+         "CLUMP a 3 1\n1e9 1e9 1e9\n1000000001 1e9 1e9\n1e9 1000000001 1e9\nm\nEDGE 3\n1 2 1 0\n2 3 1 0\n3 1 "
+         "1 0\n",
+         3, 3, 1},
         {"coordinates whose products overflow",
          "CLUMP a 3 1\n0 0 0\n1e300 0 0\n0 1e300 0\nm\nEDGE 3\n1 2 1 0\n2 3 1 0\n3 1 1 0\n", 3, 3, 1},
     };
@@ -134,12 +153,16 @@ TEST(ManFile, FaultsNameTheFileAndTheLine)
     const std::string h = "KRVT v5.1.0 MAN file\n";
     const std::string e = h + "END\n";
     const std::string triangle = e + "CLUMP a 3 1\n0 0 0\n1 0 0\n0 1 0\nm\n";
-    const std::string notMan = "File is not a 'KRVT v5.1.0 MAN file'", header = "end-of-file reading header records",
-                      past = "read past end-of-file", real = "Error reading double item value",
-                      integer = "Error reading integer item value", loop = "degenerate loop",
-                      edgeEnd = "end-of-file reading EDGE record", noEdge = "CLUMP not followed by EDGE record",
-                      vertex = "vertex number out of range";
-    const struct { const char* why; std::string text, fault; int line; } cases[] = {
+    const std::string notMan = "File is not a 'KRVT v5.1.0 MAN file'",
+                      header = "end-of-file reading header records", past = "read past end-of-file",
+                      real = "Error reading double item value", integer = "Error reading integer item value",
+                      loop = "degenerate loop", edgeEnd = "end-of-file reading EDGE record",
+                      noEdge = "CLUMP not followed by EDGE record", vertex = "vertex number out of range";
+    const struct {
+        const char* why;
+        std::string text, fault;
+        int line;
+    } cases[] = {
         {"an empty file", "", notMan, 1},
         {"another version", "KRVT v5.1.1 MAN file\nEND\n", notMan, 1},
         {"lines that end with CR alone", "KRVT v5.1.0 MAN file\rEND\r", notMan, 1},
@@ -151,21 +174,25 @@ TEST(ManFile, FaultsNameTheFileAndTheLine)
         {"cut short behind MATERIAL", h + "MATERIAL", header, 2},
         {"colour above 1", h + "MATERIAL m 0 1.01 0\nEND\n", real, 2},
         {"colour below 0", h + "MATERIAL m 0 0 -1e-9\nEND\n", real, 2},
-        {"more edges than announced", triangle + "EDGE 3\n1 2 1 0\n2 3 1 0\n3 1 1 0\n1 3 0 0\n", "CLUMP record expected", 12},
+        {"more edges than announced", triangle + "EDGE 3\n1 2 1 0\n2 3 1 0\n3 1 1 0\n1 3 0 0\n",
+         "CLUMP record expected", 12},
         {"a count beyond 31 bits", e + "CLUMP a 2147483648 0\n", integer, 3},
         {"the largest counts and no data", e + "CLUMP a 2147483647 2147483647\n0 0 0\n", past, 4},
         {"ends before EDGE", e + "CLUMP a 1 0\n0 0 0\n", past, 4},
         {"a coordinate with a letter behind", e + "CLUMP a 1 0\n0 0 1m\nEDGE 0\n", real, 4},
-        {"more vertices than announced are taken for facets", e + "CLUMP a 1 1\n0 0 0\n1 0 0\nm\nEDGE 0\n", noEdge, 6},
+        {"more vertices than announced are taken for facets", e + "CLUMP a 1 1\n0 0 0\n1 0 0\nm\nEDGE 0\n",
+         noEdge, 6},
         {"ends behind EDGE, with a huge count", triangle + "EDGE 2147483647\n", edgeEnd, 8},
         {"vertex 0", triangle + "EDGE 3\n0 2 1 0\n", vertex, 9},
         {"vertex above the clump's", triangle + "EDGE 3\n1 4 1 0\n", vertex, 9},
-        {"a vertex of the clump before", triangle + "EDGE 3\n1 2 1 0\n2 3 1 0\n3 1 1 0\nCLUMP b 1 0\n0 0 0\nEDGE 1\n2 1 0 0\n", vertex, 15},
+        {"a vertex of the clump before",
+         triangle + "EDGE 3\n1 2 1 0\n2 3 1 0\n3 1 1 0\nCLUMP b 1 0\n0 0 0\nEDGE 1\n2 1 0 0\n", vertex, 15},
         {"facet above the clump's", triangle + "EDGE 3\n1 2 2 0\n", loop, 9},
         {"negative facet", triangle + "EDGE 3\n1 2 1 -1\n", loop, 9},
         {"a facet without edges", triangle + "EDGE 0\n", loop, 8},
         {"a loop that is open", triangle + "EDGE 2\n1 2 1 0\n2 3 1 0\n", loop, 8},
-        {"a loop whose edges run against each other", triangle + "EDGE 3\n1 2 1 0\n2 3 1 0\n1 3 1 0\n", loop, 8},
+        {"a loop whose edges run against each other", triangle + "EDGE 3\n1 2 1 0\n2 3 1 0\n1 3 1 0\n", loop,
+         8},
     };
     for (const auto& c : cases)
         EXPECT_EQ(faultOf(c.text), c.fault + " at line " + std::to_string(c.line) + " in test.man") << c.why;

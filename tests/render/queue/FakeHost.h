@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/errors/BadFile.h"
+#include "errors/BadFile.h"
 #include "platform/Thread.h"
 #include "platform/Win32Error.h"
 #include "render/queue/Progress.h"
@@ -70,16 +70,17 @@ private:
 class TestRequest : public Request {
 public:
     TestRequest(std::string requestName, std::function<void(Reporter&)> task)
-        : Request(std::move(requestName), 587, 2), work(std::move(task))
-    {
-    }
+        : Request(std::move(requestName), 587, 2),
+          work(std::move(task))
+    {}
     void run(Reporter& progress) override { work(progress); }
 
 private:
     std::function<void(Reporter&)> work;
 };
 
-inline Handle<Request> request(std::string name, std::function<void(Reporter&)> work = [](Reporter&) {})
+inline Handle<Request> request(
+    std::string name, std::function<void(Reporter&)> work = [](Reporter&) {})
 {
     return makeHandle<TestRequest>(std::move(name), std::move(work));
 }

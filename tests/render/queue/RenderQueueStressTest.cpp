@@ -1,5 +1,5 @@
-#include "tests/render/queue/FakeHost.h"
 #include "render/queue/RenderThread.h"
+#include "tests/render/queue/FakeHost.h"
 
 #include <gtest/gtest.h>
 
@@ -25,7 +25,10 @@ struct Counts {
 /// Reports some times, waits now and then, and fails now and then.
 class RandomRequest : public Request {
 public:
-    RandomRequest(unsigned randomNumber, Counts& tally) : Request("random", 587, 2), number(randomNumber), counts(tally)
+    RandomRequest(unsigned randomNumber, Counts& tally)
+        : Request("random", 587, 2),
+          number(randomNumber),
+          counts(tally)
     {
         counts.alive.fetch_add(1);
     }
@@ -35,7 +38,8 @@ public:
         counts.ran.fetch_add(1);
         for (unsigned i = 0; i < number % 8; ++i) {
             progress.check(2, static_cast<int>(i / 4), i / 8.0);
-            if (number % 4096 == 5) std::this_thread::sleep_for(std::chrono::microseconds(number / 4096 % 300));
+            if (number % 4096 == 5)
+                std::this_thread::sleep_for(std::chrono::microseconds(number / 4096 % 300));
         }
         if (number % 64 == 9) throw BadFile(BadFile::badGroup, "a.dxf", 3);
     }
@@ -104,7 +108,8 @@ TEST(RenderQueueStress, PostsCancelsAndSupersedesWhileTheThreadRuns)
                 break;
             case 3: host->update(); break;
             }
-            if (number % 1000 == 1) std::this_thread::sleep_for(std::chrono::microseconds(static_cast<int>(random() % 200)));
+            if (number % 1000 == 1)
+                std::this_thread::sleep_for(std::chrono::microseconds(static_cast<int>(random() % 200)));
         }
         for (RequestKind kind = 0; kind < 5; ++kind) queue->cancel(kind);
         queue->post(1, makeHandle<ExitRequest>());

@@ -6,7 +6,11 @@ namespace belvor {
 
 TEST(RenderQueue, CancelRemovesOneKindAndKeepsTheOrder)
 {
-    const struct { const char* why; RequestKind cancelled; const char* left; } cases[] = {
+    const struct {
+        const char* why;
+        RequestKind cancelled;
+        const char* left;
+    } cases[] = {
         {"every request of the kind", 7, "9b 0d 9e 5f "},
         {"a kind with none", 3, "7a 9b 7c 0d 9e 5f "},
         {"image files are never cancelled", imageFile, "7a 9b 7c 0d 9e 5f "},
@@ -26,7 +30,12 @@ TEST(RenderQueue, CancelRemovesOneKindAndKeepsTheOrder)
 TEST(RenderQueue, CancelReachesTheRequestThatRunsOrIsAboutTo)
 {
     enum When { beforeTheRun, inTheRun, afterTheRun };
-    const struct { const char* why; RequestKind running, cancelled; When when; bool stopped; } cases[] = {
+    const struct {
+        const char* why;
+        RequestKind running, cancelled;
+        When when;
+        bool stopped;
+    } cases[] = {
         {"its own kind", 7, 7, inTheRun, true},
         {"another kind", 7, 8, inTheRun, false},
         {"an image file", imageFile, imageFile, inTheRun, false},
@@ -56,7 +65,11 @@ TEST(Progress, AsksForOneUpdateAtATimeAndKeepsTheBarWithinAStage)
 {
     const auto host = makeHandle<FakeHost>();
     Progress progress(host, "job", 587, 2);
-    const struct { const char* why; int stage; double fraction, highWater; } reports[] = {
+    const struct {
+        const char* why;
+        int stage;
+        double fraction, highWater;
+    } reports[] = {
         {"first report", 0, 0.6, 0.6},
         {"back moves the marker only", 0, 0.2, 0.6},
         {"a new stage", 1, 0.1, 0.1},
@@ -68,7 +81,8 @@ TEST(Progress, AsksForOneUpdateAtATimeAndKeepsTheBarWithinAStage)
         EXPECT_EQ(progress.fraction(), r.fraction) << r.why;
         EXPECT_EQ(progress.highWater(), r.highWater) << r.why;
     }
-    EXPECT_EQ(host->events(), std::vector<std::string>{"progress job"}) << "the first update is still pending";
+    EXPECT_EQ(host->events(), std::vector<std::string>{"progress job"})
+        << "the first update is still pending";
     progress.updateDone();
     progress.progress(3, 1, 0.5);
     EXPECT_EQ(host->events().size(), 2u);

@@ -1,5 +1,5 @@
-#include "tests/render/queue/FakeHost.h"
 #include "render/queue/RenderThread.h"
+#include "tests/render/queue/FakeHost.h"
 
 #include <gtest/gtest.h>
 
@@ -31,11 +31,18 @@ Events eventsOf(const Handle<FakeHost>& host, const Handle<RenderQueue>& queue)
 
 TEST(RenderThread, ShowsWhatFailedAndLivesOn)
 {
-    const struct { const char* why; std::function<void(Reporter&)> work; Events shown; } cases[] = {
-        {"file fault", [](Reporter&) { throw BadFile(BadFile::duplicateBlock, "WALL", "a.dxf", 12); },
+    const struct {
+        const char* why;
+        std::function<void(Reporter&)> work;
+        Events shown;
+    } cases[] = {
+        {"file fault",
+         [](Reporter&) { throw BadFile(BadFile::duplicateBlock, "WALL", "a.dxf", 12); },
          {"bad file Duplicate BLOCK name WALL\nat line 12 in a.dxf"}},
         {"no memory", [](Reporter&) { throw std::bad_alloc(); }, {"warning Out of memory"}},
-        {"system call", [](Reporter&) { throw std::runtime_error("CreateFile: denied"); }, {"warning CreateFile: denied"}},
+        {"system call",
+         [](Reporter&) { throw std::runtime_error("CreateFile: denied"); },
+         {"warning CreateFile: denied"}},
         {"abandoned: nothing to say", [](Reporter&) { throw Reporter::Abandoned(); }, {}},
     };
     for (const auto& c : cases) {
@@ -64,7 +71,8 @@ TEST(RenderThread, ClearsTheRunBeforeItReportsAFailure)
                     throw std::runtime_error("disk full");
                 }));
     queue->post(9, makeHandle<ExitRequest>());
-    EXPECT_EQ(eventsOf(host, queue), (Events{"progress a", "ended a", "sink closed", "warning disk full", "thread ended"}));
+    EXPECT_EQ(eventsOf(host, queue),
+              (Events{"progress a", "ended a", "sink closed", "warning disk full", "thread ended"}));
     EXPECT_FALSE(failing->abandoned());
 }
 
@@ -72,7 +80,9 @@ TEST(RenderThread, RunsRequestsInArrivalOrderAndNoneAfterTheExit)
 {
     const auto host = makeHandle<FakeHost>();
     const auto queue = makeHandle<RenderQueue>();
-    const auto note = [&](const char* name) { return request(name, [&, name](Reporter&) { host->add(name); }); };
+    const auto note = [&](const char* name) {
+        return request(name, [&, name](Reporter&) { host->add(name); });
+    };
     queue->post(7, request("a", [&](Reporter&) {
                     host->add("a");
                     queue->post(7, note("posted by a"));

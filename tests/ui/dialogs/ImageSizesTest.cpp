@@ -7,7 +7,13 @@ namespace belvor {
 TEST(ImageSizes, AChangeInOnePartMovesTheOthers)
 {
     using Number = std::optional<std::uint32_t>;
-    const struct { const char* why; PixelCounts asked, shown; Number width, height; int button; Number kilobytes; } cases[] = {
+    const struct {
+        const char* why;
+        PixelCounts asked, shown;
+        Number width, height;
+        int button;
+        Number kilobytes;
+    } cases[] = {
         {"opened: both fields empty", {800, 600}, {0, 0}, 800, 600, 1, 4230},
         {"a preset over other numbers", {640, 480}, {800, 600}, 640, 480, 0, 2710},
         {"a preset that shares the height", {1024, 768}, {10, 768}, 1024, {}, 2, 6925},

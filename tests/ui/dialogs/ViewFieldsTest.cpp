@@ -1,7 +1,7 @@
 #include "ui/dialogs/ViewFields.h"
 
-#include "app/state/ViewCommands.h"
 #include "ui/dialogs/NumberText.h"
+#include "view/ViewCommands.h"
 
 #include <gtest/gtest.h>
 
@@ -40,9 +40,13 @@ TEST(ViewFields, ShowTheViewInUnitsOfTheUser)
 {
     // A box from (0, 0, 0) to (2, 4, 6) metres as Whole Model shows it.
     const ViewFields box(wholeModel(freshView(), {800, 600}), {{1, 2, 3}, std::sqrt(14.0)}, {1000.0, 2});
-    const struct { int field; const char* text; } cases[] = {
-        {0, "-9736"}, {1, "-8736"}, {2, "1.177E+04"}, {3, "1000"}, {5, "3000"}, {6, "40"}, {7, "0.4"}, {8, "0.1"},
-        {9, "0.6"}, {10, "-30"}, {11, "60"}, {12, "0"}, {13, "180"}, {22, "-90"}, {23, "30"},
+    const struct {
+        int field;
+        const char* text;
+    } cases[] = {
+        {0, "-9736"}, {1, "-8736"}, {2, "1.177E+04"}, {3, "1000"}, {5, "3000"},
+        {6, "40"},    {7, "0.4"},   {8, "0.1"},       {9, "0.6"},  {10, "-30"},
+        {11, "60"},   {12, "0"},    {13, "180"},      {22, "-90"}, {23, "30"},
     };
     for (const auto& c : cases) EXPECT_EQ(shown(box, c.field), c.text) << "field " << c.field;
     EXPECT_EQ(shown(box, ViewFields::zoom, true), "6265");
@@ -62,7 +66,8 @@ TEST(ViewFields, OnlyWhatWasTypedReachesTheViewOfNow)
     expected.lights[1] = {725, now.lights[1].elevation, 1.5};
     expected.lights[4].elevation = -100;
     const ViewFields fields(someView(), {{10, 20, 30}, 2.0}, {1000.0, 2});
-    const auto typed = typing({{0, 12000}, {2, 30000}, {4, 26000}, {7, 0.5}, {8, 0.0}, {12, 1.5}, {13, 725}, {23, -100}});
+    const auto typed =
+        typing({{0, 12000}, {2, 30000}, {4, 26000}, {7, 0.5}, {8, 0.0}, {12, 1.5}, {13, 725}, {23, -100}});
     EXPECT_EQ(fields.applied(now, typed, false), expected);
     EXPECT_EQ(fields.applied(now, {}, false), now);
     expected = now;
@@ -74,7 +79,12 @@ TEST(ViewFields, OnlyWhatWasTypedReachesTheViewOfNow)
 TEST(ViewFields, TheZoomIsReadInTheProjectionThatIsChosen)
 {
     const ViewParameters view = someView();
-    const struct { const char* why; double typed, scale; bool parallel; double zoom; } cases[] = {
+    const struct {
+        const char* why;
+        double typed, scale;
+        bool parallel;
+        double zoom;
+    } cases[] = {
         {"an angle", 90, 10, false, 1.0},
         {"a half turn has no tangent", 180, 10, false, view.zoom},
         {"a negative angle", -1, 10, false, view.zoom},
@@ -94,7 +104,11 @@ TEST(ViewFields, NumbersThatLeadNowhereAreIgnored)
 {
     ViewParameters view = someView();
     view.lights.resize(2);
-    const struct { const char* why; double radius, scale; ViewFields::Typed typed; } cases[] = {
+    const struct {
+        const char* why;
+        double radius, scale;
+        ViewFields::Typed typed;
+    } cases[] = {
         {"infinite position", 2, 1, typing({{0, infinity}})},
         {"infinite light", 2, 1, typing({{7, infinity}, {9, infinity}, {10, -infinity}})},
         {"scale 0", 2, 0, typing({{0, 5}, {3, 5}})},

@@ -6,7 +6,12 @@ namespace belvor {
 
 TEST(ZoomDrag, RectangleKeepsTheProportionsAndReachesTheAnchor)
 {
-    const struct { const char* why; PixelPoint anchor; PixelSize client; PixelRect rectangle; } cases[] = {
+    const struct {
+        const char* why;
+        PixelPoint anchor;
+        PixelSize client;
+        PixelRect rectangle;
+    } cases[] = {
         {"wider than the window: the width counts", {500, 310}, {800, 600}, {300, 225, 501, 376}},
         {"higher than the window: the height counts", {410, 400}, {800, 600}, {267, 200, 534, 401}},
         {"captured mouse above and left of the window", {-400, -300}, {800, 600}, {-400, -300, 1201, 901}},
@@ -19,17 +24,28 @@ TEST(ZoomDrag, RectangleKeepsTheProportionsAndReachesTheAnchor)
 
 TEST(ZoomDrag, FactorIsTheReachInHalvesOfTheWindow)
 {
-    const struct { PixelPoint release; double factor; } cases[] = {
-        {{400, 300}, 0.0}, {{0, 0}, 1.0}, {{400, 450}, 0.5}, {{900, 300}, 1.25}, {{-200, 300}, 1.5}, {{200, 100}, 2.0 / 3.0},
+    const struct {
+        PixelPoint release;
+        double factor;
+    } cases[] = {
+        {{400, 300}, 0.0},  {{0, 0}, 1.0},      {{400, 450}, 0.5},
+        {{900, 300}, 1.25}, {{-200, 300}, 1.5}, {{200, 100}, 2.0 / 3.0},
     };
-    for (const auto& c : cases) EXPECT_DOUBLE_EQ(zoomFactor(c.release, {800, 600}), c.factor) << c.release.x << ',' << c.release.y;
+    for (const auto& c : cases)
+        EXPECT_DOUBLE_EQ(zoomFactor(c.release, {800, 600}), c.factor) << c.release.x << ',' << c.release.y;
     EXPECT_EQ(zoomFactor({5, 5}, {0, 0}), 1.0) << "no area";
 }
 
 TEST(ZoomDrag, TellsAClickFromARectangle)
 {
     using Outcome = ZoomDrag::Outcome;
-    const struct { const char* why; PixelPoint move; bool shows; PixelPoint release; Outcome outcome; } cases[] = {
+    const struct {
+        const char* why;
+        PixelPoint move;
+        bool shows;
+        PixelPoint release;
+        Outcome outcome;
+    } cases[] = {
         {"exactly as far as tolerated", {104, 97}, false, {96, 103}, Outcome::click},
         {"one pixel more across", {105, 100}, true, {105, 100}, Outcome::zoom},
         {"one pixel more down", {100, 104}, true, {100, 104}, Outcome::zoom},

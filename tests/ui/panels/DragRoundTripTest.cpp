@@ -1,9 +1,9 @@
-#include "app/state/PanelRecords.h"
-#include "app/state/ViewCommands.h"
-#include "app/state/ViewEdits.h"
 #include "ui/panels/PlanGeometry.h"
 #include "ui/panels/SlideScale.h"
 #include "ui/panels/SphereProjection.h"
+#include "view/PanelRecords.h"
+#include "view/ViewCommands.h"
+#include "view/ViewEdits.h"
 
 #include <gtest/gtest.h>
 
@@ -35,10 +35,12 @@ TEST(DragRoundTrip, PlanAndElevationShowExactlyWhatWasAskedFor)
 {
     for (int i = 0; i < 2000; ++i) {
         ViewParameters view = randomView();
-        view.parallel = i % 16 == 2;   // its eye is shown near the model wherever it is: only the look-at point is exact
+        view.parallel =
+            i % 16 == 2;   // its eye is shown near the model wherever it is: only the look-at point is exact
         const Thumbnail panel = i % 2 == 0 ? Thumbnail::plan : Thumbnail::elevation;
         const auto drag = static_cast<MarkerDrag>(1 + i / 2 % 4);
-        const ViewMarkers asked = draggedMarkers(viewMarkers(view, panel), drag, {115, 115}, pixel(115), pixel(115));
+        const ViewMarkers asked =
+            draggedMarkers(viewMarkers(view, panel), drag, {115, 115}, pixel(115), pixel(115));
         const ViewMarkers shown = viewMarkers(moveMarkers(view, panel, asked), panel);
         EXPECT_EQ(shown.lookAtH, asked.lookAtH) << i;
         EXPECT_EQ(shown.lookAtV, asked.lookAtV) << i;
@@ -53,8 +55,10 @@ TEST(DragRoundTrip, TheSlideShowsTheEyeWithinAPixel)
         const ViewParameters view = randomView();
         const EyeSlideRecord shown = eyeSlideRecord(view);
         // Below the look-at point: above it the view turns round, and the slide with it.
-        const int lookAt = scale.toPixel(shown.lookAt), y = lookAt + 1 + pixel(std::max(scale.bottom - lookAt - 1, 1));
-        const EyeSlideRecord after = eyeSlideRecord(moveAlongSight(view, draggedSlide(shown, MarkerDrag::eye, scale, y)));
+        const int lookAt = scale.toPixel(shown.lookAt),
+                  y = lookAt + 1 + pixel(std::max(scale.bottom - lookAt - 1, 1));
+        const EyeSlideRecord after =
+            eyeSlideRecord(moveAlongSight(view, draggedSlide(shown, MarkerDrag::eye, scale, y)));
         EXPECT_NEAR(scale.toPixel(after.eye), y, 1) << i;
         EXPECT_NEAR(after.lookAt, shown.lookAt, 1e-9) << i;
     }

@@ -12,7 +12,11 @@ constexpr PixelSize client{115, 115};
 
 TEST(PlanGeometry, MapsPanelUnitsToPixelsAndBackWithHalfAPixelBetween)
 {
-    const struct { double h, v; PixelPoint pixel; double backH, backV; } cases[] = {
+    const struct {
+        double h, v;
+        PixelPoint pixel;
+        double backH, backV;
+    } cases[] = {
         {0, 0, {58, 58}, 1.0 / 115, 1.0 / 115},
         {-0.5, 0.5, {29, 86}, -57.0 / 115, 57.0 / 115},
         {1, -1, {115, 0}, 1, -1},
@@ -30,7 +34,11 @@ TEST(PlanGeometry, MapsPanelUnitsToPixelsAndBackWithHalfAPixelBetween)
 TEST(PlanGeometry, PressTakesTheMarkerWithinTenPixels)
 {
     const ViewMarkers markers{-0.5, 0.5, 0, 0, false};   // eye at (29, 86), look-at point at (58, 58)
-    const struct { int x, y; bool shift; MarkerDrag drag; } cases[] = {
+    const struct {
+        int x, y;
+        bool shift;
+        MarkerDrag drag;
+    } cases[] = {
         {38, 86, false, MarkerDrag::eye},
         {39, 86, false, MarkerDrag::none},   // exactly ten
         {36, 93, false, MarkerDrag::eye},
@@ -39,19 +47,27 @@ TEST(PlanGeometry, PressTakesTheMarkerWithinTenPixels)
         {58, 48, false, MarkerDrag::none},
         {58, 58, true, MarkerDrag::lookAtKeepingDistance},
     };
-    for (const auto& c : cases) EXPECT_EQ(hitMarker(markers, client, c.x, c.y, c.shift), c.drag) << c.x << ", " << c.y;
-    EXPECT_EQ(hitMarker(ViewMarkers{0.05, 0, 0, 0, false}, client, 58, 58, false), MarkerDrag::eye) << "the eye wins";
+    for (const auto& c : cases)
+        EXPECT_EQ(hitMarker(markers, client, c.x, c.y, c.shift), c.drag) << c.x << ", " << c.y;
+    EXPECT_EQ(hitMarker(ViewMarkers{0.05, 0, 0, 0, false}, client, 58, 58, false), MarkerDrag::eye)
+        << "the eye wins";
 }
 
 TEST(PlanGeometry, DragAsksForWhatItsRubberLineShows)
 {
     const ViewMarkers markers{-0.5, 0.5, 0, 0, true};
     const PanelPoint to = pixelToPanel(90, 20, client);
-    const struct { MarkerDrag drag; PixelLine line; ViewMarkers asked; } cases[] = {
+    const struct {
+        MarkerDrag drag;
+        PixelLine line;
+        ViewMarkers asked;
+    } cases[] = {
         {MarkerDrag::eye, {{58, 58}, {90, 20}}, {to.h, to.v, 0, 0, true}},
         {MarkerDrag::lookAt, {{29, 86}, {90, 20}}, {-0.5, 0.5, to.h, to.v, true}},
         {MarkerDrag::eyeKeepingDistance, {{119, -8}, {90, 20}}, {to.h, to.v, to.h + 0.5, to.v - 0.5, true}},
-        {MarkerDrag::lookAtKeepingDistance, {{61, 48}, {90, 20}}, {-0.5 + to.h, 0.5 + to.v, to.h, to.v, true}},
+        {MarkerDrag::lookAtKeepingDistance,
+         {{61, 48}, {90, 20}},
+         {-0.5 + to.h, 0.5 + to.v, to.h, to.v, true}},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(rubberLine(markers, c.drag, client, 90, 20), c.line) << static_cast<int>(c.drag);

@@ -22,8 +22,16 @@ EyeSlideRecord markers(double eye, double lookAt)
 
 TEST(SlideScale, MapsPositionsToPixelsAndBack)
 {
-    const struct { double position; int y; double back; } cases[] = {
-        {-1, 17, -1}, {0, 202, 0}, {1, 387, 1}, {0.61132125765973, 315, 113.0 / 185}, {-0.29516723530087, 147, -55.0 / 185},
+    const struct {
+        double position;
+        int y;
+        double back;
+    } cases[] = {
+        {-1, 17, -1},
+        {0, 202, 0},
+        {1, 387, 1},
+        {0.61132125765973, 315, 113.0 / 185},
+        {-0.29516723530087, 147, -55.0 / 185},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(scale.toPixel(c.position), c.y) << c.position;
@@ -35,9 +43,14 @@ TEST(SlideScale, MapsPositionsToPixelsAndBack)
 
 TEST(SlideScale, StepsByAShareOfTheViewingDistance)
 {
-    const struct { double from; bool retreat, large, keep; double eye, lookAt; } cases[] = {
-        {0.6, false, false, false, 0.54, 0}, {0.6, true, false, false, 0.66, 0},    {0.6, false, true, false, 0.3, 0},
-        {0.6, false, false, true, 0.54, -0.06}, {0.6, true, true, true, 0.9, 0.3},  {0.95, true, true, false, 1, 0},
+    const struct {
+        double from;
+        bool retreat, large, keep;
+        double eye, lookAt;
+    } cases[] = {
+        {0.6, false, false, false, 0.54, 0},      {0.6, true, false, false, 0.66, 0},
+        {0.6, false, true, false, 0.3, 0},        {0.6, false, false, true, 0.54, -0.06},
+        {0.6, true, true, true, 0.9, 0.3},        {0.95, true, true, false, 1, 0},
         {std::nan(""), true, true, false, -1, 0},
     };
     for (const auto& c : cases) {
@@ -51,7 +64,11 @@ TEST(SlideScale, DragAsksForTheMarkersThatItsGhostShows)
 {
     const EyeSlideRecord record = markers(0.5, -0.25);   // 139 pixels apart
     const double to = scale.toPosition(240);
-    const struct { MarkerDrag drag; SlideGhost ghost; double eye, lookAt; } cases[] = {
+    const struct {
+        MarkerDrag drag;
+        SlideGhost ghost;
+        double eye, lookAt;
+    } cases[] = {
         {MarkerDrag::eye, {true, false, 240, 0}, to, -0.25},
         {MarkerDrag::lookAt, {false, true, 0, 240}, 0.5, to},
         {MarkerDrag::eyeKeepingDistance, {true, true, 240, 102}, to, -0.75 + to},
@@ -65,13 +82,15 @@ TEST(SlideScale, DragAsksForTheMarkersThatItsGhostShows)
     }
     EXPECT_EQ(draggedSlide(record, MarkerDrag::eye, scale, -50).eye, -1.0) << "released above the scale";
     EXPECT_EQ(draggedSlide(record, MarkerDrag::lookAt, scale, 5000).lookAt, 1.0) << "released below it";
-    EXPECT_EQ(hitMarker(record, SlideScale({43, 30}, 17), 21, 15, false), MarkerDrag::none) << "too small to show anything";
+    EXPECT_EQ(hitMarker(record, SlideScale({43, 30}, 17), 21, 15, false), MarkerDrag::none)
+        << "too small to show anything";
 }
 
 TEST(SlideScale, BarAndLineOfTheModel)
 {
     EXPECT_EQ(extentBar({}, scale, {43, 405}, 16), (PixelRect{13, 147, 29, 257}));
-    const std::vector<PixelLine> pieces{{{21, 17}, {21, 182}}, {{21, 222}, {21, 299}}, {{21, 331}, {21, 386}}};
+    const std::vector<PixelLine> pieces{
+        {{21, 17}, {21, 182}}, {{21, 222}, {21, 299}}, {{21, 331}, {21, 386}}};
     EXPECT_EQ(slideLine({}, scale), pieces);
     EXPECT_EQ(slideLine(markers(36.0 / 185, 0), scale).size(), 2u) << "the gaps close at 36 pixels";
     EXPECT_EQ(slideLine(markers(1.0, 0), scale).size(), 2u) << "nothing below an eye at the end";

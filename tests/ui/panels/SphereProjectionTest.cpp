@@ -14,13 +14,17 @@ const SphereDisc disc({115, 147});   // centre (57, 57), rings 13 pixels apart
 
 TEST(SphereProjection, DirectionsToPixels)
 {
-    const struct { double bearing, elevation; PixelPoint pixel; } cases[] = {
-        {-45, 30, {33, 81}}, {0, 0, {57, 109}}, {90, 0, {109, 57}}, {180, 0, {57, 5}}, {-90, 0, {5, 57}}, {0, 90, {57, 57}},
-        {-30, 60, {49, 72}}, {-30, 30, {40, 87}},
-        {-30, 30.9, {40, 87}},    // whole degrees count
-        {-30, -30.9, {40, 87}},   // below the equator: its mirror
+    const struct {
+        double bearing, elevation;
+        PixelPoint pixel;
+    } cases[] = {
+        {-45, 30, {33, 81}},    {0, 0, {57, 109}},   {90, 0, {109, 57}},
+        {180, 0, {57, 5}},      {-90, 0, {5, 57}},   {0, 90, {57, 57}},
+        {-30, 60, {49, 72}},    {-30, 30, {40, 87}}, {-30, 30.9, {40, 87}},   // whole degrees count
+        {-30, -30.9, {40, 87}},                                               // below the equator: its mirror
     };
-    for (const auto& c : cases) EXPECT_EQ(disc.toPixel({c.bearing, c.elevation}), c.pixel) << c.bearing << ", " << c.elevation;
+    for (const auto& c : cases)
+        EXPECT_EQ(disc.toPixel({c.bearing, c.elevation}), c.pixel) << c.bearing << ", " << c.elevation;
     EXPECT_EQ(SphereDisc({94, 126}).ring(1), (PixelRect{36, 36, 58, 58}));
     EXPECT_FALSE(SphereDisc({11, 43}).usable());
 }
@@ -28,20 +32,32 @@ TEST(SphereProjection, DirectionsToPixels)
 TEST(SphereProjection, PixelsToDirections)
 {
     constexpr SphereKeys free{}, snap{true, false}, below{false, true}, both{true, true};
-    const struct { int x, y; SphereKeys keys; double bearing, elevation; } cases[] = {
-        {57, 57, free, 0, 90}, {57, 109, free, 0, 0},
-        {200, 57, free, 90, 0}, {57, 0, free, 180, 0},   // outside the rim: the horizon
-        {70, 70, free, 45, 58.1801948466054}, {100, 30, free, 122.124998440388, 2.12190732840389},
-        {70, 70, snap, 45, 35.2643896827547}, {83, 57, snap, 90, 35.2643896827547},
-        {97, 57, snap, 90, 35.2643896827547}, {105, 57, snap, 90, 0}, {60, 58, snap, 90, 90},
-        {70, 70, below, 45, -58.1801948466054}, {70, 70, both, 45, -35.2643896827547},
+    const struct {
+        int x, y;
+        SphereKeys keys;
+        double bearing, elevation;
+    } cases[] = {
+        {57, 57, free, 0, 90},
+        {57, 109, free, 0, 0},
+        {200, 57, free, 90, 0},
+        {57, 0, free, 180, 0},   // outside the rim: the horizon
+        {70, 70, free, 45, 58.1801948466054},
+        {100, 30, free, 122.124998440388, 2.12190732840389},
+        {70, 70, snap, 45, 35.2643896827547},
+        {83, 57, snap, 90, 35.2643896827547},
+        {97, 57, snap, 90, 35.2643896827547},
+        {105, 57, snap, 90, 0},
+        {60, 58, snap, 90, 90},
+        {70, 70, below, 45, -58.1801948466054},
+        {70, 70, both, 45, -35.2643896827547},
     };
     for (const auto& c : cases) {
         const SphereDirection d = disc.toDirection(c.x, c.y, c.keys);
         EXPECT_NEAR(d.bearing, c.bearing, 1e-11) << c.x << ", " << c.y;
         EXPECT_NEAR(d.elevation, c.elevation, 1e-11) << c.x << ", " << c.y;
     }
-    EXPECT_FALSE(std::signbit(disc.toDirection(200, 57, below).elevation)) << "the horizon is neither above nor below";
+    EXPECT_FALSE(std::signbit(disc.toDirection(200, 57, below).elevation))
+        << "the horizon is neither above nor below";
 }
 
 TEST(SphereProjection, PressTakesTheEyeFirstAndOnlyLightsThatAreOn)
@@ -63,7 +79,12 @@ TEST(SphereProjection, PressTakesTheEyeFirstAndOnlyLightsThatAreOn)
 
 TEST(SphereProjection, ArrowsStandInACrossAndTurnTheEye)
 {
-    const struct { SphereArrow arrow; bool large; SphereDirection turned; ArrowPlace place; } cases[] = {
+    const struct {
+        SphereArrow arrow;
+        bool large;
+        SphereDirection turned;
+        ArrowPlace place;
+    } cases[] = {
         {SphereArrow::right, false, {180.5, 89}, {66, 127, 15, 18}},
         {SphereArrow::left, true, {174.5, 89}, {34, 127, 15, 18}},
         {SphereArrow::up, true, {179.5, 94}, {49, 113, 17, 16}},   // over the pole: the answer turns it round

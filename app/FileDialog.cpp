@@ -1,0 +1,54 @@
+#include "app/FileDialog.h"
+
+#include "platform/Utf16.h"
+#include "resources/Texts.h"
+
+namespace belvor {
+namespace {
+
+/// Pairs of text and pattern, each ended by a NUL, and one NUL more.
+std::wstring filterText(std::initializer_list<FileFilter> filters)
+{
+    std::wstring text;
+    for (const FileFilter& filter : filters) {
+        text += toWide(textOf(filter.text));
+        text += L'\0';
+        text += filter.pattern;
+        text += L'\0';
+    }
+    return text;
+}
+
+}   // namespace
+
+FileDialog::FileDialog(HWND owner, Purpose purpose, int titleText, std::initializer_list<FileFilter> choices,
+                       const wchar_t* defaultExtension)
+    : kind(purpose),
+      title(titleText == 0 ? L"" : toWide(textOf(titleText))),
+      filters(filterText(choices)),
+      extension(defaultExtension)
+{
+    const bool opens = kind == Purpose::open;
+    record.lStructSize = sizeof record;
+    record.hwndOwner = owner;
+    record.lpstrFilter = filters.c_str();
+    record.nFilterIndex = 1;
+    record.lpstrFile = file;
+    record.nMaxFile = opens ? openLength : saveLength;
+    record.lpstrFileTitle = opens ? fileTitle : nullptr;
+    record.nMaxFileTitle = opens ? titleLength : 0;
+    record.lpstrInitialDir = L"";
+    record.lpstrTitle = titleText == 0 ? nullptr : title.c_str();
+    record.lpstrDefExt = extension.c_str();
+    record.Flags = OFN_EXPLORER | OFN_PATHMUSTEXIST | OFN_HIDEREADONLY
+                   | (opens ? OFN_FILEMUSTEXIST | OFN_READONLY : OFN_OVERWRITEPROMPT);
+}
+
+bool FileDialog::ask()
+{
+    if (!(kind == Purpose::open ? GetOpenFileNameW(&record) : GetSaveFileNameW(&record))) return false;
+    chosen = toUtf8(file);
+    return true;
+}
+
+}   // namespace belvor

@@ -1,0 +1,67 @@
+#include "app/Loading.h"
+
+#include "app/Paths.h"
+#include "errors/Report.h"
+#include "platform/Utf16.h"
+#include "resources/Texts.h"
+
+namespace belvor {
+namespace {
+
+constexpr int unknownTypeText = 612, openTitle = 617, dialogFailedText = 633;
+
+/// The dialog's filters in their order, and the reader that each chooses.
+constexpr FileFilter allModels{620, L"*.thf;*.dxf;*.man"}, things{621, L"*.thf"}, dxf{622, L"*.dxf"},
+    man{623, L"*.man"}, allFiles{624, L"*.*"};
+
+FileType typeOf(DWORD filter, const std::string& path)
+{
+    switch (filter) {
+    case 2: return FileType::things;
+    case 3: return FileType::dxf;
+    case 4: return FileType::man;
+    default: return fileTypeOf(path);
+    }
+}
+
+}   // namespace
+
+Loading::Loading(HWND mainWindow, Belvor& shown, Saving& save, RecentFileList& recentFiles)
+    : window(mainWindow),
+      belvor(shown),
+      saving(save),
+      recent(recentFiles),
+      dialog(mainWindow, FileDialog::Purpose::open, openTitle, {allModels, things, dxf, man, allFiles},
+             L"thf")
+{}
+
+void Loading::openModel()
+{
+    if (!saving.querySave()) return;
+    if (dialog.ask()) return loadFile(dialog.path(), typeOf(dialog.filter(), dialog.path()));
+    if (const DWORD status = CommDlgExtendedError(); status != 0)
+        setStatus(window, textOf(dialogFailedText), static_cast<unsigned>(status));
+}
+
+void Loading::openRecent(UINT id)
+{
+    const std::string* const entry = recent.pathOf(id);
+    if (!entry) return;
+    const std::string path = *entry;   // the question lets other commands in
+    if (saving.querySave()) loadFile(path, fileTypeOf(path));
+}
+
+void Loading::openFile(const std::wstring& path)
+{
+    const std::string full = toUtf8(fullPath(path));
+    if (saving.querySave()) loadFile(full, fileTypeOf(full));
+}
+
+void Loading::loadFile(const std::string& path, FileType type)
+{
+    if (type == FileType::unknown) return setStatus(window, textOf(unknownTypeText), path.c_str());
+    belvor.load(path, type);
+    if (type == fileTypeOf(path)) recent.add(path);
+}
+
+}   // namespace belvor

@@ -1,0 +1,289 @@
+#include "app/MainWindow.h"
+
+#include "app/Commands.h"
+#include "app/Help.h"
+#include "app/MessageLoop.h"
+#include "app/PanelRequests.h"
+#include "app/Paths.h"
+#include "app/StatusHelp.h"
+#include "errors/Report.h"
+#include "platform/FileNames.h"
+#include "platform/Utf16.h"
+#include "platform/Win32Error.h"
+#include "platform/win32/Window.h"
+#include "resources/Texts.h"
+#include "resources/ids.h"
+#include "ui/Messages.h"
+#include "ui/panels/FocusRing.h"
+#include "view/WindowLayout.h"
+
+#include <commctrl.h>
+#include <shellapi.h>
+
+#include <algorithm>
+#include <limits>
+
+namespace belvor {
+namespace {
+
+constexpr int startText = 124, titleText = 125, unknownCommandText = 631, unexpectedSenderText = 632,
+              noAcceleratorsText = 634;
+constexpr int firstBottomMargin = 30;   // until the first layout knows the status bar's height
+
+constexpr UINT modelCommands[] = {ID_WHOLEMODEL,     ID_INCREASEZOOM,   ID_CENTRELOOKAT,   ID_PREVIOUSVIEW,
+                                  ID_VIEWPARAMETERS, ID_SAVEPARAMETERS, ID_LOADPARAMETERS, ID_SAVE,
+                                  ID_SAVEAS,         ID_MODELPROPERTIES};
+
+void requireLayout(bool done)
+{
+    if (!done) throw Win32Error("WM_SIZE");
+}
+
+unsigned shownHandle(HWND window) { return static_cast<unsigned>(reinterpret_cast<std::uintptr_t>(window)); }
+
+}   // namespace
+
+MainWindow::MainWindow(HWND owner)
+    : window(owner),
+      core(owner),
+      recent(owner),
+      saver(owner, core),
+      loader(owner, core, saver, recent),
+      dialogSet(owner, core),
+      fullScreen(owner)
+{}
+
+MainWindow::~MainWindow() = default;
+
+LRESULT MainWindow::handle(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    switch (message) {
+    case WM_CREATE: create(*reinterpret_cast<const CREATESTRUCTW*>(lParam)); return 0;
+    case WM_SIZE: size(wParam, LOWORD(lParam), HIWORD(lParam)); return 0;
+    case WM_ACTIVATE: activate(LOWORD(wParam) != WA_INACTIVE); break;
+    case WM_GETMINMAXINFO: fullScreen.limit(*reinterpret_cast<MINMAXINFO*>(lParam)); return 0;
+    case WM_CLOSE: close(); return 0;
+    case WM_DESTROY:
+        setReportWindow(nullptr);
+        PostQuitMessage(0);
+        return 0;
+    case WM_COMMAND: command(wParam, lParam); return 0;
+    case WM_MENUSELECT: showMenuHelp(window, statusBar, recent, wParam, lParam); return 0;
+    case WM_KEYDOWN:
+        if (wParam == VK_TAB) focusNextControl(core.windows.controls, GetKeyState(VK_SHIFT) < 0);
+        break;
+    case WM_HELP: openHelp(window); return TRUE;
+    case WM_NOTIFY: return notify(*reinterpret_cast<NMHDR*>(lParam));
+    case WM_DRAWITEM:
+        if (wParam == ID_STATUSBAR) ProgressDisplay::draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
+        return TRUE;
+    case WM_DROPFILES: fileDropped(reinterpret_cast<HDROP>(wParam)); return 0;
+    case UM_IMAGESIZE: setImageSize(wParam, lParam); return 0;
+    case UM_PROGRESS:
+        if (progress) progress->start(*reinterpret_cast<Progress*>(wParam));
+        return progress.has_value();
+    case UM_ADDTOOL: return SendMessageW(toolTip, TTM_ADDTOOLW, 0, lParam);
+    case UM_DELTOOL: return SendMessageW(toolTip, TTM_DELTOOLW, 0, lParam);
+    case UM_MODELLOADED:
+        modelLoaded(reinterpret_cast<const char*>(wParam), reinterpret_cast<Model*>(lParam));
+        return 0;
+    case UM_THREADENDED:
+        // This object is gone when the call returns.
+        if (!DestroyWindow(window)) throw Win32Error("DestroyWindow");
+        return 0;
+    default:
+        if (applyPanelRequest(core, message, wParam, lParam)) return 0;
+    }
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+void MainWindow::create(const CREATESTRUCTW& record)
+{
+    setReportWindow(window);
+    toolTip =
+        CreateWindowExW(0, TOOLTIPS_CLASSW, L"ToolTip", WS_POPUP | WS_VISIBLE, CW_USEDEFAULT, CW_USEDEFAULT,
+                        CW_USEDEFAULT, CW_USEDEFAULT, window, nullptr, record.hInstance, nullptr);
+    statusBar = CreateStatusWindowW(
+        static_cast<LONG>(WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | CCS_BOTTOM | SBARS_SIZEGRIP),
+        toWide(textOf(startText)).c_str(), window, ID_STATUSBAR);
+    progress.emplace(window, statusBar);
+    RECT client{};
+    GetClientRect(window, &client);
+    const LONG left = client.right - WindowLayout::controlsWidth, bottom = client.bottom - firstBottomMargin;
+    core.windows.display = createChild(L"Display", L"Drawing", ID_DISPLAY, 0, {0, 0, left, bottom});
+    core.windows.controls = createChild(L"Controls", L"ControlPanel", ID_CONTROLS,
+                                        WS_CLIPCHILDREN | WS_DISABLED, {left, 0, client.right, bottom});
+    accelerators = LoadAcceleratorsW(record.hInstance, MAKEINTRESOURCEW(ID_ACCELERATORS));
+    if (!accelerators) setStatus(window, textOf(noAcceleratorsText), static_cast<int>(GetLastError()));
+    DragAcceptFiles(window, TRUE);
+}
+
+HWND MainWindow::createChild(const wchar_t* className, const wchar_t* name, int id, DWORD style,
+                             const RECT& place) const
+{
+    return CreateWindowExW(0, className, name, WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | style, place.left,
+                           place.top, place.right - place.left, place.bottom - place.top, window,
+                           reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
+                           reinterpret_cast<HINSTANCE>(GetWindowLongPtrW(window, GWLP_HINSTANCE)), nullptr);
+}
+
+void MainWindow::size(WPARAM type, int width, int height)
+{
+    if (type != SIZE_RESTORED && type != SIZE_MAXIMIZED) return;
+    if (fullScreen.on() && type == SIZE_RESTORED) {
+        fullScreen.end();
+        updateMenu();
+    }
+    layOutChildren(width, height);
+}
+
+void MainWindow::layOutChildren(int width, int height)
+{
+    if (!statusBar) return;   // still being created
+    RECT status;
+    requireLayout(GetWindowRect(statusBar, &status));
+    const WindowLayout layout =
+        layOut({width, height, status.bottom - status.top, fullScreen.on(), showControls, core.image});
+    const auto move = [](HWND child, const PixelArea& area) {
+        requireLayout(!child || MoveWindow(child, area.x, area.y, area.width, area.height, TRUE));
+    };
+    if (!fullScreen.on()) {
+        move(statusBar, layout.status);
+        requireLayout(SendMessageW(statusBar, SB_SETPARTS, WindowLayout::statusParts,
+                                   reinterpret_cast<LPARAM>(layout.partEnds))
+                      != 0);
+        if (showControls) move(core.windows.controls, layout.controls);
+    }
+    move(core.windows.display, layout.display);
+    // What a smaller drawing area leaves is the window's own to paint.
+    InvalidateRect(window, nullptr, TRUE);
+}
+
+void MainWindow::layOutAgain()
+{
+    RECT client;
+    requireLayout(GetClientRect(window, &client));
+    if (!IsIconic(window)) layOutChildren(client.right, client.bottom);
+}
+
+void MainWindow::updateMenu()
+{
+    const HMENU menu = GetMenu(window);
+    CheckMenuItem(menu, ID_FULLSCREEN, fullScreen.on() ? MF_CHECKED : MF_UNCHECKED);
+    CheckMenuItem(menu, ID_SHOWCONTROLS, showControls ? MF_CHECKED : MF_UNCHECKED);
+    EnableMenuItem(menu, ID_SHOWCONTROLS, fullScreen.on() ? MF_GRAYED : MF_ENABLED);
+    ShowWindow(core.windows.controls, showControls && !fullScreen.on() ? SW_SHOW : SW_HIDE);
+    ShowWindow(statusBar, fullScreen.on() ? SW_HIDE : SW_SHOW);
+}
+
+void MainWindow::toggleFullScreen()
+{
+    fullScreen.toggle();
+    updateMenu();
+    layOutAgain();
+}
+
+void MainWindow::leaveFullScreen()
+{
+    if (fullScreen.on()) toggleFullScreen();
+}
+
+void MainWindow::toggleControls()
+{
+    showControls = !showControls;
+    updateMenu();
+    layOutAgain();
+}
+
+void MainWindow::activate(bool active)
+{
+    if (active) setActiveWindow(window, accelerators);
+    else setActiveWindow(nullptr, nullptr);
+}
+
+void MainWindow::close()
+{
+    // Once is enough, and not while a box is open that must be answered first.
+    if (core.closing() || !IsWindowEnabled(window)) return;
+    if (saver.querySave() && !core.closing()) core.shutDown();
+}
+
+void MainWindow::command(WPARAM wParam, LPARAM lParam)
+{
+    const UINT id = LOWORD(wParam);
+    if (id == ID_REDRAWPANEL) return redrawRequest(wParam, lParam);
+    endMenuHelp(statusBar);
+    if (core.closing() || !IsWindowEnabled(window)) return;
+    if (!runCommand(*this, id))
+        setStatus(window, textOf(unknownCommandText), shownHandle(window), HIWORD(wParam),
+                  static_cast<int>(id), shownHandle(reinterpret_cast<HWND>(lParam)));
+}
+
+void MainWindow::redrawRequest(WPARAM wParam, LPARAM lParam)
+{
+    const HWND sender = reinterpret_cast<HWND>(lParam);
+    if (!sender) return core.redraw(core.windows.display, 0);
+    switch (HIWORD(wParam)) {
+    case ID_DISPLAY: return core.redraw(sender, 0);
+    case ID_PLAN: return core.redraw(sender, 1);
+    case ID_ELEVATION: return core.redraw(sender, 2);
+    default: fatal(textOf(unexpectedSenderText), static_cast<int>(LOWORD(wParam)));
+    }
+}
+
+void MainWindow::setImageSize(WPARAM width, LPARAM height)
+{
+    constexpr auto largest = static_cast<std::uint64_t>(std::numeric_limits<int>::max());
+    if (width == 0 || height == 0) return;
+    core.image.width = static_cast<int>(std::min<std::uint64_t>(width, largest));
+    core.image.height =
+        static_cast<int>(std::min<std::uint64_t>(static_cast<std::uint64_t>(height), largest));
+    layOutAgain();
+    core.redraw(core.windows.display, 0);   // other proportions need not change the number of pixels
+}
+
+void MainWindow::modelLoaded(const char* path, Model* model)
+{
+    if (!model || core.closing()) return;
+    const std::string full = toUtf8(fullPath(toWide(path)));
+    saver.forgetName();
+    core.takeModel(Handle<Model>(model), full);
+    for (const UINT id : modelCommands) EnableMenuItem(GetMenu(window), id, MF_ENABLED);
+    EnableWindow(core.windows.controls, TRUE);
+    SetWindowTextW(window, toWide(filledText(titleText, fileName(full))).c_str());
+    dialogSet.modelChanged();
+}
+
+void MainWindow::fileDropped(HDROP drop)
+{
+    std::wstring path(DragQueryFileW(drop, 0, nullptr, 0), L'\0');
+    DragQueryFileW(drop, 0, path.data(), static_cast<UINT>(path.size()) + 1);
+    DragFinish(drop);
+    if (!path.empty() && !core.closing() && IsWindowEnabled(window)) loader.openFile(path);
+}
+
+LRESULT MainWindow::notify(NMHDR& header)
+{
+    if (header.code != TTN_GETDISPINFOW) return 0;
+    auto& request = reinterpret_cast<NMTTDISPINFOW&>(header);
+    const UINT_PTR id = request.uFlags & TTF_IDISHWND
+                            ? static_cast<UINT_PTR>(GetDlgCtrlID(reinterpret_cast<HWND>(header.idFrom)))
+                            : header.idFrom;
+    request.lpszText = MAKEINTRESOURCEW(id);
+    request.hinst = reinterpret_cast<HINSTANCE>(GetWindowLongPtrW(window, GWLP_HINSTANCE));
+    return 0;
+}
+
+void registerMainWindow(HINSTANCE module)
+{
+    WNDCLASSEXW record = windowClass<MainWindow>(module, L"Belvor");
+    record.hIcon = LoadIconW(module, MAKEINTRESOURCEW(ID_ICON));
+    record.hIconSm = static_cast<HICON>(LoadImageW(module, MAKEINTRESOURCEW(ID_ICON), IMAGE_ICON,
+                                                   GetSystemMetrics(SM_CXSMICON),
+                                                   GetSystemMetrics(SM_CYSMICON), LR_SHARED));
+    record.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_APPWORKSPACE + 1);
+    record.lpszMenuName = L"MENU";
+    if (!RegisterClassExW(&record)) throw Win32Error("RegisterClass Belvor");
+}
+
+}   // namespace belvor

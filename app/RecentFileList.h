@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/win32/Windows.h"
+#include "view/RecentPaths.h"
+
+#include <string>
+
+namespace belvor {
+
+/// The files opened last, in the File menu and from one run of the program to the next.
+/// What the registry does not take is lost silently.
+class RecentFileList {
+public:
+    /// Reads the list and puts it into the menu of `mainWindow`.
+    explicit RecentFileList(HWND mainWindow);
+    RecentFileList(const RecentFileList&) = delete;
+    RecentFileList& operator=(const RecentFileList&) = delete;
+    /// Writes the list.
+    ~RecentFileList();
+
+    /// Puts `path` (UTF-8, full) to the front, in the menu too.
+    void add(const std::string& path);
+    /// The path that command `id` opens; none for a number without an entry.
+    const std::string* pathOf(UINT id) const noexcept;
+
+private:
+    void load();
+    void save() const;
+    void rebuildMenu();
+
+    HWND owner;
+    RecentPaths paths;
+    int itemsInMenu = 1;   // the placeholder
+};
+
+}   // namespace belvor

@@ -1,0 +1,39 @@
+#include "app/WindowHost.h"
+
+#include "errors/Report.h"
+#include "platform/Win32Error.h"
+#include "render/queue/Progress.h"
+#include "resources/ids.h"
+#include "scene/Model.h"
+#include "ui/Messages.h"
+
+#include <commctrl.h>
+
+namespace belvor {
+
+void WindowHost::progressMade(Progress& progress) { send(window, UM_PROGRESS, progress); }
+
+void WindowHost::progressEnded(const Progress& progress) noexcept
+{
+    // Part 2 first: the status bar holds the address of `progress` until its text is another.
+    const HWND statusBar = GetDlgItem(window, ID_STATUSBAR);
+    for (const WPARAM part : {2, 1, 0})
+        if (part != 0 || !progress.abandoned())
+            SendMessageW(statusBar, SB_SETTEXTW, part, reinterpret_cast<LPARAM>(L""));
+}
+
+void WindowHost::modelLoaded(const std::string& path, Model* model)
+{
+    SendMessageW(window, UM_MODELLOADED, reinterpret_cast<WPARAM>(path.c_str()),
+                 reinterpret_cast<LPARAM>(model));
+}
+
+void WindowHost::threadEnded()
+{
+    if (!PostMessageW(window, UM_THREADENDED, 0, 0)) throw Win32Error("PostMessage");
+}
+
+void WindowHost::showBadFile(const BadFile& fault) { belvor::showBadFile(fault); }
+void WindowHost::warning(const std::string& text) { belvor::warning(text); }
+
+}   // namespace belvor

@@ -1,0 +1,48 @@
+#include "view/RecentPaths.h"
+
+#include <gtest/gtest.h>
+
+namespace belvor {
+
+TEST(RecentPaths, KeepTheEightOpenedLast)
+{
+    RecentPaths recent;
+    for (const char* path : {"a", "b", "c", "d", "e", "f", "g", "h", "c", "C"}) recent.add(path);
+    const std::vector<std::string> kept{"C", "c", "h", "g",
+                                        "f", "e", "d", "b"};   // moved, not repeated; the oldest dropped
+    EXPECT_EQ(recent.entries(), kept);
+}
+
+TEST(RecentPaths, ShortenNamesAtASeparator)
+{
+    const struct {
+        const char *why, *path, *shown;
+    } cases[] = {
+        {"19 characters", "C:\\models\\tower.thf", "C:\\models\\tower.thf"},
+        {"several folders", "C:\\m\\x\\y\\bridges\\tower.thf", "C:\\...\\tower.thf"},
+        {"server and share stay", "\\\\server\\share\\models\\tower.thf",
+         "\\\\server\\share\\...\\tower.thf"},
+        {"nothing to cut", "C:\\a_very_long_file_name_indeed.dxf", "C:\\a_very_long_file_name_indeed.dxf"},
+        {"the file name is never cut", "C:\\d\\a_very_long_file_name_indeed.dxf",
+         "C:\\...\\a_very_long_file_name_indeed.dxf"},
+        {"a relative path", "models/sub/other/tower.thf", ".../other/tower.thf"},
+        {"as much of the end as fits", "/models/a/b/tower.thf", "/.../a/b/tower.thf"},
+        {"no separator at all", "a_very_long_file_name_indeed.dxf", "a_very_long_file_name_indeed.dxf"},
+        {"a share without a file", "\\\\a_long_server_name\\share", "\\\\a_long_server_name\\share"},
+        {"characters count, not bytes", "C:\\äöüäöüä\\tower.thf", "C:\\äöüäöüä\\tower.thf"},
+        {"those beyond 16 bits twice", "C:\\\U0001F600\U0001F600\U0001F600\U0001F600\\tower.thf",
+         "C:\\...\\tower.thf"},
+    };
+    for (const auto& c : cases) EXPECT_EQ(displayName(c.path), c.shown) << c.why;
+}
+
+TEST(RecentPaths, MenuTextsHaveADigitToPress)
+{
+    RecentPaths recent;
+    recent.add("C:\\R&D\\b.thf");
+    recent.add(std::string(600, 'x'));
+    EXPECT_EQ(recent.menuText(0), "&1 " + std::string(500, 'x'));
+    EXPECT_EQ(recent.menuText(1), "&2 C:\\R&&D\\b.thf");
+}
+
+}   // namespace belvor

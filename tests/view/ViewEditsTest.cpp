@@ -1,0 +1,180 @@
+#include "view/ViewEdits.h"
+
+#include "view/SceneBuilder.h"
+#include "view/ViewCommands.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <random>
+
+using namespace belvor;
+
+namespace {
+
+const ModelPlace boxPlace{{1, 2, 3}, 3.74165738677394};   // a box of 2 × 4 × 6, a corner at the origin
+
+ViewParameters wholeModelView(bool parallel = false)
+{
+    ViewParameters view = wholeModel(freshView(), ImageSize{800, 600});
+    view.imageSaved = true;
+    view.parallel = parallel;
+    return view;
+}
+
+void expectPoint(const Point<3>& actual, const Point<3>& expected, const char* why)
+{
+    for (int axis = 0; axis < 3; ++axis)
+        EXPECT_NEAR(actual[axis], expected[axis], 1e-11 * std::max(1.0, std::fabs(expected[axis])))
+            << why << ", axis " << axis;
+}
+
+/// Equal and still saved: what setView drops without a trace.
+void expectUntouched(const ViewParameters& next, const ViewParameters& view, const char* why)
+{
+    EXPECT_EQ(next, view) << why;
+    EXPECT_TRUE(next.imageSaved) << why;
+}
+
+}   // namespace
+
+TEST(ViewEdits, PlanDragSetsWhatThePanelShowsAndKeepsTheRest)
+{
+    const ViewParameters view = wholeModelView();
+    const ViewParameters next = moveMarkers(view, Thumbnail::plan, {0.25, -0.5, 0, 0, false});
+    expectPoint(next.eye, {0.5, 1, 2.34473197831402}, "eye");
+    EXPECT_EQ(next.lookAt, view.lookAt);
+    EXPECT_FALSE(next.imageSaved);
+
+    ViewMarkers asked = viewMarkers(view, Thumbnail::elevation);
+    asked.lookAtH = 0.1, asked.lookAtV = -0.2;
+    const ViewParameters tilted = moveMarkers(view, Thumbnail::elevation, asked);
+    EXPECT_EQ(tilted.lookAt, (Point<3>{0.2, 0, 0.4}));
+    EXPECT_EQ(tilted.eye, view.eye) << "an undragged marker comes back bit for bit";
+
+    const ViewParameters parallel = wholeModelView(true);
+    asked = viewMarkers(parallel, Thumbnail::plan);
+    asked.eyeH += 0.125, asked.lookAtH += 0.125;   // the whole sight line is shifted: no tilt
+    const ViewParameters shifted = moveMarkers(parallel, Thumbnail::plan, asked);
+    expectPoint(shifted.lookAt, {0.25, 0, 0}, "look-at point");
+    expectPoint(shifted.eye, shifted.lookAt + 1.7 * (parallel.eye - parallel.lookAt).unit(),
+                "the eye in the same direction");
+    asked.eyeH += 0.5;
+    EXPECT_NEAR((moveMarkers(parallel, Thumbnail::plan, asked).eye - shifted.lookAt).length(), 1.7, 1e-12)
+        << "as far as shown";
+}
+
+TEST(ViewEdits, AnsweredMarkersChangeNothing)
+{
+    std::mt19937 random(7);
+    std::uniform_real_distribution<double> coordinate(-5, 5);
+    for (int i = 0; i < 1000; ++i) {
+        ViewParameters view = wholeModelView(i % 2 == 0);
+        view.eye = {coordinate(random), coordinate(random), coordinate(random)};
+        view.lookAt = {coordinate(random), coordinate(random), coordinate(random)};
+        expectUntouched(moveMarkers(view, Thumbnail::plan, viewMarkers(view, Thumbnail::plan)), view, "plan");
+        expectUntouched(moveMarkers(view, Thumbnail::elevation, viewMarkers(view, Thumbnail::elevation)),
+                        view, "elevation");
+        expectUntouched(moveAlongSight(view, eyeSlideRecord(view)), view, "slide");
+        expectUntouched(turn(view, eyeMarker(view)), view, "sphere");
+        expectUntouched(turn(view, *lightMarker(view, 0)), view, "light");
+    }
+}
+
+TEST(ViewEdits, SlideMovesTheEyeAlongTheLineOfSight)
+{
+    const ViewParameters view = wholeModelView(), parallel = wholeModelView(true);
+    EyeSlideRecord asked = eyeSlideRecord(view);
+    const struct {
+        double position;
+        Point<3> eye;
+    } cases[] = {
+        {0.9, {-7.73120447536699, -7.73120447536699, 6.31749851415703}},
+        {1.0, {-798.250892760822, -798.250892760822, 652.285015227415}},   // no eye at infinity
+        {-0.5, {1.22450249386555, 1.22450249386555, -1.00059346641585}},   // past the look-at point
+    };
+    for (const auto& c : cases) {
+        asked.eye = c.position;
+        expectPoint(moveAlongSight(view, asked).eye, c.eye, "eye");
+        EXPECT_EQ(moveAlongSight(view, asked).lookAt, view.lookAt);
+    }
+    asked = eyeSlideRecord(parallel);
+    asked.eye = 0.9;
+    expectUntouched(moveAlongSight(parallel, asked), parallel, "the slide shows the eye at its end");
+    asked.lookAt = -0.5;
+    const ViewParameters next = moveAlongSight(parallel, asked);
+    expectPoint(next.lookAt, {1.22450249386555, 1.22450249386555, -1.00059346641585},
+                "two radii behind the centre");
+    expectPoint(next.eye, next.lookAt + (parallel.eye - parallel.lookAt), "both points move");
+}
+
+TEST(ViewEdits, SphereAndSlidersChangeTheEyeAndTheLights)
+{
+    const ViewParameters view = wholeModelView();
+    expectPoint(turn(view, {90, 0, 0}).eye, {4.68668256792222, 0, 0}, "from the side");
+    const SphereMarker over = eyeMarker(turn(view, {0, 100, 0}));
+    EXPECT_NEAR(std::fabs(over.bearing), 180, 1e-9) << "over the pole";
+    EXPECT_NEAR(over.elevation, 80, 1e-9);
+
+    EXPECT_EQ(turn(view, {200, -95, 2}).lights[1], (ParallelLightSetting{200, -95, 0}))
+        << "as asked, not wrapped";
+    EXPECT_FALSE(turn(view, {200, -95, 2}).imageSaved);
+    expectUntouched(turn(view, {200, -95, 6}), view, "there are five lights");
+    EXPECT_EQ(removeLight(view, 0).lights[0].intensity, 0.0);
+    expectUntouched(removeLight(view, 1), view, "is off");
+    expectUntouched(removeLight(view, 5), view, "there are five lights");
+
+    EXPECT_NEAR(setIntensity(view, 0, 21).skyIntensity, 10.0, 1e-11);
+    EXPECT_EQ(setIntensity(view, 1, 0).groundIntensity, 0.0);
+    EXPECT_EQ(setIntensity(view, 4, 11).lights[2].intensity, 1.0);
+    EXPECT_NEAR(setIntensity(view, 4, 40).lights[2].intensity, 10.0, 1e-11) << "clamped";
+    const ViewParameters nine = setIntensity(view, 10, 11);
+    ASSERT_EQ(nine.lights.size(), 9u);
+    EXPECT_EQ(nine.lights[7], (ParallelLightSetting{-30, 60, 0}));
+    EXPECT_EQ(nine.lights[8], (ParallelLightSetting{-30, 60, 1}));
+    for (const std::size_t slider : {std::size_t{11}, static_cast<std::size_t>(-1)})
+        expectUntouched(setIntensity(view, slider, 11), view, "a stray message must not allocate");
+}
+
+TEST(ViewEdits, ClickInThePictureMovesTheLookAtPoint)
+{
+    const Point<3> eye{-2.86942724618848, -2.86942724618848, 2.34473197831402};
+    const Point<3> shifted{-3.22757229176457, -1.9563520956518, 3.02384224662244};
+    const struct {
+        bool parallel;
+        int x, y;
+        Point<3> lookAt, eye;
+    } cases[] = {
+        {false, 304, 228, {0, 0, 0}, eye},
+        {false, 100, 50, {-0.445094431196602, 0.808606420670602, 0.744834406570543}, eye},
+        {false, 607, 455, {0.393403937808866, -1.41505868939504, -0.689034370337608}, eye},
+        {true, 304, 228, {0, 0, 0}, eye},
+        {true, 100, 50, {-0.358145045576085, 0.913075150536683, 0.679110268308423}, shifted},
+    };
+    for (const auto& c : cases) {
+        const ViewParameters view = wholeModelView(c.parallel);
+        const Scene scene = buildScene(view, boxPlace, {800, 600}, 608, 456);
+        const ViewParameters next = lookAtPixel(view, *scene.camera, boxPlace.viewToModel(), c.x, c.y);
+        expectPoint(next.lookAt, c.lookAt,
+                    c.parallel ? "parallel, look-at point" : "perspective, look-at point");
+        expectPoint(next.eye, c.eye, c.parallel ? "parallel, eye" : "perspective, eye");
+    }
+}
+
+TEST(ViewEdits, NumbersThatAreNoneAreIgnored)
+{
+    const ViewParameters view = wholeModelView();
+    const double none = std::nan(""), endless = std::numeric_limits<double>::infinity();
+    EXPECT_EQ(zoomBy(view, 1.25).zoom, 0.364 * 1.25);
+    EXPECT_EQ(zoomBy(view, 0.0).zoom, 0.0);
+    for (const double factor : {1.0, -1.0, none, endless})
+        expectUntouched(zoomBy(view, factor), view, "zoom");
+    expectUntouched(moveMarkers(view, Thumbnail::plan, {none, 0, 0, 0, false}), view, "plan");
+    expectUntouched(moveMarkers(view, Thumbnail::elevation, {0, 0, 0, endless, false}), view, "elevation");
+    EyeSlideRecord slide = eyeSlideRecord(view);
+    slide.lookAt = none;
+    expectUntouched(moveAlongSight(view, slide), view, "slide");
+    expectUntouched(turn(view, {endless, 0, 0}), view, "eye");
+    expectUntouched(turn(view, {0, none, 1}), view, "light");
+}

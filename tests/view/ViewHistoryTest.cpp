@@ -1,0 +1,53 @@
+#include "view/ViewHistory.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace belvor {
+namespace {
+
+ViewParameters zoomed(double zoom)
+{
+    ViewParameters view;
+    view.zoom = zoom;
+    return view;
+}
+
+}   // namespace
+
+TEST(ViewHistory, TogglesBetweenTheLastTwoViewsAndKnowsWhichIsSaved)
+{
+    ViewHistory history;
+    EXPECT_TRUE(history.show(history.previous())) << "the default view has its first light off";
+    EXPECT_EQ(history.current().lights[0].intensity, 0.0);
+    history.show(zoomed(0.1));
+    history.markSaved();
+    history.show(zoomed(0.2));
+    for (const double zoom : {0.1, 0.2, 0.1}) {
+        EXPECT_TRUE(history.show(history.previous()));
+        EXPECT_EQ(history.current().zoom, zoom);
+        EXPECT_EQ(history.current().imageSaved, zoom == 0.1);
+    }
+}
+
+TEST(ViewHistory, KeepsThePreviousViewWhenNothingChanges)
+{
+    ViewHistory history;
+    history.show(zoomed(0.1));
+    history.show(zoomed(0.2));
+    ViewParameters saved = zoomed(0.2);
+    saved.imageSaved = true;
+    EXPECT_FALSE(history.show(saved)) << "that it is saved makes no other view";
+    EXPECT_FALSE(history.show(zoomed(std::numeric_limits<double>::quiet_NaN())));
+    EXPECT_FALSE(history.show(zoomed(std::numeric_limits<double>::infinity())));
+    EXPECT_EQ(history.previous().zoom, 0.1);
+
+    history.markSaved();
+    const ViewParameters first = history.current();
+    history.begin(first);
+    EXPECT_FALSE(history.current().imageSaved) << "another model";
+    EXPECT_FALSE(history.show(history.previous())) << "no view before the first";
+}
+
+}   // namespace belvor

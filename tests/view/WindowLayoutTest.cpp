@@ -1,0 +1,40 @@
+#include "view/WindowLayout.h"
+
+#include <gtest/gtest.h>
+
+namespace belvor {
+
+TEST(WindowLayout, GivesTheDrawingAreaTheImagesProportions)
+{
+    const struct {
+        const char* why;
+        WindowShape shape;
+        PixelArea controls, display;
+    } cases[] = {
+        {"at start", {784, 541, 20, false, true, {}}, {608, 0, 176, 521}, {0, 32, 608, 456}},
+        {"without controls the height limits", {784, 541, 20, false, false, {}}, {}, {44, 0, 695, 521}},
+        {"full screen takes the status bar's place", {784, 541, 20, true, true, {}}, {}, {31, 0, 721, 541}},
+        {"half a pixel rounds up", {242, 391, 20, false, false, {}}, {}, {0, 94, 242, 182}},
+        {"narrower than the controls", {100, 391, 20, false, true, {}}, {-76, 0, 176, 371}, {0, 185, 1, 1}},
+        {"lower than the status bar", {784, 10, 20, false, true, {}}, {608, 0, 176, -10}, {303, 0, 1, 1}},
+        {"a very wide image keeps one row",
+         {784, 541, 20, false, false, {2147483647, 1}},
+         {},
+         {0, 260, 784, 1}},
+        {"a very high image keeps one column",
+         {784, 541, 20, false, false, {1, 2147483647}},
+         {},
+         {391, 0, 1, 521}},
+    };
+    for (const auto& c : cases) {
+        const WindowLayout layout = layOut(c.shape);
+        EXPECT_EQ(layout.controls, c.controls) << c.why;
+        EXPECT_EQ(layout.display, c.display) << c.why;
+    }
+    const WindowLayout layout = layOut({784, 541, 20, false, true, {}});
+    EXPECT_EQ(layout.status, (PixelArea{0, 521, 784, 20}));
+    const int fifths[] = {313, 470, 627, 784};
+    for (int part = 0; part < 4; ++part) EXPECT_EQ(layout.partEnds[part], fifths[part]);
+}
+
+}   // namespace belvor

@@ -1,0 +1,26 @@
+#include "view/ProgressText.h"
+
+#include "resources/Texts.h"
+
+namespace belvor {
+namespace {
+
+constexpr int phaseText = 627;
+
+}   // namespace
+
+std::string stageText(int stage, int firstStageText, int stageTexts)
+{
+    if (stageTexts == 0) return filledText(firstStageText, std::to_string(stage + 1));
+    if (stage < stageTexts) return textOf(firstStageText + stage);
+    return filledText(phaseText, std::to_string(stage + 1));
+}
+
+ProgressBar progressBar(int left, int right, double fraction, double highWater) noexcept
+{
+    // The bar's end is rounded, the marker's column is not.
+    return {static_cast<int>((1.0 - highWater) * left + highWater * right + 0.5),
+            static_cast<int>(fraction * right + (1.0 - fraction) * left), fraction != highWater};
+}
+
+}   // namespace belvor

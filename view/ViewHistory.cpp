@@ -1,0 +1,21 @@
+#include "view/ViewHistory.h"
+
+namespace belvor {
+
+bool ViewHistory::show(const ViewParameters& next)
+{
+    if (next == now || !next.finite()) return false;
+    ViewParameters shown = next;   // `next` may be the view before
+    before = now;
+    now = shown;
+    return true;
+}
+
+void ViewHistory::begin(const ViewParameters& first)
+{
+    now = first;
+    now.imageSaved = false;
+    before = now;
+}
+
+}   // namespace belvor

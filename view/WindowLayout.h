@@ -1,0 +1,34 @@
+#pragma once
+
+#include "view/ViewCommands.h"
+
+namespace belvor {
+
+/// In pixels of the main window's client area.
+struct PixelArea {
+    int x = 0, y = 0, width = 0, height = 0;
+    friend bool operator==(const PixelArea&, const PixelArea&) noexcept = default;
+};
+
+/// What decides where the main window's children lie.
+struct WindowShape {
+    int width = 0, height = 0;   ///< The client area, pixels.
+    int statusHeight = 0;
+    bool fullScreen = false;   ///< The drawing area has the window to itself.
+    bool showControls = true;
+    ImageSize image;   ///< The drawing area keeps its proportions.
+};
+
+struct WindowLayout {
+    static constexpr int controlsWidth = 176;
+    static constexpr int statusParts = 4;
+
+    PixelArea status;                 ///< Not moved in full screen.
+    int partEnds[statusParts] = {};   ///< Right ends of the status bar's parts.
+    PixelArea controls;               ///< Only to be moved when shown.
+    PixelArea display;                ///< Never smaller than one pixel.
+};
+
+WindowLayout layOut(const WindowShape& shape) noexcept;
+
+}   // namespace belvor
