@@ -17,11 +17,7 @@
 #include <utility>
 
 namespace belvor {
-namespace {
-
-constexpr int renderingText = 608, thumbnailText = 609;
-
-}   // namespace
+namespace {}   // namespace
 
 Belvor::Belvor(HWND window)
     : mainWindow(window),
@@ -78,7 +74,7 @@ void Belvor::redraw(HWND target, int which)
         drawn = buildThumbnailScene(which == 1 ? Thumbnail::plan : Thumbnail::elevation, where,
                                     bitmap->width(), bitmap->height());
     }
-    const char* const name = textOf(progressive ? renderingText : thumbnailText);
+    const char* const name = textOf(progressive ? Text::rendering : Text::renderingThumbnail);
     queue->post(kindOf(target), makeHandle<RenderRequest>(name, held, drawn.camera, drawn.lights, sink));
 }
 

@@ -1,7 +1,6 @@
 #include "app/FileDialog.h"
 
 #include "platform/Utf16.h"
-#include "resources/Texts.h"
 
 namespace belvor {
 namespace {
@@ -21,10 +20,10 @@ std::wstring filterText(std::initializer_list<FileFilter> filters)
 
 }   // namespace
 
-FileDialog::FileDialog(HWND owner, Purpose purpose, int titleText, std::initializer_list<FileFilter> choices,
+FileDialog::FileDialog(HWND owner, Purpose purpose, Text titleText, std::initializer_list<FileFilter> choices,
                        const wchar_t* defaultExtension)
     : kind(purpose),
-      title(titleText == 0 ? L"" : toWide(textOf(titleText))),
+      title(titleText == Text::none ? L"" : toWide(textOf(titleText))),
       filters(filterText(choices)),
       extension(defaultExtension)
 {
@@ -38,7 +37,7 @@ FileDialog::FileDialog(HWND owner, Purpose purpose, int titleText, std::initiali
     record.lpstrFileTitle = opens ? fileTitle : nullptr;
     record.nMaxFileTitle = opens ? titleLength : 0;
     record.lpstrInitialDir = L"";
-    record.lpstrTitle = titleText == 0 ? nullptr : title.c_str();
+    record.lpstrTitle = titleText == Text::none ? nullptr : title.c_str();
     record.lpstrDefExt = extension.c_str();
     record.Flags = OFN_EXPLORER | OFN_PATHMUSTEXIST | OFN_HIDEREADONLY
                    | (opens ? OFN_FILEMUSTEXIST | OFN_READONLY : OFN_OVERWRITEPROMPT);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/win32/Windows.h"
+#include "resources/Texts.h"
 
 #include <commdlg.h>
 
@@ -9,9 +10,9 @@
 
 namespace belvor {
 
-/// A display text by its number and the pattern it stands for.
+/// A display text and the pattern it stands for.
 struct FileFilter {
-    int text;
+    Text text;
     const wchar_t* pattern;
 };
 
@@ -20,8 +21,8 @@ class FileDialog {
 public:
     enum class Purpose { open, save };
 
-    /// `title`: a text's number, 0 for the system's own. `extension` is added to names without one.
-    FileDialog(HWND owner, Purpose purpose, int title, std::initializer_list<FileFilter> filters,
+    /// `title`: `Text::none` for the system's own. `extension` is added to names without one.
+    FileDialog(HWND owner, Purpose purpose, Text title, std::initializer_list<FileFilter> filters,
                const wchar_t* extension);
     FileDialog(const FileDialog&) = delete;
     FileDialog& operator=(const FileDialog&) = delete;

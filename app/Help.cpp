@@ -12,8 +12,6 @@
 namespace belvor {
 namespace {
 
-constexpr int noHelpText = 629;
-
 std::wstring programFolder()
 {
     const std::wstring program = fullPath(programPath());
@@ -41,7 +39,7 @@ void openHelp(HWND window)
     // it keeps the program waiting in a box of its own.
     const std::wstring file = folder + L"Belvor.hlp";
     if (exists(file) && WinHelpW(window, file.c_str(), HELP_FINDER, 0)) return;
-    setStatus(window, "%s", textOf(noHelpText));
+    setStatus(window, "%s", textOf(Text::helpNotOpened));
 }
 
 }   // namespace belvor

@@ -7,7 +7,12 @@
 namespace belvor {
 namespace {
 
-int firstTextOf(FileType type) { return type == FileType::dxf ? 585 : type == FileType::man ? 586 : 584; }
+Text firstTextOf(FileType type)
+{
+    return type == FileType::dxf   ? Text::dxfStage
+           : type == FileType::man ? Text::manStage
+                                   : Text::thingsStage;
+}
 /// A Things file numbers its objects; the others have one stage.
 int textCountOf(FileType type) { return type == FileType::things ? 0 : 1; }
 

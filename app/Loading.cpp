@@ -8,11 +8,10 @@
 namespace belvor {
 namespace {
 
-constexpr int unknownTypeText = 612, openTitle = 617, dialogFailedText = 633;
-
 /// The dialog's filters in their order, and the reader that each chooses.
-constexpr FileFilter allModels{620, L"*.thf;*.dxf;*.man"}, things{621, L"*.thf"}, dxf{622, L"*.dxf"},
-    man{623, L"*.man"}, allFiles{624, L"*.*"};
+constexpr FileFilter allModels{Text::modelFilesFilter, L"*.thf;*.dxf;*.man"},
+    things{Text::thingsFilter, L"*.thf"}, dxf{Text::dxfFilter, L"*.dxf"}, man{Text::manFilter, L"*.man"},
+    allFiles{Text::allFilesFilter, L"*.*"};
 
 FileType typeOf(DWORD filter, const std::string& path)
 {
@@ -31,8 +30,8 @@ Loading::Loading(HWND mainWindow, Belvor& shown, Saving& save, RecentFileList& r
       belvor(shown),
       saving(save),
       recent(recentFiles),
-      dialog(mainWindow, FileDialog::Purpose::open, openTitle, {allModels, things, dxf, man, allFiles},
-             L"thf")
+      dialog(mainWindow, FileDialog::Purpose::open, Text::openModelTitle,
+             {allModels, things, dxf, man, allFiles}, L"thf")
 {}
 
 void Loading::openModel()
@@ -40,7 +39,7 @@ void Loading::openModel()
     if (!saving.querySave()) return;
     if (dialog.ask()) return loadFile(dialog.path(), typeOf(dialog.filter(), dialog.path()));
     if (const DWORD status = CommDlgExtendedError(); status != 0)
-        setStatus(window, textOf(dialogFailedText), static_cast<unsigned>(status));
+        setStatus(window, textOf(Text::fileDialogFailed), static_cast<unsigned>(status));
 }
 
 void Loading::openRecent(UINT id)
@@ -59,7 +58,7 @@ void Loading::openFile(const std::wstring& path)
 
 void Loading::loadFile(const std::string& path, FileType type)
 {
-    if (type == FileType::unknown) return setStatus(window, textOf(unknownTypeText), path.c_str());
+    if (type == FileType::unknown) return setStatus(window, textOf(Text::unknownFileType), path.c_str());
     belvor.load(path, type);
     if (type == fileTypeOf(path)) recent.add(path);
 }

@@ -26,8 +26,6 @@
 namespace belvor {
 namespace {
 
-constexpr int startText = 124, titleText = 125, unknownCommandText = 631, unexpectedSenderText = 632,
-              noAcceleratorsText = 634;
 constexpr int firstBottomMargin = 30;   // until the first layout knows the status bar's height
 
 constexpr UINT modelCommands[] = {ID_WHOLEMODEL,     ID_INCREASEZOOM,   ID_CENTRELOOKAT,   ID_PREVIOUSVIEW,
@@ -105,7 +103,7 @@ void MainWindow::create(const CREATESTRUCTW& record)
                         CW_USEDEFAULT, CW_USEDEFAULT, window, nullptr, record.hInstance, nullptr);
     statusBar = CreateStatusWindowW(
         static_cast<LONG>(WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | CCS_BOTTOM | SBARS_SIZEGRIP),
-        toWide(textOf(startText)).c_str(), window, ID_STATUSBAR);
+        toWide(textOf(Text::start)).c_str(), window, ID_STATUSBAR);
     progress.emplace(window, statusBar);
     RECT client{};
     GetClientRect(window, &client);
@@ -114,7 +112,7 @@ void MainWindow::create(const CREATESTRUCTW& record)
     core.windows.controls = createChild(L"Controls", L"ControlPanel", ID_CONTROLS,
                                         WS_CLIPCHILDREN | WS_DISABLED, {left, 0, client.right, bottom});
     accelerators = LoadAcceleratorsW(record.hInstance, MAKEINTRESOURCEW(ID_ACCELERATORS));
-    if (!accelerators) setStatus(window, textOf(noAcceleratorsText), static_cast<int>(GetLastError()));
+    if (!accelerators) setStatus(window, textOf(Text::acceleratorsFailed), static_cast<int>(GetLastError()));
     DragAcceptFiles(window, TRUE);
 }
 
@@ -215,7 +213,7 @@ void MainWindow::command(WPARAM wParam, LPARAM lParam)
     endMenuHelp(statusBar);
     if (core.closing() || !IsWindowEnabled(window)) return;
     if (!runCommand(*this, id))
-        setStatus(window, textOf(unknownCommandText), shownHandle(window), HIWORD(wParam),
+        setStatus(window, textOf(Text::unknownCommand), shownHandle(window), HIWORD(wParam),
                   static_cast<int>(id), shownHandle(reinterpret_cast<HWND>(lParam)));
 }
 
@@ -227,7 +225,7 @@ void MainWindow::redrawRequest(WPARAM wParam, LPARAM lParam)
     case ID_DISPLAY: return core.redraw(sender, 0);
     case ID_PLAN: return core.redraw(sender, 1);
     case ID_ELEVATION: return core.redraw(sender, 2);
-    default: fatal(textOf(unexpectedSenderText), static_cast<int>(LOWORD(wParam)));
+    default: fatal(textOf(Text::unexpectedSender), static_cast<int>(LOWORD(wParam)));
     }
 }
 
@@ -250,7 +248,7 @@ void MainWindow::modelLoaded(const char* path, Model* model)
     core.takeModel(Handle<Model>(model), full);
     for (const UINT id : modelCommands) EnableMenuItem(GetMenu(window), id, MF_ENABLED);
     EnableWindow(core.windows.controls, TRUE);
-    SetWindowTextW(window, toWide(filledText(titleText, fileName(full))).c_str());
+    SetWindowTextW(window, toWide(filledText(Text::windowTitle, {fileName(full)})).c_str());
     dialogSet.modelChanged();
 }
 

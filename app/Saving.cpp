@@ -6,27 +6,23 @@
 #include "resources/Texts.h"
 
 namespace belvor {
-namespace {
-
-constexpr int notSavedText = 126, saveQuestion = 127, loadTitle = 618, saveTitle = 619, imageFilter = 625,
-              parametersFilter = 626;
-
-}   // namespace
-
 Saving::Saving(HWND mainWindow, Belvor& shown)
     : window(mainWindow),
       belvor(shown),
-      imageDialog(mainWindow, FileDialog::Purpose::save, 0, {{imageFilter, L"*.omb"}}, L"omb"),
-      loadDialog(mainWindow, FileDialog::Purpose::open, loadTitle, {{parametersFilter, L"*.bvp"}}, L"bvp"),
-      saveDialog(mainWindow, FileDialog::Purpose::save, saveTitle, {{parametersFilter, L"*.bvp"}}, L"bvp")
+      imageDialog(mainWindow, FileDialog::Purpose::save, Text::none, {{Text::ombrFilter, L"*.omb"}}, L"omb"),
+      loadDialog(mainWindow, FileDialog::Purpose::open, Text::loadParametersTitle,
+                 {{Text::parametersFilter, L"*.bvp"}}, L"bvp"),
+      saveDialog(mainWindow, FileDialog::Purpose::save, Text::saveParametersTitle,
+                 {{Text::parametersFilter, L"*.bvp"}}, L"bvp")
 {}
 
 bool Saving::querySave()
 {
     const Handle<Model> model = belvor.model();
     if (!model || belvor.view().imageSaved) return true;
-    const int answer = MessageBoxW(window, toWide(filledText(saveQuestion, imageDialog.path())).c_str(),
-                                   toWide(textOf(notSavedText)).c_str(), MB_YESNOCANCEL | MB_ICONQUESTION);
+    const int answer =
+        MessageBoxW(window, toWide(filledText(Text::saveQuestion, {imageDialog.path()})).c_str(),
+                    toWide(textOf(Text::imageNotSaved)).c_str(), MB_YESNOCANCEL | MB_ICONQUESTION);
     if (answer == IDNO) return true;
     if (answer != IDYES || belvor.model() != model) return false;   // a load has ended under the question
     save();

@@ -13,9 +13,11 @@ std::wstring helpText(HWND mainWindow, const RecentFileList& recent, UINT item, 
 {
     if (flags & MF_SYSMENU) return {};
     if (flags & MF_POPUP)
-        return menu == GetMenu(mainWindow) ? toWide(textOf(static_cast<int>(ID_FILEMENU + item))) : L"";
+        return menu == GetMenu(mainWindow)
+                   ? toWide(textOf(textAfter(Text::fileMenuHelp, static_cast<int>(item))))
+                   : L"";
     if (const std::string* const path = recent.pathOf(item)) return toWide(*path);
-    return toWide(textOf(static_cast<int>(item)));
+    return toWide(textOf(static_cast<Text>(item)));
 }
 
 }   // namespace

@@ -35,7 +35,7 @@ void ConsoleReporter::show(int stageCount, int stage, double fraction)
         const std::string text = textOf(firstStageText);
         line = text.substr(0, text.find('%')) + std::to_string(stage + 1);
     } else {
-        line = textOf(firstStageText + stage);
+        line = textOf(textAfter(firstStageText, stage));
     }
     line += ' ';
     line += std::to_string(static_cast<int>(fraction * 100.0));

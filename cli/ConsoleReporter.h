@@ -1,6 +1,7 @@
 #pragma once
 
 #include "errors/Reporter.h"
+#include "resources/Texts.h"
 
 #include <chrono>
 #include <string>
@@ -15,8 +16,8 @@ public:
     explicit ConsoleReporter(bool visible);
     ~ConsoleReporter() override { clear(); }
 
-    /// The text of the first stage, by number; later stages of known count have the next numbers.
-    void setStages(int firstText) noexcept { firstStageText = firstText; }
+    /// The text of the first stage; later stages of known count have the texts after it.
+    void setStages(Text firstText) noexcept { firstStageText = firstText; }
 
     bool progress(int stageCount, int stage, double fraction) override;
 
@@ -27,7 +28,7 @@ private:
     void show(int stageCount, int stage, double fraction);
 
     bool visible;
-    int firstStageText = 0;
+    Text firstStageText = Text::none;
     std::size_t shownLength = 0;
     std::chrono::steady_clock::time_point nextTime;
 };

@@ -34,7 +34,12 @@ class BadView : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-int firstStageText(FileType type) { return type == FileType::dxf ? 585 : type == FileType::man ? 586 : 584; }
+Text firstStageText(FileType type)
+{
+    return type == FileType::dxf   ? Text::dxfStage
+           : type == FileType::man ? Text::manStage
+                                   : Text::thingsStage;
+}
 
 ViewParameters viewFor(const Options& options, const ModelPlace& place, const ImageSize& size)
 {
@@ -113,7 +118,7 @@ void run(const Options& options, ConsoleReporter& reporter)
     const Scene scene = buildScene(view, place, size, options.width, options.height);
     const Handle<Pictures> pictures =
         makeHandle<Pictures>(options.outputs, model, scene.camera, options.width, options.height);
-    reporter.setStages(587);
+    reporter.setStages(Text::preparingStage);
     model->render(*scene.camera, *scene.lights, *pictures, reporter);
     pictures->commit(reporter);
 }
@@ -138,7 +143,7 @@ int runReported(const Options& options)
     } catch (const BadView& fault) {
         return report(reporter, badInput, fault.what());
     } catch (const std::bad_alloc&) {
-        return report(reporter, noMemory, textOf(611));
+        return report(reporter, noMemory, textOf(Text::outOfMemory));
     } catch (const std::exception& error) {   // PictureError, Win32Error
         return report(reporter, fileTrouble, error.what());
     }

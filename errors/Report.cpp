@@ -16,7 +16,6 @@
 namespace belvor {
 namespace {
 
-constexpr int errorText = 615, warningText = 616;
 constexpr std::size_t longestStatus = 255;
 
 std::atomic<HWND> reportWindow{nullptr};
@@ -50,7 +49,8 @@ void setStatus(HWND anyWindow, const char* format, ...)
 void warning(const std::string& text)
 {
     const HWND owner = reportWindow;
-    MessageBoxW(owner, toWide(text).c_str(), toWide(textOf(warningText)).c_str(), MB_OK | MB_ICONEXCLAMATION);
+    MessageBoxW(owner, toWide(text).c_str(), toWide(textOf(Text::warningTitle)).c_str(),
+                MB_OK | MB_ICONEXCLAMATION);
     setStatusText(owner, toWide(text).substr(0, longestStatus));
 }
 
@@ -65,7 +65,7 @@ void fatal(const char* format, ...)
         va_start(arguments, format);
         const std::wstring text = formatted(format, arguments);
         va_end(arguments);
-        MessageBoxW(reportWindow, text.c_str(), toWide(textOf(errorText)).c_str(),
+        MessageBoxW(reportWindow, text.c_str(), toWide(textOf(Text::errorTitle)).c_str(),
                     MB_OK | MB_ICONSTOP | MB_TASKMODAL);
     }
     ExitProcess(1);   // without static destructors: the render thread may still be at work

@@ -2,23 +2,36 @@
 
 namespace belvor {
 
-const char* textOf(int number) noexcept
+const char* textOf(Text text) noexcept
 {
-    switch (number) {
-#define TEXT(id, text)                                                                                       \
-    case id:                                                                                                 \
-        return text;
+    switch (text) {
+#define BELVOR_TEXT(number, name, words)                                                                     \
+    case Text::name:                                                                                         \
+        return words;
 #include "resources/strings.def"
-#undef TEXT
+#undef BELVOR_TEXT
     default: return "";
     }
 }
 
-std::string filledText(int number, std::string_view argument)
+std::string filledText(Text text, std::initializer_list<std::string_view> arguments)
 {
-    std::string text = textOf(number);
-    const std::size_t hole = text.find('%');
-    return hole == text.npos ? text : text.replace(hole, 2, argument);
+    return filledFormat(textOf(text), arguments);
+}
+
+std::string filledFormat(std::string_view format, std::initializer_list<std::string_view> arguments)
+{
+    std::string result;
+    auto argument = arguments.begin();
+    for (std::size_t i = 0; i < format.size(); ++i) {
+        if (format[i] == '%' && i + 1 < format.size() && argument != arguments.end()) {
+            result += *argument++;
+            ++i;
+        } else {
+            result += format[i];
+        }
+    }
+    return result;
 }
 
 }   // namespace belvor

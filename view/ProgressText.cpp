@@ -1,19 +1,11 @@
 #include "view/ProgressText.h"
 
-#include "resources/Texts.h"
-
 namespace belvor {
-namespace {
-
-constexpr int phaseText = 627;
-
-}   // namespace
-
-std::string stageText(int stage, int firstStageText, int stageTexts)
+std::string stageText(int stage, Text firstStageText, int stageTexts)
 {
-    if (stageTexts == 0) return filledText(firstStageText, std::to_string(stage + 1));
-    if (stage < stageTexts) return textOf(firstStageText + stage);
-    return filledText(phaseText, std::to_string(stage + 1));
+    if (stageTexts == 0) return filledText(firstStageText, {std::to_string(stage + 1)});
+    if (stage < stageTexts) return textOf(textAfter(firstStageText, stage));
+    return filledText(Text::phase, {std::to_string(stage + 1)});
 }
 
 ProgressBar progressBar(int left, int right, double fraction, double highWater) noexcept

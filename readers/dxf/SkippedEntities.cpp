@@ -21,8 +21,7 @@ bool isWord(std::string_view type) noexcept
 
 std::string reasonFor(SkippedEntities::Why why, std::string_view what)
 {
-    constexpr int firstReason = 2101;   // the texts stand in the order of Why
-    std::string reason = textOf(firstReason + static_cast<int>(why));
+    std::string reason = textOf(textAfter(Text::typeNotDrawn, static_cast<int>(why)));
     std::string_view start = what.substr(0, 100);
     if (start.size() < what.size())   // not within a character of UTF-8
         while (!start.empty() && (what[start.size()] & '\xc0') == '\x80') start.remove_suffix(1);

@@ -4,7 +4,7 @@
 
 namespace belvor {
 
-Progress::Progress(Handle<RenderHost> reportsTo, std::string requestName, int firstText, int texts)
+Progress::Progress(Handle<RenderHost> reportsTo, std::string requestName, Text firstText, int texts)
     : name(std::move(requestName)),
       firstStageText(firstText),
       stageTexts(texts),

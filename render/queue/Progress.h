@@ -2,6 +2,7 @@
 
 #include "errors/Reporter.h"
 #include "render/queue/RenderHost.h"
+#include "resources/Texts.h"
 
 #include <atomic>
 #include <string>
@@ -15,7 +16,7 @@ class Progress : public Reporter {
 public:
     /// `name` is the request's. `firstStageText` and `stageTexts` say how its stages are
     /// called: see stageText().
-    Progress(Handle<RenderHost> host, std::string name, int firstStageText, int stageTexts);
+    Progress(Handle<RenderHost> host, std::string name, Text firstStageText, int stageTexts);
 
     /// On the render thread. A fraction that falls back within a stage leaves highWater().
     bool progress(int stageCount, int stage, double fraction) override;
@@ -39,7 +40,8 @@ public:
     double highWater() const noexcept { return largestFraction.load(std::memory_order_relaxed); }
 
     const std::string name;
-    const int firstStageText, stageTexts;
+    const Text firstStageText;
+    const int stageTexts;
     int shownStage = 0;   ///< For the host alone: the number of the stage it shows, from 1.
 
 private:

@@ -5,14 +5,13 @@
 namespace belvor {
 namespace {
 
-// "Preparing scene" and "Generating image".
-constexpr int renderStageText = 587, renderStages = 2;
+constexpr int renderStages = 2;   // "Preparing scene" and "Generating image"
 
 }   // namespace
 
 RenderRequest::RenderRequest(std::string requestName, Handle<Model> scene, Handle<Camera> view,
                              Handle<LightSet> lights, Handle<Buffer> rows)
-    : Request(std::move(requestName), renderStageText, renderStages),
+    : Request(std::move(requestName), Text::preparingStage, renderStages),
       model(std::move(scene)),
       camera(std::move(view)),
       lighting(std::move(lights)),

@@ -11,8 +11,6 @@
 namespace belvor {
 namespace {
 
-constexpr int outOfMemoryText = 611;
-
 /// The time in which a request is the queue's current one. Its end, also by an exception,
 /// clears everything that points to the run, before anybody is told why it failed.
 class Run {
@@ -54,7 +52,7 @@ try {
     host.showBadFile(fault);
     return false;
 } catch (const std::bad_alloc&) {
-    host.warning(textOf(outOfMemoryText));
+    host.warning(textOf(Text::outOfMemory));
     return false;
 } catch (const std::exception& failure) {
     host.warning(failure.what());

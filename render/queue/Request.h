@@ -2,6 +2,7 @@
 
 #include "errors/Reporter.h"
 #include "platform/Handle.h"
+#include "resources/Texts.h"
 
 #include <string>
 #include <utility>
@@ -20,10 +21,11 @@ public:
     /// What the user reads while it runs.
     const std::string name;
     /// How its stages are called: see stageText().
-    const int firstStageText, stageTexts;
+    const Text firstStageText;
+    const int stageTexts;
 
 protected:
-    Request(std::string requestName, int firstText, int texts)
+    Request(std::string requestName, Text firstText, int texts)
         : name(std::move(requestName)),
           firstStageText(firstText),
           stageTexts(texts)
@@ -33,7 +35,7 @@ protected:
 /// The last request: the thread ends when it reaches it.
 class ExitRequest : public Request {
 public:
-    ExitRequest() : Request("Exit", 0, 0) {}
+    ExitRequest() : Request(textOf(Text::exitJob), Text::none, 0) {}
     void run(Reporter&) override {}
     bool endsThread() const noexcept override { return true; }
 };

@@ -7,13 +7,15 @@ namespace belvor {
 TEST(ProgressText, NamesTheStages)
 {
     const struct {
-        int stage, first, count;
+        int stage;
+        Text first;
+        int count;
         const char* text;
     } cases[] = {
-        {0, 587, 2, "Preparing scene"},
-        {1, 587, 2, "Generating image"},
-        {2, 587, 2, "Phase 3"},
-        {41, 584, 0, "Object 42"},
+        {0, Text::preparingStage, 2, "Preparing scene"},
+        {1, Text::preparingStage, 2, "Generating image"},
+        {2, Text::preparingStage, 2, "Phase 3"},
+        {41, Text::thingsStage, 0, "Object 42"},
     };
     for (const auto& c : cases) EXPECT_EQ(stageText(c.stage, c.first, c.count), c.text);
 }

@@ -58,7 +58,7 @@ TEST_F(WindowTest, KeepsTheOldModelWhenAFileIsBad)
         writeFile(inFolder(c.name), c.text);
         open(inFolder(c.name));
         if (c.box) {
-            const HWND box = program().awaitDialog(textOf(616));
+            const HWND box = program().awaitDialog(textOf(Text::warningTitle));
             EXPECT_TRUE(program().messageOf(box).starts_with(c.box)) << program().messageOf(box);
             program().answer(box, IDOK);
         }
@@ -68,7 +68,7 @@ TEST_F(WindowTest, KeepsTheOldModelWhenAFileIsBad)
         EXPECT_EQ(awaitPicture(before), "");
     }
     start({inFolder("gone.thf")});
-    const HWND box = program().awaitDialog(textOf(616));
+    const HWND box = program().awaitDialog(textOf(Text::warningTitle));
     EXPECT_TRUE(program().messageOf(box).starts_with(inFolder("gone.thf") + ": "))
         << program().messageOf(box);
     program().answer(box, IDOK);
@@ -106,7 +106,7 @@ TEST_F(WindowTest, AbandonsALoadForANewerOneAndEndsAtOnce)
     startWith(boxModel());
     const auto load = [&](const std::string& path) {
         program().dropFile(path);
-        program().answer(program().awaitDialog(textOf(126)), IDNO);
+        program().answer(program().awaitDialog(textOf(Text::imageNotSaved)), IDNO);
         const ULONGLONG asked = GetTickCount64();
         awaitModel(path);
         return GetTickCount64() - asked;
@@ -117,7 +117,7 @@ TEST_F(WindowTest, AbandonsALoadForANewerOneAndEndsAtOnce)
         const std::string small = inFolder("small" + std::to_string(share) + ".thf");
         writeFile(small, readFile(boxModel()));
         program().dropFile(large);
-        program().answer(program().awaitDialog(textOf(126)), IDNO);
+        program().answer(program().awaitDialog(textOf(Text::imageNotSaved)), IDNO);
         Sleep(static_cast<DWORD>(whole * share / 100));
         const ULONGLONG taken = load(small);
         std::printf("    %llu %% of a load of %llu ms make way for a small model within %llu ms\n", share,
@@ -132,7 +132,7 @@ TEST_F(WindowTest, AbandonsALoadForANewerOneAndEndsAtOnce)
     startWith(stackModel(24000));   // seconds to draw
     EXPECT_TRUE(program().awaitStatus("Rendering"));
     PostMessageW(program().main(), WM_CLOSE, 0, 0);
-    program().answer(program().awaitDialog(textOf(126)), IDNO);
+    program().answer(program().awaitDialog(textOf(Text::imageNotSaved)), IDNO);
     EXPECT_EQ(program().exitStatus(1500), 0) << "during a render";
 }
 

@@ -39,16 +39,17 @@ TEST_F(MenuTest, EveryItemSaysWhatItDoesInTheStatusBar)
         pressKeys({VK_UP});     // from the first item to the last ...
         pressKeys({VK_DOWN});   // ... and back: the first is chosen whether or not opening chose it
         for (const int item : menu.items) {
-            EXPECT_TRUE(program().awaitStatus(textOf(item))) << item << ": " << program().statusPart(0);
+            EXPECT_TRUE(program().awaitStatus(textOf(static_cast<Text>(item))))
+                << item << ": " << program().statusPart(0);
             pressKeys({VK_DOWN});
         }
         closeMenus();
-        EXPECT_TRUE(program().awaitStatus(textOf(124))) << "the status bar is itself again";
+        EXPECT_TRUE(program().awaitStatus(textOf(Text::start))) << "the status bar is itself again";
     }
     const auto menu = reinterpret_cast<LPARAM>(GetMenu(program().main()));
     for (int popup = 0; popup < 4; ++popup) {
         program().send(program().main(), WM_MENUSELECT, MAKEWPARAM(popup, MF_POPUP | MF_HILITE), menu);
-        EXPECT_EQ(program().statusPart(0), textOf(115 + popup));
+        EXPECT_EQ(program().statusPart(0), textOf(textAfter(Text::fileMenuHelp, popup)));
     }
     program().send(program().main(), WM_MENUSELECT, MAKEWPARAM(0, 0xFFFF), 0);
     program().send(program().main(), WM_COMMAND, MAKEWPARAM(999, 7), 0);
@@ -67,8 +68,8 @@ TEST_F(MenuTest, WhatNeedsAModelWaitsForOne)
         {'F', 'M', "Belvor Model Properties"},
         {'F', 'A', "Save As"},
         {'E', 'V', "View Parameters"},
-        {'E', 'S', textOf(619)},
-        {'E', 'L', textOf(618)},
+        {'E', 'S', textOf(Text::saveParametersTitle)},
+        {'E', 'L', textOf(Text::loadParametersTitle)},
         {VK_CONTROL, 'S', "Save As"},
     };
     const auto choose = [](WORD menu, WORD item) {
@@ -95,8 +96,8 @@ TEST_F(MenuTest, WhatNeedsAModelWaitsForOne)
     choose('E', 'P');
     EXPECT_EQ(awaitPicture(whole), "") << "and back";
     choose(VK_CONTROL, 'O');
-    program().answer(program().awaitDialog(textOf(126)), IDNO);
-    program().answer(program().awaitDialog(textOf(617)), IDCANCEL);
+    program().answer(program().awaitDialog(textOf(Text::imageNotSaved)), IDNO);
+    program().answer(program().awaitDialog(textOf(Text::openModelTitle)), IDCANCEL);
 }
 
 }   // namespace belvor::window

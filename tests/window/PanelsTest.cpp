@@ -223,13 +223,15 @@ TEST_F(PanelsTest, PointingAtAToolExplainsIt)
     };
     for (const auto& tool : tools) {
         moveMouse(drawing(), 20, 20);
-        EXPECT_TRUE(eventually([&] { return program().statusPart(0) != textOf(tool.status); }, 1500))
+        EXPECT_TRUE(eventually(
+            [&] { return program().statusPart(0) != textOf(static_cast<Text>(tool.status)); }, 1500))
             << tool.status << " stays";
         moveMouse(tool.window, tool.at.x, tool.at.y);
         moveMouse(tool.window, tool.at.x + 1, tool.at.y);
-        EXPECT_TRUE(program().awaitStatus(textOf(tool.status)))
+        EXPECT_TRUE(program().awaitStatus(textOf(static_cast<Text>(tool.status))))
             << tool.status << ": " << program().statusPart(0);
-        EXPECT_TRUE(eventually([&] { return tipShown(textOf(tool.tip)); }, 500)) << "tooltip " << tool.tip;
+        EXPECT_TRUE(eventually([&] { return tipShown(textOf(static_cast<Text>(tool.tip))); }, 500))
+            << "tooltip " << tool.tip;
     }
     moveMouse(drawing(), 20, 20);
 }

@@ -34,7 +34,7 @@ TEST_F(WindowTest, TheQuestionBeforeAPictureIsLostHasThreeAnswers)
     startWith(boxModel());
     const auto ask = [&] {
         PostMessageW(program().main(), WM_CLOSE, 0, 0);
-        return program().awaitDialog(textOf(126));
+        return program().awaitDialog(textOf(Text::imageNotSaved));
     };
     HWND question = ask();
     EXPECT_EQ(program().messageOf(question), "Do you want to save\n\nas an Ombr file?")

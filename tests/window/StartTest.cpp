@@ -22,7 +22,7 @@ TEST_F(WindowTest, StartsEmptyWithEverythingInPlace)
 {
     start();
     EXPECT_EQ(program().title(), "Belvor");
-    EXPECT_EQ(program().statusPart(0), textOf(124));
+    EXPECT_EQ(program().statusPart(0), textOf(Text::start));
     EXPECT_FALSE(IsWindowEnabled(program().child(ID_CONTROLS)));
     EXPECT_EQ(countOther(screenOf(drawing()), 0x000000), 0) << "nothing is drawn yet";
 

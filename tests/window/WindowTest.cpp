@@ -58,7 +58,7 @@ void WindowTest::SetUp()
 void WindowTest::TearDown()
 {
     if (running && running->running()) {
-        EXPECT_EQ(running->dialog(textOf(615)), nullptr) << "a fatal error is shown";
+        EXPECT_EQ(running->dialog(textOf(Text::errorTitle)), nullptr) << "a fatal error is shown";
     }
     running.reset();
     EXPECT_FALSE(tooLate) << "the test's time was over";
@@ -100,7 +100,7 @@ void WindowTest::awaitModel(const std::string& path)
     await(
         "the title " + title,
         [&] {
-            if (const HWND box = running->dialog(textOf(616)))
+            if (const HWND box = running->dialog(textOf(Text::warningTitle)))
                 throw Failure("a warning: " + running->messageOf(box));
             return running->title() == title;
         },
@@ -111,7 +111,7 @@ void WindowTest::open(const std::string& path)
 {
     PostMessageW(running->main(), WM_COMMAND, ID_OPENMODEL, 0);
     answerSaveQuestion(IDNO);
-    running->chooseFile(running->awaitDialog(textOf(617)), path);
+    running->chooseFile(running->awaitDialog(textOf(Text::openModelTitle)), path);
 }
 
 void WindowTest::saveAs(const std::string& path)
@@ -123,7 +123,7 @@ void WindowTest::saveAs(const std::string& path)
 void WindowTest::answerSaveQuestion(int button)
 {
     HWND box = nullptr;
-    if (eventually([&] { return (box = running->dialog(textOf(126))) != nullptr; }, 1000))
+    if (eventually([&] { return (box = running->dialog(textOf(Text::imageNotSaved))) != nullptr; }, 1000))
         running->answer(box, button);
 }
 
@@ -138,7 +138,7 @@ std::string WindowTest::savedParameters()
 {
     const std::string path = inFolder("saved.bvp");
     DeleteFileW(toWide(path).c_str());
-    running->chooseFile(running->openDialog(ID_SAVEPARAMETERS, textOf(619)), path);
+    running->chooseFile(running->openDialog(ID_SAVEPARAMETERS, textOf(Text::saveParametersTitle)), path);
     await("the parameter file", [&] { return !readFile(path).empty(); });
     return readFile(path);
 }
@@ -146,7 +146,8 @@ std::string WindowTest::savedParameters()
 void WindowTest::loadParameters(const std::string& text)
 {
     writeFile(inFolder("loaded.bvp"), text);
-    running->chooseFile(running->openDialog(ID_LOADPARAMETERS, textOf(618)), inFolder("loaded.bvp"));
+    running->chooseFile(running->openDialog(ID_LOADPARAMETERS, textOf(Text::loadParametersTitle)),
+                        inFolder("loaded.bvp"));
 }
 
 ViewParameters WindowTest::view()

@@ -5,17 +5,13 @@
 #include "ui/dialogs/DialogItems.h"
 
 namespace belvor {
-namespace {
-
-constexpr int versionText = 630;
-
-}   // namespace
+namespace {}   // namespace
 
 void AboutDialog::open(HWND owner) { ModelessDialog::open(owner, ID_ABOUTDIALOG); }
 
 void AboutDialog::initialise()
 {
-    setItemText(window(), ID_VERSION, textOf(versionText));
+    setItemText(window(), ID_VERSION, textOf(Text::version));
     focusField(window(), IDOK);
 }
 

@@ -39,6 +39,6 @@ std::string userDecimalPoint()
     return length > 1 ? toUtf8(point) : ".";
 }
 
-void failOutOfSpace() { throw std::runtime_error(textOf(611)); }
+void failOutOfSpace() { throw std::runtime_error(textOf(Text::outOfMemory)); }
 
 }   // namespace belvor

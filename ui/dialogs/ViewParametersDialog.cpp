@@ -67,7 +67,8 @@ INT_PTR ViewParametersDialog::handle(HWND dialog, UINT message, WPARAM wParam, L
 
 void ViewParametersDialog::initialise()
 {
-    setItemText(window, ID_UNITSNAME, textOf(ID_UNITS + static_cast<int>(fields.unitsCode())));
+    setItemText(window, ID_UNITSNAME,
+                textOf(textAfter(Text::undefinedUnits, static_cast<int>(fields.unitsCode()))));
     for (int axis = 0; axis < 3; ++axis)
         setItemText(window, ID_CENTREX + axis, shownNumber(fields.centre(axis), decimalPoint));
     setItemText(window, ID_RADIUS, shownNumber(fields.radius(), decimalPoint));

@@ -70,7 +70,7 @@ private:
 class TestRequest : public Request {
 public:
     TestRequest(std::string requestName, std::function<void(Reporter&)> task)
-        : Request(std::move(requestName), 587, 2),
+        : Request(std::move(requestName), Text::preparingStage, 2),
           work(std::move(task))
     {}
     void run(Reporter& progress) override { work(progress); }

@@ -26,7 +26,7 @@ struct Counts {
 class RandomRequest : public Request {
 public:
     RandomRequest(unsigned randomNumber, Counts& tally)
-        : Request("random", 587, 2),
+        : Request("random", Text::preparingStage, 2),
           number(randomNumber),
           counts(tally)
     {

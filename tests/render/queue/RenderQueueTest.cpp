@@ -47,7 +47,7 @@ TEST(RenderQueue, CancelReachesTheRequestThatRunsOrIsAboutTo)
     const auto host = makeHandle<FakeHost>();
     RenderQueue queue;   // one for all: what a cancel leaves behind would show in the next case
     for (const auto& c : cases) {
-        const auto progress = makeHandle<Progress>(host, "job", 587, 2);
+        const auto progress = makeHandle<Progress>(host, "job", Text::preparingStage, 2);
         RequestKind kind;
         Handle<Request> taken;
         queue.post(c.running, request("job"));
@@ -64,7 +64,7 @@ TEST(RenderQueue, CancelReachesTheRequestThatRunsOrIsAboutTo)
 TEST(Progress, AsksForOneUpdateAtATimeAndKeepsTheBarWithinAStage)
 {
     const auto host = makeHandle<FakeHost>();
-    Progress progress(host, "job", 587, 2);
+    Progress progress(host, "job", Text::preparingStage, 2);
     const struct {
         const char* why;
         int stage;
@@ -91,7 +91,7 @@ TEST(Progress, AsksForOneUpdateAtATimeAndKeepsTheBarWithinAStage)
     EXPECT_THROW(progress.check(3, 1, 0.6), Reporter::Abandoned);
     progress.finish();
     EXPECT_TRUE(progress.finished());
-    Progress(host, "quick", 587, 2).finish();
+    Progress(host, "quick", Text::preparingStage, 2).finish();
     EXPECT_EQ(host->events().back(), "abandoned job") << "what was never shown needs no clearing";
 }
 
