@@ -1,5 +1,6 @@
 #include "app/Dialogs.h"
 
+#include "platform/win32/Modal.h"
 #include "ui/dialogs/ViewParametersDialog.h"
 #include "ui/panels/Markers.h"
 
@@ -34,8 +35,11 @@ void Dialogs::askView()
 {
     if (!belvor.model()) return;
     const ViewFields fields(belvor.view(), belvor.place(), belvor.model()->units());
-    if (const auto typed = askViewParameters(window, fields, lightBrush))
-        belvor.setView(typed->applied(belvor.view()));
+    const auto typed = [&] {
+        const Modal modal(window);
+        return askViewParameters(window, fields, lightBrush);
+    }();
+    if (typed) belvor.setView(typed->applied(belvor.view()));
 }
 
 }   // namespace belvor

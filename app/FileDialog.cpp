@@ -1,6 +1,8 @@
 #include "app/FileDialog.h"
 
+#include "errors/Report.h"
 #include "platform/Utf16.h"
+#include "platform/win32/Modal.h"
 
 namespace belvor {
 namespace {
@@ -45,9 +47,16 @@ FileDialog::FileDialog(HWND owner, Purpose purpose, Text titleText, std::initial
 
 bool FileDialog::ask()
 {
-    if (!(kind == Purpose::open ? GetOpenFileNameW(&record) : GetSaveFileNameW(&record))) return false;
-    chosen = toUtf8(file);
-    return true;
+    {
+        const Modal modal(record.hwndOwner);
+        if (kind == Purpose::open ? GetOpenFileNameW(&record) : GetSaveFileNameW(&record)) {
+            chosen = toUtf8(file);
+            return true;
+        }
+    }
+    if (const DWORD status = CommDlgExtendedError(); status != 0)   // not given up by the user
+        setStatus(record.hwndOwner, textOf(Text::fileDialogFailed), static_cast<unsigned>(status));
+    return false;
 }
 
 }   // namespace belvor

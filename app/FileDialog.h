@@ -27,8 +27,8 @@ public:
     FileDialog(const FileDialog&) = delete;
     FileDialog& operator=(const FileDialog&) = delete;
 
-    /// Asks the user; false when no file was chosen. Messages are served meanwhile, so
-    /// everything may be another afterwards.
+    /// Asks the user; false when no file was chosen, and a dialog that fails says so in the status
+    /// bar. Messages are served meanwhile, so everything may be another afterwards.
     bool ask();
     /// The file chosen last, a full path in UTF-8; empty before.
     const std::string& path() const noexcept { return chosen; }

@@ -37,9 +37,7 @@ Loading::Loading(HWND mainWindow, Belvor& shown, Saving& save, RecentFileList& r
 void Loading::openModel()
 {
     if (!saving.querySave()) return;
-    if (dialog.ask()) return loadFile(dialog.path(), typeOf(dialog.filter(), dialog.path()));
-    if (const DWORD status = CommDlgExtendedError(); status != 0)
-        setStatus(window, textOf(Text::fileDialogFailed), static_cast<unsigned>(status));
+    if (dialog.ask()) loadFile(dialog.path(), typeOf(dialog.filter(), dialog.path()));
 }
 
 void Loading::openRecent(UINT id)

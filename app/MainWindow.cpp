@@ -10,6 +10,7 @@
 #include "platform/FileNames.h"
 #include "platform/Utf16.h"
 #include "platform/Win32Error.h"
+#include "platform/win32/Modal.h"
 #include "platform/win32/Window.h"
 #include "resources/Texts.h"
 #include "resources/ids.h"
@@ -202,7 +203,7 @@ void MainWindow::activate(bool active)
 void MainWindow::close()
 {
     // Once is enough, and not while a box is open that must be answered first.
-    if (core.closing() || !IsWindowEnabled(window)) return;
+    if (core.closing() || Modal::open()) return;
     if (saver.querySave() && !core.closing()) core.shutDown();
 }
 
@@ -211,7 +212,7 @@ void MainWindow::command(WPARAM wParam, LPARAM lParam)
     const UINT id = LOWORD(wParam);
     if (id == ID_REDRAWPANEL) return redrawRequest(wParam, lParam);
     endMenuHelp(statusBar);
-    if (core.closing() || !IsWindowEnabled(window)) return;
+    if (core.closing() || Modal::open()) return;
     if (!runCommand(*this, id))
         setStatus(window, textOf(Text::unknownCommand), shownHandle(window), HIWORD(wParam),
                   static_cast<int>(id), shownHandle(reinterpret_cast<HWND>(lParam)));
@@ -244,6 +245,7 @@ void MainWindow::modelLoaded(const char* path, Model* model)
 {
     if (!model || core.closing()) return;
     const std::string full = toUtf8(fullPath(toWide(path)));
+    endDrag();
     saver.forgetName();
     core.takeModel(Handle<Model>(model), full);
     for (const UINT id : modelCommands) EnableMenuItem(GetMenu(window), id, MF_ENABLED);
@@ -252,12 +254,21 @@ void MainWindow::modelLoaded(const char* path, Model* model)
     dialogSet.modelChanged();
 }
 
+/// A drag is a request for the model that it began with.
+void MainWindow::endDrag() const
+{
+    send(core.windows.controls, UM_ENDDRAG, 0);
+    if (IsChild(window, GetCapture())) ReleaseCapture();   // WM_CAPTURECHANGED ends the panels' drags
+}
+
 void MainWindow::fileDropped(HDROP drop)
 {
     std::wstring path(DragQueryFileW(drop, 0, nullptr, 0), L'\0');
     DragQueryFileW(drop, 0, path.data(), static_cast<UINT>(path.size()) + 1);
     DragFinish(drop);
-    if (!path.empty() && !core.closing() && IsWindowEnabled(window)) loader.openFile(path);
+    if (path.empty() || core.closing() || Modal::open()) return;
+    SetForegroundWindow(window);   // the question must not appear behind the window that the file came from
+    loader.openFile(path);
 }
 
 LRESULT MainWindow::notify(NMHDR& header)

@@ -49,6 +49,7 @@ private:
     void command(WPARAM wParam, LPARAM lParam);
     void redrawRequest(WPARAM wParam, LPARAM lParam);
     void setImageSize(WPARAM width, LPARAM height);
+    void endDrag() const;
     void modelLoaded(const char* path, Model* model);
     void fileDropped(HDROP drop);
     LRESULT notify(NMHDR& header);

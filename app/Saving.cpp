@@ -3,6 +3,7 @@
 #include "errors/Report.h"
 #include "imagefile/OmbrFile.h"
 #include "platform/Utf16.h"
+#include "platform/win32/Modal.h"
 #include "resources/Texts.h"
 
 namespace belvor {
@@ -20,13 +21,18 @@ bool Saving::querySave()
 {
     const Handle<Model> model = belvor.model();
     if (!model || belvor.view().imageSaved) return true;
-    const int answer =
-        MessageBoxW(window, toWide(filledText(Text::saveQuestion, {imageDialog.path()})).c_str(),
-                    toWide(textOf(Text::imageNotSaved)).c_str(), MB_YESNOCANCEL | MB_ICONQUESTION);
+    const int answer = askToSave();
     if (answer == IDNO) return true;
     if (answer != IDYES || belvor.model() != model) return false;   // a load has ended under the question
     save();
     return belvor.view().imageSaved;
+}
+
+int Saving::askToSave() const
+{
+    const Modal modal(window);
+    return MessageBoxW(window, toWide(filledText(Text::saveQuestion, {imageDialog.path()})).c_str(),
+                       toWide(textOf(Text::imageNotSaved)).c_str(), MB_YESNOCANCEL | MB_ICONQUESTION);
 }
 
 void Saving::save()

@@ -21,6 +21,7 @@ public:
     void forgetName() noexcept { imageNamed = false; }
 
 private:
+    int askToSave() const;
     bool writeImage();
 
     HWND window;

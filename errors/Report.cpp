@@ -2,7 +2,7 @@
 
 #include "errors/BadFile.h"
 #include "platform/Utf16.h"
-#include "platform/win32/Windows.h"
+#include "platform/win32/Modal.h"
 #include "resources/Texts.h"
 #include "resources/ids.h"
 
@@ -49,8 +49,11 @@ void setStatus(HWND anyWindow, const char* format, ...)
 void warning(const std::string& text)
 {
     const HWND owner = reportWindow;
-    MessageBoxW(owner, toWide(text).c_str(), toWide(textOf(Text::warningTitle)).c_str(),
-                MB_OK | MB_ICONEXCLAMATION);
+    {
+        const Modal modal(owner);
+        MessageBoxW(owner, toWide(text).c_str(), toWide(textOf(Text::warningTitle)).c_str(),
+                    MB_OK | MB_ICONEXCLAMATION);
+    }
     setStatusText(owner, toWide(text).substr(0, longestStatus));
 }
 

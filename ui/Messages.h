@@ -39,6 +39,9 @@ inline constexpr MessageNumber<const char> UM_MODELLOADED{WM_USER
 inline constexpr MessageNumber<void> UM_THREADENDED{WM_USER
                                                     + 113};   ///< posted as the render thread's last act
 
+inline constexpr MessageNumber<void> UM_ENDDRAG{WM_USER
+                                                + 114};   ///< to the strip: a slider's drag ends unasked
+
 inline LPARAM handleParameter(HWND window) noexcept { return reinterpret_cast<LPARAM>(window); }
 
 /// Sends a record; it need live no longer than the call.

@@ -144,7 +144,15 @@ TEST(Win32Error, NamesThePlaceAndTheSystemsReason)
     EXPECT_NE(reason.find_first_not_of(' '), std::string::npos);
     EXPECT_EQ(reason.find(": "), std::string::npos) << "no place, no colon: " << reason;
     EXPECT_EQ(Win32Error("GetClientRect", 2).what(), "GetClientRect: " + reason);
-    EXPECT_LE(std::string(Win32Error(std::string(500, 'x'), 2).what()).size(), 255u);
+    for (const std::string unit : {"x", "\xC3\xA9"}) {   // one byte a character, two
+        std::string path = "C:\\";
+        while (path.size() < 500) path += unit;
+        const std::string text = Win32Error(path + "\\model.thf", 2).what();
+        EXPECT_LE(text.size(), 255u);
+        EXPECT_GT(text.size(), 252u);
+        EXPECT_TRUE(text.starts_with("..." + unit)) << text;
+        EXPECT_TRUE(text.ends_with("\\model.thf: " + reason)) << text;
+    }
 }
 
 TEST(Scanner, TakesNumbersAsStreamsDo)

@@ -49,6 +49,7 @@ std::string keyName(WORD code)
     case VK_ESCAPE: return "Escape";
     case VK_UP: return "Up";
     case VK_DOWN: return "Down";
+    case VK_F1: return "F1";
     default: return std::string(1, static_cast<char>(code | 0x20));   // a letter
     }
 }

@@ -75,6 +75,37 @@ TEST_F(WindowTest, KeepsTheOldModelWhenAFileIsBad)
     EXPECT_EQ(program().title(), "Belvor");
 }
 
+TEST_F(WindowTest, ALoadThatFailsUnderADialogLeavesTheWindowLocked)
+{
+    const std::string bad = inFolder("ends badly.thf");
+    std::string text = readFile(sphereModel(200000));
+    text.replace(text.find_last_of("0123456789"), 1, "99999999");   // no such vertex
+    writeFile(bad, text);
+    startWith(boxModel());
+    program().dropFile(bad);
+    program().answer(program().awaitDialog(textOf(Text::imageNotSaved)), IDNO);
+    const HWND dialog = program().openDialog(ID_SAVEAS, "Save As");
+    program().answer(program().awaitDialog(textOf(Text::warningTitle)), IDOK);
+    EXPECT_TRUE(eventually([&] { return !IsWindowEnabled(program().main()); })) << "the dialog is still open";
+    PostMessageW(program().main(), WM_CLOSE, 0, 0);
+    program().command(ID_SAVEAS);
+    EXPECT_TRUE(IsWindow(dialog) && program().running());
+    program().answer(dialog, IDCANCEL);
+    EXPECT_TRUE(eventually([&] { return IsWindowEnabled(program().main()) != FALSE; }));
+}
+
+TEST_F(WindowTest, AnExceptionInAWindowProcedureIsToldAndEndsTheProgram)
+{
+    startWith(boxModel());
+    // The handle of no window: what cannot be measured cannot be drawn.
+    PostMessageW(program().main(), WM_COMMAND, MAKEWPARAM(ID_REDRAWPANEL, ID_DISPLAY), 0x7FFFFFF0);
+    const HWND box = program().awaitDialog(textOf(Text::errorTitle));
+    EXPECT_TRUE(program().messageOf(box).starts_with("Belvor::redraw  GetClientRect: "))
+        << program().messageOf(box);
+    PostMessageW(box, WM_COMMAND, IDOK, 0);
+    EXPECT_EQ(program().exitStatus(), 1);
+}
+
 TEST_F(WindowTest, ShowsTheFirstRowsBeforeTheLast)
 {
     const std::string model = stackModel(2500),

@@ -95,6 +95,8 @@ TEST_F(MenuTest, WhatNeedsAModelWaitsForOne)
     EXPECT_TRUE(eventually([&] { return screenOf(drawing()) != whole; })) << "a wider view";
     choose('E', 'P');
     EXPECT_EQ(awaitPicture(whole), "") << "and back";
+    pressKeys({VK_F1});
+    EXPECT_TRUE(program().awaitStatus(textOf(Text::helpNotOpened))) << "no help lies beside the program here";
     choose(VK_CONTROL, 'O');
     program().answer(program().awaitDialog(textOf(Text::imageNotSaved)), IDNO);
     program().answer(program().awaitDialog(textOf(Text::openModelTitle)), IDCANCEL);

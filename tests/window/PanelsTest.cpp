@@ -193,6 +193,42 @@ TEST_F(PanelsTest, SlidersSetIntensitiesAndFollowThem)
     expectPositions({11, 0, 0, 0, 21, 0, 11});
 }
 
+TEST_F(PanelsTest, AModelThatArrivesEndsADragWithoutARequest)
+{
+    startWith(boxModel());
+    const std::string untouched = savedParameters(), other = inFolder("other.thf"),
+                      image = inFolder("drag.omb");
+    writeFile(other, readFile(boxModel()));
+    from = wholeModel(freshView(), {});
+    const SphereMarker eye = eyeMarker(from);
+    RECT thumb{};
+    program().sendRecord(panel(ID_SLIDER), TBM_GETTHUMBRECT, 0, &thumb, sizeof thumb);
+    const struct {
+        const char* why;
+        HWND window;
+        PixelPoint press;
+    } drags[] = {
+        {"plan", panel(ID_PLAN), eyePixel(viewMarkers(from, Thumbnail::plan), pixels(ID_PLAN))},
+        {"slide", panel(ID_EYESLIDE), onSlide(eyeSlideRecord(from).eye)},
+        {"sphere", panel(ID_SPHERE), onDisc(eye.bearing, eye.elevation)},
+        {"slider", panel(ID_SLIDER), {(thumb.left + thumb.right) / 2, (thumb.top + thumb.bottom) / 2}},
+        {"picture", drawing(), {300, 200}},
+    };
+    std::string next = other;
+    for (const auto& d : drags) {
+        saveAs(image);   // no question before the next model, which would end the drag by itself
+        await("the picture", [&] { return !readFile(image).empty(); });
+        moveMouse(d.window, d.press.x, d.press.y);
+        pressButton();
+        moveMouse(d.window, d.press.x + 30, d.press.y + 25);
+        program().dropFile(next);
+        awaitModel(next);
+        releaseButton();
+        EXPECT_EQ(savedParameters(), untouched) << d.why;
+        next = next == other ? boxModel() : other;
+    }
+}
+
 TEST_F(PanelsTest, PointingAtAToolExplainsIt)
 {
     startWith(boxModel());

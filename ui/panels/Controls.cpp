@@ -14,6 +14,7 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
 #include <string>
 
 namespace belvor {
@@ -64,6 +65,7 @@ LRESULT Controls::handle(UINT message, WPARAM wParam, LPARAM lParam)
     case UM_REMOVELIGHTMARKER:   // requests only: the answers go to the panels themselves
         return SendMessageW(GetParent(window), message, wParam, lParam);
     case UM_LIGHTINTENSITY: setSlider(wParam, lParam); return 0;
+    case UM_ENDDRAG: endDrag(); return 0;
     }
     return DefWindowProcW(window, message, wParam, lParam);
 }
@@ -122,7 +124,7 @@ void Controls::paint() const
 /// A slider tells of every step of a thumb that is still held; only the end of it counts.
 void Controls::sliderMoved(int code, HWND slider) const
 {
-    if (code == TB_THUMBTRACK) return;
+    if (code == TB_THUMBTRACK || endingDrag) return;
     const int index = GetDlgCtrlID(slider) - ID_SLIDER;
     const auto position = std::clamp<LRESULT>(SendMessageW(slider, TBM_GETPOS, 0, 0), 0, lastPosition);
     send(GetParent(window), UM_LIGHTINTENSITY, index, position);
@@ -131,6 +133,20 @@ void Controls::sliderMoved(int code, HWND slider) const
 void Controls::setSlider(WPARAM slider, LPARAM position) const
 {
     if (slider < sliders.size()) SendMessageW(sliders[slider], TBM_SETPOS, TRUE, position);
+}
+
+/// A slider knows no end of a drag but the release of the button. Where its thumb is to stand
+/// follows with UM_LIGHTINTENSITY.
+void Controls::endDrag()
+{
+    const HWND dragged = GetCapture();
+    if (std::find(sliders.begin(), sliders.end(), dragged) == sliders.end() || !dragged) return;
+    POINT pointer{};
+    GetCursorPos(&pointer);
+    ScreenToClient(dragged, &pointer);
+    endingDrag = true;
+    SendMessageW(dragged, WM_LBUTTONUP, 0, MAKELPARAM(pointer.x, pointer.y));
+    endingDrag = false;
 }
 
 void Controls::notify(LPARAM lParam) const

@@ -23,6 +23,7 @@ private:
     void paint() const;
     void sliderMoved(int code, HWND slider) const;
     void setSlider(WPARAM slider, LPARAM position) const;
+    void endDrag();
     void notify(LPARAM lParam) const;
 
     HWND window;
@@ -30,6 +31,7 @@ private:
     std::array<HWND, controlSliders> sliders{};
     ViewToolbar toolbar;
     ControlsLayout layout;
+    bool endingDrag = false;   // what a slider tells meanwhile is no request
 };
 
 /// Registers the classes "Controls", "Plan", "EyeSlide" and "Stereogram". Throws Win32Error.
