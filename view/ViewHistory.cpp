@@ -5,7 +5,7 @@ namespace belvor {
 bool ViewHistory::show(const ViewParameters& next)
 {
     if (next == now || !next.finite()) return false;
-    ViewParameters shown = next;   // `next` may be the view before
+    const ViewParameters shown = next;   // NOLINT(*-copy-initialization): `next` may be the view before
     before = now;
     now = shown;
     return true;
