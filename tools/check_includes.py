@@ -15,7 +15,7 @@ import re
 import subprocess
 import sys
 
-FOLDERS = ("calcore", "platform", "resources", "errors", "account", "text", "scene", "view", "render", "readers", "imagefile", "session", "ui", "app", "cli",
+FOLDERS = ("calcore", "platform", "resources", "errors", "account", "text", "scene", "view", "render", "readers", "imagefile", "report", "session", "ui", "app", "cli",
            "tests", "bench", "fuzz")
 FREE = ("tests", "bench", "fuzz")        # may include every module
 WINDOWS_HEADERS = re.compile(r"(windows|windowsx|commctrl|commdlg|shellapi|shlobj|winuser|wingdi|winbase|winnt)\.h", re.I)
