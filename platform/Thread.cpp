@@ -26,6 +26,19 @@ Lock::~Lock() { DeleteCriticalSection(&body->section); }
 void Lock::lock() noexcept { EnterCriticalSection(&body->section); }
 void Lock::unlock() noexcept { LeaveCriticalSection(&body->section); }
 
+struct Condition::Body {
+    CONDITION_VARIABLE variable;
+};
+
+Condition::Condition() : body(std::make_unique<Body>()) { InitializeConditionVariable(&body->variable); }
+Condition::~Condition() = default;
+void Condition::wait(Lock& lock) noexcept
+{
+    SleepConditionVariableCS(&body->variable, &lock.body->section, INFINITE);
+}
+void Condition::notifyOne() noexcept { WakeConditionVariable(&body->variable); }
+void Condition::notifyAll() noexcept { WakeAllConditionVariable(&body->variable); }
+
 struct Event::Body {
     HANDLE handle;
 };
@@ -59,7 +72,8 @@ DWORD WINAPI runProcedure(LPVOID parameter)
 
 }   // namespace
 
-void startThread(std::function<void()> procedure)
+/// A running thread of below-normal priority.
+static HANDLE createThread(std::function<void()> procedure)
 {
     // As much stack as other systems give a thread: nested drawings are read recursively.
     constexpr SIZE_T stackSize = 8u << 20;
@@ -69,7 +83,24 @@ void startThread(std::function<void()> procedure)
     if (!thread) throw Win32Error("CreateThread");
     static_cast<void>(parameter.release());   // the thread's now
     SetThreadPriority(thread, THREAD_PRIORITY_BELOW_NORMAL);
-    CloseHandle(thread);
+    return thread;
+}
+
+void startThread(std::function<void()> procedure) { CloseHandle(createThread(std::move(procedure))); }
+
+struct JoinedThread::Body {
+    HANDLE handle;
+};
+
+JoinedThread::JoinedThread(std::function<void()> procedure) : body(std::make_unique<Body>())
+{
+    body->handle = createThread(std::move(procedure));
+}
+
+JoinedThread::~JoinedThread()
+{
+    WaitForSingleObject(body->handle, INFINITE);
+    CloseHandle(body->handle);
 }
 
 #else
@@ -82,6 +113,21 @@ Lock::Lock() : body(std::make_unique<Body>()) {}
 Lock::~Lock() = default;
 void Lock::lock() noexcept { body->mutex.lock(); }
 void Lock::unlock() noexcept { body->mutex.unlock(); }
+
+struct Condition::Body {
+    std::condition_variable variable;
+};
+
+Condition::Condition() : body(std::make_unique<Body>()) {}
+Condition::~Condition() = default;
+void Condition::wait(Lock& lock) noexcept
+{
+    std::unique_lock held(lock.body->mutex, std::adopt_lock);
+    body->variable.wait(held);
+    held.release();
+}
+void Condition::notifyOne() noexcept { body->variable.notify_one(); }
+void Condition::notifyAll() noexcept { body->variable.notify_all(); }
 
 struct Event::Body {
     std::mutex mutex;
@@ -113,6 +159,18 @@ try {
 } catch (const std::system_error& failure) {
     throw Win32Error("CreateThread", static_cast<std::uint32_t>(failure.code().value()));
 }
+
+struct JoinedThread::Body {
+    std::thread thread;
+};
+
+JoinedThread::JoinedThread(std::function<void()> procedure)
+try : body(std::make_unique<Body>(std::thread(std::move(procedure)))) {
+} catch (const std::system_error& failure) {
+    throw Win32Error("CreateThread", static_cast<std::uint32_t>(failure.code().value()));
+}
+
+JoinedThread::~JoinedThread() { body->thread.join(); }
 
 #endif
 

@@ -17,6 +17,24 @@ public:
     void unlock() noexcept;
 
 private:
+    friend class Condition;
+    struct Body;
+    std::unique_ptr<Body> body;
+};
+
+/// Threads wait here for a change of what a Lock guards. A wait may end without a change.
+class Condition {
+public:
+    Condition();
+    Condition(const Condition&) = delete;
+    Condition& operator=(const Condition&) = delete;
+    ~Condition();
+    /// Releases `lock`, which the caller holds, waits, and takes it again.
+    void wait(Lock& lock) noexcept;
+    void notifyOne() noexcept;
+    void notifyAll() noexcept;
+
+private:
     struct Body;
     std::unique_ptr<Body> body;
 };
@@ -45,5 +63,20 @@ private:
 /// priority (where the system has that for a thread). Nobody ever joins it. Throws
 /// Win32Error "CreateThread".
 void startThread(std::function<void()> procedure);
+
+/// A thread of below-normal priority (where the system has that for a thread) that is waited for.
+class JoinedThread {
+public:
+    /// Runs `procedure`, which must let no exception out. Throws Win32Error "CreateThread".
+    explicit JoinedThread(std::function<void()> procedure);
+    JoinedThread(const JoinedThread&) = delete;
+    JoinedThread& operator=(const JoinedThread&) = delete;
+    /// Waits until the procedure has returned.
+    ~JoinedThread();
+
+private:
+    struct Body;
+    std::unique_ptr<Body> body;
+};
 
 }   // namespace belvor
