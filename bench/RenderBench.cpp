@@ -110,8 +110,7 @@ void writeOmbrFile(benchmark::State& state)
     const Scene scene = wholeScene(model, width, height);
     const Handle<FixedRow> row = makeHandle<FixedRow>(width);
     SilentReporter silent;
-    model.render(*scene.camera, *scene.lights, *row, silent);   // gives the facets their colours
-    row->setModel(model);
+    model.render(*scene.camera, *scene.lights, *row, silent);   // gives the row its facets and their colours
     row->clear();
     const double depth = -scene.camera->scale / (0.5 * (scene.camera->near + scene.camera->far));
     for (int i = 0; i < 40; ++i)

@@ -23,7 +23,7 @@ public:
     bool failed() const noexcept { return hasFailed; }
     void fail() noexcept { hasFailed = true; }
     const char* position() const noexcept { return at; }
-    void moveTo(const char* place) noexcept { at = place; }
+    void moveTo(const char* position) noexcept { at = position; }
     const char* end() const noexcept { return last; }
 
     /// True when something other than blanks follows; false, and failed, at the end.

@@ -1,7 +1,6 @@
 #include "platform/LargeMemory.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <new>
 
 #ifdef __linux__
@@ -10,24 +9,33 @@
 
 namespace belvor {
 
+#ifdef __linux__
+namespace {
+
+constexpr std::size_t largePage = 2u << 20;
+
+}   // namespace
+
 void* allocateLarge(std::size_t bytes)
 {
-#ifdef __linux__
-    constexpr std::size_t largePage = 2u << 20;
-    if (bytes >= largePage && bytes <= static_cast<std::size_t>(-1) - largePage) {
-        const std::size_t whole = (bytes + largePage - 1) / largePage * largePage;
-        void* const memory = std::aligned_alloc(largePage, whole);
-        if (!memory) throw std::bad_alloc();
-        madvise(memory, whole, MADV_HUGEPAGE);   // a wish: small pages do as well
-        return memory;
-    }
-#endif
-    void* const memory = std::malloc(bytes);
-    if (!memory) throw std::bad_alloc();
+    if (bytes < largePage) return ::operator new(bytes);
+    if (bytes > static_cast<std::size_t>(-1) - largePage) throw std::bad_alloc();
+    const std::size_t whole = (bytes + largePage - 1) / largePage * largePage;
+    void* const memory = ::operator new(whole, std::align_val_t(largePage));
+    madvise(memory, whole, MADV_HUGEPAGE);   // only a hint: small pages work as well
     return memory;
 }
 
-void freeLarge(void* memory) noexcept { std::free(memory); }
+void freeLarge(void* memory, std::size_t bytes) noexcept
+{
+    if (bytes < largePage) ::operator delete(memory);
+    else ::operator delete(memory, std::align_val_t(largePage));
+}
+#else
+void* allocateLarge(std::size_t bytes) { return ::operator new(bytes); }
+
+void freeLarge(void* memory, std::size_t) noexcept { ::operator delete(memory); }
+#endif
 
 void* MemoryPool::allocate(std::size_t bytes)
 {
@@ -35,7 +43,8 @@ void* MemoryPool::allocate(std::size_t bytes)
     bytes = (bytes + alignment - 1) / alignment * alignment;
     if (bytes > left) {
         const std::size_t size = std::max(bytes, nextPiece);
-        pieces.push_back(std::unique_ptr<std::byte, Free>(static_cast<std::byte*>(allocateLarge(size))));
+        pieces.push_back(
+            std::unique_ptr<std::byte, Free>(static_cast<std::byte*>(allocateLarge(size)), Free{size}));
         at = pieces.back().get();
         left = size;
         nextPiece = std::min(2 * nextPiece, largestPiece);

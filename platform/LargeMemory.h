@@ -10,8 +10,8 @@ namespace belvor {
 /// memory costs a fault for each page when it is first touched, which can take longer than
 /// what is written there. Aligned for any type. Throws std::bad_alloc.
 void* allocateLarge(std::size_t bytes);
-/// Gives back what allocateLarge returned.
-void freeLarge(void* memory) noexcept;
+/// Gives back what allocateLarge returned for `bytes`.
+void freeLarge(void* memory, std::size_t bytes) noexcept;
 
 /// For containers of the standard library that hold large tables.
 template <class T>
@@ -27,7 +27,7 @@ struct LargeAllocator {
         if (count > static_cast<std::size_t>(-1) / sizeof(T)) throw std::bad_alloc();
         return static_cast<T*>(allocateLarge(count * sizeof(T)));
     }
-    void deallocate(T* memory, std::size_t) noexcept { freeLarge(memory); }
+    void deallocate(T* memory, std::size_t count) noexcept { freeLarge(memory, count * sizeof(T)); }
     friend bool operator==(const LargeAllocator&, const LargeAllocator&) noexcept { return true; }
 };
 
@@ -44,7 +44,8 @@ public:
 
 private:
     struct Free {
-        void operator()(std::byte* memory) const noexcept { freeLarge(memory); }
+        std::size_t bytes = 0;
+        void operator()(std::byte* memory) const noexcept { freeLarge(memory, bytes); }
     };
     std::vector<std::unique_ptr<std::byte, Free>> pieces;
     std::byte* at = nullptr;

@@ -24,7 +24,7 @@ void Buffer::scanFacets(std::span<const ActiveFacet> active, const Camera& camer
 {
     for (const ActiveFacet& facet : active) {
         if (facet.crossingCount % 2 != 0) {
-            scanOddFacet(facet, camera);
+            scanOpenFacet(facet, camera);
             continue;
         }
         for (std::uint32_t i = 0; i < facet.crossingCount; i += 2)
@@ -33,7 +33,7 @@ void Buffer::scanFacets(std::span<const ActiveFacet> active, const Camera& camer
 }
 
 /// One boundary of the facet lies at infinity, on the side where the surface recedes.
-void Buffer::scanOddFacet(const ActiveFacet& active, const Camera& camera) noexcept
+void Buffer::scanOpenFacet(const ActiveFacet& active, const Camera& camera) noexcept
 {
     const Vector<3> screen = camera.screenPlane(facets->facet(active.facet).plane).normal();
     double slope = -screen[0] / screen[2];   // of the depth, per pixel

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Handle.h"
+#include "render/Shading.h"
 #include "render/Spans.h"
 #include "scene/Model.h"
 
@@ -13,7 +14,7 @@ namespace belvor {
 
 /// A facet that is active on the current row.
 struct ActiveFacet {
-    std::uint32_t facet;           ///< Its place in the store.
+    std::uint32_t facet;           ///< Its index in the store.
     std::uint32_t crossingCount;   ///< At least 1; odd when the eye plane cuts the facet.
     const Crossing* crossings;     ///< By growing x.
 };
@@ -27,9 +28,13 @@ public:
     /// `width` in pixels, at least 1.
     explicit Buffer(int width);
 
-    /// Takes the facets of `model` as the owners of the rows to come; called by a render
-    /// before its first row.
-    void setModel(const Model& model) noexcept { facets = &model; }
+    /// Takes the facets of `model`, looking as in `shades`, as the owners of the rows to come;
+    /// called by a render before its first row. Both must outlive the last row's use.
+    void setScene(const Model& model, std::span<const FacetShade> shades) noexcept
+    {
+        facets = &model;
+        looks = shades.data();
+    }
 
     /// Empties the row.
     virtual void clear();
@@ -38,29 +43,30 @@ public:
     /// a pixel, and of two equally near ones the later in the store.
     virtual void scanFacets(std::span<const ActiveFacet> active, const Camera& camera);
 
-    /// Offers a run of pixels.
+    /// Offers a span of pixels.
     void fill(const SpanFill& span) noexcept;
 
     /// Takes the finished row, counted from 0 at the top.
     virtual void lineDone(int row) = 0;
 
     int width() const noexcept { return rowWidth; }
-    /// The nearest facet's place in the store, or noFacet.
+    /// Index of the nearest facet in the store, or noFacet.
     std::uint32_t owner(int column) const noexcept { return rowOwners[static_cast<std::size_t>(column)]; }
     /// Screen depth; the largest double where no surface is.
     double depth(int column) const noexcept { return rowDepths[static_cast<std::size_t>(column)]; }
     /// The same of every column.
     std::span<const std::uint32_t> owners() const noexcept { return rowOwners; }
     std::span<const double> depths() const noexcept { return rowDepths; }
-    /// A facet by its place in the store.
-    const Facet& facet(std::uint32_t place) const noexcept { return facets->facet(place); }
+    /// A facet by its index in the store.
+    const Facet& facet(std::uint32_t index) const noexcept { return facets->facet(index); }
     /// Its red, green and blue.
-    const std::uint8_t* colour(std::uint32_t place) const noexcept { return facets->colour(place); }
+    const std::uint8_t* colour(std::uint32_t index) const noexcept { return looks[index].colour; }
 
 private:
-    void scanOddFacet(const ActiveFacet& active, const Camera& camera) noexcept;
+    void scanOpenFacet(const ActiveFacet& active, const Camera& camera) noexcept;
 
     const Model* facets = nullptr;
+    const FacetShade* looks = nullptr;
     int rowWidth;
     std::vector<double> rowDepths;
     std::vector<std::uint32_t> rowOwners;

@@ -9,14 +9,14 @@
 
 namespace belvor {
 
-/// Runs of pixels gathered by row, in any order, and given back row by row. Each row's lie
-/// in blocks, so that adding writes forwards and taking reads forwards. The blocks are used
+/// Spans gathered by row, in any order, and given back row by row. Those of a row lie in
+/// blocks, so that adding writes forwards and taking reads forwards. The blocks are used
 /// again after restart().
 class RowSpans {
 public:
-    static constexpr int largestWidth = 65535;
+    static constexpr int maxWidth = 65535;
 
-    /// Forgets all runs and makes ready for `height` rows.
+    /// Forgets all spans and makes ready for `height` rows.
     void restart(int height)
     {
         rows.assign(static_cast<std::size_t>(height), Row());
@@ -24,15 +24,15 @@ public:
         total = 0;
     }
 
-    /// `span` within the columns 0 to largestWidth − 1.
+    /// `span` within the columns 0 to maxWidth − 1.
     void add(int number, const SpanFill& span)
     {
         Row& row = rows[static_cast<std::size_t>(number)];
         if (row.at == row.end) startBlock(row);
         *row.at++ = {span.depth, span.step, span.facet, static_cast<std::uint16_t>(span.first),
                      static_cast<std::uint16_t>(span.end)};
-        __builtin_prefetch(
-            row.at + 3, 1);   // a row's next lines are nowhere near: they come as late as they are asked for
+        __builtin_prefetch(row.at + 3,
+                           1);   // rows are filled in random order: fetch the next cache lines early
         ++total;
     }
 
@@ -42,16 +42,17 @@ public:
     void forEach(int number, Take take) const
     {
         const Row& row = rows[static_cast<std::size_t>(number)];
-        const Run* end = row.at;   // older blocks are full
+        const PackedSpan* end = row.at;   // older blocks are full
         for (const Block* block = row.newest; block;
-             block = block->older, end = block ? block->runs + blockSize : nullptr)
-            for (const Run* run = block->runs; run != end; ++run)
-                take(SpanFill{run->depth, run->step, run->facet, run->first, run->end});
+             block = block->older, end = block ? block->spans + blockSize : nullptr)
+            for (const PackedSpan* span = block->spans; span != end; ++span)
+                take(SpanFill{span->depth, span->step, span->facet, span->first, span->end});
     }
 
 private:
-    /// A SpanFill in three quarters of its size: there are millions, and memory is what they cost.
-    struct Run {
+    /// A SpanFill in three quarters of its size: there are millions, and reading them back is bound by
+    /// memory.
+    struct PackedSpan {
         double depth, step;
         std::uint32_t facet;
         std::uint16_t first, end;
@@ -59,12 +60,12 @@ private:
     static constexpr std::size_t blockSize = 42;
     struct Block {
         const Block* older;
-        Run runs[blockSize];
+        PackedSpan spans[blockSize];
     };
-    /// Where a row's next run goes.
+    /// Where a row's next span goes.
     struct Row {
-        Run* at = nullptr;
-        Run* end = nullptr;
+        PackedSpan* at = nullptr;
+        PackedSpan* end = nullptr;
         const Block* newest = nullptr;
     };
 
@@ -73,7 +74,7 @@ private:
         if (used == blocks.size()) blocks.push_back(static_cast<Block*>(pool.allocate(sizeof(Block))));
         Block* const fresh = blocks[used++];
         fresh->older = row.newest;
-        row = {fresh->runs, fresh->runs + blockSize, fresh};
+        row = {fresh->spans, fresh->spans + blockSize, fresh};
     }
 
     std::vector<Row> rows;

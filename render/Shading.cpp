@@ -7,37 +7,34 @@
 namespace belvor {
 namespace {
 
-/// A facet seen edge on has no side towards the eye: it goes back to the one that its reader
-/// gave it, so that the brightness of a scene never depends on earlier views.
-void turnToEye(Facet& facet, bool& turned, const Camera& camera)
-{
-    if (camera.faces(facet.plane) && !(turned && camera.faces(-facet.plane))) return;
-    facet.plane = -facet.plane;
-    turned = !turned;
-}
+/// One of the up to two passes over the facets.
+struct ShadePass {
+    double brightness;   ///< The channel value that becomes full.
+    double start;        ///< What the pass reports for the first facet;
+    double divisor;      ///< each further facet adds 1 / divisor.
+    bool mayRepeat;      ///< The divisor doubles once a channel shows that a second pass will follow.
+};
 
-/// One pass over the facets, reported from `start` on over a share 1/`divisor` a facet; the
-/// share is halved once a channel above `brightness` shows that a second pass will follow.
 /// The brightest channel, 0 at the least.
-double shadePass(BlockStore<Facet>& facets, LargeVector<FacetShade>& shades, const Camera& camera,
-                 const LightSet& lighting, double brightness, double start, double divisor, bool mayRepeat,
-                 Reporter& progress)
+double run(ShadePass pass, const Model& model, const Camera& camera, const LightSet& lighting,
+           LargeVector<FacetShade>& shades, Reporter& progress)
 {
     double brightest = 0.0;
-    for (std::uint32_t i = 0; i < facets.size(); ++i) {
-        if (i % 64 == 0) progress.check(2, 0, start + i / divisor);
-        Facet& facet = facets[i];
+    for (std::uint32_t i = 0; i < model.facetCount(); ++i) {
+        if (i % 64 == 0) progress.check(2, 0, pass.start + i / pass.divisor);
+        const Facet& facet = model.facet(i);
         FacetShade& shade = shades[i];
-        turnToEye(facet, shade.turned, camera);
-        const Colour light = lighting.illuminate(facet.plane.normal());
+        shade.reversed = !camera.faces(facet.plane);
+        const Vector<3>& normal = facet.plane.normal();
+        const Colour light = lighting.illuminate(shade.reversed ? -normal : normal);
         for (std::size_t channel = 0; channel < 3; ++channel) {
             const double value = light[channel] * facet.material->colour[channel];
             if (value > brightest) brightest = value;
-            shade.colour[channel] = toByte(value / brightness);
+            shade.colour[channel] = toByte(value / pass.brightness);
         }
-        if (mayRepeat && brightest > brightness) {
-            mayRepeat = false;
-            divisor = 6.0 * facets.size();
+        if (pass.mayRepeat && brightest > pass.brightness) {
+            pass.mayRepeat = false;
+            pass.divisor = 6.0 * model.facetCount();
         }
     }
     return brightest;
@@ -45,17 +42,17 @@ double shadePass(BlockStore<Facet>& facets, LargeVector<FacetShade>& shades, con
 
 }   // namespace
 
-void shadeFacets(BlockStore<Facet>& facets, LargeVector<FacetShade>& shades, const Camera& camera,
-                 const LightSet& lighting, double& brightness, Reporter& progress)
+void shadeFacets(const Model& model, const Camera& camera, const LightSet& lighting,
+                 LargeVector<FacetShade>& shades, double& brightness, Reporter& progress)
 {
-    shades.resize(facets.size());
-    const double count = facets.size();
+    shades.resize(model.facetCount());
+    const double count = model.facetCount();
     double brightest =
-        shadePass(facets, shades, camera, lighting, brightness, 2.0 / 3.0, 3.0 * count, true, progress);
+        run({brightness, 2.0 / 3.0, 3.0 * count, true}, model, camera, lighting, shades, progress);
     if (brightest == 0.0) brightest = 1.0;
     if (brightest == brightness) return;
     brightness = brightest;
-    shadePass(facets, shades, camera, lighting, brightness, 5.0 / 6.0, 6.0 * count, false, progress);
+    run({brightness, 5.0 / 6.0, 6.0 * count, false}, model, camera, lighting, shades, progress);
 }
 
 }   // namespace belvor

@@ -14,7 +14,7 @@ struct Crossing {
 /// are equal; `depth` at the first, growing by one addition of `step` a pixel.
 struct SpanFill {
     double depth, step;
-    std::uint32_t facet;   ///< Its place in the store.
+    std::uint32_t facet;   ///< Its index in the store.
     int first, end;
 };
 

@@ -33,15 +33,15 @@ public:
         return blocks[index >> blockBits][index & (blockSize - 1)];
     }
 
-    /// Appends an element made in its place from its members. Throws std::bad_alloc when
+    /// Appends an element made from its members, without a copy. Throws std::bad_alloc when
     /// memory, or the 32-bit numbering, is exhausted.
     template <class... Members>
     T& append(const Members&... members)
     {
         if ((count & (blockSize - 1)) == 0 && (count >> blockBits) == blocks.size()) grow();
-        T* const place = new (&(*this)[count]) T{members...};
+        T* const added = new (&(*this)[count]) T{members...};
         ++count;
-        return *place;
+        return *added;
     }
 
     /// Appends `number` elements, the i-th as `make(i)` gives it.
@@ -50,16 +50,15 @@ public:
     {
         for (std::uint32_t done = 0; done < number;) {
             if ((count & (blockSize - 1)) == 0 && (count >> blockBits) == blocks.size()) grow();
-            T* const place = &(*this)[count];
+            T* const added = &(*this)[count];
             const std::uint32_t room = blockSize - (count & (blockSize - 1));
-            if (done == 0
-                && number <= room) {   // nearly always: a loop of its own, which a known number writes out
-                for (std::uint32_t i = 0; i < number; ++i) std::construct_at(place + i, make(i));
+            if (done == 0 && number <= room) {   // nearly always: unrolled where `number` is a constant
+                for (std::uint32_t i = 0; i < number; ++i) std::construct_at(added + i, make(i));
                 count += number;
                 return;
             }
             const std::uint32_t left = number - done, these = left < room ? left : room;
-            for (std::uint32_t i = 0; i < these; ++i) std::construct_at(place + i, make(done + i));
+            for (std::uint32_t i = 0; i < these; ++i) std::construct_at(added + i, make(done + i));
             done += these;
             count += these;
         }

@@ -58,7 +58,7 @@ public:
     const double centreX, centreY;
 
 protected:
-    /// `largestScale` takes the place of a scale that is no usable number.
+    /// `largestScale` replaces a scale that is not positive or larger.
     Camera(const CameraView& view, double largestScale) noexcept;
     CameraRecord record(std::uint32_t kind) const noexcept;
 };

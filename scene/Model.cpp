@@ -2,13 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <locale>
-#include <ostream>
 
 namespace belvor {
 
 Model::Model() = default;
-Model::~Model() = default;
 
 void Model::bounds(Point<3>& centre, double& radius) const
 {
@@ -26,37 +23,6 @@ void Model::bounds(Point<3>& centre, double& radius) const
 void Model::statistics(Statistics& counts) const
 {
     counts = {vertexCount(), edgeCount(), facetCount(), static_cast<std::uint32_t>(materialsByKey.size())};
-}
-
-namespace {
-
-void writePoint(std::ostream& stream, const Point<3>& p)
-{
-    stream << ' ' << p[0] << ' ' << p[1] << ' ' << p[2];
-}
-
-void writeEnd(std::ostream& stream, std::uint32_t edge, const Model& model, std::uint32_t end)
-{
-    stream << edge << ' ' << static_cast<const void*>(&model.vertex(end));
-    writePoint(stream, model.vertex(end).position);
-    writePoint(stream, model.projected(end));
-    stream << '\n';
-}
-
-}   // namespace
-
-void Model::dump(std::ostream& stream, std::uint32_t number) const
-{
-    stream.imbue(std::locale::classic());
-    const Facet& which = facet(number);
-    const Vector<3>& normal = which.plane.normal();
-    stream << number << ' ' << static_cast<const void*>(&which) << ' ' << normal[0] << ' ' << normal[1] << ' '
-           << normal[2] << ' ' << which.plane.offset() << "\n\n";
-    for (std::uint32_t i = which.firstEdge; i < which.firstEdge + which.edgeCount; ++i) {
-        writeEnd(stream, i, *this, edge(i).from);
-        writeEnd(stream, i, *this, edge(i).to);
-    }
-    stream << '\n';
 }
 
 Vertex& Model::addVertex(const Point<3>& position) { return vertexStore.append(position); }

@@ -6,11 +6,11 @@
 #include "scene/BlockStore.h"
 #include "scene/Material.h"
 
+#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <iosfwd>
 #include <map>
-#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
@@ -20,17 +20,16 @@ namespace belvor {
 
 class Buffer;
 class Camera;
+class Frame;
 class LightSet;
 class Reporter;
-class RowSpans;
 
 /// A corner of the scene.
 struct Vertex {
     Point<3> position;   ///< Model coordinates.
 };
 
-/// One side of a facet, between two vertices by their place in the store. A render swaps
-/// the ends where needed, so that `from` is the upper one on the screen.
+/// One side of a facet, between two vertices by their indices in the store.
 struct Edge {
     std::uint32_t from, to;
 };
@@ -38,16 +37,10 @@ struct Edge {
 /// A flat polygon given by its edges alone: holes and several loops are more edges, filled
 /// by the even-odd rule. Its edges are `edgeCount` elements of the store from `firstEdge` on.
 struct Facet {
-    Plane plane;   ///< Model coordinates, unit normal. Turned towards the eye by each render.
+    Plane plane;   ///< Model coordinates, unit normal; both sides can be seen.
     const Material* material = nullptr;
     std::uint32_t firstEdge = 0;
     std::uint32_t edgeCount = 0;
-};
-
-/// What each render writes of a facet; apart from it, because all of them are written each time.
-struct FacetShade {
-    std::uint8_t colour[3] = {0, 0, 0};   ///< Red, green, blue.
-    bool turned = false;                  ///< The plane is the negative of the one that the reader gave.
 };
 
 /// The length of a model unit, for programs that read the image file: the reader sets it.
@@ -61,8 +54,8 @@ struct Statistics {
 };
 
 /// The scene: vertices, edges and facets in store order, and the materials by name. Filled
-/// by one reader, afterwards drawn by at most one render at a time. Appending never moves
-/// an element: references stay valid for the model's life.
+/// by one reader, constant afterwards: any number of renders may draw it at the same time.
+/// Appending never moves an element: references stay valid for the model's life.
 class Model : public TSHandlable {
 public:
     using Materials = std::map<std::string, Material, std::less<>>;
@@ -70,11 +63,12 @@ public:
     Model();
     ~Model() override;
 
-    /// Draws the model into `buffer`, row 0 at the top first, one lineDone() a row. Writes
-    /// per-render fields only, so the model can be drawn again after a failure. Throws
-    /// Reporter::Abandoned soon after `progress` answers true, std::bad_alloc.
+    /// Draws the model into `buffer`, row 0 at the top first, one lineDone() a row. Changes
+    /// nothing in the model; what a render computes lives in a Frame, which the model keeps for
+    /// its next plain render. A caller with a Frame of its own calls Frame::render. Throws
+    /// Reporter::Abandoned soon after `progress` answers true, std::bad_alloc. Any thread.
     virtual void render(const Camera& camera, const LightSet& lighting, Buffer& buffer,
-                        Reporter& progress);   // in render/Renderer.cpp
+                        Reporter& progress) const;   // in render/ModelRender.cpp
 
     /// The middle of the extent (the origin for a model without vertices) and the largest
     /// distance of a vertex from it.
@@ -82,14 +76,15 @@ public:
 
     virtual void statistics(Statistics& counts) const;
 
-    /// Debugging output: the plane of facet number `facet` and both ends of each of its edges.
-    virtual void dump(std::ostream& stream, std::uint32_t facet) const;
+    /// Debugging output: the plane of facet number `facet` and both ends of each of its edges, as
+    /// the last plain render saw them. Kept for this interface; nothing here calls it.
+    virtual void dump(std::ostream& stream, std::uint32_t facet) const;   // in render/ModelRender.cpp
 
     /// All append operations throw std::bad_alloc when memory is exhausted.
     Vertex& addVertex(const Point<3>& position);
     /// `material` is one of this model's materials.
     Facet& addFacet(const Material& material, const Plane& plane = {});
-    /// An edge of the facet added last, between two stored vertices, given by number.
+    /// An edge of the facet added last, between two stored vertices, given by their indices.
     Edge& addEdge(std::uint32_t from, std::uint32_t to);
 
     /// A facet of one loop, with vertices of its own at the corners and an edge from each to the next.
@@ -108,24 +103,11 @@ public:
     const Vertex& vertex(std::uint32_t number) const noexcept { return vertexStore[number]; }
     const Edge& edge(std::uint32_t number) const noexcept { return edgeStore[number]; }
     const Facet& facet(std::uint32_t number) const noexcept { return facetStore[number]; }
-    /// Red, green and blue of a facet as the last render shaded it; there must have been one.
-    const std::uint8_t* colour(std::uint32_t facetNumber) const noexcept
-    {
-        return shades[facetNumber].colour;
-    }
-    /// Where the last render put a vertex: pixels right, pixels down, screen depth. The
-    /// origin before any render.
-    Point<3> projected(std::uint32_t vertexNumber) const noexcept
-    {
-        return vertexNumber < projectedVertices.size() ? projectedVertices[vertexNumber] : Point<3>();
-    }
 
     const Units& units() const noexcept { return unitsOfModel; }
     void setUnits(const Units& units) noexcept { unitsOfModel = units; }
 
 private:
-    friend class Renderer;
-
     MemoryPool pool;
     BlockStore<Vertex> vertexStore{pool};
     BlockStore<Edge> edgeStore{pool};
@@ -133,13 +115,9 @@ private:
     Materials materialsByKey;
     Units unitsOfModel;
 
-    // What a render leaves for the next one. Projected positions lie apart from the vertices
-    // and side by side: the edge table walks them at random.
-    LargeVector<Point<3>> projectedVertices;
-    LargeVector<FacetShade> shades;
-    std::shared_ptr<RowSpans> rowSpans;   // kept: fresh memory costs more than the work in it
-    Extent<3> screenExtent = Extent<3>::nothing();
-    double brightness = 1.0;   // the brightest channel of the last shading pass
+    // The frame of the last plain render, none while one uses it: fresh memory costs more than
+    // the work done in it.
+    mutable std::atomic<Frame*> keptFrame{nullptr};
 };
 
 }   // namespace belvor

@@ -1,3 +1,4 @@
+#include "render/Frame.h"
 #include "tests/render/Keeper.h"
 #include "tests/support/Models.h"
 
@@ -15,7 +16,7 @@ using test::placeOf;
 using test::RecordingReporter;
 using test::thingsModel;
 
-test::Image render(Model& model, const Scene& scene, Reporter* reporter = nullptr)
+test::Image render(const Model& model, const Scene& scene, Reporter* reporter = nullptr)
 {
     SilentReporter silent;
     test::Image image;
@@ -63,7 +64,11 @@ TEST(Renderer, DrawsAndLightsTheBox)
                                {88, 111, 78},   {141, 90, 122},  {62, 104, 111}};
     const Handle<Model> model = thingsModel(boxText);
     for (const auto& c : cases) {
-        const test::Image image = render(*model, whole(*model, c.parallel));
+        const Scene scene = whole(*model, c.parallel);
+        test::Image image;
+        Frame frame;
+        SilentReporter silent;
+        frame.render(*model, *scene.camera, *scene.lights, *makeHandle<test::Keeper>(24, image), silent);
         Counts counts;
         for (const auto& row : image)
             for (const test::Pixel& pixel : row) ++counts[pixel.owner];
@@ -72,7 +77,7 @@ TEST(Renderer, DrawsAndLightsTheBox)
         EXPECT_NEAR(image[9][12].depth, c.depth, 1e-11) << c.parallel;
         for (std::uint32_t i = 1; i < 6; ++i)   // the base is seen edge on
             for (int channel = 0; channel < 3; ++channel)
-                EXPECT_EQ(model->colour(i)[channel], colours[i][channel]) << i;
+                EXPECT_EQ(frame.colour(i)[channel], colours[i][channel]) << i;
     }
 }
 
@@ -109,15 +114,15 @@ TEST(Renderer, ClosesFacetsThatTheEyePlaneCuts)
 
 TEST(Renderer, DrawsNothingOfACornerThatIsNoNumber)
 {
-    for (const double odd : {std::nan(""), HUGE_VAL, 1e308, -1e308}) {
+    for (const double corner : {std::nan(""), HUGE_VAL, 1e308, -1e308}) {
         Model model;
-        for (const Point<3>& p : {Point<3>(0, 0, 0), Point<3>(1, 0, 0), Point<3>(odd, 1, 0)})
+        for (const Point<3>& p : {Point<3>(0, 0, 0), Point<3>(1, 0, 0), Point<3>(corner, 1, 0)})
             model.addVertex(p);
         model.addFacet(model.findMaterial("a"), Plane(Vector<3>(0, 0, 1), 0.0));
         for (std::uint32_t i = 0; i < 3; ++i) model.addEdge(i, (i + 1) % 3);
         const test::Image image = render(model, inside({0.2, -3, 0.5}, 180, model));
         EXPECT_EQ(image.size(), 18u);
-        if (std::isnan(odd)) {
+        if (std::isnan(corner)) {
             EXPECT_EQ(image, test::Image(18, std::vector<test::Pixel>(24)));
         }
     }

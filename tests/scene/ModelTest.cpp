@@ -19,7 +19,7 @@ TEST(Model, BoundsAreThoseOfTheExtent)
         double radius;
     } cases[] = {
         {"empty", {}, {0, 0, 0}, 0},
-        {"a single point keeps its place", {{5, 6, 7}}, {5, 6, 7}, 0},
+        {"a single point is its own centre", {{5, 6, 7}}, {5, 6, 7}, 0},
         {"points that coincide", {{5, 6, 7}, {5, 6, 7}}, {5, 6, 7}, 0},
         {"flat in one axis", {{0, 0, 1}, {4, 0, 1}, {0, 3, 1}}, {2, 1.5, 1}, 2.5},
         {"a coordinate that is no number widens nothing",

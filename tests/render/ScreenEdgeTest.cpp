@@ -1,4 +1,4 @@
-#include "render/EdgeTable.h"
+#include "render/ScreenEdge.h"
 
 #include <gtest/gtest.h>
 
@@ -28,7 +28,7 @@ TEST(ActiveRows, EndWhereAnEdgeEndsOnARowOrBeyondAllRows)
     };
     for (const auto& c : cases) {
         const EdgeRows rows = activeRows(c.y0, c.z0, c.y1, c.z1, 10);
-        EXPECT_EQ(rows.first > rows.last, c.first > c.last) << c.why;
+        EXPECT_EQ(rows.none(), c.first > c.last) << c.why;
         EXPECT_TRUE(c.first > c.last || (rows.first == c.first && rows.last == c.last))
             << c.why << ": " << rows.first << " to " << rows.last;
     }

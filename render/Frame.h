@@ -1,0 +1,48 @@
+#pragma once
+
+#include "render/EdgeTable.h"
+#include "render/FacetStepper.h"
+#include "render/Shading.h"
+
+#include <cstdint>
+
+namespace belvor {
+
+/// All that a render computes: where vertices lie on the screen, which edges cross which rows,
+/// how facets are lit. Belongs to whoever renders; several frames may draw one model at the
+/// same time. Used again for the next picture, of any model, it saves allocating its memory:
+/// fresh memory can cost more than the work done in it. Used by one thread at a time.
+class Frame {
+public:
+    /// Draws `model` into `buffer`, row 0 at the top first, one lineDone() a row. `camera` has
+    /// the picture's height, `buffer` its width. Throws Reporter::Abandoned soon after
+    /// `progress` answers true, std::bad_alloc, and what `buffer` throws; the frame can be
+    /// used again afterwards.
+    void render(const Model& model, const Camera& camera, const LightSet& lighting, Buffer& buffer,
+                Reporter& progress);
+
+    /// Whether the last render reached its last row; only then may the following be asked.
+    bool complete() const noexcept { return ended; }
+
+    /// Red, green and blue of the facet of that index.
+    const std::uint8_t* colour(std::uint32_t facet) const noexcept { return shades[facet].colour; }
+    /// Whether the eye saw the side of the facet that its normal points away from.
+    bool reversed(std::uint32_t facet) const noexcept { return shades[facet].reversed; }
+    /// A vertex on the screen: pixels right, pixels down, depth.
+    const Point<3>& projected(std::uint32_t vertex) const noexcept { return vertices.points[vertex]; }
+    /// The box around all projected vertices, nothing for a model without any.
+    Extent<3> screenExtent() const noexcept;
+
+private:
+    void project(const Model& model, const Camera& camera, Reporter& progress);
+    void walkRows(const Model& model, const Camera& camera, Buffer& buffer, Reporter& progress);
+
+    ProjectedVertices vertices;
+    EdgeTable edges;
+    FacetStepper stepper;
+    LargeVector<FacetShade> shades;
+    bool ended = false;
+    double brightness = 1.0;   // the brightest channel of the last shading
+};
+
+}   // namespace belvor

@@ -1,0 +1,146 @@
+#include "render/Frame.h"
+
+#include "errors/Reporter.h"
+#include "scene/Camera.h"
+#include "scene/Light.h"
+#include "tests/render/Keeper.h"
+#include "tests/support/FailingAllocation.h"
+#include "view/SceneBuilder.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <thread>
+#include <vector>
+
+namespace belvor {
+namespace {
+
+/// What a sink is given of a picture: owners, depths and colours.
+struct Picture {
+    test::Image image;
+    std::vector<std::uint8_t> colours;
+    friend bool operator==(const Picture&, const Picture&) = default;
+};
+
+class PictureKeeper : public test::Keeper {
+public:
+    PictureKeeper(int width, Picture& target) : Keeper(width, target.image), picture(target) {}
+    void lineDone(int row) override
+    {
+        Keeper::lineDone(row);
+        for (int i = 0; i < width(); ++i) {
+            if (owner(i) == noFacet) continue;
+            picture.colours.insert(picture.colours.end(), colour(owner(i)), colour(owner(i)) + 3);
+        }
+    }
+
+private:
+    Picture& picture;
+};
+
+/// Triangles, small ones and large ones, and one polygon of many edges.
+Handle<Model> jumble(int triangles)
+{
+    const Handle<Model> model = makeHandle<Model>();
+    const Material& material = model->addMaterial("a", {1, {0.5, 0.7, 0.9}, "a"});
+    std::mt19937 random(5);
+    std::uniform_real_distribution<double> anywhere(-1.0, 1.0);
+    for (int i = 0; i < triangles; ++i) {
+        const double size = i % 10 == 0 ? 1.0 : 0.05;
+        const Point<3> middle(anywhere(random), anywhere(random), anywhere(random));
+        Point<3> corners[3];
+        for (Point<3>& corner : corners)
+            corner = middle + Vector<3>(anywhere(random), anywhere(random), anywhere(random)) * size;
+        model->addPolygon(material, Plane(corners[0], corners[1], corners[2]), corners);
+    }
+    std::vector<Point<3>> star;
+    for (int i = 0; i < 12; ++i) star.push_back({(i % 2 + 1) * 0.5 * (i % 4 - 1.5), (i % 3 - 1) * 0.9, 0.1});
+    model->addPolygon(material, Plane(Vector<3>(0, 0, 1), star[0]), star);
+    return model;
+}
+
+Scene sceneOf(const Model& model, int width, int height, double turned)
+{
+    ModelPlace place;
+    model.bounds(place.centre, place.radius);
+    ViewParameters view = wholeModel(freshView(), {width, height});
+    view.eye = view.eye + Vector<3>(turned, -turned, turned * 0.5);
+    view.parallel = turned > 1.0;
+    return buildScene(view, place, {width, height}, width, height);
+}
+
+Picture drawn(const Model& model, const Scene& scene, Frame* frame)
+{
+    Picture picture;
+    SilentReporter silent;
+    const Handle<PictureKeeper> sink =
+        makeHandle<PictureKeeper>(static_cast<int>(scene.camera->width), picture);
+    if (frame) frame->render(model, *scene.camera, *scene.lights, *sink, silent);
+    else model.render(*scene.camera, *scene.lights, *sink, silent);
+    return picture;
+}
+
+}   // namespace
+
+TEST(Frame, RendersOfOneModelAtTheSameTimeAreThoseOfSingleRenders)
+{
+    const Handle<Model> model = jumble(400);
+    constexpr int threadCount = 4;
+    std::vector<Scene> scenes;
+    std::vector<Picture> wanted;
+    for (int i = 0; i < threadCount; ++i) {
+        scenes.push_back(sceneOf(*model, 40 + 7 * i, 30 + 3 * i, 0.6 * i));
+        wanted.push_back(drawn(*model, scenes.back(), nullptr));
+    }
+    std::vector<int> wrong(threadCount, 0);
+    std::vector<std::thread> threads;
+    for (std::size_t i = 0; i < threadCount; ++i)
+        threads.emplace_back([&, i] {
+            Frame own;
+            for (int repeat = 0; repeat < 5; ++repeat) {
+                // Half of the threads use the plain call, which shares what the model keeps.
+                const std::size_t which = (i + static_cast<std::size_t>(repeat)) % threadCount;
+                wrong[i] += drawn(*model, scenes[which], i % 2 == 0 ? &own : nullptr) != wanted[which];
+            }
+        });
+    for (std::thread& thread : threads) thread.join();
+    EXPECT_EQ(wrong, std::vector<int>(threadCount, 0));
+}
+
+TEST(Frame, IsUsableAfterAnyAllocationFailed)
+{
+    const Handle<Model> model = jumble(60);
+    const Scene scene = sceneOf(*model, 30, 20, 0.3);
+    const Picture wanted = drawn(*model, scene, nullptr);
+    SilentReporter silent;
+    class Sink : public Buffer {
+    public:
+        using Buffer::Buffer;
+        void lineDone(int) override {}
+    };
+    const Handle<Sink> sink = makeHandle<Sink>(30);
+    const std::size_t failures = test::failEachAllocation([&] {
+        Frame fresh;
+        fresh.render(*model, *scene.camera, *scene.lights, *sink, silent);
+    });
+    EXPECT_GT(failures, 10u);
+
+    // A frame that a failure left half filled, and the one that the model keeps.
+    for (std::size_t n = 0; n < failures; ++n) {
+        Frame frame;
+        const Handle<Model> another = jumble(60);
+        for (const bool plainCall : {false, true}) {
+            test::FailingAllocation failing(n);
+            try {
+                if (plainCall) another->render(*scene.camera, *scene.lights, *sink, silent);
+                else frame.render(*another, *scene.camera, *scene.lights, *sink, silent);
+            } catch (const std::bad_alloc&) {}
+            EXPECT_TRUE(failing.failed()) << n;
+        }
+        EXPECT_EQ(drawn(*another, scene, &frame), wanted) << n;
+        EXPECT_EQ(drawn(*another, scene, nullptr), wanted) << n;
+    }
+}
+
+}   // namespace belvor
