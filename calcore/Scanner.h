@@ -35,7 +35,7 @@ public:
         return !hasFailed;
     }
 
-    /// An integer. A failed one is 0; one beyond 64 bits fails as the nearest that fits.
+    /// An integer. A failed one, such as one beyond 64 bits, is 0.
     /// At the end of the text, and once failed, `value` keeps what it has.
     bool integer(std::int64_t& value) noexcept
     {
@@ -54,8 +54,7 @@ public:
         }
         at = p;
         if (p == digits || overflow) {
-            constexpr auto most = std::numeric_limits<std::int64_t>::max();
-            value = p == digits ? 0 : negative ? -most - 1 : most;
+            value = 0;
             hasFailed = true;
             return false;
         }

@@ -34,6 +34,7 @@ void DXF::read()
         if (known) readSection(name);
     }
     forgetContents();   // they hold views of the file
+    missingBlocks.clear();
     dxfStream.reset();
     expansions = decltype(expansions)();
     placed = decltype(placed)();
@@ -44,8 +45,9 @@ void DXF::readSection(const std::string& name)
     if (name == "HEADER") readHeader();   // a drawing of any release is read the same way
     else if (name == "TABLES") readTables();
     else if (name == "BLOCKS") {
-        forgetContents();   // an INSERT that had no block may find one from now on
         readBlocks();
+        if (missingFound) forgetContents();   // an INSERT that had no block has one from now on
+        missingFound = false;
     } else if (name == "OBJECTS") readObjects(*dxfStream, false);
     else readEntitiesSection();
 }
@@ -70,6 +72,14 @@ const DXFLayer& DXF::findLayer(std::string_view name)
     recentLayer = &place->second;
     recentLayerName = name;
     return *recentLayer;
+}
+
+const DXFBlock* DXF::findBlock(std::string_view name)
+{
+    const auto found = blocks.find(name);
+    if (found != blocks.end()) return &found->second;
+    missingBlocks.insert(name);
+    return nullptr;
 }
 
 Material& DXF::findMaterial(std::string_view key)

@@ -2,10 +2,13 @@
 
 #include "readers/dxf/DXFBlock.h"
 #include "readers/dxf/DXFDrawing.h"
+#include "readers/dxf/DXFFarCells.h"
+#include "readers/dxf/DXFUndrawn.h"
 #include "scene/Model.h"
 
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -43,18 +46,24 @@ private:
     void readLayers();
     void addLayer(const DXFRecord& record);
     void readBlocks();
-    void addBlock(const DXFRecord& record);
+    DXFBlock& addBlock(const DXFRecord& record);
 
     // DXFExpansion.cpp: entities, and blocks within blocks
     void readAllEntities();
     void startCell();
     void endCell();
+    void leaveExpansion();
+    void nextCell(DXFExpansion& cell, std::uint64_t cells);
     void walk();
     void playBack();
+    bool countUndrawn(DXFBlock& block, std::uint64_t cells);
+    bool passUndrawn(DXFExpansion& cell);
+    bool passFarCells(DXFExpansion& cell);
+    void countFar(const DXFFarCells& far);
+    void finishSummary(DXFExpansion& cell);
+    void logCell(const DXFExpansion& cell);
     template <class Add>
     void record(Add add);
-    void finishRecording();
-    bool summarise(DXFBlockContents& contents) const;
     void addMapped(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat,
                    const AffineTransform<3>& transform);
 
@@ -66,7 +75,7 @@ private:
     void placeFacet(const Material& material, std::span<const Point<3>> corners,
                     const DXFAxes* flat) override;
     void readEntities(const DXFInsertion& insertion) override;
-    bool hasBlock(std::string_view name) const override { return blocks.find(name) != blocks.end(); }
+    const DXFBlock* findBlock(std::string_view name) override;
     void skip(std::string_view type, SkippedEntities::Why why, std::string_view what) override;
 
     inline static bool logging = false;
@@ -86,6 +95,10 @@ private:
     std::vector<DXFExpansion> expansions;   // the ENTITIES section, then the insertions under way
     std::vector<Point<3>> placed;           // the corners of one facet
     std::size_t recordedBytes = 0;          // by the contents of blocks, complete or not
+    std::uint64_t facetsMet = 0, cyclesMet = 0, namesMet = 0;   // within the whole reading
+    DXFUndrawn undrawn{skippedEntities, [this] { dxfStream->checkProgress(); }};
+    std::set<std::string_view, std::less<>> missingBlocks;   // that INSERTs named; views of the file
+    bool missingFound = false;                               // one of them has been read
 };
 
 }   // namespace belvor

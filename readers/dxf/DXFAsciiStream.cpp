@@ -78,13 +78,20 @@ public:
     void passValue(DXFPosition& place, const DXFGroup& group) { takeLine(place, group); }
 
 private:
+    /// Lines beyond 31 bits are told as the largest.
+    static std::int32_t twoLinesOn(std::int32_t line) noexcept
+    {
+        constexpr std::int32_t most = std::numeric_limits<std::int32_t>::max();
+        return line > most - 2 ? most : line + 2;
+    }
+
     /// The value's line, which ends the group.
     std::string_view takeLine(DXFPosition& place, const DXFGroup& group) const
     {
         const char* textEnd;
         const char* const value = stepOver(codeLineEnd, textEnd);
         if (value == end) throw BadFile(BadFile::badGroupValue, fileName(), group.line);
-        place = {stepOver(value, textEnd), place.line + 2};
+        place = {stepOver(value, textEnd), twoLinesOn(place.line)};
         return {value, static_cast<std::size_t>(textEnd - value)};
     }
 

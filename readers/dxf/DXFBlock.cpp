@@ -23,15 +23,10 @@ void DXFBlockContents::addInsertion(const DXFInsertion& insertion)
     items.emplace_back(insertions.back().get());
 }
 
-void DXFBlockContents::countSkips(std::uint64_t cells) const noexcept
-{
-    for (const auto& [entry, count] : skips) entry->count = counted(entry->count, count, cells);
-}
-
 std::size_t DXFBlockContents::size() const noexcept
 {
     return items.size() * sizeof(Item) + corners.size() * sizeof(Point<3>)
-           + insertions.size() * sizeof(DXFInsertion) + flats.size() * sizeof(DXFAxes) + skips.size() * 64;
+           + insertions.size() * sizeof(DXFInsertion) + flats.size() * sizeof(DXFAxes);
 }
 
 }   // namespace belvor

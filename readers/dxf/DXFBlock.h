@@ -19,7 +19,7 @@ public:
     struct Facet {
         const Material* material;
         std::uint32_t firstCorner, cornerCount;
-        std::int32_t flat;   ///< Place in `flats`, or −1 for world +z.
+        std::int32_t flat;   ///< Index in `flats`, or −1 for world +z.
     };
     struct MaterialName {
         std::string_view key, name;
@@ -32,9 +32,10 @@ public:
     {
         items.emplace_back(MaterialName{key, name});
     }
-    void addSkip(SkippedEntities::Entry& entry) { ++skips[&entry]; }
-    /// Counts what was skipped, once for each cell.
-    void countSkips(std::uint64_t cells) const noexcept;
+    std::span<const Point<3>> cornersOf(const Facet& facet) const noexcept
+    {
+        return {corners.data() + facet.firstCorner, facet.cornerCount};
+    }
 
     /// About the bytes taken.
     std::size_t size() const noexcept;
@@ -43,19 +44,46 @@ public:
     std::vector<Point<3>> corners;
     std::vector<DXFAxes> flats;
     std::vector<std::unique_ptr<DXFInsertion>> insertions;
-    std::map<SkippedEntities::Entry*, std::uint64_t> skips;
-    bool onlySkips =
-        false;   ///< Nothing is drawn, by the insertions neither: `skips` has theirs too, and says it all.
+};
+
+struct DXFBlock;
+
+/// What the first walk over a block's entities met, as numbers: enough to count what a later
+/// insertion of it would skip, without a walk.
+struct DXFBlockSummary {
+    enum class State : std::uint8_t {
+        unread,
+        drawsNothing,   ///< Nor does what it inserts.
+        draws,          ///< It gives facets, or so does what it inserts.
+        cyclic,         ///< It inserts itself, or inserts blocks that do: what it gives depends on where.
+    };
+    struct Inserted {
+        std::uint64_t times = 0, cells = 0;   ///< INSERT records, and the cells of all of them.
+    };
+
+    State state = State::unread;
+    std::uint32_t walks = 0;       ///< How often the text has been read.
+    bool namesMaterials = false;   ///< It, or what it inserts: then every insertion has an effect.
+    std::uint64_t facets = 0;      ///< Given by its own entities.
+    std::map<SkippedEntities::Entry*, std::uint64_t> skips;   ///< Of its own entities.
+    std::map<DXFBlock*, Inserted> insertions;
+
+    std::uint64_t playedCells = 0;    ///< Whose own skips are still to be counted.
+    std::uint64_t countedCells = 0;   ///< The same with all that they insert.
+    std::uint64_t mark = 0;           ///< Of the search that came here last.
 };
 
 /// A BLOCK of the drawing.
 struct DXFBlock {
+    std::string_view name;   ///< Of the drawing's map of blocks.
     Point<3> base;
     std::string layer;
-    DXFPosition entities;   ///< Just after its BLOCK record.
+    DXFPosition entities;      ///< Just after its BLOCK record.
+    bool isEmpty = false;      ///< Its end follows at once.
+    bool isExternal = false;   ///< It stands for another file.
 
-    bool expanding = false;                       ///< An insertion of it is under way.
-    std::uint32_t walks = 0;                      ///< How often its text has been read.
+    bool expanding = false;   ///< An insertion of it is under way.
+    DXFBlockSummary summary;
     std::unique_ptr<DXFBlockContents> contents;   ///< Once complete.
 };
 
@@ -70,8 +98,20 @@ struct DXFExpansion {
     AffineTransform<3> transform;   ///< Of the current cell: block to world.
     DXFPosition back;               ///< Where the reading goes on after a cell.
     bool playing = false;           ///< The block's contents are played back, not read.
+    bool summarising = false;       ///< This is the first walk over the block.
     std::size_t nextItem = 0;       ///< Of the contents.
     std::unique_ptr<DXFBlockContents> recording;
+
+    // How far the whole reading was when the cell began.
+    std::uint64_t facetsBefore = 0, givenBefore = 0, cyclesBefore = 0, namesBefore = 0;
+    std::uint64_t emptyCells = 0;   ///< In a row, whose facets were all too far out.
+
+    std::uint64_t cellsLeft() const noexcept   // the current one included
+    {
+        const auto rows = static_cast<std::uint64_t>(insertion.rows);
+        return insertion.cells() - static_cast<std::uint64_t>(column) * rows
+               - static_cast<std::uint64_t>(row);
+    }
 };
 
 }   // namespace belvor

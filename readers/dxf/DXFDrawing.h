@@ -47,6 +47,8 @@ struct DXFInsertion {
     }
 };
 
+struct DXFBlock;
+
 /// The drawing as its entities see it. They know nothing of sections, blocks or the model,
 /// so that an INSERT, which has more entities read, needs none of them either.
 class DXFDrawing {
@@ -71,8 +73,8 @@ public:
 
     /// Has the entities of a known block read for each cell, as soon as the current entity is done.
     virtual void readEntities(const DXFInsertion& insertion) = 0;
-    /// Whether a BLOCK of that name has been read.
-    virtual bool hasBlock(std::string_view name) const = 0;
+    /// The block of that name, or null when no BLOCK has defined it so far.
+    virtual const DXFBlock* findBlock(std::string_view name) = 0;
 
     virtual void skip(std::string_view type, SkippedEntities::Why why, std::string_view what) = 0;
 

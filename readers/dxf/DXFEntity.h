@@ -29,6 +29,12 @@ protected:
 
     DXFStream& stream() const { return drawing.stream(); }
     DXFLog& log() const { return stream().log(); }
+    /// For long loops: reports progress, which may throw, when `count` is a multiple of some thousands.
+    void pauseEvery(std::size_t count) const
+    {
+        constexpr std::size_t stepsBetweenReports = 4096;
+        if (count % stepsBetweenReports == stepsBetweenReports - 1) stream().checkProgress();
+    }
 
     DXFDrawing& drawing;
     const DXFRecord& record;

@@ -2,13 +2,14 @@
 #include "readers/dxf/DXFEntity.h"
 
 #include <algorithm>
-#include <cmath>
+#include <bit>
 
 namespace belvor {
 namespace {
 
-constexpr std::size_t mostRecordedBytes = std::size_t{64}
-                                          << 20;   // of all blocks; beyond, their text is read again
+using State = DXFBlockSummary::State;
+
+constexpr std::size_t maxRecordedBytes = std::size_t{64} << 20;   // of all blocks; beyond, text is read again
 constexpr std::size_t itemsBetweenReports = 128;
 
 const char* labelOf(const DXFExpansion& expansion) noexcept
@@ -16,22 +17,11 @@ const char* labelOf(const DXFExpansion& expansion) noexcept
     return expansion.block ? "INSERTed block" : "ENTITIES section";
 }
 
-/// And small enough to be added up.
-bool isFinite(std::span<const Point<3>> corners) noexcept
-{
-    double sum = 0.0;   // a term that is infinite or no number leaves no number behind
-    for (const Point<3>& corner : corners) sum += (corner[0] + corner[1] + corner[2]) * 0.0;
-    return sum == 0.0;
-}
-
 }   // namespace
 
 void DXF::forgetContents()
 {
-    for (auto& [name, block] : blocks) {
-        block.contents.reset();
-        block.walks = 0;
-    }
+    undrawn.forget();
     recordedBytes = 0;
 }
 
@@ -43,26 +33,41 @@ void DXF::readAllEntities()
         if (expansions.back().playing) playBack();
         else walk();
     }
+    undrawn.settle();
 }
 
 void DXF::readEntities(const DXFInsertion& insertion)
 {
     const auto found = blocks.find(insertion.block);
     if (found == blocks.end()) return;
+    DXFBlock& block = found->second;
+    if (!expansions.empty() && expansions.back().summarising) {
+        DXFBlockSummary::Inserted& met = expansions.back().block->summary.insertions[&block];
+        ++met.times;
+        met.cells = counted(met.cells, insertion.cells(), 1);
+    }
     record([&insertion](DXFBlockContents& contents) { contents.addInsertion(insertion); });
-    if (found->second.expanding) {   // not for the record: it depends on who inserts the block
-        skippedEntities.add("INSERT", SkippedEntities::Why::blockInItself, insertion.block);
+    if (block.expanding) {   // not for the record: it depends on who inserts the block
+        ++cyclesMet;
+        undrawn.countInItself(block, 1);
         return;
     }
-    if (const auto& contents = found->second.contents; contents && contents->onlySkips && !log())
-        return contents->countSkips(insertion.cells());
+    if (countUndrawn(block, insertion.cells())) return;
     DXFExpansion inner;
-    inner.block = &found->second;
+    inner.block = &block;
     inner.insertion = insertion;
     inner.placement = expansions.back().transform * insertion.placement();
-    inner.block->expanding = true;
+    block.expanding = true;
     expansions.push_back(std::move(inner));
     startCell();
+}
+
+bool DXF::countUndrawn(DXFBlock& block, std::uint64_t cells)
+{
+    if (!undrawn.count(block, cells)) return false;
+    cyclesMet += block.summary.state == State::cyclic;
+    log().line("Nothing to draw in ", cells, " cells of block ", block.name);
+    return true;
 }
 
 /// Makes ready for the entities of the cell at (column, row).
@@ -76,31 +81,39 @@ void DXF::startCell()
         const Vector<3> base = cell.block->base.vector();
         cell.transform = cell.placement * UniformTransform<3>::translation(offset - base);
     }
-    if (log()) {
-        if (cell.block) {
-            const DXFInsertion& insertion = cell.insertion;
-            log().line("Insert hook");
-            log().line("InsertTransform [", insertion.scale, "    scale ", insertion.degrees, " degrees",
-                       " rotate ", insertion.position, " translate ", insertion.tilt.toWorld(), " tilt ",
-                       "] * ", expansions[expansions.size() - 2].transform);
-            log().line("InsertTransform =", " ", cell.transform);
-        }
-        log().line("ReadEntitiesSection for ", labelOf(cell), " from line ", dxfStream->position().line);
-        log().line("    transform = ", cell.transform);
-    }
+    if (log()) logCell(cell);
     if (!cell.block) return;
 
     DXFBlock& block = *cell.block;
     cell.nextItem = 0;
+    cell.facetsBefore = facetCount();
+    cell.givenBefore = facetsMet;
+    cell.cyclesBefore = cyclesMet;
+    cell.namesBefore = namesMet;
     cell.playing = block.contents && !log();   // a log tells of every record: it needs the text
     if (cell.playing) {
-        block.contents->countSkips(1);
+        ++block.summary.playedCells;
         return;
     }
     cell.back = dxfStream->position();
     log().line("Seek to block at line ", block.entities.line);
     dxfStream->seek(block.entities);
-    if (++block.walks == 2 && !log()) cell.recording = std::make_unique<DXFBlockContents>();
+    cell.summarising = block.summary.walks == 0;
+    if (++block.summary.walks == 2) cell.recording = std::make_unique<DXFBlockContents>();
+}
+
+void DXF::logCell(const DXFExpansion& cell)
+{
+    if (cell.block) {
+        const DXFInsertion& insertion = cell.insertion;
+        log().line("Insert hook");
+        log().line("InsertTransform [", insertion.scale, "    scale ", insertion.degrees, " degrees",
+                   " rotate ", insertion.position, " translate ", insertion.tilt.toWorld(), " tilt ", "] * ",
+                   expansions[expansions.size() - 2].transform);
+        log().line("InsertTransform =", " ", cell.transform);
+    }
+    log().line("ReadEntitiesSection for ", labelOf(cell), " from line ", dxfStream->position().line);
+    log().line("    transform = ", cell.transform);
 }
 
 /// Leaves the current cell, for the next one or for the entities around the insertion.
@@ -110,15 +123,98 @@ void DXF::endCell()
     if (cell.block && !cell.playing) {
         log().line("Return from block to line ", cell.back.line);
         dxfStream->seek(cell.back);
-        if (cell.recording) finishRecording();
+        if (cell.summarising) finishSummary(cell);
+        if (cell.recording) cell.block->contents = std::move(cell.recording);
     }
-    if (++cell.row >= cell.insertion.rows) {
-        cell.row = 0;
-        ++cell.column;
+    if (cell.cellsLeft() > 1) {
+        nextCell(cell, 1);
+        if (cell.block && passUndrawn(cell)) return leaveExpansion();
+        return startCell();
     }
-    if (cell.column < cell.insertion.columns) return startCell();
-    if (cell.block) cell.block->expanding = false;
+    leaveExpansion();
+}
+
+void DXF::leaveExpansion()
+{
+    if (DXFBlock* const block = expansions.back().block) block->expanding = false;
     expansions.pop_back();
+}
+
+/// Goes on by that many cells, fewer than are left.
+void DXF::nextCell(DXFExpansion& cell, std::uint64_t cells)
+{
+    const auto rows = static_cast<std::uint64_t>(cell.insertion.rows);
+    const std::uint64_t row = static_cast<std::uint64_t>(cell.row) + cells;
+    cell.column += static_cast<std::int32_t>(row / rows);
+    cell.row = static_cast<std::int32_t>(row % rows);
+}
+
+/// Counts the cells from the current one on that draw nothing, without a walk through them;
+/// there may be more of them than anyone could wait for. True when none is left.
+bool DXF::passUndrawn(DXFExpansion& cell)
+{
+    if (facetCount() != cell.facetsBefore) {
+        cell.emptyCells = 0;
+        return false;
+    }
+    cell.block->expanding = false;
+    const bool counted = countUndrawn(*cell.block, cell.cellsLeft());
+    cell.block->expanding = true;
+    if (counted) return true;
+    // The search below may fail: not after every cell.
+    return std::has_single_bit(++cell.emptyCells) && passFarCells(cell);
+}
+
+/// The same for cells whose facets are all too far out.
+bool DXF::passFarCells(DXFExpansion& cell)
+{
+    const DXFInsertion& insertion = cell.insertion;
+    const AffineTransform<3>& outer = expansions[expansions.size() - 2].transform;
+    DXFFarCells far([this](std::string_view name) -> DXFBlock& { return blocks.find(name)->second; });
+    const auto pass = [&](std::int32_t columns, std::int32_t rows) {
+        const std::uint64_t cells = static_cast<std::uint64_t>(columns) * static_cast<std::uint64_t>(rows);
+        const DXFCellRange range = DXFCellRange{outer, outer}.cellsOf(insertion, cell.block->base,
+                                                                      cell.column, cell.row, columns, rows);
+        if (!far.holdsNothing(*cell.block, range, cells)) return false;
+        countFar(far);
+        return true;
+    };
+    for (bool passed = true; passed;) {   // as many whole columns as possible, else rows of this one
+        passed = false;
+        std::int32_t columns = cell.row == 0 ? insertion.columns - cell.column : 0, rows = insertion.rows;
+        while (columns > 0 && !(passed = pass(columns, rows))) columns /= 2;
+        if (!passed)
+            for (columns = 1, rows -= cell.row; rows > 0 && !(passed = pass(columns, rows));) rows /= 2;
+        if (!passed) return false;
+        const std::uint64_t cells = static_cast<std::uint64_t>(columns) * static_cast<std::uint64_t>(rows);
+        log().line("Too far out: ", cells, " cells of block ", cell.block->name);
+        if (cells == cell.cellsLeft()) return true;
+        nextCell(cell, cells);
+        dxfStream->checkProgress();
+    }
+    return false;
+}
+
+void DXF::countFar(const DXFFarCells& far)
+{
+    if (far.facets != 0) skippedEntities.add("facet", SkippedEntities::Why::tooFarOut, {}, far.facets);
+    for (const auto& [block, cells] : far.played)
+        block->summary.playedCells = counted(block->summary.playedCells, cells, 1);
+    for (const auto& [block, cells] : far.counted)
+        block->summary.countedCells = counted(block->summary.countedCells, cells, 1);
+    for (const auto& [block, times] : far.inItself) undrawn.countInItself(*block, times);
+}
+
+/// The first walk over a block has ended: says what later ones will come to.
+void DXF::finishSummary(DXFExpansion& cell)
+{
+    cell.summarising = false;
+    DXFBlockSummary& summary = cell.block->summary;
+    summary.namesMaterials = namesMet != cell.namesBefore;
+    if (cyclesMet != cell.cyclesBefore) summary.state = State::cyclic;
+    else if (facetsMet != cell.givenBefore || summary.namesMaterials) summary.state = State::draws;
+    else summary.state = State::drawsNothing;
+    undrawn.addSummarised(*cell.block);
 }
 
 /// Reads entities up to the end of the cell or to the first insertion among them.
@@ -148,10 +244,11 @@ void DXF::playBack()
         if (cell.nextItem % itemsBetweenReports == itemsBetweenReports - 1) dxfStream->checkProgress();
         const DXFBlockContents::Item& item = contents.items[cell.nextItem++];
         if (const auto* facet = std::get_if<DXFBlockContents::Facet>(&item)) {
-            addMapped(*facet->material, {contents.corners.data() + facet->firstCorner, facet->cornerCount},
+            addMapped(*facet->material, contents.cornersOf(*facet),
                       facet->flat < 0 ? nullptr : &contents.flats[static_cast<std::size_t>(facet->flat)],
                       cell.transform);
         } else if (const auto* name = std::get_if<DXFBlockContents::MaterialName>(&item)) {
+            ++namesMet;
             findMaterial(name->key).name = name->name;
         } else {
             readEntities(*std::get<DXFInsertion*>(item));
@@ -170,45 +267,9 @@ void DXF::record(Add add)
     recordedBytes -= recording->size();
     add(*recording);
     recordedBytes += recording->size();
-    if (recordedBytes <= mostRecordedBytes) return;
+    if (recordedBytes <= maxRecordedBytes) return;
     recordedBytes -= recording->size();
     recording.reset();
-}
-
-/// Gives the block what the cell that ends has recorded. If that is nothing to draw, the cells
-/// to come are counted at once: there may be more of them than anyone could wait for.
-void DXF::finishRecording()
-{
-    DXFExpansion& cell = expansions.back();
-    DXFBlockContents& contents = *(cell.block->contents = std::move(cell.recording));
-    contents.onlySkips = summarise(contents);
-    if (!contents.onlySkips) return;
-    const DXFInsertion& insertion = cell.insertion;
-    const auto rows = static_cast<std::uint64_t>(insertion.rows);
-    contents.countSkips(insertion.cells() - static_cast<std::uint64_t>(cell.column) * rows
-                        - static_cast<std::uint64_t>(cell.row) - 1);
-    cell.column = insertion.columns - 1;
-    cell.row = insertion.rows - 1;
-}
-
-/// Whether nothing is drawn, neither by the contents nor by their insertions, whose skips they take over
-/// then.
-bool DXF::summarise(DXFBlockContents& contents) const
-{
-    std::map<const DXFBlockContents*, std::uint64_t> cells;
-    for (const DXFBlockContents::Item& item : contents.items) {
-        const auto* const insertion = std::get_if<DXFInsertion*>(&item);
-        if (!insertion) return false;
-        const DXFBlock& block = blocks.find((*insertion)->block)->second;
-        if (block.expanding || !block.contents || !block.contents->onlySkips)
-            return false;   // or what it gives is not known yet
-        std::uint64_t& times = cells[block.contents.get()];
-        times = counted(times, (*insertion)->cells(), 1);
-    }
-    for (const auto& [inner, times] : cells)
-        for (const auto& [entry, count] : inner->skips)
-            contents.skips[entry] = counted(contents.skips[entry], count, times);
-    return true;
 }
 
 void DXF::skip(std::string_view type, SkippedEntities::Why why, std::string_view what)
@@ -217,17 +278,19 @@ void DXF::skip(std::string_view type, SkippedEntities::Why why, std::string_view
     // its section open: nothing is missing from the picture.
     if (type == "VERTEX" || type == "SEQEND" || type == "EOF") return;
     SkippedEntities::Entry& entry = skippedEntities.add(type, why, what);
-    record([&entry](DXFBlockContents& contents) { contents.addSkip(entry); });
+    if (expansions.back().summarising) ++expansions.back().block->summary.skips[&entry];
 }
 
 void DXF::nameMaterial(std::string_view key, std::string_view name)
 {
+    ++namesMet;
     findMaterial(key).name = name;
     record([key, name](DXFBlockContents& contents) { contents.addMaterialName(key, name); });
 }
 
 void DXF::placeFacet(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat)
 {
+    if (expansions.back().summarising) ++expansions.back().block->summary.facets;
     record([&](DXFBlockContents& contents) { contents.addFacet(material, corners, flat); });
     addMapped(material, corners, flat, expansions.back().transform);
 }
@@ -235,18 +298,15 @@ void DXF::placeFacet(const Material& material, std::span<const Point<3>> corners
 void DXF::addMapped(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat,
                     const AffineTransform<3>& transform)
 {
+    ++facetsMet;
     if (expansions.size() > 1) {   // the section itself is drawn as it stands
         placed.resize(corners.size());
         std::transform(corners.begin(), corners.end(), placed.begin(), transform);
         corners = placed;
     }
-    const Vector<3> flatNormal = flat ? transform(flat->x()).cross(transform(flat->y())) : Vector<3>(0, 0, 1);
-    const Plane plane = planeOf(corners, flatNormal);
-    if (!std::isfinite(plane.offset()) && !isFinite(corners)) {   // such a corner leaves no finite offset
-        skippedEntities.add("facet", SkippedEntities::Why::tooFarOut);   // of an entity that may draw others
-        return;
-    }
-    addPolygon(material, plane, corners);
+    Plane plane;
+    if (facetPlane(corners, flat, transform, plane)) addPolygon(material, plane, corners);
+    else skippedEntities.add("facet", SkippedEntities::Why::tooFarOut);   // of an entity that may draw others
 }
 
 }   // namespace belvor

@@ -1,3 +1,4 @@
+#include "readers/dxf/DXFBlock.h"
 #include "readers/dxf/DXFEntities.h"
 
 namespace belvor {
@@ -6,8 +7,8 @@ void DXFInsert::build()
 {
     DXFInsertion insertion;
     insertion.block = record.text(2);
-    if (!drawing.hasBlock(insertion.block))
-        return drawing.skip(record.type(), SkippedEntities::Why::blockUnknown, insertion.block);
+    const DXFBlock* const block = drawing.findBlock(insertion.block);
+    if (!block) return drawing.skip(record.type(), SkippedEntities::Why::blockUnknown, insertion.block);
     insertion.columns = record.integerOr(70, 1);
     insertion.rows = record.integerOr(71, 1);
     if (insertion.columns <= 0 || insertion.rows <= 0)
@@ -19,6 +20,11 @@ void DXFInsert::build()
     insertion.degrees = record.realOr(50, 0.0);
     insertion.position = record.pointOr(10, 0.0).vector();
     insertion.tilt = DXFAxes::of(record);
+    if (block->isEmpty) {
+        using Why = SkippedEntities::Why;
+        drawing.skip(record.type(), block->isExternal ? Why::blockExternal : Why::blockEmpty,
+                     insertion.block);
+    }
     drawing.readEntities(insertion);
 }
 

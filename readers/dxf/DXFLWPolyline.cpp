@@ -10,22 +10,23 @@ void DXFLWPolyline::build()
     std::vector<StripVertex> vertices;
     const DXFGroup* x = record.find(10);   // each starts a vertex; what follows belongs to it
     const DXFGroup* const end = record.groups().data() + record.groups().size();
-    while (x) {
+    for (std::size_t vertex = 1; x; ++vertex) {
+        pauseEvery(vertex);
         const DXFGroup* const next = record.next(*x, 10);
-        StripVertex vertex;
+        StripVertex corner;
         const DXFGroup* y = nullptr;
         for (const DXFGroup* group = x + 1; group != (next ? next : end); ++group) {
             switch (group->code) {
             case 20: y = y ? y : group; break;
-            case 40: vertex.startWidth = record.realOf(*group); break;
-            case 41: vertex.endWidth = record.realOf(*group); break;
-            case 42: vertex.bulge = record.realOf(*group); break;
+            case 40: corner.startWidth = record.realOf(*group); break;
+            case 41: corner.endWidth = record.realOf(*group); break;
+            case 42: corner.bulge = record.realOf(*group); break;
             }
         }
         if (!y) record.failNeeding(20);
-        vertex.at = {record.realOf(*x), record.realOf(*y)};
-        if (everyWidth != 0.0) vertex.startWidth = vertex.endWidth = everyWidth;
-        vertices.push_back(vertex);
+        corner.at = {record.realOf(*x), record.realOf(*y)};
+        if (everyWidth != 0.0) corner.startWidth = corner.endWidth = everyWidth;
+        vertices.push_back(corner);
         x = next;
     }
     addStrip(vertices, elevation);

@@ -2,13 +2,33 @@
 
 #include "platform/Files.h"
 
+#include <cerrno>
 #include <charconv>
+#include <string>
 
 namespace belvor {
 
 DXFLog::DXFLog(const std::string& path) : file(openFile(path, "wb")) {}
 
-void DXFLog::put(std::string_view text) { std::fwrite(text.data(), 1, text.size(), file.get()); }
+void DXFLog::fail() noexcept
+{
+    failedWith = errno != 0 ? errno : EIO;
+    file.reset();
+}
+
+void DXFLog::close() noexcept
+{
+    if (file && std::fclose(file.release()) != 0) fail();
+}
+
+void DXFLog::put(std::string_view text)
+{
+    if (text.empty() || !file) return;
+    errno = 0;
+    if (std::fwrite(text.data(), 1, text.size(), file.get()) != text.size()) fail();
+}
+
+void DXFLog::put(std::uint64_t number) { put(std::string_view(std::to_string(number))); }
 
 void DXFLog::put(std::int32_t number) { put(std::string_view(std::to_string(number))); }
 

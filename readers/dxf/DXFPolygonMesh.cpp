@@ -41,8 +41,9 @@ void DXFPolyPrim::addCells(const std::vector<Point<3>>& points, std::int32_t m, 
                       + static_cast<std::size_t>(j % n)];
     };
     const std::int32_t cellsInM = has(closed) ? m : m - 1, cellsInN = has(closedInN) ? n : n - 1;
+    std::size_t cells = 0;
     for (std::int32_t i = 0; i < cellsInM; ++i)
-        for (std::int32_t j = 0; j < cellsInN; ++j)
+        for (std::int32_t j = 0; j < cellsInN; ++j, pauseEvery(++cells))
             addFace({at(i, j), at(i + 1, j), at(i + 1, j + 1), at(i, j + 1)});
 }
 

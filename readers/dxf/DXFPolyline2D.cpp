@@ -29,11 +29,13 @@ void DXFPolyline2D::build()
 
 void DXFPolyline2D::addStrip(const std::vector<StripVertex>& vertices, double z)
 {
-    const std::vector<StripSegment> segments = stripSegments(vertices, has(closed));
+    const std::vector<StripSegment> segments =
+        stripSegments(vertices, has(closed), [this](std::size_t i) { pauseEvery(i); });
     StripJoint before;
     if (has(closed) && !segments.empty()) before = StripJoint(segments.back(), segments.front());
     const StripJoint ends = before;
     for (std::size_t i = 0; i < segments.size(); ++i) {
+        pauseEvery(i);
         const StripJoint after = i + 1 < segments.size() ? StripJoint(segments[i], segments[i + 1]) : ends;
         addSegment(segments[i], before, after, z);
         before = after;

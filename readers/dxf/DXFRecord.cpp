@@ -86,6 +86,15 @@ void DXFRecord::convertReal(const DXFGroup& group) const
     group.number = value;
 }
 
+std::int32_t DXFRecord::readableInteger(int code) const noexcept
+{
+    const DXFGroup* const group = find(code);
+    std::int32_t value = 0;
+    if (!group) return 0;
+    if (std::isfinite(group->number)) return static_cast<std::int32_t>(group->number);
+    return isLong(firstWord(group->text), value) ? value : 0;
+}
+
 std::int32_t DXFRecord::integerOf(const DXFGroup& group) const
 {
     if (!std::isfinite(group.number)) {

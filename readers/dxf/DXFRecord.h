@@ -3,6 +3,7 @@
 #include "calcore/Point.h"
 #include "readers/dxf/DXFGroup.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
@@ -30,8 +31,9 @@ public:
     /// Appends groups as `fill` fills them in, while it returns true. Before each, `refill` is
     /// given the groups that earlier records had from that place on, as first and last: it
     /// keeps those it gives new values under their old codes and returns the one after them.
-    template <class Refill, class Fill>
-    void appendWhile(Refill refill, Fill fill);
+    /// `pause` is called after every few thousand groups.
+    template <class Refill, class Fill, class Pause>
+    void appendWhile(Refill refill, Fill fill, Pause pause);
 
     /// The value of the first group: "LINE", "SECTION", "$ACADVER".
     std::string_view type() const noexcept { return count == 0 ? std::string_view{} : list.front().text; }
@@ -64,6 +66,8 @@ public:
     }
     std::int32_t integer(int code) const;
     std::int32_t integerOr(int code, std::int32_t otherwise) const;
+    /// 0 for a missing group, and for one that is no integer.
+    std::int32_t readableInteger(int code) const noexcept;
     /// Groups code, code + 10 and code + 20, all needed.
     Point<3> point(int code) const
     {
@@ -122,13 +126,19 @@ private:
 
 // Records come in runs of the same codes: while a group has the code that was at its place
 // before, the index stands.
-template <class Refill, class Fill>
-void DXFRecord::appendWhile(Refill refill, Fill fill)
+template <class Refill, class Fill, class Pause>
+void DXFRecord::appendWhile(Refill refill, Fill fill, Pause pause)
 {
+    constexpr std::size_t groupsBetweenPauses = 8192;
+    std::size_t stop = std::min(list.size(), count + groupsBetweenPauses);
     for (bool more = true; more; ++count) {
         if (count < indexed)
             count = static_cast<std::size_t>(refill(&list[count], list.data() + indexed) - list.data());
-        if (count == list.size()) list.resize(2 * count);
+        if (count >= stop) {
+            if (count == list.size()) list.resize(2 * count);
+            if (count >= groupsBetweenPauses) pause();
+            stop = std::min(list.size(), count + groupsBetweenPauses);
+        }
         const std::uint16_t before = list[count].code;
         more = fill(list[count]);
         if (more && (count >= indexed || list[count].code != before)) index(count);

@@ -115,12 +115,14 @@ public:
 private:
     bool takeRecordStart(DXFGroup& group) final
     {
+        constexpr std::uint32_t groupsBetweenReports = 65536;
         DXFPosition place = here;
         bool found = false;
-        while (!found && encoding().takeCode(place, group)) {
+        for (std::uint32_t passed = 1; !found && encoding().takeCode(place, group); ++passed) {
             found = startsRecord(group.code);
             if (found) encoding().takeValue(place, group);
             else encoding().passValue(place, group);
+            if (passed % groupsBetweenReports == 0) reportAt(place);
         }
         here = place;
         return found;
@@ -137,8 +139,15 @@ private:
                 if (!encoding().takeCode(place, group) || startsRecord(group.code)) return false;
                 encoding().takeValue(place, group);
                 return true;
-            });
+            },
+            [&place, this] { reportAt(place); });
         here = place;
+    }
+
+    void reportAt(const DXFPosition& place)
+    {
+        here = place;
+        checkProgress();
     }
 
     Encoding& encoding() noexcept { return static_cast<Encoding&>(*this); }

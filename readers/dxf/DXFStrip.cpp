@@ -76,12 +76,14 @@ StripJoint::StripJoint(const StripSegment& before, const StripSegment& after) no
     right = after.start - mitre;
 }
 
-std::vector<StripSegment> stripSegments(const std::vector<StripVertex>& vertices, bool closed)
+std::vector<StripSegment> stripSegments(const std::vector<StripVertex>& vertices, bool closed,
+                                        const std::function<void(std::size_t)>& pause)
 {
     std::vector<StripSegment> segments;
     for (std::size_t i = 0; i < vertices.size(); ++i) {
         const bool last = i + 1 == vertices.size();
         if (last && !closed) break;
+        pause(i);
         const Point<2>& to = vertices[last ? 0 : i + 1].at;
         if (vertices[i].at != to) segments.emplace_back(vertices[i], to);
     }

@@ -2,6 +2,8 @@
 
 #include "readers/dxf/DXFArcs.h"
 
+#include <cstddef>
+#include <functional>
 #include <vector>
 
 namespace belvor {
@@ -56,7 +58,9 @@ struct StripJoint {
     Point<2> left, right;
 };
 
-/// The segments of a polyline; those whose ends coincide are left out.
-std::vector<StripSegment> stripSegments(const std::vector<StripVertex>& vertices, bool closed);
+/// The segments of a polyline; those whose ends coincide are left out. `pause` is called with
+/// the index of each vertex and may throw.
+std::vector<StripSegment> stripSegments(const std::vector<StripVertex>& vertices, bool closed,
+                                        const std::function<void(std::size_t)>& pause);
 
 }   // namespace belvor

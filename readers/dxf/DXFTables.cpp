@@ -76,25 +76,35 @@ void DXF::addLayer(const DXFRecord& record)
 
 void DXF::readBlocks()
 {
+    DXFBlock* latest = nullptr;   // the record before was its BLOCK
     while (dxfStream->nextRecord()) {
-        if (dxfStream->type() == "ENDSEC") {
+        const std::string_view type = dxfStream->type();
+        if (latest) latest->isEmpty = type == "ENDSEC" || type == "ENDBLK";
+        latest = nullptr;
+        if (type == "ENDSEC") {
             log().line("ENDSEC of BLOCKS section at line ", dxfStream->line());
             return;
         }
-        if (dxfStream->type() == "BLOCK") addBlock(dxfStream->readRecord());
+        if (type == "BLOCK") latest = &addBlock(dxfStream->readRecord());
     }
+    if (latest) latest->isEmpty = true;
 }
 
-void DXF::addBlock(const DXFRecord& record)
+DXFBlock& DXF::addBlock(const DXFRecord& record)
 {
     std::string name(record.text(2));
     DXFBlock block;
     block.base = record.point(10);
     block.layer = record.textOr(8, "");
     block.entities = dxfStream->position();
+    constexpr std::int32_t external = 4;
+    block.isExternal = (record.readableInteger(70) & external) != 0;
     const auto [place, isNew] = blocks.try_emplace(std::move(name), std::move(block));
     if (!isNew) throw BadFile(BadFile::duplicateBlock, place->first, dxfStream->fileName(), record.line());
     log().line("Adding BLOCK definition ", place->first, " at line ", record.line());
+    place->second.name = place->first;
+    missingFound |= missingBlocks.contains(place->second.name);
+    return place->second;
 }
 
 }   // namespace belvor

@@ -13,10 +13,11 @@ constexpr std::size_t mostKinds = 1000;   // a file may be made of nothing but n
 
 bool isControl(char c) noexcept { return static_cast<unsigned char>(c) < ' ' || c == '\x7f'; }
 
-bool isWord(std::string_view type) noexcept
+/// Whether a program may have written it: a damaged file is full of others.
+bool isType(std::string_view type) noexcept
 {
-    const auto plain = [](char c) { return c > ' ' && c < '\x7f'; };
-    return !type.empty() && type.size() <= 64 && std::all_of(type.begin(), type.end(), plain);
+    const auto allowed = [](char c) { return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_'; };
+    return type.size() >= 2 && type.size() <= 64 && std::all_of(type.begin(), type.end(), allowed);
 }
 
 std::string reasonFor(SkippedEntities::Why why, std::string_view what)
@@ -47,17 +48,19 @@ bool SkippedEntities::Order::before(const KeyView& a, const KeyView& b) noexcept
     return std::tie(a.type, a.why, a.what) < std::tie(b.type, b.why, b.what);
 }
 
-SkippedEntities::Entry& SkippedEntities::add(std::string_view type, Why why, std::string_view what)
+SkippedEntities::Entry& SkippedEntities::add(std::string_view type, Why why, std::string_view what,
+                                             std::uint64_t times)
 {
-    if (!isWord(type)) return add("?", Why::unreadable);
+    const bool ofFile = why != Why::unreadable && why != Why::more && why != Why::tooFarOut;
+    if (ofFile && !isType(type)) return add("?", Why::unreadable, {}, times);
     const KeyView key{type, why, what};
     auto place = entries.lower_bound(key);
     if (place == entries.end() || Order::before(key, Order::view(place->first))) {
-        if (entries.size() >= mostKinds && why != Why::more) return add("?", Why::more);
+        if (entries.size() >= mostKinds && why != Why::more) return add("?", Why::more, {}, times);
         place = entries.emplace_hint(place, Key{std::string(type), why, std::string(what)},
                                      Entry{std::string(type), reasonFor(why, what), 0});
     }
-    place->second.count = counted(place->second.count, 1, 1);
+    place->second.count = counted(place->second.count, 1, times);
     return place->second;
 }
 

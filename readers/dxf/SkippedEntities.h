@@ -25,18 +25,20 @@ public:
         blockInItself,   ///< An INSERT; `what` names the block.
         noCells,         ///< An INSERT of no columns or no rows.
         tooFarOut,       ///< Coordinates beyond what a number can hold.
-        unreadable,      ///< Its type is no word: a damaged file, or one of another make.
+        unreadable,      ///< Not a type of capitals, digits and _: a damaged file.
         more,            ///< Kinds beyond the first thousand.
+        blockEmpty,      ///< An INSERT; `what` names the block.
+        blockExternal,   ///< An INSERT of a block without entities that stands for another file.
     };
 
     struct Entry {
-        std::string type;          ///< As the file writes it; "?" where that is no word.
+        std::string type;          ///< As the file writes it; "?" where that is unreadable.
         std::string reason;        ///< For the user, in words, without control characters.
         std::uint64_t count = 0;   ///< At most the largest number that this holds.
     };
 
-    /// Counts one entity. The entry, for counting more of its kind, stays where it is.
-    Entry& add(std::string_view type, Why why, std::string_view what = {});
+    /// Counts that many entities. The entry, for counting more of its kind, stays where it is.
+    Entry& add(std::string_view type, Why why, std::string_view what = {}, std::uint64_t times = 1);
 
     bool empty() const noexcept { return entries.empty(); }
     /// By type, then by reason.

@@ -6,33 +6,53 @@
 
 namespace belvor {
 
-template <class Visitor>
-void ManClump::visitSides(Visitor&& visit) const
+namespace {
+
+constexpr std::size_t maxStepsBetweenReports = 65536;
+
+}   // namespace
+
+template <class Visitor, class Pause>
+void ManClump::visitSides(Visitor&& visit, Pause&& pause) const
 {
-    for (const SharedEdge& edge : edges) {
+    for (std::size_t i = 0; i < edges.size(); ++i) {
+        const SharedEdge& edge = edges[i];
         if (edge.left != 0) visit(edge.left - 1, Edge{edge.from, edge.to});
         if (edge.right != 0) visit(edge.right - 1, Edge{edge.to, edge.from});
+        if (i % maxStepsBetweenReports == maxStepsBetweenReports - 1) pause();
     }
 }
 
 bool ManClump::appendFacets(Reporter& progress, double fraction)
 {
-    // A counting sort by facet: where each facet's edges start, then the edges in their places.
+    const auto pause = [&] { progress.check(1, 0, fraction); };
+    // 1. A counting sort by facet: where each facet's edges start, then the edges behind one another.
     std::vector<std::size_t> start(materials.size() + 1);
-    visitSides([&](std::uint32_t facet, const Edge&) { ++start[facet + 1]; });
+    visitSides([&](std::uint32_t facet, const Edge&) { ++start[facet + 1]; }, pause);
     for (std::size_t i = 1; i < start.size(); ++i) start[i] += start[i - 1];
     std::vector<Edge> sorted(start.back());
-    std::vector<std::size_t> place(start);
-    visitSides([&](std::uint32_t facet, const Edge& edge) { sorted[place[facet]++] = edge; });
+    std::vector<std::size_t> next(start);
+    visitSides([&](std::uint32_t facet, const Edge& edge) { sorted[next[facet]++] = edge; }, pause);
 
+    // 2. The facets, each with its edges.
     leaving.assign(filled.vertexCount() - base, 0);
     for (std::size_t i = 0; i < materials.size(); ++i) {
-        if (i % 256 == 0) progress.check(1, 0, fraction);
-        const Edge* const first = sorted.data() + start[i];
-        const Edge* const last = sorted.data() + start[i + 1];
-        if (first == last || !closes(first, last)) return false;
-        filled.addFacet(*materials[i], planeOf(first, last));
-        for (const Edge* edge = first; edge != last; ++edge) filled.addEdge(edge->from, edge->to);
+        if (i % 256 == 0) pause();
+        const std::span<const Edge> its(sorted.data() + start[i], sorted.data() + start[i + 1]);
+        if (!appendFacet(*materials[i], its, pause)) return false;
+    }
+    return true;
+}
+
+template <class Pause>
+bool ManClump::appendFacet(const Material& material, std::span<const Edge> its, Pause&& pause)
+{
+    if (its.empty() || !closes(its.data(), its.data() + its.size())) return false;
+    if (its.size() > maxStepsBetweenReports) pause();
+    filled.addFacet(material, planeOf(its.data(), its.data() + its.size()));
+    for (std::size_t i = 0; i < its.size(); ++i) {
+        filled.addEdge(its[i].from, its[i].to);
+        if (i % maxStepsBetweenReports == maxStepsBetweenReports - 1) pause();
     }
     return true;
 }

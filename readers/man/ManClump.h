@@ -3,6 +3,7 @@
 #include "scene/Model.h"
 
 #include <cstdint>
+#include <span>
 #include <vector>
 
 namespace belvor {
@@ -37,8 +38,10 @@ private:
         std::uint32_t left, right;
     };
     /// Visits (facet, from, to) for each side that has a facet, in the order of the edges.
-    template <class Visitor>
-    void visitSides(Visitor&& visit) const;
+    template <class Visitor, class Pause>
+    void visitSides(Visitor&& visit, Pause&& pause) const;
+    template <class Pause>
+    bool appendFacet(const Material& material, std::span<const Edge> its, Pause&& pause);
     bool closes(const Edge* first, const Edge* last);
     Plane planeOf(const Edge* first, const Edge* last) const;
 

@@ -74,6 +74,7 @@ ManFile::ManFile(std::string_view bytes, const std::string& name, Reporter& prog
 
 void ManFile::read(ManLines& lines, Reporter& progress)
 {
+    lines.pauseWith([&] { progress.check(1, 0, lines.fraction()); });
     if (!lines.nextLine() || lines.line() != firstLine) lines.fail(BadFile::notManFile, 1);
     readHeader(lines, progress);
     while (lines.nextRecord(BadFile::pastEnd)) {

@@ -20,11 +20,14 @@ bool ManLines::nextLine() noexcept
     return true;
 }
 
-bool ManLines::nextRecord(BadFile::Code whenCut) noexcept
+bool ManLines::nextRecord(BadFile::Code whenCut)
 {
+    constexpr std::size_t linesBetweenPauses = 4096;
     cutFault = whenCut;
-    while (nextLine())
+    for (std::size_t passed = 1; nextLine(); ++passed) {
         if (!text.empty() && text[0] != '#' && !std::all_of(text.begin(), text.end(), isBlank)) return true;
+        if (passed % linesBetweenPauses == 0 && pause) pause();
+    }
     return false;
 }
 

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -22,9 +23,12 @@ public:
     bool nextLine() noexcept;
     std::string_view line() const noexcept { return text; }
 
+    /// Calls `whenLong` in long stretches of lines that are passed over. It may throw.
+    void pauseWith(std::function<void()> whenLong) { pause = std::move(whenLong); }
+
     /// Steps to the next line that is neither blank nor starts with "#"; false at the end of
     /// the data. `whenCut` is the fault of a file that ends before the words then asked for.
-    bool nextRecord(BadFile::Code whenCut) noexcept;
+    bool nextRecord(BadFile::Code whenCut);
     /// The same, but the end of the data is that fault too.
     void requireRecord(BadFile::Code whenCut)
     {
@@ -58,6 +62,7 @@ private:
     std::size_t place = 0;   // in the current line, behind the last word taken
     bool cut = false;        // the current line has no line end
     int number = 0;
+    std::function<void()> pause;
     BadFile::Code cutFault = BadFile::pastEnd;
 };
 

@@ -15,14 +15,19 @@ constexpr std::ptrdiff_t longestHeader = 9, longestName = 31;
 bool separates(char c) { return isBlank(c) || c == '@'; }
 
 /// A file opened as text ends at a Ctrl-Z, and its line ends are single line feeds. The
-/// view is into `bytes`, or into `copy` where line ends had to be changed.
-std::string_view asText(std::string_view bytes, std::string& copy)
+/// view is into `bytes`, or into `copy` where line ends had to be changed. `pause` is called
+/// after each few megabytes and may throw.
+template <class Pause>
+std::string_view asText(std::string_view bytes, std::string& copy, Pause pause)
 {
+    constexpr std::size_t bytesBetweenPauses = std::size_t{1} << 22;
     bytes = bytes.substr(0, bytes.find('\x1A'));
     if (bytes.find('\r') == std::string_view::npos) return bytes;
     copy.reserve(bytes.size());
-    for (std::size_t i = 0; i < bytes.size(); ++i)
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
         if (bytes[i] != '\r' || i + 1 == bytes.size() || bytes[i + 1] != '\n') copy += bytes[i];
+        if (i % bytesBetweenPauses == bytesBetweenPauses - 1) pause();
+    }
     return copy;
 }
 
@@ -50,29 +55,44 @@ Things::Things(const std::string& file, Reporter& reporter)
     : Things(MappedFile(file, true).bytes(), file, reporter)
 {}
 
-Things::Things(std::string_view bytes, const std::string& file, Reporter& reporter) : path(file)
+Things::Things(std::string_view bytes, const std::string& file, Reporter& reporter)
+    : path(file),
+      progress(reporter)
 {
     std::string copy;
-    Text text(asText(bytes, copy));
-    while (takeHeader(text)) readThing(text, reporter);
+    Text text(asText(bytes, copy, [this] { report(0.0); }));
+    while (takeHeader(text)) readThing(text);
 }
 
-void Things::readThing(Text& text, Reporter& reporter)
+void Things::report(double done)
+{
+    fraction = done;
+    progress.check(0, things, fraction);
+}
+
+/// For long lists between the reports: the same again after some thousands of steps.
+void Things::pauseEvery(std::int64_t step)
+{
+    constexpr std::int64_t stepsBetweenReports = 8192;
+    if (step % stepsBetweenReports == stepsBetweenReports - 1) report(fraction);
+}
+
+void Things::readThing(Text& text)
 {
     firstVertex = vertexCount();
-    thingVertices = readVertices(text, reporter);
+    thingVertices = readVertices(text);
+    fraction = 0.5;
     readEdges(text);
-    readFacets(text, reporter);
+    readFacets(text);
     ++things;
 }
 
-std::uint32_t Things::readVertices(Text& text, Reporter& reporter)
+std::uint32_t Things::readVertices(Text& text)
 {
     std::int64_t count = 0;
     text.integer(count);
     for (std::int64_t i = 0; i < count; ++i) {
-        if (i % 256 == 0)
-            reporter.check(0, things, static_cast<double>(i) / (2.0 * static_cast<double>(count)));
+        if (i % 256 == 0) report(static_cast<double>(i) / (2.0 * static_cast<double>(count)));
         double x = 0, y = 0, z = 0;
         if (!text.real(x) || !text.real(y) || !text.real(z)) break;
         addVertex({x, y, z});
@@ -86,19 +106,19 @@ void Things::readEdges(Text& text)
     std::int64_t count = 0;
     text.integer(count);
     for (std::int64_t i = 0; i < count; ++i) {
+        pauseEvery(i);
         readVertexNumber(text);
         readVertexNumber(text);
         readMaterialName(text);
     }
 }
 
-void Things::readFacets(Text& text, Reporter& reporter)
+void Things::readFacets(Text& text)
 {
     std::int64_t count = 0;   // of loops in the file: every facet takes its own off
     text.integer(count);
     for (std::int64_t i = 0; i < count; ++i) {
-        if (i % 64 == 0)
-            reporter.check(0, things, static_cast<double>(i) / (2.0 * static_cast<double>(count)) + 0.5);
+        if (i % 64 == 0) report(static_cast<double>(i) / (2.0 * static_cast<double>(count)) + 0.5);
         count = facetsLeft(count, readFacet(text));
     }
 }
@@ -111,7 +131,10 @@ std::int64_t Things::readFacet(Text& text)
     Facet& facet = addFacet(materialNamed(readMaterialName(text)));
     Vector<3> normal;
     std::uint32_t start = 0;
-    for (std::int64_t i = 0; i < loops; ++i) start = readLoop(text, normal);
+    for (std::int64_t i = 0; i < loops; ++i) {
+        pauseEvery(i);
+        start = readLoop(text, normal);
+    }
     if (normal.length() == 0.0) normal = {0, 0, 1};
     facet.plane = Plane(normal, loops < 1 ? Point<3>::origin() : vertex(start).position);
     return loops;
@@ -126,6 +149,7 @@ std::uint32_t Things::readLoop(Text& text, Vector<3>& normal)
     const std::uint32_t start = readVertexNumber(text);
     std::uint32_t from = start;
     for (std::int64_t i = 1; i < count; ++i) {
+        pauseEvery(i);
         const std::uint32_t to = readVertexNumber(text);
         addSide(from, to, normal);
         from = to;

@@ -28,18 +28,22 @@ public:
 private:
     using Text = Scanner<'@'>;
 
-    void readThing(Text& text, Reporter& reporter);
-    std::uint32_t readVertices(Text& text, Reporter& reporter);
+    void readThing(Text& text);
+    std::uint32_t readVertices(Text& text);
+    void report(double fraction);
     void readEdges(Text& text);
-    void readFacets(Text& text, Reporter& reporter);
+    void readFacets(Text& text);
     std::int64_t readFacet(Text& text);
     std::uint32_t readLoop(Text& text, Vector<3>& normal);
+    void pauseEvery(std::int64_t step);
     std::uint32_t readVertexNumber(Text& text);
     std::string_view readMaterialName(Text& text);
     const Material& materialNamed(std::string_view name);
     void addSide(std::uint32_t from, std::uint32_t to, Vector<3>& normal);
 
     std::string path;
+    Reporter& progress;      // during construction
+    double fraction = 0.0;   // of the thing, as reported last
     std::int32_t things = 0;
     std::uint32_t firstVertex = 0, thingVertices = 0;   // of the thing being read
     const Material* lastMaterial = nullptr;

@@ -156,6 +156,51 @@ TEST(ModelFile, TellsItsProgressAndStopsAtOnce)
     }
 }
 
+/// Whoever wants a reading to stop waits for the next report, whatever the file is full of.
+TEST(ModelFile, LongRecordsAndListsReportProgressTimeAndAgain)
+{
+    const auto repeated = [](int times, const std::string& text) {
+        std::string all;
+        for (int i = 0; i < times; ++i) all += text;
+        return all;
+    };
+    constexpr int many = 100000;
+    const std::string triangle = "Y 3 0 0 0 1 0 0 0 1 0 ", man = "KRVT v5.1.0 MAN file\n",
+                      section = "0\nSECTION\n2\nENTITIES\n";
+    const struct {
+        const char* why;
+        FileType type;
+        std::string text;
+        std::size_t reports;
+    } cases[] = {
+        {"edges", FileType::things, triangle + std::to_string(many) + repeated(many, " 1 2 A\n") + "0", 10},
+        {"a loop", FileType::things, triangle + "0 1 1 A\n" + std::to_string(many) + repeated(many, " 1"),
+         10},
+        {"loops", FileType::things,
+         triangle + "0 100000 " + std::to_string(many) + " A\n" + repeated(many, "1 1 "), 10},
+        {"line ends of two characters", FileType::things, repeated(3000000, "\r\n@") + "N", 2},
+        {"comments", FileType::man, man + repeated(many, "# no record\n") + "END\n", 20},
+        {"blank lines", FileType::man, man + "END\n" + repeated(many, "\n"), 20},
+        {"a facet of many sides", FileType::man,
+         man + "END\nCLUMP a 2 1\n0 0 0\n1 0 0\npaint\nEDGE 200000\n" + repeated(many, "1 2 1 0\n2 1 1 0\n"),
+         200000 / 256 + 8},
+        {"a record of many groups", FileType::dxf, section + "0\nTEXT\n" + repeated(many, "1\nx\n"), 10},
+        {"a record passed over", FileType::dxf,
+         "0\nSECTION\n2\nCLASSES\n0\nX\n" + repeated(2 * many, "1\nx\n"), 4},
+        {"a polyline of many vertices", FileType::dxf,
+         section + "0\nLWPOLYLINE\n39\n1\n" + repeated(many, "10\n1\n20\n2\n10\n3\n20\n4\n"),
+         400000 / 8192 + 3 * 200000 / 4096},
+    };
+    for (const auto& c : cases) {
+        const test::TempFile file("long.model", c.text);
+        test::RecordingReporter patient;
+        readModel(file.path(), c.type, patient);
+        EXPECT_GE(patient.calls.size(), c.reports) << c.why;
+        test::RecordingReporter impatient(patient.calls.size() - 1);
+        EXPECT_THROW(readModel(file.path(), c.type, impatient), Reporter::Abandoned) << c.why;
+    }
+}
+
 TEST(ModelFile, ThatCannotBeOpenedIsTheSystemsError)
 {
     const test::TempFile empty("empty.dxf");   // cannot be mapped

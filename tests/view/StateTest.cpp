@@ -192,6 +192,12 @@ TEST(Scanner, TakesNumbersAsStreamsDo)
         EXPECT_EQ(value, c.value) << c.text;
         EXPECT_EQ(std::string(scanner.position(), scanner.end()), c.rest) << c.text;
     }
+    for (const char* const text : {"9223372036854775808", "-9223372036854775808", "99999999999999999999 1"}) {
+        Scanner<> scanner{std::string_view(text)};
+        std::int64_t value = 9;
+        EXPECT_FALSE(scanner.integer(value)) << text;
+        EXPECT_EQ(value, 0) << text;
+    }
 }
 
 }   // namespace belvor

@@ -109,7 +109,9 @@ TEST(DXF, DrawsByLayerAndBlock)
     const std::string table = layerTable("|0 LAYER|2 FROZEN|70 65|62 7|0 LAYER|2 OFF|70 0|62 -7"
                                          "|0 LAYER|2 ON|70 0|62 0|0 LAYER|2 ON|70 1|62 7|0 LAYER|70 1|62 7");
     const std::string bs = blocks(
-        block("B", face) + block("OUTER", insertion("LATE")) + block("SELF", face + "|" + insertion("SELF"))
+        block("B", face)
+        + "0 BLOCK|2 EMPTY|10 0|20 0|30 0|0 ENDBLK|0 BLOCK|2 XREF|70 4|10 0|20 0|30 0|0 ENDBLK|"
+        + block("OUTER", insertion("LATE")) + block("SELF", face + "|" + insertion("SELF"))
         + block("ONE", face + "|" + insertion("TWO"))
         + block("TWO", face + "|" + insertion("ONE", "|70 3|44 1") + "|" + face)
         + block("WORDS", "0 TEXT|8 0|0 TEXT|8 0")
@@ -135,6 +137,9 @@ TEST(DXF, DrawsByLayerAndBlock)
         {"other types", "0 TEXT|8 ON|1 words|0 TEXT|8 ON|0 HATCH|8 ON",
          "0 facets; HATCH 1 this type is not drawn; TEXT 2 this type is not drawn"},
         {"unknown block", insertion("NO"), "0 facets; INSERT 1 block NO is not defined"},
+        {"empty block", insertion("EMPTY") + "|" + insertion("XREF", "|70 2"),
+         "0 facets; INSERT 1 block EMPTY is empty; INSERT 1 block XREF is in another file"},
+        {"types that no program writes", "0 7.25|8 ON|0 te#|8 ON", "0 facets; ? 2 unreadable entity type"},
         {"an array of no rows", insertion("B", "|71 0"), "0 facets; INSERT 1 the array has no cells"},
         {"attributes of an INSERT", insertion("B", "|66 1|0 ATTRIB|8 0|1 x|0 SEQEND|8 0"),
          "1 facets; ATTRIB 1 this type is not drawn"},
@@ -259,7 +264,6 @@ TEST(DXF, CanBeAbandonedInsideBlocks)
     } cases[] = {
         {"nested insertions", insertion("L0")},
         {"array", insertion("L9", "|70 30000|71 30000|44 2|45 2")},
-        {"array without a surface", insertion("SELF", "|70 30000|71 30000")},
     };
     for (const auto& c : cases) {
         RecordingReporter reporter(20000);
@@ -338,6 +342,31 @@ TEST(DXFLog, TellsWhatWasMet)
                    "Adding LAYER Q\n"
                    "ENDSEC of ENTITIES section at line 129\n"
                    "EOF group - end of file here\n");
+}
+
+TEST(DXFLog, TellsTheKindsOfEntities)
+{
+    const struct {
+        const char* groups;
+        const char* lines;
+    } cases[] = {
+        {"0 POLYLINE|70 1|0 SEQEND", "POLYLINE at line 5\nPolyline 2D (closed)\n"},
+        {"0 POLYLINE|70 9|0 SEQEND", "POLYLINE at line 5\nPolyline 3D (closed)\n"},
+        {"0 POLYLINE|70 64|0 SEQEND", "POLYLINE at line 5\nPolyline face-mesh\n"},
+        {"0 POLYLINE|70 17|71 1|72 2|0 VERTEX|10 0|20 0|0 VERTEX|10 1|20 0|0 SEQEND",
+         "POLYLINE at line 5\nPolyline mesh (closed), N=2 M=1\n"},
+        {"0 LWPOLYLINE|43 0.5|39 2|10 0|20 0", "LWPOLYLINE at line 5\nLWPolyline width 0.5 thickness 2\n"},
+        {"0 LINE|10 0|20 0|11 0|21 0|39 2", "LINE at line 5\nExtrude line by (0, 0, 2)\n"},
+    };
+    for (const auto& c : cases) {
+        const std::string log = logged(dxfText(section + c.groups)).second;
+        EXPECT_NE(log.find(c.lines), std::string::npos) << log;
+    }
+    // What draws nothing is told once.
+    const std::string log =
+        logged(dxfText(blocks(block("B", "0 TEXT|8 0")) + section + insertion("B", "|70 2000000000"))).second;
+    EXPECT_LT(log.size(), 1500u);
+    EXPECT_NE(log.find("Nothing to draw in 1999999999 cells of block B\n"), std::string::npos) << log;
 }
 
 TEST(DXFLog, IsNoFileWhenOffOrImpossible)

@@ -1,0 +1,134 @@
+#include "readers/dxf/DXFFarCells.h"
+
+#include "readers/dxf/DXFLoops.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace belvor {
+namespace {
+
+constexpr double infinity = std::numeric_limits<double>::infinity();
+constexpr std::size_t maxCornersLookedAt = 20000;
+constexpr int maxDepth = 50;
+
+/// And small enough to be added up.
+bool isFinite(std::span<const Point<3>> corners) noexcept
+{
+    double sum = 0.0;   // a term that is infinite or no number leaves no number behind
+    for (const Point<3>& corner : corners) sum += (corner[0] + corner[1] + corner[2]) * 0.0;
+    return sum == 0.0;
+}
+
+/// Whether `linear`·p + t is infinite or no number for every t of the range. Each component
+/// grows with that of t, rounded or not.
+bool isFar(const Point<3>& p, const DXFCellRange& range) noexcept
+{
+    const Vector<3> linear = range.low(p.vector());
+    const Point<3> low = range.low(p), high = range.high(p);
+    for (int axis = 0; axis < 3; ++axis)
+        if (!std::isfinite(linear[axis]) || low[axis] == infinity || high[axis] == -infinity) return true;
+    return false;
+}
+
+}   // namespace
+
+bool facetPlane(std::span<const Point<3>> corners, const DXFAxes* flat, const AffineTransform<3>& transform,
+                Plane& plane) noexcept
+{
+    const Vector<3> flatNormal = flat ? transform(flat->x()).cross(transform(flat->y())) : Vector<3>(0, 0, 1);
+    plane = planeOf(corners, flatNormal);
+    return std::isfinite(plane.offset())
+           || isFinite(corners);   // a corner that is not leaves no finite offset
+}
+
+DXFCellRange DXFCellRange::cellsOf(const DXFInsertion& insertion, const Point<3>& base, std::int32_t column,
+                                   std::int32_t row, std::int32_t columns, std::int32_t rows) const noexcept
+{
+    const AffineTransform<3> placement = insertion.placement(), least = low * placement,
+                             most = high * placement;
+    Vector<3> smallest(infinity, infinity, infinity), largest(-infinity, -infinity, -infinity);
+    DXFCellRange cells;
+    for (const std::int32_t c : {column, column + (columns - 1)})
+        for (const std::int32_t r : {row, row + (rows - 1)}) {
+            const Vector<3> offset(c * insertion.columnSpacing, r * insertion.rowSpacing, 0.0);
+            const UniformTransform<3> move = UniformTransform<3>::translation(offset - base.vector());
+            cells = {least * move, most * move};
+            for (int axis = 0; axis < 3; ++axis) {
+                const double from = cells.low.translation()[axis], to = cells.high.translation()[axis];
+                smallest[axis] = std::isnan(from) ? -infinity : std::min(smallest[axis], from);
+                largest[axis] = std::isnan(to) ? infinity : std::max(largest[axis], to);
+            }
+        }
+    return {{cells.low.matrix(), smallest}, {cells.high.matrix(), largest}};
+}
+
+bool DXFFarCells::holdsNothing(DXFBlock& block, const DXFCellRange& range, std::uint64_t cells)
+{
+    looked = 0;
+    facets = 0;
+    played.clear();
+    counted.clear();
+    inItself.clear();
+    const bool wasExpanding = std::exchange(block.expanding, true);
+    const bool nothing = visit(block, range, cells, 0);
+    block.expanding = wasExpanding;
+    return nothing;
+}
+
+bool DXFFarCells::visit(DXFBlock& block, const DXFCellRange& range, std::uint64_t times, int depth)
+{
+    if (!block.contents || depth > maxDepth) return false;
+    for (const DXFBlockContents::Item& item : block.contents->items) {
+        if (++looked > maxCornersLookedAt) return false;
+        if (const auto* const facet = std::get_if<DXFBlockContents::Facet>(&item)) {
+            if (!isFar(*block.contents, *facet, range)) return false;
+            facets = belvor::counted(facets, times, 1);
+        } else if (const auto* const insertion = std::get_if<DXFInsertion*>(&item)) {
+            if (!visitInsertion(**insertion, range, times, depth)) return false;
+        }   // a material keeps the name that the cell before gave it
+    }
+    played.emplace_back(&block, times);
+    return true;
+}
+
+bool DXFFarCells::visitInsertion(const DXFInsertion& insertion, const DXFCellRange& range,
+                                 std::uint64_t times, int depth)
+{
+    DXFBlock& inner = find(insertion.block);
+    if (inner.expanding) {
+        inItself.emplace_back(&inner, times);
+        return true;
+    }
+    const std::uint64_t cells = belvor::counted(0, times, insertion.cells());
+    if (inner.summary.state == DXFBlockSummary::State::drawsNothing) {
+        counted.emplace_back(&inner, cells);
+        return true;
+    }
+    inner.expanding = true;
+    const bool nothing =
+        visit(inner, range.cellsOf(insertion, inner.base, 0, 0, insertion.columns, insertion.rows), cells,
+              depth + 1);
+    inner.expanding = false;
+    return nothing;
+}
+
+bool DXFFarCells::isFar(const DXFBlockContents& contents, const DXFBlockContents::Facet& facet,
+                        const DXFCellRange& range)
+{
+    const std::span<const Point<3>> corners = contents.cornersOf(facet);
+    looked += corners.size();
+    if (range.low.translation() == range.high.translation()) {   // all cells in one place: work it out
+        placed.resize(corners.size());
+        std::transform(corners.begin(), corners.end(), placed.begin(), range.low);
+        Plane plane;
+        const DXFAxes* const flat =
+            facet.flat < 0 ? nullptr : &contents.flats[static_cast<std::size_t>(facet.flat)];
+        return !facetPlane(placed, flat, range.low, plane);
+    }
+    return std::any_of(corners.begin(), corners.end(),
+                       [&range](const Point<3>& corner) { return belvor::isFar(corner, range); });
+}
+
+}   // namespace belvor

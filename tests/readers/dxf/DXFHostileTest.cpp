@@ -1,0 +1,131 @@
+// Small files that ask for more work than anyone could wait for. What bounds them is the
+// number of progress reports, which grows with the work, not a clock.
+#include "tests/readers/dxf/DXFText.h"
+#include "tests/support/Reporters.h"
+
+#include <gtest/gtest.h>
+
+using namespace belvor;
+using namespace belvor::test;
+
+namespace {
+
+constexpr std::size_t maxReports = 20000;
+
+std::string block(const std::string& name, const std::string& entities)
+{
+    return "0 BLOCK|2 " + name + "|10 0|20 0|30 0|" + entities + "|0 ENDBLK|";
+}
+std::string blocks(const std::string& all) { return "0 SECTION|2 BLOCKS|" + all + "0 ENDSEC|"; }
+std::string insertion(const std::string& name, const std::string& more = "")
+{
+    return "0 INSERT|8 0|2 " + name + "|10 0|20 0" + more;
+}
+std::string drawing(const std::string& allBlocks, const std::string& entities)
+{
+    return blocks(allBlocks) + "0 SECTION|2 ENTITIES|" + entities + "|0 ENDSEC|0 EOF";
+}
+
+/// Blocks B0 to B(count − 1), each inserting all others, with `more` in each.
+std::string knot(int count, const std::string& more)
+{
+    std::string all;
+    for (int i = 0; i < count; ++i) {
+        std::string entities = more;
+        for (int other = 0; other < count; ++other)
+            if (other != i) entities += "|" + insertion("B" + std::to_string(other));
+        all += block("B" + std::to_string(i), entities);
+    }
+    return all;
+}
+
+/// The INSERTs that close a circle when B0 of such a knot is inserted: on a path of k blocks the last one has
+/// k − 1 of them.
+std::uint64_t circlesOf(std::uint64_t blocksInKnot, std::uint64_t& paths)
+{
+    std::uint64_t circles = 0, ofLength = 1;
+    paths = 0;
+    for (std::uint64_t length = 1; length <= blocksInKnot; ++length) {
+        paths += ofLength;
+        circles += ofLength * (length - 1);
+        ofLength *= blocksInKnot - length;
+    }
+    return circles;
+}
+
+/// The total for each reason, and the facets, of a reading that may not report too often.
+std::string outcomeWithin(const std::string& bytes)
+{
+    RecordingReporter reporter(maxReports);
+    std::map<std::string, std::uint64_t> byKind;
+    const Handle<DXF> read = makeHandle<DXF>(std::string_view(bytes), std::string("a.dxf"), reporter);
+    for (const auto& entry : read->skipped().list())
+        byKind[entry.type + (entry.reason.ends_with("inserts itself") ? " in itself" : "")] += entry.count;
+    std::string text = std::to_string(read->facetCount());
+    for (const auto& [kind, count] : byKind) text += "; " + kind + ' ' + std::to_string(count);
+    return text;
+}
+
+}   // namespace
+
+TEST(HostileDXF, BlocksThatInsertOneAnotherAreCountedNotWalked)
+{
+    for (const int count : {2, 5, 11, 14}) {
+        std::uint64_t paths = 0;
+        const std::uint64_t circles = circlesOf(static_cast<std::uint64_t>(count), paths);
+        const std::string text = drawing(knot(count, "0 TEXT|8 0|1 x"), insertion("B0", "|70 3"));
+        EXPECT_EQ(outcomeWithin(dxfText(text)), "0; INSERT in itself " + std::to_string(3 * circles)
+                                                    + "; TEXT " + std::to_string(3 * paths))
+            << count;
+    }
+    // Where the way to a surface leads only through a block that is under way.
+    const std::string face = "0 3DFACE|8 0|10 0|20 0|11 1|21 0|12 1|22 1";
+    const std::string gate = block("F", face) + block("GATE", insertion("F") + "|" + insertion("B0"));
+    EXPECT_EQ(
+        outcomeWithin(dxfText(drawing(knot(11, insertion("GATE")) + gate, insertion("GATE")))).substr(0, 3),
+        "1; ");
+}
+
+TEST(HostileDXF, CellsThatDrawNothingAreCountedNotWalked)
+{
+    const std::string faces = block("FACE", "0 3DFACE|8 0|10 1e308|20 0|11 1|21 0|12 1|22 1|0 TEXT|8 0")
+                              + block("NEAR", "0 3DFACE|8 0|10 0|20 0|11 1|21 0|12 1|22 1")
+                              + block("OUTER", insertion("FACE", "|41 10|70 9|71 9|44 1|45 1"));
+    std::string kinds;
+    for (int i = 0; i < 1000; ++i) kinds += "|0 TYPE" + std::to_string(i) + "|8 0";
+    const std::string array = "|70 32767|71 32767|44 1|45 1";
+    const struct {
+        const char* why;
+        std::string entity;
+        std::string outcome;
+    } cases[] = {
+        {"the scale takes the facet too far out", insertion("FACE", "|41 10" + array),
+         "0; TEXT 1073676289; facet 1073676289"},
+        {"all cells in one place", insertion("FACE", "|41 10|70 32767|71 32767"),
+         "0; TEXT 1073676289; facet 1073676289"},
+        {"the insertion point does",
+         "0 INSERT|8 0|2 NEAR|10 1e308|20 0|41 1e308|70 32767|71 32767|44 1e10|45 1", "0; facet 1073676289"},
+        {"an array within", insertion("OUTER", array), "0; TEXT 86967779409; facet 86967779409"},
+        {"the cells from some row on", insertion("NEAR", "|42 1e300|70 3|71 32767|45 3e7"),
+         "18; facet 98283"},
+        {"a thousand types", insertion("KINDS", "|70 1000|71 1000"),
+         "0; ? 1000000; TEXT 1000000; TYPE0 1000000"},
+        {"the same where something is drawn", insertion("MIXED", "|70 10|71 1000"),
+         "10000; TYPE0 10000; TYPE1 10000"},
+    };
+    for (const auto& c : cases) {
+        const std::string all = faces + block("KINDS", "0 TEXT|8 0" + kinds)
+                                + block("MIXED", "0 3DFACE|8 0|10 0|20 0|11 1|21 0|12 1|22 1" + kinds);
+        const std::string outcome = outcomeWithin(dxfText(drawing(all, c.entity)));
+        EXPECT_EQ(outcome.substr(0, c.outcome.size()), c.outcome) << c.why;
+    }
+}
+
+TEST(HostileDXF, EmptySectionsDoNotMakeBlocksBeReadAgain)
+{
+    std::string face, sections;
+    for (int i = 0; i < 100; ++i) face += "|0 3DFACE|8 0|10 0|20 0|11 1|21 0|12 1|22 1";
+    for (int i = 0; i < 1000; ++i)
+        sections += blocks("") + "0 SECTION|2 ENTITIES|" + insertion("MANY") + "|0 ENDSEC|";
+    EXPECT_EQ(outcomeWithin(dxfText(blocks(block("MANY", face.substr(1))) + sections + "0 EOF")), "100000");
+}
