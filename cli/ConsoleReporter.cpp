@@ -1,28 +1,18 @@
 #include "cli/ConsoleReporter.h"
 
+#include "platform/StopSignals.h"
 #include "resources/Texts.h"
 
-#include <atomic>
-#include <csignal>
 #include <cstdio>
 
 namespace belvor {
-namespace {
 
-std::atomic<bool> interrupted{false};
-static_assert(std::atomic<bool>::is_always_lock_free, "written by a signal handler");
-
-}   // namespace
-
-ConsoleReporter::ConsoleReporter(bool shown) : visible(shown)
-{
-    std::signal(SIGINT, [](int) { interrupted = true; });
-}
+ConsoleReporter::ConsoleReporter(bool shown) : visible(shown) {}
 
 bool ConsoleReporter::progress(int stageCount, int stage, double fraction)
 {
     if (visible) show(stageCount, stage, fraction);
-    return interrupted;
+    return stopSignal() != 0;
 }
 
 void ConsoleReporter::show(int stageCount, int stage, double fraction)

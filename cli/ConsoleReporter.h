@@ -9,10 +9,9 @@
 namespace belvor {
 
 /// Rewrites one line of standard error with the stage and how far it is, a few times a
-/// second, and asks to stop once the user has pressed Ctrl-C.
+/// second, and asks to stop once a signal has asked the program to end (stopSignal()).
 class ConsoleReporter : public Reporter {
 public:
-    /// Takes over Ctrl-C for the rest of the process.
     explicit ConsoleReporter(bool visible);
     ~ConsoleReporter() override { clear(); }
 

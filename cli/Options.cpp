@@ -50,6 +50,26 @@ FileType typeNamed(const std::string& name)
     refuse("--type takes things, dxf or man; it was given \"" + name + "\"");
 }
 
+/// Nothing that is written is a file that is read, or the log, whatever name or link leads to it.
+/// Only the view may be brought up to date.
+void checkInputsKept(const Options& options)
+{
+    const auto check = [](const std::string& written, const std::string& kept, const char* what) {
+        if (!written.empty() && !kept.empty() && isSameFile(written, kept))
+            refuse("\"" + written + "\" would overwrite the " + what);
+    };
+    const std::string log = options.dxfLog ? options.model + ".log" : "";
+    for (const std::string& output : options.outputs) {
+        check(output, options.model, "model");
+        check(output, options.view, "view");
+        check(output, log, "log");
+    }
+    check(options.savedView, options.model, "model");
+    check(options.savedView, log, "log");
+    check(log, options.model, "model");
+    check(log, options.view, "view");
+}
+
 /// What the rules of single options do not say.
 void checkWhole(Options& options)
 {
@@ -59,13 +79,11 @@ void checkWhole(Options& options)
         if (std::count_if(options.outputs.begin(), options.outputs.end(), isThis) > 1)
             refuse("\"" + output + "\" is named twice");
         if (isThis(options.savedView)) refuse("\"" + output + "\" cannot be the picture and the view");
-        if (isThis(options.model)) refuse("\"" + output + "\" would overwrite the model");
         constexpr long long largestPng = 0x7FFFFFFF;   // bytes of its pixels
         if (isPng(output) && (options.width * 3ll + 1) * options.height > largestPng)
             refuse("a PNG picture of that size cannot be written; an .omb picture can");
     }
-    if (!options.savedView.empty() && isSameFile(options.savedView, options.model))
-        refuse("\"" + options.savedView + "\" would overwrite the model");
+    checkInputsKept(options);
     if (options.outputs.empty() && options.savedView.empty() && !options.info)
         refuse("nothing to do: name an OUTPUT ending in .omb or .png, or use --save-view or --info");
     if (options.type == FileType::unknown) options.type = fileTypeOf(options.model);

@@ -3,10 +3,8 @@
 #include "cli/Options.h"
 #include "cli/Png.h"
 #include "imagefile/OmbrBuff.h"
-#include "platform/Files.h"
-#include "platform/Process.h"
+#include "platform/OutputFile.h"
 
-#include <cerrno>
 #include <utility>
 
 namespace belvor {
@@ -14,9 +12,9 @@ namespace {
 
 class OmbrOutput : public Picture {
 public:
-    OmbrOutput(const std::string& path, const Handle<Model>& model, const Handle<Camera>& camera, int width,
+    OmbrOutput(OutputFile& file, const Handle<Model>& model, const Handle<Camera>& camera, int width,
                int height)
-        : picture(path, model, camera, width, height)
+        : picture(file, model, camera, width, height)
     {}
     void writeRow(const Buffer& row) override { picture.writeRow(row); }
     void finish() override { picture.finish(); }
@@ -27,13 +25,13 @@ private:
 
 /// Does something with a file; a failure names the file.
 template <class Action>
-void onFile(const std::string& path, Action action)
-{
-    try {
-        action();
-    } catch (const OmbrFile::Error& error) {
-        throw PictureError(path + ": " + error.what());
-    }
+auto onFile(const std::string& path, Action action) -> decltype(action())
+try {
+    return action();
+} catch (const OutputFile::Error& error) {
+    throw PictureError(path + ": " + error.what());
+} catch (const OmbrFile::Error& error) {
+    throw PictureError(path + ": " + error.what());
 }
 
 }   // namespace
@@ -42,75 +40,38 @@ Pictures::Pictures(const std::vector<std::string>& paths, const Handle<Model>& m
                    const Handle<Camera>& camera, int width, int height)
     : Buffer(width)
 {
-    try {
-        for (const std::string& path : paths) {
-            Output& output = outputs.emplace_back(Output{path, temporaryNameFor(path), {}, nullptr});
-            onFile(path, [&] {
-                if (isPng(path))
-                    output.picture = std::make_unique<PngPicture>(output.temporary, width, height);
-                else
-                    output.picture =
-                        std::make_unique<OmbrOutput>(output.temporary, model, camera, width, height);
-            });
-        }
-    } catch (...) {
-        remove();
-        throw;
+    for (const std::string& path : paths) {
+        outputs.push_back(onFile(path, [&] { return std::make_unique<Output>(path); }));
+        Output& output = *outputs.back();
+        onFile(path, [&] {
+            if (isPng(path)) output.picture = std::make_unique<PngPicture>(output.file, width, height);
+            else output.picture = std::make_unique<OmbrOutput>(output.file, model, camera, width, height);
+        });
     }
 }
 
-Pictures::~Pictures() { remove(); }
-
 void Pictures::lineDone(int)
 {
-    for (Output& output : outputs) onFile(output.path, [&] { output.picture->writeRow(*this); });
+    for (const auto& output : outputs) onFile(output->file.path(), [&] { output->picture->writeRow(*this); });
 }
 
 void Pictures::commit(Reporter& progress)
 {
     const auto checkForStop = [&progress] { progress.check(2, 1, 1.0); };
-    for (Output& output : outputs) {
+    std::vector<OutputFile*> files;
+    for (const auto& output : outputs) {
         checkForStop();
-        onFile(output.path, [&] { output.picture->finish(); });
-        output.picture.reset();
+        onFile(output->file.path(), [&] {
+            output->picture->finish();
+            output->file.finish();
+        });
+        files.push_back(&output->file);
     }
     checkForStop();
-    std::size_t named = 0;
-    while (named < outputs.size() && takeName(outputs[named])) ++named;
-    if (named < outputs.size()) {
-        const PictureError error(outputs[named].path + ": " + OmbrFile::Error().what());
-        for (std::size_t i = named + 1; i-- > 0;) giveBackName(outputs[i], i < named);
-        throw error;
-    }
-    for (const Output& output : outputs)
-        if (!output.older.empty()) removeFile(output.older);
-    outputs.clear();
-}
-
-/// Puts a whole picture in its place. Where others may still fail, the file that had the name is kept beside
-/// it.
-bool Pictures::takeName(Output& output)
-{
-    if (isFolder(output.path)) {
-        errno = EISDIR;
-        return false;
-    }
-    std::string older = output.temporary + ".older";
-    if (outputs.size() > 1 && replaceFile(output.path, older)) output.older = std::move(older);
-    return replaceFile(output.temporary, output.path);
-}
-
-void Pictures::giveBackName(const Output& output, bool taken) noexcept
-{
-    if (!output.older.empty()) replaceFile(output.older, output.path);
-    else if (taken) removeFile(output.path);
-}
-
-void Pictures::remove() noexcept
-{
-    for (Output& output : outputs) {
-        output.picture.reset();   // an open file cannot be deleted everywhere
-        removeFile(output.temporary);
+    try {
+        OutputFile::commit(files);
+    } catch (const OutputFile::Error& error) {
+        throw PictureError(error.path() + ": " + error.what());
     }
     outputs.clear();
 }

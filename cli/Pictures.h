@@ -2,6 +2,7 @@
 
 #include "errors/Reporter.h"
 #include "platform/Handle.h"
+#include "platform/OutputFile.h"
 #include "render/Buffer.h"
 #include "scene/Camera.h"
 #include "scene/Model.h"
@@ -24,7 +25,7 @@ public:
     virtual ~Picture() = default;
     /// Takes the next row, from the top. Throws OmbrFile::Error.
     virtual void writeRow(const Buffer& row) = 0;
-    /// Completes and closes the file. Throws OmbrFile::Error.
+    /// Completes the file, which its owner commits. Throws OmbrFile::Error, OutputFile::Error.
     virtual void finish() = 0;
 };
 
@@ -35,25 +36,20 @@ public:
     /// `paths` are UTF-8, each of an Ombr or a PNG file. Throws PictureError.
     Pictures(const std::vector<std::string>& paths, const Handle<Model>& model, const Handle<Camera>& camera,
              int width, int height);
-    ~Pictures() override;
 
     void lineDone(int row) override;
 
     /// After the render: completes the files and gives them their names. Throws PictureError,
-    /// Reporter::Abandoned; then none of them is left, and what had their names before is there again.
+    /// Reporter::Abandoned; then each name has what it had before.
     void commit(Reporter& progress);
 
 private:
     struct Output {
-        std::string path, temporary;
-        std::string older;   // where the file is kept that had the name before; empty: there was none
-        std::unique_ptr<Picture> picture;
+        explicit Output(const std::string& path) : file(path) {}
+        OutputFile file;
+        std::unique_ptr<Picture> picture;   // goes first: it writes into the file
     };
-    bool takeName(Output& output);
-    static void giveBackName(const Output& output, bool taken) noexcept;
-    void remove() noexcept;
-
-    std::vector<Output> outputs;
+    std::vector<std::unique_ptr<Output>> outputs;
 };
 
 }   // namespace belvor

@@ -1,32 +1,37 @@
 #include "cli/Png.h"
 
 #include "imagefile/OmbrFile.h"
-#include "platform/Files.h"
 
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+/// The writer below uses what this returns unseen.
+void* reallocateOrThrow(void* memory, std::size_t size)
+{
+    void* const larger = std::realloc(memory, size);
+    if (!larger) throw std::bad_alloc();
+    return larger;
+}
+
+}   // namespace
+
+#define STBIW_MALLOC(size) reallocateOrThrow(nullptr, size)
+#define STBIW_REALLOC(memory, size) reallocateOrThrow(memory, size)
+#define STBIW_FREE(memory) std::free(memory)
 #define STB_IMAGE_WRITE_IMPLEMENTATION
 #define STBI_WRITE_NO_STDIO
 #define STB_IMAGE_WRITE_STATIC
 #include <stb_image_write.h>
 
-#include <cerrno>
 #include <cstdio>
-#include <new>
-#include <utility>
 
 namespace belvor {
 
-PngPicture::PngPicture(const std::string& path, int w, int h)
-    : file(openFile(path, "wb")),
-      width(w),
-      height(h)
+PngPicture::PngPicture(OutputFile& file, int w, int h) : output(file), width(w), height(h)
 {
-    if (!file) throw OmbrFile::Error();
     rgb.reserve(3 * static_cast<std::size_t>(w) * static_cast<std::size_t>(h));
-}
-
-PngPicture::~PngPicture()
-{
-    if (file) std::fclose(file);
 }
 
 void PngPicture::writeRow(const Buffer& row)
@@ -44,7 +49,7 @@ void PngPicture::finish()
     struct Target {
         std::FILE* file;
         bool good;
-    } target{file, true};
+    } target{output.stream(), true};
     const auto write = [](void* context, void* data, int size) {
         auto& to = *static_cast<Target*>(context);
         to.good = to.good
@@ -54,7 +59,6 @@ void PngPicture::finish()
     const bool encoded = stbi_write_png_to_func(write, &target, width, height, 3, rgb.data(), 3 * width) != 0;
     if (!encoded) throw std::bad_alloc();
     if (!target.good) throw OmbrFile::Error();
-    if (std::fclose(std::exchange(file, nullptr)) != 0) throw OmbrFile::Error();
 }
 
 }   // namespace belvor

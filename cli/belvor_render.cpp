@@ -9,6 +9,7 @@
 #include "imagefile/OmbrFile.h"
 #include "platform/Files.h"
 #include "platform/Process.h"
+#include "platform/StopSignals.h"
 #include "readers/ModelFile.h"
 #include "readers/dxf/DXF.h"
 #include "resources/Texts.h"
@@ -54,24 +55,10 @@ ViewParameters viewFor(const Options& options, const ModelPlace& place, const Im
     return view;
 }
 
-/// A new name would take the place of a write-protected file as well. False with errno set.
-bool mayBeWritten(const std::string& path)
-{
-    std::FILE* const there = openFile(path, "r+b");
-    return there ? std::fclose(there) == 0 : errno == ENOENT;
-}
-
 void writeView(const std::string& path, const ViewParameters& view, const ModelPlace& place)
 {
-    const bool beside =
-        !isSpecialFile(path);   // a file that is there keeps its content until the new one is whole
-    const std::string written = beside ? temporaryNameFor(path) : path;
-    if (mayBeWritten(path) && view.write(written, place.centre, place.radius)
-        && (!beside || replaceFile(written, path)))
-        return;
-    const int code = errno;
-    if (beside) removeFile(written);
-    throw std::runtime_error(path + ": " + std::strerror(code));
+    if (!view.write(path, place.centre, place.radius))
+        throw std::runtime_error(path + ": " + std::strerror(errno));
 }
 
 void printLine(const std::string& text)
@@ -154,9 +141,15 @@ int runReported(const Options& options)
 
 int main(int argc, char** argv)
 {
+    belvor::noteStopSignals();
     belvor::refuseMemoryBeyondMachine();
     try {
-        return belvor::runReported(belvor::parseOptions(belvor::commandLine(argc, argv)));
+        const int status = belvor::runReported(belvor::parseOptions(belvor::commandLine(argc, argv)));
+        if (status != belvor::done && belvor::stopSignal() != 0) {
+            std::fflush(stdout);
+            belvor::endBySignal(belvor::stopSignal());
+        }
+        return status;
     } catch (const belvor::Usage& usage) {
         std::fputs(usage.what(), usage.exitStatus() == 0 ? stdout : stderr);
         return usage.exitStatus();

@@ -54,6 +54,14 @@ struct Sizes {
     std::uint16_t width, height;
 };
 
+/// The bytes of all the model's material records; each begins at an even position.
+std::uint32_t materialRecords(const Model& model)
+{
+    unsigned long long bytes = 0;
+    for (const auto& [key, material] : model.materials()) bytes += (9 + material.name.size() + 2) / 2 * 2;
+    return static_cast<std::uint32_t>(bytes);
+}
+
 }   // namespace
 
 OmbrPicture::OmbrPicture(const std::string& path, Handle<Model> scene, Handle<Camera> view, int width,
@@ -62,6 +70,13 @@ OmbrPicture::OmbrPicture(const std::string& path, Handle<Model> scene, Handle<Ca
       camera(std::move(view)),
       file(path, Sizes(*model, width, height).width, static_cast<std::uint16_t>(height), version,
            recordOf(*camera, *model))
+{}
+
+OmbrPicture::OmbrPicture(OutputFile& output, Handle<Model> scene, Handle<Camera> view, int width, int height)
+    : model(std::move(scene)),
+      camera(std::move(view)),
+      file(output, Sizes(*model, width, height).width, static_cast<std::uint16_t>(height), version,
+           recordOf(*camera, *model), materialRecords(*model))
 {}
 
 void OmbrPicture::writeRow(const Buffer& row)

@@ -17,6 +17,8 @@ public:
     /// its header. `camera` is the one of the render, built for width × height. Throws
     /// OmbrFile::Error.
     OmbrPicture(const std::string& path, Handle<Model> model, Handle<Camera> camera, int width, int height);
+    /// The same into `output`, which must outlive this object; the caller commits it after finish().
+    OmbrPicture(OutputFile& output, Handle<Model> model, Handle<Camera> camera, int width, int height);
 
     /// Appends a row, from the top. Throws OmbrFile::Error.
     void writeRow(const Buffer& row);
@@ -33,8 +35,9 @@ private:
     OmbrFile file;
 };
 
-/// The sink of a render into an Ombr file. A file that finish() has not been called for is
-/// closed by the destructor: its directories follow the last row, without materials.
+/// The sink of a render into an Ombr file, which takes its name when it is whole. A file that
+/// finish() has not been called for is closed by the destructor: its directories follow the last
+/// row, without materials, and it takes its name only where no file had it, or an empty one.
 class OmbrBuff : public Buffer {
 public:
     OmbrBuff(const std::string& path, Handle<Model> model, Handle<Camera> camera, int width, int height);

@@ -2,9 +2,11 @@
 
 #include "imagefile/TiffDirectory.h"
 #include "platform/Files.h"
+#include "resources/Texts.h"
 
 #include <bit>
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 #include <limits>
 #include <utility>
@@ -13,8 +15,6 @@ namespace belvor {
 namespace {
 
 static_assert(std::endian::native == std::endian::little, "rows are written as they lie in memory");
-
-constexpr std::size_t bufferSize = 32256;
 
 /// Tags of an image directory.
 enum Tag : std::uint16_t {
@@ -75,7 +75,8 @@ struct OmbrFile::Channel {
 };
 
 OmbrFile::Error::Error() : Error(errno) {}
-OmbrFile::Error::Error(int code) : std::runtime_error(std::strerror(code)), savedErrno(code) {}
+OmbrFile::Error::Error(int code) : Error(std::strerror(code), code) {}
+OmbrFile::Busy::Busy() : Error(textOf(Text::fileBeingWritten), EBUSY) {}
 
 void OmbrFile::checkSize(long long width, long long height, unsigned long long materialBytes)
 {
@@ -88,34 +89,75 @@ void OmbrFile::checkSize(long long width, long long height, unsigned long long m
     if (!good) throw Error(EFBIG);
 }
 
+namespace {
+
+/// Runs `action` on an output file, whose failures become this class's.
+template <class Action>
+auto onOutput(Action action) -> decltype(action())
+try {
+    return action();
+} catch (const OutputFile::Busy&) {
+    throw OmbrFile::Busy();
+} catch (const OutputFile::Error& error) {
+    throw OmbrFile::Error(error.code());
+}
+
+constexpr std::uint32_t headerBytes = 8;
+
+constexpr std::uint32_t madeEven(std::uint32_t position) { return position + position % 2; }
+
+/// Where the directory of the colour image stands in a file with so many bytes of material records.
+std::uint32_t colourDirectoryAt(std::uint32_t width, std::uint32_t height, std::uint32_t materialRecords,
+                                std::size_t versionLength)
+{
+    constexpr std::uint32_t materialBlock = 16, depthBlock = 212, directory = 2 + 9 * 12 + 4, bits = 6,
+                            resolutions = 16, colourBlock = 8;
+    const std::uint32_t strips = (4 + 2) * height;
+    const std::uint32_t versionAt = headerBytes + height * strideOf(width) + materialRecords + strips
+                                    + materialBlock + directory + strips + depthBlock + directory + bits
+                                    + strips + resolutions;
+    return madeEven(versionAt + static_cast<std::uint32_t>(versionLength) + 1) + colourBlock;
+}
+
+}   // namespace
+
 OmbrFile::OmbrFile(const std::string& path, std::uint16_t w, std::uint16_t h, std::string versionText,
                    const CameraRecord& view)
     : record(strideOf(w)),
       depth(numbersIn<std::uint32_t>(record, 0, w)),
       material(numbersIn<std::uint16_t>(record, 4u * w, w)),
       rgb(record.data() + 6u * w, 3u * w),
-      buffer(new char[bufferSize]),
-      file(openFile(path, "wb")),
+      ownOutput(onOutput([&path] { return std::make_unique<OutputFile>(path); })),
+      output(*ownOutput),
       width(w),
       height(h),
       version(std::move(versionText)),
       camera(view)
 {
-    if (!file) throw Error();
-    try {
-        if (std::setvbuf(file, buffer.get(), _IOFBF, bufferSize) != 0) throw Error();
-        write(LittleEndian().u16(0x4949).u16(42).u32(0).data());
-        dataStart = position();
-    } catch (...) {
-        std::fclose(file);
-        throw;
-    }
+    writeHeader(0);
+}
+
+OmbrFile::OmbrFile(OutputFile& target, std::uint16_t w, std::uint16_t h, std::string versionText,
+                   const CameraRecord& view, std::uint32_t materialRecords)
+    : record(strideOf(w)),
+      depth(numbersIn<std::uint32_t>(record, 0, w)),
+      material(numbersIn<std::uint16_t>(record, 4u * w, w)),
+      rgb(record.data() + 6u * w, 3u * w),
+      output(target),
+      width(w),
+      height(h),
+      version(std::move(versionText)),
+      camera(view)
+{
+    writeHeader(colourDirectoryAt(w, h, materialRecords, version.size()));
 }
 
 OmbrFile::~OmbrFile()
 {
+    if (closed) return;
     try {
-        close();
+        if (!failed) writeDirectories();
+        if (!failed && ownOutput && !ownOutput->replacesContent()) ownOutput->commit();
     } catch (...) {
         // Nobody is left to hear of it: whoever needs to know calls close() first.
     }
@@ -129,14 +171,15 @@ void OmbrFile::fail()
 
 void OmbrFile::write(const void* bytes, std::size_t count)
 {
-    if (std::fwrite(bytes, 1, count, file) != count) fail();
+    if (std::fwrite(bytes, 1, count, output.stream()) != count) fail();
+    written += static_cast<std::uint32_t>(count);
 }
 
-std::uint32_t OmbrFile::position()
+void OmbrFile::writeHeader(std::uint32_t directory)
 {
-    const long long at = tellFile(file);
-    if (at < 0) fail();
-    return static_cast<std::uint32_t>(at);
+    firstDirectory = directory;
+    write(LittleEndian().u16(0x4949).u16(42).u32(directory).data());
+    dataStart = position();
 }
 
 void OmbrFile::writeRow() { write(record.data(), record.size()); }
@@ -154,20 +197,17 @@ void OmbrFile::addMaterial(std::uint16_t index, std::uint8_t red, std::uint8_t g
 
 void OmbrFile::close()
 {
-    if (!file) return;
-    try {
-        if (!failed) writeDirectories();
-    } catch (...) {
-        std::fclose(std::exchange(file, nullptr));
-        throw;
-    }
-    if (std::fclose(std::exchange(file, nullptr)) != 0) throw Error();
+    if (std::exchange(closed, true)) return;
+    if (failed) throw Error(EIO);   // what is missing has been told
+    writeDirectories();
+    onOutput([this] { ownOutput ? output.commit() : output.finish(); });
 }
 
 void OmbrFile::writeDirectories()
 {
     const std::uint32_t colourDirectory = writeColourImage(writeDepthImage(writeMaterialImage()));
-    if (!seekFile(file, 4)) fail();
+    if (colourDirectory == firstDirectory) return;
+    if (!seekFile(output.stream(), 4)) fail();
     write(LittleEndian().u32(colourDirectory).data());
 }
 

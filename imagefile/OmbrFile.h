@@ -1,9 +1,9 @@
 #pragma once
 
+#include "platform/OutputFile.h"
 #include "scene/Camera.h"
 
 #include <cstdint>
-#include <cstdio>
 #include <memory>
 #include <span>
 #include <stdexcept>
@@ -16,7 +16,8 @@ class LittleEndian;
 
 /// Writes an Ombr file: a little-endian TIFF file with a colour, a depth and a material
 /// image, one record a row. docs/ombr-format.md describes every byte. Rows go out as they
-/// come; the directories follow when the file is closed. Used by one thread at a time.
+/// come; the directories follow when the file is closed. The file is written beside its name,
+/// which it takes when it is closed. Used by one thread at a time.
 class OmbrFile {
 public:
     /// A call of the standard I/O functions failed; what() is the system's text for errno.
@@ -26,8 +27,16 @@ public:
         explicit Error(int code);
         int code() const noexcept { return savedErrno; }
 
+    protected:
+        Error(const std::string& text, int code) : std::runtime_error(text), savedErrno(code) {}
+
     private:
         int savedErrno;
+    };
+    /// This process is writing a file of that name already.
+    class Busy : public Error {
+    public:
+        Busy();
     };
 
     static constexpr std::uint32_t noDepth = 0xFFFFFFFF;   ///< The depth of a pixel without surface.
@@ -39,12 +48,19 @@ public:
     /// The bytes of one material's record, at most.
     static unsigned long long materialBytes(const std::string& name) { return 9 + name.size() + 2; }
 
-    /// Opens the file (`path` is UTF-8) and writes its header. Throws Error.
+    /// Opens the file (`path` is UTF-8) and writes its header. Throws Error, Busy.
     OmbrFile(const std::string& path, std::uint16_t width, std::uint16_t height, std::string version,
              const CameraRecord& camera);
+    /// Writes into `output`, which must outlive this object, and leaves it to the caller to commit
+    /// it after close(). `materialRecords` is the number of bytes of all material records to come
+    /// (materialBytes(), each made even): with it the header is right from the start, so that the
+    /// file can go to a pipe. Throws Error.
+    OmbrFile(OutputFile& output, std::uint16_t width, std::uint16_t height, std::string version,
+             const CameraRecord& camera, std::uint32_t materialRecords);
     OmbrFile(const OmbrFile&) = delete;
     OmbrFile& operator=(const OmbrFile&) = delete;
-    /// Closes what is still open, silently.
+    /// Closes what is still open, silently. A file that has not been closed is not whole: it takes
+    /// its name only where that has no file, or an empty one.
     virtual ~OmbrFile();
 
     /// Appends the row that rgb, depth and material hold. Throws Error.
@@ -52,7 +68,8 @@ public:
     /// Appends a material's record; after the last row. Throws Error.
     virtual void addMaterial(std::uint16_t index, std::uint8_t red, std::uint8_t green, std::uint8_t blue,
                              const std::string& name);
-    /// Writes the directories and closes the file. Does nothing when it is closed already. Throws Error.
+    /// Writes the directories and closes the file, which takes its name unless the caller commits
+    /// it. Does nothing when it is closed already. Throws Error.
     virtual void close();
 
 private:
@@ -68,7 +85,8 @@ public:
 private:
     void write(const void* bytes, std::size_t count);
     void write(const std::string& bytes) { write(bytes.data(), bytes.size()); }
-    std::uint32_t position();
+    void writeHeader(std::uint32_t firstDirectory);
+    std::uint32_t position() const noexcept { return written; }
     std::uint32_t writeMaterialImage();
     std::uint32_t writeDepthImage(std::uint32_t next);
     std::uint32_t writeColourImage(std::uint32_t next);
@@ -78,14 +96,16 @@ private:
     void writeDirectories();
     [[noreturn]] void fail();
 
-    const std::unique_ptr<char[]> buffer;   // of the file, until it is closed
-    std::FILE* file;
+    const std::unique_ptr<OutputFile> ownOutput;   // none where the caller has it
+    OutputFile& output;
+    std::uint32_t written = 0;          // bytes
+    std::uint32_t firstDirectory = 0;   // as the header says
     const std::uint16_t width, height;
     const std::string version;
     const CameraRecord camera;
     std::uint32_t dataStart = 0;
     std::uint32_t lastMaterial = 0, materialCount = 0;
-    bool failed = false;
+    bool closed = false, failed = false;
 };
 
 }   // namespace belvor

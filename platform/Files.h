@@ -19,19 +19,9 @@ std::FILE* openFile(const std::string& path, const char* mode) noexcept;
 /// Deletes `path` (UTF-8) if it is there; silent.
 void removeFile(const std::string& path) noexcept;
 
-/// Whether a folder has that name (UTF-8).
-bool isFolder(const std::string& path) noexcept;
-
-/// Whether both names (UTF-8) are of one file in one folder, however they are spelt. There need be no such
-/// file.
+/// Whether both paths (UTF-8) are of one file, however they are spelt and whatever links lead to
+/// it. There need be no such file: then their folders and names count.
 bool isSameFile(const std::string& a, const std::string& b) noexcept;
-
-/// Whether something has that name (UTF-8) that is neither file nor folder: a device, a pipe, a symbolic
-/// link.
-bool isSpecialFile(const std::string& path) noexcept;
-
-/// Renames `from` to `to` (UTF-8), replacing a file of that name; false with errno set.
-bool replaceFile(const std::string& from, const std::string& to) noexcept;
 
 /// The whole file as bytes; false when it cannot be opened or read, errno set.
 bool readWholeFile(const std::string& path, std::string& bytes);

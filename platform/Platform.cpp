@@ -1,5 +1,5 @@
-#include "platform/FileNames.h"
 #include "platform/Files.h"
+#include "platform/OutputFile.h"
 #include "platform/SystemError.h"
 #include "platform/Utf16.h"
 
@@ -68,40 +68,6 @@ try {
     DeleteFileW(toWide(path).c_str());
 } catch (...) {}
 
-bool replaceFile(const std::string& from, const std::string& to) noexcept
-try {
-    if (MoveFileExW(toWide(from).c_str(), toWide(to).c_str(), MOVEFILE_REPLACE_EXISTING)) return true;
-    errno = GetLastError() == ERROR_ACCESS_DENIED    ? EACCES
-            : GetLastError() == ERROR_FILE_NOT_FOUND ? ENOENT
-                                                     : EIO;
-    return false;
-} catch (...) {
-    errno = ENOMEM;
-    return false;
-}
-
-bool isFolder(const std::string& path) noexcept
-try {
-    const DWORD attributes = GetFileAttributesW(toWide(path).c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
-} catch (...) {
-    return false;
-}
-
-bool isSameFile(const std::string& a, const std::string& b) noexcept
-try {
-    const auto whole = [](const std::string& path) {
-        std::wstring name(32768, L'\0');
-        name.resize(GetFullPathNameW(toWide(path).c_str(), 32768, name.data(), nullptr));
-        return name;
-    };
-    return CompareStringOrdinal(whole(a).c_str(), -1, whole(b).c_str(), -1, TRUE) == CSTR_EQUAL;
-} catch (...) {
-    return false;
-}
-
-bool isSpecialFile(const std::string&) noexcept { return false; }
-
 long long tellFile(std::FILE* file) noexcept { return _ftelli64(file); }
 bool seekFile(std::FILE* file, long long offset) noexcept { return _fseeki64(file, offset, SEEK_SET) == 0; }
 
@@ -120,40 +86,17 @@ std::FILE* openFile(const std::string& path, const char* mode) noexcept
     return std::fopen(path.c_str(), mode);
 }
 void removeFile(const std::string& path) noexcept { unlink(path.c_str()); }
-bool replaceFile(const std::string& from, const std::string& to) noexcept
-{
-    return std::rename(from.c_str(), to.c_str()) == 0;
-}
-bool isFolder(const std::string& path) noexcept
-{
-    struct stat status;
-    return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
-}
-
-bool isSameFile(const std::string& a, const std::string& b) noexcept
-try {
-    if (fileName(a) != fileName(b)) return false;
-    const auto folder = [](const std::string& path) {
-        return path.substr(0, path.size() - fileName(path).size()) + ".";
-    };
-    struct stat first, second;
-    return stat(folder(a).c_str(), &first) == 0 && stat(folder(b).c_str(), &second) == 0
-               ? first.st_dev == second.st_dev && first.st_ino == second.st_ino
-               : a == b;
-} catch (...) {
-    return false;
-}
-
-bool isSpecialFile(const std::string& path) noexcept
-{
-    struct stat status;
-    return lstat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
-}
-
 long long tellFile(std::FILE* file) noexcept { return ftello(file); }
 bool seekFile(std::FILE* file, long long offset) noexcept { return fseeko(file, offset, SEEK_SET) == 0; }
 
 #endif
+
+bool isSameFile(const std::string& a, const std::string& b) noexcept
+try {
+    return fileIdentity(a) == fileIdentity(b);
+} catch (...) {
+    return a == b;
+}
 
 bool readWholeFile(const std::string& path, std::string& bytes)
 {

@@ -1,13 +1,13 @@
 #include "platform/Process.h"
 
-#include <atomic>
+#include "platform/FileNames.h"
+#include "platform/OutputPlace.h"
 
 #ifdef _WIN32
 #include "platform/Utf16.h"
 #include "platform/win32/Windows.h"
 
 #include <io.h>
-#include <process.h>
 #include <shellapi.h>
 #else
 #include <sys/resource.h>
@@ -32,8 +32,6 @@ bool standardErrorIsTerminal() noexcept { return _isatty(2) != 0; }
 
 void refuseMemoryBeyondMachine() noexcept {}
 
-static int processNumber() { return _getpid(); }
-
 #else
 
 std::vector<std::string> commandLine(int argc, char** argv) { return {argv, argv + argc}; }
@@ -54,14 +52,12 @@ void refuseMemoryBeyondMachine() noexcept
 #endif
 }
 
-static int processNumber() { return getpid(); }
-
 #endif
 
 std::string temporaryNameFor(const std::string& path)
 {
-    static std::atomic<unsigned> count{0};
-    return path + "." + std::to_string(processNumber()) + "-" + std::to_string(++count) + ".part";
+    const std::string_view name = fileName(path);
+    return path.substr(0, path.size() - name.size()) + unusedNameFor(name);
 }
 
 }   // namespace belvor

@@ -17,7 +17,7 @@ bool standardErrorIsTerminal() noexcept;
 /// standstill instead. Does nothing where the system refuses by itself.
 void refuseMemoryBeyondMachine() noexcept;
 
-/// `path` with something added that no other process adds, and this one never again.
+/// A path in the same folder with a random name that begins like that of `path`.
 std::string temporaryNameFor(const std::string& path);
 
 }   // namespace belvor

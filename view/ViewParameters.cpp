@@ -2,10 +2,13 @@
 
 #include "calcore/Scanner.h"
 #include "platform/Files.h"
+#include "platform/OutputFile.h"
 
+#include <cerrno>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
+#include <exception>
 #include <initializer_list>
 #include <string_view>
 
@@ -90,7 +93,7 @@ bool ViewParameters::finite() const noexcept
 }
 
 bool ViewParameters::write(const std::string& path, const Point<3>& centre, double modelRadius) const
-{
+try {
     const double radius = usableRadius(modelRadius);
     const Point<3> eyeAt = toModel(eye, centre, radius), lookAtPoint = toModel(lookAt, centre, radius);
     std::string text(header);
@@ -104,10 +107,16 @@ bool ViewParameters::write(const std::string& path, const Point<3>& centre, doub
     for (const ParallelLightSetting& light : lights)
         appendLine(text, {light.bearing, light.elevation, light.intensity});
 
-    std::FILE* const file = openFile(path, "wb");
-    if (!file) return false;
-    const bool written = std::fwrite(text.data(), 1, text.size(), file) == text.size();
-    return std::fclose(file) == 0 && written;
+    OutputFile file(path);
+    if (std::fwrite(text.data(), 1, text.size(), file.stream()) != text.size()) return false;
+    file.commit();
+    return true;
+} catch (const OutputFile::Error& error) {
+    errno = error.code();
+    return false;
+} catch (const std::exception&) {
+    errno = ENOMEM;
+    return false;
 }
 
 bool ViewParameters::read(const std::string& path, const Point<3>& centre, double modelRadius)

@@ -36,7 +36,8 @@ struct ViewParameters {
 
     /// Writes the record to a parameter file; positions become model coordinates by the
     /// model's `centre` and `radius`. Six significant digits, never following the locale.
-    /// `path` is UTF-8. False when the file could not be opened or written.
+    /// `path` is UTF-8. False, with errno set, when the file could not be opened or written; then
+    /// the one that was there is as it was.
     bool write(const std::string& path, const Point<3>& centre, double radius) const;
     /// Reads a parameter file into this record. False, silently, when it cannot be opened or
     /// its header is another; what is missing behind the header keeps its value.

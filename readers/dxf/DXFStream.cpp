@@ -1,5 +1,7 @@
 #include "readers/dxf/DXFStream.h"
 
+#include "platform/Files.h"
+
 #include <stdexcept>
 #include <utility>
 
@@ -14,7 +16,8 @@ DXFStream::DXFStream(Source source)
       reporter(source.reporter),
       record(name)
 {
-    if (source.logging) diagnostics = DXFLog(name + ".log");
+    const std::string log = name + ".log";
+    if (source.logging && !isSameFile(log, name)) diagnostics = DXFLog(log);   // a link may lead back
 }
 
 DXFStream::~DXFStream() = default;

@@ -1,4 +1,5 @@
 #include "imagefile/OmbrBuff.h"
+#include "resources/Texts.h"
 #include "tests/support/Models.h"
 
 #include <gtest/gtest.h>
@@ -36,21 +37,46 @@ TEST(OmbrFile, RefusesPicturesItCannotNumber)
     EXPECT_THROW(OmbrFile("no/such/folder/x.omb", 1, 1, "v", {}), OmbrFile::Error);
 }
 
-TEST(OmbrBuff, AbandonedEndsWithItsDirectories)
+TEST(OmbrBuff, AbandonedEndsWithItsDirectoriesAndTakesNoFilesPlace)
 {
-    const test::TempFile target("abandoned.omb");
     const Handle<Model> model = test::thingsModel(test::boxText);
     const Scene scene =
         buildScene(wholeModel(freshView(), {24, 18}), test::placeOf(*model), {24, 18}, 24, 18);
-    test::RecordingReporter impatient(5);
-    EXPECT_THROW(model->render(*scene.camera, *scene.lights,
-                               *makeHandle<OmbrBuff>(target.path(), model, scene.camera, 24, 18), impatient),
-                 Reporter::Abandoned);
-    const std::string bytes = target.bytes();
+    const auto abandonOver = [&](const char* old) {
+        const test::TempFile target("abandoned.omb", old);
+        test::RecordingReporter impatient(5);
+        EXPECT_THROW(model->render(*scene.camera, *scene.lights,
+                                   *makeHandle<OmbrBuff>(target.path(), model, scene.camera, 24, 18),
+                                   impatient),
+                     Reporter::Abandoned);
+        return target.bytes();
+    };
+    const std::string bytes = abandonOver("");
     const std::size_t colour =
         static_cast<unsigned char>(bytes.at(4)) + 256u * static_cast<unsigned char>(bytes.at(5));
     EXPECT_EQ(bytes.size(), colour + 174);
     EXPECT_EQ(bytes.substr(colour, 2), std::string("\x0E\0", 2));
+    EXPECT_EQ(abandonOver("the picture of yesterday"), "the picture of yesterday");
+}
+
+TEST(OmbrBuff, ASecondPictureOfANameIsRefusedWhileTheFirstIsWritten)
+{
+    const test::TempFile target("twice.omb", "old");
+    const Handle<Model> model = test::thingsModel(test::boxText);
+    const Scene scene = buildScene(freshView(), test::placeOf(*model), {2, 2}, 2, 2);
+    const auto first = makeHandle<OmbrBuff>(target.path(), model, scene.camera, 2, 2);
+    try {
+        OmbrBuff(target.path(), model, scene.camera, 2, 2);
+        FAIL() << "both would be written";
+    } catch (const OmbrFile::Error& error) {
+        EXPECT_STREQ(error.what(), textOf(Text::fileBeingWritten));
+    }
+    test::RecordingReporter patient;
+    model->render(*scene.camera, *scene.lights, *first, patient);
+    EXPECT_EQ(target.bytes(), "old");
+    first->finish();
+    EXPECT_EQ(target.bytes().substr(0, 3), "II*");
+    EXPECT_NO_THROW(OmbrBuff(target.path(), model, scene.camera, 2, 2));
 }
 
 }   // namespace belvor

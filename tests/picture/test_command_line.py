@@ -112,7 +112,7 @@ class CommandLine(Folder):
             while len(self.names()) < 3 and process.poll() is None:
                 time.sleep(0.01)
             process.send_signal(signal.SIGINT)
-            self.assertEqual(process.wait(60), 130)
+            self.assertIn(process.wait(60), (-signal.SIGINT, 128 + signal.SIGINT))     # by the signal, as far as it can
             self.assertEqual(self.names(), ["p.omb", "plates.thf"])
 
     def test_info(self):

@@ -1,0 +1,80 @@
+#pragma once
+
+#include <cstdio>
+#include <memory>
+#include <span>
+#include <stdexcept>
+#include <string>
+
+namespace belvor {
+
+/// A file that is written beside its name and takes the name when it is whole. Until then, and
+/// whatever goes wrong, the name keeps the file that it has.
+///
+/// A name that is a link is followed: the link stays, and its target is replaced. A file that is
+/// replaced passes its mode, its group and, where the system allows it, its owner on; a
+/// write-protected one is refused. Devices and pipes are written into as they are: there is
+/// nothing to keep. The name beside is random and created anew, so that neither another process
+/// nor a planted link can have it. Used by one thread at a time.
+class OutputFile {
+public:
+    /// A call of the system failed; what() is the system's text for errno.
+    class Error : public std::runtime_error {
+    public:
+        /// `file` is the path as it was given.
+        Error(std::string file, int code);
+        int code() const noexcept { return savedErrno; }
+        const std::string& path() const noexcept { return name; }
+
+    private:
+        std::string name;
+        int savedErrno;
+    };
+    /// This process is writing a file of that name already.
+    class Busy : public Error {
+    public:
+        explicit Busy(std::string file);
+    };
+
+    /// Begins the file (`path` is UTF-8). Throws Error, Busy.
+    explicit OutputFile(const std::string& path);
+    OutputFile(const OutputFile&) = delete;
+    OutputFile& operator=(const OutputFile&) = delete;
+    /// Deletes what has not taken its name.
+    ~OutputFile();
+
+    /// Where to write; null once the file is finished. Owned by this object.
+    std::FILE* stream() const noexcept { return file; }
+    const std::string& path() const noexcept { return name; }
+    /// Whether a file that is not empty had the name when this one was begun.
+    bool replacesContent() const noexcept;
+
+    /// Flushes the file to the disk and closes it. Does nothing when that is done. Throws Error.
+    void finish();
+    /// Finishes the file and gives it its name. Throws Error.
+    void commit();
+    /// The same for several: each name has its old file or its new one at any moment, and where one
+    /// name cannot be taken, all keep their old files. Throws Error.
+    static void commit(std::span<OutputFile* const> files);
+
+private:
+    class Place;
+    class Claim;
+
+    const std::string name;
+    const std::unique_ptr<char[]> buffer;   // of the stream, until it is closed
+    const std::unique_ptr<Place> place;
+    std::unique_ptr<Claim> claim;   // to the name; none once it is taken
+    std::FILE* file = nullptr;
+    bool finished = false;
+};
+
+/// What tells files apart: equal for two paths (UTF-8) of one file, however they are spelt and
+/// whatever links lead to it. There need be no such file; then its folder and name count.
+std::string fileIdentity(const std::string& path);
+
+/// Deletes the files beside their names that this process has not finished. May be called from
+/// a signal's handler; the process must end then.
+void removeUnfinishedFiles() noexcept;
+
+}   // namespace belvor

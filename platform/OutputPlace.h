@@ -1,0 +1,45 @@
+#pragma once
+
+#include "platform/OutputFile.h"
+
+#include <string>
+#include <string_view>
+
+namespace belvor {
+
+/// A name that no file has but by intent of somebody who knows it: the first part of `name`, a random
+/// word, ".part". Short enough for any file system.
+std::string unusedNameFor(std::string_view name);
+
+/// The name of an output file in its folder, and the names beside it; a body for each system.
+/// Functions that answer bool leave errno when the answer is false.
+class OutputFile::Place {
+public:
+    /// Follows links and looks at what is there. Throws Error.
+    explicit Place(const std::string& path);
+    Place(const Place&) = delete;
+    Place& operator=(const Place&) = delete;
+    /// Deletes the files beside the name.
+    ~Place();
+
+    /// Opens the file to write: beside the name, or the device that has it. Null with errno set.
+    std::FILE* open();
+    /// Gives the written file its name; `keepOlder` keeps the file that had it for giveBack().
+    bool takeName(bool keepOlder) noexcept;
+    /// Undoes takeName(true).
+    void giveBack() noexcept;
+    /// The name has been taken for good.
+    void settle() noexcept;
+
+    struct System;   ///< What differs from system to system.
+    const std::unique_ptr<System> system;
+    std::string identity;   ///< As fileIdentity() of a path that has no file yet.
+    bool special = false;   ///< Neither to be replaced nor to be deleted.
+    bool existed = false, hadContent = false;
+    bool taken = false;
+};
+
+/// Flushes to the disk, where the file lies on one; false with errno set.
+bool flushToDisk(std::FILE* file) noexcept;
+
+}   // namespace belvor

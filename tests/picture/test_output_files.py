@@ -1,0 +1,145 @@
+"""Files that must not be lost: what is at a name is always whole, the old file or the new one, whatever stops belvor-render."""
+import os
+import random
+import resource
+import shutil
+import signal
+import subprocess
+import threading
+import time
+import unittest
+
+from files import Ombr, read_png
+from program import PROGRAM, SAMPLES, SANITIZED, WINDOWS, Folder, command
+
+OLD = b"what was there before"
+
+
+def stopped_by(number):
+    return -number, 128 + number
+
+
+@unittest.skipIf(WINDOWS, "links, modes and signals of the system the test runs on")
+class OutputFiles(Folder):
+    def start(self, *arguments, **options):
+        return subprocess.Popen(command() + ["--quiet", *arguments], cwd=self.folder, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                                stderr=subprocess.DEVNULL, **options)
+
+    def test_no_link_leads_an_output_to_the_model(self):
+        model = self.read("plates.thf")
+        self.write("drawing.dxf", "0\nSECTION\n2\nENTITIES\n0\nENDSEC\n0\nEOF\n")
+        drawing = self.read("drawing.dxf")
+        for name, target in (("v.bvp", "plates.thf"), ("p.png", "plates.thf"), ("p.omb", "v.bvp"), ("drawing.dxf.log", "drawing.dxf")):
+            os.symlink(target, self.folder / name)
+        os.link(self.folder / "plates.thf", self.folder / "second.omb")
+        self.write("view.bvp", "Belvor View Parameters 1.0\n")
+        os.symlink("view.bvp", self.folder / "view.png")
+        os.symlink("not_yet.png", self.folder / "one.png")
+        os.symlink("./not_yet.png", self.folder / "two.png")
+        for arguments in (["--save-view", "v.bvp", "plates.thf"], ["plates.thf", "p.png"], ["plates.thf", "p.omb"], ["plates.thf", "second.omb"],
+                          ["--dxf-log", "drawing.dxf", "d.png"], ["--view", "view.bvp", "plates.thf", "view.png"], ["plates.thf", "one.png", "two.png"]):
+            with self.subTest(arguments):
+                done = self.run_program(*arguments)
+                self.assertEqual(done.returncode, 2, done.stderr)
+        self.assertEqual((self.read("plates.thf"), self.read("drawing.dxf")), (model, drawing))
+
+    def test_what_an_output_replaces(self):
+        """Its mode stays, a link is followed, a write-protected file is refused, a device is written into."""
+        for name in ("p.png", "p.omb", "target.png", "guarded.png"):
+            (self.folder / name).write_bytes(OLD)
+            os.chmod(self.folder / name, 0o600)
+        os.chmod(self.folder / "guarded.png", 0o400)
+        os.symlink("target.png", self.folder / "link.png")
+        os.symlink("/dev/null", self.folder / "null.omb")
+        self.render("plates.thf", "p.png", "p.omb", "link.png", "null.omb", "new.png")
+        self.assertEqual({name: os.stat(self.folder / name).st_mode & 0o777 for name in ("p.png", "p.omb", "target.png")},
+                         {"p.png": 0o600, "p.omb": 0o600, "target.png": 0o600})
+        self.assertTrue(os.path.islink(self.folder / "link.png") and os.path.islink(self.folder / "null.omb"))
+        self.assertEqual(self.read("target.png"), self.read("new.png"))
+        self.assertEqual(self.run_program("plates.thf", "guarded.png").returncode, 3)
+        self.assertEqual(self.read("guarded.png"), OLD)
+
+    def test_a_pipe_takes_every_kind_of_picture(self):
+        for output in ("pipe.png", "pipe.omb"):
+            self.render("plates.thf", "plain" + output[4:])
+            os.mkfifo(self.folder / output)
+            taken = []
+            reader = threading.Thread(target=lambda: taken.append(self.read(output)))
+            reader.start()
+            self.render("plates.thf", output)
+            reader.join(60)
+            self.assertEqual(taken, [self.read("plain" + output[4:])])
+
+    def check_whole(self, *names):
+        for name in names:
+            data = self.read(name)
+            if data != OLD:
+                read_png(data) if name.endswith(".png") else Ombr(data)
+
+    def test_signals_at_any_moment(self):
+        arguments = ["--size", "700x500", str(SAMPLES / "teapot.thf"), "p.png", "p.omb"]
+        began = time.monotonic()
+        self.render(*arguments)
+        whole = time.monotonic() - began
+        moments, stopped = random.Random(12), 0
+        for _ in range(20 if SANITIZED else 100):
+            for name in ("p.png", "p.omb"):
+                (self.folder / name).write_bytes(OLD)
+            number = moments.choice([signal.SIGTERM, signal.SIGHUP, signal.SIGINT])
+            process = self.start(*arguments)
+            time.sleep(moments.uniform(0.2, 1.1) * whole)
+            process.send_signal(number)
+            status = process.wait(60)
+            self.assertIn(status, (0, *stopped_by(number)))
+            stopped += status != 0
+            self.assertEqual(self.names(), ["p.omb", "p.png", "plates.thf"])
+            self.check_whole("p.omb", "p.png")
+            if status == 0:
+                self.assertNotIn(OLD, (self.read("p.omb"), self.read("p.png")))
+        self.assertGreater(stopped, 0)
+
+    def test_ignored_signals_and_limits(self):
+        process = self.start("--size", "700x500", str(SAMPLES / "teapot.thf"), "p.png",
+                             preexec_fn=lambda: signal.signal(signal.SIGHUP, signal.SIG_IGN))
+        time.sleep(0.02)
+        process.send_signal(signal.SIGHUP)
+        self.assertEqual(process.wait(60), 0, "an ignored signal stays ignored")
+
+        def few_bytes():
+            signal.signal(signal.SIGXFSZ, signal.SIG_DFL)
+            resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
+            resource.setrlimit(resource.RLIMIT_FSIZE, (20000, 20000))
+        done = self.run_program("--size", "900x700", str(SAMPLES / "square.thf"), "p.omb", preexec_fn=few_bytes)
+        self.assertIn(done.returncode, stopped_by(signal.SIGXFSZ))
+        self.assertIn("p.omb", done.stderr)
+        self.assertEqual(self.names(), ["p.png", "plates.thf"])
+
+    def test_a_second_signal_ends_at_once(self):
+        """The pipe has a reader that takes nothing, so that the program waits in a write; both signals come while it does."""
+        os.mkfifo(self.folder / "pipe.omb")
+        process = self.start("--size", "1500x1000", str(SAMPLES / "teapot.thf"), "p.png", "pipe.omb")
+        reader = os.open(self.folder / "pipe.omb", os.O_RDONLY)
+        self.addCleanup(os.close, reader)
+        os.read(reader, 1)
+        time.sleep(0.3)
+        process.send_signal(signal.SIGTERM)
+        process.send_signal(signal.SIGTERM)
+        self.assertIn(process.wait(10), stopped_by(signal.SIGTERM))
+        self.assertEqual(self.names(), ["pipe.omb", "plates.thf"])
+
+    def test_two_containers_write_one_name(self):
+        """Two programs with the same process number."""
+        alone = ["unshare", "--pid", "--fork"]
+        if not shutil.which("unshare") or subprocess.run([*alone, "true"], capture_output=True).returncode:
+            self.skipTest("may not make namespaces of process numbers")
+        self.render("--size", "300x200", str(SAMPLES / "teapot.thf"), "wanted.png", "wanted.omb")
+        for _ in range(5):
+            both = [subprocess.Popen([*alone, PROGRAM, "--quiet", "--size", "300x200", str(SAMPLES / "teapot.thf"), "p.png", "p.omb"],
+                                     cwd=self.folder) for _ in range(2)]
+            self.assertEqual([each.wait(60) for each in both], [0, 0])
+            self.assertEqual(self.names(), ["p.omb", "p.png", "plates.thf", "wanted.omb", "wanted.png"])
+            self.assertEqual((self.read("p.png"), self.read("p.omb")), (self.read("wanted.png"), self.read("wanted.omb")))
+
+
+if __name__ == "__main__":
+    unittest.main()
