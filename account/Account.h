@@ -47,6 +47,13 @@ struct Repair {
     std::string text;        ///< What was done, for the user.
 };
 
+/// Things of one kind that were met and not drawn, for one reason; those of a block count at each insertion.
+struct NotDrawn {
+    std::string type;          ///< As the file writes it; "?" where that is unreadable.
+    std::string reason;        ///< For the user, in words, without control characters.
+    std::uint64_t count = 0;   ///< At most the largest number that this holds.
+};
+
 /// What a reader met in a file and what became of it: filled by one reader, constant afterwards.
 /// Its size depends on the number of types and blocks, never on that of entities or faults.
 /// Names and texts are as the file has them, in UTF-8 where the reader could tell.
@@ -74,6 +81,9 @@ public:
     /// The blocks by name, and how many INSERT records of the whole drawing name each.
     std::map<std::string, std::uint64_t, std::less<>> blocks;
     std::vector<std::string> warnings;
+
+    std::vector<NotDrawn> notDrawn;   ///< By type, then by reason; empty for formats where all is drawn.
+    int logFailure = 0;               ///< Why the diagnostic log could not be written, by errno; 0: it could.
 };
 
 }   // namespace belvor

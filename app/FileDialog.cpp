@@ -3,12 +3,13 @@
 #include "errors/Report.h"
 #include "platform/Utf16.h"
 #include "platform/win32/Modal.h"
+#include "readers/ModelFile.h"
 
 namespace belvor {
 namespace {
 
 /// Pairs of text and pattern, each ended by a NUL, and one NUL more.
-std::wstring filterText(std::initializer_list<FileFilter> filters)
+std::wstring filterText(const std::vector<FileFilter>& filters)
 {
     std::wstring text;
     for (const FileFilter& filter : filters) {
@@ -22,7 +23,20 @@ std::wstring filterText(std::initializer_list<FileFilter> filters)
 
 }   // namespace
 
-FileDialog::FileDialog(HWND owner, Purpose purpose, Text titleText, std::initializer_list<FileFilter> choices,
+std::vector<FileFilter> modelFilters()
+{
+    std::vector<FileFilter> filters{{Text::modelFilesFilter, L""}};
+    for (const ModelFormat& format : modelFormats()) {
+        const std::wstring pattern = L"*." + toWide(format.extension);
+        if (!filters[0].pattern.empty()) filters[0].pattern += L';';
+        filters[0].pattern += pattern;
+        filters.push_back({format.filter, pattern});
+    }
+    filters.push_back({Text::allFilesFilter, L"*.*"});
+    return filters;
+}
+
+FileDialog::FileDialog(HWND owner, Purpose purpose, Text titleText, const std::vector<FileFilter>& choices,
                        const wchar_t* defaultExtension)
     : kind(purpose),
       title(titleText == Text::none ? L"" : toWide(textOf(titleText))),

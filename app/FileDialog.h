@@ -5,16 +5,19 @@
 
 #include <commdlg.h>
 
-#include <initializer_list>
 #include <string>
+#include <vector>
 
 namespace belvor {
 
 /// A display text and the pattern it stands for.
 struct FileFilter {
     Text text;
-    const wchar_t* pattern;
+    std::wstring pattern;
 };
+
+/// The filters for model files: all, one a format in the order of modelFormats(), any file.
+std::vector<FileFilter> modelFilters();
 
 /// One of the system's file dialogs, with what the user chose in it before.
 class FileDialog {
@@ -22,7 +25,7 @@ public:
     enum class Purpose { open, save };
 
     /// `title`: `Text::none` for the system's own. `extension` is added to names without one.
-    FileDialog(HWND owner, Purpose purpose, Text title, std::initializer_list<FileFilter> filters,
+    FileDialog(HWND owner, Purpose purpose, Text title, const std::vector<FileFilter>& filters,
                const wchar_t* extension);
     FileDialog(const FileDialog&) = delete;
     FileDialog& operator=(const FileDialog&) = delete;

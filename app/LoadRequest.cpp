@@ -5,21 +5,8 @@
 #include <utility>
 
 namespace belvor {
-namespace {
-
-Text firstTextOf(FileType type)
-{
-    return type == FileType::dxf   ? Text::dxfStage
-           : type == FileType::man ? Text::manStage
-                                   : Text::thingsStage;
-}
-/// A Things file numbers its objects; the others have one stage.
-int textCountOf(FileType type) { return type == FileType::things ? 0 : 1; }
-
-}   // namespace
-
 LoadRequest::LoadRequest(std::string file, FileType kind, Handle<RenderHost> receiver)
-    : Request(std::string(fileName(file)), firstTextOf(kind), textCountOf(kind)),
+    : Request(std::string(fileName(file)), formatOf(kind)->firstStage, formatOf(kind)->stageCount),
       path(std::move(file)),
       type(kind),
       host(std::move(receiver))
@@ -27,7 +14,7 @@ LoadRequest::LoadRequest(std::string file, FileType kind, Handle<RenderHost> rec
 
 void LoadRequest::run(Reporter& progress)
 {
-    const Handle<Model> model = readModel(path, type, progress);
+    const Handle<Model> model = readModel(path, type, progress).model;
     host->modelLoaded(path, model.get());
 }
 

@@ -8,19 +8,12 @@
 namespace belvor {
 namespace {
 
-/// The dialog's filters in their order, and the reader that each chooses.
-constexpr FileFilter allModels{Text::modelFilesFilter, L"*.thf;*.dxf;*.man"},
-    things{Text::thingsFilter, L"*.thf"}, dxf{Text::dxfFilter, L"*.dxf"}, man{Text::manFilter, L"*.man"},
-    allFiles{Text::allFilesFilter, L"*.*"};
-
+/// The reader that the dialog's filter of that number chooses: 1 is all models, then one a format.
 FileType typeOf(DWORD filter, const std::string& path)
 {
-    switch (filter) {
-    case 2: return FileType::things;
-    case 3: return FileType::dxf;
-    case 4: return FileType::man;
-    default: return fileTypeOf(path);
-    }
+    const auto formats = modelFormats();
+    const std::size_t index = filter - std::size_t{2};
+    return index < formats.size() ? formats[index].type : fileTypeOf(path);
 }
 
 }   // namespace
@@ -30,8 +23,7 @@ Loading::Loading(HWND mainWindow, Belvor& shown, Saving& save, RecentFileList& r
       belvor(shown),
       saving(save),
       recent(recentFiles),
-      dialog(mainWindow, FileDialog::Purpose::open, Text::openModelTitle,
-             {allModels, things, dxf, man, allFiles}, L"thf")
+      dialog(mainWindow, FileDialog::Purpose::open, Text::openModelTitle, modelFilters(), L"thf")
 {}
 
 void Loading::openModel()

@@ -273,7 +273,8 @@ void readDXF(benchmark::State& state)
         state.PauseTiming();
         model = {};
         state.ResumeTiming();
-        model = makeHandle<DXF>(one.path, silent);
+        Account account;
+        model = DXF(one.path, silent, {}, account).takeModel();
     }
     count(state, "bytes", one.size);
     count(state, "facets", model->facetCount());

@@ -1,5 +1,6 @@
 // Reading a Things file of a million triangles, beside two limits of the same run: reading
 // its bytes once, and converting its numbers with nothing around them.
+#include "account/Account.h"
 #include "bench/Limits.h"
 #include "bench/Scenes.h"
 #include "errors/Reporter.h"
@@ -86,7 +87,8 @@ void readThings(benchmark::State& state)
         state.PauseTiming();
         model = {};
         state.ResumeTiming();
-        model = makeHandle<Things>(triangles.path, silent);
+        Account account;
+        model = Things(triangles.path, silent, account).takeModel();
     }
     countBytes(state);
     state.counters["facets"] = benchmark::Counter(

@@ -1,21 +1,14 @@
 #include "cli/Info.h"
 
-#include "readers/dxf/DXF.h"
-
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
 
 namespace belvor {
 
-std::vector<SkippedEntities::Entry> skippedIn(const Model& model)
+std::string describeModel(const std::string& file, FileType type, const Reading& reading)
 {
-    const auto* const drawing = dynamic_cast<const DXF*>(&model);
-    return drawing ? drawing->skipped().list() : std::vector<SkippedEntities::Entry>();
-}
-
-std::string describeModel(const std::string& file, FileType type, const Model& model)
-{
+    const Model& model = *reading.model;
     using Json = nlohmann::ordered_json;
     Point<3> centre;
     double radius = 0.0;
@@ -28,7 +21,7 @@ std::string describeModel(const std::string& file, FileType type, const Model& m
         materials.push_back(
             {{"index", material.index}, {"name", material.name}, {"colour", material.colour}});
     Json skipped = Json::array();
-    for (const SkippedEntities::Entry& entry : skippedIn(model))
+    for (const NotDrawn& entry : reading.account.notDrawn)
         skipped.push_back({{"type", entry.type}, {"count", entry.count}, {"reason", entry.reason}});
     Json object = {
         {"file", file},
@@ -42,7 +35,7 @@ std::string describeModel(const std::string& file, FileType type, const Model& m
         {"units", {{"code", model.units().code}, {"scale", model.units().scale}}},
         {"materialList", materials},
     };
-    if (type == FileType::dxf) object["skipped"] = skipped;
+    if (formatOf(type)->drawsInPart) object["skipped"] = skipped;
     // Names come from files of any encoding: what is no UTF-8 is replaced, never refused.
     return object.dump(-1, ' ', false, Json::error_handler_t::replace);
 }

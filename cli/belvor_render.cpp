@@ -11,7 +11,6 @@
 #include "platform/Process.h"
 #include "platform/StopSignals.h"
 #include "readers/ModelFile.h"
-#include "readers/dxf/DXF.h"
 #include "resources/Texts.h"
 #include "view/SceneBuilder.h"
 #include "view/ViewCommands.h"
@@ -34,13 +33,6 @@ enum ExitStatus { done = 0, badInput = 1, usage = 2, fileTrouble = 3, noMemory =
 class BadView : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
-
-Text firstStageText(FileType type)
-{
-    return type == FileType::dxf   ? Text::dxfStage
-           : type == FileType::man ? Text::manStage
-                                   : Text::thingsStage;
-}
 
 ViewParameters viewFor(const Options& options, const ModelPlace& place, const ImageSize& size)
 {
@@ -69,12 +61,14 @@ void printLine(const std::string& text)
 }
 
 /// Tells a user why something is missing from the picture.
-void remark(const std::string& file, const Model& model)
+void remark(const std::string& file, const Reading& reading)
 {
     constexpr std::size_t mostLines = 20;
-    if (model.facetCount() == 0)
+    for (const std::string& warning : reading.account.warnings)
+        std::fprintf(stderr, "belvor-render: %s: %s\n", file.c_str(), warning.c_str());
+    if (reading.model->facetCount() == 0)
         std::fprintf(stderr, "belvor-render: %s has no surfaces to draw\n", file.c_str());
-    std::vector<SkippedEntities::Entry> skipped = skippedIn(model);
+    std::vector<NotDrawn> skipped = reading.account.notDrawn;
     std::stable_sort(skipped.begin(), skipped.end(),
                      [](const auto& a, const auto& b) { return a.count > b.count; });
     for (std::size_t i = 0; i < skipped.size() && i < mostLines; ++i)
@@ -88,15 +82,20 @@ void remark(const std::string& file, const Model& model)
 
 void run(const Options& options, ConsoleReporter& reporter)
 {
-    DXF::setLogging(options.dxfLog);
-    reporter.setStages(firstStageText(options.type));
-    const Handle<Model> model = readModel(options.model, options.type, reporter);
+    ReadingOptions how;
+    how.log = options.dxfLog;
+    reporter.setStages(formatOf(options.type)->firstStage);
+    Reading reading = readModel(options.model, options.type, reporter, how);
+    const Handle<Model>& model = reading.model;
     reporter.clear();
-    if (!options.quiet) remark(options.model, *model);
-    if (options.info) printLine(describeModel(options.model, options.type, *model));
-
+    if (reading.account.logFailure != 0)
+        throw std::runtime_error(options.model + ".log: " + std::strerror(reading.account.logFailure));
     ModelPlace place;
     model->bounds(place.centre, place.radius);
+    checkBounds(place.centre, place.radius, reading.account);
+    if (!options.quiet) remark(options.model, reading);
+    if (options.info) printLine(describeModel(options.model, options.type, reading));
+
     const ImageSize size{options.width, options.height};
     const ViewParameters view = viewFor(options, place, size);
     if (!options.savedView.empty()) writeView(options.savedView, view, place);

@@ -257,8 +257,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Patience patience;
     try {
         const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-        const Handle<DXF> model = makeHandle<DXF>(bytes, std::string("fuzz.dxf"), patience);
-        (void)model->skipped().list();
+        Account account;
+        const Handle<Model> model = DXF(bytes, "fuzz.dxf", patience, {}, account).takeModel();
         if (model->facetCount() < 20000) drawSmall(*model);
     } catch (const BadFile&) {
     } catch (const Reporter::Abandoned&) {}

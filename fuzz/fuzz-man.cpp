@@ -11,8 +11,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     using namespace belvor;
     SilentReporter silent;
     try {
-        const Handle<ManFile> model(
-            new ManFile({reinterpret_cast<const char*>(data), size}, "fuzz.man", silent));
+        const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+        const Handle<Model> model = ManFile(bytes, "fuzz.man", silent).takeModel();
         drawSmall(*model);
     } catch (const BadFile&) {}
     return 0;

@@ -1,3 +1,4 @@
+#include "account/Account.h"
 #include "errors/BadFile.h"
 #include "fuzz/DrawSmall.h"
 #include "readers/things/Things.h"
@@ -11,8 +12,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     using namespace belvor;
     SilentReporter silent;
     try {
-        const Handle<Things> model(
-            new Things({reinterpret_cast<const char*>(data), size}, "fuzz.thf", silent));
+        Account account;
+        const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+        const Handle<Model> model = Things(bytes, "fuzz.thf", silent, account).takeModel();
         drawSmall(*model);
     } catch (const BadFile&) {}
     return 0;

@@ -11,4 +11,17 @@ inline std::string_view fileName(std::string_view path) noexcept
     return separator == path.npos ? path : path.substr(separator + 1);
 }
 
+/// Whether the last part of a path ends in a dot and `extension`, which is in lower case, in any case.
+inline bool hasExtension(std::string_view path, std::string_view extension) noexcept
+{
+    const std::string_view name = fileName(path);
+    if (name.size() <= extension.size() || name[name.size() - extension.size() - 1] != '.') return false;
+    const std::string_view end = name.substr(name.size() - extension.size());
+    for (std::size_t i = 0; i < extension.size(); ++i) {
+        const char c = end[i] >= 'A' && end[i] <= 'Z' ? static_cast<char>(end[i] | 0x20) : end[i];
+        if (c != extension[i]) return false;
+    }
+    return true;
+}
+
 }   // namespace belvor

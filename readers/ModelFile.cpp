@@ -1,54 +1,77 @@
 #include "readers/ModelFile.h"
 
+#include "platform/FileNames.h"
 #include "readers/dxf/DXF.h"
 #include "readers/man/ManFile.h"
 #include "readers/things/Things.h"
 
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
 namespace belvor {
 namespace {
 
-bool isLetters(std::string_view text, const char (&letters)[4])
-{
-    for (std::size_t i = 0; i < 3; ++i)
-        if ((text[i] | 0x20) != letters[i]) return false;
-    return true;
-}
+constexpr ModelFormat formats[] = {
+    {FileType::things, "things", "thf", Text::thingsFilter, Text::thingsStage, 0, false,
+     [](const std::string& path, Reporter& reporter, const ReadingOptions&, Account& account) {
+         return Things(path, reporter, account).takeModel();
+     }},
+    {FileType::dxf, "dxf", "dxf", Text::dxfFilter, Text::dxfStage, 1, true,
+     [](const std::string& path, Reporter& reporter, const ReadingOptions& options, Account& account) {
+         return DXF(path, reporter, options, account).takeModel();
+     }},
+    {FileType::man, "man", "man", Text::manFilter, Text::manStage, 1, false,
+     [](const std::string& path, Reporter& reporter, const ReadingOptions&, Account&) {
+         return ManFile(path, reporter).takeModel();
+     }},
+};
 
 }   // namespace
 
+std::span<const ModelFormat> modelFormats() noexcept { return formats; }
+
+const ModelFormat* formatOf(FileType type) noexcept
+{
+    for (const ModelFormat& format : formats)
+        if (format.type == type) return &format;
+    return nullptr;
+}
+
 FileType fileTypeOf(std::string_view path) noexcept
 {
-    const std::size_t part = path.find_last_of("/\\");
-    if (part != std::string_view::npos) path.remove_prefix(part + 1);
-    const std::size_t dot = path.rfind('.');
-    if (dot == std::string_view::npos || path.size() - dot != 4) return FileType::unknown;
-    const std::string_view extension = path.substr(dot + 1);
-    if (isLetters(extension, "thf")) return FileType::things;
-    if (isLetters(extension, "dxf")) return FileType::dxf;
-    if (isLetters(extension, "man")) return FileType::man;
+    for (const ModelFormat& format : formats)
+        if (hasExtension(path, format.extension)) return format.type;
     return FileType::unknown;
 }
 
 const char* nameOf(FileType type) noexcept
 {
-    switch (type) {
-    case FileType::man: return "man";
-    case FileType::dxf: return "dxf";
-    case FileType::things: return "things";
-    case FileType::unknown: break;
-    }
-    return "";
+    const ModelFormat* const format = formatOf(type);
+    return format ? format->name : "";
 }
 
-Handle<Model> readModel(const std::string& path, FileType type, Reporter& reporter)
+Handle<Model> readModel(const std::string& path, FileType type, Reporter& reporter,
+                        const ReadingOptions& options, Account& account)
 {
-    switch (type) {
-    case FileType::things: return makeHandle<Things>(path, reporter);
-    case FileType::man: return makeHandle<ManFile>(path, reporter);
-    case FileType::dxf: return makeHandle<DXF>(path, reporter);
-    case FileType::unknown: break;
-    }
-    return {};
+    const ModelFormat* const format = formatOf(type);
+    if (!format) return {};
+    return format->read(path, reporter, options, account);
+}
+
+void checkBounds(const Point<3>& centre, double radius, Account& account)
+{
+    constexpr double most = std::numeric_limits<double>::max() / 1e10;
+    double largest = radius;
+    for (int axis = 0; axis < 3; ++axis) largest = std::max(largest, std::fabs(centre[axis]));
+    if (largest > most) account.warn(textOf(Text::coordinatesTooFar));
+}
+
+Reading readModel(const std::string& path, FileType type, Reporter& reporter, const ReadingOptions& options)
+{
+    Reading reading;
+    reading.model = readModel(path, type, reporter, options, reading.account);
+    return reading;
 }
 
 }   // namespace belvor

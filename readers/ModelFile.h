@@ -1,8 +1,9 @@
 #pragma once
 
-#include "platform/Handle.h"
-#include "scene/Model.h"
+#include "readers/common/Reading.h"
+#include "resources/Texts.h"
 
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -13,14 +14,42 @@ class Reporter;
 /// The kinds of model files. The numbers are those of a model-load request.
 enum class FileType { unknown = 0, man = 1, dxf = 2, things = 3 };
 
+/// One format of model files: all that the dialogs, the tools and the readers need to know of it.
+struct ModelFormat {
+    FileType type;
+    const char* name;        ///< "dxf", for command lines and reports.
+    const char* extension;   ///< In lower case, without the dot.
+    Text filter;             ///< Its line in the Open Model dialog.
+    Text firstStage;         ///< What the status bar says of a reading.
+    int stageCount;          ///< 0: the stages are objects, counted as they come.
+    bool drawsInPart;        ///< Files hold things that are not drawn, which the account tells.
+    Handle<Model> (*read)(const std::string& path, Reporter&, const ReadingOptions&, Account&);
+};
+
+/// All formats, in the order of the Open Model dialog.
+std::span<const ModelFormat> modelFormats() noexcept;
+
+/// The format of that type, or null for unknown.
+const ModelFormat* formatOf(FileType type) noexcept;
+
 /// The kind by the three letters behind the last dot of the path's last part, in any case.
 FileType fileTypeOf(std::string_view path) noexcept;
 
 /// "man", "dxf" or "things"; empty for unknown.
 const char* nameOf(FileType type) noexcept;
 
-/// Reads the whole file (`path` is UTF-8); none for an unknown type. Throws Win32Error,
-/// BadFile, Reporter::Abandoned, std::bad_alloc.
-Handle<Model> readModel(const std::string& path, FileType type, Reporter& reporter);
+/// Reads the whole file (`path` is UTF-8); no model for an unknown type. What was met stands in `account`,
+/// after a failure as far as the reading came. Throws Win32Error, BadFile, Reporter::Abandoned,
+/// std::bad_alloc.
+Handle<Model> readModel(const std::string& path, FileType type, Reporter& reporter,
+                        const ReadingOptions& options, Account& account);
+
+/// The same with the account in the result.
+Reading readModel(const std::string& path, FileType type, Reporter& reporter,
+                  const ReadingOptions& options = {});
+
+/// Warns in `account` when the model is so large that views of it have positions beyond what a number can
+/// hold.
+void checkBounds(const Point<3>& centre, double radius, Account& account);
 
 }   // namespace belvor

@@ -2,22 +2,58 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace belvor {
 
 Model::Model() = default;
 
+namespace {
+
+Point<3> middleOf(const Extent<3>& extent)
+{
+    Point<3> middle = extent.lo() + (extent.hi() - extent.lo()) * 0.5;
+    for (int axis = 0; axis < 3; ++axis)
+        if (!std::isfinite(middle[axis])) middle[axis] = extent.lo()[axis] * 0.5 + extent.hi()[axis] * 0.5;
+    return middle;
+}
+
+}   // namespace
+
+/// The radius where squares are beyond what a number can hold; at most the largest number.
+double Model::radiusOfFar(const Point<3>& centre) const
+{
+    constexpr double half = 0.5, most = std::numeric_limits<double>::max();
+    double longest = 0.0;   // component of a spoke, halved so that it is finite
+    const auto halfSpoke = [&](const Vertex& vertex) {
+        return vertex.position.vector() * half - centre.vector() * half;
+    };
+    vertexStore.forEach([&](const Vertex& vertex) {
+        for (int axis = 0; axis < 3; ++axis) longest = std::max(longest, std::fabs(halfSpoke(vertex)[axis]));
+    });
+    if (!(longest <= most)) return most;
+    double largest = 0.0;
+    vertexStore.forEach([&](const Vertex& vertex) {
+        const Vector<3> spoke = halfSpoke(vertex);
+        const Vector<3> scaled(spoke[0] / longest, spoke[1] / longest, spoke[2] / longest);
+        largest = std::max(largest, dot(scaled, scaled));
+    });
+    const double size = std::sqrt(largest);
+    return size * longest > most * half ? most : size * longest / half;
+}
+
 void Model::bounds(Point<3>& centre, double& radius) const
 {
     Extent<3> extent = Extent<3>::nothing();
     vertexStore.forEach([&extent](const Vertex& vertex) { extent += vertex.position; });
-    centre = extent.degenerate() ? Point<3>::origin() : extent.lo() + (extent.hi() - extent.lo()) * 0.5;
+    centre = extent.degenerate() ? Point<3>::origin() : middleOf(extent);
     double largest = 0.0;   // the root of the largest square is the largest of the roots
     vertexStore.forEach([&largest, middle = centre](const Vertex& vertex) {
         const Vector<3> spoke = vertex.position - middle;
         largest = std::max(largest, dot(spoke, spoke));
     });
     radius = std::sqrt(largest);
+    if (!std::isfinite(radius)) radius = radiusOfFar(centre);
 }
 
 void Model::statistics(Statistics& counts) const

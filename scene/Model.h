@@ -108,6 +108,8 @@ public:
     void setUnits(const Units& units) noexcept { unitsOfModel = units; }
 
 private:
+    double radiusOfFar(const Point<3>& centre) const;
+
     MemoryPool pool;
     BlockStore<Vertex> vertexStore{pool};
     BlockStore<Edge> edgeStore{pool};

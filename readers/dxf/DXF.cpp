@@ -2,28 +2,42 @@
 
 #include "errors/BadFile.h"
 #include "readers/dxf/DXFObjects.h"
+#include "resources/Texts.h"
 
 namespace belvor {
 
-DXF::DXF(const std::string& fileName, Reporter& reporter)
-    : dxfStream(DXFStream::open(fileName, reporter, logging))
+DXF::DXF(const std::string& fileName, Reporter& reporter, const ReadingOptions& options, Account& account)
+    : dxfStream(DXFStream::open(fileName, reporter, options.log))
 {
-    read();
+    read(account);
 }
 
-DXF::DXF(std::string_view bytes, const std::string& fileName, Reporter& reporter)
-    : dxfStream(DXFStream::over(bytes, fileName, reporter, logging))
+DXF::DXF(std::string_view bytes, const std::string& fileName, Reporter& reporter,
+         const ReadingOptions& options, Account& account)
+    : dxfStream(DXFStream::over(bytes, fileName, reporter, options.log))
 {
-    read();
+    read(account);
 }
 
-void DXF::read()
+DXF::~DXF() = default;
+
+void DXF::read(Account& account)
+{
+    if (!readSections()) account.warn(textOf(Text::drawingBreaksOff));
+    forgetContents();   // counts what is left to count
+    account.notDrawn = skippedEntities.list();
+    log().close();
+    account.logFailure = log().failure();
+}
+
+/// False when the drawing ends within a section or without its end mark.
+bool DXF::readSections()
 {
     while (dxfStream->nextRecord()) {
         const std::string_view type = dxfStream->type();
         if (type == "EOF") {
             log().line("EOF group - end of file here");
-            break;
+            return true;
         }
         if (type != "SECTION") continue;
         const int line = dxfStream->line();
@@ -33,11 +47,7 @@ void DXF::read()
         log().line(known ? "Main " : "Ignoring ", name, " section at line ", line);
         if (known) readSection(name);
     }
-    forgetContents();   // they hold views of the file
-    missingBlocks.clear();
-    dxfStream.reset();
-    expansions = decltype(expansions)();
-    placed = decltype(placed)();
+    return false;
 }
 
 void DXF::readSection(const std::string& name)
@@ -58,8 +68,6 @@ void DXF::readEntitiesSection()
     if (dictionaryWanted) searchDictionary(*dxfStream);
     readAllEntities();
 }
-
-DXF::~DXF() = default;
 
 const DXFLayer& DXF::findLayer(std::string_view name)
 {
@@ -85,10 +93,10 @@ const DXFBlock* DXF::findBlock(std::string_view name)
 Material& DXF::findMaterial(std::string_view key)
 {
     if (recentMaterial && isSameText(recentMaterialKey, key)) return *recentMaterial;
-    const std::size_t before = materials().size();
-    recentMaterial = &Model::findMaterial(key);
+    const std::size_t before = builder.model().materials().size();
+    recentMaterial = &builder.findMaterial(key);
     recentMaterialKey = key;
-    if (materials().size() != before) log().line("add new material ", key);
+    if (builder.model().materials().size() != before) log().line("add new material ", key);
     return *recentMaterial;
 }
 

@@ -1,10 +1,11 @@
 #pragma once
 
+#include "readers/common/Reading.h"
 #include "readers/dxf/DXFBlock.h"
 #include "readers/dxf/DXFDrawing.h"
 #include "readers/dxf/DXFFarCells.h"
 #include "readers/dxf/DXFUndrawn.h"
-#include "scene/Model.h"
+#include "scene/ModelBuilder.h"
 
 #include <map>
 #include <memory>
@@ -16,26 +17,24 @@
 
 namespace belvor {
 
-/// A DXF drawing, text or binary: its surfaces, with blocks inserted, and one material a layer.
-class DXF final : public Model, private DXFDrawing {
+/// Reads a DXF drawing, text or binary: its surfaces, with blocks inserted, and one material a layer.
+class DXF final : private DXFDrawing {
 public:
     /// Reads the whole file (UTF-8 name), reporting one stage of progress. Throws BadFile,
     /// Win32Error, Reporter::Abandoned, std::bad_alloc.
-    DXF(const std::string& fileName, Reporter& reporter);
+    DXF(const std::string& fileName, Reporter& reporter, const ReadingOptions& options, Account& account);
     /// The same from bytes that only need to last for the call; `fileName` is for messages and the log.
-    DXF(std::string_view bytes, const std::string& fileName, Reporter& reporter);
-    ~DXF() override;
+    DXF(std::string_view bytes, const std::string& fileName, Reporter& reporter,
+        const ReadingOptions& options, Account& account);
+    ~DXF();
 
-    /// What was met and gave no surface.
-    const SkippedEntities& skipped() const noexcept { return skippedEntities; }
-
-    /// Whether readings from now on write a diagnostic log beside the file. Off at the start
-    /// of the program; set it before any reading.
-    static void setLogging(bool on) noexcept { logging = on; }
+    /// What was read; to be taken once.
+    Handle<Model> takeModel() noexcept { return builder.take(); }
 
 private:
     // DXF.cpp: sections
-    void read();
+    void read(Account& account);
+    bool readSections();
     void readSection(const std::string& name);
     void readEntitiesSection();
     void forgetContents();
@@ -78,12 +77,11 @@ private:
     const DXFBlock* findBlock(std::string_view name) override;
     void skip(std::string_view type, SkippedEntities::Why why, std::string_view what) override;
 
-    inline static bool logging = false;
-
+    ModelBuilder builder;
     std::unique_ptr<DXFStream> dxfStream;   // during construction
     std::map<std::string, DXFLayer, std::less<>> layers;
     std::map<std::string, DXFBlock, std::less<>> blocks;
-    std::map<std::string, std::string, std::less<>> texts;   // kept for the model's life; no reading fills it
+    std::map<std::string, std::string, std::less<>> texts;   // no reading fills it
     SkippedEntities skippedEntities;
 
     // Drawings come in runs of one layer and one material. The names are views of the file.

@@ -86,7 +86,7 @@ void DXF::startCell()
 
     DXFBlock& block = *cell.block;
     cell.nextItem = 0;
-    cell.facetsBefore = facetCount();
+    cell.facetsBefore = builder.model().facetCount();
     cell.givenBefore = facetsMet;
     cell.cyclesBefore = cyclesMet;
     cell.namesBefore = namesMet;
@@ -153,7 +153,7 @@ void DXF::nextCell(DXFExpansion& cell, std::uint64_t cells)
 /// there may be more of them than anyone could wait for. True when none is left.
 bool DXF::passUndrawn(DXFExpansion& cell)
 {
-    if (facetCount() != cell.facetsBefore) {
+    if (builder.model().facetCount() != cell.facetsBefore) {
         cell.emptyCells = 0;
         return false;
     }
@@ -305,7 +305,7 @@ void DXF::addMapped(const Material& material, std::span<const Point<3>> corners,
         corners = placed;
     }
     Plane plane;
-    if (facetPlane(corners, flat, transform, plane)) addPolygon(material, plane, corners);
+    if (facetPlane(corners, flat, transform, plane)) builder.addPolygon(material, plane, corners);
     else skippedEntities.add("facet", SkippedEntities::Why::tooFarOut);   // of an entity that may draw others
 }
 

@@ -8,7 +8,10 @@
 
 namespace belvor {
 
-DXFLog::DXFLog(const std::string& path) : file(openFile(path, "wb")) {}
+DXFLog::DXFLog(const std::string& path) : file(openFile(path, "wb"))
+{
+    if (!file) fail();
+}
 
 void DXFLog::fail() noexcept
 {

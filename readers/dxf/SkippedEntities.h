@@ -1,5 +1,7 @@
 #pragma once
 
+#include "account/Account.h"
+
 #include <cstdint>
 #include <map>
 #include <string>
@@ -31,16 +33,11 @@ public:
         blockExternal,   ///< An INSERT of a block without entities that stands for another file.
     };
 
-    struct Entry {
-        std::string type;          ///< As the file writes it; "?" where that is unreadable.
-        std::string reason;        ///< For the user, in words, without control characters.
-        std::uint64_t count = 0;   ///< At most the largest number that this holds.
-    };
+    using Entry = NotDrawn;
 
     /// Counts that many entities. The entry, for counting more of its kind, stays where it is.
     Entry& add(std::string_view type, Why why, std::string_view what = {}, std::uint64_t times = 1);
 
-    bool empty() const noexcept { return entries.empty(); }
     /// By type, then by reason.
     std::vector<Entry> list() const;
 

@@ -35,7 +35,7 @@ bool ManClump::appendFacets(Reporter& progress, double fraction)
     visitSides([&](std::uint32_t facet, const Edge& edge) { sorted[next[facet]++] = edge; }, pause);
 
     // 2. The facets, each with its edges.
-    leaving.assign(filled.vertexCount() - base, 0);
+    leaving.assign(filled.model().vertexCount() - base, 0);
     for (std::size_t i = 0; i < materials.size(); ++i) {
         if (i % 256 == 0) pause();
         const std::span<const Edge> its(sorted.data() + start[i], sorted.data() + start[i + 1]);
@@ -71,10 +71,11 @@ bool ManClump::closes(const Edge* first, const Edge* last)
 Plane ManClump::planeOf(const Edge* first, const Edge* last) const
 {
     // Measured from a vertex of the facet: a small facet far from the origin keeps its digits.
-    const Point<3>& origin = filled.vertex(first->from).position;
+    const Point<3>& origin = filled.model().vertex(first->from).position;
     Vector<3> sum;
     for (const Edge* edge = first; edge != last; ++edge)
-        sum += (filled.vertex(edge->from).position - origin).cross(filled.vertex(edge->to).position - origin);
+        sum += (filled.model().vertex(edge->from).position - origin)
+                   .cross(filled.model().vertex(edge->to).position - origin);
     const double size = sum.length();
     return Plane(size > 0.0 && std::isfinite(size) ? sum : Vector<3>(0, 0, 1), origin);
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "scene/Model.h"
+#include "scene/ModelBuilder.h"
 
 #include <cstdint>
 #include <span>
@@ -14,7 +14,7 @@ namespace belvor {
 class ManClump {
 public:
     /// Vertices go to `model` at once; it outlives the clump.
-    explicit ManClump(Model& model) noexcept : filled(model), base(model.vertexCount()) {}
+    explicit ManClump(ModelBuilder& model) noexcept : filled(model), base(model.model().vertexCount()) {}
 
     void addVertex(const Point<3>& position) { filled.addVertex(position); }
     /// `material` is one of the model's.
@@ -45,7 +45,7 @@ private:
     bool closes(const Edge* first, const Edge* last);
     Plane planeOf(const Edge* first, const Edge* last) const;
 
-    Model& filled;
+    ModelBuilder& filled;
     const std::uint32_t base;   // the model's number of the clump's first vertex
     std::vector<const Material*> materials;
     std::vector<SharedEdge> edges;

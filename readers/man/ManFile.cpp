@@ -101,7 +101,7 @@ void ManFile::readUnits(ManLines& lines)
     const auto code = static_cast<std::uint32_t>(lines.integer(0, lastUnit));
     const double scale = lines.real();
     if (!(scale > 0.0)) lines.fail(BadFile::badReal);
-    setUnits({scale, code});
+    builder.setUnits({scale, code});
 }
 
 void ManFile::readMaterial(ManLines& lines)
@@ -111,8 +111,8 @@ void ManFile::readMaterial(ManLines& lines)
     const double red = component(lines);
     const double green = component(lines);
     const double blue = component(lines);
-    if (materials().contains(name)) return;   // the first one stays, and no number is spent
-    addMaterial(name, {MaterialSequence::ofProgram().nextIndex(), {red, green, blue}, name});
+    if (builder.model().materials().contains(name)) return;   // the first one stays, and no number is spent
+    builder.addMaterial(name, {MaterialSequence::ofProgram().nextIndex(), {red, green, blue}, name});
 }
 
 void ManFile::readClump(ManLines& lines, Reporter& progress)
@@ -121,7 +121,7 @@ void ManFile::readClump(ManLines& lines, Reporter& progress)
     const std::int32_t vertices = lines.integer(0, mostNumber);
     const std::int32_t facets = lines.integer(0, mostNumber);
     Checkpoint checkpoint(lines, progress);
-    ManClump clump(*this);
+    ManClump clump(builder);
     for (std::int32_t i = 0; i < vertices; ++i) {
         checkpoint.pass();
         lines.requireRecord(BadFile::pastEnd);
@@ -130,7 +130,7 @@ void ManFile::readClump(ManLines& lines, Reporter& progress)
     for (std::int32_t i = 0; i < facets; ++i) {
         checkpoint.pass();
         lines.requireRecord(BadFile::pastEnd);
-        clump.addFacet(findMaterial(lines.word()));
+        clump.addFacet(builder.findMaterial(lines.word()));
     }
     lines.requireRecord(BadFile::pastEnd);
     if (lines.word() != "EDGE") lines.fail(BadFile::edgeRecordExpected);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "scene/Model.h"
+#include "scene/ModelBuilder.h"
 
 #include <string>
 #include <string_view>
@@ -9,16 +9,20 @@ namespace belvor {
 
 class ManClump;
 class ManLines;
+class Reporter;
 
-/// A boundary model read from a MAN file (docs/man-format.md). Each clump's vertices are
+/// Reads a boundary model from a MAN file (docs/man-format.md). Each clump's vertices are
 /// stored in file order, then its facets.
-class ManFile : public Model {
+class ManFile {
 public:
     /// Reads the file `path` (UTF-8), telling `progress` how far it is, in one stage. Throws
     /// BadFile with file and line, Win32Error, Reporter::Abandoned, std::bad_alloc.
     ManFile(const std::string& path, Reporter& progress);
     /// Reads a file's bytes; `name` stands in faults. Throws as above, but no Win32Error.
     ManFile(std::string_view bytes, const std::string& name, Reporter& progress);
+
+    /// What was read; to be taken once.
+    Handle<Model> takeModel() noexcept { return builder.take(); }
 
 private:
     void read(ManLines& lines, Reporter& progress);
@@ -28,6 +32,8 @@ private:
     void readClump(ManLines& lines, Reporter& progress);
     void readEdges(ManLines& lines, ManClump& clump, std::int32_t vertices, std::int32_t facets,
                    Reporter& progress);
+
+    ModelBuilder builder;
 };
 
 }   // namespace belvor

@@ -1,8 +1,10 @@
 #include "readers/things/Things.h"
 
+#include "account/Account.h"
 #include "errors/BadFile.h"
 #include "errors/Reporter.h"
 #include "platform/MappedFile.h"
+#include "resources/Texts.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -51,17 +53,22 @@ std::int64_t facetsLeft(std::int64_t count, std::int64_t loops)
 
 }   // namespace
 
-Things::Things(const std::string& file, Reporter& reporter)
-    : Things(MappedFile(file, true).bytes(), file, reporter)
+Things::Things(const std::string& file, Reporter& reporter, Account& account)
+    : Things(MappedFile(file, true).bytes(), file, reporter, account)
 {}
 
-Things::Things(std::string_view bytes, const std::string& file, Reporter& reporter)
+Things::Things(std::string_view bytes, const std::string& file, Reporter& reporter, Account& account)
     : path(file),
       progress(reporter)
 {
     std::string copy;
     Text text(asText(bytes, copy, [this] { report(0.0); }));
-    while (takeHeader(text)) readThing(text);
+    bool whole = true;
+    while (takeHeader(text)) {
+        readThing(text);
+        whole = !text.failed();
+    }
+    if (!whole) account.warn(textOf(belvor::Text::thingsBreakOff));
 }
 
 void Things::report(double done)
@@ -79,7 +86,7 @@ void Things::pauseEvery(std::int64_t step)
 
 void Things::readThing(Text& text)
 {
-    firstVertex = vertexCount();
+    firstVertex = model().vertexCount();
     thingVertices = readVertices(text);
     fraction = 0.5;
     readEdges(text);
@@ -95,9 +102,9 @@ std::uint32_t Things::readVertices(Text& text)
         if (i % 256 == 0) report(static_cast<double>(i) / (2.0 * static_cast<double>(count)));
         double x = 0, y = 0, z = 0;
         if (!text.real(x) || !text.real(y) || !text.real(z)) break;
-        addVertex({x, y, z});
+        builder.addVertex({x, y, z});
     }
-    return vertexCount() - firstVertex;
+    return model().vertexCount() - firstVertex;
 }
 
 /// The edges are checked and forgotten: those of the model come from the loops of facets.
@@ -128,7 +135,7 @@ std::int64_t Things::readFacet(Text& text)
 {
     std::int64_t loops = 0;
     text.integer(loops);
-    Facet& facet = addFacet(materialNamed(readMaterialName(text)));
+    Facet& facet = builder.addFacet(materialNamed(readMaterialName(text)));
     Vector<3> normal;
     std::uint32_t start = 0;
     for (std::int64_t i = 0; i < loops; ++i) {
@@ -136,7 +143,7 @@ std::int64_t Things::readFacet(Text& text)
         start = readLoop(text, normal);
     }
     if (normal.length() == 0.0) normal = {0, 0, 1};
-    facet.plane = Plane(normal, loops < 1 ? Point<3>::origin() : vertex(start).position);
+    facet.plane = Plane(normal, loops < 1 ? Point<3>::origin() : model().vertex(start).position);
     return loops;
 }
 
@@ -158,7 +165,7 @@ std::uint32_t Things::readLoop(Text& text, Vector<3>& normal)
     return start;
 }
 
-/// A vertex of the thing by its number in the file, as its place in the store.
+/// A vertex of the thing by its number in the file, as its index in the store.
 std::uint32_t Things::readVertexNumber(Text& text)
 {
     std::int64_t number = 0;
@@ -181,15 +188,15 @@ std::string_view Things::readMaterialName(Text& text)
 
 const Material& Things::materialNamed(std::string_view name)
 {
-    if (!lastMaterial || lastMaterial->name != name) lastMaterial = &findMaterial(name);
+    if (!lastMaterial || lastMaterial->name != name) lastMaterial = &builder.findMaterial(name);
     return *lastMaterial;
 }
 
 /// Adds an edge, and its share of twice the area seen from the origin (Newell's sum).
 void Things::addSide(std::uint32_t from, std::uint32_t to, Vector<3>& normal)
 {
-    addEdge(from, to);
-    normal += vertex(from).position.vector().cross(vertex(to).position.vector());
+    builder.addEdge(from, to);
+    normal += model().vertex(from).position.vector().cross(model().vertex(to).position.vector());
 }
 
 }   // namespace belvor

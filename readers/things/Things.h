@@ -1,7 +1,7 @@
 #pragma once
 
 #include "calcore/Scanner.h"
-#include "scene/Model.h"
+#include "scene/ModelBuilder.h"
 
 #include <cstdint>
 #include <string>
@@ -9,21 +9,22 @@
 
 namespace belvor {
 
+class Account;
 class Reporter;
 
-/// A model read from a Things file: polyhedral objects as vertices and facets whose loops
+/// Reads a Things file: polyhedral objects as vertices and facets whose loops
 /// name vertices by number. The format is described in docs/things-format.md.
-class Things : public Model {
+class Things {
 public:
     /// Reads the file (`path` is UTF-8) to its end. Reports the number of the thing as the
     /// stage. Throws Win32Error when the file cannot be opened, BadFile for a fault in it,
     /// Reporter::Abandoned, std::bad_alloc.
-    Things(const std::string& path, Reporter& reporter);
+    Things(const std::string& path, Reporter& reporter, Account& account);
     /// The same from bytes that only need to last for the call; `path` is for messages.
-    Things(std::string_view bytes, const std::string& path, Reporter& reporter);
+    Things(std::string_view bytes, const std::string& path, Reporter& reporter, Account& account);
 
-    /// How many things were read whole.
-    std::int32_t thingCount() const noexcept { return things; }
+    /// What was read; to be taken once.
+    Handle<Model> takeModel() noexcept { return builder.take(); }
 
 private:
     using Text = Scanner<'@'>;
@@ -41,7 +42,10 @@ private:
     const Material& materialNamed(std::string_view name);
     void addSide(std::uint32_t from, std::uint32_t to, Vector<3>& normal);
 
-    std::string path;
+    const Model& model() const noexcept { return builder.model(); }
+
+    ModelBuilder builder;
+    const std::string path;
     Reporter& progress;      // during construction
     double fraction = 0.0;   // of the thing, as reported last
     std::int32_t things = 0;

@@ -1,4 +1,5 @@
 #include "platform/Files.h"
+#include "account/Account.h"
 #include "errors/BadFile.h"
 #include "fuzz/DrawSmall.h"
 #include "platform/Win32Error.h"
@@ -43,7 +44,7 @@ TEST(Corpus, OfModelsIsReadOrRefused)
         for (const std::string& path : corpus(c.folder)) {
             test::RecordingReporter patience(1000);
             try {
-                const Handle<Model> model = readModel(path, c.type, patience);
+                const Handle<Model> model = readModel(path, c.type, patience).model;
                 for (std::uint32_t i = 0; c.type == FileType::dxf && i < model->facetCount(); ++i)
                     EXPECT_NEAR(model->facet(i).plane.normal().length(), 1.0, 1e-9)
                         << path << ", facet " << i;
@@ -72,8 +73,9 @@ TEST(Corpus, OfViewsIsReadOrRefused)
 TEST(Corpus, SurvivesEveryCutAndManyFlips)
 {
     const auto read = [](const std::string& path, std::string_view bytes, Reporter& reporter) {
-        if (path.starts_with("man")) makeHandle<ManFile>(bytes, "a.file", reporter);
-        else makeHandle<DXF>(bytes, "a.file", reporter);
+        Account account;
+        if (path.starts_with("man")) ManFile(bytes, "a.file", reporter);
+        else DXF(bytes, "a.file", reporter, {}, account);
     };
     std::mt19937 random(1);
     for (const std::string path :
@@ -121,7 +123,7 @@ TEST(Samples, HaveTheirKnownSizes)
     for (const auto& c : cases) {
         SilentReporter silent;
         const std::string path = root + "/samples/" + c.name;
-        const Handle<Model> model = readModel(path, fileTypeOf(path), silent);
+        const Handle<Model> model = readModel(path, fileTypeOf(path), silent).model;
         EXPECT_EQ(model->vertexCount(), c.vertices) << c.name;
         EXPECT_EQ(model->edgeCount(), c.edges) << c.name;
         EXPECT_EQ(model->facetCount(), c.facets) << c.name;

@@ -6,12 +6,14 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
 #include <sstream>
 
 namespace belvor {
 
 TEST(Model, BoundsAreThoseOfTheExtent)
 {
+    constexpr double largest = std::numeric_limits<double>::max();
     const struct {
         const char* why;
         std::vector<Point<3>> points;
@@ -26,6 +28,9 @@ TEST(Model, BoundsAreThoseOfTheExtent)
          {{0, 0, 0}, {2, 0, 0}, {std::nan(""), 0, 0}},
          {1, 0, 0},
          1},
+        {"squares beyond what a number can hold", {{0, 0, 0}, {0, 2e200, 0}}, {0, 1e200, 0}, 1e200},
+        {"an extent beyond it", {{-1.5e308, 0, 0}, {1.5e308, 0, 0}}, {0, 0, 0}, 1.5e308},
+        {"a radius beyond it", {{-largest, -largest, 0}, {largest, largest, 0}}, {0, 0, 0}, largest},
     };
     for (const auto& c : cases) {
         Model model;

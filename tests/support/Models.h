@@ -1,5 +1,6 @@
 #pragma once
 
+#include "account/Account.h"
 #include "readers/things/Things.h"
 #include "tests/support/Files.h"
 #include "tests/support/Reporters.h"
@@ -12,7 +13,8 @@ inline Handle<Model> thingsModel(const std::string& text)
     MaterialSequence::ofProgram().reset();
     const TempFile file("model.thf", text);
     SilentReporter silent;
-    return makeHandle<Things>(file.path(), silent);
+    Account account;
+    return Things(file.path(), silent, account).takeModel();
 }
 
 /// A box of 2 × 4 × 6 at the origin, every side of another material.

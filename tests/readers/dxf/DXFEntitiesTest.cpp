@@ -174,7 +174,7 @@ TEST(DXFEntities, GiveTheirSurfaces)
          {{1, 1, 0.5}}},
     };
     for (const auto& c : cases) {
-        const Handle<DXF> drawing = readDXF(entities(c.groups));
+        const Handle<Model> drawing = readDXF(entities(c.groups)).model;
         EXPECT_EQ(drawing->facetCount(), c.facets) << c.why;
         EXPECT_EQ(drawing->vertexCount(), c.corners) << c.why;
         EXPECT_NEAR(areaOf(*drawing), c.area, 1e-7) << c.why;
@@ -183,8 +183,8 @@ TEST(DXFEntities, GiveTheirSurfaces)
         drawing->bounds(centre, radius);
         EXPECT_LT((centre - c.middle.value_or(centre)).length(), 1e-9) << c.why;
     }
-    const Handle<DXF> crossed =
-        readDXF(entities("0 SOLID|10 0|20 0|11 4|21 0|12 4|22 3|13 0|23 3|210 0|220 0|230 -1"));
+    const Handle<Model> crossed =
+        readDXF(entities("0 SOLID|10 0|20 0|11 4|21 0|12 4|22 3|13 0|23 3|210 0|220 0|230 -1")).model;
     EXPECT_EQ(crossed->facet(0).plane.normal(), Vector<3>(0, 0, -1))
         << "a crossed loop takes the normal of its axes";
 }
@@ -207,7 +207,7 @@ TEST(DXFEntities, GiveTheirCornersInOrder)
          "|0 VERTEX|70 72|10 1|20 0|0 VERTEX|70 72|10 1|20 1|0 SEQEND",
          "(0 0 0) (1 0 0) (1 1 0) (0 1 0)"},
     };
-    for (const auto& c : cases) EXPECT_EQ(written(*readDXF(entities(c.groups))), c.facets) << c.why;
+    for (const auto& c : cases) EXPECT_EQ(written(*readDXF(entities(c.groups)).model), c.facets) << c.why;
 }
 
 TEST(DXFEntity, SaysWhatItNeeds)

@@ -58,10 +58,10 @@ std::string outcomeWithin(const std::string& bytes)
 {
     RecordingReporter reporter(maxReports);
     std::map<std::string, std::uint64_t> byKind;
-    const Handle<DXF> read = makeHandle<DXF>(std::string_view(bytes), std::string("a.dxf"), reporter);
-    for (const auto& entry : read->skipped().list())
+    const Reading read = readDXF(bytes, reporter);
+    for (const auto& entry : read.account.notDrawn)
         byKind[entry.type + (entry.reason.ends_with("inserts itself") ? " in itself" : "")] += entry.count;
-    std::string text = std::to_string(read->facetCount());
+    std::string text = std::to_string(read.model->facetCount());
     for (const auto& [kind, count] : byKind) text += "; " + kind + ' ' + std::to_string(count);
     return text;
 }

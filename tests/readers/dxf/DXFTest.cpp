@@ -1,5 +1,6 @@
 #include "errors/BadFile.h"
 #include "platform/Files.h"
+#include "readers/ModelFile.h"
 #include "readers/dxf/DXFObjects.h"
 #include "readers/dxf/DXFTables.h"
 #include "tests/readers/dxf/DXFText.h"
@@ -34,14 +35,14 @@ std::string insertion(const std::string& name, const std::string& more = "")
     return "0 INSERT|8 0|2 " + name + "|10 0|20 0" + more;
 }
 
+Handle<Model> readModelOf(const std::string& bytes) { return readDXF(bytes).model; }
+
 /// The drawing in these bytes, and the log of reading it.
-std::pair<Handle<DXF>, std::string> logged(const std::string& bytes)
+std::pair<Handle<Model>, std::string> logged(const std::string& bytes)
 {
     const TempFile file("logged.dxf", bytes);
     SilentReporter nobody;
-    DXF::setLogging(true);
-    const Handle<DXF> drawing = makeHandle<DXF>(file.path(), nobody);
-    DXF::setLogging(false);
+    const Handle<Model> drawing = readModel(file.path(), FileType::dxf, nobody, {.log = true}).model;
     std::string log;
     EXPECT_TRUE(readWholeFile(file.path() + ".log", log));
     removeFile(file.path() + ".log");
@@ -89,6 +90,24 @@ TEST(DXF, ReadsSectionsInAnyOrderAndTellsTheFileAndLineOfAFault)
         {"no number for a code", "0 SECTION|x", "Error reading group-code at line 3 in a.dxf"},
     };
     for (const auto& c : cases) EXPECT_EQ(outcomeOf(dxfText(c.groups)), c.outcome) << c.why;
+}
+
+TEST(DXF, WarnsOfADrawingThatEndsEarly)
+{
+    const struct {
+        const char* why;
+        std::string groups;
+        std::size_t warnings;
+    } cases[] = {
+        {"whole", section + face + "|0 ENDSEC|0 EOF", 0},
+        {"whole, and something behind", section + face + "|0 ENDSEC|0 EOF|0 LINE", 0},
+        {"without EOF", section + face + "|0 ENDSEC", 1},
+        {"without ENDSEC", section + face + "|0 EOF", 1},
+        {"within a block", "0 SECTION|2 BLOCKS|0 BLOCK|2 B|10 0|20 0|30 0|" + face, 1},
+        {"nothing at all", "999 a comment", 1},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(readDXF(dxfText(c.groups)).account.warnings.size(), c.warnings) << c.why;
 }
 
 TEST(DXF, TellsTheReleaseOfAHeader)
@@ -168,7 +187,7 @@ TEST(DXF, MakesMaterialsAsSurfacesAskForThem)
 {
     MaterialSequence::ofProgram().reset();
     const std::string on = "|10 0|20 0|11 1|21 0|12 1|22 1";
-    const Handle<DXF> drawing = readDXF(
+    const Handle<Model> drawing = readModelOf(
         dxfText(layerTable("|0 LAYER|2 HID|70 1|62 7") + section + "0 TEXT|8 NONE|1 x|0 3DFACE|8 HID" + on
                 + "|0 LINE|8 THIN|10 0|20 0|11 1|21 1"   // no surfaces: no materials
                   "|0 3DFACE|8 Z"
@@ -190,11 +209,11 @@ TEST(DXF, PlacesInsertedBlocks)   // where tests/dxf_ezdxf/ does not: the order 
 {
     const std::string drawing =
         blocks(block("B", "0 SOLID|10 1|20 0|11 2|21 0|12 1|22 1|13 2|23 1", "10 1|20 0|30 0")) + section;
-    EXPECT_EQ(written(*readDXF(dxfText(drawing + insertion("B", "|41 2|42 2|70 2|71 2|44 4|45 5")))),
+    EXPECT_EQ(written(*readModelOf(dxfText(drawing + insertion("B", "|41 2|42 2|70 2|71 2|44 4|45 5")))),
               "(0 0 0) (2 0 0) (2 2 0) (0 2 0); (0 10 0) (2 10 0) (2 12 0) (0 12 0); "
               "(8 0 0) (10 0 0) (10 2 0) (8 2 0); (8 10 0) (10 10 0) (10 12 0) (8 12 0)")
         << "the spacing is scaled too";
-    const Handle<DXF> flat = readDXF(dxfText(drawing + insertion("B", "|30 5|42 0")));
+    const Handle<Model> flat = readModelOf(dxfText(drawing + insertion("B", "|30 5|42 0")));
     EXPECT_EQ(written(*flat), "(0 0 5) (1 0 5) (1 0 5) (0 0 5)");
     EXPECT_EQ(flat->facet(0).plane.normal(), Vector<3>(0, 0, 1));
 }
@@ -219,7 +238,7 @@ TEST(DXF, InsertsTheSameEachTime)
               "168 facets; 3DFACE 24 layer HID is frozen; INSERT 8 block NO is not defined; INSERT 8 block "
               "OUTER inserts "
               "itself; POINT 31 this type is not drawn; TEXT 24 this type is not drawn");
-    const Handle<DXF> drawing = readDXF(dxfText(all));
+    const Handle<Model> drawing = readModelOf(dxfText(all));
     EXPECT_EQ(drawing->materials().at("1F").name, "Brass");   // renamed by the last insertion
     // With the log on, every insertion reads the text; the drawing is the same.
     const auto [read, log] = logged(dxfText(all));
@@ -242,7 +261,7 @@ TEST(DXF, FollowsAChainOfTenThousandBlocks)
     for (int i = 0; i < count; ++i)
         all += block("B" + std::to_string(i),
                      i + 1 < count ? "0 INSERT|2 B" + std::to_string(i + 1) + "|10 1|20 0|30 0.5" : face);
-    const Handle<DXF> drawing = readDXF(
+    const Handle<Model> drawing = readModelOf(
         dxfText(blocks(all) + section + insertion("B0") + "|" + insertion("B0") + "|" + insertion("B0")));
     EXPECT_EQ(written(*drawing).substr(0, 45), "(9999 0 4999.5) (10000 0 4999.5) (10000 1 499");
     EXPECT_EQ(drawing->facetCount(), 3u);
@@ -268,9 +287,7 @@ TEST(DXF, CanBeAbandonedInsideBlocks)
     for (const auto& c : cases) {
         RecordingReporter reporter(20000);
         const std::string text = dxfText(blocks(nest) + section + c.entity);
-        EXPECT_THROW(makeHandle<DXF>(std::string_view(text), std::string("a.dxf"), reporter),
-                     Reporter::Abandoned)
-            << c.why;
+        EXPECT_THROW(readDXF(text, reporter), Reporter::Abandoned) << c.why;
     }
 }
 
@@ -281,12 +298,12 @@ TEST(DXF, BearsManyLayersAndTypesAndMillionCharacterLines)
     text += dxfText("0 ENDTAB|0 ENDSEC|" + section + face) + "0\n" + std::string(1000000, 'X') + "\n8\n"
             + std::string(1000000, 'L') + "\n";
     for (int i = 1; i < 3000; ++i) text += "0\nTYPE" + std::to_string(i) + "\n";
-    const Handle<DXF> drawing = readDXF(text);
-    EXPECT_EQ(drawing->facetCount(), 1u);
+    const Reading drawing = readDXF(text);
+    EXPECT_EQ(drawing.model->facetCount(), 1u);
     std::uint64_t skipped = 0;
-    for (const auto& entry : drawing->skipped().list()) skipped += entry.count;
+    for (const auto& entry : drawing.account.notDrawn) skipped += entry.count;
     EXPECT_EQ(skipped, 3000u);
-    EXPECT_LE(drawing->skipped().list().size(), 1001u);
+    EXPECT_LE(drawing.account.notDrawn.size(), 1001u);
 }
 
 TEST(DXFLog, TellsWhatWasMet)
@@ -373,14 +390,14 @@ TEST(DXFLog, IsNoFileWhenOffOrImpossible)
 {
     const TempFile file("silent.dxf", dxfText(section + face));
     SilentReporter nobody;
-    makeHandle<DXF>(file.path(), nobody);
+    readModel(file.path(), FileType::dxf, nobody);
     EXPECT_FALSE(std::filesystem::exists(file.path() + ".log"));
     EXPECT_FALSE(std::filesystem::is_regular_file("NUL"));
-    DXF::setLogging(true);
-    const Handle<DXF> drawing = makeHandle<DXF>(std::string_view(dxfText(section + face)),
-                                                std::string("no/such/folder/a.dxf"), nobody);
-    DXF::setLogging(false);
-    EXPECT_EQ(drawing->facetCount(), 1u);
+    Account account;
+    const std::string text = dxfText(section + face);
+    EXPECT_EQ(DXF(text, "no/such/folder/a.dxf", nobody, {.log = true}, account).takeModel()->facetCount(),
+              1u);
+    EXPECT_NE(account.logFailure, 0);
 }
 
 TEST(DXFObjects, FindTheDictionaryAndComeBack)

@@ -40,18 +40,25 @@ std::string entities(std::string_view groups)
     return dxfText("0 SECTION|2 ENTITIES|" + std::string(groups) + "|0 ENDSEC|0 EOF");
 }
 
-Handle<DXF> readDXF(const std::string& bytes)
+Reading readDXF(const std::string& bytes, Reporter& reporter, const ReadingOptions& options)
+{
+    Reading reading;
+    reading.model = DXF(bytes, "a.dxf", reporter, options, reading.account).takeModel();
+    return reading;
+}
+
+Reading readDXF(const std::string& bytes)
 {
     SilentReporter nobody;
-    return makeHandle<DXF>(std::string_view(bytes), std::string("a.dxf"), nobody);
+    return readDXF(bytes, nobody);
 }
 
 std::string outcomeOf(const std::string& bytes)
 {
     try {
-        const Handle<DXF> drawing = readDXF(bytes);
-        std::string text = std::to_string(drawing->facetCount()) + " facets";
-        for (const auto& entry : drawing->skipped().list())
+        const Reading drawing = readDXF(bytes);
+        std::string text = std::to_string(drawing.model->facetCount()) + " facets";
+        for (const auto& entry : drawing.account.notDrawn)
             text += "; " + entry.type + ' ' + std::to_string(entry.count) + ' ' + entry.reason;
         return text;
     } catch (const std::exception& fault) {

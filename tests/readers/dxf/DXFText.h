@@ -14,7 +14,8 @@ std::string dxfText(std::string_view groups);
 std::string entities(std::string_view groups);
 
 /// The drawing in these bytes; faults name the file "a.dxf".
-Handle<DXF> readDXF(const std::string& bytes);
+Reading readDXF(const std::string& bytes, Reporter& reporter, const ReadingOptions& options = {});
+Reading readDXF(const std::string& bytes);
 
 /// What reading these bytes comes to: "3 facets", then "; type count reason" for what was skipped; or the
 /// fault's what().

@@ -27,10 +27,10 @@ std::string endingLines(const std::string& text, const std::string& with)
     return result;
 }
 
-Handle<ManFile> read(const std::string& text)
+Handle<Model> read(const std::string& text)
 {
     SilentReporter silent;
-    return Handle<ManFile>(new ManFile(text, "test.man", silent));
+    return ManFile(text, "test.man", silent).takeModel();
 }
 
 /// The facets: material, edges, and the plane as "(normal) offset".

@@ -1,4 +1,5 @@
 #include "readers/things/Things.h"
+#include "account/Account.h"
 #include "errors/BadFile.h"
 #include "tests/support/Models.h"
 
@@ -13,14 +14,15 @@ namespace {
 using test::RecordingReporter;
 using test::TempFile;
 
-/// What a text leaves: counts, each facet as "material(normal)", or the fault.
+/// What a text leaves: whether it is whole, counts, each facet as "material(normal)", or the fault.
 std::string outcome(const std::string& text)
 {
     const TempFile file("case.thf", text);
     SilentReporter silent;
     try {
-        const Handle<Things> model = makeHandle<Things>(file.path(), silent);
-        std::string result = std::to_string(model->thingCount()) + " things "
+        Account account;
+        const Handle<Model> model = Things(file.path(), silent, account).takeModel();
+        std::string result = std::string(account.warnings.empty() ? "whole " : "cut ")
                              + std::to_string(model->vertexCount()) + " "
                              + std::to_string(model->edgeCount());
         for (std::uint32_t i = 0; i < model->facetCount(); ++i) {
@@ -50,44 +52,44 @@ TEST(Things, ReadsEveryShapeOfText)
         std::string text;
         const char* outcome;
     } cases[] = {
-        {"empty", "", "0 things 0 0, 0"},
-        {"another word ends the reading", "end 3 0 0 0", "0 things 0 0, 0"},
-        {"plain", "Y 3\n" + triangle + "1 Steel\n3 1 2 3\n", "1 things 3 3 Steel+, 1"},
+        {"empty", "", "whole 0 0, 0"},
+        {"another word ends the reading", "end 3 0 0 0", "whole 0 0, 0"},
+        {"plain", "Y 3\n" + triangle + "1 Steel\n3 1 2 3\n", "whole 3 3 Steel+, 1"},
         {"only a space ends the word", "Y\n3\n" + triangle + "1 Steel\n3 1 2 3\n", "degenerate loop"},
         {"ten letters leave one for the count", "Yabcdefghi 3\n" + triangle + "1 Steel\n3 1 2 3\n",
-         "1 things 0 0, 0"},
-        {"@ is blank", "Y @3@0 0 0@1 0 0@0 1 0@0@1@1@@@Steel@ \n3@1 2 3", "1 things 3 3 Steel+, 1"},
-        {"a digit is no name", "Y 3\n" + triangle + "1 3 1 2 3\n", "1 things 3 3 DEFAULT+, 1"},
+         "cut 0 0, 0"},
+        {"@ is blank", "Y @3@0 0 0@1 0 0@0 1 0@0@1@1@@@Steel@ \n3@1 2 3", "whole 3 3 Steel+, 1"},
+        {"a digit is no name", "Y 3\n" + triangle + "1 3 1 2 3\n", "whole 3 3 DEFAULT+, 1"},
         {"CR LF", "Y \r\n3\r\n0 0 0\r\n1 0 0\r\n0 1 0\r\n0\r\n1\r\n1 Steel\r\n3 1 2 3\r\n",
-         "1 things 3 3 Steel+, 1"},
+         "whole 3 3 Steel+, 1"},
         {"a lone CR in a name is stripped", "Y 3\n" + triangle + "1 Steel\r \n3 1 2 3\n",
-         "1 things 3 3 Steel+, 1"},
-        {"Ctrl-Z ends the text", "Y 3\n" + triangle + "1 S\n3 1 2 3\n\x1A Y 3", "1 things 3 3 S+, 1"},
+         "whole 3 3 Steel+, 1"},
+        {"Ctrl-Z ends the text", "Y 3\n" + triangle + "1 S\n3 1 2 3\n\x1A Y 3", "whole 3 3 S+, 1"},
         {"a hole uses two of the count",
-         "Y 6 0 0 0 9 0 0 0 9 0 1 1 0 2 1 0 1 2 0 0 2 2 Plate\n3 1 2 3 3 4 6 5\n", "1 things 6 6 Plate+, 1"},
-        {"a loop of one vertex", "Y 3\n" + triangle + "1 S\n1 2\n", "1 things 3 1 S+, 1"},
+         "Y 6 0 0 0 9 0 0 0 9 0 1 1 0 2 1 0 1 2 0 0 2 2 Plate\n3 1 2 3 3 4 6 5\n", "whole 6 6 Plate+, 1"},
+        {"a loop of one vertex", "Y 3\n" + triangle + "1 S\n1 2\n", "whole 3 1 S+, 1"},
         {"last number out of range", "Y 3\n" + triangle + "1 S\n3 1 2 4\n", "vertex number out of range"},
         {"number below 1", "Y 3\n" + triangle + "1 S\n3 1 -2 3\n", "vertex number out of range"},
         {"loop of no vertices", "Y 3\n" + triangle + "1 S\n0\n", "degenerate loop"},
         {"edges are checked and dropped", "Y 3 0 0 0 1 0 0 0 1 0 2 1 2 Wire\n2 3 Wire\n1 1 S\n3 1 2 3\n",
-         "1 things 3 3 S+, 1"},
+         "whole 3 3 S+, 1"},
         {"edge vertex 0", "Y 3 0 0 0 1 0 0 0 1 0 1 0 2 W\n0", "vertex number out of range"},
         {"numbers start anew in each thing",
          "Y 3\n" + triangle + "1 A\n3 1 2 3\nyes 3\n" + triangle + "1 B\n3 3 2 1\nN 1 2 3",
-         "2 things 6 6 A+ B-, 2"},
+         "whole 6 6 A+ B-, 2"},
         {"no loops make room for another facet", "Y 3\n" + triangle + "0 A\n1 B\n3 1 2 3\n",
-         "1 things 3 3 A+ B+, 2"},
+         "whole 3 3 A+ B+, 2"},
         {"a long name's tail is a number", "Y 3\n" + triangle + "1 " + std::string(31, 'a') + "12\n3 1 2 3\n",
          "vertex number out of range"},
-        {"broken vertex", "Y 3 0 0 0 1 x 0 0 1 0 0 1 1 S\n3 1 2 3\n", "1 things 1 0, 0"},
-        {"ends after the vertices", "Y 3 0 0 0 1 0 0 0 1 0", "1 things 3 0, 0"},
+        {"broken vertex", "Y 3 0 0 0 1 x 0 0 1 0 0 1 1 S\n3 1 2 3\n", "cut 1 0, 0"},
+        {"ends after the vertices", "Y 3 0 0 0 1 0 0 0 1 0", "cut 3 0, 0"},
         {"ends in a loop", "Y 3\n" + triangle + "1 S\n3 1 2", "vertex number out of range"},
-        {"a count without data", "Y 2000000000 0 0 0 1 0 0", "1 things 2 0, 0"},
-        {"a count beyond 64 bits", "Y 99999999999999999999 0 0 0", "1 things 0 0, 0"},
+        {"a count without data", "Y 2000000000 0 0 0 1 0 0", "cut 2 0, 0"},
+        {"a count beyond 64 bits", "Y 99999999999999999999 0 0 0", "cut 0 0, 0"},
         {"loop counts that would overflow", "Y 3\n" + triangle + "-9000000000000000000 S\n",
          "material expected"},
-        {"a coordinate that overflows", "Y 1 1e999 0 0 0 0", "1 things 0 0, 0"},
-        {"collinear", "Y 3 0 0 0 1 0 0 2 0 0 0 1 1 S\n3 1 2 3\n", "1 things 3 3 S+, 1"},
+        {"a coordinate that overflows", "Y 1 1e999 0 0 0 0", "cut 0 0, 0"},
+        {"collinear", "Y 3 0 0 0 1 0 0 2 0 0 0 1 1 S\n3 1 2 3\n", "whole 3 3 S+, 1"},
     };
     for (const auto& c : cases) EXPECT_EQ(outcome(c.text), c.outcome) << c.why;
 }
@@ -100,7 +102,8 @@ TEST(Things, ReportsVerticesAndFacetsByTheCountsOfTheFile)
     for (int i = 0; i < 130; ++i) text += "1 A\n1 1\n";
     const TempFile file("progress.thf", text);
     RecordingReporter reporter;
-    makeHandle<Things>(file.path(), reporter);
+    Account account;
+    const Things reader(file.path(), reporter, account);
     const double wanted[] = {0, 256.0 / 1200, 512.0 / 1200, 0.5, 64.0 / 260 + 0.5, 128.0 / 260 + 0.5};
     ASSERT_EQ(reporter.calls.size(), 6u);
     for (std::size_t i = 0; i < 6; ++i) EXPECT_EQ(reporter.calls[i], std::make_tuple(0, 0, wanted[i])) << i;

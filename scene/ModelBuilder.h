@@ -1,0 +1,52 @@
+#pragma once
+
+#include "scene/Model.h"
+
+#include <span>
+#include <string_view>
+#include <utility>
+
+namespace belvor {
+
+/// Fills a new model, which stays constant from take() on. Used by one thread. All that
+/// append something throw std::bad_alloc when memory is exhausted.
+class ModelBuilder {
+public:
+    ModelBuilder() : made(makeHandle<Model>()) {}
+
+    /// Appends a vertex at `position`, in model units. The reference stays valid for the
+    /// model's life: the stores grow by blocks and never move an element.
+    Vertex& addVertex(const Point<3>& position) { return made->addVertex(position); }
+    /// `material` is one of this model's. Edges added from now on are the facet's.
+    Facet& addFacet(const Material& material, const Plane& plane = {})
+    {
+        return made->addFacet(material, plane);
+    }
+    /// An edge of the facet added last, between two vertices, given by their indices.
+    void addEdge(std::uint32_t from, std::uint32_t to) { made->addEdge(from, to); }
+    /// A facet of one loop, with vertices of its own at the corners.
+    void addPolygon(const Material& material, const Plane& plane, std::span<const Point<3>> corners)
+    {
+        made->addPolygon(material, plane, corners);
+    }
+
+    /// The material of that key; a new one, with the program's next number and colour, when
+    /// there is none.
+    Material& findMaterial(std::string_view key) { return made->findMaterial(key); }
+    /// Adds `material` under `key`, unless the key is taken; either way the one that is there.
+    Material& addMaterial(std::string_view key, Material material)
+    {
+        return made->addMaterial(key, std::move(material));
+    }
+    void setUnits(const Units& units) noexcept { made->setUnits(units); }
+
+    /// What has been added so far.
+    const Model& model() const noexcept { return *made; }
+    /// The model. The builder is done with it.
+    Handle<Model> take() noexcept { return std::move(made); }
+
+private:
+    Handle<Model> made;
+};
+
+}   // namespace belvor
