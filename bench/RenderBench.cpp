@@ -5,6 +5,8 @@
 #include "imagefile/OmbrBuff.h"
 #include "platform/Files.h"
 #include "platform/Process.h"
+#include "render/Frame.h"
+#include "render/Outlines.h"
 
 #include <benchmark/benchmark.h>
 
@@ -76,6 +78,49 @@ void renderToCounter(benchmark::State& state, Kind kind)
     }
     state.counters["facets"] = model.facetCount();
     state.counters["covered"] = static_cast<double>(rows->covered);
+}
+
+/// What finding the edges of a whole model takes, once after loading.
+void matchEdges(benchmark::State& state)
+{
+    const Model& model = modelOf(terrain1M);
+    for (auto _ : state) {
+        const Outlines outlines(model);
+        benchmark::DoNotOptimize(outlines.size());
+    }
+}
+
+void renderStyled(benchmark::State& state, const Model& model, const LineStyle& style)
+{
+    const int width = static_cast<int>(state.range(0)), height = static_cast<int>(state.range(1));
+    const Scene scene = wholeScene(model, width, height);
+    SilentReporter silent;
+    const Handle<CountingBuffer> rows = makeHandle<CountingBuffer>(width);
+    Frame frame;
+    frame.render(model, *scene.camera, *scene.lights, *rows, silent, style);
+    for (auto _ : state) {
+        rows->covered = 0;
+        frame.render(model, *scene.camera, *scene.lights, *rows, silent, style);
+    }
+    state.counters["covered"] = static_cast<double>(rows->covered);
+}
+
+void renderEdges(benchmark::State& state)
+{
+    const Model& model = modelOf(terrain1M);
+    const Outlines outlines(model);
+    LineStyle style;
+    style.outlines = &outlines;
+    renderStyled(state, model, style);
+}
+
+/// A million chords of curves that run over and under a terrain of 100,000 triangles.
+void renderCurves(benchmark::State& state)
+{
+    static const Handle<Model> model = terrainWithCurves(100000, 1000000);
+    LineStyle style;
+    style.curves = true;
+    renderStyled(state, *model, style);
 }
 
 void renderToOmbrFile(benchmark::State& state, Kind kind)
@@ -152,6 +197,9 @@ BENCHMARK_CAPTURE(renderToCounter, terrain10k, terrain10k)->Apply(sizes);
 BENCHMARK_CAPTURE(renderToCounter, terrain100k, terrain100k)->Apply(sizes);
 BENCHMARK_CAPTURE(renderToCounter, terrain1M, terrain1M)->Apply(sizes);
 BENCHMARK_CAPTURE(renderToOmbrFile, terrain1M, terrain1M)->Apply(sizes);
+BENCHMARK(matchEdges)->Unit(benchmark::kMillisecond);
+BENCHMARK(renderEdges)->Apply(sizes);
+BENCHMARK(renderCurves)->Apply(sizes);
 BENCHMARK_CAPTURE(renderToCounter, city600k, city600k)->Apply(sizes);
 BENCHMARK_CAPTURE(renderToOmbrFile, city600k, city600k)->Apply(sizes);
 BENCHMARK_CAPTURE(renderToCounter, stack200, stack200)->Apply(sizes);

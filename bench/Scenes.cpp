@@ -45,6 +45,27 @@ Handle<Model> terrain(std::uint32_t triangles)
     return model;
 }
 
+Handle<Model> terrainWithCurves(std::uint32_t triangles, std::uint32_t chords)
+{
+    const Handle<Model> model = terrain(triangles);
+    const Material& material = model->findMaterial("paths");
+    std::mt19937 random(17);
+    std::uniform_real_distribution<double> anywhere(2.0, 18.0), height(-1.0, 1.5), turn(-0.3, 0.3);
+    constexpr std::uint32_t perCurve = 500;
+    for (std::uint32_t made = 0; made < chords; made += perCurve) {
+        Point<3> at(anywhere(random), anywhere(random), height(random));
+        double direction = anywhere(random);
+        std::vector<Point<3>> points{at};
+        for (std::uint32_t i = 0; i < perCurve; ++i) {
+            direction += turn(random);
+            at += Vector<3>(std::cos(direction), std::sin(direction), turn(random)) * 0.02;
+            points.push_back(at);
+        }
+        model->addCurve(material, points);
+    }
+    return model;
+}
+
 Handle<Model> city(std::uint32_t boxes)
 {
     const auto side = static_cast<std::uint32_t>(std::ceil(std::sqrt(boxes)));

@@ -11,6 +11,8 @@ namespace belvor::bench {
 
 /// A square hilly terrain of about `triangles` triangles with shared vertices.
 Handle<Model> terrain(std::uint32_t triangles);
+/// The same with curves of `chords` chords altogether, hundreds each, over and under the hills.
+Handle<Model> terrainWithCurves(std::uint32_t triangles, std::uint32_t chords);
 /// `boxes` buildings of six quadrilaterals each on a square plot, in 500 materials.
 Handle<Model> city(std::uint32_t boxes);
 /// `polygons` large polygons of 24 corners, one above the other, each a little tilted.

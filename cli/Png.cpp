@@ -36,10 +36,9 @@ PngPicture::PngPicture(OutputFile& file, int w, int h) : output(file), width(w),
 
 void PngPicture::writeRow(const Buffer& row)
 {
-    static constexpr std::uint8_t black[3] = {0, 0, 0};
     for (int i = 0; i < width; ++i) {
         const std::uint32_t owner = row.owner(i);
-        const std::uint8_t* const colour = owner == Buffer::noFacet ? black : row.colour(owner);
+        const std::uint8_t* const colour = owner == Buffer::noFacet ? row.background() : row.colour(owner);
         rgb.insert(rgb.end(), colour, colour + 3);
     }
 }

@@ -88,11 +88,10 @@ void OmbrPicture::writeRow(const Buffer& row)
         const std::uint32_t owner = owners[first];
         end = endOfRun(owners, first);
         if (owner != Buffer::noFacet) {
-            fillRun(first, end, row.facet(owner).material->index, row.colour(owner));
+            fillRun(first, end, row.material(owner), row.colour(owner));
             covered += end - first;
         } else {
-            static constexpr std::uint8_t black[3] = {0, 0, 0};
-            fillRun(first, end, 0, black);
+            fillRun(first, end, 0, row.background());
             std::fill(&file.depth[first], &file.depth[end - 1] + 1, OmbrFile::noDepth);
             codeDepths(row, first - covered, first);
             covered = 0;
@@ -111,7 +110,11 @@ void OmbrPicture::fillRun(std::size_t first, std::size_t end, std::uint16_t mate
 
 void OmbrPicture::codeDepths(const Buffer& row, std::size_t first, std::size_t end)
 {
-    if (first < end) camera->depthCodes(row.depths().subspan(first, end - first), &file.depth[first]);
+    if (first == end) return;
+    camera->depthCodes(row.depths().subspan(first, end - first), &file.depth[first]);
+    if (!row.hasLines()) return;
+    for (std::size_t i = first; i < end; ++i)   // lines may leave the depth range, surfaces cannot
+        if (row.isLine(row.owners()[i])) file.depth[i] = camera->clampedDepthCode(row.depths()[i]);
 }
 
 void OmbrPicture::finish()

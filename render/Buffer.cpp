@@ -10,14 +10,14 @@ namespace belvor {
 
 Buffer::Buffer(int width)
     : rowWidth(width),
-      rowDepths(static_cast<std::size_t>(width)),
-      rowOwners(static_cast<std::size_t>(width))
+      surfaces{std::vector<double>(static_cast<std::size_t>(width)),
+               std::vector<std::uint32_t>(static_cast<std::size_t>(width))}
 {}
 
 void Buffer::clear()
 {
-    std::fill(rowDepths.begin(), rowDepths.end(), std::numeric_limits<double>::max());
-    std::fill(rowOwners.begin(), rowOwners.end(), noFacet);
+    std::fill(surfaces.depths.begin(), surfaces.depths.end(), std::numeric_limits<double>::max());
+    std::fill(surfaces.owners.begin(), surfaces.owners.end(), noFacet);
 }
 
 void Buffer::scanFacets(std::span<const ActiveFacet> active, const Camera& camera)
@@ -52,10 +52,21 @@ void Buffer::scanOpenFacet(const ActiveFacet& active, const Camera& camera) noex
     }
 }
 
+void Buffer::addLines(const LineRow& lineRow, bool keepSurfaces)
+{
+    if (!keepSurfaces) Buffer::clear();
+    if (lineRow.empty()) return;
+    for (std::size_t i = 0; i < surfaces.owners.size(); ++i) {
+        if (lineRow.chain(i) == LineRow::noChain) continue;
+        surfaces.owners[i] = firstLine + lineRow.chain(i);
+        surfaces.depths[i] = lineRow.depth(i);
+    }
+}
+
 void Buffer::fill(const SpanFill& span) noexcept
 {
-    double* const nearest = rowDepths.data();
-    std::uint32_t* const owner = rowOwners.data();
+    double* const nearest = surfaces.depths.data();
+    std::uint32_t* const owner = surfaces.owners.data();
     double depth = span.depth;
     for (int i = span.first; i < span.end; ++i) {
         const double old = nearest[i];

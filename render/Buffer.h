@@ -1,10 +1,13 @@
 #pragma once
 
 #include "platform/Handle.h"
+#include "render/LineRow.h"
+#include "render/LineTable.h"
 #include "render/Shading.h"
 #include "render/Spans.h"
 #include "scene/Model.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -17,6 +20,12 @@ struct ActiveFacet {
     std::uint32_t facet;           ///< Its index in the store.
     std::uint32_t crossingCount;   ///< At least 1; odd when the eye plane cuts the facet.
     const Crossing* crossings;     ///< By growing x.
+};
+
+/// The nearest surface of each pixel of a row.
+struct SurfacePixels {
+    std::vector<double> depths;
+    std::vector<std::uint32_t> owners;
 };
 
 /// One row of the depth buffer; its sinks take the finished rows of a render. Used by one
@@ -34,7 +43,18 @@ public:
     {
         facets = &model;
         looks = shades.data();
+        firstLine = noFacet;
     }
+    /// Takes lines as owners too: the chain of index 0 is owner `first`, and so on; the shades
+    /// of the scene hold their colours. Called after setScene().
+    void setLines(std::uint32_t first, const LineTable& table) noexcept
+    {
+        firstLine = first;
+        lines = &table;
+    }
+    /// The colour that sinks give to empty pixels: red, green, blue; black unless set.
+    void setBackground(const std::array<std::uint8_t, 3>& colour) noexcept { empty = colour; }
+    const std::uint8_t* background() const noexcept { return empty.data(); }
 
     /// Empties the row.
     virtual void clear();
@@ -46,20 +66,39 @@ public:
     /// Offers a span of pixels.
     void fill(const SpanFill& span) noexcept;
 
+    /// Exchanges the row for another one of the same width.
+    void exchange(SurfacePixels& other) noexcept
+    {
+        surfaces.depths.swap(other.depths);
+        surfaces.owners.swap(other.owners);
+    }
+    /// Puts the lines over the surfaces, which are taken away unless `keepSurfaces`.
+    void addLines(const LineRow& lineRow, bool keepSurfaces);
+
     /// Takes the finished row, counted from 0 at the top.
     virtual void lineDone(int row) = 0;
 
     int width() const noexcept { return rowWidth; }
-    /// Index of the nearest facet in the store, or noFacet.
-    std::uint32_t owner(int column) const noexcept { return rowOwners[static_cast<std::size_t>(column)]; }
+    /// Index of the nearest facet in the store, an owner that isLine(), or noFacet.
+    std::uint32_t owner(int column) const noexcept
+    {
+        return surfaces.owners[static_cast<std::size_t>(column)];
+    }
     /// Screen depth; the largest double where no surface is.
-    double depth(int column) const noexcept { return rowDepths[static_cast<std::size_t>(column)]; }
+    double depth(int column) const noexcept { return surfaces.depths[static_cast<std::size_t>(column)]; }
     /// The same of every column.
-    std::span<const std::uint32_t> owners() const noexcept { return rowOwners; }
-    std::span<const double> depths() const noexcept { return rowDepths; }
+    std::span<const std::uint32_t> owners() const noexcept { return surfaces.owners; }
+    std::span<const double> depths() const noexcept { return surfaces.depths; }
     /// A facet by its index in the store.
     const Facet& facet(std::uint32_t index) const noexcept { return facets->facet(index); }
-    /// Its red, green and blue.
+    bool hasLines() const noexcept { return firstLine != noFacet; }
+    bool isLine(std::uint32_t owner) const noexcept { return owner >= firstLine && owner != noFacet; }
+    /// The material number of an owner.
+    std::uint16_t material(std::uint32_t owner) const noexcept
+    {
+        return isLine(owner) ? lines->chain(owner - firstLine).material : facet(owner).material->index;
+    }
+    /// Red, green and blue of an owner.
     const std::uint8_t* colour(std::uint32_t index) const noexcept { return looks[index].colour; }
 
 private:
@@ -67,9 +106,11 @@ private:
 
     const Model* facets = nullptr;
     const FacetShade* looks = nullptr;
+    const LineTable* lines = nullptr;
+    std::uint32_t firstLine = noFacet;
+    std::array<std::uint8_t, 3> empty{};
     int rowWidth;
-    std::vector<double> rowDepths;
-    std::vector<std::uint32_t> rowOwners;
+    SurfacePixels surfaces;
 };
 
 }   // namespace belvor

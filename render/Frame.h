@@ -2,6 +2,9 @@
 
 #include "render/EdgeTable.h"
 #include "render/FacetStepper.h"
+#include "render/LineStepper.h"
+#include "render/LineStyle.h"
+#include "render/LineTable.h"
 #include "render/Shading.h"
 
 #include <cstdint>
@@ -15,11 +18,12 @@ namespace belvor {
 class Frame {
 public:
     /// Draws `model` into `buffer`, row 0 at the top first, one lineDone() a row. `camera` has
-    /// the picture's height, `buffer` its width. Throws Reporter::Abandoned soon after
+    /// the picture's height, `buffer` its width; `style` says which lines are drawn over the
+    /// surfaces. Throws Reporter::Abandoned soon after
     /// `progress` answers true, std::bad_alloc, and what `buffer` throws; the frame can be
     /// used again afterwards.
     void render(const Model& model, const Camera& camera, const LightSet& lighting, Buffer& buffer,
-                Reporter& progress);
+                Reporter& progress, const LineStyle& style = {});
 
     /// Whether the last render reached its last row; only then may the following be asked.
     bool complete() const noexcept { return ended; }
@@ -35,12 +39,20 @@ public:
 
 private:
     void project(const Model& model, const Camera& camera, Reporter& progress);
-    void walkRows(const Model& model, const Camera& camera, Buffer& buffer, Reporter& progress);
+    void walkRows(const Camera& camera, Buffer& buffer, Reporter& progress);
+    void scanRow(int y, const Camera& camera, Buffer& buffer, Reporter& progress);
+    void collectLines(const Model& model, const Camera& camera, Buffer& buffer, const LineStyle& style);
+    void walkRowsWithLines(const Model& model, const Camera& camera, Buffer& buffer, Reporter& progress,
+                           const LineStyle& style);
 
     ProjectedVertices vertices;
     EdgeTable edges;
     FacetStepper stepper;
     LargeVector<FacetShade> shades;
+    LineTable lines;
+    LineStepper lineStepper;
+    LineRow lineRows[2];
+    SurfacePixels rowAbove;
     bool ended = false;
     double brightness = 1.0;   // the brightest channel of the last shading
 };

@@ -31,6 +31,13 @@ std::uint32_t truncated(double code) noexcept
     return static_cast<std::uint32_t>(static_cast<std::int64_t>(std::fmod(code, 4294967296.0)));
 }
 
+/// A code truncated into the depth range; 0 for one that is not a number.
+std::uint32_t clamped(double code) noexcept
+{
+    if (!(code > 0.0)) return 0;
+    return static_cast<std::uint32_t>(std::min(code, lastDepthCode));
+}
+
 /// The codes of depths whose exact code is `exact(depth)`. First as if all lay in the range,
 /// in steps that a processor does for several depths at a time: adding 2^52 leaves no bits
 /// for fractions, so that the sum's low bits are the integer, and its high bits tell whether
@@ -60,6 +67,7 @@ Camera::Camera(const CameraView& view, double largestScale) noexcept
       width(view.width),
       height(view.height),
       eye(view.eye),
+      radius(view.radius),
       near(alongSight(frame, view) - view.radius * margin),
       far(alongSight(frame, view) + view.radius * margin),
       depthScale(lastDepthCode / (far - near)),
@@ -115,6 +123,11 @@ void PerspectiveCamera::depthCodes(std::span<const double> depths, std::uint32_t
                 [s = scale, n = near, d = depthScale](double depth) { return (-(s / depth) - n) * d; });
 }
 
+std::uint32_t PerspectiveCamera::clampedDepthCode(double depth) const noexcept
+{
+    return clamped((-(scale / depth) - near) * depthScale);
+}
+
 ParallelCamera::ParallelCamera(const CameraView& view) noexcept
     : Camera(view, 1e15 / view.radius),
       reference(eye + frame.forward * far)
@@ -159,6 +172,11 @@ void ParallelCamera::depthCodes(std::span<const double> depths, std::uint32_t* c
     truncateAll(depths, codes, [s = scale, f = far, n = near, d = depthScale](double depth) {
         return (depth / s + f - n) * d;
     });
+}
+
+std::uint32_t ParallelCamera::clampedDepthCode(double depth) const noexcept
+{
+    return clamped((depth / scale + far - near) * depthScale);
 }
 
 }   // namespace belvor

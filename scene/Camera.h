@@ -48,10 +48,13 @@ public:
     /// the range, 4294967294 at the far end, truncated and kept to its low 32 bits; 0 for a
     /// depth that is not finite. `codes` has room for as many as `depths`.
     virtual void depthCodes(std::span<const double> depths, std::uint32_t* codes) const noexcept = 0;
+    /// The same of one depth that may lie outside the range: the code of the nearer end of it.
+    virtual std::uint32_t clampedDepthCode(double depth) const noexcept = 0;
 
     const Ray frame;
     const std::uint32_t width, height;
     const Point<3> eye;
+    const double radius;      ///< Of the model.
     const double near, far;   ///< Distances from the eye along the line of sight.
     const double depthScale;
     const double scale;   ///< Pixels per unit of the field.
@@ -72,6 +75,7 @@ public:
     bool faces(const Plane& plane) const noexcept override;
     CameraRecord describe() const noexcept override;
     void depthCodes(std::span<const double> depths, std::uint32_t* codes) const noexcept override;
+    std::uint32_t clampedDepthCode(double depth) const noexcept override;
 };
 
 class ParallelCamera : public Camera {
@@ -83,6 +87,7 @@ public:
     bool faces(const Plane& plane) const noexcept override;
     CameraRecord describe() const noexcept override;
     void depthCodes(std::span<const double> depths, std::uint32_t* codes) const noexcept override;
+    std::uint32_t clampedDepthCode(double depth) const noexcept override;
 
     const Point<3> reference;   ///< A point on the far plane.
 };

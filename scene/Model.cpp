@@ -20,21 +20,33 @@ Point<3> middleOf(const Extent<3>& extent)
 
 }   // namespace
 
+/// The points that the bounds are made of.
+template <class Visit>
+void Model::forEachPoint(Visit visit) const
+{
+    vertexStore.forEach([&visit](const Vertex& vertex) { visit(vertex.position); });
+    if (facetCount() != 0 && !curvesInBounds) return;
+    curveStore.forEach([this, &visit](const Curve& curve) {
+        for (std::uint32_t i = 0; curve.bounded && i < curve.pointCount; ++i)
+            visit(curvePoints[curve.firstPoint + i]);
+    });
+}
+
 /// The radius where squares are beyond what a number can hold; at most the largest number.
 double Model::radiusOfFar(const Point<3>& centre) const
 {
     constexpr double half = 0.5, most = std::numeric_limits<double>::max();
     double longest = 0.0;   // component of a spoke, halved so that it is finite
-    const auto halfSpoke = [&](const Vertex& vertex) {
-        return vertex.position.vector() * half - centre.vector() * half;
+    const auto halfSpoke = [&](const Point<3>& point) {
+        return point.vector() * half - centre.vector() * half;
     };
-    vertexStore.forEach([&](const Vertex& vertex) {
-        for (int axis = 0; axis < 3; ++axis) longest = std::max(longest, std::fabs(halfSpoke(vertex)[axis]));
+    forEachPoint([&](const Point<3>& point) {
+        for (int axis = 0; axis < 3; ++axis) longest = std::max(longest, std::fabs(halfSpoke(point)[axis]));
     });
     if (!(longest <= most)) return most;
     double largest = 0.0;
-    vertexStore.forEach([&](const Vertex& vertex) {
-        const Vector<3> spoke = halfSpoke(vertex);
+    forEachPoint([&](const Point<3>& point) {
+        const Vector<3> spoke = halfSpoke(point);
         const Vector<3> scaled(spoke[0] / longest, spoke[1] / longest, spoke[2] / longest);
         largest = std::max(largest, dot(scaled, scaled));
     });
@@ -45,11 +57,11 @@ double Model::radiusOfFar(const Point<3>& centre) const
 void Model::bounds(Point<3>& centre, double& radius) const
 {
     Extent<3> extent = Extent<3>::nothing();
-    vertexStore.forEach([&extent](const Vertex& vertex) { extent += vertex.position; });
+    forEachPoint([&extent](const Point<3>& point) { extent += point; });
     centre = extent.degenerate() ? Point<3>::origin() : middleOf(extent);
     double largest = 0.0;   // the root of the largest square is the largest of the roots
-    vertexStore.forEach([&largest, middle = centre](const Vertex& vertex) {
-        const Vector<3> spoke = vertex.position - middle;
+    forEachPoint([&largest, middle = centre](const Point<3>& point) {
+        const Vector<3> spoke = point - middle;
         largest = std::max(largest, dot(spoke, spoke));
     });
     radius = std::sqrt(largest);
@@ -90,6 +102,14 @@ void Model::addPolygon(const Material& material, const Plane& plane, std::span<c
     // Nearly all have four corners: told so, the compiler writes the loops out.
     if (corners.size() == 4) addSides(corners.first<4>());
     else addSides(corners);
+}
+
+void Model::addCurve(const Material& material, std::span<const Point<3>> points, bool bounded)
+{
+    const std::uint32_t first = curvePoints.size();
+    const auto count = static_cast<std::uint32_t>(points.size());
+    curvePoints.appendAll(count, [points](std::uint32_t i) { return points[i]; });
+    curveStore.append(&material, first, count, bounded);
 }
 
 Material& Model::findMaterial(std::string_view key)

@@ -43,6 +43,14 @@ struct Facet {
     std::uint32_t edgeCount = 0;
 };
 
+/// A curve as chords from point to point; a single point stands for itself. Its points are
+/// `pointCount` elements of the store from `firstPoint` on.
+struct Curve {
+    const Material* material;
+    std::uint32_t firstPoint, pointCount;
+    bool bounded;   ///< It counts for the bounds: not a line that was cut there.
+};
+
 /// The length of a model unit, for programs that read the image file: the reader sets it.
 struct Units {
     double scale = 1.0;
@@ -53,7 +61,7 @@ struct Statistics {
     std::uint32_t vertices, edges, facets, materials;
 };
 
-/// The scene: vertices, edges and facets in store order, and the materials by name. Filled
+/// The scene: vertices, edges and facets in store order, curves, and the materials by name. Filled
 /// by one reader, constant afterwards: any number of renders may draw it at the same time.
 /// Appending never moves an element: references stay valid for the model's life.
 class Model : public TSHandlable {
@@ -71,7 +79,8 @@ public:
                         Reporter& progress) const;   // in render/ModelRender.cpp
 
     /// The middle of the extent (the origin for a model without vertices) and the largest
-    /// distance of a vertex from it.
+    /// distance of a vertex from it. The points of curves count as vertices when there is no
+    /// facet, or when setCurvesInBounds() said so.
     virtual void bounds(Point<3>& centre, double& radius) const;
 
     virtual void statistics(Statistics& counts) const;
@@ -90,6 +99,10 @@ public:
     /// A facet of one loop, with vertices of its own at the corners and an edge from each to the next.
     void addPolygon(const Material& material, const Plane& plane, std::span<const Point<3>> corners);
 
+    /// A curve through `points`, in model coordinates: at least one. `bounded` as in Curve.
+    void addCurve(const Material& material, std::span<const Point<3>> points, bool bounded = true);
+    void setCurvesInBounds() noexcept { curvesInBounds = true; }
+
     /// The material of that key; a new one of that name, with the program's next number and
     /// colour, when there is none.
     Material& findMaterial(std::string_view key);
@@ -104,16 +117,25 @@ public:
     const Edge& edge(std::uint32_t number) const noexcept { return edgeStore[number]; }
     const Facet& facet(std::uint32_t number) const noexcept { return facetStore[number]; }
 
+    std::uint32_t curveCount() const noexcept { return curveStore.size(); }
+    const Curve& curve(std::uint32_t index) const noexcept { return curveStore[index]; }
+    const Point<3>& curvePoint(std::uint32_t index) const noexcept { return curvePoints[index]; }
+
     const Units& units() const noexcept { return unitsOfModel; }
     void setUnits(const Units& units) noexcept { unitsOfModel = units; }
 
 private:
+    template <class Visit>
+    void forEachPoint(Visit visit) const;
     double radiusOfFar(const Point<3>& centre) const;
 
     MemoryPool pool;
     BlockStore<Vertex> vertexStore{pool};
     BlockStore<Edge> edgeStore{pool};
     BlockStore<Facet> facetStore{pool};
+    BlockStore<Curve> curveStore{pool};
+    BlockStore<Point<3>> curvePoints{pool};
+    bool curvesInBounds = false;
     Materials materialsByKey;
     Units unitsOfModel;
 

@@ -30,6 +30,12 @@ public:
         made->addPolygon(material, plane, corners);
     }
 
+    /// A curve as chords through `points`, at least one; `bounded` when it counts for the bounds.
+    void addCurve(const Material& material, std::span<const Point<3>> points, bool bounded = true)
+    {
+        made->addCurve(material, points, bounded);
+    }
+
     /// The material of that key; a new one, with the program's next number and colour, when
     /// there is none.
     Material& findMaterial(std::string_view key) { return made->findMaterial(key); }

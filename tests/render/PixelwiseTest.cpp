@@ -8,6 +8,7 @@
 #include "scene/Light.h"
 #include "scene/Model.h"
 #include "tests/render/Keeper.h"
+#include "tests/render/RandomScenes.h"
 
 #include <gtest/gtest.h>
 
@@ -16,8 +17,6 @@
 #include <cstdlib>
 #include <list>
 #include <optional>
-#include <random>
-#include <string>
 #include <utility>
 #include <vector>
 
@@ -162,89 +161,6 @@ private:
     std::vector<Pixel> row;
 };
 
-/// Random scenes that are hard on the rules: lattice corners that fall on pixels and share planes, large
-/// facets around the eye, outlines that cross themselves or are not flat, holes, loops of one and two
-/// corners.
-class Scenes {
-public:
-    explicit Scenes(std::uint64_t seed) : random(seed) {}
-
-    Handle<Model> model()
-    {
-        const Handle<Model> made = makeHandle<Model>();
-        Material material;
-        material.index = 1;
-        style = whole(0, 3);
-        const int facets = whole(1, whole(0, 9) == 0 ? 40 : 8);
-        for (int i = 0; i < facets; ++i) {
-            material.colour = {real(0, 1), real(0, 1), real(0, 1)};
-            addFacet(*made, made->addMaterial(std::to_string(i), material));
-        }
-        return made;
-    }
-
-    Handle<Camera> camera(const Model& scene)
-    {
-        CameraView view{};
-        scene.bounds(view.centre, view.radius);
-        if (!(view.radius > 0.0)) view.radius = 1.0;
-        view.width = static_cast<std::uint32_t>(whole(1, whole(0, 3) == 0 ? 6 : 60));
-        view.height = static_cast<std::uint32_t>(whole(1, whole(0, 3) == 0 ? 6 : 60));
-        view.azimuth = whole(0, 1) == 0 ? 90.0 * whole(-2, 4) : real(-180, 180);
-        view.elevation = whole(0, 2) == 0 ? 45.0 * whole(-2, 2) : whole(0, 1) == 0 ? 0.0 : real(-90, 90);
-        for (int axis = 0; axis < 3; ++axis)
-            view.eye[axis] = style < 2 ? whole(-5, 5) * 0.5 : real(-1.5, 1.5) * view.radius;
-        if (whole(0, 2) == 0)
-            view.eye =
-                scene.vertex(static_cast<std::uint32_t>(whole(0, static_cast<int>(scene.vertexCount()) - 1)))
-                    .position;
-        const bool parallel = whole(0, 1) == 0;
-        const double field = parallel ? (style < 2 ? 1.0 * whole(2, 12) : real(0.3, 3.0) * view.radius)
-                                      : std::exp(real(-3.0, 2.0));
-        view.viewWidth = field;
-        view.viewHeight = style < 2 ? field : field * real(0.5, 2.0);
-        if (parallel) return makeHandle<ParallelCamera>(view);
-        return makeHandle<PerspectiveCamera>(view);
-    }
-
-    int whole(int low, int high) { return std::uniform_int_distribution(low, high)(random); }
-    double real(double low, double high) { return std::uniform_real_distribution(low, high)(random); }
-
-private:
-    Point<3> corner()
-    {
-        switch (style) {
-        case 0: return {1.0 * whole(-3, 3), 1.0 * whole(-3, 3), 1.0 * whole(-3, 3)};
-        case 1: return {whole(-6, 6) * 0.5, whole(-6, 6) * 0.5, 1.0 * whole(0, 1)};
-        default: return {real(-3, 3), real(-3, 3), real(-3, 3)};
-        }
-    }
-
-    void addFacet(Model& made, const Material& material)
-    {
-        // Corners in the plane of three random ones (so that a facet is flat, but for rounding), or anywhere.
-        const Point<3> a = corner(), b = corner(), c = corner();
-        const bool flat = whole(0, 3) != 0;
-        const double reach = style == 3 ? 20.0 : 1.5;
-        Vector<3> normal = (b - a).cross(c - a);
-        if (normal.length() == 0.0) normal = {0, 0, 1};
-        made.addFacet(material, Plane(normal, a));
-        for (int loop = whole(0, 3) == 0 ? 2 : 1; loop > 0; --loop) {
-            const std::uint32_t first = made.vertexCount();
-            const auto corners = static_cast<std::uint32_t>(whole(0, 20) == 0 ? whole(1, 2) : whole(3, 9));
-            for (std::uint32_t i = 0; i < corners; ++i) {
-                const double u = style < 2 ? 1.0 * whole(-1, 2) : real(-reach, reach),
-                             v = style < 2 ? 1.0 * whole(-1, 2) : real(-reach, reach);
-                made.addVertex(flat ? a + (b - a) * u + (c - a) * v : corner());
-            }
-            for (std::uint32_t i = 0; i < corners; ++i) made.addEdge(first + i, first + (i + 1) % corners);
-        }
-    }
-
-    std::mt19937_64 random;
-    int style = 0;
-};
-
 /// Each facet's light by its definition: on the side towards the eye (one seen edge on: as the model was
 /// made, whatever was rendered before). `brightest` is the brightest channel of the scene.
 std::vector<Colour> litColours(const Model& model, const std::vector<Plane>& planes, const Camera& camera,
@@ -275,7 +191,7 @@ TEST(Pixelwise, RandomScenesAgreeInEveryPixel)
     std::size_t covered = 0, empty = 0;
     Frame frame;   // one for all scenes: what it held never shows in the next picture
     for (int seed = 0; seed < count && !HasFailure(); ++seed) {
-        Scenes scenes(static_cast<std::uint64_t>(seed));
+        RandomScenes scenes(static_cast<std::uint64_t>(seed));
         const Handle<Model> model = scenes.model();
         std::vector<Plane> planes;
         for (std::uint32_t i = 0; i < model->facetCount(); ++i) planes.push_back(model->facet(i).plane);

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+
+namespace belvor {
+
+class Outlines;
+
+/// Which lines a render draws over the surfaces, and how. None unless set.
+struct LineStyle {
+    bool curves = false;                  ///< The curves of the model.
+    const Outlines* outlines = nullptr;   ///< Outlines of the model's facets; must outlive the render.
+    bool everyEdge = false;               ///< Of the outlines also those between facets nearly in one plane.
+    int width = 1;                        ///< Pixels: odd, 1 to 15.
+    std::optional<std::array<std::uint8_t, 3>> colour;   ///< Red, green, blue of all lines.
+    bool surfaces = true;   ///< Without, surfaces hide lines but are not drawn themselves.
+
+    bool draws() const noexcept { return curves || outlines; }
+    /// Whether a picture differs from one without lines.
+    bool any() const noexcept { return draws() || !surfaces; }
+};
+
+}   // namespace belvor
