@@ -1,6 +1,7 @@
 #include "readers/dxf/DXF.h"
 
 #include "errors/BadFile.h"
+#include "readers/dxf/DXFEntity.h"
 #include "readers/dxf/DXFObjects.h"
 #include "resources/Texts.h"
 
@@ -24,6 +25,7 @@ DXF::~DXF() = default;
 void DXF::read(Account& account)
 {
     if (!readSections()) account.warn(textOf(Text::drawingBreaksOff));
+    writeAccount(account);
     forgetContents();   // counts what is left to count
     account.notDrawn = skippedEntities.list();
     log().close();
@@ -67,6 +69,14 @@ void DXF::readEntitiesSection()
     constexpr bool dictionaryWanted = false;   // nothing in a drawing's objects reaches the model yet
     if (dictionaryWanted) searchDictionary(*dxfStream);
     readAllEntities();
+}
+
+void DXF::writeAccount(Account& account)
+{
+    addTo(account, tallyOfEntities, tallyOfOrphans, blocks, DXFEntity::isDrawn);
+    if (account.read() == 0) account.warn(textOf(Text::noEntities));
+    else if (builder.model().facetCount() == 0 && offLayers.size() == 1)
+        account.warn(filledText(Text::everythingOff, {*offLayers.begin()}));
 }
 
 const DXFLayer& DXF::findLayer(std::string_view name)

@@ -9,6 +9,7 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -36,6 +37,7 @@ private:
     void read(Account& account);
     bool readSections();
     void readSection(const std::string& name);
+    void writeAccount(Account& account);
     void readEntitiesSection();
     void forgetContents();
 
@@ -54,6 +56,7 @@ private:
     void leaveExpansion();
     void nextCell(DXFExpansion& cell, std::uint64_t cells);
     void walk();
+    void readEntity(DXFTally* tally, std::string_view type);
     void playBack();
     bool countUndrawn(DXFBlock& block, std::uint64_t cells);
     bool passUndrawn(DXFExpansion& cell);
@@ -83,6 +86,14 @@ private:
     std::map<std::string, DXFBlock, std::less<>> blocks;
     std::map<std::string, std::string, std::less<>> texts;   // no reading fills it
     SkippedEntities skippedEntities;
+    DXFTally tallyOfEntities;                       // of all ENTITIES sections
+    DXFTally tallyOfOrphans;                        // of records in the BLOCKS section that stand in no block
+    std::set<std::string, std::less<>> offLayers;   // those that hid something, two at most
+
+    // What became of the entity that is being read.
+    std::optional<SkipReason> reasonOfEntity;
+    DXFBlock* blockOfEntity = nullptr;   // of an INSERT that names one
+    bool blockEntered = false;
 
     // Drawings come in runs of one layer and one material. The names are views of the file.
     const DXFLayer* recentLayer = nullptr;

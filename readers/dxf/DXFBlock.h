@@ -1,6 +1,7 @@
 #pragma once
 
 #include "readers/dxf/DXFDrawing.h"
+#include "readers/dxf/DXFTally.h"
 
 #include <cstdint>
 #include <map>
@@ -84,6 +85,7 @@ struct DXFBlock {
 
     bool expanding = false;   ///< An insertion of it is under way.
     DXFBlockSummary summary;
+    DXFTally tally;
     std::unique_ptr<DXFBlockContents> contents;   ///< Once complete.
 };
 
@@ -99,6 +101,7 @@ struct DXFExpansion {
     DXFPosition back;               ///< Where the reading goes on after a cell.
     bool playing = false;           ///< The block's contents are played back, not read.
     bool summarising = false;       ///< This is the first walk over the block.
+    DXFTally* tally = nullptr;      ///< Where the records count, unless they have been counted before.
     std::size_t nextItem = 0;       ///< Of the contents.
     std::unique_ptr<DXFBlockContents> recording;
 

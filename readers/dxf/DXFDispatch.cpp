@@ -1,6 +1,9 @@
 #include "readers/dxf/DXFEntities.h"
 #include "readers/dxf/DXFPolylines.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace belvor {
 namespace {
 
@@ -24,6 +27,12 @@ constexpr struct {
 };
 
 }   // namespace
+
+bool DXFEntity::isDrawn(std::string_view type) noexcept
+{
+    return std::any_of(std::begin(handlers), std::end(handlers),
+                       [type](const auto& handler) { return handler.type == type; });
+}
 
 void DXFEntity::build()
 {

@@ -12,6 +12,21 @@ using State = DXFBlockSummary::State;
 constexpr std::size_t maxRecordedBytes = std::size_t{64} << 20;   // of all blocks; beyond, text is read again
 constexpr std::size_t itemsBetweenReports = 128;
 
+SkipReason reasonOf(SkippedEntities::Why why) noexcept
+{
+    using Why = SkippedEntities::Why;
+    switch (why) {
+    case Why::layerFrozen: return SkipReason::layerFrozen;
+    case Why::layerOff: return SkipReason::layerOff;
+    case Why::blockEmpty: return SkipReason::blockEmpty;
+    case Why::blockExternal: return SkipReason::blockInAnotherFile;
+    case Why::blockUnknown: return SkipReason::blockUnknown;
+    case Why::blockInItself: return SkipReason::blockInsertsItself;
+    case Why::typeNotDrawn: return SkipReason::typeNotDrawn;
+    default: return SkipReason::noSurface;
+    }
+}
+
 const char* labelOf(const DXFExpansion& expansion) noexcept
 {
     return expansion.block ? "INSERTed block" : "ENTITIES section";
@@ -47,6 +62,10 @@ void DXF::readEntities(const DXFInsertion& insertion)
         met.cells = counted(met.cells, insertion.cells(), 1);
     }
     record([&insertion](DXFBlockContents& contents) { contents.addInsertion(insertion); });
+    blockOfEntity = &block;
+    blockEntered = !block.expanding;
+    if (blockEntered && !expansions.empty() && expansions.back().block)
+        expansions.back().block->tally.entered(block);
     if (block.expanding) {   // not for the record: it depends on who inserts the block
         ++cyclesMet;
         undrawn.countInItself(block, 1);
@@ -82,6 +101,7 @@ void DXF::startCell()
         cell.transform = cell.placement * UniformTransform<3>::translation(offset - base);
     }
     if (log()) logCell(cell);
+    cell.tally = cell.block ? nullptr : &tallyOfEntities;
     if (!cell.block) return;
 
     DXFBlock& block = *cell.block;
@@ -99,6 +119,10 @@ void DXF::startCell()
     log().line("Seek to block at line ", block.entities.line);
     dxfStream->seek(block.entities);
     cell.summarising = block.summary.walks == 0;
+    if (cell.summarising) {
+        block.tally.start();
+        cell.tally = &block.tally;
+    }
     if (++block.summary.walks == 2) cell.recording = std::make_unique<DXFBlockContents>();
 }
 
@@ -227,11 +251,28 @@ void DXF::walk()
             if (log()) log().line(type, " of ", labelOf(expansions.back()), " at line ", dxfStream->line());
             break;
         }
-        DXFEntity entity(*this, dxfStream->readRecord());
-        if (entity.isVisible()) entity.build();
+        if (expansions.back().block && is(type, "BLOCK"))
+            expansions.back().tally = nullptr;   // this block has no end: the next one counts its own
+        readEntity(expansions.back().tally, type);
         if (expansions.size() != depth) return;
     }
     endCell();
+}
+
+/// Draws the current record, and counts it in `tally` unless that is null.
+void DXF::readEntity(DXFTally* tally, std::string_view type)
+{
+    const std::uint32_t facetsBefore = builder.model().facetCount();
+    reasonOfEntity.reset();
+    blockOfEntity = nullptr;
+    DXFEntity entity(*this, dxfStream->readRecord());
+    if (entity.isVisible()) entity.build();
+    if (!tally || !isCountedRecord(type)) return;
+    if (reasonOfEntity)
+        tally->skipped(type, DXFEntity::isDrawn(type) ? *reasonOfEntity : SkipReason::typeNotDrawn);
+    else if (blockOfEntity) tally->inserted(*blockOfEntity, blockEntered);
+    else if (builder.model().facetCount() != facetsBefore) tally->drawn(type);
+    else tally->skipped(type, SkipReason::noSurface);   // its facets were too far out
 }
 
 /// The same from the block's recorded contents.
@@ -277,6 +318,9 @@ void DXF::skip(std::string_view type, SkippedEntities::Why why, std::string_view
     // Records that belong to the entity before them, and the end mark of a file that leaves
     // its section open: nothing is missing from the picture.
     if (type == "VERTEX" || type == "SEQEND" || type == "EOF") return;
+    if (!reasonOfEntity) reasonOfEntity = reasonOf(why);
+    if (why == SkippedEntities::Why::layerOff && DXFEntity::isDrawn(type) && offLayers.size() < 2)
+        offLayers.emplace(what);
     SkippedEntities::Entry& entry = skippedEntities.add(type, why, what);
     if (expansions.back().summarising) ++expansions.back().block->summary.skips[&entry];
 }

@@ -77,6 +77,7 @@ void DXF::addLayer(const DXFRecord& record)
 void DXF::readBlocks()
 {
     DXFBlock* latest = nullptr;   // the record before was its BLOCK
+    DXFTally* tally = &tallyOfOrphans;
     while (dxfStream->nextRecord()) {
         const std::string_view type = dxfStream->type();
         if (latest) latest->isEmpty = type == "ENDSEC" || type == "ENDBLK";
@@ -85,7 +86,14 @@ void DXF::readBlocks()
             log().line("ENDSEC of BLOCKS section at line ", dxfStream->line());
             return;
         }
-        if (type == "BLOCK") latest = &addBlock(dxfStream->readRecord());
+        if (is(type, "BLOCK")) {
+            latest = &addBlock(dxfStream->readRecord());
+            tally = &latest->tally;
+        } else if (is(type, "ENDBLK")) {
+            tally = &tallyOfOrphans;
+        } else if (isCountedRecord(type)) {
+            tally->met(type);
+        }
     }
     if (latest) latest->isEmpty = true;
 }

@@ -104,7 +104,7 @@ TEST(DXF, WarnsOfADrawingThatEndsEarly)
         {"without EOF", section + face + "|0 ENDSEC", 1},
         {"without ENDSEC", section + face + "|0 EOF", 1},
         {"within a block", "0 SECTION|2 BLOCKS|0 BLOCK|2 B|10 0|20 0|30 0|" + face, 1},
-        {"nothing at all", "999 a comment", 1},
+        {"nothing at all", "999 a comment", 2},
     };
     for (const auto& c : cases)
         EXPECT_EQ(readDXF(dxfText(c.groups)).account.warnings.size(), c.warnings) << c.why;

@@ -1,0 +1,97 @@
+#include "readers/dxf/DXFTally.h"
+
+#include "readers/dxf/DXFBlock.h"
+
+#include <set>
+#include <vector>
+
+namespace belvor {
+namespace {
+
+bool drawsItself(const DXFTally& tally) noexcept
+{
+    for (const auto& [type, count] : tally.types)
+        if (count.drawn != 0) return true;
+    return false;
+}
+
+/// The blocks of which an insertion draws something: those that do themselves, and those that insert them.
+std::set<const DXFBlock*> drawingBlocks(const std::map<std::string, DXFBlock, std::less<>>& blocks)
+{
+    std::map<const DXFBlock*, std::vector<const DXFBlock*>> insertedBy;
+    std::vector<const DXFBlock*> found;
+    for (const auto& [name, block] : blocks) {
+        if (drawsItself(block.tally)) found.push_back(&block);
+        for (const auto& [inserted, insertions] : block.tally.insertions)
+            if (insertions.entered) insertedBy[inserted].push_back(&block);
+    }
+    std::set<const DXFBlock*> drawing(found.begin(), found.end());
+    while (!found.empty()) {
+        const DXFBlock* const block = found.back();
+        found.pop_back();
+        for (const DXFBlock* const around : insertedBy[block])
+            if (drawing.insert(around).second) found.push_back(around);
+    }
+    return drawing;
+}
+
+void addWalked(Account& account, const DXFTally& tally, const std::set<const DXFBlock*>& drawing)
+{
+    for (const auto& [type, count] : tally.types) {
+        EntityCount& row = account.entity(type);
+        row.read += count.read;
+        row.drawn += count.drawn;
+        for (std::size_t reason = 0; reason < skipReasonCount; ++reason)
+            row.skipped[reason] += count.skipped[reason];
+    }
+    for (const auto& [block, insertions] : tally.insertions) {
+        EntityCount& row = account.entity("INSERT");
+        row.read += insertions.records;
+        if (!insertions.entered) row.skippedFor(SkipReason::blockInsertsItself) += insertions.records;
+        else if (drawing.contains(block)) row.drawn += insertions.records;
+        else row.skippedFor(SkipReason::noSurface) += insertions.records;
+        account.blocks[std::string(block->name)] += insertions.records;
+    }
+}
+
+void addNeverInserted(Account& account, const DXFTally& tally, bool (*isDrawn)(std::string_view) noexcept)
+{
+    for (const auto& [type, count] : tally.types) {
+        EntityCount& row = account.entity(type);
+        row.read += count.read;
+        row.skippedFor(isDrawn(type) ? SkipReason::blockNeverInserted : SkipReason::typeNotDrawn) +=
+            count.read;
+    }
+}
+
+}   // namespace
+
+bool isCountedRecord(std::string_view type) noexcept
+{
+    return !is(type, "VERTEX") && !is(type, "SEQEND") && !is(type, "ATTRIB") && !is(type, "BLOCK")
+           && !is(type, "ENDBLK") && !is(type, "EOF");
+}
+
+void DXFTally::inserted(DXFBlock& block, bool entered)
+{
+    Insertions& those = insertions[&block];
+    ++those.records;
+    those.entered |= entered;
+    somethingNotEntered |= !entered;
+}
+
+void addTo(Account& account, const DXFTally& entities, const DXFTally& orphans,
+           const std::map<std::string, DXFBlock, std::less<>>& blocks,
+           bool (*isDrawn)(std::string_view type) noexcept)
+{
+    const std::set<const DXFBlock*> drawing = drawingBlocks(blocks);
+    for (const auto& [name, block] : blocks) account.blocks[name] = 0;
+    addWalked(account, entities, drawing);
+    for (const auto& [name, block] : blocks) {
+        if (block.tally.walked) addWalked(account, block.tally, drawing);
+        else addNeverInserted(account, block.tally, isDrawn);
+    }
+    addNeverInserted(account, orphans, isDrawn);
+}
+
+}   // namespace belvor

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "account/Account.h"
+#include "readers/dxf/DXFGroup.h"
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <string_view>
+
+namespace belvor {
+
+struct DXFBlock;
+
+/// Whether a record among the entities is counted: not those that belong to the record before them, and no
+/// end mark.
+bool isCountedRecord(std::string_view type) noexcept;
+
+/// What became of the records of one block, or of the ENTITIES section, by type; of INSERTs by the block
+/// that they name, because what they draw is known only at the end. The names are views of the file.
+class DXFTally {
+public:
+    struct Insertions {
+        std::uint64_t records = 0;
+        bool entered = false;   ///< One of them has been followed, so the block was not around itself.
+    };
+
+    /// Forgets everything, for a new walk.
+    void start()
+    {
+        *this = DXFTally();
+        walked = true;
+    }
+
+    /// Counts a record that was met and no more is known of.
+    void met(std::string_view type) { ++row(type).read; }
+    void drawn(std::string_view type)
+    {
+        EntityCount& count = row(type);
+        ++count.read;
+        ++count.drawn;
+    }
+    void skipped(std::string_view type, SkipReason reason)
+    {
+        EntityCount& count = row(type);
+        ++count.read;
+        ++count.skippedFor(reason);
+    }
+    /// An INSERT of a known block that is not empty; `entered`: it was followed.
+    void inserted(DXFBlock& block, bool entered);
+    /// Later walks and arrays may follow an INSERT that the first walk could not.
+    void entered(DXFBlock& block)
+    {
+        if (somethingNotEntered) insertions[&block].entered = true;
+    }
+
+    bool walked = false;   ///< Else `types` only says how many records of each there are.
+    std::map<std::string_view, EntityCount, std::less<>> types;
+    std::map<DXFBlock*, Insertions> insertions;
+
+private:
+    EntityCount& row(std::string_view type)
+    {
+        if (!recent || !isSameText(recentType, type)) {
+            recent = &types[type];
+            recentType = type;
+        }
+        return *recent;
+    }
+
+    bool somethingNotEntered = false;
+    EntityCount* recent = nullptr;   // drawings come in runs of one type
+    std::string_view recentType;
+};
+
+/// Adds to the account of a whole drawing what stands in the tallies of its ENTITIES sections, of the records
+/// in BLOCKS sections that stand in no block, and of its blocks. `isDrawn` tells which types can be drawn.
+void addTo(Account& account, const DXFTally& entities, const DXFTally& orphans,
+           const std::map<std::string, DXFBlock, std::less<>>& blocks,
+           bool (*isDrawn)(std::string_view type) noexcept);
+
+}   // namespace belvor
