@@ -50,6 +50,12 @@ void Belvor::showView()
             send(windows.sphere, UM_LIGHTMARKER, *marker, handleParameter(windows.sphere));
         else send(windows.sphere, UM_REMOVELIGHTMARKER, number);
     }
+    // A view with fewer lights than the one before: the others are not shown any more.
+    for (std::size_t light = view.lights.size(); light < history.previous().lights.size(); ++light) {
+        const auto number = static_cast<INT_PTR>(light);
+        send(windows.controls, UM_LIGHTINTENSITY, number + 2, 0);
+        send(windows.sphere, UM_REMOVELIGHTMARKER, number);
+    }
 }
 
 void Belvor::redraw(HWND target, int which)

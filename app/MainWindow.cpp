@@ -59,7 +59,11 @@ LRESULT MainWindow::handle(UINT message, WPARAM wParam, LPARAM lParam)
     switch (message) {
     case WM_CREATE: create(*reinterpret_cast<const CREATESTRUCTW*>(lParam)); return 0;
     case WM_SIZE: size(wParam, LOWORD(lParam), HIWORD(lParam)); return 0;
-    case WM_ACTIVATE: activate(LOWORD(wParam) != WA_INACTIVE); break;
+    case WM_ACTIVATE:
+        activate(LOWORD(wParam) != WA_INACTIVE);
+        DefWindowProcW(window, message, wParam, lParam);
+        focus.activated(window, LOWORD(wParam) != WA_INACTIVE);
+        return 0;
     case WM_GETMINMAXINFO: fullScreen.limit(*reinterpret_cast<MINMAXINFO*>(lParam)); return 0;
     case WM_CLOSE: close(); return 0;
     case WM_DESTROY:

@@ -8,6 +8,7 @@
 #include "app/RecentFileList.h"
 #include "app/Saving.h"
 #include "platform/win32/Windows.h"
+#include "ui/panels/FocusRing.h"
 
 #include <shellapi.h>
 
@@ -63,6 +64,7 @@ private:
     Loading loader;
     Dialogs dialogSet;
     FullScreen fullScreen;
+    FocusMemory focus;
     std::optional<ProgressDisplay> progress;   // from the creation of the status bar on
     bool showControls = true;
 };

@@ -126,7 +126,7 @@ void OmbrPicture::finish()
 }
 
 OmbrBuff::OmbrBuff(const std::string& path, Handle<Model> model, Handle<Camera> camera, int width, int height)
-    : Buffer(width),
+    : Buffer(Sizes(*model, width, height).width),   // checked before a row takes memory
       picture(path, std::move(model), std::move(camera), width, height)
 {}
 

@@ -40,6 +40,7 @@ private:
 /// row, without materials, and it takes its name only where no file had it, or an empty one.
 class OmbrBuff : public Buffer {
 public:
+    /// As OmbrPicture; takes no memory for a picture of sizes that do not fit.
     OmbrBuff(const std::string& path, Handle<Model> model, Handle<Camera> camera, int width, int height);
     void lineDone(int row) override;
     void finish() { picture.finish(); }

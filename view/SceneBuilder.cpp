@@ -9,9 +9,6 @@ namespace {
 
 Colour grey(double level) { return {level, level, level}; }
 
-/// The full field of the parallel projection at zoom 1, in radii of the model.
-constexpr double parallelField = 4.6;
-
 }   // namespace
 
 UniformTransform<3> ModelPlace::viewToModel() const noexcept
@@ -37,8 +34,8 @@ Scene buildScene(const ViewParameters& view, const ModelPlace& place, const Imag
            fieldHeight = 2.0 * imageHeight * view.zoom / diagonal;
     const double radius = usableRadius(place.radius);
     if (view.parallel) {
-        fieldWidth = fieldWidth * parallelField * radius;
-        fieldHeight = fieldHeight * parallelField * radius;
+        fieldWidth = fieldWidth * parallelHalfDiagonal * radius;
+        fieldHeight = fieldHeight * parallelHalfDiagonal * radius;
     }
     const Vector<3> sight = view.lookAt - view.eye;
     const CameraView camera{static_cast<std::uint32_t>(width),

@@ -11,8 +11,8 @@ namespace belvor {
 
 /// Where a model lies, as its bounds say.
 struct ModelPlace {
-    Point<3> centre;
-    double radius = 1.0;   ///< As reported; cameras use usableRadius() of it.
+    Point<3> centre;       ///< In model units.
+    double radius = 1.0;   ///< In model units, as reported; cameras use usableRadius() of it.
 
     /// View space to model space.
     UniformTransform<3> viewToModel() const noexcept;
@@ -24,14 +24,17 @@ struct Scene {
     Handle<LightSet> lights;
 };
 
+/// Half the diagonal of the area that a parallel projection shows at zoom 1, in radii of the model.
+inline constexpr double parallelHalfDiagonal = 4.6;
+
 /// The camera and lights of `view` for a window (or image) of `width` × `height` pixels,
-/// each at least 1. The field keeps the proportions of the image file's size.
+/// each at least 1. The field keeps the proportions of the image file's size. Any thread.
 Scene buildScene(const ViewParameters& view, const ModelPlace& place, const ImageSize& image, int width,
                  int height);
 
 enum class Thumbnail { plan, elevation };
 
-/// The fixed camera and lights of a thumbnail panel of `width` × `height` pixels.
+/// The fixed camera and lights of a thumbnail panel of `width` × `height` pixels, each at least 1.
 Scene buildThumbnailScene(Thumbnail which, const ModelPlace& place, int width, int height);
 
 }   // namespace belvor

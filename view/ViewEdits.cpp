@@ -11,7 +11,7 @@ namespace {
 
 ViewParameters changed(const ViewParameters& view, ViewParameters next)
 {
-    if (!next.finite() || next == view) return view;
+    if (!next.finite() || next == view || losesSight(view, next)) return view;
     next.imageSaved = false;
     return next;
 }
@@ -28,6 +28,15 @@ constexpr std::size_t sliderOfFirstLight = 2;
 constexpr std::size_t mostLights = 9;
 
 }   // namespace
+
+bool losesSight(const ViewParameters& view, const ViewParameters& next) noexcept
+{
+    if (next.eye == view.eye && next.lookAt == view.lookAt) return false;
+    double size = 1.0;
+    for (int axis = 0; axis < 3; ++axis)
+        size = std::max({size, std::fabs(next.lookAt[axis]), std::fabs(view.eye[axis])});
+    return (next.eye - next.lookAt).length() <= 1e-12 * size;
+}
 
 ViewParameters moveMarkers(const ViewParameters& view, Thumbnail panel, const ViewMarkers& asked)
 {
@@ -126,17 +135,15 @@ ViewParameters zoomBy(const ViewParameters& view, double factor)
 ViewParameters setIntensity(const ViewParameters& view, std::size_t slider, int position)
 {
     if (slider >= sliderOfFirstLight + mostLights) return view;
-    const double intensity = sliderToIntensity(std::clamp(position, 0, 21));
+    position = std::clamp(position, 0, 21);
     ViewParameters next = view;
-    if (slider == 0) {
-        next.skyIntensity = intensity;
-    } else if (slider == 1) {
-        next.groundIntensity = intensity;
-    } else {
-        const std::size_t light = slider - sliderOfFirstLight;
-        if (light >= next.lights.size()) next.lights.resize(light + 1);
-        next.lights[light].intensity = intensity;
-    }
+    if (slider >= sliderOfFirstLight && slider - sliderOfFirstLight >= next.lights.size())
+        next.lights.resize(slider - sliderOfFirstLight + 1);
+    double& intensity = slider == 0   ? next.skyIntensity
+                        : slider == 1 ? next.groundIntensity
+                                      : next.lights[slider - sliderOfFirstLight].intensity;
+    // A thumb that is let go where it was: the intensity keeps the digits that no position stands for.
+    if (intensityToSlider(intensity) != position) intensity = sliderToIntensity(position);
     return changed(view, next);
 }
 

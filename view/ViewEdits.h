@@ -10,8 +10,13 @@
 namespace belvor {
 
 // What the user asks for in a panel or the drawing area, as a new view record. Only what
-// was moved is computed anew: a request that moves nothing, cannot be met or would make a
-// number infinite answers the view as it was, bit for bit. A changed view is not saved yet.
+// was moved is computed anew: a request that moves nothing, cannot be met, would make a
+// number infinite or put the eye on the look-at point answers the view as it was, bit for
+// bit. A changed view is not saved yet.
+
+/// Whether `next` moves the eye and the look-at point onto each other, but for rounding: then
+/// there is no line of sight, and nothing in the panels could turn or move the eye away again.
+bool losesSight(const ViewParameters& view, const ViewParameters& next) noexcept;
 
 /// The eye and the look-at point dragged in the plan or elevation panel; the coordinate that
 /// the panel does not show is kept.
@@ -36,7 +41,8 @@ ViewParameters lookAtPixel(const ViewParameters& view, const Camera& camera,
 ViewParameters zoomBy(const ViewParameters& view, double factor);
 
 /// The intensity that a slider stands for: slider 0 is the sky, 1 the ground, 2 the first
-/// parallel light. Positions are clamped to 0…21. A slider beyond the last light adds lights
+/// parallel light. Positions are clamped to 0…21. The position that shows the present
+/// intensity changes nothing. A slider beyond the last light adds lights
 /// that are off, up to nine of them in all; further sliders are ignored.
 ViewParameters setIntensity(const ViewParameters& view, std::size_t slider, int position);
 

@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <exception>
 #include <initializer_list>
+#include <memory>
 #include <string_view>
 
 namespace belvor {
@@ -17,6 +18,8 @@ namespace {
 
 constexpr std::string_view header = "Belvor View Parameters 1.0";
 constexpr std::size_t longestHeader = 39;
+/// Bytes behind the header that are read. The numbers of a view take less than a thousandth of it.
+constexpr std::size_t longestFile = 1 << 20;
 
 /// Six significant digits in general notation, as a stream writes them, in the C locale.
 void append(std::string& text, double value)
@@ -65,6 +68,15 @@ bool startsWithHeader(std::string_view text)
 {
     const std::string_view line = text.substr(0, text.find('\n'));
     return line.size() <= longestHeader && line == header;
+}
+
+/// Appends up to `most` bytes; false when they cannot be read.
+bool readMore(std::FILE* file, std::size_t most, std::string& bytes)
+{
+    const std::size_t held = bytes.size();
+    bytes.resize(held + most);
+    bytes.resize(held + std::fread(&bytes[held], 1, most, file));
+    return std::ferror(file) == 0;
 }
 
 bool readLight(Scanner<>& scanner, ParallelLightSetting& light)
@@ -121,8 +133,10 @@ try {
 
 bool ViewParameters::read(const std::string& path, const Point<3>& centre, double modelRadius)
 {
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(openFile(path, "rb"), std::fclose);
     std::string bytes;
-    return readWholeFile(path, bytes) && parse(bytes, centre, modelRadius);
+    return file && readMore(file.get(), header.size() + 2, bytes) && startsWithHeader(asText(bytes))
+           && readMore(file.get(), longestFile, bytes) && parse(bytes, centre, modelRadius);
 }
 
 bool ViewParameters::parse(const std::string& bytes, const Point<3>& centre, double modelRadius)

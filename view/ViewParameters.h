@@ -40,7 +40,8 @@ struct ViewParameters {
     /// the one that was there is as it was.
     bool write(const std::string& path, const Point<3>& centre, double radius) const;
     /// Reads a parameter file into this record. False, silently, when it cannot be opened or
-    /// its header is another; what is missing behind the header keeps its value.
+    /// its header is another; what is missing behind the header keeps its value. A file with
+    /// another header is not read beyond it, any other no further than a megabyte.
     bool read(const std::string& path, const Point<3>& centre, double radius);
     /// The same from a parameter file's bytes.
     bool parse(const std::string& bytes, const Point<3>& centre, double radius);

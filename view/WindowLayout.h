@@ -1,14 +1,9 @@
 #pragma once
 
+#include "view/PixelArea.h"
 #include "view/ViewCommands.h"
 
 namespace belvor {
-
-/// In pixels of the main window's client area.
-struct PixelArea {
-    int x = 0, y = 0, width = 0, height = 0;
-    friend bool operator==(const PixelArea&, const PixelArea&) noexcept = default;
-};
 
 /// What decides where the main window's children lie.
 struct WindowShape {

@@ -37,6 +37,17 @@ TEST(OmbrFile, RefusesPicturesItCannotNumber)
     EXPECT_THROW(OmbrFile("no/such/folder/x.omb", 1, 1, "v", {}), OmbrFile::Error);
 }
 
+TEST(OmbrBuff, TakesNoMemoryForAPictureThatDoesNotFit)
+{
+    const test::TempFile target("large.omb");
+    const Handle<Model> model = test::thingsModel(test::boxText);
+    const Handle<Camera> camera = buildScene(freshView(), test::placeOf(*model), {24, 18}, 24, 18).camera;
+    for (const int size : {2147483647, 100000000, 0, -1}) {
+        EXPECT_THROW(OmbrBuff(target.path(), model, camera, size, 75), OmbrFile::Error) << size;
+        EXPECT_THROW(OmbrBuff(target.path(), model, camera, 100, size), OmbrFile::Error) << size;
+    }
+}
+
 TEST(OmbrBuff, AbandonedEndsWithItsDirectoriesAndTakesNoFilesPlace)
 {
     const Handle<Model> model = test::thingsModel(test::boxText);

@@ -95,6 +95,7 @@ TEST(ViewParameters, RefuseOtherHeaders)
     for (const auto& c : cases)
         EXPECT_EQ(ViewParameters().read(TempFile("header.bvp", c.text).path(), {}, 1), c.good) << c.why;
     EXPECT_FALSE(ViewParameters().read("no/such/view.bvp", {}, 1));
+    EXPECT_FALSE(ViewParameters().read("/dev/zero", {}, 1)) << "without reading to an end that never comes";
 }
 
 TEST(ViewParameters, KeepWhatAShortFileDoesNotSay)
@@ -120,6 +121,7 @@ TEST(ViewParameters, KeepWhatAShortFileDoesNotSay)
          0.9,
          true,
          {1, 2, 3, 4, 5}},
+        {"behind the first megabyte", std::string(2 << 20, ' ') + "2 4 6 2 4 6 0.5", -1, 0.8, 0.4, false, {}},
         {"zoom too large for a double", "2 4 6 2 4 6 1e999 1", 0, most, 0.4, false, {}},
     };
     for (const auto& c : cases) {

@@ -1,5 +1,6 @@
 #include "view/ViewEdits.h"
 
+#include "view/Intensity.h"
 #include "view/SceneBuilder.h"
 #include "view/ViewCommands.h"
 
@@ -135,6 +136,44 @@ TEST(ViewEdits, SphereAndSlidersChangeTheEyeAndTheLights)
     EXPECT_EQ(nine.lights[8], (ParallelLightSetting{-30, 60, 1}));
     for (const std::size_t slider : {std::size_t{11}, static_cast<std::size_t>(-1)})
         expectUntouched(setIntensity(view, slider, 11), view, "a stray message must not allocate");
+}
+
+TEST(ViewEdits, ASliderLetGoWhereItStandsChangesNothing)
+{
+    ViewParameters view = wholeModelView();   // sky 0.4 and light 0.6 stand between two positions
+    view.lights[1].intensity = 0.05;          // shown as off
+    for (std::size_t slider = 0; slider < 7; ++slider) {
+        const double intensity = slider == 0   ? view.skyIntensity
+                                 : slider == 1 ? view.groundIntensity
+                                               : view.lights[slider - 2].intensity;
+        const int position = intensityToSlider(intensity);
+        expectUntouched(setIntensity(view, slider, position), view, "let go where it was");
+        EXPECT_NE(setIntensity(view, slider, position + 1), view) << slider;
+    }
+}
+
+TEST(ViewEdits, AnEyeOnTheLookAtPointIsRefused)
+{
+    for (const bool parallel : {false, true}) {
+        ViewParameters view = wholeModelView(parallel);
+        view.eye = {-1.0, -2.0, 0.25};
+        view.lookAt = {0.5, 0.75, 0.25};   // level: the plan shows all of the distance
+        ViewMarkers plan = viewMarkers(view, Thumbnail::plan);
+        plan.eyeH = plan.lookAtH, plan.eyeV = plan.lookAtV;
+        expectUntouched(moveMarkers(view, Thumbnail::plan, plan), view, "the eye on the cross");
+        plan = viewMarkers(view, Thumbnail::plan);
+        plan.lookAtH = plan.eyeH, plan.lookAtV = plan.eyeV;
+        expectUntouched(moveMarkers(view, Thumbnail::plan, plan), view, "the cross on the eye");
+        EyeSlideRecord slide = eyeSlideRecord(view);
+        slide.eye = slide.lookAt;
+        expectUntouched(moveAlongSight(view, slide), view, "on the slide");
+    }
+    ViewParameters blind = wholeModelView();   // as a parameter file may say
+    blind.eye = blind.lookAt;
+    EXPECT_NE(setIntensity(blind, 0, 20), blind) << "other requests hold";
+    ViewMarkers away = viewMarkers(blind, Thumbnail::plan);
+    away.eyeH = 0.5;
+    EXPECT_NE(moveMarkers(blind, Thumbnail::plan, away), blind) << "the way out";
 }
 
 TEST(ViewEdits, ClickInThePictureMovesTheLookAtPoint)

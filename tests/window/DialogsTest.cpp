@@ -220,6 +220,7 @@ TEST_F(DialogsTest, SurvivesWhateverIsTyped)
     startWith(boxModel());
     const Picture whole = rendered(boxModel());
     const std::vector<std::pair<int, const char*>> cases[] = {
+        {{ID_EYEX, "1"}, {ID_EYEX + 1, "2"}, {ID_EYEX + 2, "3"}},   // on the look-at point
         {{ID_ZOOM, "0"}},
         {{ID_ZOOM, "180"}},
         {{ID_EYEX, "abc"}},
@@ -228,7 +229,6 @@ TEST_F(DialogsTest, SurvivesWhateverIsTyped)
         {{ID_ZOOM, "1e-300"}},
         {{ID_SKY, "1e300"}},
         {{ID_LIGHT, "-5"}},
-        {{ID_EYEX, "1"}, {ID_EYEX + 1, "2"}, {ID_EYEX + 2, "3"}},   // on the look-at point
     };
     for (const auto& fields : cases) {
         openView();

@@ -50,6 +50,13 @@ std::string keyName(WORD code)
     case VK_UP: return "Up";
     case VK_DOWN: return "Down";
     case VK_F1: return "F1";
+    case VK_LEFT: return "Left";
+    case VK_RIGHT: return "Right";
+    case VK_HOME: return "Home";
+    case VK_END: return "End";
+    case VK_TAB: return "Tab";
+    case VK_SPACE: return "space";
+    case VK_RETURN: return "Return";
     default: return std::string(1, static_cast<char>(code | 0x20));   // a letter
     }
 }

@@ -177,6 +177,11 @@ TEST_F(PanelsTest, SlidersSetIntensitiesAndFollowThem)
             EXPECT_EQ(program().send(panel(slider++), TBM_GETPOS), position) << slider - 1;
     };
     expectPositions({7, 1, 9, 0, 0, 0, 0});
+    const std::string before = savedParameters();
+    RECT thumb{};
+    program().sendRecord(panel(ID_SLIDER), TBM_GETTHUMBRECT, 0, &thumb, sizeof thumb);
+    dragMouse(panel(ID_SLIDER), {{(thumb.left + thumb.right) / 2, (thumb.top + thumb.bottom) / 2}});
+    EXPECT_EQ(savedParameters(), before) << "a thumb that is pressed and let go changes nothing";
     dragMouse(panel(ID_SLIDER), {{sizeOf(panel(ID_SLIDER)).cx - 14, 9}});   // one page, four steps up
     program().send(panel(ID_SLIDER + 4), TBM_SETPOS, TRUE, 21);
     program().send(program().child(ID_CONTROLS), WM_HSCROLL, MAKEWPARAM(TB_ENDTRACK, 0),
@@ -309,6 +314,20 @@ TEST_F(PanelsTest, AnInterruptedDragLeavesTheScreenAndTheViewAsTheyWere)
         EXPECT_TRUE(eventually([&] { return screenOf(d.window) == untouched; }, 3000)) << d.why;
     }
     EXPECT_EQ(savedParameters(), before);
+}
+
+TEST_F(PanelsTest, AViewWithFewerLightsTakesTheOthersAway)
+{
+    startWith(boxModel());
+    program().send(program().main(), UM_LIGHTINTENSITY, 2, 0);   // the first light would cover the other
+    moveMouse(program().child(ID_STATUSBAR), 5, 5);
+    const HWND sphere = panel(ID_SPHERE);
+    RedrawWindow(sphere, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+    const Picture before = screenOf(sphere);
+    program().send(program().main(), UM_LIGHTINTENSITY, 8, 15);   // the seventh light: there are five
+    EXPECT_TRUE(eventually([&] { return screenOf(sphere) != before; }, 2000)) << "its marker shows";
+    program().command(ID_PREVIOUSVIEW);
+    EXPECT_TRUE(eventually([&] { return screenOf(sphere) == before; }, 2000)) << "and goes";
 }
 
 TEST_F(PanelsTest, ADragDuringARenderLeavesNoTrace)

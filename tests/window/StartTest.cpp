@@ -43,7 +43,7 @@ TEST_F(WindowTest, StartsEmptyWithEverythingInPlace)
     const struct {
         int number;
         const wchar_t *className, *name;
-        Place place;
+        PixelArea place;
     } panels[] = {
         {ID_PLAN, L"Plan", L"Plan", strip.plan},
         {ID_ELEVATION, L"Plan", L"Elevation", strip.elevation},

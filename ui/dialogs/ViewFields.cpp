@@ -1,15 +1,13 @@
 #include "ui/dialogs/ViewFields.h"
 
 #include "calcore/Angle.h"
+#include "view/ViewEdits.h"
 
 #include <algorithm>
 #include <cmath>
 
 namespace belvor {
 namespace {
-
-/// Radii from edge to edge of the area that a parallel view shows at zoom 1, halved.
-constexpr double parallelExtent = 4.6;
 
 double& lightMember(ParallelLightSetting& light, int member) noexcept
 {
@@ -28,7 +26,7 @@ double ViewFields::shownCoordinate(const Point<3>& p, int axis) const noexcept
     return (p[axis] * viewRadius() + place.centre[axis]) * units.scale;
 }
 
-double ViewFields::parallelUnit() const noexcept { return units.scale * parallelExtent * viewRadius(); }
+double ViewFields::parallelUnit() const noexcept { return units.scale * parallelHalfDiagonal * viewRadius(); }
 
 std::optional<double> ViewFields::value(int field, bool parallelProjection) const
 {
@@ -51,6 +49,10 @@ ViewParameters ViewFields::applied(const ViewParameters& current, const Typed& t
     result.imageSaved = false;
     applyPosition(result.eye, typed, eye);
     applyPosition(result.lookAt, typed, lookAt);
+    if (losesSight(current, result)) {
+        result.eye = current.eye;
+        result.lookAt = current.lookAt;
+    }
     if (parallelProjection != view.parallel) result.parallel = parallelProjection;
     if (typed[zoom]) applyZoom(result.zoom, *typed[zoom], parallelProjection);
     take(result.skyIntensity, typed[sky]);
@@ -77,7 +79,7 @@ void ViewFields::applyZoom(double& value, double typed, bool parallelProjection)
 {
     if (parallelProjection) {
         const double unit = parallelUnit();
-        if (unit != 0.0 && std::isfinite(unit)) take(value, typed / unit);
+        if (unit != 0.0 && std::isfinite(unit) && typed / unit >= 0.0) take(value, typed / unit);
     } else if (typed >= 0.0 && typed < 180.0) {
         take(value, std::tan(toRadians(typed) / 2.0));
     }

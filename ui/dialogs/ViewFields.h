@@ -39,7 +39,8 @@ public:
 
     /// `current` with what was typed, and with the projection when it is another than at the
     /// start; the zoom is understood in that projection. What was not typed keeps its exact
-    /// value. A number from which no finite value follows is ignored.
+    /// value. A number from which no finite value follows is ignored, and so is a negative zoom.
+    /// An eye on the look-at point leaves both where they are.
     ViewParameters applied(const ViewParameters& current, const Typed& typed, bool parallelProjection) const;
 
 private:

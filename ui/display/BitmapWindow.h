@@ -5,7 +5,8 @@
 namespace belvor {
 
 /// The state of a window that shows a rendered bitmap of exactly its client size: the
-/// drawing area and the plan and elevation panels derive from it, it alone first.
+/// drawing area and the plan and elevation panels derive from it first: bitmapOf() takes the
+/// window's state for it. Hence the virtual function: a base that has some lies before one that has none.
 class BitmapWindow {
 public:
     explicit BitmapWindow(HWND owner) noexcept : window(owner) {}
@@ -14,6 +15,8 @@ public:
     const Handle<DibSection>& bitmap() const noexcept { return dib; }
 
 protected:
+    virtual ~BitmapWindow() = default;
+
     /// WM_CREATE: the first bitmap.
     void create(const CREATESTRUCTW& record);
     /// WM_SIZE: whether the size is one to show, neither minimised nor without area.

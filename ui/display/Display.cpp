@@ -3,6 +3,7 @@
 #include "platform/Win32Error.h"
 #include "platform/win32/Window.h"
 #include "resources/ids.h"
+#include "ui/ClientSize.h"
 #include "ui/Messages.h"
 
 #include <windowsx.h>
@@ -68,10 +69,10 @@ void Display::paint()
 
 void Display::press(PixelPoint at, bool left)
 {
-    const PixelSize before = clientSize();
+    const PixelSize before = clientSize(window);
     SendMessageW(GetParent(window), WM_COMMAND, ID_LEAVEFULLSCREEN, handleParameter(window));
     if (!left) return cancel();
-    if (clientSize() != before) return;   // full screen is over and the point lies elsewhere now
+    if (clientSize(window) != before) return;   // full screen is over and the point lies elsewhere now
     cancel();
     zoomDrag.press(at);
     SetCapture(window);
@@ -92,7 +93,7 @@ void Display::release(PixelPoint at)
     removeBand();
     ReleaseCapture();
     if (outcome == ZoomDrag::Outcome::click) send(GetParent(window), UM_DISPLAYCLICK, pressed.x, pressed.y);
-    else send(GetParent(window), UM_DISPLAYZOOM, zoomFactor(at, clientSize()));
+    else send(GetParent(window), UM_DISPLAYZOOM, zoomFactor(at, clientSize(window)));
 }
 
 void Display::cancel()
@@ -106,7 +107,7 @@ void Display::cancel()
 void Display::showBand()
 {
     const WindowDC dc(window);
-    const PixelSize client = clientSize();
+    const PixelSize client = clientSize(window);
     if (!dc || client.width < 1 || client.height < 1) return;
     band = zoomRectangle(zoomDrag.anchor(), client);
     xorRectangle(dc.get(), *band);
@@ -122,12 +123,6 @@ void Display::removeBand()
     const SavedDC saved(dc.get());
     clipToOutline(dc.get(), *shown);
     copyTo(dc.get());
-}
-
-PixelSize Display::clientSize() const noexcept
-{
-    RECT client;
-    return GetClientRect(window, &client) ? PixelSize{client.right, client.bottom} : PixelSize{};
 }
 
 void registerDisplay(HINSTANCE module)

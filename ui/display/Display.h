@@ -22,7 +22,6 @@ private:
     void cancel();
     void showBand();
     void removeBand();
-    PixelSize clientSize() const noexcept;
 
     ZoomDrag zoomDrag;
     std::optional<PixelRect> band;   // the rubber rectangle as it stands on the screen

@@ -30,7 +30,6 @@ public:
     void cancel() noexcept;
 
     bool idle() const noexcept { return state == State::idle; }
-    bool dragging() const noexcept { return state == State::dragging; }
     /// Where the press was, or the drag is now; (−1, −1) when idle.
     PixelPoint anchor() const noexcept { return place; }
 

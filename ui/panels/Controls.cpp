@@ -3,6 +3,7 @@
 #include "platform/Win32Error.h"
 #include "platform/win32/Window.h"
 #include "resources/ids.h"
+#include "ui/ClientSize.h"
 #include "ui/Messages.h"
 #include "ui/panels/EyeSlide.h"
 #include "ui/panels/FocusRing.h"
@@ -16,6 +17,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 namespace belvor {
 namespace {
@@ -42,9 +44,9 @@ HWND createSlider(HWND parent, int index) noexcept
     return slider;
 }
 
-bool move(HWND child, const Place& place) noexcept
+bool move(HWND child, const PixelArea& area) noexcept
 {
-    return MoveWindow(child, place.x, place.y, place.width, place.height, TRUE);
+    return MoveWindow(child, area.x, area.y, area.width, area.height, TRUE);
 }
 
 }   // namespace
@@ -56,6 +58,7 @@ LRESULT Controls::handle(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_SIZE: size(); return 0;
     case WM_PAINT: paint(); return 0;
     case WM_ENABLE: toolbar.enable(wParam != FALSE); return 0;
+    case WM_SHOWWINDOW: keepFocus(wParam != FALSE); break;
     case WM_HSCROLL: sliderMoved(LOWORD(wParam), reinterpret_cast<HWND>(lParam)); return 0;
     case WM_NOTIFY: notify(lParam); break;
     case WM_COMMAND:   // of the toolbar, and a panel's wish to be drawn
@@ -133,6 +136,19 @@ void Controls::sliderMoved(int code, HWND slider) const
 void Controls::setSlider(WPARAM slider, LPARAM position) const
 {
     if (slider < sliders.size()) SendMessageW(sliders[slider], TBM_SETPOS, TRUE, position);
+}
+
+/// Keys must not move what is hidden. When the strip comes back, so does the focus, unless it has gone
+/// elsewhere.
+void Controls::keepFocus(bool shown)
+{
+    HWND const focus = GetFocus(), parent = GetParent(window);
+    if (!shown && IsChild(window, focus)) {
+        hiddenFocus = focus;
+        SetFocus(parent);
+    } else if (shown && focus == parent && hiddenFocus) {
+        SetFocus(std::exchange(hiddenFocus, nullptr));
+    }
 }
 
 /// A slider knows no end of a drag but the release of the button. Where its thumb is to stand

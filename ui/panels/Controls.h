@@ -20,6 +20,7 @@ public:
 private:
     void create(const CREATESTRUCTW& record);
     void size();
+    void keepFocus(bool shown);
     void paint() const;
     void sliderMoved(int code, HWND slider) const;
     void setSlider(WPARAM slider, LPARAM position) const;
@@ -29,6 +30,7 @@ private:
     HWND window;
     HWND plan = nullptr, elevation = nullptr, stereogram = nullptr, eyeSlide = nullptr;
     std::array<HWND, controlSliders> sliders{};
+    HWND hiddenFocus = nullptr;   // the child that had the focus when the strip was hidden
     ViewToolbar toolbar;
     ControlsLayout layout;
     bool endingDrag = false;   // what a slider tells meanwhile is no request

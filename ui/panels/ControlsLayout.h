@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/panels/Pixels.h"
+#include "view/PixelArea.h"
 
 #include <array>
 #include <cstddef>
@@ -10,22 +11,19 @@ namespace belvor {
 constexpr int controlSliders = 7;   // sky, ground, five parallel lights
 constexpr int swatches = 5;         // one beside each parallel light
 
-/// The place of a child window.
-struct Place {
-    int x = 0, y = 0, width = 0, height = 0;
-    friend bool operator==(const Place&, const Place&) noexcept = default;
-};
-
-/// Where everything in the control strip stands. In a strip that is too low or narrow some
-/// sizes come out negative and the frame upside down; nothing is then seen of those.
+/// Where everything in the control strip lies, in pixels of the strip's client area. In a strip
+/// that is too low or narrow some sizes are negative and the frame ends above its beginning;
+/// nothing is then seen of those.
 struct ControlsLayout {
-    int gapX = 0, gapY = 0;
-    Place toolbar, eyeSlide, plan, elevation, sphere;
-    std::array<Place, controlSliders> sliders;
-    PixelRect groupFrame, separator;
-    std::array<PixelRect, swatches> colours;
+    int gapX = 0, gapY = 0;   ///< Between the parts.
+    PixelArea toolbar, eyeSlide, plan, elevation, sphere;
+    std::array<PixelArea, controlSliders> sliders;   ///< In the order of their control numbers.
+    PixelRect groupFrame;                            ///< About the sliders.
+    PixelRect separator;   ///< Its top edge divides the sky and ground sliders from the lights.
+    std::array<PixelRect, swatches> colours;   ///< Of the lights, from light 1 on.
 };
 
+/// The layout for a strip of that size. Any thread.
 ControlsLayout layOutControls(PixelSize client) noexcept;
 
 }   // namespace belvor

@@ -5,10 +5,7 @@
 #include "resources/ids.h"
 #include "ui/Messages.h"
 #include "ui/panels/Markers.h"
-
-#include <windowsx.h>
-
-#include <utility>
+#include "ui/panels/PanelPainting.h"
 
 namespace belvor {
 namespace {
@@ -35,20 +32,12 @@ void drawCentreLine(HDC dc, const std::vector<PixelLine>& pieces) noexcept
 
 LRESULT EyeSlide::handle(UINT message, WPARAM wParam, LPARAM lParam)
 {
-    const int x = GET_X_LPARAM(lParam), y = GET_Y_LPARAM(lParam);
-    if (endsDrag(message, wParam)) cancel();
+    if (drag.handle(message, wParam, lParam)) return TRUE;
     switch (message) {
     case WM_CREATE: create(); return 0;
     case WM_SIZE: size(); return 0;
     case WM_ERASEBKGND: return 1;   // painting covers everything
     case WM_PAINT: paint(); return 0;
-    case WM_SETCURSOR:
-        if (capture.setCursor()) return TRUE;
-        break;
-    case WM_LBUTTONDBLCLK:   // the second press of two quick drags
-    case WM_LBUTTONDOWN: press(x, y, (wParam & MK_SHIFT) != 0); break;
-    case WM_MOUSEMOVE: drawTo(y); break;
-    case WM_LBUTTONUP: release(y); break;
     case WM_COMMAND:
         if (HIWORD(wParam) == BN_CLICKED) step(LOWORD(wParam) == ID_RETREAT);
         return 0;
@@ -69,7 +58,6 @@ void EyeSlide::create()
 
 void EyeSlide::size()
 {
-    cancel();
     const PixelSize client = clientSize(window);
     MoveWindow(advanceButton.handle(), 0, 0, client.width, buttonHeight(), TRUE);
     MoveWindow(retreatButton.handle(), 0, client.height - buttonHeight(), client.width, buttonHeight(), TRUE);
@@ -86,7 +74,7 @@ void EyeSlide::paint()
         const RECT all{0, 0, client.width, client.height};
         FillRect(dc, &all, GetSysColorBrush(COLOR_BTNFACE));
         if (scale().usable()) tools = drawMarkers(dc, client);
-        ghost.paint(dc);
+        drag.paint(dc);
     }
     toolTips.show(std::move(tools));
 }
@@ -113,38 +101,25 @@ std::vector<Tool> EyeSlide::drawMarkers(HDC dc, PixelSize client) const
     return tools;
 }
 
-void EyeSlide::press(int x, int y, bool shift)
+bool EyeSlide::takeMarker(const PanelMouse& press)
 {
-    cancel();
-    drag = hitMarker(record, scale(), x, y, shift);
-    if (drag == MarkerDrag::none) return;
-    capture.take(window, LoadCursorW(nullptr, IDC_SIZENS));
-    drawTo(y);
+    taken = hitMarker(record, scale(), press.at.x, press.at.y, press.shift);
+    return taken != MarkerDrag::none;
 }
 
-void EyeSlide::drawTo(int y)
+Ghost::Shape EyeSlide::ghostAt(const PanelMouse& mouse) const
 {
-    if (drag == MarkerDrag::none) return;
-    lastY = y;
     const SlideScale along = scale();
-    ghost.show(DraggedMarkers{along.x, slideGhost(record, drag, along, y)});
+    const SlideGhost markers = slideGhost(record, taken, along, mouse.at.y);
+    const PixelPoint eye{along.x, markers.eyeY}, lookAt{along.x, markers.lookAtY};
+    const PixelDirection sight = markers.lookAt ? directionBetween(eye, lookAt, up) : up;
+    return [=](HDC dc) {
+        if (markers.eye) drawEyeGlyph(dc, eyeGlyph(eye, sight));
+        if (markers.lookAt) drawCross(dc, lookAt, true);
+    };
 }
 
-void EyeSlide::release(int y)
-{
-    if (drag == MarkerDrag::none) return;
-    const EyeSlideRecord request = draggedSlide(record, drag, scale(), y);
-    cancel();
-    ask(request);
-}
-
-void EyeSlide::cancel()
-{
-    if (std::exchange(drag, MarkerDrag::none) == MarkerDrag::none)
-        return;   // giving back the capture comes here again
-    ghost.show(std::nullopt);
-    capture.giveBack();
-}
+void EyeSlide::askFor(const PanelMouse& release) { ask(draggedSlide(record, taken, scale(), release.at.y)); }
 
 void EyeSlide::step(bool retreat)
 {
@@ -162,14 +137,7 @@ void EyeSlide::show(const EyeSlideRecord& shown)
     if (record == shown) return;
     record = shown;
     InvalidateRect(window, nullptr, TRUE);
-    drawTo(lastY);
-}
-
-void EyeSlide::DraggedMarkers::draw(HDC dc) const
-{
-    const PixelPoint eye{x, markers.eyeY}, lookAt{x, markers.lookAtY};
-    if (markers.eye) drawEyeGlyph(dc, eyeGlyph(eye, markers.lookAt ? directionBetween(eye, lookAt, up) : up));
-    if (markers.lookAt) drawCross(dc, lookAt, true);
+    drag.redraw();
 }
 
 void EyeSlide::notify(LPARAM lParam)

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ui/panels/ArrowButton.h"
-#include "ui/panels/PanelPainting.h"
+#include "ui/panels/PanelDrag.h"
 #include "ui/panels/SlideScale.h"
 #include "ui/panels/ToolTips.h"
 #include "view/PanelRecords.h"
@@ -11,26 +11,19 @@
 namespace belvor {
 
 /// The eye slide: the view along its line of sight, with two buttons that step the eye.
-class EyeSlide {
+class EyeSlide : private PanelDrag::Markers {
 public:
-    explicit EyeSlide(HWND owner) noexcept : window(owner), ghost(owner), toolTips(owner) {}
+    explicit EyeSlide(HWND owner) noexcept : window(owner), drag(owner, *this, IDC_SIZENS), toolTips(owner) {}
     LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
 
 private:
-    struct DraggedMarkers {
-        int x;
-        SlideGhost markers;
-        void draw(HDC dc) const;
-    };
-
     void create();
     void size();
     void paint();
     std::vector<Tool> drawMarkers(HDC dc, PixelSize client) const;
-    void press(int x, int y, bool shift);
-    void drawTo(int y);
-    void release(int y);
-    void cancel();
+    bool takeMarker(const PanelMouse& press) override;
+    Ghost::Shape ghostAt(const PanelMouse& mouse) const override;
+    void askFor(const PanelMouse& release) override;
     void step(bool retreat);
     void ask(const EyeSlideRecord& request);
     void show(const EyeSlideRecord& shown);
@@ -41,10 +34,8 @@ private:
     ArrowButton advanceButton, retreatButton;
     // What is shown before any model: the whole model under an angle of 65 degrees.
     EyeSlideRecord record{0.61132125765973, 0.0, 1.1344640137963, 0.29516723530087, -0.29516723530087, false};
-    MarkerDrag drag = MarkerDrag::none;
-    int lastY = 0;
-    Ghost<DraggedMarkers> ghost;
-    DragCapture capture;
+    MarkerDrag taken = MarkerDrag::none;
+    PanelDrag drag;
     ToolTips toolTips;
 };
 

@@ -60,4 +60,14 @@ void focusNextControl(HWND controls, bool backwards) noexcept
     SetFocus(*next);
 }
 
+void FocusMemory::activated(HWND mainWindow, bool active) noexcept
+{
+    HWND const focus = GetFocus();
+    if (!active) {
+        kept = IsChild(mainWindow, focus) ? focus : nullptr;
+    } else if (kept && focus == mainWindow && IsWindowVisible(kept) && IsWindowEnabled(kept)) {
+        SetFocus(kept);
+    }
+}
+
 }   // namespace belvor

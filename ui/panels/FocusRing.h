@@ -13,4 +13,15 @@ void makeFocusRing(HWND controls) noexcept;
 /// nothing while the strip is hidden or disabled.
 void focusNextControl(HWND controls, bool backwards) noexcept;
 
+/// Keeps the focus of a main window's child while another window is active: a dialog, or one of
+/// another program. The system gives it to the main window itself when that becomes active again.
+class FocusMemory {
+public:
+    /// WM_ACTIVATE of `mainWindow`, after the system's own treatment of it.
+    void activated(HWND mainWindow, bool active) noexcept;
+
+private:
+    HWND kept = nullptr;
+};
+
 }   // namespace belvor

@@ -5,11 +5,8 @@
 #include "resources/ids.h"
 #include "ui/Messages.h"
 #include "ui/panels/Markers.h"
+#include "ui/panels/PanelPainting.h"
 #include "ui/panels/PlanGeometry.h"
-
-#include <windowsx.h>
-
-#include <utility>
 
 namespace belvor {
 namespace {
@@ -23,29 +20,19 @@ void drawSightLines(HDC dc, PixelPoint eye, PixelPoint lookAt, bool parallel)
 
 }   // namespace
 
-Plan::Plan(HWND owner) noexcept : BitmapWindow(owner), ghost(owner), toolTips(owner) {}
-
-void Plan::RubberLine::draw(HDC dc) const { drawLine(dc, line); }
+Plan::Plan(HWND owner) noexcept : BitmapWindow(owner), drag(owner, *this, IDC_CROSS), toolTips(owner) {}
 
 LRESULT Plan::handle(UINT message, WPARAM wParam, LPARAM lParam)
 {
-    const int x = GET_X_LPARAM(lParam), y = GET_Y_LPARAM(lParam);
-    if (endsDrag(message, wParam)) cancel();
+    if (drag.handle(message, wParam, lParam)) return TRUE;
     switch (message) {
     case WM_CREATE: create(*reinterpret_cast<const CREATESTRUCTW*>(lParam)); return 0;
     case WM_SIZE:
-        cancel();
         InvalidateRect(window, nullptr, TRUE);   // frame and markers move, with or without a new picture
         if (accepted(wParam, lParam)) resize(LOWORD(lParam), HIWORD(lParam));
         return 0;
     case WM_ERASEBKGND: return 1;   // painting covers everything
     case WM_PAINT: paint(); return 0;
-    case WM_SETCURSOR:
-        if (capture.setCursor()) return TRUE;
-        break;
-    case WM_LBUTTONDOWN: press(x, y, (wParam & MK_SHIFT) != 0); break;
-    case WM_MOUSEMOVE: drawTo(x, y); break;
-    case WM_LBUTTONUP: release(x, y); break;
     case WM_NOTIFY: notify(lParam); break;
     case UM_VIEWMARKERS: show(payload(UM_VIEWMARKERS, wParam)); return 0;
     }
@@ -67,7 +54,7 @@ void Plan::paint()
             drawCross(dc, lookAt);
             drawEyeGlyph(dc, glyph);
             drawSightLines(dc, eye, lookAt, markers.parallel);
-            ghost.paint(dc);   // comes to stand only where this paints
+            drag.paint(dc);   // redrawn only inside the area being painted
         }
     }
     const bool plan = GetDlgCtrlID(window) == ID_PLAN;
@@ -76,37 +63,24 @@ void Plan::paint()
     toolTips.show({{eyeTool, eyeTool, glyph.bounds()}, {lookAtTool, lookAtTool, around(lookAt)}});
 }
 
-void Plan::press(int x, int y, bool shift)
+bool Plan::takeMarker(const PanelMouse& press)
 {
-    cancel();
-    drag = hitMarker(markers, clientSize(window), x, y, shift);
-    if (drag == MarkerDrag::none) return;
-    capture.take(window, LoadCursorW(nullptr, IDC_CROSS));
-    drawTo(x, y);
+    taken = hitMarker(markers, clientSize(window), press.at.x, press.at.y, press.shift);
+    return taken != MarkerDrag::none;
 }
 
-void Plan::drawTo(int x, int y)
+Ghost::Shape Plan::ghostAt(const PanelMouse& mouse) const
 {
-    if (drag == MarkerDrag::none) return;
-    last = {x, y};
-    ghost.show(RubberLine{rubberLine(markers, drag, clientSize(window), x, y)});
+    const PixelLine line = rubberLine(markers, taken, clientSize(window), mouse.at.x, mouse.at.y);
+    return [line](HDC dc) { drawLine(dc, line); };
 }
 
-void Plan::release(int x, int y)
+void Plan::askFor(const PanelMouse& release)
 {
-    if (drag == MarkerDrag::none) return;
-    const ViewMarkers request = draggedMarkers(markers, drag, clientSize(window), x, y);
-    cancel();
+    const ViewMarkers request =
+        draggedMarkers(markers, taken, clientSize(window), release.at.x, release.at.y);
     send(GetParent(window), UM_VIEWMARKERS, request,
          GetDlgCtrlID(window));   // the markers move when the answer comes
-}
-
-void Plan::cancel()
-{
-    if (std::exchange(drag, MarkerDrag::none) == MarkerDrag::none)
-        return;   // giving back the capture comes here again
-    ghost.show(std::nullopt);
-    capture.giveBack();
 }
 
 void Plan::show(const ViewMarkers& shown)
@@ -114,7 +88,7 @@ void Plan::show(const ViewMarkers& shown)
     if (markers == shown) return;
     markers = shown;
     InvalidateRect(window, nullptr, TRUE);
-    drawTo(last.x, last.y);
+    drag.redraw();
 }
 
 void Plan::notify(LPARAM lParam)

@@ -1,7 +1,8 @@
 #pragma once
 
 #include "ui/display/BitmapWindow.h"
-#include "ui/panels/PanelPainting.h"
+#include "ui/panels/PanelDrag.h"
+#include "ui/panels/Pixels.h"
 #include "ui/panels/ToolTips.h"
 #include "view/PanelRecords.h"
 
@@ -9,30 +10,22 @@ namespace belvor {
 
 /// The plan and the elevation panel: a thumbnail of the model under the two markers, which
 /// the mouse drags. Which of the two it is, its control number says.
-class Plan : public BitmapWindow {
+class Plan : public BitmapWindow, private PanelDrag::Markers {
 public:
     explicit Plan(HWND owner) noexcept;
     LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
 
 private:
-    struct RubberLine {
-        PixelLine line;
-        void draw(HDC dc) const;
-    };
-
     void paint();
-    void press(int x, int y, bool shift);
-    void drawTo(int x, int y);
-    void release(int x, int y);
-    void cancel();
+    bool takeMarker(const PanelMouse& press) override;
+    Ghost::Shape ghostAt(const PanelMouse& mouse) const override;
+    void askFor(const PanelMouse& release) override;
     void show(const ViewMarkers& shown);
     void notify(LPARAM lParam);
 
     ViewMarkers markers{-0.5, 0.5, 0.0, 0.0, false};
-    MarkerDrag drag = MarkerDrag::none;
-    PixelPoint last;   // of the mouse, while dragging
-    Ghost<RubberLine> ghost;
-    DragCapture capture;
+    MarkerDrag taken = MarkerDrag::none;
+    PanelDrag drag;
     ToolTips toolTips;
 };
 

@@ -29,9 +29,10 @@ SphereDisc::SphereDisc(PixelSize client) noexcept
 PixelPoint SphereDisc::toPixel(const SphereDirection& direction) const noexcept
 {
     const Angle bearing = Angle::degrees(direction.bearing);
-    const double fromZenith = (90.0 - std::fabs(std::trunc(direction.elevation))) * (-4.0 / 90.0);
-    return {centre.x - truncatedPixel(bearing.sin() * radiusX * fromZenith),
-            centre.y - truncatedPixel(bearing.cos() * radiusY * fromZenith)};
+    const double fromZenith = 90.0 - std::fabs(std::trunc(direction.elevation));
+    // Multiplied from left to right: in another order some products fall short of a whole pixel.
+    return {centre.x - truncatedPixel(bearing.sin() * radiusX * fromZenith * (-4.0 / 90.0)),
+            centre.y - truncatedPixel(bearing.cos() * radiusY * fromZenith * (-4.0 / 90.0))};
 }
 
 SphereDirection SphereDisc::toDirection(int x, int y, SphereKeys keys) const noexcept
@@ -103,7 +104,7 @@ SphereDirection turnedEye(const SphereDirection& eye, SphereArrow arrow, bool la
     return eye;
 }
 
-ArrowPlace arrowPlace(SphereArrow arrow, PixelSize client, const ArrowSizes& s) noexcept
+PixelArea arrowArea(SphereArrow arrow, PixelSize client, const ArrowSizes& s) noexcept
 {
     const int middle = (client.width - s.verticalWidth) / 2, bottom = client.height - 2;
     switch (arrow) {

@@ -2,6 +2,7 @@
 
 #include "ui/panels/Pixels.h"
 #include "view/PanelRecords.h"
+#include "view/PixelArea.h"
 
 #include <array>
 #include <cstddef>
@@ -70,11 +71,7 @@ SphereDirection turnedEye(const SphereDirection& eye, SphereArrow arrow, bool la
 struct ArrowSizes {
     int verticalWidth, verticalHeight, horizontalWidth, horizontalHeight;
 };
-struct ArrowPlace {
-    int x, y, width, height;
-    friend bool operator==(const ArrowPlace&, const ArrowPlace&) noexcept = default;
-};
 /// A cross of arrows at the bottom centre of the panel.
-ArrowPlace arrowPlace(SphereArrow arrow, PixelSize client, const ArrowSizes& sizes) noexcept;
+PixelArea arrowArea(SphereArrow arrow, PixelSize client, const ArrowSizes& sizes) noexcept;
 
 }   // namespace belvor

@@ -5,8 +5,7 @@
 #include "resources/ids.h"
 #include "ui/Messages.h"
 #include "ui/panels/Markers.h"
-
-#include <windowsx.h>
+#include "ui/panels/PanelPainting.h"
 
 #include <utility>
 
@@ -26,7 +25,7 @@ constexpr struct {
     {L"Up", ID_EYEUP, ID_TOOLEYEUP, SystemArrow::up},
 };
 
-SphereKeys keysOf(WPARAM flags) noexcept { return {(flags & MK_SHIFT) != 0, (flags & MK_CONTROL) != 0}; }
+SphereKeys keysOf(const PanelMouse& mouse) noexcept { return {mouse.shift, mouse.control}; }
 
 EyeGlyph glyphAt(PixelPoint eye, PixelPoint centre) noexcept
 {
@@ -37,26 +36,12 @@ EyeGlyph glyphAt(PixelPoint eye, PixelPoint centre) noexcept
 
 LRESULT Stereogram::handle(UINT message, WPARAM wParam, LPARAM lParam)
 {
-    const int x = GET_X_LPARAM(lParam), y = GET_Y_LPARAM(lParam);
-    if (endsDrag(message, wParam)) cancel();
+    if (drag.handle(message, wParam, lParam)) return TRUE;
     switch (message) {
     case WM_CREATE: create(); return 0;
     case WM_SIZE: size(); return 0;
     case WM_ERASEBKGND: return 1;   // painting covers everything
     case WM_PAINT: paint(); return 0;
-    case WM_SETCURSOR:
-        if (capture.setCursor()) return TRUE;
-        break;
-    case WM_LBUTTONDBLCLK:   // the second press of two quick drags
-    case WM_LBUTTONDOWN: press(x, y, keysOf(wParam)); break;
-    case WM_MOUSEMOVE: drawTo(x, y, keysOf(wParam)); break;
-    case WM_LBUTTONUP: release(x, y, keysOf(wParam)); break;
-    case WM_KEYDOWN:
-        if (wParam == VK_CONTROL) setBelow(true);
-        break;
-    case WM_KEYUP:
-        if (wParam == VK_CONTROL) setBelow(false);
-        break;
     case WM_COMMAND:
         if (HIWORD(wParam) == BN_CLICKED) turn(LOWORD(wParam));
         return 0;
@@ -77,12 +62,11 @@ void Stereogram::create()
 
 void Stereogram::size()
 {
-    cancel();
     const ArrowSizes sizes{GetSystemMetrics(SM_CXVSCROLL), GetSystemMetrics(SM_CYVSCROLL),
                            GetSystemMetrics(SM_CXHSCROLL), GetSystemMetrics(SM_CYHSCROLL)};
     for (std::size_t i = 0; i < buttons.size(); ++i) {
-        const ArrowPlace place = arrowPlace(static_cast<SphereArrow>(i), clientSize(window), sizes);
-        if (!MoveWindow(buttons[i].handle(), place.x, place.y, place.width, place.height, TRUE))
+        const PixelArea area = arrowArea(static_cast<SphereArrow>(i), clientSize(window), sizes);
+        if (!MoveWindow(buttons[i].handle(), area.x, area.y, area.width, area.height, TRUE))
             throw Win32Error("Stereogram::WM_SIZE");
     }
 }
@@ -100,7 +84,7 @@ void Stereogram::paint()
         DrawEdge(dc, &all, EDGE_ETCHED, BF_RECT);
         const SphereDisc shown = disc();
         if (shown.usable()) tools = drawMarkers(dc, shown);
-        ghost.paint(dc);
+        drag.paint(dc);
     }
     toolTips.show(std::move(tools));
 }
@@ -135,45 +119,26 @@ std::vector<Tool> Stereogram::drawMarkers(HDC dc, const SphereDisc& shown) const
     return tools;
 }
 
-void Stereogram::press(int x, int y, SphereKeys keys)
+bool Stereogram::takeMarker(const PanelMouse& press)
 {
-    cancel();
-    dragItem = hitItem(markers, disc(), x, y);
-    if (dragItem < 0) return;
-    capture.take(window, LoadCursorW(nullptr, IDC_SIZEALL));
-    drawTo(x, y, keys);
+    taken = hitItem(markers, disc(), press.at.x, press.at.y);
+    return taken >= 0;
 }
 
-void Stereogram::drawTo(int x, int y, SphereKeys keys)
+Ghost::Shape Stereogram::ghostAt(const PanelMouse& mouse) const
 {
-    if (dragItem < 0) return;
     const SphereDisc on = disc();
-    ghost.show(DraggedItem{dragItem, on.toPixel(on.toDirection(x, y, keys)), on.centre, keys.below});
+    const PixelPoint place = on.toPixel(on.toDirection(mouse.at.x, mouse.at.y, keysOf(mouse)));
+    return [place, centre = on.centre, item = taken, below = mouse.control](HDC dc) {
+        if (item > 0) return drawLight(dc, place, item - 1, below);
+        if (below) drawBelowCircle(dc, place);
+        drawEyeGlyph(dc, glyphAt(place, centre));
+    };
 }
 
-/// Ctrl pressed (again and again while it is held) or released.
-void Stereogram::setBelow(bool below)
+void Stereogram::askFor(const PanelMouse& release)
 {
-    auto next = ghost.onScreen();
-    if (!next || next->below == below) return;
-    next->below = below;
-    ghost.show(next);
-}
-
-void Stereogram::release(int x, int y, SphereKeys keys)
-{
-    const int item = dragItem;
-    if (item < 0) return;
-    const SphereDirection asked = disc().toDirection(x, y, keys);
-    cancel();
-    ask(asked, item);
-}
-
-void Stereogram::cancel()
-{
-    if (std::exchange(dragItem, -1) < 0) return;   // giving back the capture comes here again
-    ghost.show(std::nullopt);
-    capture.giveBack();
+    ask(disc().toDirection(release.at.x, release.at.y, keysOf(release)), taken);
 }
 
 void Stereogram::turn(int button)
@@ -194,12 +159,7 @@ void Stereogram::invalidate(bool changed)
     if (changed) InvalidateRect(window, nullptr, TRUE);
 }
 
-void Stereogram::DraggedItem::draw(HDC dc) const
-{
-    if (item > 0) return drawLight(dc, place, item - 1, below);
-    if (below) drawBelowCircle(dc, place);
-    drawEyeGlyph(dc, glyphAt(place, centre));
-}
+SphereDisc Stereogram::disc() const noexcept { return SphereDisc(clientSize(window)); }
 
 void Stereogram::notify(LPARAM lParam)
 {

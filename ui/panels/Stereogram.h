@@ -1,51 +1,43 @@
 #pragma once
 
 #include "ui/panels/ArrowButton.h"
-#include "ui/panels/PanelPainting.h"
+#include "ui/panels/PanelDrag.h"
 #include "ui/panels/SphereProjection.h"
 #include "ui/panels/ToolTips.h"
 #include "view/PanelRecords.h"
 
 #include <array>
+#include <vector>
 
 namespace belvor {
 
 /// The light-direction sphere: the eye and the lights as seen from above, with four buttons
 /// that turn the eye.
-class Stereogram {
+class Stereogram : private PanelDrag::Markers {
 public:
-    explicit Stereogram(HWND owner) noexcept : window(owner), ghost(owner), toolTips(owner) {}
+    explicit Stereogram(HWND owner) noexcept : window(owner), drag(owner, *this, IDC_SIZEALL), toolTips(owner)
+    {}
     LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
 
 private:
-    struct DraggedItem {
-        int item;
-        PixelPoint place, centre;
-        bool below;
-        void draw(HDC dc) const;
-    };
-
     void create();
     void size();
     void paint();
     std::vector<Tool> drawMarkers(HDC dc, const SphereDisc& disc) const;
-    void press(int x, int y, SphereKeys keys);
-    void drawTo(int x, int y, SphereKeys keys);
-    void setBelow(bool below);
-    void release(int x, int y, SphereKeys keys);
-    void cancel();
+    bool takeMarker(const PanelMouse& press) override;
+    Ghost::Shape ghostAt(const PanelMouse& mouse) const override;
+    void askFor(const PanelMouse& release) override;
     void turn(int button);
     void ask(const SphereDirection& direction, int item);
     void invalidate(bool changed);
     void notify(LPARAM lParam);
-    SphereDisc disc() const noexcept { return SphereDisc(clientSize(window)); }
+    SphereDisc disc() const noexcept;
 
     HWND window;
     std::array<ArrowButton, 4> buttons;   // in the order of SphereArrow
     SphereMarkers markers;
-    int dragItem = -1;
-    Ghost<DraggedItem> ghost;
-    DragCapture capture;
+    int taken = -1;   // the item that is dragged
+    PanelDrag drag;
     ToolTips toolTips;
 };
 

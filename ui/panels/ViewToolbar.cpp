@@ -88,8 +88,10 @@ LRESULT ViewToolbar::handle(UINT message, WPARAM wParam, LPARAM lParam)
         InvalidateRect(window, nullptr, TRUE);
         break;
     case WM_PAINT: {
+        const GdiObject<HRGN> painted(CreateRectRgn(0, 0, 0, 0));
+        GetUpdateRgn(window, painted.get(), FALSE);
         const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
-        if (GetFocus() == window) drawFocus();
+        if (GetFocus() == window) drawFocus(painted.get());
         return result;
     }
     }
@@ -124,7 +126,8 @@ void ViewToolbar::choose(int button)
     InvalidateRect(window, nullptr, TRUE);
 }
 
-void ViewToolbar::drawFocus() const
+/// The rectangle inverts what is below it: it may only be drawn where the buttons have just been painted.
+void ViewToolbar::drawFocus(HRGN painted) const
 {
     RECT place;
     const WindowDC dc(window);
@@ -132,6 +135,8 @@ void ViewToolbar::drawFocus() const
         || !SendMessageW(window, TB_GETITEMRECT, static_cast<WPARAM>(chosen),
                          reinterpret_cast<LPARAM>(&place)))
         return;
+    const SavedDC saved(dc.get());
+    SelectClipRgn(dc.get(), painted);
     InflateRect(&place, -3, -3);
     DrawFocusRect(dc.get(), &place);
 }

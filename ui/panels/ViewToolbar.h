@@ -23,7 +23,7 @@ private:
     LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
     bool key(WPARAM key);
     void choose(int button);
-    void drawFocus() const;
+    void drawFocus(HRGN painted) const;
 
     HWND window = nullptr;
     int chosen = 0;   // the button that the keyboard works on

@@ -90,7 +90,8 @@ TEST(ViewFields, TheZoomIsReadInTheProjectionThatIsChosen)
         {"a negative angle", -1, 10, false, view.zoom},
         {"an infinite angle", infinity, 10, false, view.zoom},
         {"a width", 184, 10, true, 2.0},
-        {"a negative width", -92, 10, true, -1.0},
+        {"a negative width", -92, 10, true, view.zoom},
+        {"a negative width in negative units", -184, -10, true, 2.0},
         {"an infinite width", infinity, 10, true, view.zoom},
         {"a width at scale 0", 5, 0, true, view.zoom},
     };
@@ -121,6 +122,17 @@ TEST(ViewFields, NumbersThatLeadNowhereAreIgnored)
         EXPECT_EQ(fields.applied(view, c.typed, false), view) << c.why;
         EXPECT_FALSE(fields.value(15, false)) << c.why;
     }
+}
+
+TEST(ViewFields, AnEyeOnTheLookAtPointStaysWhereItIs)
+{
+    const ViewParameters view = someView();
+    const ViewFields fields(view, {{1, 2, 3}, 2.0}, {10.0, 0});
+    ViewParameters next = fields.applied(view, typing({{0, 12}, {1, 16}, {2, 36}, {7, 0.9}}), false);
+    EXPECT_EQ(next.eye, view.eye);
+    EXPECT_EQ(next.skyIntensity, 0.9) << "what else was typed holds";
+    next = fields.applied(view, typing({{0, 50}, {1, 50}, {2, 50}, {3, 50}, {4, 50}, {5, 50}}), false);
+    EXPECT_EQ(next, view) << "both typed";
 }
 
 TEST(ViewFields, AModelWithoutSizeHasPositionsOfRadiusOne)

@@ -9,7 +9,7 @@ TEST(ControlsLayout, PlacesEverythingByTheStripsSize)
     // Limited by the width, by the height (the left column grows), far too small.
     const struct {
         PixelSize client;
-        Place toolbar, eyeSlide, elevation, sphere, second, third, last;
+        PixelArea toolbar, eyeSlide, elevation, sphere, second, third, last;
         PixelRect frame, lastColour;
     } cases[] = {
         {{176, 520},
@@ -48,7 +48,7 @@ TEST(ControlsLayout, PlacesEverythingByTheStripsSize)
         const auto why = ::testing::Message() << c.client.width << " x " << c.client.height;
         EXPECT_EQ(layout.toolbar, c.toolbar) << why;
         EXPECT_EQ(layout.eyeSlide, c.eyeSlide) << why;
-        EXPECT_EQ(layout.plan, (Place{c.elevation.x, 0, c.elevation.width, c.elevation.height})) << why;
+        EXPECT_EQ(layout.plan, (PixelArea{c.elevation.x, 0, c.elevation.width, c.elevation.height})) << why;
         EXPECT_EQ(layout.elevation, c.elevation) << why;
         EXPECT_EQ(layout.sphere, c.sphere) << why;
         EXPECT_EQ(layout.sliders[1], c.second) << why;

@@ -25,6 +25,11 @@ TEST(SphereProjection, DirectionsToPixels)
     };
     for (const auto& c : cases)
         EXPECT_EQ(disc.toPixel({c.bearing, c.elevation}), c.pixel) << c.bearing << ", " << c.elevation;
+    // A whole number of pixels, which the product falls short of in another order.
+    const SphereDisc larger({92, 124}), small({84, 116});   // radii 11 and 10
+    EXPECT_EQ(larger.toPixel({-30, 0}), (PixelPoint{46 - 22, 46 + 38}));
+    EXPECT_EQ(larger.toPixel({-150, 45}), (PixelPoint{46 - 11, 46 - 19}));
+    EXPECT_EQ(small.toPixel({-150, 0}), (PixelPoint{42 - 20, 42 - 34}));
     EXPECT_EQ(SphereDisc({94, 126}).ring(1), (PixelRect{36, 36, 58, 58}));
     EXPECT_FALSE(SphereDisc({11, 43}).usable());
 }
@@ -83,7 +88,7 @@ TEST(SphereProjection, ArrowsStandInACrossAndTurnTheEye)
         SphereArrow arrow;
         bool large;
         SphereDirection turned;
-        ArrowPlace place;
+        PixelArea place;
     } cases[] = {
         {SphereArrow::right, false, {180.5, 89}, {66, 127, 15, 18}},
         {SphereArrow::left, true, {174.5, 89}, {34, 127, 15, 18}},
@@ -92,6 +97,6 @@ TEST(SphereProjection, ArrowsStandInACrossAndTurnTheEye)
     };
     for (const auto& c : cases) {
         EXPECT_EQ(turnedEye({179.5, 89}, c.arrow, c.large), c.turned) << static_cast<int>(c.arrow);
-        EXPECT_EQ(arrowPlace(c.arrow, {115, 147}, {17, 16, 15, 18}), c.place) << static_cast<int>(c.arrow);
+        EXPECT_EQ(arrowArea(c.arrow, {115, 147}, {17, 16, 15, 18}), c.place) << static_cast<int>(c.arrow);
     }
 }

@@ -1,0 +1,115 @@
+#include "ui/panels/PanelDrag.h"
+
+#include "ui/panels/PanelPainting.h"
+
+#include <windowsx.h>
+
+#include <utility>
+
+namespace belvor {
+namespace {
+
+PanelMouse mouseOf(WPARAM flags, LPARAM lParam) noexcept
+{
+    return {{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}, (flags & MK_SHIFT) != 0, (flags & MK_CONTROL) != 0};
+}
+
+bool endsDrag(UINT message, WPARAM wParam) noexcept
+{
+    return message == WM_SIZE || message == WM_KILLFOCUS || message == WM_CAPTURECHANGED
+           || (message == WM_KEYDOWN && wParam == VK_ESCAPE);
+}
+
+}   // namespace
+
+void Ghost::show(Shape next)
+{
+    const Shape former = std::exchange(shown, std::move(next));
+    const WindowDC dc(window);
+    if (!dc) return;
+    const SavedDC saved(dc.get());
+    clipToPanel(dc.get(), window);
+    SetROP2(dc.get(), R2_NOTXORPEN);
+    if (former) former(dc.get());
+    if (shown) shown(dc.get());
+}
+
+void Ghost::paint(HDC dc) const
+{
+    if (!shown) return;
+    const SavedDC saved(dc);
+    SetROP2(dc, R2_NOTXORPEN);
+    shown(dc);
+}
+
+PanelDrag::PanelDrag(HWND panel, Markers& panelMarkers, const wchar_t* cursorNumber) noexcept
+    : window(panel),
+      markers(panelMarkers),
+      cursor(LoadCursorW(nullptr, cursorNumber)),
+      ghost(panel)
+{}
+
+bool PanelDrag::handle(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (endsDrag(message, wParam)) cancel();
+    switch (message) {
+    case WM_LBUTTONDBLCLK:   // the second press of two quick drags
+    case WM_LBUTTONDOWN: press(mouseOf(wParam, lParam)); break;
+    case WM_MOUSEMOVE: move(mouseOf(wParam, lParam)); break;
+    case WM_LBUTTONUP: release(mouseOf(wParam, lParam)); break;
+    case WM_KEYDOWN: setKey(wParam, true); break;
+    case WM_KEYUP: setKey(wParam, false); break;
+    case WM_SETCURSOR:
+        if (dragging) SetCursor(cursor);
+        return dragging;
+    }
+    return false;
+}
+
+void PanelDrag::redraw()
+{
+    if (dragging) ghost.show(markers.ghostAt(last));
+}
+
+void PanelDrag::press(const PanelMouse& mouse)
+{
+    cancel();
+    if (!markers.takeMarker(mouse)) return;
+    dragging = true;
+    formerFocus = SetFocus(window);
+    SetCapture(window);
+    SetCursor(cursor);
+    move(mouse);
+}
+
+void PanelDrag::move(const PanelMouse& mouse)
+{
+    last = mouse;
+    redraw();
+}
+
+/// A key changes what the release would ask for, so the ghost follows it without a motion. Comes
+/// again and again while the key is held.
+void PanelDrag::setKey(WPARAM key, bool held)
+{
+    if (!dragging || (key != VK_SHIFT && key != VK_CONTROL)) return;
+    bool& state = key == VK_SHIFT ? last.shift : last.control;
+    if (std::exchange(state, held) != held) redraw();
+}
+
+void PanelDrag::release(const PanelMouse& mouse)
+{
+    if (!dragging) return;
+    cancel();
+    markers.askFor(mouse);
+}
+
+void PanelDrag::cancel()
+{
+    if (!std::exchange(dragging, false)) return;   // giving back the capture comes here again
+    ghost.show({});
+    if (GetCapture() == window) ReleaseCapture();
+    if (GetFocus() == window) SetFocus(IsWindow(formerFocus) ? formerFocus : GetAncestor(window, GA_ROOT));
+}
+
+}   // namespace belvor
