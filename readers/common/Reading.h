@@ -7,8 +7,15 @@
 
 namespace belvor {
 
+/// By which rules a DXF drawing is read; for other formats they are the same.
+enum class ReadingRules {
+    strict,   ///< The documented ones: a drawing is shown whole or not at all.
+    modern,   ///< As programs write drawings today: more kinds of surfaces.
+};
+
 /// How a file is to be read.
 struct ReadingOptions {
+    ReadingRules rules = ReadingRules::strict;
     bool log = false;   ///< Write a diagnostic log beside the file, where the format has one.
 };
 

@@ -7,15 +7,17 @@
 
 namespace belvor {
 
-DXF::DXF(const std::string& fileName, Reporter& reporter, const ReadingOptions& options, Account& account)
-    : dxfStream(DXFStream::open(fileName, reporter, options.log))
+DXF::DXF(const std::string& fileName, Reporter& reporter, const ReadingOptions& how, Account& account)
+    : options(how),
+      dxfStream(DXFStream::open(fileName, reporter, how.log))
 {
     read(account);
 }
 
-DXF::DXF(std::string_view bytes, const std::string& fileName, Reporter& reporter,
-         const ReadingOptions& options, Account& account)
-    : dxfStream(DXFStream::over(bytes, fileName, reporter, options.log))
+DXF::DXF(std::string_view bytes, const std::string& fileName, Reporter& reporter, const ReadingOptions& how,
+         Account& account)
+    : options(how),
+      dxfStream(DXFStream::over(bytes, fileName, reporter, how.log))
 {
     read(account);
 }
@@ -73,7 +75,8 @@ void DXF::readEntitiesSection()
 
 void DXF::writeAccount(Account& account)
 {
-    addTo(account, tallyOfEntities, tallyOfOrphans, blocks, DXFEntity::isDrawn);
+    const auto isDrawn = [this](std::string_view type) { return DXFEntity::isDrawn(type, options.rules); };
+    addTo(account, tallyOfEntities, tallyOfOrphans, blocks, isDrawn);
     if (account.read() == 0) account.warn(textOf(Text::noEntities));
     else if (builder.model().facetCount() == 0 && offLayers.size() == 1)
         account.warn(filledText(Text::everythingOff, {*offLayers.begin()}));

@@ -23,10 +23,10 @@ class DXF final : private DXFDrawing {
 public:
     /// Reads the whole file (UTF-8 name), reporting one stage of progress. Throws BadFile,
     /// Win32Error, Reporter::Abandoned, std::bad_alloc.
-    DXF(const std::string& fileName, Reporter& reporter, const ReadingOptions& options, Account& account);
+    DXF(const std::string& fileName, Reporter& reporter, const ReadingOptions& how, Account& account);
     /// The same from bytes that only need to last for the call; `fileName` is for messages and the log.
-    DXF(std::string_view bytes, const std::string& fileName, Reporter& reporter,
-        const ReadingOptions& options, Account& account);
+    DXF(std::string_view bytes, const std::string& fileName, Reporter& reporter, const ReadingOptions& how,
+        Account& account);
     ~DXF();
 
     /// What was read; to be taken once.
@@ -67,19 +67,23 @@ private:
     template <class Add>
     void record(Add add);
     void addMapped(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat,
-                   const AffineTransform<3>& transform);
+                   const AffineTransform<3>& transform, std::span<const std::uint32_t> loopEnds);
+    void addLoops(const Material& material, const Plane& plane, std::span<const Point<3>> corners,
+                  std::span<const std::uint32_t> loopEnds);
 
     DXFStream& stream() override { return *dxfStream; }
+    ReadingRules rules() const noexcept override { return options.rules; }
     DXFLog& log() { return dxfStream->log(); }
     const DXFLayer& findLayer(std::string_view name) override;
     Material& findMaterial(std::string_view key) override;
     void nameMaterial(std::string_view key, std::string_view name) override;
-    void placeFacet(const Material& material, std::span<const Point<3>> corners,
-                    const DXFAxes* flat) override;
+    void placeFacet(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat,
+                    std::span<const std::uint32_t> loopEnds) override;
     void readEntities(const DXFInsertion& insertion) override;
     const DXFBlock* findBlock(std::string_view name) override;
     void skip(std::string_view type, SkippedEntities::Why why, std::string_view what) override;
 
+    const ReadingOptions options;
     ModelBuilder builder;
     std::unique_ptr<DXFStream> dxfStream;   // during construction
     std::map<std::string, DXFLayer, std::less<>> layers;

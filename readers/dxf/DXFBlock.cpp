@@ -3,8 +3,13 @@
 namespace belvor {
 
 void DXFBlockContents::addFacet(const Material& material, std::span<const Point<3>> itsCorners,
-                                const DXFAxes* itsFlat)
+                                const DXFAxes* itsFlat, std::span<const std::uint32_t> itsLoopEnds)
 {
+    std::int32_t loops = -1;
+    if (!itsLoopEnds.empty()) {
+        loopEnds.emplace_back(itsLoopEnds.begin(), itsLoopEnds.end());
+        loops = static_cast<std::int32_t>(loopEnds.size() - 1);
+    }
     std::int32_t flat = -1;
     if (itsFlat) {
         // Most blocks lie in one plane: the axes are kept once for a run of facets.
@@ -13,7 +18,7 @@ void DXFBlockContents::addFacet(const Material& material, std::span<const Point<
         flat = static_cast<std::int32_t>(flats.size() - 1);
     }
     items.emplace_back(Facet{&material, static_cast<std::uint32_t>(corners.size()),
-                             static_cast<std::uint32_t>(itsCorners.size()), flat});
+                             static_cast<std::uint32_t>(itsCorners.size()), flat, loops});
     corners.insert(corners.end(), itsCorners.begin(), itsCorners.end());
 }
 

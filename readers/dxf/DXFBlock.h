@@ -20,14 +20,16 @@ public:
     struct Facet {
         const Material* material;
         std::uint32_t firstCorner, cornerCount;
-        std::int32_t flat;   ///< Index in `flats`, or −1 for world +z.
+        std::int32_t flat;    ///< Index in `flats`, or −1 for world +z.
+        std::int32_t loops;   ///< Index in `loopEnds`, or −1 for a single loop.
     };
     struct MaterialName {
         std::string_view key, name;
     };
     using Item = std::variant<Facet, DXFInsertion*, MaterialName>;
 
-    void addFacet(const Material& material, std::span<const Point<3>> itsCorners, const DXFAxes* itsFlat);
+    void addFacet(const Material& material, std::span<const Point<3>> itsCorners, const DXFAxes* itsFlat,
+                  std::span<const std::uint32_t> itsLoopEnds);
     void addInsertion(const DXFInsertion& insertion);
     void addMaterialName(std::string_view key, std::string_view name)
     {
@@ -38,12 +40,19 @@ public:
         return {corners.data() + facet.firstCorner, facet.cornerCount};
     }
 
+    std::span<const std::uint32_t> loopEndsOf(const Facet& facet) const noexcept
+    {
+        if (facet.loops < 0) return {};
+        return loopEnds[static_cast<std::size_t>(facet.loops)];
+    }
+
     /// About the bytes taken.
     std::size_t size() const noexcept;
 
     std::vector<Item> items;
     std::vector<Point<3>> corners;
     std::vector<DXFAxes> flats;
+    std::vector<std::vector<std::uint32_t>> loopEnds;
     std::vector<std::unique_ptr<DXFInsertion>> insertions;
 };
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "calcore/Transform.h"
+#include "readers/common/Reading.h"
 #include "readers/dxf/DXFLoops.h"
 #include "readers/dxf/DXFStream.h"
 #include "readers/dxf/SkippedEntities.h"
@@ -54,6 +55,7 @@ struct DXFBlock;
 class DXFDrawing {
 public:
     virtual DXFStream& stream() = 0;
+    virtual ReadingRules rules() const noexcept = 0;
 
     /// The layer of that name, added with its defaults when there is none.
     virtual const DXFLayer& findLayer(std::string_view name) = 0;
@@ -63,10 +65,12 @@ public:
 
     /// Adds a facet with these corners, mapped by the transform in force. `flat` gives its
     /// normal where the corners have none: the axes of its entity, or null for world +z.
-    void addFacet(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat)
+    /// With `loopEnds` the corners are those of several loops, one after another: holes are loops too.
+    void addFacet(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat,
+                  std::span<const std::uint32_t> loopEnds = {})
     {
         ++facetsGiven;
-        placeFacet(material, corners, flat);
+        placeFacet(material, corners, flat, loopEnds);
     }
     /// How many facets have been given to addFacet().
     std::uint64_t facetsSoFar() const noexcept { return facetsGiven; }
@@ -82,8 +86,8 @@ protected:
     ~DXFDrawing() = default;
 
 private:
-    virtual void placeFacet(const Material& material, std::span<const Point<3>> corners,
-                            const DXFAxes* flat) = 0;
+    virtual void placeFacet(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat,
+                            std::span<const std::uint32_t> loopEnds) = 0;
 
     std::uint64_t facetsGiven = 0;
 };

@@ -48,6 +48,28 @@ public:
     void build() override;
 };
 
+/// The modern reading's: the faces of a mesh's cage.
+class DXFMesh final : public DXFGraphic {
+public:
+    explicit DXFMesh(const DXFEntity& entity) : DXFGraphic(entity) {}
+    void build() override;
+};
+
+/// The modern reading's: the areas of a solid fill or gradient, each with its holes one facet.
+class DXFHatchFill final : public DXFGraphic {
+public:
+    explicit DXFHatchFill(const DXFEntity& entity) : DXFGraphic(entity) {}
+    void build() override;
+};
+
+/// The modern reading's: a dimension or a table, drawn by the block that the program which wrote the drawing
+/// made for it.
+class DXFPicturedByBlock final : public DXFEntity {
+public:
+    explicit DXFPicturedByBlock(const DXFEntity& entity) : DXFEntity(entity) {}
+    void build() override;
+};
+
 /// A block placed once or in an array.
 class DXFInsert final : public DXFEntity {
 public:

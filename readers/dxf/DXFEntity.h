@@ -19,7 +19,7 @@ public:
     /// Adds the entity's geometry to the drawing, by its type. Throws BadFile.
     virtual void build();
     /// Whether entities of that type can be drawn.
-    static bool isDrawn(std::string_view type) noexcept;
+    static bool isDrawn(std::string_view type, ReadingRules rules) noexcept;
     /// Whether its layer lets it be drawn.
     virtual bool isVisible();
 

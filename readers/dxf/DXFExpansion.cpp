@@ -269,8 +269,9 @@ void DXF::readEntity(DXFTally* tally, std::string_view type)
     if (entity.isVisible()) entity.build();
     if (!tally || !isCountedRecord(type)) return;
     if (reasonOfEntity)
-        tally->skipped(type, DXFEntity::isDrawn(type) ? *reasonOfEntity : SkipReason::typeNotDrawn);
-    else if (blockOfEntity) tally->inserted(*blockOfEntity, blockEntered);
+        tally->skipped(type,
+                       DXFEntity::isDrawn(type, options.rules) ? *reasonOfEntity : SkipReason::typeNotDrawn);
+    else if (blockOfEntity) tally->inserted(type, *blockOfEntity, blockEntered);
     else if (builder.model().facetCount() != facetsBefore) tally->drawn(type);
     else tally->skipped(type, SkipReason::noSurface);   // its facets were too far out
 }
@@ -287,7 +288,7 @@ void DXF::playBack()
         if (const auto* facet = std::get_if<DXFBlockContents::Facet>(&item)) {
             addMapped(*facet->material, contents.cornersOf(*facet),
                       facet->flat < 0 ? nullptr : &contents.flats[static_cast<std::size_t>(facet->flat)],
-                      cell.transform);
+                      cell.transform, contents.loopEndsOf(*facet));
         } else if (const auto* name = std::get_if<DXFBlockContents::MaterialName>(&item)) {
             ++namesMet;
             findMaterial(name->key).name = name->name;
@@ -319,7 +320,8 @@ void DXF::skip(std::string_view type, SkippedEntities::Why why, std::string_view
     // its section open: nothing is missing from the picture.
     if (type == "VERTEX" || type == "SEQEND" || type == "EOF") return;
     if (!reasonOfEntity) reasonOfEntity = reasonOf(why);
-    if (why == SkippedEntities::Why::layerOff && DXFEntity::isDrawn(type) && offLayers.size() < 2)
+    if (why == SkippedEntities::Why::layerOff && DXFEntity::isDrawn(type, options.rules)
+        && offLayers.size() < 2)
         offLayers.emplace(what);
     SkippedEntities::Entry& entry = skippedEntities.add(type, why, what);
     if (expansions.back().summarising) ++expansions.back().block->summary.skips[&entry];
@@ -332,15 +334,16 @@ void DXF::nameMaterial(std::string_view key, std::string_view name)
     record([key, name](DXFBlockContents& contents) { contents.addMaterialName(key, name); });
 }
 
-void DXF::placeFacet(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat)
+void DXF::placeFacet(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat,
+                     std::span<const std::uint32_t> loopEnds)
 {
     if (expansions.back().summarising) ++expansions.back().block->summary.facets;
-    record([&](DXFBlockContents& contents) { contents.addFacet(material, corners, flat); });
-    addMapped(material, corners, flat, expansions.back().transform);
+    record([&](DXFBlockContents& contents) { contents.addFacet(material, corners, flat, loopEnds); });
+    addMapped(material, corners, flat, expansions.back().transform, loopEnds);
 }
 
 void DXF::addMapped(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat,
-                    const AffineTransform<3>& transform)
+                    const AffineTransform<3>& transform, std::span<const std::uint32_t> loopEnds)
 {
     ++facetsMet;
     if (expansions.size() > 1) {   // the section itself is drawn as it stands
@@ -349,8 +352,24 @@ void DXF::addMapped(const Material& material, std::span<const Point<3>> corners,
         corners = placed;
     }
     Plane plane;
-    if (facetPlane(corners, flat, transform, plane)) builder.addPolygon(material, plane, corners);
-    else skippedEntities.add("facet", SkippedEntities::Why::tooFarOut);   // of an entity that may draw others
+    if (!facetPlane(corners, flat, transform, plane))
+        skippedEntities.add("facet", SkippedEntities::Why::tooFarOut);   // of an entity that may draw others
+    else if (loopEnds.empty()) builder.addPolygon(material, plane, corners);
+    else addLoops(material, plane, corners, loopEnds);
+}
+
+void DXF::addLoops(const Material& material, const Plane& plane, std::span<const Point<3>> corners,
+                   std::span<const std::uint32_t> loopEnds)
+{
+    builder.addFacet(material, plane);
+    const std::uint32_t first = builder.model().vertexCount();
+    for (const Point<3>& corner : corners) builder.addVertex(corner);
+    std::uint32_t start = 0;
+    for (const std::uint32_t end : loopEnds) {
+        for (std::uint32_t i = start; i < end; ++i)
+            builder.addEdge(first + i, first + (i + 1 == end ? start : i + 1));
+        start = end;
+    }
 }
 
 }   // namespace belvor

@@ -15,15 +15,15 @@ namespace {
 
 constexpr double closeEnough = 1e-6;   // of the size of the path: two ends that are meant to be one point
 
-/// Appends the chords of a bulge from p to q, without p and with q.
+/// Appends p and the chords' ends of a bulge from there to q, without q.
 void appendBulge(DXFLoop2& chain, const Point<2>& p, const Point<2>& q, double bulge)
 {
+    chain.push_back(p);
     if (isBent(bulge) && p != q) {
         const BulgeArc arc = bulgeArc(p, q, bulge);
         if (std::isfinite(arc.radius))
             for (int k = 1; k < arc.chords; ++k) chain.push_back(arc.centre + arc.spoke(k) * arc.radius);
     }
-    chain.push_back(q);
 }
 
 DXFLoop2 polylineLoop(const std::vector<DXFHatchPath::Vertex>& vertices)

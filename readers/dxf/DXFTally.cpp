@@ -44,17 +44,19 @@ void addWalked(Account& account, const DXFTally& tally, const std::set<const DXF
         for (std::size_t reason = 0; reason < skipReasonCount; ++reason)
             row.skipped[reason] += count.skipped[reason];
     }
-    for (const auto& [block, insertions] : tally.insertions) {
-        EntityCount& row = account.entity("INSERT");
-        row.read += insertions.records;
-        if (!insertions.entered) row.skippedFor(SkipReason::blockInsertsItself) += insertions.records;
-        else if (drawing.contains(block)) row.drawn += insertions.records;
-        else row.skippedFor(SkipReason::noSurface) += insertions.records;
-        account.blocks[std::string(block->name)] += insertions.records;
-    }
+    for (const auto& [block, insertions] : tally.insertions)
+        for (const auto& [type, records] : insertions.records) {
+            EntityCount& row = account.entity(type);
+            row.read += records;
+            if (!insertions.entered) row.skippedFor(SkipReason::blockInsertsItself) += records;
+            else if (drawing.contains(block)) row.drawn += records;
+            else row.skippedFor(SkipReason::noSurface) += records;
+            if (is(type, "INSERT")) account.blocks[std::string(block->name)] += records;
+        }
 }
 
-void addNeverInserted(Account& account, const DXFTally& tally, bool (*isDrawn)(std::string_view) noexcept)
+void addNeverInserted(Account& account, const DXFTally& tally,
+                      const std::function<bool(std::string_view type)>& isDrawn)
 {
     for (const auto& [type, count] : tally.types) {
         EntityCount& row = account.entity(type);
@@ -72,17 +74,17 @@ bool isCountedRecord(std::string_view type) noexcept
            && !is(type, "ENDBLK") && !is(type, "EOF");
 }
 
-void DXFTally::inserted(DXFBlock& block, bool entered)
+void DXFTally::inserted(std::string_view type, DXFBlock& block, bool entered)
 {
     Insertions& those = insertions[&block];
-    ++those.records;
+    ++those.records[type];
     those.entered |= entered;
     somethingNotEntered |= !entered;
 }
 
 void addTo(Account& account, const DXFTally& entities, const DXFTally& orphans,
            const std::map<std::string, DXFBlock, std::less<>>& blocks,
-           bool (*isDrawn)(std::string_view type) noexcept)
+           const std::function<bool(std::string_view type)>& isDrawn)
 {
     const std::set<const DXFBlock*> drawing = drawingBlocks(blocks);
     for (const auto& [name, block] : blocks) account.blocks[name] = 0;

@@ -4,6 +4,7 @@
 #include "readers/dxf/DXFGroup.h"
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -21,7 +22,7 @@ bool isCountedRecord(std::string_view type) noexcept;
 class DXFTally {
 public:
     struct Insertions {
-        std::uint64_t records = 0;
+        std::map<std::string_view, std::uint64_t> records;   ///< By type: INSERTs, dimensions, tables.
         bool entered = false;   ///< One of them has been followed, so the block was not around itself.
     };
 
@@ -46,8 +47,8 @@ public:
         ++count.read;
         ++count.skippedFor(reason);
     }
-    /// An INSERT of a known block that is not empty; `entered`: it was followed.
-    void inserted(DXFBlock& block, bool entered);
+    /// An INSERT or its like of a known block that is not empty; `entered`: it was followed.
+    void inserted(std::string_view type, DXFBlock& block, bool entered);
     /// Later walks and arrays may follow an INSERT that the first walk could not.
     void entered(DXFBlock& block)
     {
@@ -77,6 +78,6 @@ private:
 /// in BLOCKS sections that stand in no block, and of its blocks. `isDrawn` tells which types can be drawn.
 void addTo(Account& account, const DXFTally& entities, const DXFTally& orphans,
            const std::map<std::string, DXFBlock, std::less<>>& blocks,
-           bool (*isDrawn)(std::string_view type) noexcept);
+           const std::function<bool(std::string_view type)>& isDrawn);
 
 }   // namespace belvor

@@ -1,0 +1,100 @@
+#include "tests/readers/dxf/DXFText.h"
+
+#include "errors/Reporter.h"
+
+#include <gtest/gtest.h>
+
+namespace belvor::test {
+namespace {
+
+Reading readModern(const std::string& bytes)
+{
+    SilentReporter nobody;
+    ReadingOptions how;
+    how.rules = ReadingRules::modern;
+    return readDXF(bytes, nobody, how);
+}
+
+std::string polyline(double x, double y, double half)
+{
+    std::string text = "92 2|72 0|73 1|93 4|";
+    for (const auto& [signX, signY] :
+         {std::pair(-1, -1), std::pair(1, -1), std::pair(1, 1), std::pair(-1, 1)})
+        text += "10 " + std::to_string(x + signX * half) + "|20 " + std::to_string(y + signY * half) + "|";
+    return text + "97 0|";
+}
+
+std::string hatch(int filled, const std::string& more = "")
+{
+    return "0 HATCH|8 0|10 0|20 0|30 7|" + more + "2 SOLID|70 " + std::to_string(filled) + "|91 2|"
+           + polyline(0, 0, 4) + polyline(0, 0, 2) + "75 0|76 1|98 0|";
+}
+
+constexpr const char* mesh =
+    "0 MESH|8 0|71 2|72 0|91 0|92 4|10 0|20 0|30 0|10 1|20 0|30 0|10 1|20 1|30 0|10 0|20 1|30 0|"
+    "93 8|90 4|90 0|90 1|90 2|90 3|90 2|90 0|90 1|94 0|95 0|";
+constexpr const char* block =
+    "0 SECTION|2 BLOCKS|0 BLOCK|2 *D1|8 0|70 1|10 0|20 0|30 0|0 SOLID|8 0|10 0|20 0|30 0|11 1|21 0|31 0|"
+    "12 0|22 1|32 0|13 1|23 1|33 0|0 ENDBLK|0 ENDSEC|";
+
+std::string drawing(const std::string& content)
+{
+    return dxfText(block + ("0 SECTION|2 ENTITIES|" + content) + "0 ENDSEC|0 EOF");
+}
+
+TEST(DXFModern, DrawsMoreKindsOfSurfaces)
+{
+    const struct {
+        const char* why;
+        std::string content, facets;
+    } cases[] = {
+        {"a mesh: what has two corners is nothing", mesh, "(0 0 0) (1 0 0) (1 1 0) (0 1 0)"},
+        {"a hatch with a hole is one facet", hatch(1),
+         "(-4 -4 7) (4 -4 7) (4 4 7) (-4 4 7) (-2 -2 7) (2 -2 7) (2 2 7) (-2 2 7)"},
+        {"a hatch at its extrusion", hatch(1, "210 0|220 0|230 -1|"),
+         "(4 -4 -7) (-4 -4 -7) (-4 4 -7) (4 4 -7) (2 -2 -7) (-2 -2 -7) (-2 2 -7) (2 2 -7)"},
+        {"a pattern has no surface", hatch(0), ""},
+        {"a dimension as its block stands", "0 DIMENSION|8 0|2 *D1|10 50|20 60|30 0|70 32|",
+         "(0 0 0) (1 0 0) (1 1 0) (0 1 0)"},
+        {"a dimension that was moved", "0 ARC_DIMENSION|8 0|2 *D1|10 50|20 60|30 0|12 5|22 6|32 7|",
+         "(5 6 7) (6 6 7) (6 7 7) (5 7 7)"},
+        {"a table to its insertion point", "0 ACAD_TABLE|8 0|2 *D1|10 5|20 0|30 0|11 1|21 0|31 0|",
+         "(5 0 0) (6 0 0) (6 1 0) (5 1 0)"},
+        {"a dimension without a block", "0 DIMENSION|8 0|2 *D9|", ""},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(written(*readModern(drawing(c.content)).model), c.facets) << c.why;
+        EXPECT_EQ(readDXF(drawing(c.content)).model->facetCount(), 0u) << c.why;
+    }
+}
+
+TEST(DXFModern, EdgesOfAnAreaWithAHoleCloseEachLoop)
+{
+    // In a block that is inserted three times: the third time it is played back.
+    const std::string text = dxfText("0 SECTION|2 BLOCKS|0 BLOCK|2 B|8 0|70 0|10 0|20 0|30 0|" + hatch(1)
+                                     + "0 ENDBLK|0 ENDSEC|0 SECTION|2 ENTITIES|"
+                                       "0 INSERT|8 0|2 B|10 0|20 0|70 3|44 9|0 ENDSEC|0 EOF");
+    const Handle<Model> model = readModern(text).model;
+    ASSERT_EQ(model->facetCount(), 3u);
+    ASSERT_EQ(model->edgeCount(), 24u);
+    for (std::uint32_t i = 0; i < 24; ++i) {
+        const std::uint32_t loop = i / 4 * 4;
+        EXPECT_EQ(model->edge(i).from, i);
+        EXPECT_EQ(model->edge(i).to, loop + (i + 1) % 4);
+    }
+}
+
+TEST(DXFModern, AccountCountsDimensionsByWhatTheirBlockDraws)
+{
+    const Account account =
+        readModern(drawing("0 DIMENSION|8 0|2 *D1|0 DIMENSION|8 0|2 *D2|0 MTEXT|8 0|")).account;
+    const EntityCount& dimensions = account.entities.at("DIMENSION");
+    EXPECT_EQ(dimensions.read, 2u);
+    EXPECT_EQ(dimensions.drawn, 1u);
+    EXPECT_EQ(dimensions.skipped[static_cast<std::size_t>(SkipReason::blockUnknown)], 1u);
+    EXPECT_EQ(account.entities.at("SOLID").drawn, 1u);
+    EXPECT_EQ(account.blocks.at("*D1"), 0u);
+}
+
+}   // namespace
+}   // namespace belvor::test
