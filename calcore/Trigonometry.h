@@ -3,12 +3,12 @@
 namespace belvor {
 
 // The functions of angles that a picture depends on. The ones of the standard library differ
-// between systems in the last digits, and so would the bytes of an image file; these use only
-// operations whose results are fixed. Sine and cosine lie within one unit in the last place of
-// the true value, the arctangent within three.
+// between systems in the last digits, and so would the bytes of an image file. These are rounded
+// correctly: each result is the double nearest to the true value, so any other implementation
+// that rounds correctly gives the same bits. Some 50 ns a call.
 
-/// Of an angle in radians. Beyond a million the angle is taken modulo the double nearest to
-/// 2π; what is not finite gives NaN.
+/// Of an angle in radians, of any size;
+/// what is not finite gives NaN.
 double sine(double radians) noexcept;
 double cosine(double radians) noexcept;
 
