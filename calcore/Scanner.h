@@ -35,9 +35,9 @@ public:
         return !hasFailed;
     }
 
-    /// An integer. A failed one, such as one beyond 64 bits, is 0.
+    /// An integer. A failed one is 0; one beyond 64 bits fails as `beyond`.
     /// At the end of the text, and once failed, `value` keeps what it has.
-    bool integer(std::int64_t& value) noexcept
+    bool integer(std::int64_t& value, std::int64_t beyond = 0) noexcept
     {
         if (!skipBlanks()) return false;
         const char* p = at;
@@ -54,7 +54,7 @@ public:
         }
         at = p;
         if (p == digits || overflow) {
-            value = 0;
+            value = p == digits ? 0 : beyond;
             hasFailed = true;
             return false;
         }

@@ -1,43 +1,109 @@
 #include "cli/Info.h"
 
+#include "errors/Reporter.h"
+
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <limits>
+#include <span>
 
 namespace belvor {
+namespace {
 
-std::string describeModel(const std::string& file, FileType type, const Reading& reading)
+/// A JSON text that grows at its end. The library writes single values only: a document of its own takes
+/// memory even while it is destroyed, where a failure cannot be told.
+class JsonText {
+public:
+    template <class T>
+    JsonText& value(const T& single)
+    {
+        // Names come from files of any encoding: what is no UTF-8 is replaced, never refused.
+        text += nlohmann::json(single).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+        return *this;
+    }
+    /// JSON knows no infinity: the nearest number stands for it.
+    JsonText& value(double number)
+    {
+        constexpr double most = std::numeric_limits<double>::max();
+        const double finite = std::isnan(number) ? 0.0 : std::clamp(number, -most, most);
+        text += nlohmann::json(finite).dump();
+        return *this;
+    }
+    JsonText& numbers(std::span<const double> all)
+    {
+        text += '[';
+        for (const double number : all) separated().value(number);
+        text += ']';
+        return *this;
+    }
+    /// `"name":`, behind a comma where something stands before.
+    JsonText& key(const char* name)
+    {
+        separated().value(name);
+        text += ':';
+        return *this;
+    }
+    /// A comma, unless nothing stands before in this object or list.
+    JsonText& separated()
+    {
+        if (text.back() != '{' && text.back() != '[') text += ',';
+        return *this;
+    }
+    JsonText& operator<<(char mark)
+    {
+        text += mark;
+        return *this;
+    }
+
+    std::string text = "{";
+};
+
+void describeMaterials(JsonText& json, const Model& model, Reporter& reporter)
+{
+    std::size_t count = 0;
+    json << '[';
+    for (const auto& [key, material] : model.materials()) {
+        if (++count % 256 == 0) reporter.check(1, 0, 1.0);
+        json.separated() << '{';
+        json.key("index").value(material.index).key("name").value(material.name);
+        json.key("colour").numbers(material.colour) << '}';
+    }
+    json << ']';
+}
+
+}   // namespace
+
+std::string describeModel(const std::string& file, FileType type, const Reading& reading, Reporter& reporter)
 {
     const Model& model = *reading.model;
-    using Json = nlohmann::ordered_json;
     Point<3> centre;
     double radius = 0.0;
     model.bounds(centre, radius);
     Statistics counts;
     model.statistics(counts);
 
-    Json materials = Json::array();
-    for (const auto& [key, material] : model.materials())
-        materials.push_back(
-            {{"index", material.index}, {"name", material.name}, {"colour", material.colour}});
-    Json skipped = Json::array();
-    for (const NotDrawn& entry : reading.account.notDrawn)
-        skipped.push_back({{"type", entry.type}, {"count", entry.count}, {"reason", entry.reason}});
-    Json object = {
-        {"file", file},
-        {"type", nameOf(type)},
-        {"vertices", counts.vertices},
-        {"edges", counts.edges},
-        {"facets", counts.facets},
-        {"materials", counts.materials},
-        {"centre", {centre[0], centre[1], centre[2]}},
-        {"radius", radius},
-        {"units", {{"code", model.units().code}, {"scale", model.units().scale}}},
-        {"materialList", materials},
-    };
-    if (formatOf(type)->drawsInPart) object["skipped"] = skipped;
-    // Names come from files of any encoding: what is no UTF-8 is replaced, never refused.
-    return object.dump(-1, ' ', false, Json::error_handler_t::replace);
+    JsonText json;
+    json.key("file").value(file).key("type").value(nameOf(type));
+    json.key("vertices").value(counts.vertices).key("edges").value(counts.edges);
+    json.key("facets").value(counts.facets).key("materials").value(counts.materials);
+    const double middle[] = {centre[0], centre[1], centre[2]};
+    json.key("centre").numbers(middle).key("radius").value(radius);
+    json.key("units") << '{';
+    json.key("code").value(model.units().code).key("scale").value(model.units().scale) << '}';
+    json.key("materialList");
+    describeMaterials(json, model, reporter);
+    if (formatOf(type)->drawsInPart) {
+        json.key("skipped") << '[';
+        for (const NotDrawn& entry : reading.account.notDrawn) {
+            json.separated() << '{';
+            json.key("type").value(entry.type).key("count").value(entry.count);
+            json.key("reason").value(entry.reason) << '}';
+        }
+        json << ']';
+    }
+    json << '}';
+    return std::move(json.text);
 }
 
 }   // namespace belvor

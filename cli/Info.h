@@ -6,7 +6,10 @@
 
 namespace belvor {
 
-/// The model described as one JSON object on one line; numbers round-trip. `file` is UTF-8.
-std::string describeModel(const std::string& file, FileType type, const Reading& reading);
+class Reporter;
+
+/// The model described as one JSON object on one line; numbers round-trip and are finite. `file` is UTF-8.
+/// Throws Reporter::Abandoned, std::bad_alloc.
+std::string describeModel(const std::string& file, FileType type, const Reading& reading, Reporter& reporter);
 
 }   // namespace belvor

@@ -4,27 +4,18 @@
 #include "imagefile/OmbrFile.h"
 #include "platform/Files.h"
 
-#include <CLI/CLI.hpp>
-
 #include <algorithm>
-#include <sstream>
 
 namespace belvor {
 namespace {
 
-constexpr int usageStatus = 2;
-
-[[noreturn]] void refuse(const std::string& text)
-{
-    throw Usage("belvor-render: " + text + "\nRun with --help for more information.\n", usageStatus);
-}
+constexpr char lowerCase(char c) noexcept { return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c; }
 
 bool endsWith(const std::string& path, const char (&extension)[5])
 {
     if (path.size() < 4) return false;
     const std::string end = path.substr(path.size() - 4);
-    return std::equal(end.begin(), end.end(), extension,
-                      [](char a, char b) { return (a >= 'A' && a <= 'Z' ? a | 0x20 : a) == b; });
+    return std::equal(end.begin(), end.end(), extension, [](char a, char b) { return lowerCase(a) == b; });
 }
 
 void parseSize(const std::string& text, Options& options)
@@ -35,62 +26,86 @@ void parseSize(const std::string& text, Options& options)
     if (cross == std::string::npos || !isDigit(text[0]) || cross + 1 == text.size()
         || !isDigit(text[cross + 1]) || !isLong(view.substr(0, cross), width)
         || !isLong(view.substr(cross + 1), height))
-        refuse("--size takes WIDTHxHEIGHT in pixels, as in 1600x1200; it was given \"" + text + "\"");
+        refuse(Text::badSize, {text});
     if (width < 1 || width > OmbrFile::largestWidth || height < 1 || height > OmbrFile::largestHeight)
-        refuse("a picture is at least 1x1 and at most " + std::to_string(OmbrFile::largestWidth) + "x"
-               + std::to_string(OmbrFile::largestHeight) + " pixels; --size asks for " + text);
+        refuse(Text::sizeOutOfRange,
+               {std::to_string(OmbrFile::largestWidth), std::to_string(OmbrFile::largestHeight), text});
     options.width = width;
     options.height = height;
 }
 
-FileType typeNamed(const std::string& name)
+FileType typeNamed(const std::string& written)
 {
+    std::string name = written;
+    std::transform(name.begin(), name.end(), name.begin(), lowerCase);
     for (const FileType type : {FileType::things, FileType::dxf, FileType::man})
         if (name == nameOf(type)) return type;
-    refuse("--type takes things, dxf or man; it was given \"" + name + "\"");
+    refuse(Text::badType, {written});
 }
 
 /// Nothing that is written is a file that is read, or the log, whatever name or link leads to it.
 /// Only the view may be brought up to date.
 void checkInputsKept(const Options& options)
 {
-    const auto check = [](const std::string& written, const std::string& kept, const char* what) {
-        if (!written.empty() && !kept.empty() && isSameFile(written, kept))
-            refuse("\"" + written + "\" would overwrite the " + what);
+    const auto check = [](const std::string& written, const std::string& kept, Text refusal) {
+        if (!written.empty() && !kept.empty() && isSameFile(written, kept)) refuse(refusal, {written});
     };
     const std::string log = options.dxfLog ? options.model + ".log" : "";
     for (const std::string& output : options.outputs) {
-        check(output, options.model, "model");
-        check(output, options.view, "view");
-        check(output, log, "log");
+        check(output, options.model, Text::wouldOverwriteModel);
+        check(output, options.view, Text::wouldOverwriteView);
+        check(output, log, Text::wouldOverwriteLog);
     }
-    check(options.savedView, options.model, "model");
-    check(options.savedView, log, "log");
-    check(log, options.model, "model");
-    check(log, options.view, "view");
+    check(options.savedView, options.model, Text::wouldOverwriteModel);
+    check(options.savedView, log, Text::wouldOverwriteLog);
+    check(log, options.model, Text::wouldOverwriteModel);
+    check(log, options.view, Text::wouldOverwriteView);
 }
 
 /// What the rules of single options do not say.
 void checkWhole(Options& options)
 {
     for (const std::string& output : options.outputs) {
-        if (!isPicture(output)) refuse("\"" + output + "\" ends neither in .omb nor in .png");
+        if (!isPicture(output)) refuse(Text::notAPicture, {output});
         const auto isThis = [&output](const std::string& other) { return isSameFile(output, other); };
         if (std::count_if(options.outputs.begin(), options.outputs.end(), isThis) > 1)
-            refuse("\"" + output + "\" is named twice");
-        if (isThis(options.savedView)) refuse("\"" + output + "\" cannot be the picture and the view");
+            refuse(Text::namedTwice, {output});
+        if (isThis(options.savedView)) refuse(Text::pictureIsView, {output});
         constexpr long long largestPng = 0x7FFFFFFF;   // bytes of its pixels
         if (isPng(output) && (options.width * 3ll + 1) * options.height > largestPng)
-            refuse("a PNG picture of that size cannot be written; an .omb picture can");
+            refuse(Text::pngTooLarge);
     }
     checkInputsKept(options);
-    if (options.outputs.empty() && options.savedView.empty() && !options.info)
-        refuse("nothing to do: name an OUTPUT ending in .omb or .png, or use --save-view or --info");
+    if (options.outputs.empty() && options.savedView.empty() && !options.info) refuse(Text::nothingToDo);
     if (options.type == FileType::unknown) options.type = fileTypeOf(options.model);
-    if (options.type == FileType::unknown)
-        refuse("\"" + options.model
-               + "\" ends in none of .thf, .dxf and .man: say --type things, dxf or man");
+    if (options.type == FileType::unknown) refuse(Text::unknownEnding, {options.model});
 }
+
+std::string help();
+
+constexpr OptionRow optionRows[] = {
+    {"--size", 's', Text::valueSize, Text::helpSize, false, parseSize},
+    {"--view", 'v', Text::valueViewFile, Text::helpView, false,
+     [](const std::string& value, Options& options) { options.view = value; }},
+    {"--save-view", 0, Text::valueViewFile, Text::helpSaveView, false,
+     [](const std::string& value, Options& options) { options.savedView = value; }},
+    {"--output", 'o', Text::valueFile, Text::helpOutput, true,
+     [](const std::string& value, Options& options) { options.outputs.push_back(value); }},
+    {"--type", 0, Text::valueType, Text::helpType, false,
+     [](const std::string& value, Options& options) { options.type = typeNamed(value); }},
+    {"--info", 0, Text::none, Text::helpInfo, true,
+     [](const std::string&, Options& options) { options.info = true; }},
+    {"--dxf-log", 0, Text::none, Text::helpDxfLog, true,
+     [](const std::string&, Options& options) { options.dxfLog = true; }},
+    {"--quiet", 'q', Text::none, Text::helpQuiet, true,
+     [](const std::string&, Options& options) { options.quiet = true; }},
+    {"--version", 'V', Text::none, Text::helpVersion, true,
+     [](const std::string&, Options& options) { options.answer = textOf(Text::toolVersion); }},
+    {"--help", 'h', Text::none, Text::helpHelp, true,
+     [](const std::string&, Options& options) { options.answer = help(); }},
+};
+
+std::string help() { return textOf(Text::helpBegin) + optionList(optionRows) + textOf(Text::helpEnd); }
 
 }   // namespace
 
@@ -99,36 +114,13 @@ bool isPicture(const std::string& path) { return isPng(path) || endsWith(path, "
 
 Options parseOptions(std::vector<std::string> arguments)
 {
-    CLI::App app("Draws a 3-D model (.thf, .dxf, .man) into pictures (.omb with depth and materials, .png).",
-                 "belvor-render");
-    app.allow_windows_style_options(
-        false);   // a path may begin with a slash; scripts run unchanged on every system
+    if (!arguments.empty()) arguments.erase(arguments.begin());
     Options options;
-    std::string size, type;
-    app.add_option("--size", size, "Size of the pictures in pixels, 800x600 unless given")->type_name("WxH");
-    app.add_option("--view", options.view, "View and lights from a parameter file instead of the whole model")
-        ->type_name("FILE.bvp");
-    app.add_option("--save-view", options.savedView, "Write the view used to a parameter file")
-        ->type_name("FILE.bvp");
-    app.add_option("--type", type, "The model's format, whatever its name says")->type_name("things|dxf|man");
-    app.add_flag("--info", options.info, "Describe the model on standard output as a JSON object");
-    app.add_flag("--dxf-log", options.dxfLog,
-                 "Write what a DXF drawing holds into a file beside it, .log appended");
-    app.add_flag("--quiet", options.quiet, "No progress and no remarks on standard error");
-    app.add_option("MODEL", options.model, "Model file")->required()->type_name("");
-    app.add_option("OUTPUT", options.outputs, "Pictures to write, each ending in .omb or .png")
-        ->type_name("");
-    try {
-        std::reverse(arguments.begin(), arguments.end());
-        if (!arguments.empty()) arguments.pop_back();
-        app.parse(std::move(arguments));
-    } catch (const CLI::ParseError& error) {
-        std::ostringstream out, err;
-        const int status = app.exit(error, out, err);
-        throw status == 0 ? Usage(out.str(), 0) : Usage("belvor-render: " + err.str(), usageStatus);
-    }
-    if (!size.empty()) parseSize(size, options);
-    if (!type.empty()) options.type = typeNamed(type);
+    std::vector<std::string> words = parseArguments(optionRows, arguments, options);
+    if (!options.answer.empty()) return options;
+    if (words.empty()) refuse(Text::modelNeeded);
+    options.model = words.front();
+    options.outputs.insert(options.outputs.begin(), words.begin() + 1, words.end());
     checkWhole(options);
     return options;
 }

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "cli/Arguments.h"
 #include "readers/ModelFile.h"
 
-#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -16,16 +16,7 @@ struct Options {
     bool info = false, quiet = false, dxfLog = false;
     std::string model;
     std::vector<std::string> outputs;
-};
-
-/// The command line is wrong, or only asks for help; what() is what to print.
-class Usage : public std::runtime_error {
-public:
-    Usage(const std::string& text, int exitStatus) : std::runtime_error(text), status(exitStatus) {}
-    int exitStatus() const noexcept { return status; }
-
-private:
-    int status;
+    std::string answer;   ///< Help or version: to be printed, and nothing else done, unless empty.
 };
 
 /// Whether a picture of that name is a PNG file; else it is an Ombr file.

@@ -2,6 +2,7 @@
 
 #include "cli/Options.h"
 #include "cli/Png.h"
+#include "errors/FileError.h"
 #include "imagefile/OmbrBuff.h"
 #include "platform/OutputFile.h"
 
@@ -29,9 +30,9 @@ auto onFile(const std::string& path, Action action) -> decltype(action())
 try {
     return action();
 } catch (const OutputFile::Error& error) {
-    throw PictureError(path + ": " + error.what());
+    throw FileError(path, Text::cannotWrite, error.code());
 } catch (const OmbrFile::Error& error) {
-    throw PictureError(path + ": " + error.what());
+    throw FileError(path, Text::cannotWrite, error.code());
 }
 
 }   // namespace
@@ -71,7 +72,7 @@ void Pictures::commit(Reporter& progress)
     try {
         OutputFile::commit(files);
     } catch (const OutputFile::Error& error) {
-        throw PictureError(error.path() + ": " + error.what());
+        throw FileError(error.path(), Text::cannotWrite, error.code());
     }
     outputs.clear();
 }

@@ -14,11 +14,6 @@
 
 namespace belvor {
 
-/// A picture file could not be written; what() names it.
-class PictureError : public std::runtime_error {
-    using std::runtime_error::runtime_error;
-};
-
 /// A picture file that takes the rows of a render.
 class Picture {
 public:
@@ -33,13 +28,13 @@ public:
 /// when all are whole: whatever goes wrong before leaves no file behind.
 class Pictures : public Buffer {
 public:
-    /// `paths` are UTF-8, each of an Ombr or a PNG file. Throws PictureError.
+    /// `paths` are UTF-8, each of an Ombr or a PNG file. Throws FileError.
     Pictures(const std::vector<std::string>& paths, const Handle<Model>& model, const Handle<Camera>& camera,
              int width, int height);
 
     void lineDone(int row) override;
 
-    /// After the render: completes the files and gives them their names. Throws PictureError,
+    /// After the render: completes the files and gives them their names. Throws FileError,
     /// Reporter::Abandoned; then each name has what it had before.
     void commit(Reporter& progress);
 

@@ -1,87 +1,110 @@
-// Reads a model, sets a view, draws it into picture files: the whole road in one function.
+// Reads a model, sets a view, draws it into picture files: the whole road in one function, run().
+
+#include "cli/belvor_render.h"
 
 #include "cli/ConsoleReporter.h"
 #include "cli/Info.h"
 #include "cli/Options.h"
 #include "cli/Pictures.h"
+#include "cli/Remarks.h"
 #include "errors/BadFile.h"
+#include "errors/FileError.h"
 #include "errors/Reporter.h"
 #include "imagefile/OmbrFile.h"
 #include "platform/Files.h"
 #include "platform/Process.h"
-#include "platform/StopSignals.h"
+#include "platform/SystemError.h"
+#include "platform/Win32Error.h"
 #include "readers/ModelFile.h"
 #include "resources/Texts.h"
 #include "view/SceneBuilder.h"
 #include "view/ViewCommands.h"
 #include "view/ViewParameters.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
 #include <new>
+#include <optional>
 #include <stdexcept>
-#include <vector>
 
 namespace belvor {
 namespace {
 
-enum ExitStatus { done = 0, badInput = 1, usage = 2, fileTrouble = 3, noMemory = 4, stopped = 130 };
+enum ExitStatus {
+    done = 0,
+    badInput = 1,
+    usage = 2,
+    fileTrouble = 3,
+    noMemory = 4,
+    internalError = 70,
+    stopped = 130
+};
 
-/// A file of another kind where a parameter file is wanted: a picture of another view would be a lie.
+/// A file of another kind where a parameter file is wanted, or one that does not fit the model: a picture of
+/// another view would be a lie.
 class BadView : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-ViewParameters viewFor(const Options& options, const ModelPlace& place, const ImageSize& size)
+/// What can be found out before a model is read, which may take long.
+void checkOutputs(const Options& options)
+{
+    for (const std::string& output : options.outputs) {
+        if (!mayWriteFile(output)) throw FileError(output, Text::cannotWrite, errno);
+        try {
+            if (!isPng(output)) OmbrFile::checkSize(options.width, options.height, 0);
+        } catch (const OmbrFile::Error&) {
+            throw FileError(output, Text::cannotWrite,
+                            filledText(Text::ombrTooLarge,
+                                       {std::to_string(options.width), std::to_string(options.height)}));
+        }
+    }
+    if (!options.savedView.empty() && !mayWriteFile(options.savedView))
+        throw FileError(options.savedView, Text::cannotWrite, errno);
+}
+
+/// The bytes of the parameter file that was asked for; empty when none was.
+std::string readView(const Options& options, ConsoleReporter& reporter)
+{
+    std::string bytes;
+    if (options.view.empty()) return bytes;
+    if (!readViewFile(options.view, bytes, [&reporter] { reporter.check(1, 0, 0.0); }))
+        throw FileError(options.view, Text::cannotRead, errno);
+    if (!isViewFile(bytes)) throw BadView(filledText(Text::notAViewFile, {options.view}));
+    return bytes;
+}
+
+ViewParameters viewFor(const Options& options, const std::string& bytes, const ModelPlace& place,
+                       const ImageSize& size)
 {
     if (options.view.empty()) return wholeModel(freshView(), size);
-    std::string bytes;
-    if (!readWholeFile(options.view, bytes))
-        throw std::runtime_error(options.view + ": " + std::strerror(errno));
     ViewParameters view;
-    if (!view.parse(bytes, place.centre, place.radius))
-        throw BadView(options.view + ": not a view parameters file");
-    if (!view.finite()) throw BadView(options.view + ": holds a number too large for this model");
+    std::optional<ViewFileFault> fault;
+    if (!view.parse(bytes, place.centre, place.radius, &fault))
+        throw BadView(filledText(Text::notAViewFile, {options.view}));
+    if (!view.finite()) throw BadView(filledText(Text::viewTooLarge, {options.view}));
+    if (fault && !options.quiet) remark(viewFaultText(options.view, *fault));
     return view;
 }
 
 void writeView(const std::string& path, const ViewParameters& view, const ModelPlace& place)
 {
-    if (!view.write(path, place.centre, place.radius))
-        throw std::runtime_error(path + ": " + std::strerror(errno));
+    if (!view.finiteInModel(place.centre, place.radius))
+        throw BadView(filledText(Text::viewNotWritable, {path}));
+    if (!view.write(path, place.centre, place.radius)) throw FileError(path, Text::cannotWrite, errno);
 }
 
-void printLine(const std::string& text)
+void print(const std::string& text)
 {
-    if (std::fputs((text + '\n').c_str(), stdout) >= 0 && std::fflush(stdout) == 0) return;
-    const int code = errno;
-    throw std::runtime_error(std::string("standard output: ") + std::strerror(code));
-}
-
-/// Tells a user why something is missing from the picture.
-void remark(const std::string& file, const Reading& reading)
-{
-    constexpr std::size_t mostLines = 20;
-    for (const std::string& warning : reading.account.warnings)
-        std::fprintf(stderr, "belvor-render: %s: %s\n", file.c_str(), warning.c_str());
-    if (reading.model->facetCount() == 0)
-        std::fprintf(stderr, "belvor-render: %s has no surfaces to draw\n", file.c_str());
-    std::vector<NotDrawn> skipped = reading.account.notDrawn;
-    std::stable_sort(skipped.begin(), skipped.end(),
-                     [](const auto& a, const auto& b) { return a.count > b.count; });
-    for (std::size_t i = 0; i < skipped.size() && i < mostLines; ++i)
-        std::fprintf(stderr, "belvor-render: not drawn: %llu %s: %s\n",
-                     static_cast<unsigned long long>(skipped[i].count), skipped[i].type.c_str(),
-                     skipped[i].reason.c_str());
-    if (skipped.size() > mostLines)
-        std::fprintf(stderr, "belvor-render: and %llu more kinds: see --info\n",
-                     static_cast<unsigned long long>(skipped.size() - mostLines));
+    if (std::fputs(text.c_str(), stdout) >= 0 && std::fflush(stdout) == 0) return;
+    throw FileError(textOf(Text::standardOutput), Text::cannotWrite, errno);
 }
 
 void run(const Options& options, ConsoleReporter& reporter)
 {
+    checkOutputs(options);
+    const std::string viewBytes = readView(options, reporter);
+
     ReadingOptions how;
     how.log = options.dxfLog;
     reporter.setStages(formatOf(options.type)->firstStage);
@@ -89,15 +112,15 @@ void run(const Options& options, ConsoleReporter& reporter)
     const Handle<Model>& model = reading.model;
     reporter.clear();
     if (reading.account.logFailure != 0)
-        throw std::runtime_error(options.model + ".log: " + std::strerror(reading.account.logFailure));
+        throw FileError(options.model + ".log", Text::cannotWrite, reading.account.logFailure);
     ModelPlace place;
     model->bounds(place.centre, place.radius);
     checkBounds(place.centre, place.radius, reading.account);
-    if (!options.quiet) remark(options.model, reading);
-    if (options.info) printLine(describeModel(options.model, options.type, reading));
+    if (!options.quiet) remarkOn(options.model, reading);
+    if (options.info) print(describeModel(options.model, options.type, reading, reporter) + '\n');
 
     const ImageSize size{options.width, options.height};
-    const ViewParameters view = viewFor(options, place, size);
+    const ViewParameters view = viewFor(options, viewBytes, place, size);
     if (!options.savedView.empty()) writeView(options.savedView, view, place);
     if (options.outputs.empty()) return;
 
@@ -109,48 +132,67 @@ void run(const Options& options, ConsoleReporter& reporter)
     pictures->commit(reporter);
 }
 
-int report(ConsoleReporter& reporter, ExitStatus status, const char* text)
+int report(ExitStatus status, const char* text) noexcept
 {
-    reporter.clear();
-    std::fprintf(stderr, "belvor-render: %s\n", text);
+    std::fputs("belvor-render: ", stderr);
+    std::fputs(text, stderr);
+    std::fputc('\n', stderr);
     return status;
 }
 
-int runReported(const Options& options)
+int reportFile(bool memory, const char* text) noexcept
 {
-    ConsoleReporter reporter(!options.quiet && standardErrorIsTerminal());
+    return memory ? report(noMemory, textOf(Text::outOfMemory)) : report(fileTrouble, text);
+}
+
+/// Tells about the exception that is being handled and answers its exit status.
+int reportFailure() noexcept
+{
     try {
-        run(options, reporter);
-        return done;
-    } catch (const Reporter::Abandoned& abandoned) {
-        return report(reporter, stopped, abandoned.what());
+        throw;
+    } catch (const Usage& wrong) {
+        std::fputs(wrong.what(), stderr);
+        return usage;
+    } catch (const Reporter::Abandoned&) {
+        return report(stopped, textOf(Text::abandoned));
     } catch (const BadFile& fault) {
-        return report(reporter, badInput, fault.what());
+        return report(badInput, fault.what());
     } catch (const BadView& fault) {
-        return report(reporter, badInput, fault.what());
+        return report(badInput, fault.what());
     } catch (const std::bad_alloc&) {
-        return report(reporter, noMemory, textOf(Text::outOfMemory));
-    } catch (const std::exception& error) {   // PictureError, Win32Error
-        return report(reporter, fileTrouble, error.what());
+        return report(noMemory, textOf(Text::outOfMemory));
+    } catch (const std::length_error&) {   // more than a container could ever hold
+        return report(noMemory, textOf(Text::outOfMemory));
+    } catch (const FileError& error) {
+        return reportFile(error.code() == ENOMEM, error.what());
+    } catch (const Win32Error& error) {
+        return reportFile(isOutOfMemory(error.errorCode()), error.what());
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "belvor-render: ");
+        std::fprintf(stderr, textOf(Text::internalError), error.what());
+        std::fputc('\n', stderr);
+        return internalError;
+    } catch (...) {
+        return report(internalError, textOf(Text::unknownError));
     }
 }
 
 }   // namespace
-}   // namespace belvor
 
-int main(int argc, char** argv)
+int runCommandLine(int argc, char** argv) noexcept
 {
-    belvor::noteStopSignals();
-    belvor::refuseMemoryBeyondMachine();
     try {
-        const int status = belvor::runReported(belvor::parseOptions(belvor::commandLine(argc, argv)));
-        if (status != belvor::done && belvor::stopSignal() != 0) {
-            std::fflush(stdout);
-            belvor::endBySignal(belvor::stopSignal());
+        const Options options = parseOptions(commandLine(argc, argv));
+        if (!options.answer.empty()) {
+            print(options.answer);
+            return done;
         }
-        return status;
-    } catch (const belvor::Usage& usage) {
-        std::fputs(usage.what(), usage.exitStatus() == 0 ? stdout : stderr);
-        return usage.exitStatus();
+        ConsoleReporter reporter(!options.quiet && standardErrorIsTerminal());
+        run(options, reporter);
+        return done;
+    } catch (...) {
+        return reportFailure();
     }
 }
+
+}   // namespace belvor

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <cstdio>
+#include <functional>
 #include <string>
 
 namespace belvor {
@@ -23,8 +25,26 @@ void removeFile(const std::string& path) noexcept;
 /// it. There need be no such file: then their folders and names count.
 bool isSameFile(const std::string& a, const std::string& b) noexcept;
 
+/// What has a name.
+enum class FileKind { none, regular, folder, other };
+
+/// The kind of what `path` (UTF-8) names, behind links; `other` is a pipe, a device or the like. `size`
+/// becomes the size in bytes of a regular file. `none` with errno set when it cannot be looked at.
+FileKind kindOfFile(const std::string& path, std::uint64_t& size) noexcept;
+
+/// Whether a file of that name (UTF-8) could be written now, as far as can be told without touching anything:
+/// no folder has the name, its own folder is there, and nothing is write-protected. False with errno set.
+bool mayWriteFile(const std::string& path) noexcept;
+
 /// The whole file as bytes; false when it cannot be opened or read, errno set.
 bool readWholeFile(const std::string& path, std::string& bytes);
+
+/// Reads a file of any kind from its start, `most` bytes at most. `goOn` is called after each piece, a first
+/// short one and then larger ones, and some twenty times a second while a pipe has nothing to give (not on
+/// Windows); when it answers false, the reading ends early. What it throws passes. False when the file cannot
+/// be opened or read, errno set.
+bool readFileWhile(const std::string& path, std::size_t most, std::string& bytes,
+                   const std::function<bool(const std::string& bytesSoFar)>& goOn);
 
 /// The position in `file`, 64 bits wide; −1 on failure, errno set.
 long long tellFile(std::FILE* file) noexcept;

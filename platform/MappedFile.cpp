@@ -69,7 +69,8 @@ struct Descriptor {
 
 MappedFile::MappedFile(const std::string& path, bool emptyAllowed)
 {
-    const Descriptor file{open(path.c_str(), O_RDONLY | O_CLOEXEC)};
+    // Not blocking: opening a pipe that nobody writes to would wait for ever.
+    const Descriptor file{open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)};
     if (file.number < 0) throw Win32Error(path);
     struct stat status {};
     if (fstat(file.number, &status) != 0) throw Win32Error(path);

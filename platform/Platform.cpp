@@ -1,8 +1,10 @@
+#include "platform/FileNames.h"
 #include "platform/Files.h"
 #include "platform/OutputFile.h"
 #include "platform/SystemError.h"
 #include "platform/Utf16.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <memory>
@@ -10,8 +12,11 @@
 #ifdef _WIN32
 #include "platform/win32/Windows.h"
 
+#include <io.h>
 #include <share.h>
 #else
+#include <fcntl.h>
+#include <poll.h>
 #include <sys/stat.h>
 #include <sys/types.h>
 #include <unistd.h>
@@ -42,6 +47,12 @@ std::string toUtf8(std::wstring_view wide)
 
 std::uint32_t lastSystemError() noexcept { return GetLastError(); }
 
+bool isOutOfMemory(std::uint32_t code) noexcept
+{
+    return code == ERROR_NOT_ENOUGH_MEMORY || code == ERROR_OUTOFMEMORY || code == ERROR_COMMITMENT_LIMIT
+           || code == ERROR_NO_SYSTEM_RESOURCES;
+}
+
 std::string systemErrorText(std::uint32_t code, std::uint32_t& failure)
 {
     wchar_t text[256];
@@ -68,12 +79,49 @@ try {
     DeleteFileW(toWide(path).c_str());
 } catch (...) {}
 
+FileKind kindOfFile(const std::string& path, std::uint64_t& size) noexcept
+try {
+    WIN32_FILE_ATTRIBUTE_DATA found;
+    size = 0;
+    if (!GetFileAttributesExW(toWide(path).c_str(), GetFileExInfoStandard, &found)) {
+        errno = GetLastError() == ERROR_ACCESS_DENIED ? EACCES : ENOENT;
+        return FileKind::none;
+    }
+    if (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) return FileKind::folder;
+    if (found.dwFileAttributes & FILE_ATTRIBUTE_DEVICE) return FileKind::other;
+    size = static_cast<std::uint64_t>(found.nFileSizeHigh) << 32 | found.nFileSizeLow;
+    return FileKind::regular;
+} catch (...) {
+    errno = ENOMEM;
+    return FileKind::none;
+}
+
+static bool mayWriteTo(const std::string& path) noexcept { return _waccess(toWide(path).c_str(), 2) == 0; }
+
+bool readFileWhile(const std::string& path, std::size_t most, std::string& bytes,
+                   const std::function<bool(const std::string&)>& goOn)
+{
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(openFile(path, "rb"), std::fclose);
+    if (!file) return false;
+    bytes.clear();
+    char block[65536];
+    for (std::size_t wanted = 64; bytes.size() < most; wanted = sizeof block) {
+        const std::size_t count = std::fread(block, 1, std::min(wanted, most - bytes.size()), file.get());
+        if (count == 0) break;
+        bytes.append(block, count);
+        if (!goOn(bytes)) return true;
+    }
+    return std::ferror(file.get()) == 0;
+}
+
 long long tellFile(std::FILE* file) noexcept { return _ftelli64(file); }
 bool seekFile(std::FILE* file, long long offset) noexcept { return _fseeki64(file, offset, SEEK_SET) == 0; }
 
 #else
 
 std::uint32_t lastSystemError() noexcept { return static_cast<std::uint32_t>(errno); }
+
+bool isOutOfMemory(std::uint32_t code) noexcept { return code == ENOMEM; }
 
 std::string systemErrorText(std::uint32_t code, std::uint32_t& failure)
 {
@@ -86,6 +134,48 @@ std::FILE* openFile(const std::string& path, const char* mode) noexcept
     return std::fopen(path.c_str(), mode);
 }
 void removeFile(const std::string& path) noexcept { unlink(path.c_str()); }
+FileKind kindOfFile(const std::string& path, std::uint64_t& size) noexcept
+{
+    struct stat status;
+    size = 0;
+    if (stat(path.c_str(), &status) != 0) return FileKind::none;
+    if (S_ISDIR(status.st_mode)) return FileKind::folder;
+    if (!S_ISREG(status.st_mode)) return FileKind::other;
+    size = static_cast<std::uint64_t>(status.st_size);
+    return FileKind::regular;
+}
+
+static bool mayWriteTo(const std::string& path) noexcept { return access(path.c_str(), W_OK) == 0; }
+
+bool readFileWhile(const std::string& path, std::size_t most, std::string& bytes,
+                   const std::function<bool(const std::string&)>& goOn)
+{
+    // Opening a pipe nobody writes to would wait without hearing a Ctrl-C; so does reading it.
+    const int number = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
+    if (number < 0) return false;
+    const struct Closing {
+        int descriptor;
+        ~Closing() { close(descriptor); }
+    } closing{number};
+    bytes.clear();
+    char block[65536];
+    for (std::size_t wanted = 64; bytes.size() < most;) {
+        pollfd ready{number, POLLIN, 0};
+        const int readyCount = poll(&ready, 1, 50);
+        if (readyCount < 0 && errno != EINTR) return false;
+        const ssize_t count =
+            readyCount > 0 ? read(number, block, std::min(wanted, most - bytes.size())) : -1;
+        if (count == 0) return true;
+        if (count < 0 && readyCount > 0 && errno != EAGAIN && errno != EINTR) return false;
+        if (count > 0) {
+            bytes.append(block, static_cast<std::size_t>(count));
+            wanted = sizeof block;
+        }
+        if (!goOn(bytes)) return true;
+    }
+    return true;
+}
+
 long long tellFile(std::FILE* file) noexcept { return ftello(file); }
 bool seekFile(std::FILE* file, long long offset) noexcept { return fseeko(file, offset, SEEK_SET) == 0; }
 
@@ -96,6 +186,23 @@ try {
     return fileIdentity(a) == fileIdentity(b);
 } catch (...) {
     return a == b;
+}
+
+bool mayWriteFile(const std::string& path) noexcept
+try {
+    std::uint64_t size = 0;
+    const FileKind kind = kindOfFile(path, size);
+    if (kind == FileKind::folder) {
+        errno = EISDIR;
+        return false;
+    }
+    if (kind != FileKind::none) return mayWriteTo(path);
+    if (errno != ENOENT) return false;
+    const std::string folder = path.substr(0, path.size() - fileName(path).size());
+    return mayWriteTo(folder.empty() ? "." : folder);
+} catch (...) {
+    errno = ENOMEM;
+    return false;
 }
 
 bool readWholeFile(const std::string& path, std::string& bytes)

@@ -12,4 +12,7 @@ std::uint32_t lastSystemError() noexcept;
 /// that failure in `failure`.
 std::string systemErrorText(std::uint32_t code, std::uint32_t& failure);
 
+/// Whether `code` says that memory, or room to map files, is exhausted.
+bool isOutOfMemory(std::uint32_t code) noexcept;
+
 }   // namespace belvor

@@ -1,6 +1,8 @@
 #include "readers/ModelFile.h"
 
+#include "errors/FileError.h"
 #include "platform/FileNames.h"
+#include "platform/Files.h"
 #include "readers/dxf/DXF.h"
 #include "readers/man/ManFile.h"
 #include "readers/things/Things.h"
@@ -26,6 +28,16 @@ constexpr ModelFormat formats[] = {
          return ManFile(path, reporter).takeModel();
      }},
 };
+
+/// Says what a mapping of the file would only call an invalid argument.
+void checkKind(const std::string& path, FileType type)
+{
+    std::uint64_t size = 0;
+    const FileKind kind = kindOfFile(path, size);
+    if (kind == FileKind::other) throw FileError(path, Text::cannotRead, textOf(Text::notARegularFile));
+    if (kind == FileKind::regular && size == 0 && type == FileType::dxf)
+        throw FileError(path, Text::cannotRead, textOf(Text::fileIsEmpty));
+}
 
 }   // namespace
 
@@ -56,15 +68,16 @@ Handle<Model> readModel(const std::string& path, FileType type, Reporter& report
 {
     const ModelFormat* const format = formatOf(type);
     if (!format) return {};
+    checkKind(path, type);
     return format->read(path, reporter, options, account);
 }
 
 void checkBounds(const Point<3>& centre, double radius, Account& account)
 {
-    constexpr double most = std::numeric_limits<double>::max() / 1e10;
+    constexpr double most = 1e75;   // products of such coordinates, which normals are made of, still fit
     double largest = radius;
     for (int axis = 0; axis < 3; ++axis) largest = std::max(largest, std::fabs(centre[axis]));
-    if (largest > most) account.warn(textOf(Text::coordinatesTooFar));
+    if (!(largest <= most)) account.warn(textOf(Text::coordinatesTooFar));
 }
 
 Reading readModel(const std::string& path, FileType type, Reporter& reporter, const ReadingOptions& options)

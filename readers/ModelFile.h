@@ -39,8 +39,8 @@ FileType fileTypeOf(std::string_view path) noexcept;
 const char* nameOf(FileType type) noexcept;
 
 /// Reads the whole file (`path` is UTF-8); no model for an unknown type. What was met stands in `account`,
-/// after a failure as far as the reading came. Throws Win32Error, BadFile, Reporter::Abandoned,
-/// std::bad_alloc.
+/// after a failure as far as the reading came. Throws Win32Error, FileError (a pipe, a device, an empty
+/// drawing), BadFile, Reporter::Abandoned, std::bad_alloc.
 Handle<Model> readModel(const std::string& path, FileType type, Reporter& reporter,
                         const ReadingOptions& options, Account& account);
 
@@ -48,8 +48,8 @@ Handle<Model> readModel(const std::string& path, FileType type, Reporter& report
 Reading readModel(const std::string& path, FileType type, Reporter& reporter,
                   const ReadingOptions& options = {});
 
-/// Warns in `account` when the model is so large that views of it have positions beyond what a number can
-/// hold.
+/// Warns in `account` when the model is so large that normals and positions of it leave the range of a
+/// number.
 void checkBounds(const Point<3>& centre, double radius, Account& account);
 
 }   // namespace belvor

@@ -4,13 +4,13 @@
 #include "platform/Files.h"
 #include "platform/OutputFile.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <exception>
 #include <initializer_list>
-#include <memory>
 #include <string_view>
 
 namespace belvor {
@@ -18,8 +18,6 @@ namespace {
 
 constexpr std::string_view header = "Belvor View Parameters 1.0";
 constexpr std::size_t longestHeader = 39;
-/// Bytes behind the header that are read. The numbers of a view take less than a thousandth of it.
-constexpr std::size_t longestFile = 1 << 20;
 
 /// Six significant digits in general notation, as a stream writes them, in the C locale.
 void append(std::string& text, double value)
@@ -70,19 +68,27 @@ bool startsWithHeader(std::string_view text)
     return line.size() <= longestHeader && line == header;
 }
 
-/// Appends up to `most` bytes; false when they cannot be read.
-bool readMore(std::FILE* file, std::size_t most, std::string& bytes)
-{
-    const std::size_t held = bytes.size();
-    bytes.resize(held + most);
-    bytes.resize(held + std::fread(&bytes[held], 1, most, file));
-    return std::ferror(file) == 0;
-}
-
 bool readLight(Scanner<>& scanner, ParallelLightSetting& light)
 {
     return scanner.real(light.bearing) && scanner.real(light.elevation) && scanner.real(light.intensity);
 }
+
+/// Keeps where a scanner first failed.
+class FaultFinder {
+public:
+    FaultFinder(const std::string& whole, const Scanner<>& reader) : text(whole), scanner(reader) {}
+    void look(ViewValue value, int light = 0)
+    {
+        if (found || !scanner.failed()) return;
+        const auto line = 1 + std::count(text.data(), scanner.position(), '\n');
+        found = {static_cast<int>(line), value, light};
+    }
+    std::optional<ViewFileFault> found;
+
+private:
+    const std::string& text;
+    const Scanner<>& scanner;
+};
 
 }   // namespace
 
@@ -102,6 +108,15 @@ bool ViewParameters::finite() const noexcept
         good = good && std::isfinite(light.bearing) && std::isfinite(light.elevation)
                && std::isfinite(light.intensity);
     return good;
+}
+
+bool ViewParameters::finiteInModel(const Point<3>& centre, double modelRadius) const
+{
+    const double radius = usableRadius(modelRadius);
+    ViewParameters placed = *this;
+    placed.eye = toModel(eye, centre, radius);
+    placed.lookAt = toModel(lookAt, centre, radius);
+    return placed.finite();
 }
 
 bool ViewParameters::write(const std::string& path, const Point<3>& centre, double modelRadius) const
@@ -131,34 +146,57 @@ try {
     return false;
 }
 
-bool ViewParameters::read(const std::string& path, const Point<3>& centre, double modelRadius)
+bool isViewFile(std::string_view bytes)
 {
-    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(openFile(path, "rb"), std::fclose);
-    std::string bytes;
-    return file && readMore(file.get(), header.size() + 2, bytes) && startsWithHeader(asText(bytes))
-           && readMore(file.get(), longestFile, bytes) && parse(bytes, centre, modelRadius);
+    return startsWithHeader(asText(std::string(bytes.substr(0, longestHeader + 2))));
 }
 
-bool ViewParameters::parse(const std::string& bytes, const Point<3>& centre, double modelRadius)
+bool readViewFile(const std::string& path, std::string& bytes, const std::function<void()>& waiting)
+{
+    return readFileWhile(path, maxViewFileSize, bytes, [&waiting](const std::string& soFar) {
+        if (waiting) waiting();
+        return soFar.size() < longestHeader + 2 || isViewFile(soFar);
+    });
+}
+
+bool ViewParameters::read(const std::string& path, const Point<3>& centre, double modelRadius)
+{
+    std::string bytes;
+    return readViewFile(path, bytes) && parse(bytes, centre, modelRadius);
+}
+
+bool ViewParameters::parse(const std::string& bytes, const Point<3>& centre, double modelRadius,
+                           std::optional<ViewFileFault>* fault)
 {
     const std::string text = asText(bytes);
     if (!startsWithHeader(text)) return false;
 
     const double radius = usableRadius(modelRadius);
     Scanner<> scanner(std::string_view(text).substr(header.size()));
+    FaultFinder faults(text, scanner);
     eye = toView(scanner, centre, radius);
+    faults.look(ViewValue::eye);
     lookAt = toView(scanner, centre, radius);
+    faults.look(ViewValue::lookAt);
     scanner.real(zoom);
+    faults.look(ViewValue::zoom);
     std::int64_t projection = parallel;
-    scanner.integer(projection);
+    scanner.integer(projection, 2);   // neither 0 nor 1, however long it is
     parallel = projection != 0;
     if (projection != 0 && projection != 1) scanner.fail();
+    faults.look(ViewValue::projection);
     scanner.real(skyIntensity);
+    faults.look(ViewValue::sky);
     scanner.real(groundIntensity);
+    faults.look(ViewValue::ground);
 
     std::size_t known = 0;
-    for (ParallelLightSetting light; known < lights.size() && readLight(scanner, light); light = {})
-        lights[known++] = light;
+    while (known < lights.size() && scanner.skipBlanks()) {   // fewer lights are no fault
+        ParallelLightSetting light;
+        if (readLight(scanner, light)) lights[known++] = light;
+        else faults.look(ViewValue::light, static_cast<int>(known) + 1);
+    }
+    if (fault) *fault = faults.found;
     for (; known < lights.size(); ++known) lights[known].intensity = 0.0;
     imageSaved = false;
     return true;

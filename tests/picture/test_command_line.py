@@ -18,6 +18,13 @@ class CommandLine(Folder):
         super().setUp()
         self.write("p.omb", "what was there before")
 
+    def remarks(self, *arguments):
+        """What a command that succeeds says."""
+        done = self.run_program(*arguments)
+        self.assertEqual(done.returncode, 0, done.stderr)
+        self.assertEqual(self.run_program("--quiet", *arguments).stderr, "")
+        return done.stderr
+
     def refused(self, status, arguments, says=(), **options):
         """The command ends with `status`, says each of `says` on standard error, and changes no file."""
         before = self.contents()
@@ -29,7 +36,7 @@ class CommandLine(Folder):
         self.assertEqual(self.contents(), before)
 
     def contents(self):
-        return {name: (self.folder / name).is_dir() or self.read(name) for name in self.names()}
+        return {name: self.read(name) if (self.folder / name).is_file() else "" for name in self.names()}
 
     def test_usage_errors(self):
         for arguments in ([], ["plates.thf"], ["--size", "8x6", "plates.thf"], ["plates.thf", "p.jpg"], ["plates.thf", "png"],
@@ -41,7 +48,25 @@ class CommandLine(Folder):
                           ["--save-view", "./p.omb", "plates.thf", "p.omb"], ["--type", "things", "p.omb", "p.omb"]):
             with self.subTest(arguments):
                 self.refused(2, arguments)
-        self.assertEqual(self.run_program("--help").returncode, 0)
+        for arguments, says in ((["--view", "", "plates.thf", "p.png"], "--view needs a value"),        # "$UNSET"
+                                (["--save-view=", "plates.thf", "p.png"], "--save-view needs a value"),
+                                (["--size", "", "plates.thf", "p.png"], "--size needs a value"), (["plates.thf", ""], "an argument is empty"),
+                                (["--view", "--quiet", "plates.thf", "p.png"], "--view needs a value"),
+                                (["-s", "8x6", "--size=8x6", "plates.thf", "p.png"], "--size was given twice"),
+                                (["--quiet=yes", "plates.thf", "p.png"], '--quiet takes no value; it was given "yes"'),
+                                (["-qx", "plates.thf", "p.png"], "there is no option -x"), (["-q"], "no model was named")):
+            with self.subTest(arguments):
+                self.refused(2, arguments, [says])
+
+    def test_short_forms_and_the_end_of_options(self):
+        for option in ("--help", "-h", "--version", "-V"):
+            done = self.run_program(option)
+            self.assertEqual((done.returncode, done.stderr), (0, ""), option)
+        self.assertEqual(done.stdout, "belvor-render 1.2.0\n")
+        self.write("-minus.thf", PLATES)
+        self.render("-s8x6", "--type=THINGS", "-o", "a.png", "--output=b.png", "--", "-minus.thf", "c.PNG")
+        self.assertEqual(read_png(self.read("a.png"))[:2], (8, 6))
+        self.assertEqual({self.read(name) for name in ("a.png", "b.png", "c.PNG")}, {self.read("a.png")})
 
     def test_bad_models_and_views_are_status_1(self):
         self.refused(1, [self.write("bad.thf", "Y 3 0 0 0 1 0 0 0 1 0 1 1 2"), "p.png", "p.omb"], ["material expected", "bad.thf"])
@@ -49,6 +74,51 @@ class CommandLine(Folder):
         for view in ("Belvor View Parameters 1.1\n0 0 0\n",
                      "Belvor View Parameters 1.0\n1e308 2 3 0 0 0 1\n"):      # infinite in radii of the model
             self.refused(1, ["--view", self.write("bad.bvp", view), "tiny.thf", "p.png", "p.omb"], ["bad.bvp"])
+
+    def test_damaged_views_and_huge_models_are_remarked(self):
+        self.write("cut.bvp", "Belvor View Parameters 1.0\n9 9 9\n0 0 0\n0.5\n1\n0.4 oops\n")
+        self.assertEqual(self.remarks("--view", "cut.bvp", "plates.thf", "a.png"),
+                         "belvor-render: cut.bvp, line 6: the ground light is missing or cannot be read; it and all behind it are taken as not given\n")
+        for power in (76, 154, 200, 307):
+            self.write("huge.thf", f"Y 3 -1e{power} 0 0 1e{power} 0 0 0 1e{power} 0 0 1 1 S\n3 1 2 3\n")
+            self.assertEqual(self.remarks("huge.thf", "a.png"), "belvor-render: huge.thf: coordinates beyond 1e+75 are too large to be drawn exactly\n")
+            info = json.loads(self.run_program("--info", "huge.thf").stdout, parse_constant=self.fail)
+            self.assertAlmostEqual(info["radius"] / float(f"1e{power}"), 1.25 ** 0.5)
+            self.render("huge.thf", "--save-view", "v.bvp")
+            self.render("huge.thf", "--view", "v.bvp", "--save-view", "w.bvp")
+            self.assertEqual(self.read("v.bvp"), self.read("w.bvp"))
+        self.refused(1, ["--save-view", "v.bvp", self.write("huge.thf", "Y 2 -1.7e308 0 0 1.7e308 0 0 0 0")], ["the coordinates of the model are too large"])
+
+    @unittest.skipIf(WINDOWS, "pipes with a name")
+    def test_pipes(self):
+        os.mkfifo(self.folder / "pipe.dxf")
+        self.refused(3, ["pipe.dxf", "p.png"], ["pipe.dxf cannot be read: it is not a regular file"])
+        process = subprocess.Popen(command() + ["--view", "pipe.dxf", "plates.thf", "p.png"], cwd=self.folder, stderr=subprocess.DEVNULL)
+        time.sleep(0.3)
+        self.assertIsNone(process.poll(), "it waits for somebody to write")
+        started = time.monotonic()
+        process.send_signal(signal.SIGINT)
+        self.assertEqual(process.wait(60), -signal.SIGINT)
+        self.assertLess(time.monotonic() - started, 2, "some ten times what it takes, for a busy machine")
+        self.render("--save-view", "v.bvp", "plates.thf")
+        process = subprocess.Popen(command() + ["--view", "pipe.dxf", "--save-view", "w.bvp", "plates.thf"], cwd=self.folder)
+        (self.folder / "pipe.dxf").write_bytes(self.read("v.bvp"))
+        self.assertEqual(process.wait(60), 0)
+        self.assertEqual(self.read("v.bvp"), self.read("w.bvp"))
+
+    def test_what_is_wrong_is_said_before_the_model_is_read(self):
+        """Each would be refused in any case: the model is bad, so the status tells which fault was seen first."""
+        self.write("bad.thf", "Y 3 0 0 0 1 0 0 0 1 0 1 1 2")
+        for status, arguments, says in ((3, ["nowhere/p.png"], "nowhere/p.png cannot be written"), (3, ["--save-view", "nowhere/v.bvp"], "nowhere/v.bvp"),
+                                        (3, ["--view", "missing.bvp", "p.png"], "missing.bvp cannot be read"),
+                                        (1, ["--view", self.write("no.bvp", "P6\n"), "p.png"], "no.bvp is not a view parameters file"),
+                                        (3, ["--size", "16000x40000", "new.omb"], "an Ombr file holds at most 4294967295 bytes")):
+            self.refused(status, ["bad.thf"] + arguments, [says])
+        self.refused(3, [self.write("empty.dxf", ""), "p.png"], ["empty.dxf cannot be read: the file is empty"])
+        if not WINDOWS:
+            self.refused(1, ["--view", "/dev/zero", "plates.thf", "p.png"], ["not a view parameters file"])
+            with open("/dev/full", "w") as full:
+                self.refused(3, ["--help"], [os.strerror(errno.ENOSPC)], stdout=full)
 
     def test_files_that_cannot_be_read_or_written_are_status_3(self):
         os.mkdir(self.folder / "folder.png")
@@ -71,7 +141,7 @@ class CommandLine(Folder):
         self.write("long.thf", "Y 3 0 0 0 1 0 0 0 1 0 0 900\n" + "".join(f"1 Material{i}\n3 1 2 3\n" for i in range(900)))
         for model in ("plates.thf", "long.thf"):     # what stays in the buffer to the end, and what does not
             with open("/dev/full", "w") as full:
-                self.refused(3, ["--info", model], ["standard output: " + os.strerror(errno.ENOSPC)], stdout=full)
+                self.refused(3, ["--info", model], ["standard output cannot be written: " + os.strerror(errno.ENOSPC)], stdout=full)
         self.refused(3, ["--save-view", "/dev/full", "plates.thf"], [os.strerror(errno.ENOSPC)])
 
         def no_bytes():

@@ -122,6 +122,13 @@ TEST(ViewParameters, KeepWhatAShortFileDoesNotSay)
          true,
          {1, 2, 3, 4, 5}},
         {"behind the first megabyte", std::string(2 << 20, ' ') + "2 4 6 2 4 6 0.5", -1, 0.8, 0.4, false, {}},
+        {"projection too large for 64 bits",
+         "2 4 6 2 4 6 0.5 99999999999999999999 0.9",
+         0,
+         0.5,
+         0.4,
+         true,
+         {}},
         {"zoom too large for a double", "2 4 6 2 4 6 1e999 1", 0, most, 0.4, false, {}},
     };
     for (const auto& c : cases) {
@@ -137,6 +144,57 @@ TEST(ViewParameters, KeepWhatAShortFileDoesNotSay)
         ASSERT_EQ(view.lights.size(), 5u) << c.why;
         for (std::size_t i = 0; i < 5; ++i)
             EXPECT_EQ(view.lights[i].intensity, c.intensities[i]) << c.why << i;
+    }
+}
+
+TEST(ViewParameters, TellTheFirstNumberThatWasReadPast)
+{
+    const struct {
+        const char* why;
+        std::string text;
+        int line;   // 0: no fault
+        ViewValue value;
+        int light;
+    } cases[] = {
+        {"whole", "1 2 3\n4 5 6\n0.5\n1\n1\n1\n1 1 1\n", 0, {}, 0},
+        {"no lights", "1 2 3\n4 5 6\n0.5\n0\n1\n1", 0, {}, 0},
+        {"more lights than there are", "1 2 3 4 5 6 0.5 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 x", 0, {}, 0},
+        {"header alone", "", 2, ViewValue::eye, 0},
+        {"a letter in the eye", "1 2x 3\n4 5 6\n", 2, ViewValue::eye, 0},
+        {"a comma in the look-at point", "1 2 3\r\n4,5 5 6\r\n", 3, ViewValue::lookAt, 0},
+        {"zoom too large", "1 2 3\n4 5 6\n1e999\n1\n", 4, ViewValue::zoom, 0},
+        {"projection in words", "1 2 3\n4 5 6\n0.5\nperspective\n", 5, ViewValue::projection, 0},
+        {"projection 2", "1 2 3\n4 5 6\n0.5\n2\n1\n1\n", 5, ViewValue::projection, 0},
+        {"cut before the sky", "1 2 3\n4 5 6\n0.5\n1", 5, ViewValue::sky, 0},
+        {"cut before the ground", "1 2 3\n4 5 6\n0.5\n1\n1\n", 7, ViewValue::ground, 0},
+        {"half of the second light", "1 2 3\n4 5 6\n0.5\n1\n1\n1\n1 1 1\n30 60\n", 10, ViewValue::light, 2},
+    };
+    for (const auto& c : cases) {
+        std::optional<ViewFileFault> fault;
+        ASSERT_TRUE(ViewParameters().parse(header + c.text, {}, 1, &fault)) << c.why;
+        EXPECT_EQ(fault.has_value(), c.line != 0) << c.why;
+        if (!fault) continue;
+        EXPECT_EQ(fault->line, c.line) << c.why;
+        EXPECT_EQ(fault->value, c.value) << c.why;
+        EXPECT_EQ(fault->light, c.light) << c.why;
+    }
+}
+
+TEST(ViewParameters, OfAnotherFileReadOnlyItsBeginning)
+{
+    const struct {
+        const char* why;
+        std::string bytes;
+        std::size_t most;
+    } cases[] = {
+        {"zeros", std::string(1 << 20, '\0'), 100},
+        {"one endless line", "Belvor View Parameters 1.0" + std::string(1 << 20, ' '), 100},
+        {"a view with a long tail", header + std::string(3 << 20, '\n'), maxViewFileSize},
+    };
+    for (const auto& c : cases) {
+        std::string bytes;
+        EXPECT_TRUE(readViewFile(TempFile("large.bvp", c.bytes).path(), bytes)) << c.why;
+        EXPECT_LE(bytes.size(), c.most) << c.why;
     }
 }
 

@@ -88,6 +88,7 @@ TEST(Things, ReadsEveryShapeOfText)
         {"a count beyond 64 bits", "Y 99999999999999999999 0 0 0", "cut 0 0, 0"},
         {"loop counts that would overflow", "Y 3\n" + triangle + "-9000000000000000000 S\n",
          "material expected"},
+        {"an edge count beyond 64 bits", "Y 1 1 2 3 99999999999999999999 1 1 S", "cut 1 0, 0"},
         {"a coordinate that overflows", "Y 1 1e999 0 0 0 0", "cut 0 0, 0"},
         {"collinear", "Y 3 0 0 0 1 0 0 2 0 0 0 1 1 S\n3 1 2 3\n", "whole 3 3 S+, 1"},
     };

@@ -1,0 +1,35 @@
+#include "cli/Remarks.h"
+
+#include "resources/Texts.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <vector>
+
+namespace belvor {
+void remark(const std::string& text) { std::fputs(filledText(Text::toolRemark, {text}).c_str(), stderr); }
+
+void remarkOn(const std::string& file, const Reading& reading)
+{
+    constexpr std::size_t maxLines = 20;
+    for (const std::string& warning : reading.account.warnings)
+        remark(filledText(Text::fileRemark, {file, warning}));
+    if (reading.model->facetCount() == 0) remark(filledText(Text::nothingToDraw, {file}));
+    std::vector<NotDrawn> skipped = reading.account.notDrawn;
+    std::stable_sort(skipped.begin(), skipped.end(),
+                     [](const auto& a, const auto& b) { return a.count > b.count; });
+    for (std::size_t i = 0; i < skipped.size() && i < maxLines; ++i)
+        remark(filledText(Text::notDrawn,
+                          {std::to_string(skipped[i].count), skipped[i].type, skipped[i].reason}));
+    if (skipped.size() > maxLines)
+        remark(filledText(Text::moreNotDrawn, {std::to_string(skipped.size() - maxLines)}));
+}
+
+std::string viewFaultText(const std::string& file, const ViewFileFault& fault)
+{
+    const Text value = textAfter(Text::viewEye, static_cast<int>(fault.value));
+    return filledText(Text::viewFileFault,
+                      {file, std::to_string(fault.line), filledText(value, {std::to_string(fault.light)})});
+}
+
+}   // namespace belvor

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "readers/ModelFile.h"
+#include "view/ViewParameters.h"
+
+#include <string>
+
+namespace belvor {
+
+/// Writes one line of standard error, the program's name before it.
+void remark(const std::string& text);
+
+/// Tells why something is missing from a picture of the model, or why the picture cannot be exact.
+void remarkOn(const std::string& file, const Reading& reading);
+
+/// Tells the user what was read past in a parameter file.
+std::string viewFaultText(const std::string& file, const ViewFileFault& fault);
+
+}   // namespace belvor
