@@ -1,11 +1,12 @@
 #include "app/FullScreen.h"
 
+#include "ui/WindowScale.h"
+#include "view/WindowLayout.h"
+
 #include <utility>
 
 namespace belvor {
 namespace {
-
-constexpr LONG smallestWidth = 250, smallestHeight = 450;
 
 RECT screenOf(HWND window)
 {
@@ -34,12 +35,13 @@ void FullScreen::toggle()
 
 void FullScreen::limit(MINMAXINFO& limits) const
 {
-    limits.ptMinTrackSize = {smallestWidth, smallestHeight};
+    const PixelScale scale = scaleOf(window);
+    limits.ptMinTrackSize = {scale(smallestWindowWidth), scale(smallestWindowHeight)};
     if (!on()) return;
     const RECT screen = screenOf(window);
     RECT frame = screen;
-    AdjustWindowRectEx(&frame, static_cast<DWORD>(GetWindowLongPtrW(window, GWL_STYLE)), TRUE,
-                       static_cast<DWORD>(GetWindowLongPtrW(window, GWL_EXSTYLE)));
+    adjustWindowRect(window, frame, static_cast<DWORD>(GetWindowLongPtrW(window, GWL_STYLE)), true,
+                     static_cast<DWORD>(GetWindowLongPtrW(window, GWL_EXSTYLE)));
     // The place counts from the monitor's corner.
     limits.ptMaxPosition = {frame.left - screen.left, frame.top - screen.top};
     limits.ptMaxSize = {frame.right - frame.left, frame.bottom - frame.top};

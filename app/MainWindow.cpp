@@ -14,7 +14,9 @@
 #include "platform/win32/Window.h"
 #include "resources/Texts.h"
 #include "resources/ids.h"
+#include "ui/ClientSize.h"
 #include "ui/Messages.h"
+#include "ui/WindowScale.h"
 #include "ui/panels/FocusRing.h"
 #include "view/WindowLayout.h"
 
@@ -64,6 +66,7 @@ LRESULT MainWindow::handle(UINT message, WPARAM wParam, LPARAM lParam)
         DefWindowProcW(window, message, wParam, lParam);
         focus.activated(window, LOWORD(wParam) != WA_INACTIVE);
         return 0;
+    case WM_DPICHANGED: dpiChanged(*reinterpret_cast<const RECT*>(lParam)); return 0;
     case WM_GETMINMAXINFO: fullScreen.limit(*reinterpret_cast<MINMAXINFO*>(lParam)); return 0;
     case WM_CLOSE: close(); return 0;
     case WM_DESTROY:
@@ -112,7 +115,9 @@ void MainWindow::create(const CREATESTRUCTW& record)
     progress.emplace(window, statusBar);
     RECT client{};
     GetClientRect(window, &client);
-    const LONG left = client.right - WindowLayout::controlsWidth, bottom = client.bottom - firstBottomMargin;
+    const PixelScale scale = scaleOf(window);
+    const LONG left = client.right - scale(WindowLayout::controlsWidth),
+               bottom = client.bottom - scale(firstBottomMargin);
     core.windows.display = createChild(L"Display", L"Drawing", ID_DISPLAY, 0, {0, 0, left, bottom});
     core.windows.controls = createChild(L"Controls", L"ControlPanel", ID_CONTROLS,
                                         WS_CLIPCHILDREN | WS_DISABLED, {left, 0, client.right, bottom});
@@ -145,8 +150,8 @@ void MainWindow::layOutChildren(int width, int height)
     if (!statusBar) return;   // still being created
     RECT status;
     requireLayout(GetWindowRect(statusBar, &status));
-    const WindowLayout layout =
-        layOut({width, height, status.bottom - status.top, fullScreen.on(), showControls, core.image});
+    const WindowLayout layout = layOut({width, height, status.bottom - status.top, fullScreen.on(),
+                                        showControls, core.image, scaleOf(window)});
     const auto move = [](HWND child, const PixelArea& area) {
         requireLayout(!child || MoveWindow(child, area.x, area.y, area.width, area.height, TRUE));
     };
@@ -160,6 +165,18 @@ void MainWindow::layOutChildren(int width, int height)
     move(core.windows.display, layout.display);
     // What a smaller drawing area leaves is the window's own to paint.
     InvalidateRect(window, nullptr, TRUE);
+}
+
+/// The window has come to a monitor of another scale; `suggested` is its place of the same size to the eye.
+void MainWindow::dpiChanged(const RECT& suggested)
+{
+    SetWindowPos(window, nullptr, suggested.left, suggested.top, suggested.right - suggested.left,
+                 suggested.bottom - suggested.top, SWP_NOZORDER | SWP_NOACTIVATE);
+    layOutAgain();
+    // A strip that keeps its number of pixels must be laid out anew all the same.
+    const PixelSize strip = clientSize(core.windows.controls);
+    SendMessageW(core.windows.controls, WM_SIZE, SIZE_RESTORED, MAKELPARAM(strip.width, strip.height));
+    InvalidateRect(core.windows.controls, nullptr, TRUE);
 }
 
 void MainWindow::layOutAgain()

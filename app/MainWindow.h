@@ -45,6 +45,7 @@ private:
     void size(WPARAM type, int width, int height);
     void layOutChildren(int width, int height);
     void layOutAgain();
+    void dpiChanged(const RECT& suggested);
     void updateMenu();
     void activate(bool active);
     void command(WPARAM wParam, LPARAM lParam);

@@ -3,18 +3,22 @@
 #include "errors/Report.h"
 #include "platform/Win32Error.h"
 #include "platform/win32/Window.h"
+#include "ui/WindowScale.h"
 #include "ui/display/Display.h"
 #include "ui/panels/Controls.h"
 
 #include <commctrl.h>
 #include <shellapi.h>
 
+#include <algorithm>
 #include <clocale>
 #include <cstdlib>
 #include <ctime>
 
 namespace belvor {
 namespace {
+
+constexpr int firstWidth = 800, firstHeight = 600;   // at 96 dots an inch
 
 /// The first argument of the command line; empty without one.
 std::wstring fileArgument()
@@ -26,12 +30,30 @@ std::wstring fileArgument()
     return file;
 }
 
+/// The size that the window has at 96 dots an inch, in pixels of the monitor that it has come to, as far
+/// as there is room.
+void scaleWindow(HWND window)
+{
+    const PixelScale scale = scaleOf(window);
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    if (scale == PixelScale{}
+        || !GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTOPRIMARY), &monitor))
+        return;
+    const RECT& room = monitor.rcWork;
+    SetWindowPos(window, nullptr, room.left, room.top,
+                 std::min(scale(firstWidth), static_cast<int>(room.right - room.left)),
+                 std::min(scale(firstHeight), static_cast<int>(room.bottom - room.top)),
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
 HWND createMainWindow(HINSTANCE module)
 {
     const HWND window =
         CreateWindowExW(0, L"Belvor", L"Belvor", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT,
-                        CW_USEDEFAULT, 800, 600, nullptr, nullptr, module, nullptr);
+                        CW_USEDEFAULT, firstWidth, firstHeight, nullptr, nullptr, module, nullptr);
     if (!window) throw Win32Error("CreateWindow Belvor");
+    scaleWindow(window);
     return window;
 }
 

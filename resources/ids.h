@@ -75,6 +75,8 @@
 #define ID_ACCELERATORS 509
 #define ID_TOOLBARBITMAP 503
 #define ID_ICON 801
+#define ID_TOOLBARSCALED 811   // the toolbar's pictures in 20, 24 and 32 pixels
+#define ID_ARROWBITMAP 820     // size i of 16, 20, 24, 32: right, down, left, up at ID_ARROWBITMAP + 4i ...
 #define ID_ABOUTTITLE 581
 #define ID_ABOUTSCENE 582
 #define ID_ABOUTDIALOG 122

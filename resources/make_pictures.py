@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Draws the program's pictures: toolbar.bmp, belvor.ico and about-title.bmp; with a path of
+"""Draws the program's pictures: the toolbars, the arrows, belvor.ico and about-title.bmp; with a path of
 belvor-render also about-scene.bmp, which that program renders. Needs nothing beyond Python.
 
     make_pictures.py [build/release/bin/belvor-render]
@@ -12,6 +12,7 @@ import sys
 import tempfile
 
 HERE = pathlib.Path(__file__).resolve().parent
+SIZES = (16, 20, 24, 32)   # of what is drawn for monitors of 96, 120, 144 and 192 dots an inch
 
 # Toolbar: 16 colours, so that the toolbar can put the user's colours in place of the greys.
 PALETTE = {".": (192, 192, 192), "#": (0, 0, 0), "s": (128, 128, 128), "w": (255, 255, 255),
@@ -170,6 +171,66 @@ def toolbar():
     assert all(len(image) == 16 and all(len(line) == 16 for line in image) for image in images)
     rows = [[keys.index(c) for image in images for c in image[y]] for y in range(16)]
     bmp4(HERE / "toolbar.bmp", rows, list(PALETTE.values()))
+    for size in SIZES[1:]:
+        scaled = [resized(image, size) for image in images]
+        bmp4(HERE / ("toolbar%d.bmp" % size), [[keys.index(c) for image in scaled for c in image[y]] for y in range(size)],
+             list(PALETTE.values()))
+
+
+def arrows():
+    keys = list(PALETTE)
+    for size in SIZES:
+        for direction in ("right", "down", "left", "up"):
+            bmp4(HERE / ("arrow-%s%d.bmp" % (direction, size)), [[keys.index(c) for c in line] for line in arrow(direction, size)],
+                 list(PALETTE.values()))
+
+
+def doubled(rows):
+    """Twice the size, with corners rounded where two equal neighbours meet in them."""
+    height, width = len(rows), len(rows[0])
+    result = []
+    for y in range(height):
+        upper, lower = [], []
+        for x in range(width):
+            pixel = rows[y][x]
+            up, down = rows[max(y - 1, 0)][x], rows[min(y + 1, height - 1)][x]
+            left, right = rows[y][max(x - 1, 0)], rows[y][min(x + 1, width - 1)]
+            smooth = up != down and left != right
+            upper += [left if smooth and left == up else pixel, right if smooth and up == right else pixel]
+            lower += [left if smooth and left == down else pixel, right if smooth and down == right else pixel]
+        result += [upper, lower]
+    return result
+
+
+def resized(rows, size):
+    """16 rows in another size: drawn eight times as large, then the most frequent colour of each cell."""
+    large = doubled(doubled(doubled(rows)))
+    of = len(large)
+    result = []
+    for y in range(size):
+        line = []
+        for x in range(size):
+            cell = [large[v][u] for v in range(y * of // size, (y + 1) * of // size) for u in range(x * of // size, (x + 1) * of // size)]
+            line.append(max(sorted(set(cell)), key=cell.count))
+        result.append(line)
+    return result
+
+
+def arrow(direction, size):
+    """A scroll arrow in the middle of a square, black on the button's grey."""
+    reach = size * 7 / 32
+    rows = []
+    for y in range(size):
+        line = ""
+        for x in range(size):
+            across, along = x + 0.5 - size / 2, y + 0.5 - size / 2
+            if direction in ("right", "left"):
+                across, along = along, across
+            if direction in ("up", "left"):
+                along = -along
+            line += "#" if -reach / 2 <= along <= reach / 2 and abs(across) <= reach / 2 - along + 0.5 else "."
+        rows.append(line)
+    return rows
 
 
 def inside(polygon, x, y):
@@ -387,6 +448,7 @@ def scene(renderer):
 
 if __name__ == "__main__":
     toolbar()
+    arrows()
     icon()
     title()
     if len(sys.argv) > 1:

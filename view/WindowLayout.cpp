@@ -34,8 +34,9 @@ WindowLayout layOut(const WindowShape& shape) noexcept
         layout.partEnds[WindowLayout::statusParts - 1] = shape.width;
     }
     if (!shape.fullScreen && shape.showControls) {
-        space.width -= WindowLayout::controlsWidth;
-        layout.controls = {space.width, 0, WindowLayout::controlsWidth, space.height};
+        const int strip = shape.scale(WindowLayout::controlsWidth);
+        space.width -= strip;
+        layout.controls = {space.width, 0, strip, space.height};
     }
     space.width = std::max(space.width, 1);
     space.height = std::max(space.height, 1);

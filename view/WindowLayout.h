@@ -1,6 +1,7 @@
 #pragma once
 
 #include "view/PixelArea.h"
+#include "view/PixelScale.h"
 #include "view/ViewCommands.h"
 
 namespace belvor {
@@ -11,11 +12,14 @@ struct WindowShape {
     int statusHeight = 0;
     bool fullScreen = false;   ///< The drawing area has the window to itself.
     bool showControls = true;
-    ImageSize image;   ///< The drawing area keeps its proportions.
+    ImageSize image;      ///< The drawing area keeps its proportions.
+    PixelScale scale{};   ///< Of the monitor.
 };
 
+inline constexpr int smallestWindowWidth = 250, smallestWindowHeight = 450;   ///< At 96 dots an inch.
+
 struct WindowLayout {
-    static constexpr int controlsWidth = 176;
+    static constexpr int controlsWidth = 176;   ///< At 96 dots an inch.
     static constexpr int statusParts = 4;
 
     PixelArea status;                 ///< Not moved in full screen.

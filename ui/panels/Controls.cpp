@@ -5,6 +5,7 @@
 #include "resources/ids.h"
 #include "ui/ClientSize.h"
 #include "ui/Messages.h"
+#include "ui/WindowScale.h"
 #include "ui/panels/EyeSlide.h"
 #include "ui/panels/FocusRing.h"
 #include "ui/panels/Markers.h"
@@ -101,7 +102,8 @@ void Controls::create(const CREATESTRUCTW& record)
 
 void Controls::size()
 {
-    layout = layOutControls(clientSize(window));
+    layout = layOutControls(clientSize(window), scaleOf(window));
+    toolbar.scale();
     const bool moved = move(toolbar.handle(), layout.toolbar) && move(eyeSlide, layout.eyeSlide)
                        && move(plan, layout.plan) && move(elevation, layout.elevation)
                        && move(stereogram, layout.sphere);

@@ -2,13 +2,14 @@
 
 namespace belvor {
 
-ControlsLayout layOutControls(PixelSize client) noexcept
+ControlsLayout layOutControls(PixelSize client, PixelScale scale) noexcept
 {
-    constexpr int toolbarWidth = 24, toolbarHeight = 92, sphereButtons = 32, sliderHeight = 18;
+    const int toolbarWidth = scale(24), toolbarHeight = scale(92), sphereButtons = scale(32),
+              sliderHeight = scale(18);
     const int w = client.width, h = client.height;
 
-    int gapX = w >= 112 ? 6 : w / 14;
-    const int gapY = h >= 216 ? 6 : h / 27;
+    int gapX = w >= scale(112) ? scale(6) : w / 14;
+    const int gapY = h >= scale(216) ? scale(6) : h / 27;
     int column = 3 * (w - 3 * gapX) / 11;   // the left one
     int side = w - 3 * gapX - column;       // of a square panel
     const int room = h / 3 - gapY;
@@ -30,13 +31,14 @@ ControlsLayout layOutControls(PixelSize client) noexcept
     layout.sphere = {x, 2 * pitch, side, side + sphereButtons};
     const int y = 3 * pitch;
     layout.groupFrame = {x, y + sphereButtons, x + side, h - gapY};
-    layout.separator = {x, y + 70, x + side, y + 74};
+    layout.separator = {x, y + scale(70), x + side, y + scale(74)};
     for (int i = 0; i < controlSliders; ++i)
-        layout.sliders[static_cast<std::size_t>(i)] = {x + 2, y + 34 + sliderHeight * i + (i >= 2 ? 2 : 0),
-                                                       side - 4, sliderHeight};
+        layout.sliders[static_cast<std::size_t>(i)] = {
+            x + scale(2), y + scale(34) + sliderHeight * i + (i >= 2 ? scale(2) : 0), side - scale(4),
+            sliderHeight};
     for (int k = 0; k < swatches; ++k)   // they stick out of the frame
-        layout.colours[static_cast<std::size_t>(k)] = {x + side - 2, y + 74 + sliderHeight * k, x + side + 6,
-                                                       y + 88 + sliderHeight * k};
+        layout.colours[static_cast<std::size_t>(k)] = {x + side - scale(2), y + scale(74) + sliderHeight * k,
+                                                       x + side + scale(6), y + scale(88) + sliderHeight * k};
     return layout;
 }
 

@@ -2,6 +2,7 @@
 
 #include "ui/panels/Pixels.h"
 #include "view/PixelArea.h"
+#include "view/PixelScale.h"
 
 #include <array>
 #include <cstddef>
@@ -23,7 +24,7 @@ struct ControlsLayout {
     std::array<PixelRect, swatches> colours;   ///< Of the lights, from light 1 on.
 };
 
-/// The layout for a strip of that size. Any thread.
-ControlsLayout layOutControls(PixelSize client) noexcept;
+/// The layout for a strip of that size, in pixels of the monitor. Any thread.
+ControlsLayout layOutControls(PixelSize client, PixelScale scale = {}) noexcept;
 
 }   // namespace belvor

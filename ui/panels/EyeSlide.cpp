@@ -4,6 +4,7 @@
 #include "platform/win32/Window.h"
 #include "resources/ids.h"
 #include "ui/Messages.h"
+#include "ui/WindowScale.h"
 #include "ui/panels/Markers.h"
 #include "ui/panels/PanelPainting.h"
 
@@ -12,7 +13,7 @@ namespace {
 
 constexpr PixelDirection up{0.0, -1.0};
 
-int buttonHeight() noexcept { return GetSystemMetrics(SM_CYVSCROLL); }
+int buttonHeight(HWND panel) noexcept { return metricOf(panel, SM_CYVSCROLL); }
 
 void drawBar(HDC dc, const PixelRect& bar) noexcept
 {
@@ -21,9 +22,9 @@ void drawBar(HDC dc, const PixelRect& bar) noexcept
     FillRect(dc, &area, grey.get());
 }
 
-void drawCentreLine(HDC dc, const std::vector<PixelLine>& pieces) noexcept
+void drawCentreLine(HDC dc, const std::vector<PixelLine>& pieces, PixelScale scale) noexcept
 {
-    const GdiObject<HPEN> pen(CreatePen(PS_SOLID, 2, RGB(0, 0, 0)));
+    const GdiObject<HPEN> pen(CreatePen(PS_SOLID, scale(2), RGB(0, 0, 0)));
     const Selection penInDc(dc, pen.get());
     for (const PixelLine& piece : pieces) drawLine(dc, piece);
 }
@@ -59,8 +60,11 @@ void EyeSlide::create()
 void EyeSlide::size()
 {
     const PixelSize client = clientSize(window);
-    MoveWindow(advanceButton.handle(), 0, 0, client.width, buttonHeight(), TRUE);
-    MoveWindow(retreatButton.handle(), 0, client.height - buttonHeight(), client.width, buttonHeight(), TRUE);
+    advanceButton.scale();
+    retreatButton.scale();
+    MoveWindow(advanceButton.handle(), 0, 0, client.width, buttonHeight(window), TRUE);
+    MoveWindow(retreatButton.handle(), 0, client.height - buttonHeight(window), client.width,
+               buttonHeight(window), TRUE);
 }
 
 void EyeSlide::paint()
@@ -84,17 +88,17 @@ std::vector<Tool> EyeSlide::drawMarkers(HDC dc, PixelSize client) const
 {
     const SlideScale along = scale();
     const PixelPoint eye{along.x, along.toPixel(record.eye)}, lookAt{along.x, along.toPixel(record.lookAt)};
-    const PixelRect bar = extentBar(record, along, client, GetSystemMetrics(SM_CXVSCROLL));
+    const PixelRect bar = extentBar(record, along, client, metricOf(window, SM_CXVSCROLL));
     drawBar(dc, bar);
-    drawCentreLine(dc, slideLine(record, along));
-    drawCross(dc, lookAt);
-    const EyeGlyph glyph = eyeGlyph(eye, directionBetween(eye, lookAt, up));
-    drawEyeGlyph(dc, glyph);
+    drawCentreLine(dc, slideLine(record, along), along.pixels);
+    drawCross(dc, lookAt, along.pixels);
+    const EyeGlyph glyph = eyeGlyph(eye, directionBetween(eye, lookAt, up), along.pixels);
+    drawEyeGlyph(dc, glyph, along.pixels);
     std::vector<Tool> tools{{ID_TOOLSLIDEEYE, ID_TOOLSLIDEEYE, glyph.bounds()},
-                            {ID_TOOLSLIDELOOKAT, ID_TOOLSLIDELOOKAT, around(lookAt)}};
+                            {ID_TOOLSLIDELOOKAT, ID_TOOLSLIDELOOKAT, around(lookAt, along.pixels)}};
     if (!record.parallel) {
-        const ZoomWedge wedge = zoomWedge(eye, record.zoomAngle);
-        drawZoomWedge(dc, wedge);
+        const ZoomWedge wedge = zoomWedge(eye, record.zoomAngle, along.pixels);
+        drawZoomWedge(dc, wedge, along.pixels);
         tools.push_back({ID_TOOLZOOMANGLE, ID_TOOLZOOMANGLE, wedge.bounds});
     }
     tools.push_back({ID_TOOLEXTENT, ID_TOOLEXTENT, bar});
@@ -113,9 +117,9 @@ Ghost::Shape EyeSlide::ghostAt(const PanelMouse& mouse) const
     const SlideGhost markers = slideGhost(record, taken, along, mouse.at.y);
     const PixelPoint eye{along.x, markers.eyeY}, lookAt{along.x, markers.lookAtY};
     const PixelDirection sight = markers.lookAt ? directionBetween(eye, lookAt, up) : up;
-    return [=](HDC dc) {
-        if (markers.eye) drawEyeGlyph(dc, eyeGlyph(eye, sight));
-        if (markers.lookAt) drawCross(dc, lookAt, true);
+    return [=, scale = along.pixels](HDC dc) {
+        if (markers.eye) drawEyeGlyph(dc, eyeGlyph(eye, sight, scale), scale);
+        if (markers.lookAt) drawCross(dc, lookAt, scale, true);
     };
 }
 
@@ -150,7 +154,10 @@ void EyeSlide::notify(LPARAM lParam)
     if (tool != 0) showHelp(window, tool + ID_STATUSTEXT, event->shows);
 }
 
-SlideScale EyeSlide::scale() const noexcept { return {clientSize(window), buttonHeight()}; }
+SlideScale EyeSlide::scale() const noexcept
+{
+    return {clientSize(window), buttonHeight(window), scaleOf(window)};
+}
 
 void registerEyeSlide(HINSTANCE module)
 {

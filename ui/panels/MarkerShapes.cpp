@@ -18,10 +18,11 @@ PixelDirection directionBetween(PixelPoint from, PixelPoint to, PixelDirection f
     return length == 0.0 ? fallback : PixelDirection{dx / length, dy / length};
 }
 
-EyeGlyph eyeGlyph(PixelPoint eye, PixelDirection sight) noexcept
+EyeGlyph eyeGlyph(PixelPoint eye, PixelDirection sight, PixelScale scale) noexcept
 {
     // The shape looks along +x and is symmetrical, so that y running down does not matter.
-    const auto at = [&](int x, int y) {
+    const auto at = [&](int across, int down) {
+        const double x = scale.exact(across), y = scale.exact(down);
         return roundedPoint(eye.x + x * sight.x - y * sight.y, eye.y + x * sight.y + y * sight.x);
     };
     return {{at(9, -6), at(-9, 0), at(9, 6)},
@@ -46,32 +47,36 @@ PixelRect EyeGlyph::bounds() const noexcept
     return box;
 }
 
-std::array<PixelLine, 2> crossStrokes(PixelPoint p) noexcept
+std::array<PixelLine, 2> crossStrokes(PixelPoint p, PixelScale scale) noexcept
 {
-    return {{{{p.x - 10, p.y}, {p.x + 10, p.y}}, {{p.x, p.y - 10}, {p.x, p.y + 10}}}};
+    const int arm = scale(10);
+    return {{{{p.x - arm, p.y}, {p.x + arm, p.y}}, {{p.x, p.y - arm}, {p.x, p.y + arm}}}};
 }
 
-PixelRect around(PixelPoint p, int radius) noexcept
+PixelRect around(PixelPoint p, PixelScale scale) noexcept
 {
+    const int radius = scale(10);
     return {p.x - radius, p.y - radius, p.x + radius, p.y + radius};
 }
 
-std::vector<PixelLine> sightLines(PixelPoint eye, PixelPoint lookAt, bool parallel)
+std::vector<PixelLine> sightLines(PixelPoint eye, PixelPoint lookAt, bool parallel, PixelScale scale)
 {
+    const double gap = scale.exact(6), apart = scale.exact(2);
     const PixelDirection u = directionBetween(eye, lookAt, {0.0, 0.0});
     const auto line = [&](double dx, double dy) {
-        return PixelLine{roundedPoint(eye.x + 6 * u.x + dx, eye.y + 6 * u.y + dy),
-                         roundedPoint(lookAt.x - 6 * u.x + dx, lookAt.y - 6 * u.y + dy)};
+        return PixelLine{roundedPoint(eye.x + gap * u.x + dx, eye.y + gap * u.y + dy),
+                         roundedPoint(lookAt.x - gap * u.x + dx, lookAt.y - gap * u.y + dy)};
     };
     if (!parallel) return {line(0, 0)};
-    return {line(-2 * u.y, 2 * u.x), line(2 * u.y, -2 * u.x)};
+    return {line(-apart * u.y, apart * u.x), line(apart * u.y, -apart * u.x)};
 }
 
-ZoomWedge zoomWedge(PixelPoint eye, double zoomAngle) noexcept
+ZoomWedge zoomWedge(PixelPoint eye, double zoomAngle, PixelScale scale) noexcept
 {
     const double sine = std::sin(zoomAngle / 2), cosine = std::cos(zoomAngle / 2);
     const auto at = [&](int across, int up) {
-        return PixelPoint{truncatedPixel(eye.x + across * sine), truncatedPixel(eye.y - up * cosine)};
+        return PixelPoint{truncatedPixel(eye.x + scale.exact(across) * sine),
+                          truncatedPixel(eye.y - scale.exact(up) * cosine)};
     };
     ZoomWedge wedge{{{{at(-50, 50), at(-10, 10)}, {at(50, 50), at(10, 10)}, {at(-30, 30), at(30, 30)}}}, {}};
     wedge.bounds = {at(-50, 50).x, at(-50, 50).y, at(50, 50).x, at(10, 10).y};

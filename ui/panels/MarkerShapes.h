@@ -24,23 +24,26 @@ struct EyeGlyph {
     friend bool operator==(const EyeGlyph&, const EyeGlyph&) noexcept = default;
 };
 
+// Sizes below are those of 96 dots an inch; `scale` is that of the monitor.
+
 /// The eye at pixel `eye`, looking along `sight`; it stays within 11 pixels of its place.
-EyeGlyph eyeGlyph(PixelPoint eye, PixelDirection sight) noexcept;
+EyeGlyph eyeGlyph(PixelPoint eye, PixelDirection sight, PixelScale scale = {}) noexcept;
 
 /// The two strokes of the look-at cross.
-std::array<PixelLine, 2> crossStrokes(PixelPoint lookAt) noexcept;
+std::array<PixelLine, 2> crossStrokes(PixelPoint lookAt, PixelScale scale = {}) noexcept;
 /// The rectangle 10 pixels about a point: where the tooltip of a cross or a light lives.
-PixelRect around(PixelPoint point, int radius = 10) noexcept;
+PixelRect around(PixelPoint point, PixelScale scale = {}) noexcept;
 
 /// The line of sight between the two markers, leaving them free: one line, or in parallel
 /// projection two, 4 pixels apart.
-std::vector<PixelLine> sightLines(PixelPoint eye, PixelPoint lookAt, bool parallel);
+std::vector<PixelLine> sightLines(PixelPoint eye, PixelPoint lookAt, bool parallel, PixelScale scale = {});
 
 /// The zoom angle drawn at an eye that looks up: two sides and the bar between them.
 struct ZoomWedge {
     std::array<PixelLine, 3> strokes;
     PixelRect bounds;
 };
-ZoomWedge zoomWedge(PixelPoint eye, double zoomAngle) noexcept;   ///< The angle in radians.
+/// The angle in radians.
+ZoomWedge zoomWedge(PixelPoint eye, double zoomAngle, PixelScale scale = {}) noexcept;
 
 }   // namespace belvor

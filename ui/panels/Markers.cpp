@@ -3,6 +3,8 @@
 #include "platform/win32/Handles.h"
 
 #include <array>
+#include <map>
+#include <utility>
 
 namespace belvor {
 namespace {
@@ -29,7 +31,7 @@ void drawLine(HDC dc, const PixelLine& line) noexcept
     LineTo(dc, line.to.x, line.to.y);
 }
 
-void drawEyeGlyph(HDC dc, const EyeGlyph& glyph) noexcept
+void drawEyeGlyph(HDC dc, const EyeGlyph& glyph, PixelScale scale) noexcept
 {
     std::array<POINT, 10> points;
     auto next = points.begin();
@@ -37,43 +39,43 @@ void drawEyeGlyph(HDC dc, const EyeGlyph& glyph) noexcept
     for (const PixelPoint& p : glyph.eyeball) *next++ = toPoint(p);
     for (const PixelPoint& p : glyph.pupil) *next++ = toPoint(p);
     constexpr std::array<DWORD, 3> counts{3, 4, 3};
-    const GdiObject<HPEN> pen(CreatePen(PS_SOLID, 2, RGB(0, 255, 0)));
+    const GdiObject<HPEN> pen(CreatePen(PS_SOLID, scale(2), RGB(0, 255, 0)));
     const Selection penInDc(dc, pen.get());
     PolyPolyline(dc, points.data(), counts.data(), counts.size());
 }
 
-void drawCross(HDC dc, PixelPoint lookAt, bool ghost) noexcept
+void drawCross(HDC dc, PixelPoint lookAt, PixelScale scale, bool ghost) noexcept
 {
     const auto strokes = [&](int width, COLORREF colour) {
-        const GdiObject<HPEN> pen(CreatePen(PS_SOLID, width, colour));
+        const GdiObject<HPEN> pen(CreatePen(PS_SOLID, scale(width), colour));
         const Selection penInDc(dc, pen.get());
-        for (const PixelLine& stroke : crossStrokes(lookAt)) drawLine(dc, stroke);
+        for (const PixelLine& stroke : crossStrokes(lookAt, scale)) drawLine(dc, stroke);
     };
     strokes(2, RGB(0, 0, 128));
     if (!ghost) strokes(1, RGB(0, 0, 255));
 }
 
-void drawZoomWedge(HDC dc, const ZoomWedge& wedge) noexcept
+void drawZoomWedge(HDC dc, const ZoomWedge& wedge, PixelScale scale) noexcept
 {
-    const GdiObject<HPEN> pen(CreatePen(PS_SOLID, 2, RGB(128, 0, 0)));
+    const GdiObject<HPEN> pen(CreatePen(PS_SOLID, scale(2), RGB(128, 0, 0)));
     const Selection penInDc(dc, pen.get());
     for (const PixelLine& stroke : wedge.strokes) drawLine(dc, stroke);
 }
 
-void drawLight(HDC dc, PixelPoint place, int light, bool below) noexcept
+void drawLight(HDC dc, PixelPoint place, int light, bool below, PixelScale scale) noexcept
 {
     const Selection brushInDc(dc,
                               below ? GetStockObject(HOLLOW_BRUSH) : static_cast<HGDIOBJ>(lightBrush(light)));
-    const Selection penInDc(dc, lightPen(light));
-    drawEllipse(dc, place, 6);
+    const Selection penInDc(dc, lightPen(light, scale));
+    drawEllipse(dc, place, scale(6));
 }
 
-void drawBelowCircle(HDC dc, PixelPoint place) noexcept
+void drawBelowCircle(HDC dc, PixelPoint place, PixelScale scale) noexcept
 {
-    const GdiObject<HPEN> pen(CreatePen(PS_SOLID, 2, RGB(0, 255, 0)));
+    const GdiObject<HPEN> pen(CreatePen(PS_SOLID, scale(2), RGB(0, 255, 0)));
     const Selection penInDc(dc, pen.get());
     const Selection brushInDc(dc, GetStockObject(HOLLOW_BRUSH));
-    drawEllipse(dc, place, 8);
+    drawEllipse(dc, place, scale(8));
 }
 
 HBRUSH lightBrush(int light) noexcept
@@ -85,13 +87,14 @@ HBRUSH lightBrush(int light) noexcept
     return brushes[index].get();
 }
 
-HPEN lightPen(int light) noexcept
+HPEN lightPen(int light, PixelScale scale)
 {
-    static std::array<GdiObject<HPEN>, lightColours.size()> pens;
+    static std::map<std::pair<int, int>, GdiObject<HPEN>> pens;   // by light and width
     if (!isLight(light)) return static_cast<HPEN>(GetStockObject(BLACK_PEN));
-    const auto index = static_cast<std::size_t>(light);
-    if (!pens[index]) pens[index] = GdiObject<HPEN>(CreatePen(PS_SOLID, 2, lightColours[index]));
-    return pens[index].get();
+    GdiObject<HPEN>& pen = pens[{light, scale(2)}];
+    if (!pen)
+        pen = GdiObject<HPEN>(CreatePen(PS_SOLID, scale(2), lightColours[static_cast<std::size_t>(light)]));
+    return pen.get();
 }
 
 }   // namespace belvor

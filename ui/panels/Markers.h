@@ -6,22 +6,23 @@
 namespace belvor {
 
 // Painting of what the panels share. The shapes come from MarkerShapes; a device context in
-// R2_NOTXORPEN draws the same thing as a ghost that a second drawing takes away.
+// R2_NOTXORPEN draws the same thing as a ghost that a second drawing takes away. Sizes are those
+// of 96 dots an inch; `scale` is that of the monitor.
 
 RECT toRect(const PixelRect& rectangle) noexcept;
 
 void drawLine(HDC dc, const PixelLine& line) noexcept;   // with the selected pen
-void drawEyeGlyph(HDC dc, const EyeGlyph& glyph) noexcept;
+void drawEyeGlyph(HDC dc, const EyeGlyph& glyph, PixelScale scale) noexcept;
 /// Blue on dark blue; as a ghost the strokes must be drawn once only, so it gets one pen.
-void drawCross(HDC dc, PixelPoint lookAt, bool ghost = false) noexcept;
-void drawZoomWedge(HDC dc, const ZoomWedge& wedge) noexcept;
+void drawCross(HDC dc, PixelPoint lookAt, PixelScale scale, bool ghost = false) noexcept;
+void drawZoomWedge(HDC dc, const ZoomWedge& wedge, PixelScale scale) noexcept;
 /// A light's disc of radius 6; only its outline for a light below the equator.
-void drawLight(HDC dc, PixelPoint place, int light, bool below) noexcept;
+void drawLight(HDC dc, PixelPoint place, int light, bool below, PixelScale scale) noexcept;
 /// The circle about an eye below the equator.
-void drawBelowCircle(HDC dc, PixelPoint place) noexcept;
+void drawBelowCircle(HDC dc, PixelPoint place, PixelScale scale) noexcept;
 
 /// The colour of a light; lights beyond the eighth are black. Both live as long as the program.
 HBRUSH lightBrush(int light) noexcept;
-HPEN lightPen(int light) noexcept;   ///< Two pixels wide.
+HPEN lightPen(int light, PixelScale scale);   ///< Two pixels wide.
 
 }   // namespace belvor

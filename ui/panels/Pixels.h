@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/Pixels.h"
+#include "view/PixelScale.h"
 
 #include <algorithm>
 
@@ -12,11 +13,11 @@ inline int truncatedPixel(double v) noexcept
     return v >= -16000.0 ? static_cast<int>(std::min(v, 16000.0)) : -16000;
 }
 
-/// A press takes a marker strictly within 10 pixels of it.
-constexpr bool hits(PixelPoint marker, int x, int y) noexcept
+/// A press takes a marker strictly within 10 pixels of it, at the monitor's scale.
+constexpr bool hits(PixelPoint marker, int x, int y, PixelScale scale = {}) noexcept
 {
-    const long long dx = x - marker.x, dy = y - marker.y;
-    return dx * dx + dy * dy < 100;
+    const long long dx = x - marker.x, dy = y - marker.y, reach = scale(10);
+    return dx * dx + dy * dy < reach * reach;
 }
 
 /// What a drag in the plan, the elevation or the eye slide moves. With Shift the other marker
@@ -24,10 +25,11 @@ constexpr bool hits(PixelPoint marker, int x, int y) noexcept
 enum class MarkerDrag { none, eye, lookAt, eyeKeepingDistance, lookAtKeepingDistance };
 
 /// The drag that a press starts on the first of the two markers that it hits; the eye wins.
-constexpr MarkerDrag hitMarker(PixelPoint eye, PixelPoint lookAt, int x, int y, bool shift) noexcept
+constexpr MarkerDrag hitMarker(PixelPoint eye, PixelPoint lookAt, int x, int y, bool shift,
+                               PixelScale scale = {}) noexcept
 {
-    if (hits(eye, x, y)) return shift ? MarkerDrag::eyeKeepingDistance : MarkerDrag::eye;
-    if (hits(lookAt, x, y)) return shift ? MarkerDrag::lookAtKeepingDistance : MarkerDrag::lookAt;
+    if (hits(eye, x, y, scale)) return shift ? MarkerDrag::eyeKeepingDistance : MarkerDrag::eye;
+    if (hits(lookAt, x, y, scale)) return shift ? MarkerDrag::lookAtKeepingDistance : MarkerDrag::lookAt;
     return MarkerDrag::none;
 }
 

@@ -4,6 +4,7 @@
 #include "platform/win32/Window.h"
 #include "resources/ids.h"
 #include "ui/Messages.h"
+#include "ui/WindowScale.h"
 #include "ui/panels/Markers.h"
 #include "ui/panels/PanelPainting.h"
 #include "ui/panels/PlanGeometry.h"
@@ -11,11 +12,11 @@
 namespace belvor {
 namespace {
 
-void drawSightLines(HDC dc, PixelPoint eye, PixelPoint lookAt, bool parallel)
+void drawSightLines(HDC dc, PixelPoint eye, PixelPoint lookAt, bool parallel, PixelScale scale)
 {
-    const GdiObject<HPEN> pen(CreatePen(PS_SOLID, 0, RGB(128, 128, 128)));
+    const GdiObject<HPEN> pen(CreatePen(PS_SOLID, scale(1), RGB(128, 128, 128)));
     const Selection penInDc(dc, pen.get());
-    for (const PixelLine& line : sightLines(eye, lookAt, parallel)) drawLine(dc, line);
+    for (const PixelLine& line : sightLines(eye, lookAt, parallel, scale)) drawLine(dc, line);
 }
 
 }   // namespace
@@ -42,8 +43,9 @@ LRESULT Plan::handle(UINT message, WPARAM wParam, LPARAM lParam)
 void Plan::paint()
 {
     const PixelSize client = clientSize(window);
+    const PixelScale scale = scaleOf(window);
     const PixelPoint lookAt = lookAtPixel(markers, client), eye = eyePixel(markers, client);
-    const EyeGlyph glyph = eyeGlyph(eye, directionBetween(eye, lookAt, {1.0, 0.0}));
+    const EyeGlyph glyph = eyeGlyph(eye, directionBetween(eye, lookAt, {1.0, 0.0}), scale);
     {
         const PanelPaint picture(window);
         if (HDC const dc = picture.get()) {
@@ -51,21 +53,21 @@ void Plan::paint()
             FillRect(dc, &frame, GetSysColorBrush(COLOR_BTNFACE));   // where the bitmap is smaller
             copyTo(dc);
             DrawEdge(dc, &frame, EDGE_ETCHED, BF_RECT);
-            drawCross(dc, lookAt);
-            drawEyeGlyph(dc, glyph);
-            drawSightLines(dc, eye, lookAt, markers.parallel);
+            drawCross(dc, lookAt, scale);
+            drawEyeGlyph(dc, glyph, scale);
+            drawSightLines(dc, eye, lookAt, markers.parallel, scale);
             drag.paint(dc);   // redrawn only inside the area being painted
         }
     }
     const bool plan = GetDlgCtrlID(window) == ID_PLAN;
     const UINT lookAtTool = plan ? ID_TOOLPLANLOOKAT : ID_TOOLELEVATIONLOOKAT;
     const UINT eyeTool = plan ? ID_TOOLPLANEYE : ID_TOOLELEVATIONEYE;
-    toolTips.show({{eyeTool, eyeTool, glyph.bounds()}, {lookAtTool, lookAtTool, around(lookAt)}});
+    toolTips.show({{eyeTool, eyeTool, glyph.bounds()}, {lookAtTool, lookAtTool, around(lookAt, scale)}});
 }
 
 bool Plan::takeMarker(const PanelMouse& press)
 {
-    taken = hitMarker(markers, clientSize(window), press.at.x, press.at.y, press.shift);
+    taken = hitMarker(markers, clientSize(window), press.at.x, press.at.y, press.shift, scaleOf(window));
     return taken != MarkerDrag::none;
 }
 

@@ -23,9 +23,10 @@ PixelPoint lookAtPixel(const ViewMarkers& markers, PixelSize client) noexcept
     return panelToPixel(markers.lookAtH, markers.lookAtV, client);
 }
 
-MarkerDrag hitMarker(const ViewMarkers& markers, PixelSize client, int x, int y, bool shift) noexcept
+MarkerDrag hitMarker(const ViewMarkers& markers, PixelSize client, int x, int y, bool shift,
+                     PixelScale scale) noexcept
 {
-    return hitMarker(eyePixel(markers, client), lookAtPixel(markers, client), x, y, shift);
+    return hitMarker(eyePixel(markers, client), lookAtPixel(markers, client), x, y, shift, scale);
 }
 
 PixelLine rubberLine(const ViewMarkers& markers, MarkerDrag drag, PixelSize client, int x, int y) noexcept

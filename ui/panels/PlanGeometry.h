@@ -19,7 +19,8 @@ PixelPoint eyePixel(const ViewMarkers& markers, PixelSize client) noexcept;
 PixelPoint lookAtPixel(const ViewMarkers& markers, PixelSize client) noexcept;
 
 /// The marker that a press at pixel (x, y) takes.
-MarkerDrag hitMarker(const ViewMarkers& markers, PixelSize client, int x, int y, bool shift) noexcept;
+MarkerDrag hitMarker(const ViewMarkers& markers, PixelSize client, int x, int y, bool shift,
+                     PixelScale scale = {}) noexcept;
 
 /// The line that shows the new sight line while `drag` is at pixel (x, y): it ends there.
 PixelLine rubberLine(const ViewMarkers& markers, MarkerDrag drag, PixelSize client, int x, int y) noexcept;

@@ -17,10 +17,11 @@ EyeSlideRecord asking(EyeSlideRecord record, double eye, double lookAt) noexcept
 
 }   // namespace
 
-SlideScale::SlideScale(PixelSize client, int buttonHeight) noexcept
+SlideScale::SlideScale(PixelSize client, int buttonHeight, PixelScale monitor) noexcept
     : x(client.width / 2),
       top(buttonHeight),
-      bottom(client.height - buttonHeight - 1)
+      bottom(client.height - buttonHeight - 1),
+      pixels(monitor)
 {}
 
 int SlideScale::toPixel(double position) const noexcept
@@ -34,7 +35,7 @@ MarkerDrag hitMarker(const EyeSlideRecord& record, const SlideScale& scale, int 
 {
     if (!scale.usable()) return MarkerDrag::none;
     return hitMarker({scale.x, scale.toPixel(record.eye)}, {scale.x, scale.toPixel(record.lookAt)}, x, y,
-                     shift);
+                     shift, scale.pixels);
 }
 
 SlideGhost slideGhost(const EyeSlideRecord& record, MarkerDrag drag, const SlideScale& scale, int y) noexcept
@@ -82,7 +83,7 @@ PixelRect extentBar(const EyeSlideRecord& record, const SlideScale& scale, Pixel
 std::vector<PixelLine> slideLine(const EyeSlideRecord& record, const SlideScale& scale)
 {
     const int eye = scale.toPixel(record.eye), lookAt = scale.toPixel(record.lookAt);
-    constexpr int besideCross = 20, besideEye = 16;
+    const int besideCross = scale.pixels(20), besideEye = scale.pixels(16);
     std::vector<PixelLine> pieces;
     const auto add = [&](int from, int to) {
         if (from < to) pieces.push_back({{scale.x, from}, {scale.x, to}});

@@ -11,9 +11,10 @@ namespace belvor {
 struct SlideScale {
     int x = 0;   ///< The centre line.
     int top = 0, bottom = 0;
+    PixelScale pixels;   ///< Of the monitor.
 
     /// `buttonHeight`: of each of the two buttons at the ends.
-    SlideScale(PixelSize client, int buttonHeight) noexcept;
+    SlideScale(PixelSize client, int buttonHeight, PixelScale monitor = {}) noexcept;
 
     /// False when the area is too small to show a scale: draw nothing, take no mouse.
     bool usable() const noexcept { return bottom > top; }

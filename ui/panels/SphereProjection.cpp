@@ -8,14 +8,14 @@
 namespace belvor {
 namespace {
 
-constexpr int edge = 2;   // of the frame about the panel
+constexpr int edge = 2;   // of the frame about the panel, which the system draws so at every scale
 
 /// The elevation at which the corner of a cube is seen, atan √½.
 constexpr double cubeCorner = 35.2643896827547;
 
 }   // namespace
 
-SphereDisc::SphereDisc(PixelSize client) noexcept
+SphereDisc::SphereDisc(PixelSize client, PixelScale monitor) noexcept : pixels(monitor)
 {
     const int left = edge, top = edge, right = client.width - edge;
     int bottom = client.height - edge;
@@ -87,7 +87,7 @@ int hitItem(const SphereMarkers& markers, const SphereDisc& disc, int x, int y) 
     if (!disc.usable()) return -1;
     for (int item = 0; item <= sphereLights; ++item) {
         const bool there = item == 0 || markers.lights[static_cast<std::size_t>(item) - 1].present;
-        if (there && hits(disc.toPixel(markers.of(item)), x, y)) return item;
+        if (there && hits(disc.toPixel(markers.of(item)), x, y, disc.pixels)) return item;
     }
     return -1;
 }

@@ -25,9 +25,10 @@ struct SphereKeys {
 struct SphereDisc {
     int radiusX = 0, radiusY = 0;   ///< Of the innermost of four rings; the fourth is the rim.
     PixelPoint centre;
+    PixelScale pixels;   ///< Of the monitor.
 
     /// In a panel of that size.
-    explicit SphereDisc(PixelSize client) noexcept;
+    explicit SphereDisc(PixelSize client, PixelScale monitor = {}) noexcept;
 
     /// False when the panel is too small: draw nothing, take no mouse.
     bool usable() const noexcept { return radiusX > 0 && radiusY > 0; }

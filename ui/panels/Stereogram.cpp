@@ -4,6 +4,7 @@
 #include "platform/win32/Window.h"
 #include "resources/ids.h"
 #include "ui/Messages.h"
+#include "ui/WindowScale.h"
 #include "ui/panels/Markers.h"
 #include "ui/panels/PanelPainting.h"
 
@@ -27,9 +28,9 @@ constexpr struct {
 
 SphereKeys keysOf(const PanelMouse& mouse) noexcept { return {mouse.shift, mouse.control}; }
 
-EyeGlyph glyphAt(PixelPoint eye, PixelPoint centre) noexcept
+EyeGlyph glyphAt(PixelPoint eye, PixelPoint centre, PixelScale scale) noexcept
 {
-    return eyeGlyph(eye, directionBetween(eye, centre, {1.0, 0.0}));
+    return eyeGlyph(eye, directionBetween(eye, centre, {1.0, 0.0}), scale);
 }
 
 }   // namespace
@@ -62,10 +63,11 @@ void Stereogram::create()
 
 void Stereogram::size()
 {
-    const ArrowSizes sizes{GetSystemMetrics(SM_CXVSCROLL), GetSystemMetrics(SM_CYVSCROLL),
-                           GetSystemMetrics(SM_CXHSCROLL), GetSystemMetrics(SM_CYHSCROLL)};
+    const ArrowSizes sizes{metricOf(window, SM_CXVSCROLL), metricOf(window, SM_CYVSCROLL),
+                           metricOf(window, SM_CXHSCROLL), metricOf(window, SM_CYHSCROLL)};
     for (std::size_t i = 0; i < buttons.size(); ++i) {
         const PixelArea area = arrowArea(static_cast<SphereArrow>(i), clientSize(window), sizes);
+        buttons[i].scale();
         if (!MoveWindow(buttons[i].handle(), area.x, area.y, area.width, area.height, TRUE))
             throw Win32Error("Stereogram::WM_SIZE");
     }
@@ -100,22 +102,22 @@ std::vector<Tool> Stereogram::drawMarkers(HDC dc, const SphereDisc& shown) const
             Ellipse(dc, box.left, box.top, box.right, box.bottom);
         }
     }
-    drawCross(dc, shown.centre);
+    drawCross(dc, shown.centre, shown.pixels);
     std::vector<Tool> tools;
     for (int k = sphereLights - 1; k >= 0; --k) {
         const SphereMarkers::Light& light = markers.lights[static_cast<std::size_t>(k)];
         if (!light.present) continue;
         const PixelPoint place = shown.toPixel(light.direction);
-        drawLight(dc, place, k, light.direction.elevation < 0.0);
+        drawLight(dc, place, k, light.direction.elevation < 0.0, shown.pixels);
         tools.insert(tools.begin(), {static_cast<UINT>(ID_TOOLLIGHT + k),
-                                     static_cast<UINT>(ID_SLIDER + 2 + k), around(place)});
+                                     static_cast<UINT>(ID_SLIDER + 2 + k), around(place, shown.pixels)});
     }
     const PixelPoint eye = shown.toPixel(markers.eye);
-    if (markers.eye.elevation < 0.0) drawBelowCircle(dc, eye);
-    const EyeGlyph glyph = glyphAt(eye, shown.centre);
-    drawEyeGlyph(dc, glyph);
+    if (markers.eye.elevation < 0.0) drawBelowCircle(dc, eye, shown.pixels);
+    const EyeGlyph glyph = glyphAt(eye, shown.centre, shown.pixels);
+    drawEyeGlyph(dc, glyph, shown.pixels);
     tools.insert(tools.begin(), {ID_TOOLSPHEREEYE, ID_TOOLSPHEREEYE, glyph.bounds()});
-    tools.push_back({ID_TOOLSPHERELOOKAT, ID_TOOLSPHERELOOKAT, around(shown.centre)});
+    tools.push_back({ID_TOOLSPHERELOOKAT, ID_TOOLSPHERELOOKAT, around(shown.centre, shown.pixels)});
     return tools;
 }
 
@@ -129,10 +131,10 @@ Ghost::Shape Stereogram::ghostAt(const PanelMouse& mouse) const
 {
     const SphereDisc on = disc();
     const PixelPoint place = on.toPixel(on.toDirection(mouse.at.x, mouse.at.y, keysOf(mouse)));
-    return [place, centre = on.centre, item = taken, below = mouse.control](HDC dc) {
-        if (item > 0) return drawLight(dc, place, item - 1, below);
-        if (below) drawBelowCircle(dc, place);
-        drawEyeGlyph(dc, glyphAt(place, centre));
+    return [place, on, item = taken, below = mouse.control](HDC dc) {
+        if (item > 0) return drawLight(dc, place, item - 1, below, on.pixels);
+        if (below) drawBelowCircle(dc, place, on.pixels);
+        drawEyeGlyph(dc, glyphAt(place, on.centre, on.pixels), on.pixels);
     };
 }
 
@@ -159,7 +161,7 @@ void Stereogram::invalidate(bool changed)
     if (changed) InvalidateRect(window, nullptr, TRUE);
 }
 
-SphereDisc Stereogram::disc() const noexcept { return SphereDisc(clientSize(window)); }
+SphereDisc Stereogram::disc() const noexcept { return SphereDisc(clientSize(window), scaleOf(window)); }
 
 void Stereogram::notify(LPARAM lParam)
 {

@@ -4,8 +4,7 @@
 #include "platform/win32/Handles.h"
 #include "platform/win32/Window.h"
 #include "resources/ids.h"
-
-#include <commctrl.h>
+#include "ui/WindowScale.h"
 
 #include <algorithm>
 #include <iterator>
@@ -14,6 +13,7 @@ namespace belvor {
 namespace {
 
 constexpr int pictures = 7, pictureSize = 16;
+constexpr int buttonWidth = 24, buttonHeight = 22;   // the system's for pictures of that size
 
 /// Top to bottom.
 constexpr struct {
@@ -45,6 +45,23 @@ void ViewToolbar::enable(bool enabled) const noexcept
 {
     for (const int command : {ID_INCREASEZOOM, ID_CENTRELOOKAT, ID_WHOLEMODEL, ID_PREVIOUSVIEW})
         SendMessageW(window, TB_ENABLEBUTTON, static_cast<WPARAM>(command), MAKELPARAM(enabled, 0));
+}
+
+void ViewToolbar::scale() noexcept
+{
+    const PixelScale now = scaleOf(window);
+    if (now == shown) return;
+    shown = now;
+    const int index = pictureOf(now), size = pictureSizes[index];
+    const GdiObject<HBITMAP> strip(CreateMappedBitmap(
+        GetModuleHandleW(nullptr), index == 0 ? ID_TOOLBARBITMAP : ID_TOOLBARSCALED + index - 1, 0, nullptr,
+        0));   // its grey becomes the user's button colour
+    ImageList next(ImageList_Create(size, size, ILC_COLOR24 | ILC_MASK, pictures, 0));
+    if (!strip || !next) return;
+    ImageList_AddMasked(next.get(), strip.get(), GetSysColor(COLOR_BTNFACE));
+    SendMessageW(window, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(next.get()));
+    SendMessageW(window, TB_SETBUTTONSIZE, 0, MAKELPARAM(now(buttonWidth), now(buttonHeight)));
+    images = std::move(next);
 }
 
 void ViewToolbar::nameButton(HWND mainWindow, LPARAM lParam) noexcept
@@ -137,7 +154,7 @@ void ViewToolbar::drawFocus(HRGN painted) const
         return;
     const SavedDC saved(dc.get());
     SelectClipRgn(dc.get(), painted);
-    InflateRect(&place, -3, -3);
+    InflateRect(&place, -shown(3), -shown(3));
     DrawFocusRect(dc.get(), &place);
 }
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 using namespace belvor;
 
 namespace {
@@ -49,6 +51,10 @@ TEST(PlanGeometry, PressTakesTheMarkerWithinTenPixels)
     };
     for (const auto& c : cases)
         EXPECT_EQ(hitMarker(markers, client, c.x, c.y, c.shift), c.drag) << c.x << ", " << c.y;
+    for (const auto& [dotsPerInch, reach] : {std::pair{96, 10}, {144, 15}, {192, 20}}) {
+        EXPECT_EQ(hitMarker(markers, client, 29 - reach + 1, 86, false, {dotsPerInch}), MarkerDrag::eye);
+        EXPECT_EQ(hitMarker(markers, client, 29 - reach, 86, false, {dotsPerInch}), MarkerDrag::none);
+    }
     EXPECT_EQ(hitMarker(ViewMarkers{0.05, 0, 0, 0, false}, client, 58, 58, false), MarkerDrag::eye)
         << "the eye wins";
 }

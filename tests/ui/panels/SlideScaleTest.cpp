@@ -92,6 +92,7 @@ TEST(SlideScale, BarAndLineOfTheModel)
     const std::vector<PixelLine> pieces{
         {{21, 17}, {21, 182}}, {{21, 222}, {21, 299}}, {{21, 331}, {21, 386}}};
     EXPECT_EQ(slideLine({}, scale), pieces);
+    EXPECT_EQ(slideLine({}, SlideScale({43, 405}, 17, {192}))[1], (PixelLine{{21, 242}, {21, 283}}));
     EXPECT_EQ(slideLine(markers(36.0 / 185, 0), scale).size(), 2u) << "the gaps close at 36 pixels";
     EXPECT_EQ(slideLine(markers(1.0, 0), scale).size(), 2u) << "nothing below an eye at the end";
 }

@@ -75,6 +75,7 @@ TEST(SphereProjection, PressTakesTheEyeFirstAndOnlyLightsThatAreOn)
     markers.show({-30, 60, 3});
     EXPECT_EQ(hitItem(markers, disc, 49, 72), 2) << "the first of two";
     EXPECT_EQ(hitItem(markers, disc, 59, 72), -1) << "exactly ten pixels away";
+    EXPECT_EQ(hitItem(markers, SphereDisc({115, 147}, {144}), 59, 72), 2) << "within 15 at 144 dots an inch";
     markers.hide(1);
     EXPECT_EQ(hitItem(markers, disc, 49, 72), 3);
     EXPECT_EQ(hitItem(markers, SphereDisc({8, 8}), 4, 4), -1) << "nothing to see";
