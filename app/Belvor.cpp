@@ -27,9 +27,11 @@ Belvor::Belvor(HWND window)
     startRenderThread(queue, host);
 }
 
-void Belvor::setView(const ViewParameters& next)
+void Belvor::setView(const ViewParameters& next) { setView(next, 0); }
+
+void Belvor::setView(const ViewParameters& next, std::uint32_t gesture)
 {
-    if (history.show(next)) showView();
+    if (history.show(next, gesture)) showView();
 }
 
 void Belvor::showView()

@@ -29,6 +29,8 @@ public:
     /// The only way a view is changed: the present view becomes the previous one, `next` is
     /// drawn, and every panel is told. Nothing happens for an equal view.
     void setView(const ViewParameters& next);
+    /// The same for a step of a gesture: the view before it stays the previous one to its end.
+    void setView(const ViewParameters& next, std::uint32_t gesture);
     void previousView() { setView(history.previous()); }
     const ViewParameters& view() const noexcept { return history.current(); }
     /// Has the picture in `target` drawn: 0 the drawing area, 1 and 2 the plan and elevation panels.

@@ -2,6 +2,8 @@
 
 #include "ui/dialogs/ModelessDialog.h"
 
+#include <windowsx.h>
+
 namespace belvor {
 namespace {
 
@@ -9,6 +11,15 @@ struct ActiveWindow {
     HWND window = nullptr;
     HACCEL accelerators = nullptr;
 } active;
+
+/// The wheel turns what the mouse points at, not what has the keyboard; newer systems do so anyway.
+void aimWheel(MSG& message) noexcept
+{
+    if (message.message != WM_MOUSEWHEEL && message.message != WM_MOUSEHWHEEL) return;
+    const POINT pointer{GET_X_LPARAM(message.lParam), GET_Y_LPARAM(message.lParam)};
+    HWND const below = WindowFromPoint(pointer);
+    if (active.window && IsChild(active.window, below)) message.hwnd = below;
+}
 
 }   // namespace
 
@@ -18,6 +29,7 @@ int runMessageLoop()
 {
     MSG message{};
     while (GetMessageW(&message, nullptr, 0, 0) == 1) {
+        aimWheel(message);
         if (takenByDialog(message)) continue;
         if (active.window && active.accelerators
             && TranslateAcceleratorW(active.window, active.accelerators, &message))

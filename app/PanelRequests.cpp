@@ -37,6 +37,13 @@ ViewParameters asked(const Belvor& belvor, UINT message, WPARAM wParam, LPARAM l
 
 bool applyPanelRequest(Belvor& belvor, UINT message, WPARAM wParam, LPARAM lParam)
 {
+    if (message == UM_VIEWGESTURE) {
+        const ViewGesture step = payload(UM_VIEWGESTURE, wParam);
+        if (belvor.model() && belvor.camera())
+            belvor.setView(gestured(belvor.view(), step, *belvor.camera(), belvor.place().viewToModel()),
+                           step.number);
+        return true;
+    }
     switch (message) {
     case UM_EYESLIDE: remember(belvor.windows.eyeSlide, lParam); break;
     case UM_LIGHTMARKER:

@@ -2,6 +2,7 @@
 
 #include "platform/win32/Windows.h"
 #include "view/PanelRecords.h"
+#include "view/ViewGestures.h"
 
 #include <type_traits>
 
@@ -41,6 +42,9 @@ inline constexpr MessageNumber<void> UM_THREADENDED{WM_USER
 
 inline constexpr MessageNumber<void> UM_ENDDRAG{WM_USER
                                                 + 114};   ///< to the strip: a slider's drag ends unasked
+
+inline constexpr MessageNumber<ViewGesture> UM_VIEWGESTURE{
+    WM_USER + 115};   ///< from the drawing area and the eye slide
 
 inline LPARAM handleParameter(HWND window) noexcept { return reinterpret_cast<LPARAM>(window); }
 

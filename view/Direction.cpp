@@ -2,6 +2,7 @@
 
 #include "calcore/Angle.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace belvor {
@@ -26,5 +27,11 @@ Vector<3> direction(double bearing, double elevation) noexcept
 double squash(double distance) noexcept { return std::atan(distance / 2.0) * 2.0 / std::numbers::pi; }
 
 double unsquash(double position) noexcept { return 2.0 * std::tan(position * std::numbers::pi / 2.0); }
+
+double slideDistance(double position) noexcept
+{
+    constexpr double end = 1.0 - 1.0 / 1024.0;
+    return unsquash(std::clamp(position, -end, end));
+}
 
 }   // namespace belvor

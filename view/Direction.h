@@ -20,4 +20,8 @@ double squash(double distance) noexcept;
 /// The distance that squash() maps to `position`: 2·tan(position·π/2).
 double unsquash(double position) noexcept;
 
+/// The same for a position that a user has chosen on the slide. Its ends stand for 1304 radii, not for
+/// infinity: depth would lose all its digits there.
+double slideDistance(double position) noexcept;
+
 }   // namespace belvor

@@ -16,14 +16,6 @@ ViewParameters changed(const ViewParameters& view, ViewParameters next)
     return next;
 }
 
-/// The distance that a position on the eye slide stands for. The ends of the slide stand for
-/// 1304 radii, not for infinity: depth would lose all its digits there.
-double slideDistance(double position) noexcept
-{
-    constexpr double end = 1.0 - 1.0 / 1024.0;
-    return unsquash(std::clamp(position, -end, end));
-}
-
 constexpr std::size_t sliderOfFirstLight = 2;
 constexpr std::size_t mostLights = 9;
 

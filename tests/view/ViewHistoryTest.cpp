@@ -50,4 +50,24 @@ TEST(ViewHistory, KeepsThePreviousViewWhenNothingChanges)
     EXPECT_FALSE(history.show(history.previous())) << "no view before the first";
 }
 
+TEST(ViewHistory, AGestureIsOneChange)
+{
+    ViewHistory history;
+    const auto view = [](double zoom) {
+        ViewParameters next = freshView();
+        next.zoom = zoom;
+        return next;
+    };
+    history.begin(view(1));
+    EXPECT_TRUE(history.show(view(2), 7));
+    EXPECT_TRUE(history.show(view(3), 7));
+    EXPECT_EQ(history.previous().zoom, 1.0) << "before its first step";
+    EXPECT_FALSE(history.show(view(3), 8)) << "a gesture that changes nothing";
+    EXPECT_TRUE(history.show(view(4), 8));
+    EXPECT_EQ(history.previous().zoom, 3.0) << "another gesture";
+    EXPECT_TRUE(history.show(view(5)));
+    EXPECT_TRUE(history.show(view(6), 8));
+    EXPECT_EQ(history.previous().zoom, 5.0) << "the same gesture after another change";
+}
+
 }   // namespace belvor

@@ -83,6 +83,19 @@ void rightClick()
     change(false, "mouseup 3", VK_RBUTTON);
 }
 
+void pressOther(int button)
+{
+    change(true, "mousedown " + std::to_string(button), button == 2 ? VK_MBUTTON : VK_RBUTTON);
+}
+void releaseOther(int button)
+{
+    change(false, "mouseup " + std::to_string(button), button == 2 ? VK_MBUTTON : VK_RBUTTON);
+}
+void turnWheel(bool away)
+{
+    xdotool(away ? "click 4" : "click 5", [] { return true; });
+}
+
 void dragMouse(HWND window, std::initializer_list<POINT> places)
 {
     for (const POINT& place : places) {

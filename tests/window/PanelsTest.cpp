@@ -8,6 +8,7 @@
 #include "view/SceneBuilder.h"
 #include "view/ViewCommands.h"
 #include "view/ViewEdits.h"
+#include "view/ViewGestures.h"
 
 #include <commctrl.h>
 
@@ -314,6 +315,62 @@ TEST_F(PanelsTest, AnInterruptedDragLeavesTheScreenAndTheViewAsTheyWere)
         EXPECT_TRUE(eventually([&] { return screenOf(d.window) == untouched; }, 3000)) << d.why;
     }
     EXPECT_EQ(savedParameters(), before);
+}
+
+TEST_F(PanelsTest, TheWheelAndTheOtherButtonsMoveTheViewAndAreOneChange)
+{
+    startWith(boxModel());
+    const ModelPlace place{boxCentre, boxRadius};
+    const auto stepped = [&](ViewParameters view, const std::vector<ViewGesture>& steps) {
+        for (const ViewGesture& step : steps)
+            view = gestured(view, step, *buildScene(view, place, {}, drawnWidth, drawnHeight).camera,
+                            place.viewToModel());
+        return view;
+    };
+    using Kind = ViewGesture::Kind;
+    const double degrees = turnedDegrees(1, drawnWidth, drawnHeight);
+    const auto drag = [&](int button) {
+        moveMouse(drawing(), 300, 200);
+        pressOther(button);
+        moveMouse(drawing(), 320, 190);
+        moveMouse(drawing(), 360, 230);
+        releaseOther(button);
+        moveMouse(drawing(), 300, 200);   // not dragged any more
+    };
+    const auto wheel = [&](HWND window) {
+        moveMouse(window, 20, 150);
+        turnWheel(true);
+        turnWheel(true);
+    };
+    const auto shiftWheel = [&] {
+        moveMouse(drawing(), 300, 200);
+        keyDown(VK_SHIFT);
+        turnWheel(false);
+        keyUp(VK_SHIFT);
+    };
+    const struct {
+        const char* why;
+        std::function<void()> gesture;
+        ViewParameters wanted;
+    } cases[] = {
+        {"right", [&] { drag(3); }, stepped(from, {{Kind::turn, 60 * degrees, 30 * degrees, 1}})},
+        {"middle", [&] { drag(2); }, stepped(from, {{Kind::pan, 20, -10, 1}, {Kind::pan, 40, 40, 1}})},
+        {"wheel", [&] { wheel(drawing()); }, stepped(from, {{Kind::zoom, 0, 2, 1}})},
+        {"wheel with Shift", shiftWheel, stepped(from, {{Kind::turn, -5, 0, 1}})},
+        {"wheel over the slide", [&] { wheel(panel(ID_EYESLIDE)); },
+         stepped(from, {{Kind::advance, 0, 2, 1}})},
+    };
+    for (const auto& c : cases) {
+        show(from);
+        c.gesture();
+        expectView(view(), c.wanted, c.why);
+        program().command(ID_PREVIOUSVIEW);
+        expectView(view(), from, std::string(c.why) + ", before the whole gesture");
+    }
+    show(from);
+    moveMouse(drawing(), 300, 200);
+    rightClick();
+    expectView(view(), from, "a right click alone");
 }
 
 TEST_F(PanelsTest, AViewWithFewerLightsTakesTheOthersAway)

@@ -31,14 +31,6 @@ bool choosesRadio(int notification) noexcept
     return notification == BN_CLICKED || (notification == BN_SETFOCUS && GetKeyState(VK_LBUTTON) >= 0);
 }
 
-std::string userDecimalPoint()
-{
-    wchar_t point[8];
-    const int length =
-        GetLocaleInfoEx(LOCALE_NAME_USER_DEFAULT, LOCALE_SDECIMAL, point, static_cast<int>(std::size(point)));
-    return length > 1 ? toUtf8(point) : ".";
-}
-
 void failOutOfSpace() { throw std::runtime_error(textOf(Text::outOfMemory)); }
 
 }   // namespace belvor

@@ -20,9 +20,6 @@ void focusField(HWND dialog, int control);
 /// the focus that an arrow key moves to it.
 bool choosesRadio(int notification) noexcept;
 
-/// The decimal separator of the user's country.
-std::string userDecimalPoint();
-
 /// What to throw when a field reports that it has no memory left.
 [[noreturn]] void failOutOfSpace();
 

@@ -1,6 +1,7 @@
 #include "ui/dialogs/ModelPropertiesDialog.h"
 
 #include "resources/ids.h"
+#include "ui/UserLocale.h"
 #include "ui/dialogs/DialogItems.h"
 #include "ui/dialogs/NumberText.h"
 

@@ -4,6 +4,7 @@
 #include "platform/win32/Window.h"
 #include "resources/Texts.h"
 #include "resources/ids.h"
+#include "ui/UserLocale.h"
 #include "ui/dialogs/DialogItems.h"
 #include "ui/dialogs/ModelessDialog.h"
 #include "ui/dialogs/NumberText.h"

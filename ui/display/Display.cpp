@@ -5,6 +5,8 @@
 #include "resources/ids.h"
 #include "ui/ClientSize.h"
 #include "ui/Messages.h"
+#include "ui/UserLocale.h"
+#include "ui/ValueText.h"
 
 #include <windowsx.h>
 
@@ -13,6 +15,11 @@
 namespace belvor {
 
 namespace {
+
+constexpr UINT_PTR focusTimer = 1;
+
+/// How far the pointer may stray from a press and still click.
+PixelSize clickTolerance() noexcept { return {GetSystemMetrics(SM_CXDRAG), GetSystemMetrics(SM_CYDRAG)}; }
 
 void xorRectangle(HDC dc, const PixelRect& rectangle) noexcept
 {
@@ -34,7 +41,9 @@ void clipToOutline(HDC dc, const PixelRect& rectangle) noexcept
 
 Display::Display(HWND owner) noexcept
     : BitmapWindow(owner),
-      zoomDrag({GetSystemMetrics(SM_CXDRAG), GetSystemMetrics(SM_CYDRAG)})
+      zoomDrag(clickTolerance()),
+      gestures(clickTolerance()),
+      tip(owner)
 {}
 
 LRESULT Display::handle(UINT message, WPARAM wParam, LPARAM lParam)
@@ -47,11 +56,24 @@ LRESULT Display::handle(UINT message, WPARAM wParam, LPARAM lParam)
         if (accepted(wParam, lParam)) resize(LOWORD(lParam), HIWORD(lParam));
         return 0;
     case WM_PAINT: paint(); return 0;
-    case WM_LBUTTONDOWN: press(point, true); return 0;
-    case WM_RBUTTONDOWN:
-    case WM_MBUTTONDOWN: press(point, false); return 0;
+    case WM_LBUTTONDOWN: press(point); return 0;
+    case WM_RBUTTONDOWN: pressOther(point, ViewGesture::Kind::turn); return 0;
+    case WM_MBUTTONDOWN: pressOther(point, ViewGesture::Kind::pan); return 0;
+    case WM_RBUTTONUP:
+    case WM_MBUTTONUP:
+        if (!gestures.idle()) cancel();
+        return 0;
+    case WM_MOUSEWHEEL: wheel(wParam, false); return 0;
+    case WM_MOUSEHWHEEL: wheel(wParam, true); return TRUE;
     case WM_MOUSEMOVE: drag(point); return 0;
     case WM_LBUTTONUP: release(point); return 0;
+    case WM_KEYDOWN:
+        if (pressKey(wParam)) return 0;
+        break;
+    case WM_KEYUP: gestures.releaseKey(); break;
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS: showFocus(message == WM_SETFOCUS); break;
+    case WM_TIMER: repaintEdge(); return 0;
     case WM_CAPTURECHANGED:
         if (reinterpret_cast<HWND>(lParam) != window) cancel();
         return 0;
@@ -65,24 +87,101 @@ void Display::paint()
     if (!dc) return;
     copyTo(dc.get());
     if (band) xorRectangle(dc.get(), *band);   // clipped to what has just been painted over
+    if (GetFocus() != window) return;
+    const PixelSize client = clientSize(window);
+    const RECT all{0, 0, client.width, client.height};
+    SetBkColor(dc.get(), RGB(255, 255, 255));
+    SetTextColor(dc.get(), RGB(0, 0, 0));
+    DrawFocusRect(dc.get(), &all);
 }
 
-void Display::press(PixelPoint at, bool left)
+/// Every press of a button leaves full screen. True when it did: the point lies elsewhere now.
+bool Display::leavesFullScreen()
 {
     const PixelSize before = clientSize(window);
     SendMessageW(GetParent(window), WM_COMMAND, ID_LEAVEFULLSCREEN, handleParameter(window));
-    if (!left) return cancel();
-    if (clientSize(window) != before) return;   // full screen is over and the point lies elsewhere now
+    return clientSize(window) != before;
+}
+
+void Display::press(PixelPoint at)
+{
+    const bool left = leavesFullScreen();
     cancel();
+    if (left) return;
     zoomDrag.press(at);
     SetCapture(window);
 }
 
+/// The right or middle button: gives up what is being dragged, or begins a gesture.
+void Display::pressOther(PixelPoint at, ViewGesture::Kind kind)
+{
+    const bool dragging = !zoomDrag.idle() || !gestures.idle();
+    const bool left = leavesFullScreen();
+    cancel();
+    if (left || dragging) return;
+    gestures.press(kind, at);
+    SetCapture(window);
+}
+
+void Display::wheel(WPARAM wParam, bool horizontal)
+{
+    if (!zoomDrag.idle() || !gestures.idle()) return;
+    // Not every system tells of the keys with the message.
+    const bool shift = (GET_KEYSTATE_WPARAM(wParam) & MK_SHIFT) != 0 || GetKeyState(VK_SHIFT) < 0;
+    const bool fine = (GET_KEYSTATE_WPARAM(wParam) & MK_CONTROL) != 0 || GetKeyState(VK_CONTROL) < 0;
+    ask(gestures.wheel(GET_WHEEL_DELTA_WPARAM(wParam), horizontal, shift, fine,
+                       static_cast<std::uint32_t>(GetMessageTime())));
+}
+
+/// The arrow keys turn the eye as the arrows of the sphere do, with Shift they move the picture; with
+/// Ctrl they take steps of eight. Page up and down come closer and go back.
+bool Display::pressKey(WPARAM key)
+{
+    const double step = GetKeyState(VK_CONTROL) < 0 ? 8.0 : 1.0;
+    const bool pans = GetKeyState(VK_SHIFT) < 0;
+    double right = 0.0, up = 0.0;
+    switch (key) {
+    case VK_LEFT: right = -step; break;
+    case VK_RIGHT: right = step; break;
+    case VK_UP: up = step; break;
+    case VK_DOWN: up = -step; break;
+    case VK_PRIOR: ask(gestures.key(ViewGesture::Kind::zoom, 0.0, 1.0)); return true;
+    case VK_NEXT: ask(gestures.key(ViewGesture::Kind::zoom, 0.0, -1.0)); return true;
+    default: return false;
+    }
+    if (pans) ask(gestures.key(ViewGesture::Kind::pan, right, -up));
+    else ask(gestures.key(ViewGesture::Kind::turn, -right, up));
+    return true;
+}
+
+/// A frame at the edge of the picture. The rows of a render overwrite it, so it is renewed.
+void Display::showFocus(bool focused)
+{
+    constexpr UINT milliseconds = 250;
+    if (focused) SetTimer(window, focusTimer, milliseconds, nullptr);
+    else KillTimer(window, focusTimer);
+    InvalidateRect(window, nullptr, FALSE);
+}
+
+void Display::repaintEdge()
+{
+    const PixelSize client = clientSize(window);
+    const RECT sides[] = {{0, 0, client.width, 1},
+                          {0, client.height - 1, client.width, client.height},
+                          {0, 0, 1, client.height},
+                          {client.width - 1, 0, client.width, client.height}};
+    for (const RECT& side : sides) InvalidateRect(window, &side, FALSE);
+}
+
+void Display::ask(const ViewGesture& step) { send(GetParent(window), UM_VIEWGESTURE, step); }
+
 void Display::drag(PixelPoint to)
 {
+    if (const auto step = gestures.move(to, clientSize(window))) return ask(*step);
     if (!zoomDrag.move(to)) return;
     removeBand();
     showBand();
+    tip.show(zoomText(zoomFactor(to, clientSize(window)), userDecimalPoint()));
 }
 
 void Display::release(PixelPoint at)
@@ -98,8 +197,9 @@ void Display::release(PixelPoint at)
 
 void Display::cancel()
 {
-    if (zoomDrag.idle()) return;
+    if (zoomDrag.idle() && gestures.idle()) return;
     zoomDrag.cancel();   // first: releasing the capture comes back here
+    gestures.end();
     removeBand();
     ReleaseCapture();
 }
@@ -117,6 +217,7 @@ void Display::showBand()
 /// render has finished meanwhile have lost it already, and a second XOR would bring it back.
 void Display::removeBand()
 {
+    tip.hide();
     const auto shown = std::exchange(band, std::nullopt);
     const WindowDC dc(window);
     if (!shown || !dc) return;

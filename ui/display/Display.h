@@ -1,6 +1,8 @@
 #pragma once
 
+#include "ui/ValueTip.h"
 #include "ui/display/BitmapWindow.h"
+#include "ui/display/Gestures.h"
 #include "ui/display/ZoomDrag.h"
 
 #include <optional>
@@ -8,7 +10,7 @@
 namespace belvor {
 
 /// The drawing area: shows the rendered view and turns the mouse into requests to its
-/// parent, a click on a point or a closer view.
+/// parent: a click on a point, a closer view, or a gesture that moves the view step by step.
 class Display : public BitmapWindow {
 public:
     explicit Display(HWND owner) noexcept;
@@ -16,7 +18,14 @@ public:
 
 private:
     void paint();
-    void press(PixelPoint at, bool left);
+    void press(PixelPoint at);
+    void pressOther(PixelPoint at, ViewGesture::Kind kind);
+    bool leavesFullScreen();
+    void wheel(WPARAM wParam, bool horizontal);
+    void ask(const ViewGesture& step);
+    bool pressKey(WPARAM key);
+    void showFocus(bool focused);
+    void repaintEdge();
     void drag(PixelPoint to);
     void release(PixelPoint at);
     void cancel();
@@ -24,6 +33,8 @@ private:
     void removeBand();
 
     ZoomDrag zoomDrag;
+    Gestures gestures;
+    ValueTip tip;
     std::optional<PixelRect> band;   // the rubber rectangle as it stands on the screen
 };
 

@@ -5,6 +5,8 @@
 #include "resources/ids.h"
 #include "ui/ClientSize.h"
 #include "ui/Messages.h"
+#include "ui/UserLocale.h"
+#include "ui/ValueText.h"
 #include "ui/WindowScale.h"
 #include "ui/panels/EyeSlide.h"
 #include "ui/panels/FocusRing.h"
@@ -66,6 +68,7 @@ LRESULT Controls::handle(UINT message, WPARAM wParam, LPARAM lParam)
     case UM_VIEWMARKERS:
     case UM_EYESLIDE:
     case UM_LIGHTMARKER:
+    case UM_VIEWGESTURE:
     case UM_REMOVELIGHTMARKER:   // requests only: the answers go to the panels themselves
         return SendMessageW(GetParent(window), message, wParam, lParam);
     case UM_LIGHTINTENSITY: setSlider(wParam, lParam); return 0;
@@ -127,12 +130,15 @@ void Controls::paint() const
 }
 
 /// A slider tells of every step of a thumb that is still held; only the end of it counts.
-void Controls::sliderMoved(int code, HWND slider) const
+void Controls::sliderMoved(int code, HWND slider)
 {
-    if (code == TB_THUMBTRACK || endingDrag) return;
     const int index = GetDlgCtrlID(slider) - ID_SLIDER;
     const auto position = std::clamp<LRESULT>(SendMessageW(slider, TBM_GETPOS, 0, 0), 0, lastPosition);
-    send(GetParent(window), UM_LIGHTINTENSITY, index, position);
+    if (code == TB_THUMBTRACK)
+        return tip.show(
+            intensityText(static_cast<std::size_t>(index), static_cast<int>(position), userDecimalPoint()));
+    tip.hide();
+    if (!endingDrag) send(GetParent(window), UM_LIGHTINTENSITY, index, position);
 }
 
 void Controls::setSlider(WPARAM slider, LPARAM position) const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/win32/Handles.h"
+#include "ui/ValueTip.h"
 #include "ui/panels/ControlsLayout.h"
 #include "ui/panels/ViewToolbar.h"
 
@@ -14,7 +15,7 @@ namespace belvor {
 /// UM_LIGHTINTENSITY, which sets a slider.
 class Controls {
 public:
-    explicit Controls(HWND owner) noexcept : window(owner) {}
+    explicit Controls(HWND owner) noexcept : window(owner), tip(owner) {}
     LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
 
 private:
@@ -22,7 +23,7 @@ private:
     void size();
     void keepFocus(bool shown);
     void paint() const;
-    void sliderMoved(int code, HWND slider) const;
+    void sliderMoved(int code, HWND slider);
     void setSlider(WPARAM slider, LPARAM position) const;
     void endDrag();
     void notify(LPARAM lParam) const;
@@ -32,6 +33,7 @@ private:
     std::array<HWND, controlSliders> sliders{};
     HWND hiddenFocus = nullptr;   // the child that had the focus when the strip was hidden
     ViewToolbar toolbar;
+    ValueTip tip;   // of a slider
     ControlsLayout layout;
     bool endingDrag = false;   // what a slider tells meanwhile is no request
 };

@@ -4,6 +4,8 @@
 #include "platform/win32/Window.h"
 #include "resources/ids.h"
 #include "ui/Messages.h"
+#include "ui/UserLocale.h"
+#include "ui/ValueText.h"
 #include "ui/WindowScale.h"
 #include "ui/panels/Markers.h"
 #include "ui/panels/PanelPainting.h"
@@ -33,7 +35,7 @@ void drawCentreLine(HDC dc, const std::vector<PixelLine>& pieces, PixelScale sca
 
 LRESULT EyeSlide::handle(UINT message, WPARAM wParam, LPARAM lParam)
 {
-    if (drag.handle(message, wParam, lParam)) return TRUE;
+    if (const auto answer = drag.handle(message, wParam, lParam)) return *answer;
     switch (message) {
     case WM_CREATE: create(); return 0;
     case WM_SIZE: size(); return 0;
@@ -42,6 +44,7 @@ LRESULT EyeSlide::handle(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_COMMAND:
         if (HIWORD(wParam) == BN_CLICKED) step(LOWORD(wParam) == ID_RETREAT);
         return 0;
+    case WM_MOUSEWHEEL: wheel(wParam); return 0;
     case WM_NOTIFY: notify(lParam); break;
     case UM_EYESLIDE: show(payload(UM_EYESLIDE, wParam)); return 0;
     }
@@ -123,11 +126,37 @@ Ghost::Shape EyeSlide::ghostAt(const PanelMouse& mouse) const
     };
 }
 
+std::string EyeSlide::valueAt(const PanelMouse& mouse) const
+{
+    const EyeSlideRecord asked = draggedSlide(record, taken, scale(), mouse.at.y);
+    const bool eye = taken == MarkerDrag::eye || taken == MarkerDrag::eyeKeepingDistance;
+    return slideText(eye ? asked.eye : asked.lookAt, userDecimalPoint());
+}
+
 void EyeSlide::askFor(const PanelMouse& release) { ask(draggedSlide(record, taken, scale(), release.at.y)); }
+
+std::vector<PixelPoint> EyeSlide::markerPixels() const
+{
+    const SlideScale along = scale();
+    return {{along.x, along.toPixel(record.eye)}, {along.x, along.toPixel(record.lookAt)}};
+}
+
+void EyeSlide::nudge(std::size_t index, PixelPoint by, bool shift)
+{
+    if (by.y != 0) ask(nudgedSlide(record, dragOf(index, shift), scale(), by.y));
+}
 
 void EyeSlide::step(bool retreat)
 {
     ask(steppedSlide(record, retreat, GetKeyState(VK_CONTROL) < 0, GetKeyState(VK_SHIFT) < 0));
+}
+
+void EyeSlide::wheel(WPARAM wParam)
+{
+    const bool fine = (GET_KEYSTATE_WPARAM(wParam) & MK_CONTROL) != 0 || GetKeyState(VK_CONTROL) < 0;
+    send(GetParent(window), UM_VIEWGESTURE,
+         gestures.slideWheel(GET_WHEEL_DELTA_WPARAM(wParam), fine,
+                             static_cast<std::uint32_t>(GetMessageTime())));
 }
 
 void EyeSlide::ask(const EyeSlideRecord& request)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ui/display/Gestures.h"
 #include "ui/panels/ArrowButton.h"
 #include "ui/panels/PanelDrag.h"
 #include "ui/panels/SlideScale.h"
@@ -23,8 +24,12 @@ private:
     std::vector<Tool> drawMarkers(HDC dc, PixelSize client) const;
     bool takeMarker(const PanelMouse& press) override;
     Ghost::Shape ghostAt(const PanelMouse& mouse) const override;
+    std::string valueAt(const PanelMouse& mouse) const override;
     void askFor(const PanelMouse& release) override;
+    std::vector<PixelPoint> markerPixels() const override;
+    void nudge(std::size_t index, PixelPoint by, bool shift) override;
     void step(bool retreat);
+    void wheel(WPARAM wParam);
     void ask(const EyeSlideRecord& request);
     void show(const EyeSlideRecord& shown);
     void notify(LPARAM lParam);
@@ -36,6 +41,7 @@ private:
     EyeSlideRecord record{0.61132125765973, 0.0, 1.1344640137963, 0.29516723530087, -0.29516723530087, false};
     MarkerDrag taken = MarkerDrag::none;
     PanelDrag drag;
+    Gestures gestures{{}};   // of the wheel
     ToolTips toolTips;
 };
 

@@ -11,18 +11,35 @@
 namespace belvor {
 namespace {
 
-/// In the order of the Tab key, from top left to bottom right.
+/// In the order of the Tab key: the picture, then the strip from top left to bottom right.
 std::vector<HWND> membersOf(HWND controls)
 {
-    std::vector<HWND> members{GetDlgItem(controls, ID_TOOLBAR)};
     HWND const slide = GetDlgItem(controls, ID_EYESLIDE), sphere = GetDlgItem(controls, ID_SPHERE);
+    std::vector<HWND> members{GetDlgItem(GetParent(controls), ID_DISPLAY), GetDlgItem(controls, ID_TOOLBAR),
+                              slide};
     for (const int button : {ID_ADVANCE, ID_RETREAT}) members.push_back(GetDlgItem(slide, button));
+    members.insert(members.end(),
+                   {GetDlgItem(controls, ID_PLAN), GetDlgItem(controls, ID_ELEVATION), sphere});
     for (const int button : {ID_EYEUP, ID_EYELEFT, ID_EYERIGHT, ID_EYEDOWN})
         members.push_back(GetDlgItem(sphere, button));
     for (int slider = ID_SLIDER; slider <= ID_SLIDERLAST; ++slider)
         members.push_back(GetDlgItem(controls, slider));
     std::erase(members, nullptr);
     return members;
+}
+
+bool takesFocus(HWND window) noexcept
+{
+    for (HWND part = window; part; part = GetAncestor(part, GA_PARENT)) {
+        if (part == GetAncestor(window, GA_ROOT)) return true;
+        if (!(GetWindowLongPtrW(part, GWL_STYLE) & WS_VISIBLE) || !IsWindowEnabled(part)) return false;
+    }
+    return false;
+}
+
+bool isPushButton(HWND window) noexcept
+{
+    return (SendMessageW(window, WM_GETDLGCODE, 0, 0) & (DLGC_UNDEFPUSHBUTTON | DLGC_DEFPUSHBUTTON)) != 0;
 }
 
 LRESULT CALLBACK answerTab(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
@@ -33,7 +50,11 @@ LRESULT CALLBACK answerTab(HWND window, UINT message, WPARAM wParam, LPARAM lPar
         focusNextControl(reinterpret_cast<HWND>(controls), GetKeyState(VK_SHIFT) < 0);
         return 0;
     }
-    if (message == WM_CHAR && wParam == L'\t') return 0;
+    if (message == WM_KEYDOWN && wParam == VK_RETURN && isPushButton(window)) {
+        SendMessageW(window, BM_CLICK, 0, 0);   // as Space does
+        return 0;
+    }
+    if (message == WM_CHAR && (wParam == L'\t' || wParam == L'\r')) return 0;   // no beep
     return DefSubclassProc(window, message, wParam, lParam);
 }
 
@@ -48,8 +69,8 @@ void makeFocusRing(HWND controls) noexcept
 
 void focusNextControl(HWND controls, bool backwards) noexcept
 {
-    if (!IsWindowVisible(controls) || !IsWindowEnabled(controls)) return;
     std::vector<HWND> members = membersOf(controls);
+    std::erase_if(members, [](HWND member) { return !takesFocus(member); });
     if (members.empty()) return;
     if (backwards) std::reverse(members.begin(), members.end());
     const auto current = std::find(members.begin(), members.end(), GetFocus());

@@ -1,9 +1,12 @@
 #include "ui/panels/PanelDrag.h"
 
+#include "ui/WindowScale.h"
+#include "ui/panels/MarkerShapes.h"
 #include "ui/panels/PanelPainting.h"
 
 #include <windowsx.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace belvor {
@@ -46,10 +49,11 @@ PanelDrag::PanelDrag(HWND panel, Markers& panelMarkers, const wchar_t* cursorNum
     : window(panel),
       markers(panelMarkers),
       cursor(LoadCursorW(nullptr, cursorNumber)),
-      ghost(panel)
+      ghost(panel),
+      tip(panel)
 {}
 
-bool PanelDrag::handle(UINT message, WPARAM wParam, LPARAM lParam)
+std::optional<LRESULT> PanelDrag::handle(UINT message, WPARAM wParam, LPARAM lParam)
 {
     if (endsDrag(message, wParam)) cancel();
     switch (message) {
@@ -57,18 +61,65 @@ bool PanelDrag::handle(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_LBUTTONDOWN: press(mouseOf(wParam, lParam)); break;
     case WM_MOUSEMOVE: move(mouseOf(wParam, lParam)); break;
     case WM_LBUTTONUP: release(mouseOf(wParam, lParam)); break;
-    case WM_KEYDOWN: setKey(wParam, true); break;
+    case WM_KEYDOWN:
+        setKey(wParam, true);
+        if (!dragging && pressKey(wParam)) return 0;
+        break;
     case WM_KEYUP: setKey(wParam, false); break;
     case WM_SETCURSOR:
-        if (dragging) SetCursor(cursor);
-        return dragging;
+        if (!dragging) break;
+        SetCursor(cursor);
+        return TRUE;
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS: InvalidateRect(window, nullptr, TRUE); break;   // the frame comes and goes
     }
-    return false;
+    return std::nullopt;
+}
+
+void PanelDrag::paint(HDC dc) const
+{
+    ghost.paint(dc);
+    if (dragging || GetFocus() != window) return;
+    const std::vector<PixelPoint> places = markers.markerPixels();
+    const PixelScale scale = scaleOf(window);
+    const PixelRect about = around(places[chosenMarker(places.size())], scale);
+    const PixelSize client = clientSize(window);
+    // A marker outside the panel has its frame at the edge.
+    RECT frame{std::clamp(about.left - 2, 1, std::max(1, client.width - scale(24))),
+               std::clamp(about.top - 2, 1, std::max(1, client.height - scale(24))), 0, 0};
+    frame.right = frame.left + about.right - about.left + 4;
+    frame.bottom = frame.top + about.bottom - about.top + 4;
+    SetBkColor(dc, RGB(255, 255, 255));
+    SetTextColor(dc, RGB(0, 0, 0));
+    DrawFocusRect(dc, &frame);
+}
+
+/// Space chooses the next marker; the arrow keys move it by a pixel, with Ctrl by eight.
+bool PanelDrag::pressKey(WPARAM key)
+{
+    const std::size_t count = markers.markerPixels().size();
+    const int step = GetKeyState(VK_CONTROL) < 0 ? 8 : 1;
+    PixelPoint by;
+    switch (key) {
+    case VK_SPACE:
+        chosen = chosenMarker(count) + 1;
+        InvalidateRect(window, nullptr, TRUE);
+        return true;
+    case VK_LEFT: by.x = -step; break;
+    case VK_RIGHT: by.x = step; break;
+    case VK_UP: by.y = -step; break;
+    case VK_DOWN: by.y = step; break;
+    default: return false;
+    }
+    markers.nudge(chosenMarker(count), by, GetKeyState(VK_SHIFT) < 0);
+    return true;
 }
 
 void PanelDrag::redraw()
 {
-    if (dragging) ghost.show(markers.ghostAt(last));
+    if (!dragging) return;
+    ghost.show(markers.ghostAt(last));
+    tip.show(markers.valueAt(last));
 }
 
 void PanelDrag::press(const PanelMouse& mouse)
@@ -108,6 +159,7 @@ void PanelDrag::cancel()
 {
     if (!std::exchange(dragging, false)) return;   // giving back the capture comes here again
     ghost.show({});
+    tip.hide();
     if (GetCapture() == window) ReleaseCapture();
     if (GetFocus() == window) SetFocus(IsWindow(formerFocus) ? formerFocus : GetAncestor(window, GA_ROOT));
 }

@@ -2,8 +2,13 @@
 
 #include "platform/win32/Handles.h"
 #include "ui/Pixels.h"
+#include "ui/ValueTip.h"
 
+#include <cstddef>
 #include <functional>
+#include <optional>
+#include <string>
+#include <vector>
 
 namespace belvor {
 
@@ -31,7 +36,8 @@ private:
 
 /// The drag of a marker in a panel, from the press to the release, which asks the main window for
 /// something, or to what ends it without a request: Esc, a resize, or the mouse is no longer the
-/// panel's, since a box, another program or a new model has come up.
+/// panel's, since a box, another program or a new model has come up. With the focus, Space chooses
+/// the next marker and the arrow keys move it.
 class PanelDrag {
 public:
     /// The panel's part of it.
@@ -41,8 +47,15 @@ public:
         virtual bool takeMarker(const PanelMouse& press) = 0;
         /// The noted marker as it is to look at the mouse.
         virtual Ghost::Shape ghostAt(const PanelMouse& mouse) const = 0;
+        /// What the release would set, for the tip beside the pointer.
+        virtual std::string valueAt(const PanelMouse& mouse) const = 0;
         /// The release of the noted marker. The drag is over when this is called.
         virtual void askFor(const PanelMouse& release) = 0;
+
+        /// The pixels of the markers that the keyboard can move, in the order of the Space key; never empty.
+        virtual std::vector<PixelPoint> markerPixels() const = 0;
+        /// A key moves marker `index` by so many pixels; `shift` as with a press.
+        virtual void nudge(std::size_t index, PixelPoint by, bool shift) = 0;
 
     protected:
         ~Markers() = default;
@@ -51,9 +64,10 @@ public:
     /// `cursor`: the number of the system's cursor that is shown meanwhile.
     PanelDrag(HWND panel, Markers& panelMarkers, const wchar_t* cursor) noexcept;
 
-    /// Call it first for every message of the panel. True when WM_SETCURSOR has been answered.
-    bool handle(UINT message, WPARAM wParam, LPARAM lParam);
-    void paint(HDC dc) const { ghost.paint(dc); }
+    /// Call it first for every message of the panel. The answer, when the message has been dealt with.
+    std::optional<LRESULT> handle(UINT message, WPARAM wParam, LPARAM lParam);
+    /// For WM_PAINT, last: the ghost, or the frame about the marker that the keys move.
+    void paint(HDC dc) const;
     /// The markers have changed: draws the ghost that now belongs to the mouse.
     void redraw();
 
@@ -63,13 +77,17 @@ private:
     void release(const PanelMouse& mouse);
     void setKey(WPARAM key, bool held);
     void cancel();
+    bool pressKey(WPARAM key);
+    std::size_t chosenMarker(std::size_t count) const noexcept { return chosen % count; }
 
     HWND window;
     Markers& markers;
     HCURSOR cursor;
     Ghost ghost;
+    ValueTip tip;
     bool dragging = false;
     PanelMouse last;              // while dragging
+    std::size_t chosen = 0;       // the marker that the keys move; counts on beyond the last
     HWND formerFocus = nullptr;   // the panel has the focus meanwhile, so that the keys reach it
 };
 

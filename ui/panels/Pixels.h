@@ -4,6 +4,7 @@
 #include "view/PixelScale.h"
 
 #include <algorithm>
+#include <cstddef>
 
 namespace belvor {
 
@@ -24,12 +25,19 @@ constexpr bool hits(PixelPoint marker, int x, int y, PixelScale scale = {}) noex
 /// moves along, so that the viewing distance is kept.
 enum class MarkerDrag { none, eye, lookAt, eyeKeepingDistance, lookAtKeepingDistance };
 
+/// The drag of marker 0, the eye, or 1, the look-at point.
+constexpr MarkerDrag dragOf(std::size_t marker, bool shift) noexcept
+{
+    if (marker == 0) return shift ? MarkerDrag::eyeKeepingDistance : MarkerDrag::eye;
+    return shift ? MarkerDrag::lookAtKeepingDistance : MarkerDrag::lookAt;
+}
+
 /// The drag that a press starts on the first of the two markers that it hits; the eye wins.
 constexpr MarkerDrag hitMarker(PixelPoint eye, PixelPoint lookAt, int x, int y, bool shift,
                                PixelScale scale = {}) noexcept
 {
-    if (hits(eye, x, y, scale)) return shift ? MarkerDrag::eyeKeepingDistance : MarkerDrag::eye;
-    if (hits(lookAt, x, y, scale)) return shift ? MarkerDrag::lookAtKeepingDistance : MarkerDrag::lookAt;
+    if (hits(eye, x, y, scale)) return dragOf(0, shift);
+    if (hits(lookAt, x, y, scale)) return dragOf(1, shift);
     return MarkerDrag::none;
 }
 

@@ -4,6 +4,8 @@
 #include "platform/win32/Window.h"
 #include "resources/ids.h"
 #include "ui/Messages.h"
+#include "ui/UserLocale.h"
+#include "ui/ValueText.h"
 #include "ui/WindowScale.h"
 #include "ui/panels/Markers.h"
 #include "ui/panels/PanelPainting.h"
@@ -25,7 +27,7 @@ Plan::Plan(HWND owner) noexcept : BitmapWindow(owner), drag(owner, *this, IDC_CR
 
 LRESULT Plan::handle(UINT message, WPARAM wParam, LPARAM lParam)
 {
-    if (drag.handle(message, wParam, lParam)) return TRUE;
+    if (const auto answer = drag.handle(message, wParam, lParam)) return *answer;
     switch (message) {
     case WM_CREATE: create(*reinterpret_cast<const CREATESTRUCTW*>(lParam)); return 0;
     case WM_SIZE:
@@ -77,10 +79,31 @@ Ghost::Shape Plan::ghostAt(const PanelMouse& mouse) const
     return [line](HDC dc) { drawLine(dc, line); };
 }
 
+std::string Plan::valueAt(const PanelMouse& mouse) const
+{
+    const PanelPoint to = pixelToPanel(mouse.at.x, mouse.at.y, clientSize(window));
+    return panelPointText(GetDlgCtrlID(window) == ID_PLAN ? Thumbnail::plan : Thumbnail::elevation, to.h,
+                          to.v, userDecimalPoint());
+}
+
 void Plan::askFor(const PanelMouse& release)
 {
-    const ViewMarkers request =
-        draggedMarkers(markers, taken, clientSize(window), release.at.x, release.at.y);
+    ask(draggedMarkers(markers, taken, clientSize(window), release.at.x, release.at.y));
+}
+
+std::vector<PixelPoint> Plan::markerPixels() const
+{
+    const PixelSize client = clientSize(window);
+    return {eyePixel(markers, client), lookAtPixel(markers, client)};
+}
+
+void Plan::nudge(std::size_t index, PixelPoint by, bool shift)
+{
+    ask(nudgedMarkers(markers, dragOf(index, shift), clientSize(window), by));
+}
+
+void Plan::ask(const ViewMarkers& request)
+{
     send(GetParent(window), UM_VIEWMARKERS, request,
          GetDlgCtrlID(window));   // the markers move when the answer comes
 }

@@ -19,7 +19,11 @@ private:
     void paint();
     bool takeMarker(const PanelMouse& press) override;
     Ghost::Shape ghostAt(const PanelMouse& mouse) const override;
+    std::string valueAt(const PanelMouse& mouse) const override;
     void askFor(const PanelMouse& release) override;
+    std::vector<PixelPoint> markerPixels() const override;
+    void nudge(std::size_t index, PixelPoint by, bool shift) override;
+    void ask(const ViewMarkers& request);
     void show(const ViewMarkers& shown);
     void notify(LPARAM lParam);
 

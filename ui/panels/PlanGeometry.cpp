@@ -1,6 +1,29 @@
 #include "ui/panels/PlanGeometry.h"
 
 namespace belvor {
+namespace {
+
+ViewMarkers movedMarkers(const ViewMarkers& markers, MarkerDrag drag, PanelPoint to) noexcept
+{
+    ViewMarkers asked = markers;
+    if (drag == MarkerDrag::eye || drag == MarkerDrag::eyeKeepingDistance) {
+        asked.eyeH = to.h;
+        asked.eyeV = to.v;
+    } else if (drag == MarkerDrag::lookAt || drag == MarkerDrag::lookAtKeepingDistance) {
+        asked.lookAtH = to.h;
+        asked.lookAtV = to.v;
+    }
+    if (drag == MarkerDrag::eyeKeepingDistance) {
+        asked.lookAtH = markers.lookAtH + (to.h - markers.eyeH);
+        asked.lookAtV = markers.lookAtV + (to.v - markers.eyeV);
+    } else if (drag == MarkerDrag::lookAtKeepingDistance) {
+        asked.eyeH = markers.eyeH + (to.h - markers.lookAtH);
+        asked.eyeV = markers.eyeV + (to.v - markers.lookAtV);
+    }
+    return asked;
+}
+
+}   // namespace
 
 PixelPoint panelToPixel(double h, double v, PixelSize client) noexcept
 {
@@ -45,23 +68,16 @@ PixelLine rubberLine(const ViewMarkers& markers, MarkerDrag drag, PixelSize clie
 ViewMarkers draggedMarkers(const ViewMarkers& markers, MarkerDrag drag, PixelSize client, int x,
                            int y) noexcept
 {
-    const PanelPoint to = pixelToPanel(x, y, client);
-    ViewMarkers asked = markers;
-    if (drag == MarkerDrag::eye || drag == MarkerDrag::eyeKeepingDistance) {
-        asked.eyeH = to.h;
-        asked.eyeV = to.v;
-    } else if (drag == MarkerDrag::lookAt || drag == MarkerDrag::lookAtKeepingDistance) {
-        asked.lookAtH = to.h;
-        asked.lookAtV = to.v;
-    }
-    if (drag == MarkerDrag::eyeKeepingDistance) {
-        asked.lookAtH = markers.lookAtH + (to.h - markers.eyeH);
-        asked.lookAtV = markers.lookAtV + (to.v - markers.eyeV);
-    } else if (drag == MarkerDrag::lookAtKeepingDistance) {
-        asked.eyeH = markers.eyeH + (to.h - markers.lookAtH);
-        asked.eyeV = markers.eyeV + (to.v - markers.lookAtV);
-    }
-    return asked;
+    return movedMarkers(markers, drag, pixelToPanel(x, y, client));
+}
+
+ViewMarkers nudgedMarkers(const ViewMarkers& markers, MarkerDrag drag, PixelSize client,
+                          PixelPoint by) noexcept
+{
+    if (client.width < 1 || client.height < 1) return markers;
+    const bool eye = drag == MarkerDrag::eye || drag == MarkerDrag::eyeKeepingDistance;
+    const double h = eye ? markers.eyeH : markers.lookAtH, v = eye ? markers.eyeV : markers.lookAtV;
+    return movedMarkers(markers, drag, {h + 2.0 * by.x / client.width, v + 2.0 * by.y / client.height});
 }
 
 }   // namespace belvor

@@ -29,4 +29,8 @@ PixelLine rubberLine(const ViewMarkers& markers, MarkerDrag drag, PixelSize clie
 ViewMarkers draggedMarkers(const ViewMarkers& markers, MarkerDrag drag, PixelSize client, int x,
                            int y) noexcept;
 
+/// What to ask for when `drag` moves its marker by pixels, from where it is exactly.
+ViewMarkers nudgedMarkers(const ViewMarkers& markers, MarkerDrag drag, PixelSize client,
+                          PixelPoint by) noexcept;
+
 }   // namespace belvor

@@ -15,6 +15,18 @@ EyeSlideRecord asking(EyeSlideRecord record, double eye, double lookAt) noexcept
     return record;
 }
 
+EyeSlideRecord movedSlide(const EyeSlideRecord& record, MarkerDrag drag, double to) noexcept
+{
+    switch (drag) {
+    case MarkerDrag::eye: return asking(record, to, record.lookAt);
+    case MarkerDrag::lookAt: return asking(record, record.eye, to);
+    case MarkerDrag::eyeKeepingDistance: return asking(record, to, record.lookAt - record.eye + to);
+    case MarkerDrag::lookAtKeepingDistance: return asking(record, record.eye - record.lookAt + to, to);
+    case MarkerDrag::none: break;
+    }
+    return record;
+}
+
 }   // namespace
 
 SlideScale::SlideScale(PixelSize client, int buttonHeight, PixelScale monitor) noexcept
@@ -54,15 +66,16 @@ SlideGhost slideGhost(const EyeSlideRecord& record, MarkerDrag drag, const Slide
 EyeSlideRecord draggedSlide(const EyeSlideRecord& record, MarkerDrag drag, const SlideScale& scale,
                             int y) noexcept
 {
-    const double to = scale.toPosition(y);
-    switch (drag) {
-    case MarkerDrag::eye: return asking(record, to, record.lookAt);
-    case MarkerDrag::lookAt: return asking(record, record.eye, to);
-    case MarkerDrag::eyeKeepingDistance: return asking(record, to, record.lookAt - record.eye + to);
-    case MarkerDrag::lookAtKeepingDistance: return asking(record, record.eye - record.lookAt + to, to);
-    case MarkerDrag::none: break;
-    }
-    return record;
+    return movedSlide(record, drag, scale.toPosition(y));
+}
+
+EyeSlideRecord nudgedSlide(const EyeSlideRecord& record, MarkerDrag drag, const SlideScale& scale,
+                           int down) noexcept
+{
+    if (!scale.usable()) return record;
+    const bool eye = drag == MarkerDrag::eye || drag == MarkerDrag::eyeKeepingDistance;
+    return movedSlide(record, drag,
+                      (eye ? record.eye : record.lookAt) + 2.0 * down / (scale.bottom - scale.top));
 }
 
 EyeSlideRecord steppedSlide(const EyeSlideRecord& record, bool retreat, bool large,

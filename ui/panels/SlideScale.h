@@ -39,6 +39,10 @@ SlideGhost slideGhost(const EyeSlideRecord& record, MarkerDrag drag, const Slide
 EyeSlideRecord draggedSlide(const EyeSlideRecord& record, MarkerDrag drag, const SlideScale& scale,
                             int y) noexcept;
 
+/// What to ask for when a drag moves its marker by pixels down, from where it is exactly.
+EyeSlideRecord nudgedSlide(const EyeSlideRecord& record, MarkerDrag drag, const SlideScale& scale,
+                           int down) noexcept;
+
 /// What to ask for after a click on a button: a tenth of the viewing distance, or half of it
 /// with `large`; towards the look-at point or away from it. With `keepDistance` both move.
 EyeSlideRecord steppedSlide(const EyeSlideRecord& record, bool retreat, bool large,

@@ -13,6 +13,12 @@ constexpr int edge = 2;   // of the frame about the panel, which the system draw
 /// The elevation at which the corner of a cube is seen, atan √½.
 constexpr double cubeCorner = 35.2643896827547;
 
+/// Of a point on the disc in steps between the rings, right and down of its centre.
+SphereDirection directionAt(double u, double w) noexcept
+{
+    return {toDegrees(std::atan2(u, w)), 90.0 - 22.5 * std::sqrt(std::min(u * u + w * w, 16.0))};
+}
+
 }   // namespace
 
 SphereDisc::SphereDisc(PixelSize client, PixelScale monitor) noexcept : pixels(monitor)
@@ -39,8 +45,7 @@ SphereDirection SphereDisc::toDirection(int x, int y, SphereKeys keys) const noe
 {
     const double u = static_cast<double>(x - centre.x) / radiusX,
                  w = static_cast<double>(y - centre.y) / radiusY;
-    SphereDirection direction{toDegrees(std::atan2(u, w)),
-                              90.0 - 22.5 * std::sqrt(std::min(u * u + w * w, 16.0))};
+    SphereDirection direction = directionAt(u, w);
     if (keys.snap) {
         direction.bearing = std::floor(direction.bearing / 45.0 + 0.5) * 45.0;
         direction.elevation = direction.elevation < 17.63   ? 0.0
@@ -48,6 +53,16 @@ SphereDirection SphereDisc::toDirection(int x, int y, SphereKeys keys) const noe
                                                             : 90.0;
     }
     if (keys.below) direction.elevation = 0.0 - direction.elevation;   // never −0
+    return direction;
+}
+
+SphereDirection SphereDisc::nudged(const SphereDirection& from, PixelPoint by) const noexcept
+{
+    const Angle bearing = Angle::degrees(from.bearing);
+    const double rings = (90.0 - std::fabs(from.elevation)) / 22.5;
+    SphereDirection direction = directionAt(bearing.sin() * rings + static_cast<double>(by.x) / radiusX,
+                                            bearing.cos() * rings + static_cast<double>(by.y) / radiusY);
+    if (from.elevation < 0.0) direction.elevation = 0.0 - direction.elevation;
     return direction;
 }
 

@@ -37,6 +37,9 @@ struct SphereDisc {
     PixelPoint toPixel(const SphereDirection& direction) const noexcept;
     /// For a usable disc; the horizon for a pixel outside the rim.
     SphereDirection toDirection(int x, int y, SphereKeys keys) const noexcept;
+    /// The direction whose point lies so many pixels from that of `direction`, on the same side of
+    /// the equator; the horizon beyond the rim. For a usable disc.
+    SphereDirection nudged(const SphereDirection& direction, PixelPoint by) const noexcept;
     /// The box of ring 1 to 4.
     PixelRect ring(int number) const noexcept;
 };

@@ -4,6 +4,7 @@
 #include "platform/win32/Window.h"
 #include "resources/ids.h"
 #include "ui/Messages.h"
+#include "ui/ValueText.h"
 #include "ui/WindowScale.h"
 #include "ui/panels/Markers.h"
 #include "ui/panels/PanelPainting.h"
@@ -37,7 +38,7 @@ EyeGlyph glyphAt(PixelPoint eye, PixelPoint centre, PixelScale scale) noexcept
 
 LRESULT Stereogram::handle(UINT message, WPARAM wParam, LPARAM lParam)
 {
-    if (drag.handle(message, wParam, lParam)) return TRUE;
+    if (const auto answer = drag.handle(message, wParam, lParam)) return *answer;
     switch (message) {
     case WM_CREATE: create(); return 0;
     case WM_SIZE: size(); return 0;
@@ -138,9 +139,37 @@ Ghost::Shape Stereogram::ghostAt(const PanelMouse& mouse) const
     };
 }
 
+std::string Stereogram::valueAt(const PanelMouse& mouse) const
+{
+    const SphereDirection to = disc().toDirection(mouse.at.x, mouse.at.y, keysOf(mouse));
+    return directionText(to.bearing, to.elevation);
+}
+
 void Stereogram::askFor(const PanelMouse& release)
 {
     ask(disc().toDirection(release.at.x, release.at.y, keysOf(release)), taken);
+}
+
+/// The eye and the lights that are on, as items.
+std::vector<int> Stereogram::items() const
+{
+    std::vector<int> all{0};
+    for (int k = 0; k < sphereLights; ++k)
+        if (markers.lights[static_cast<std::size_t>(k)].present) all.push_back(k + 1);
+    return all;
+}
+
+std::vector<PixelPoint> Stereogram::markerPixels() const
+{
+    std::vector<PixelPoint> places;
+    for (const int item : items()) places.push_back(disc().toPixel(markers.of(item)));
+    return places;
+}
+
+void Stereogram::nudge(std::size_t index, PixelPoint by, bool)
+{
+    const int item = items()[index];
+    if (const SphereDisc on = disc(); on.usable()) ask(on.nudged(markers.of(item), by), item);
 }
 
 void Stereogram::turn(int button)

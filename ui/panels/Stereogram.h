@@ -26,7 +26,11 @@ private:
     std::vector<Tool> drawMarkers(HDC dc, const SphereDisc& disc) const;
     bool takeMarker(const PanelMouse& press) override;
     Ghost::Shape ghostAt(const PanelMouse& mouse) const override;
+    std::string valueAt(const PanelMouse& mouse) const override;
     void askFor(const PanelMouse& release) override;
+    std::vector<PixelPoint> markerPixels() const override;
+    void nudge(std::size_t index, PixelPoint by, bool shift) override;
+    std::vector<int> items() const;
     void turn(int button);
     void ask(const SphereDirection& direction, int item);
     void invalidate(bool changed);

@@ -80,3 +80,18 @@ TEST(PlanGeometry, DragAsksForWhatItsRubberLineShows)
         EXPECT_EQ(draggedMarkers(markers, c.drag, client, 90, 20), c.asked) << static_cast<int>(c.drag);
     }
 }
+
+TEST(PlanGeometry, KeysMoveAMarkerByWholePixelsFromWhereItIs)
+{
+    const ViewMarkers markers{-0.501, 0.5, 0.01, 0, true};
+    const ViewMarkers asked = nudgedMarkers(markers, MarkerDrag::eye, client, {1, -8});
+    EXPECT_NEAR(asked.eyeH, -0.501 + 2.0 / 115, 1e-15);
+    EXPECT_NEAR(asked.eyeV, 0.5 - 16.0 / 115, 1e-15);
+    EXPECT_EQ(asked.lookAtH, markers.lookAtH);
+    const PixelPoint before = eyePixel(markers, client), after = eyePixel(asked, client);
+    EXPECT_EQ(after, (PixelPoint{before.x + 1, before.y - 8}));
+    const ViewMarkers both = nudgedMarkers(markers, MarkerDrag::lookAtKeepingDistance, client, {0, 3});
+    EXPECT_NEAR(both.lookAtV, 6.0 / 115, 1e-15);
+    EXPECT_NEAR(both.eyeV, 0.5 + 6.0 / 115, 1e-15);
+    EXPECT_EQ(nudgedMarkers(markers, MarkerDrag::eye, {0, 0}, {1, 1}), markers) << "nothing to see";
+}

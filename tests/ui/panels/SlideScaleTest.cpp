@@ -96,3 +96,14 @@ TEST(SlideScale, BarAndLineOfTheModel)
     EXPECT_EQ(slideLine(markers(36.0 / 185, 0), scale).size(), 2u) << "the gaps close at 36 pixels";
     EXPECT_EQ(slideLine(markers(1.0, 0), scale).size(), 2u) << "nothing below an eye at the end";
 }
+
+TEST(SlideScale, KeysMoveAMarkerByWholePixelsFromWhereItIs)
+{
+    const EyeSlideRecord record = markers(0.5003, -0.25);
+    EXPECT_NEAR(nudgedSlide(record, MarkerDrag::eye, scale, 8).eye, 0.5003 + 16.0 / 370, 1e-15);
+    const EyeSlideRecord both = nudgedSlide(record, MarkerDrag::lookAtKeepingDistance, scale, -1);
+    EXPECT_NEAR(both.lookAt, -0.25 - 2.0 / 370, 1e-15);
+    EXPECT_NEAR(both.eye, 0.5003 - 2.0 / 370, 1e-15);
+    EXPECT_EQ(nudgedSlide(markers(0.999, 0), MarkerDrag::eye, scale, 8).eye, 1.0) << "not beyond the end";
+    EXPECT_EQ(nudgedSlide(record, MarkerDrag::eye, SlideScale({43, 30}, 17), 1), record) << "nothing to see";
+}

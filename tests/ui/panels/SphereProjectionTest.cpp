@@ -101,3 +101,20 @@ TEST(SphereProjection, ArrowsStandInACrossAndTurnTheEye)
         EXPECT_EQ(arrowArea(c.arrow, {115, 147}, {17, 16, 15, 18}), c.place) << static_cast<int>(c.arrow);
     }
 }
+
+TEST(SphereProjection, KeysMoveAMarkerByWholePixelsOnItsSideOfTheEquator)
+{
+    for (const double elevation : {60.5, -60.5, 1.0, -1.0}) {
+        SphereDirection at{-30, elevation};
+        for (int i = 0; i < 13; ++i) at = disc.nudged(at, {1, 0});
+        for (int i = 0; i < 13; ++i) at = disc.nudged(at, {-1, 0});
+        // 13 pixels are a ring; a way that stays on the disc leads back.
+        if (std::fabs(elevation) > 10) {
+            EXPECT_NEAR(at.bearing, -30, 1e-9) << elevation;
+            EXPECT_NEAR(at.elevation, elevation, 1e-9) << elevation;
+        }
+        EXPECT_EQ(at.elevation < 0.0, elevation < 0.0) << elevation;
+    }
+    EXPECT_EQ(disc.nudged({90, 0}, {5, 0}).elevation, 0.0) << "beyond the rim: the horizon";
+    EXPECT_NEAR(disc.nudged({0, 90}, {0, 13}).elevation, 67.5, 1e-9) << "out of the zenith";
+}
