@@ -1,6 +1,7 @@
 #include "app/MainWindow.h"
 #include "app/MessageLoop.h"
 #include "errors/Report.h"
+#include "platform/Process.h"
 #include "platform/Win32Error.h"
 #include "platform/win32/Window.h"
 #include "ui/WindowScale.h"
@@ -79,6 +80,7 @@ void endProgram(const char* text) { fatal("%s", text); }
 
 int WINAPI WinMain(HINSTANCE module, HINSTANCE, LPSTR, int showCommand)
 try {
+    belvor::useSystemLibrariesOnly();
     belvor::failureHandler = belvor::endProgram;
     return belvor::run(module, showCommand);
 } catch (const std::exception& failure) {

@@ -6,6 +6,7 @@
 
 int main(int argc, char** argv)
 {
+    belvor::useSystemLibrariesOnly();
     belvor::noteStopSignals();
     belvor::refuseMemoryBeyondMachine();
     const int status = belvor::runCommandLine(argc, argv);

@@ -206,8 +206,10 @@ bool OutputFile::Place::takeName(bool keepOlder) noexcept
     bool exists = false;
     if (!system->look(status, exists)) return false;
     if ((exists || existed) && !system->inherit(exists ? &status : nullptr)) return false;
-    if (exists && keepOlder)   // where there are no second names, this one cannot be given back
-        linkat(system->folder, system->name.c_str(), system->folder, system->older->name, 0);
+    // Where files have no second names, this one cannot be given back.
+    [[maybe_unused]] const int kept = exists && keepOlder ? linkat(system->folder, system->name.c_str(),
+                                                                   system->folder, system->older->name, 0)
+                                                          : 0;
     existed = exists;
     taken = renameat(system->folder, system->written->name, system->folder, system->name.c_str()) == 0;
     return taken;

@@ -28,6 +28,14 @@ std::vector<std::string> commandLine(int, char**)
     return arguments;
 }
 
+void useSystemLibrariesOnly() noexcept
+{
+    using Function = BOOL(WINAPI*)(DWORD);   // older systems do not have it
+    const auto function = reinterpret_cast<Function>(reinterpret_cast<void (*)()>(
+        GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "SetDefaultDllDirectories")));
+    if (function) function(0x800);   // LOAD_LIBRARY_SEARCH_SYSTEM32
+}
+
 bool standardErrorIsTerminal() noexcept { return _isatty(2) != 0; }
 
 void refuseMemoryBeyondMachine() noexcept {}
@@ -35,6 +43,8 @@ void refuseMemoryBeyondMachine() noexcept {}
 #else
 
 std::vector<std::string> commandLine(int argc, char** argv) { return {argv, argv + argc}; }
+
+void useSystemLibrariesOnly() noexcept {}
 
 bool standardErrorIsTerminal() noexcept { return isatty(2) != 0; }
 

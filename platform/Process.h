@@ -9,6 +9,11 @@ namespace belvor {
 /// main's; on Windows they are not used, since they know the code page only.
 std::vector<std::string> commandLine(int argc, char** argv);
 
+/// From now on the system's own folder is the only one that libraries are loaded from by name:
+/// one that lies beside the program, as in a folder of downloads, is not. The first call of a
+/// program; does nothing on other systems than Windows.
+void useSystemLibrariesOnly() noexcept;
+
 /// Whether somebody is watching standard error.
 bool standardErrorIsTerminal() noexcept;
 

@@ -1,8 +1,11 @@
 #include "readers/ModelFile.h"
 
+#include "errors/BadFile.h"
+#include "errors/FileChanged.h"
 #include "errors/FileError.h"
 #include "platform/FileNames.h"
 #include "platform/Files.h"
+#include "platform/MappedFile.h"
 #include "readers/dxf/DXF.h"
 #include "readers/man/ManFile.h"
 #include "readers/things/Things.h"
@@ -69,7 +72,16 @@ Handle<Model> readModel(const std::string& path, FileType type, Reporter& report
     const ModelFormat* const format = formatOf(type);
     if (!format) return {};
     checkKind(path, type);
-    return format->read(path, reporter, options, account);
+    MappedFile::takeDamage();   // of a reading that failed otherwise
+    Handle<Model> model;
+    try {
+        model = format->read(path, reporter, options, account);
+    } catch (const BadFile&) {
+        if (MappedFile::takeDamage()) throw FileChanged(path);   // the fault is not the file's
+        throw;
+    }
+    if (MappedFile::takeDamage()) throw FileChanged(path);
+    return model;
 }
 
 void checkBounds(const Point<3>& centre, double radius, Account& account)

@@ -40,7 +40,8 @@ const char* nameOf(FileType type) noexcept;
 
 /// Reads the whole file (`path` is UTF-8); no model for an unknown type. What was met stands in `account`,
 /// after a failure as far as the reading came. Throws Win32Error, FileError (a pipe, a device, an empty
-/// drawing), BadFile, Reporter::Abandoned, std::bad_alloc.
+/// drawing), FileChanged when another program changes the file meanwhile, BadFile, Reporter::Abandoned,
+/// std::bad_alloc.
 Handle<Model> readModel(const std::string& path, FileType type, Reporter& reporter,
                         const ReadingOptions& options, Account& account);
 

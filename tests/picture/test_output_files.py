@@ -19,6 +19,14 @@ def stopped_by(number):
     return -number, 128 + number
 
 
+def maps_of(process):
+    try:
+        with open(f"/proc/{process}/maps", encoding="utf-8") as maps:
+            return maps.read()
+    except OSError:
+        return ""
+
+
 @unittest.skipIf(WINDOWS, "links, modes and signals of the system the test runs on")
 class OutputFiles(Folder):
     def start(self, *arguments, **options):
@@ -126,6 +134,21 @@ class OutputFiles(Folder):
         process.send_signal(signal.SIGTERM)
         self.assertIn(process.wait(10), stopped_by(signal.SIGTERM))
         self.assertEqual(self.names(), ["pipe.omb", "plates.thf"])
+
+    def test_a_model_that_shrinks_while_it_is_read(self):
+        """A message instead of a fault of the bus, and no picture; whether the end of the file or a part of its last page is lost."""
+        for name, text in (("big.thf", "Y 300000\n" + "0.125 2.5 3.25\n" * 300000 + "0 0\n"),
+                           ("big.dxf", "0\nSECTION\n2\nENTITIES\n" + "0\n3DFACE\n8\n0\n10\n0\n20\n0\n30\n0\n11\n1\n21\n0\n31\n0\n12\n1\n22\n1\n32\n0\n" * 90000)):
+            for left in (100, len(text) // 2, len(text) - 20):
+                self.write(name, text)
+                process = subprocess.Popen(command() + [name, "p.png"], cwd=self.folder, stderr=subprocess.PIPE, encoding="utf-8")
+                self.addCleanup(process.stderr.close)
+                while process.poll() is None and name not in maps_of(process.pid):
+                    pass
+                os.truncate(self.folder / name, left)
+                self.assertEqual(process.wait(60), 3, (name, left))
+                self.assertIn(f"{name}: the file was changed or became unreadable while it was read", process.stderr.read())
+                self.assertNotIn("p.png", self.names())
 
     def test_two_containers_write_one_name(self):
         """Two programs with the same process number."""
