@@ -71,9 +71,6 @@ void checkWhole(Options& options)
         if (std::count_if(options.outputs.begin(), options.outputs.end(), isThis) > 1)
             refuse(Text::namedTwice, {output});
         if (isThis(options.savedView)) refuse(Text::pictureIsView, {output});
-        constexpr long long largestPng = 0x7FFFFFFF;   // bytes of its pixels
-        if (isPng(output) && (options.width * 3ll + 1) * options.height > largestPng)
-            refuse(Text::pngTooLarge);
     }
     checkInputsKept(options);
     if (options.outputs.empty() && options.savedView.empty() && !options.info) refuse(Text::nothingToDo);

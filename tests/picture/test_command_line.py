@@ -171,7 +171,9 @@ class CommandLine(Folder):
     def test_memory_exhausted_is_status_4(self):
         def little_memory():
             resource.setrlimit(resource.RLIMIT_AS, (300 << 20, 300 << 20))
-        self.refused(4, ["--size", "16000x20000", "plates.thf", "p.png"], preexec_fn=little_memory)
+        vertices = 9000000
+        self.write("many.thf", f"Y {vertices}\n" + "1 2 3\n" * vertices + "0 0\n")
+        self.refused(4, ["many.thf", "p.png"], preexec_fn=little_memory)
 
     @unittest.skipIf(WINDOWS, "a signal does not reach a program under Wine")
     def test_an_interrupted_render_is_status_130(self):

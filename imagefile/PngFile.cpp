@@ -1,0 +1,117 @@
+#include "imagefile/PngFile.h"
+
+#include <zlib.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <new>
+
+namespace belvor {
+namespace {
+
+constexpr std::size_t pixelBytes = 3;
+enum Filter : std::uint8_t { noFilter = 0, upFilter = 2 };
+
+void bigEndian(std::uint8_t* bytes, std::uint32_t value) noexcept
+{
+    for (int i = 0; i < 4; ++i) bytes[i] = static_cast<std::uint8_t>(value >> (24 - 8 * i));
+}
+
+void* allocate(void*, unsigned count, unsigned size)
+{
+    return ::operator new (std::size_t{count} * size, std::nothrow);
+}
+void release(void*, void* memory) { ::operator delete(memory); }
+
+}   // namespace
+
+/// Packs all rows into one stream, which is cut into chunks of the file.
+struct PngFile::Packer {
+    Packer()
+    {
+        stream.zalloc = allocate;
+        stream.zfree = release;
+        // The fastest level: pictures with flat colours shrink nearly as well as with the best.
+        if (deflateInit2(&stream, 1, Z_DEFLATED, 15, 8, Z_DEFAULT_STRATEGY) != Z_OK) throw std::bad_alloc();
+        stream.next_out = packed;
+        stream.avail_out = sizeof packed;
+    }
+    Packer(const Packer&) = delete;
+    Packer& operator=(const Packer&) = delete;
+    ~Packer() { deflateEnd(&stream); }
+
+    z_stream stream{};
+    std::uint8_t packed[1u << 16];
+};
+
+PngFile::PngFile(OutputFile& file, std::uint32_t width, std::uint32_t height)
+    : output(file),
+      current(1 + pixelBytes * width),
+      above(current.size()),
+      noDifference(current.size()),
+      packer(std::make_unique<Packer>())
+{
+    static constexpr std::uint8_t signature[] = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
+    write(signature, sizeof signature);
+    std::uint8_t header[13] = {0, 0, 0, 0, 0, 0, 0, 0, 8, 2, 0, 0, 0};   // 8 bits, red green blue
+    bigEndian(header, width);
+    bigEndian(header + 4, height);
+    writeChunk("IHDR", header);
+    current[0] = above[0] = noFilter;
+    noDifference[0] = upFilter;
+}
+
+PngFile::~PngFile() = default;
+
+void PngFile::write(const void* bytes, std::size_t count)
+{
+    if (count == 0) return;
+    if (std::fwrite(bytes, 1, count, output.stream()) != count) throw OutputFile::Error(output.path(), errno);
+}
+
+void PngFile::writeChunk(const char (&type)[5], std::span<const std::uint8_t> data)
+{
+    std::uint8_t start[8], end[4];
+    bigEndian(start, static_cast<std::uint32_t>(data.size()));
+    std::memcpy(start + 4, type, 4);
+    uLong check = crc32(0, start + 4, 4);
+    if (!data.empty()) check = crc32(check, data.data(), static_cast<uInt>(data.size()));
+    bigEndian(end, static_cast<std::uint32_t>(check));
+    write(start, sizeof start);
+    write(data.data(), data.size());
+    write(end, sizeof end);
+}
+
+/// A row like the one above is a row of zero differences. Others are packed as they are: working out
+/// their differences takes about as long as packing them, and shortens little.
+void PngFile::writeRow()
+{
+    pack(current == above ? noDifference : current, false);
+    std::swap(current, above);
+}
+
+void PngFile::pack(std::span<const std::uint8_t> bytes, bool last)
+{
+    z_stream& stream = packer->stream;
+    stream.next_in = const_cast<std::uint8_t*>(bytes.data());   // not written to
+    stream.avail_in = static_cast<uInt>(bytes.size());
+    for (bool done = false; !done;) {
+        const int status = deflate(&stream, last ? Z_FINISH : Z_NO_FLUSH);
+        done = last ? status == Z_STREAM_END : stream.avail_in == 0 && stream.avail_out != 0;
+        if (stream.avail_out != 0 && !(last && done)) continue;
+        const std::size_t count = sizeof packer->packed - stream.avail_out;
+        if (count != 0) writeChunk("IDAT", {packer->packed, count});
+        stream.next_out = packer->packed;
+        stream.avail_out = sizeof packer->packed;
+    }
+}
+
+void PngFile::finish()
+{
+    pack({}, true);
+    writeChunk("IEND", {});
+}
+
+}   // namespace belvor

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "platform/OutputFile.h"
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <vector>
+
+namespace belvor {
+
+/// Writes a PNG file of 8-bit red, green and blue, row by row; keeps a few rows in memory. The same
+/// rows give the same bytes on every system. Used by one thread at a time.
+class PngFile {
+public:
+    /// Writes the header into `output`, which must outlive this object; its owner commits it. Sizes
+    /// in pixels, 1 to 2³¹ − 1. Throws OutputFile::Error, std::bad_alloc.
+    PngFile(OutputFile& output, std::uint32_t width, std::uint32_t height);
+    PngFile(const PngFile&) = delete;
+    PngFile& operator=(const PngFile&) = delete;
+    ~PngFile();
+
+    /// The row to write next: red, green and blue of each pixel.
+    std::span<std::uint8_t> row() noexcept { return std::span(current).subspan(1); }
+    /// Appends row(), from the top. Throws OutputFile::Error.
+    void writeRow();
+    /// After the last row: completes the file. Throws OutputFile::Error.
+    void finish();
+
+private:
+    struct Packer;
+    void write(const void* bytes, std::size_t count);
+    void writeChunk(const char (&type)[5], std::span<const std::uint8_t> data);
+    void pack(std::span<const std::uint8_t> bytes, bool last);
+
+    OutputFile& output;
+    std::vector<std::uint8_t> current, above, noDifference;   // a filter's number, then the pixels
+    std::unique_ptr<Packer> packer;
+};
+
+}   // namespace belvor
