@@ -6,6 +6,7 @@ namespace belvor {
 
 void DXFCircle::build()
 {
+    const DXFPrimitive frame(record);
     const Point<3> centre = record.point(10);   // the elevation of old files is no substitute here
     const double radius = record.real(40);
     if (radius <= 0.0) return;
@@ -13,9 +14,9 @@ void DXFCircle::build()
     DXFLoop ring;
     for (int k = 0; k < sides; ++k) {
         const Angle at = Angle::degrees(360.0 * k / sides);
-        ring.push_back(axes.toWorld(centre + Vector<3>(at.cos(), at.sin(), 0.0) * radius));
+        ring.push_back(frame.axes.toWorld(centre + Vector<3>(at.cos(), at.sin(), 0.0) * radius));
     }
-    addPrism(std::move(ring));
+    DXFPolygon(*this, frame).addPrism(std::move(ring));
 }
 
 }   // namespace belvor

@@ -10,9 +10,10 @@ namespace belvor {
 void DXFEllipse::build()
 {
     constexpr double turn = 2.0 * std::numbers::pi;
+    const DXFPrimitive frame(record);
     const Point<3> centre = record.pointOr(10, 0.0);
     const Vector<3> major = record.pointOr(11, 0.0).vector();
-    const Vector<3> minor = axes.z().cross(major) * record.real(40);
+    const Vector<3> minor = frame.axes.z().cross(major) * record.real(40);
     const double sweep = std::fabs(record.realOr(42, turn) - record.realOr(41, 0.0));
     const bool full = sweep == 0.0 || std::fabs(sweep - turn) <= 1e-6;
     if (!full || major == Vector<3>()) return;
@@ -23,7 +24,7 @@ void DXFEllipse::build()
         const Angle at = Angle::radians(turn * k / sides);
         ring.push_back(centre + major * at.cos() + minor * at.sin());
     }
-    addFace(ring, &axes);
+    addFace(ring, &frame.axes);
 }
 
 }   // namespace belvor

@@ -14,37 +14,37 @@ public:
 };
 
 /// SOLID and TRACE: a filled quadrilateral whose third and fourth corners are swapped.
-class DXFSolid final : public DXFPolygon {
+class DXFSolid final : public DXFGraphic {
 public:
-    explicit DXFSolid(const DXFEntity& entity) : DXFPolygon(entity) {}
+    explicit DXFSolid(const DXFEntity& entity) : DXFGraphic(entity) {}
     void build() override;
 };
 
 /// LINE and 3DLINE: with thickness a wall.
-class DXFLine final : public DXFPrimitive {
+class DXFLine final : public DXFGraphic {
 public:
-    explicit DXFLine(const DXFEntity& entity) : DXFPrimitive(entity) {}
+    explicit DXFLine(const DXFEntity& entity) : DXFGraphic(entity) {}
     void build() override;
 };
 
 /// A filled disc; with thickness a cylinder.
-class DXFCircle final : public DXFPolygon {
+class DXFCircle final : public DXFGraphic {
 public:
-    explicit DXFCircle(const DXFEntity& entity) : DXFPolygon(entity) {}
+    explicit DXFCircle(const DXFEntity& entity) : DXFGraphic(entity) {}
     void build() override;
 };
 
 /// With thickness a curved wall.
-class DXFArc final : public DXFPrimitive {
+class DXFArc final : public DXFGraphic {
 public:
-    explicit DXFArc(const DXFEntity& entity) : DXFPrimitive(entity) {}
+    explicit DXFArc(const DXFEntity& entity) : DXFGraphic(entity) {}
     void build() override;
 };
 
 /// A filled disc when complete. Has no thickness.
-class DXFEllipse final : public DXFPolygon {
+class DXFEllipse final : public DXFGraphic {
 public:
-    explicit DXFEllipse(const DXFEntity& entity) : DXFPolygon(entity) {}
+    explicit DXFEllipse(const DXFEntity& entity) : DXFGraphic(entity) {}
     void build() override;
 };
 

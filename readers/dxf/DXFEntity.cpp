@@ -1,5 +1,7 @@
 #include "readers/dxf/DXFEntity.h"
 
+#include "readers/dxf/DXFDispatch.h"
+
 namespace belvor {
 namespace {
 
@@ -54,6 +56,23 @@ const Material& DXFEntity::material()
     return *surface;
 }
 
+bool DXFEntity::isDrawn(std::string_view type, ReadingRules rules) noexcept
+{
+    return handlerOf(type, rules) != nullptr;
+}
+
+void DXFEntity::build()
+{
+    using Why = SkippedEntities::Why;
+    const std::string_view type = record.type();
+    const DXFHandler* const handler = handlerOf(type, drawing.rules());
+    if (!handler) return drawing.skip(type, Why::typeNotDrawn, {});
+    if (log()) log().line(type, " at line ", record.line());
+    const std::uint64_t before = drawing.facetsSoFar();
+    handler->build(*this);
+    if (drawing.facetsSoFar() == before && !handler->placesBlock) drawing.skip(type, Why::noSurface, {});
+}
+
 void DXFGraphic::addFace(std::span<const Point<3>> corners, const DXFAxes* flat)
 {
     drawing.addFacet(material(), corners, flat);
@@ -72,7 +91,7 @@ void DXFGraphic::addWall(const Point<3>& a, const Point<3>& b, const Vector<3>& 
     addFace(quad, flat);
 }
 
-DXFPrimitive::DXFPrimitive(const DXFEntity& entity) : DXFGraphic(entity), axes(DXFAxes::of(record))
+DXFPrimitive::DXFPrimitive(const DXFRecord& record) : axes(DXFAxes::of(record))
 {
     elevation = record.realOr(38, 0.0);
     thickness = axes.z() * record.realOr(39, 0.0);
@@ -82,13 +101,13 @@ void DXFPolygon::addPrism(DXFLoop loop)
 {
     dropRepeats(loop);
     if (loop.size() < 3) return;
-    addFace(loop, &axes);
-    if (!isThick()) return;
+    graphic.addFace(loop, &frame.axes);
+    if (!frame.isThick()) return;
     DXFLoop top = loop;
-    for (Point<3>& corner : top) corner += thickness;
-    addFace(top, &axes);
+    for (Point<3>& corner : top) corner += frame.thickness;
+    graphic.addFace(top, &frame.axes);
     for (std::size_t i = 0; i < loop.size(); ++i)
-        addWall(loop[i], loop[(i + 1) % loop.size()], thickness, &axes);
+        graphic.addWall(loop[i], loop[(i + 1) % loop.size()], frame.thickness, &frame.axes);
 }
 
 }   // namespace belvor

@@ -31,12 +31,6 @@ protected:
 
     DXFStream& stream() const { return drawing.stream(); }
     DXFLog& log() const { return stream().log(); }
-    /// For long loops: reports progress, which may throw, when `count` is a multiple of some thousands.
-    void pauseEvery(std::size_t count) const
-    {
-        constexpr std::size_t stepsBetweenReports = 4096;
-        if (count % stepsBetweenReports == stepsBetweenReports - 1) stream().checkProgress();
-    }
 
     DXFDrawing& drawing;
     const DXFRecord& record;
@@ -49,9 +43,7 @@ private:
 
 /// An entity that adds facets, in world coordinates.
 class DXFGraphic : public DXFEntity {
-protected:
-    explicit DXFGraphic(const DXFEntity& entity) : DXFEntity(entity) {}
-
+public:
     /// A facet with the corners as they are.
     void addFace(std::span<const Point<3>> corners, const DXFAxes* flat = nullptr);
     void addFace(std::initializer_list<Point<3>> corners, const DXFAxes* flat = nullptr)
@@ -63,30 +55,46 @@ protected:
     /// The quadrilateral a, b, b + thickness, a + thickness, if it covers any area.
     void addWall(const Point<3>& a, const Point<3>& b, const Vector<3>& thickness,
                  const DXFAxes* flat = nullptr);
+
+    /// For long loops: reports progress, which may throw, when `count` is a multiple of some thousands.
+    void pauseEvery(std::size_t count) const
+    {
+        constexpr std::size_t stepsBetweenReports = 4096;
+        if (count % stepsBetweenReports == stepsBetweenReports - 1) stream().checkProgress();
+    }
+
+protected:
+    explicit DXFGraphic(const DXFEntity& entity) : DXFEntity(entity) {}
 };
 
-/// An entity with an object coordinate system (groups 210, 220, 230), an elevation (38) and a
+/// The object coordinate system of an entity (groups 210, 220, 230), its elevation (38) and its
 /// thickness (39).
-class DXFPrimitive : public DXFGraphic {
-protected:
-    explicit DXFPrimitive(const DXFEntity& entity);
+class DXFPrimitive {
+public:
+    /// Throws BadFile.
+    explicit DXFPrimitive(const DXFRecord& record);
 
     bool isThick() const noexcept { return thickness != Vector<3>(); }
-    /// Groups code, code + 10, code + 20, the last defaulting to the elevation.
-    Point<3> corner(int code) const { return record.pointOr(code, elevation); }
+    /// Groups code, code + 10, code + 20 of `record`, the last defaulting to the elevation.
+    Point<3> corner(const DXFRecord& record, int code) const { return record.pointOr(code, elevation); }
 
     DXFAxes axes;
     double elevation = 0.0;
-    Vector<3> thickness;   // world
+    Vector<3> thickness;   ///< World.
 };
 
 /// A flat filled outline; with thickness a closed prism.
-class DXFPolygon : public DXFPrimitive {
-protected:
-    explicit DXFPolygon(const DXFEntity& entity) : DXFPrimitive(entity) {}
+class DXFPolygon {
+public:
+    /// Facets go to `entity`. Both must outlive this.
+    DXFPolygon(DXFGraphic& entity, const DXFPrimitive& primitive) : graphic(entity), frame(primitive) {}
 
     /// World corners. Base, top, then one wall a side.
     void addPrism(DXFLoop loop);
+
+private:
+    DXFGraphic& graphic;
+    const DXFPrimitive& frame;
 };
 
 }   // namespace belvor

@@ -4,6 +4,7 @@ namespace belvor {
 
 void DXFLWPolyline::build()
 {
+    const DXFPolylineHead head(record);
     const double everyWidth = record.realOr(43, 0.0);
     if (log()) log().line("LWPolyline ", "width ", everyWidth, " thickness ", record.realOr(39, 0.0));
 
@@ -29,7 +30,7 @@ void DXFLWPolyline::build()
         vertices.push_back(corner);
         x = next;
     }
-    addStrip(vertices, elevation);
+    DXFStripSurface(*this, head).add(vertices, head.frame.elevation);
 }
 
 }   // namespace belvor

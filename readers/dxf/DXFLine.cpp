@@ -4,10 +4,11 @@ namespace belvor {
 
 void DXFLine::build()
 {
-    const Point<3> start = corner(10), end = corner(11);
-    if (!isThick()) return;
-    log().line("Extrude line by", " ", thickness);
-    addWall(start, end, thickness);
+    const DXFPrimitive frame(record);
+    const Point<3> start = frame.corner(record, 10), end = frame.corner(record, 11);
+    if (!frame.isThick()) return;
+    log().line("Extrude line by", " ", frame.thickness);
+    addWall(start, end, frame.thickness);
 }
 
 }   // namespace belvor

@@ -11,7 +11,7 @@ void DXFPolyPrim::buildPolyfaceMesh()
 {
     log().line("Polyline ", "face-mesh");
     std::vector<Point<3>> positions;   // counted as they come: writers fill the counts in the header wrongly
-    forEachVertex([&](const DXFVertexEntity& vertex) {
+    DXFPolyline::forEachVertex(drawing, [&](const DXFVertexEntity& vertex) {
         if (!vertex.has(DXFVertexEntity::faceMesh)) return;
         if (vertex.has(DXFVertexEntity::meshPosition)) positions.push_back(vertex.groups().pointOr(10, 0.0));
         else addMeshFace(vertex, positions);

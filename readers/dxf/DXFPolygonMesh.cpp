@@ -4,7 +4,7 @@ namespace belvor {
 
 void DXFPolyPrim::build()
 {
-    if (has(faceMesh)) buildPolyfaceMesh();
+    if (head.has(DXFPolylineHead::faceMesh)) buildPolyfaceMesh();
     else buildPolygonMesh();
 }
 
@@ -15,17 +15,19 @@ void DXFPolyPrim::buildPolygonMesh()
     const int startLine = record.line();
 
     std::vector<Point<3>> points, fitted;
-    forEachVertex([&](const DXFVertexEntity& vertex) {
-        const Point<3> place = vertex.groups().pointOr(10, 0.0);
-        points.push_back(place);
-        if (has(smoothed) && vertex.has(DXFVertexEntity::splineFit)) fitted.push_back(place);
+    DXFPolyline::forEachVertex(drawing, [&](const DXFVertexEntity& vertex) {
+        const Point<3> position = vertex.groups().pointOr(10, 0.0);
+        points.push_back(position);
+        if (head.has(DXFPolylineHead::smoothed) && vertex.has(DXFVertexEntity::splineFit))
+            fitted.push_back(position);
     });
     if (!fitted.empty()) {   // the others only steer the surface
         points.swap(fitted);
         m = fittedM;
         n = fittedN;
     }
-    log().line("Polyline ", "mesh", has(closed) ? " (closed)" : "", ", N=", n, " M=", m);
+    log().line("Polyline ", "mesh", head.has(DXFPolylineHead::closed) ? " (closed)" : "", ", N=", n,
+               " M=", m);
     if (static_cast<std::int64_t>(m) * n != static_cast<std::int64_t>(points.size()))
         throw BadFile(BadFile::badGroup, "PolygonMesh ends with wrong number of vertices", {},
                       stream().fileName(), startLine);
@@ -40,7 +42,8 @@ void DXFPolyPrim::addCells(const std::vector<Point<3>>& points, std::int32_t m, 
         return points[static_cast<std::size_t>(i % m) * static_cast<std::size_t>(n)
                       + static_cast<std::size_t>(j % n)];
     };
-    const std::int32_t cellsInM = has(closed) ? m : m - 1, cellsInN = has(closedInN) ? n : n - 1;
+    const std::int32_t cellsInM = head.has(DXFPolylineHead::closed) ? m : m - 1,
+                       cellsInN = head.has(DXFPolylineHead::closedInN) ? n : n - 1;
     std::size_t cells = 0;
     for (std::int32_t i = 0; i < cellsInM; ++i)
         for (std::int32_t j = 0; j < cellsInN; ++j, pauseEvery(++cells))

@@ -4,15 +4,17 @@ namespace belvor {
 
 void DXFPolyline::build()
 {
-    if (has(faceMesh) || has(mesh)) DXFPolyPrim(*this).build();
-    else if (has(spatial)) DXFPolyline3D(*this).build();
+    const DXFPolylineHead head(record);
+    if (head.has(DXFPolylineHead::faceMesh) || head.has(DXFPolylineHead::mesh)) DXFPolyPrim(*this).build();
+    else if (head.has(DXFPolylineHead::spatial)) DXFPolyline3D(*this).build();
     else DXFPolyline2D(*this).build();
 }
 
 void DXFPolyline3D::build()
 {
-    log().line("Polyline ", "3D", has(closed) ? " (closed)" : "");
-    forEachVertex([](const DXFVertexEntity&) {});
+    const DXFPolylineHead head(record);
+    log().line("Polyline ", "3D", head.has(DXFPolylineHead::closed) ? " (closed)" : "");
+    DXFPolyline::forEachVertex(drawing, [](const DXFVertexEntity&) {});
 }
 
 }   // namespace belvor

@@ -6,14 +6,15 @@ namespace belvor {
 
 void DXFPolyline2D::build()
 {
-    log().line("Polyline ", "2D", has(closed) ? " (closed)" : "");
+    const DXFPolylineHead head(record);
+    log().line("Polyline ", "2D", head.has(DXFPolylineHead::closed) ? " (closed)" : "");
     const double startWidth = record.realOr(40, 0.0), endWidth = record.realOr(41, 0.0);
     std::optional<double> z;
     if (const DXFGroup* own = record.find(30)) z = record.realOf(*own);
 
     std::vector<StripVertex> vertices, withoutFrame;
     bool splineFitted = false;
-    forEachVertex([&](const DXFVertexEntity& vertex) {
+    DXFPolyline::forEachVertex(drawing, [&](const DXFVertexEntity& vertex) {
         const DXFRecord& groups = vertex.groups();
         if (vertices.empty() && !z && groups.has(30)) z = groups.real(30);
         vertices.push_back({{groups.real(10), groups.real(20)},
@@ -23,33 +24,33 @@ void DXFPolyline2D::build()
         if (!vertex.has(DXFVertexEntity::frameControl)) withoutFrame.push_back(vertices.back());
         splineFitted |= vertex.has(DXFVertexEntity::splineFit);
     });
-    addStrip(splineFitted ? withoutFrame : vertices,
-             z.value_or(elevation));   // the frame only steers the curve
+    // The control points only steer the curve.
+    DXFStripSurface(*this, head)
+        .add(splineFitted ? withoutFrame : vertices, z.value_or(head.frame.elevation));
 }
 
-void DXFPolyline2D::addStrip(const std::vector<StripVertex>& vertices, double z)
+void DXFStripSurface::add(const std::vector<StripVertex>& vertices, double z)
 {
+    const bool closed = head.has(DXFPolylineHead::closed);
     const std::vector<StripSegment> segments =
-        stripSegments(vertices, has(closed), [this](std::size_t i) { pauseEvery(i); });
+        stripSegments(vertices, closed, [this](std::size_t i) { graphic.pauseEvery(i); });
     StripJoint before;
-    if (has(closed) && !segments.empty()) before = StripJoint(segments.back(), segments.front());
+    if (closed && !segments.empty()) before = StripJoint(segments.back(), segments.front());
     const StripJoint ends = before;
     for (std::size_t i = 0; i < segments.size(); ++i) {
-        pauseEvery(i);
+        graphic.pauseEvery(i);
         const StripJoint after = i + 1 < segments.size() ? StripJoint(segments[i], segments[i + 1]) : ends;
         addSegment(segments[i], before, after, z);
         before = after;
     }
 }
 
-void DXFPolyline2D::addThinChord(const Point<3>& from, const Point<3>& to)
+void DXFStripSurface::addSegment(const StripSegment& segment, const StripJoint& before,
+                                 const StripJoint& after, double z)
 {
-    if (isThick()) addWall(from, to, thickness, &axes);
-}
-
-void DXFPolyline2D::addSegment(const StripSegment& segment, const StripJoint& before, const StripJoint& after,
-                               double z)
-{
+    const DXFAxes& axes = head.frame.axes;
+    const Vector<3>& thickness = head.frame.thickness;
+    const bool isThick = head.frame.isThick();
     struct Station {
         Point<3> centre, left, right;
     };
@@ -65,22 +66,22 @@ void DXFPolyline2D::addSegment(const StripSegment& segment, const StripJoint& be
     for (int k = 1; k <= segment.chords(); ++k) {
         const Station to = at(k);
         if (segment.isThin()) {
-            addThinChord(from.centre, to.centre);
+            if (isThick) graphic.addWall(from.centre, to.centre, thickness, &axes);
         } else {
             DXFLoop quad{from.left, from.right, to.right, to.left};
-            addLoop(quad, &axes);
-            if (isThick()) {
+            graphic.addLoop(quad, &axes);
+            if (isThick) {
                 for (Point<3>& corner : quad) corner += thickness;
-                addLoop(quad, &axes);
-                addWall(from.left, to.left, thickness, &axes);
-                addWall(from.right, to.right, thickness, &axes);
+                graphic.addLoop(quad, &axes);
+                graphic.addWall(from.left, to.left, thickness, &axes);
+                graphic.addWall(from.right, to.right, thickness, &axes);
             }
         }
         from = to;
     }
-    if (segment.isThin() || !isThick()) return;
-    if (!before.shared) addWall(first.left, first.right, thickness, &axes);
-    if (!after.shared) addWall(from.left, from.right, thickness, &axes);
+    if (segment.isThin() || !isThick) return;
+    if (!before.shared) graphic.addWall(first.left, first.right, thickness, &axes);
+    if (!after.shared) graphic.addWall(from.left, from.right, thickness, &axes);
 }
 
 }   // namespace belvor

@@ -26,65 +26,80 @@ private:
     std::int32_t flags;
 };
 
-/// A POLYLINE record of any kind. Its VERTEX records replace it as the stream's current
-/// record, so it takes what it needs of its own groups before it reads them.
-class DXFPolyline : public DXFPrimitive {
-public:
-    explicit DXFPolyline(const DXFEntity& entity) : DXFPrimitive(entity), flags(record.integerOr(70, 0)) {}
-    void build() override;
-
-protected:
+/// What a POLYLINE record of any kind says of itself. Its VERTEX records replace it as the stream's current
+/// record, so this is taken before they are read.
+struct DXFPolylineHead {
     enum Flag { closed = 1, smoothed = 4, spatial = 8, mesh = 16, closedInN = 32, faceMesh = 64 };
+
+    /// Throws BadFile.
+    explicit DXFPolylineHead(const DXFRecord& record) : frame(record), flags(record.integerOr(70, 0)) {}
     bool has(Flag flag) const noexcept { return (flags & flag) != 0; }
+
+    DXFPrimitive frame;
+    std::int32_t flags;
+};
+
+/// A POLYLINE record: built as one of the kinds below.
+class DXFPolyline final : public DXFGraphic {
+public:
+    explicit DXFPolyline(const DXFEntity& entity) : DXFGraphic(entity) {}
+    void build() override;
 
     /// Calls use(vertex) for the VERTEX records up to the SEQEND or the end of the data.
     /// Throws BadFile at any other record.
     template <class Use>
-    void forEachVertex(Use use)
+    static void forEachVertex(DXFDrawing& drawing, Use use)
     {
-        while (stream().nextRecord() && stream().type() != "SEQEND") {
-            if (stream().type() != "VERTEX")
+        DXFStream& stream = drawing.stream();
+        while (stream.nextRecord() && stream.type() != "SEQEND") {
+            if (stream.type() != "VERTEX")
                 throw BadFile(BadFile::badGroup, "DXFVertex constructed with non-VERTEX group", {},
-                              stream().fileName(), stream().line());
-            use(DXFVertexEntity(drawing, stream().readRecord()));
+                              stream.fileName(), stream.line());
+            use(DXFVertexEntity(drawing, stream.readRecord()));
         }
     }
-
-    std::int32_t flags;
 };
 
-/// A polyline in a plane: with width a filled strip, with thickness its walls.
-class DXFPolyline2D : public DXFPolyline {
+/// The surfaces of a polyline in a plane: with width a filled strip, with thickness its walls.
+class DXFStripSurface {
 public:
-    explicit DXFPolyline2D(const DXFEntity& entity) : DXFPolyline(entity) {}
-    void build() override;
+    /// Facets go to `entity`. Both must outlive this.
+    DXFStripSurface(DXFGraphic& entity, const DXFPolylineHead& polyline) : graphic(entity), head(polyline) {}
 
-protected:
-    void addStrip(const std::vector<StripVertex>& vertices, double z);
+    void add(const std::vector<StripVertex>& vertices, double z);
 
 private:
     void addSegment(const StripSegment& segment, const StripJoint& before, const StripJoint& after, double z);
-    void addThinChord(const Point<3>& from, const Point<3>& to);
+
+    DXFGraphic& graphic;
+    const DXFPolylineHead& head;
+};
+
+/// A polyline in a plane.
+class DXFPolyline2D final : public DXFGraphic {
+public:
+    explicit DXFPolyline2D(const DXFEntity& entity) : DXFGraphic(entity) {}
+    void build() override;
 };
 
 /// The same in one record.
-class DXFLWPolyline final : public DXFPolyline2D {
+class DXFLWPolyline final : public DXFGraphic {
 public:
-    explicit DXFLWPolyline(const DXFEntity& entity) : DXFPolyline2D(entity) {}
+    explicit DXFLWPolyline(const DXFEntity& entity) : DXFGraphic(entity) {}
     void build() override;
 };
 
 /// A curve in space: draws nothing.
-class DXFPolyline3D final : public DXFPolyline {
+class DXFPolyline3D final : public DXFGraphic {
 public:
-    explicit DXFPolyline3D(const DXFEntity& entity) : DXFPolyline(entity) {}
+    explicit DXFPolyline3D(const DXFEntity& entity) : DXFGraphic(entity) {}
     void build() override;
 };
 
 /// The two meshes.
-class DXFPolyPrim final : public DXFPolyline {
+class DXFPolyPrim final : public DXFGraphic {
 public:
-    explicit DXFPolyPrim(const DXFEntity& entity) : DXFPolyline(entity) {}
+    explicit DXFPolyPrim(const DXFEntity& entity) : DXFGraphic(entity), head(record) {}
     void build() override;
 
 private:
@@ -92,6 +107,8 @@ private:
     void addCells(const std::vector<Point<3>>& points, std::int32_t m, std::int32_t n);
     void buildPolyfaceMesh();   // DXFPolyfaceMesh.cpp
     void addMeshFace(const DXFVertexEntity& face, const std::vector<Point<3>>& positions);
+
+    const DXFPolylineHead head;
 };
 
 }   // namespace belvor

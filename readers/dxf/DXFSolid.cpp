@@ -4,10 +4,11 @@ namespace belvor {
 
 void DXFSolid::build()
 {
-    const Point<3> first = axes.toWorld(corner(10)), second = axes.toWorld(corner(11)),
-                   third = axes.toWorld(corner(12));
-    const Point<3> fourth = record.has(13) ? axes.toWorld(corner(13)) : third;
-    addPrism({first, second, fourth, third});
+    const DXFPrimitive frame(record);
+    const auto corner = [&](int code) { return frame.axes.toWorld(frame.corner(record, code)); };
+    const Point<3> first = corner(10), second = corner(11), third = corner(12);
+    const Point<3> fourth = record.has(13) ? corner(13) : third;
+    DXFPolygon(*this, frame).addPrism({first, second, fourth, third});
 }
 
 }   // namespace belvor

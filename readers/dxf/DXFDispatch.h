@@ -1,0 +1,22 @@
+#pragma once
+
+#include "readers/common/Reading.h"
+
+#include <string_view>
+
+namespace belvor {
+
+class DXFEntity;
+
+/// How entities of one type are drawn.
+struct DXFHandler {
+    std::string_view type;
+    void (*build)(const DXFEntity&);   ///< Adds the geometry of one.
+    bool modern = false;               ///< Drawn by the modern reading only.
+    bool placesBlock = false;          ///< What it draws is known when its block has been read.
+};
+
+/// The row of that type; null for types that are not drawn.
+const DXFHandler* handlerOf(std::string_view type, ReadingRules rules) noexcept;
+
+}   // namespace belvor
