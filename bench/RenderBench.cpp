@@ -70,11 +70,11 @@ void renderToCounter(benchmark::State& state, Kind kind)
     const Scene scene = wholeScene(model, width, height);
     SilentReporter silent;
     const Handle<CountingBuffer> rows = makeHandle<CountingBuffer>(width);
-    model.render(*scene.camera, *scene.lights, *rows,
-                 silent);   // the first one after new lights shades twice
+    Frame frame(Sharing{static_cast<unsigned>(state.range(2))});
+    frame.render(model, *scene.camera, *scene.lights, *rows, silent);   // the first one shades twice
     for (auto _ : state) {
         rows->covered = 0;
-        model.render(*scene.camera, *scene.lights, *rows, silent);
+        frame.render(model, *scene.camera, *scene.lights, *rows, silent);
     }
     state.counters["facets"] = model.facetCount();
     state.counters["covered"] = static_cast<double>(rows->covered);
@@ -96,7 +96,7 @@ void renderStyled(benchmark::State& state, const Model& model, const LineStyle& 
     const Scene scene = wholeScene(model, width, height);
     SilentReporter silent;
     const Handle<CountingBuffer> rows = makeHandle<CountingBuffer>(width);
-    Frame frame;
+    Frame frame(Sharing{1});
     frame.render(model, *scene.camera, *scene.lights, *rows, silent, style);
     for (auto _ : state) {
         rows->covered = 0;
@@ -132,9 +132,10 @@ void renderToOmbrFile(benchmark::State& state, Kind kind)
     const std::string path =
         temporaryNameFor((std::filesystem::temp_directory_path() / "belvor-bench.omb").string());
     SilentReporter silent;
+    Frame frame(Sharing{static_cast<unsigned>(state.range(2))});
     for (auto _ : state) {
         const Handle<OmbrBuff> sink = makeHandle<OmbrBuff>(path, handle, scene.camera, width, height);
-        model.render(*scene.camera, *scene.lights, *sink, silent);
+        frame.render(model, *scene.camera, *scene.lights, *sink, silent);
         sink->finish();
     }
     removeFile(path);
@@ -192,18 +193,26 @@ void sizes(benchmark::internal::Benchmark* b)
     b->Args({800, 600})->Args({1600, 1200})->Args({4000, 3000})->Unit(benchmark::kMillisecond);
 }
 
+/// The same sizes by one thread and by two; the CPU column adds up what all threads took.
+void sizesAndThreads(benchmark::internal::Benchmark* b)
+{
+    for (const int threads : {1, 2})
+        b->Args({800, 600, threads})->Args({1600, 1200, threads})->Args({4000, 3000, threads});
+    b->ArgNames({"", "", "threads"})->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime();
+}
+
 BENCHMARK(bareSpanFill);
-BENCHMARK_CAPTURE(renderToCounter, terrain10k, terrain10k)->Apply(sizes);
-BENCHMARK_CAPTURE(renderToCounter, terrain100k, terrain100k)->Apply(sizes);
-BENCHMARK_CAPTURE(renderToCounter, terrain1M, terrain1M)->Apply(sizes);
-BENCHMARK_CAPTURE(renderToOmbrFile, terrain1M, terrain1M)->Apply(sizes);
+BENCHMARK_CAPTURE(renderToCounter, terrain10k, terrain10k)->Apply(sizesAndThreads);
+BENCHMARK_CAPTURE(renderToCounter, terrain100k, terrain100k)->Apply(sizesAndThreads);
+BENCHMARK_CAPTURE(renderToCounter, terrain1M, terrain1M)->Apply(sizesAndThreads);
+BENCHMARK_CAPTURE(renderToOmbrFile, terrain1M, terrain1M)->Apply(sizesAndThreads);
 BENCHMARK(matchEdges)->Unit(benchmark::kMillisecond);
 BENCHMARK(renderEdges)->Apply(sizes);
 BENCHMARK(renderCurves)->Apply(sizes);
-BENCHMARK_CAPTURE(renderToCounter, city600k, city600k)->Apply(sizes);
-BENCHMARK_CAPTURE(renderToOmbrFile, city600k, city600k)->Apply(sizes);
-BENCHMARK_CAPTURE(renderToCounter, stack200, stack200)->Apply(sizes);
-BENCHMARK_CAPTURE(renderToOmbrFile, stack200, stack200)->Apply(sizes);
+BENCHMARK_CAPTURE(renderToCounter, city600k, city600k)->Apply(sizesAndThreads);
+BENCHMARK_CAPTURE(renderToOmbrFile, city600k, city600k)->Apply(sizesAndThreads);
+BENCHMARK_CAPTURE(renderToCounter, stack200, stack200)->Apply(sizesAndThreads);
+BENCHMARK_CAPTURE(renderToOmbrFile, stack200, stack200)->Apply(sizesAndThreads);
 BENCHMARK(writeOmbrFile)->Apply(sizes);
 BENCHMARK(writeBareBytes)->Apply(sizes);
 

@@ -3,6 +3,7 @@
 #include "calcore/Number.h"
 #include "imagefile/OmbrFile.h"
 #include "platform/Files.h"
+#include "platform/Workers.h"
 
 #include <algorithm>
 
@@ -32,6 +33,15 @@ void parseSize(const std::string& text, Options& options)
                {std::to_string(OmbrFile::largestWidth), std::to_string(OmbrFile::largestHeight), text});
     options.width = width;
     options.height = height;
+}
+
+void parseThreads(const std::string& text, Options& options)
+{
+    std::int32_t count = 0;
+    constexpr auto most = static_cast<std::int32_t>(Workers::maxThreads);
+    if (!isLong(text, count) || count < 1 || count > most)
+        refuse(Text::badThreads, {std::to_string(most), text});
+    options.threads = static_cast<unsigned>(count);
 }
 
 FileType typeNamed(const std::string& written)
@@ -90,6 +100,7 @@ constexpr OptionRow optionRows[] = {
      [](const std::string& value, Options& options) { options.outputs.push_back(value); }},
     {"--type", 0, Text::valueType, Text::helpType, false,
      [](const std::string& value, Options& options) { options.type = typeNamed(value); }},
+    {"--threads", 0, Text::valueThreads, Text::helpThreads, false, parseThreads},
     {"--info", 0, Text::none, Text::helpInfo, true,
      [](const std::string&, Options& options) { options.info = true; }},
     {"--dxf-log", 0, Text::none, Text::helpDxfLog, true,

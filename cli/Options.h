@@ -11,6 +11,7 @@ namespace belvor {
 /// What the command line asks for. Paths are UTF-8.
 struct Options {
     int width = 800, height = 600;
+    unsigned threads = 0;          ///< That draw; 0 for as many as the process may use.
     std::string view, savedView;   ///< Parameter files to load and to write; empty for none.
     FileType type = FileType::unknown;
     bool info = false, quiet = false, dxfLog = false;

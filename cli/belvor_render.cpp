@@ -16,6 +16,7 @@
 #include "platform/SystemError.h"
 #include "platform/Win32Error.h"
 #include "readers/ModelFile.h"
+#include "render/Frame.h"
 #include "resources/Texts.h"
 #include "view/SceneBuilder.h"
 #include "view/ViewCommands.h"
@@ -128,7 +129,9 @@ void run(const Options& options, ConsoleReporter& reporter)
     const Handle<Pictures> pictures =
         makeHandle<Pictures>(options.outputs, model, scene.camera, options.width, options.height);
     reporter.setStages(Text::preparingStage);
-    model->render(*scene.camera, *scene.lights, *pictures, reporter);
+    Sharing sharing;
+    if (options.threads > 0) sharing.threads = options.threads;
+    Frame(sharing).render(*model, *scene.camera, *scene.lights, *pictures, reporter);
     pictures->commit(reporter);
 }
 

@@ -1,5 +1,7 @@
 #include "platform/Workers.h"
 
+#include "platform/Processors.h"
+
 #include <algorithm>
 #include <exception>
 #include <mutex>
@@ -52,14 +54,12 @@ private:
 
 class Workers::Pieces : public Workers::Job {
 public:
-    Pieces(unsigned threadCount, std::size_t indexCount, std::size_t size, const Piece& call,
-           const Watch& watchCall)
+    Pieces(unsigned threadCount, std::size_t indexCount, std::size_t size, const Piece& call)
         : Job(threadCount),
           count(indexCount),
           pieceSize(size),
           pieceCount(indexCount / size + (indexCount % size != 0)),
-          piece(call),
-          watch(watchCall)
+          piece(call)
     {}
 
 private:
@@ -69,14 +69,12 @@ private:
             const std::size_t number = next.fetch_add(1, std::memory_order_relaxed);
             if (number >= pieceCount) return;
             const std::size_t first = number * pieceSize;
-            if (turn.thread == 0 && watch) watch(first);
             piece(first, std::min(count, first + pieceSize), turn);
         }
     }
 
     const std::size_t count, pieceSize, pieceCount;
     const Piece& piece;
-    const Watch& watch;
     std::atomic<std::size_t> next{0};
 };
 
@@ -142,6 +140,12 @@ Workers& Workers::ofProcess()
     return workers;
 }
 
+unsigned Workers::usualThreads() noexcept
+{
+    static const unsigned count = std::min(usableProcessors(), maxThreads);
+    return count;
+}
+
 Workers::~Workers()
 {
     {
@@ -152,12 +156,11 @@ Workers::~Workers()
     threads.clear();
 }
 
-void Workers::forPieces(unsigned threadCount, std::size_t count, std::size_t pieceSize, const Piece& work,
-                        const Watch& watch)
+void Workers::forPieces(unsigned threadCount, std::size_t count, std::size_t pieceSize, const Piece& work)
 {
     const std::size_t pieceCount = count / pieceSize + (count % pieceSize != 0);
     threadCount = static_cast<unsigned>(std::min<std::size_t>({threadCount, maxThreads, pieceCount}));
-    Pieces job(threadCount, count, pieceSize, work, watch);
+    Pieces job(threadCount, count, pieceSize, work);
     run(job, threadCount);
 }
 

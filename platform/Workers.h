@@ -38,13 +38,13 @@ public:
 
     /// Works on the indices `first` to `end` − 1.
     using Piece = std::function<void(std::size_t first, std::size_t end, const Turn& turn)>;
-    /// Called on the asking thread before each of its pieces, with the indices begun so far.
-    using Watch = std::function<void(std::size_t begun)>;
     using Make = std::function<void(std::size_t index, std::size_t slot, const Turn& turn)>;
     using Take = std::function<void(std::size_t index, std::size_t slot)>;
 
     /// The workers of the process, made when first asked for.
     static Workers& ofProcess();
+    /// usableProcessors(), asked once, and at most maxThreads.
+    static unsigned usualThreads() noexcept;
 
     Workers() = default;
     Workers(const Workers&) = delete;
@@ -54,10 +54,9 @@ public:
 
     /// Calls `work` for the indices 0 to `count` − 1, in pieces of `pieceSize` (at least 1; the
     /// last may be shorter), on up to `threadCount` threads: each piece once, begun in rising
-    /// order. An exception out of `work` or `watch` stops all: no further piece begins, and
-    /// the first exception is thrown here once the running pieces have returned.
-    void forPieces(unsigned threadCount, std::size_t count, std::size_t pieceSize, const Piece& work,
-                   const Watch& watch = nullptr);
+    /// order. An exception out of `work` stops all: no further piece begins, and the first
+    /// exception is thrown here once the running pieces have returned.
+    void forPieces(unsigned threadCount, std::size_t count, std::size_t pieceSize, const Piece& work);
 
     /// Calls `make` for the indices 0 to `count` − 1 on up to `threadCount` threads, and `take`
     /// for each on the asking thread, in rising order, after its `make`. At most `slots` (at

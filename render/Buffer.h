@@ -3,36 +3,23 @@
 #include "platform/Handle.h"
 #include "render/LineRow.h"
 #include "render/LineTable.h"
+#include "render/PixelRow.h"
 #include "render/Shading.h"
-#include "render/Spans.h"
 #include "scene/Model.h"
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
-#include <vector>
+#include <utility>
 
 namespace belvor {
-
-/// A facet that is active on the current row.
-struct ActiveFacet {
-    std::uint32_t facet;           ///< Its index in the store.
-    std::uint32_t crossingCount;   ///< At least 1; odd when the eye plane cuts the facet.
-    const Crossing* crossings;     ///< By growing x.
-};
-
-/// The nearest surface of each pixel of a row.
-struct SurfacePixels {
-    std::vector<double> depths;
-    std::vector<std::uint32_t> owners;
-};
 
 /// One row of the depth buffer; its sinks take the finished rows of a render. Used by one
 /// render, on one thread.
 class Buffer : public TSHandlable {
 public:
-    static constexpr std::uint32_t noFacet = 0xFFFFFFFF;
+    static constexpr std::uint32_t noFacet = PixelRow::noFacet;
 
     /// `width` in pixels, at least 1.
     explicit Buffer(int width);
@@ -64,21 +51,17 @@ public:
     virtual void scanFacets(std::span<const ActiveFacet> active, const Camera& camera);
 
     /// Offers a span of pixels.
-    void fill(const SpanFill& span) noexcept;
+    void fill(const SpanFill& span) noexcept { surfaces.fill(span); }
 
     /// Exchanges the row for another one of the same width.
-    void exchange(SurfacePixels& other) noexcept
-    {
-        surfaces.depths.swap(other.depths);
-        surfaces.owners.swap(other.owners);
-    }
+    void exchange(PixelRow& other) noexcept { std::swap(surfaces, other); }
     /// Puts the lines over the surfaces, which are taken away unless `keepSurfaces`.
     void addLines(const LineRow& lineRow, bool keepSurfaces);
 
     /// Takes the finished row, counted from 0 at the top.
     virtual void lineDone(int row) = 0;
 
-    int width() const noexcept { return rowWidth; }
+    int width() const noexcept { return surfaces.width(); }
     /// Index of the nearest facet in the store, an owner that isLine(), or noFacet.
     std::uint32_t owner(int column) const noexcept
     {
@@ -102,15 +85,12 @@ public:
     const std::uint8_t* colour(std::uint32_t index) const noexcept { return looks[index].colour; }
 
 private:
-    void scanOpenFacet(const ActiveFacet& active, const Camera& camera) noexcept;
-
     const Model* facets = nullptr;
     const FacetShade* looks = nullptr;
     const LineTable* lines = nullptr;
     std::uint32_t firstLine = noFacet;
     std::array<std::uint8_t, 3> empty{};
-    int rowWidth;
-    SurfacePixels surfaces;
+    PixelRow surfaces;
 };
 
 }   // namespace belvor

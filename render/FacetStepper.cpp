@@ -27,12 +27,12 @@ bool FacetStepper::makeEdge(std::uint32_t index, SteppedEdge& edge) const noexce
     return true;
 }
 
-std::span<const ActiveFacet> FacetStepper::row(int y, std::span<const std::uint32_t> entering)
+std::span<const ActiveFacet> FacetStepper::row(int y)
 {
     active.clear();
     crossings.clear();
 
-    // 1. Facets of few edges that earlier rows began.
+    // 1. Facets of few edges.
     std::size_t kept = 0;
     for (const std::uint32_t number : activeSlots) {
         const Slot& slot = slots[number];
@@ -42,8 +42,7 @@ std::span<const ActiveFacet> FacetStepper::row(int y, std::span<const std::uint3
     }
     activeSlots.resize(kept);
 
-    // 2. Facets that begin here, then those of many edges.
-    for (const std::uint32_t facet : entering) enter(facet, y);
+    // 2. Facets of many edges.
     std::erase_if(polygons, [this, y](Polygon& polygon) { return !cross(polygon, y); });
 
     // 3. The crossings have stopped moving: point at them.
@@ -55,7 +54,7 @@ std::span<const ActiveFacet> FacetStepper::row(int y, std::span<const std::uint3
     return active;
 }
 
-void FacetStepper::enter(std::uint32_t index, int y)
+void FacetStepper::enter(std::uint32_t index)
 {
     const Facet& facet = model->facet(index);
     if (facet.edgeCount > slotEdges) {
@@ -74,8 +73,6 @@ void FacetStepper::enter(std::uint32_t index, int y)
         if (!makeEdge(i, slot.edges[slot.edgeCount])) continue;
         slot.last = std::max(slot.last, slot.edges[slot.edgeCount++].last);
     }
-    cross(slot, y);
-    if (slot.last <= y) return;
     activeSlots.push_back(freeSlots.back());
     freeSlots.pop_back();
 }
@@ -105,8 +102,8 @@ void FacetStepper::cross(const Slot& slot, int y)
 bool FacetStepper::cross(Polygon& polygon, int y)
 {
     std::erase_if(polygon.live, [y](const SteppedEdge* edge) { return edge->last < y; });
-    while (polygon.next < polygon.edges.size() && polygon.edges[polygon.next].first <= y)
-        polygon.live.push_back(&polygon.edges[polygon.next++]);
+    for (; polygon.next < polygon.edges.size() && polygon.edges[polygon.next].first <= y; ++polygon.next)
+        if (polygon.edges[polygon.next].last >= y) polygon.live.push_back(&polygon.edges[polygon.next]);
     found.clear();
     for (const SteppedEdge* edge : polygon.live) found.push_back({edge->line.at(y), edge});
     addSorted(polygon.facet, y);

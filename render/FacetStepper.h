@@ -1,6 +1,6 @@
 #pragma once
 
-#include "render/Buffer.h"
+#include "render/PixelRow.h"
 #include "render/ScreenEdge.h"
 #include "scene/Model.h"
 
@@ -11,19 +11,23 @@
 namespace belvor {
 
 /// Steps facets from row to row: which of them are active on a row, and where their edges cross
-/// it. The rows are walked from the top once.
+/// it. The rows of a picture, or of a part of it, are walked from the top once.
 class FacetStepper {
 public:
-    /// Makes ready for the first row of a picture of `height` rows, whatever the stepper held.
+    /// Makes ready for any row of a picture of `height` rows, whatever the stepper held.
     /// `projected` are the vertices on the screen; both must outlive the last row().
     void restart(const Model& model, const Point<3>* projected, int height) noexcept;
 
-    /// The facets active on row `y`, valid until the next call; to be called for every row from
-    /// 0 on, with the facets that it is the first row of. A facet's crossings are sorted by x;
+    /// Adds a facet that is active on the row to come and not on the one before, or at all when
+    /// no row has been asked for. Throws std::bad_alloc.
+    void enter(std::uint32_t facet);
+
+    /// The facets active on row `y`, valid until the next call; to be called for one row after
+    /// the other. A facet's crossings are sorted by x;
     /// among equal x they stand in the order of linked lists whose edges are pushed at the head
     /// on every row, so that a concave facet pairs touching corners the same way always.
     /// Throws std::bad_alloc.
-    std::span<const ActiveFacet> row(int y, std::span<const std::uint32_t> entering);
+    std::span<const ActiveFacet> row(int y);
 
 private:
     static constexpr std::uint32_t slotEdges = 4;
@@ -54,7 +58,6 @@ private:
     };
 
     bool makeEdge(std::uint32_t index, SteppedEdge& edge) const noexcept;
-    void enter(std::uint32_t facet, int y);
     void enterPolygon(const Facet& facet, std::uint32_t index);
     void cross(const Slot& slot, int y);
     bool cross(Polygon& polygon, int y);

@@ -5,19 +5,26 @@
 #include "render/LineStepper.h"
 #include "render/LineStyle.h"
 #include "render/LineTable.h"
+#include "render/PixelRow.h"
 #include "render/Shading.h"
 
 #include <cstdint>
+#include <functional>
+#include <vector>
 
 namespace belvor {
 
 /// All that a render computes: where vertices lie on the screen, which edges cross which rows,
 /// how facets are lit. Belongs to whoever renders; several frames may draw one model at the
 /// same time. Used again for the next picture, of any model, it saves allocating its memory:
-/// fresh memory can cost more than the work done in it. Used by one thread at a time.
+/// fresh memory can cost more than the work done in it. Used by one thread at a time; a render
+/// lets others work for it and returns when they are done.
 class Frame {
 public:
-    /// Draws `model` into `buffer`, row 0 at the top first, one lineDone() a row. `camera` has
+    explicit Frame(const Sharing& threads = {}) : sharing(threads) {}
+
+    /// Draws `model` into `buffer`, row 0 at the top first, one lineDone() a row, on
+    /// the calling thread. `camera` has
     /// the picture's height, `buffer` its width; `style` says which lines are drawn over the
     /// surfaces. Throws Reporter::Abandoned soon after
     /// `progress` answers true, std::bad_alloc, and what `buffer` throws; the frame can be
@@ -39,20 +46,28 @@ public:
 
 private:
     void project(const Model& model, const Camera& camera, Reporter& progress);
-    void walkRows(const Camera& camera, Buffer& buffer, Reporter& progress);
-    void scanRow(int y, const Camera& camera, Buffer& buffer, Reporter& progress);
+    /// Called with the surfaces of row `y` in the buffer.
+    using RowTaker = std::function<void(int y)>;
+    int rowsPerBand(const Model& model, int width, int height) const noexcept;
+    void scanRows(const Model& model, const Camera& camera, Buffer& buffer, Reporter& progress,
+                  const RowTaker& take);
+    void scanBands(const Model& model, const Camera& camera, Buffer& buffer, Reporter& progress,
+                   const RowTaker& take);
     void collectLines(const Model& model, const Camera& camera, Buffer& buffer, const LineStyle& style);
     void walkRowsWithLines(const Model& model, const Camera& camera, Buffer& buffer, Reporter& progress,
                            const LineStyle& style);
 
+    const Sharing sharing;
     ProjectedVertices vertices;
     EdgeTable edges;
-    FacetStepper stepper;
+    int bandRows = 1;                           // rows that a thread takes at a time
+    std::vector<FacetStepper> steppers;         // one a thread
+    std::vector<std::vector<PixelRow>> bands;   // of finished rows
     LargeVector<FacetShade> shades;
     LineTable lines;
     LineStepper lineStepper;
     LineRow lineRows[2];
-    SurfacePixels rowAbove;
+    PixelRow rowAbove;
     bool ended = false;
     double brightness = 1.0;   // the brightest channel of the last shading
 };

@@ -1,8 +1,12 @@
 #include "render/Shading.h"
 
-#include "errors/Reporter.h"
 #include "scene/Camera.h"
 #include "scene/Light.h"
+
+#include <algorithm>
+#include <atomic>
+#include <cstddef>
+#include <vector>
 
 namespace belvor {
 namespace {
@@ -15,44 +19,63 @@ struct ShadePass {
     bool mayRepeat;      ///< The divisor doubles once a channel shows that a second pass will follow.
 };
 
-/// The brightest channel, 0 at the least.
-double run(ShadePass pass, const Model& model, const Camera& camera, const LightSet& lighting,
-           LargeVector<FacetShade>& shades, Reporter& progress)
+/// Gives facet `index` its shade. The brightest channel of its light, 0 at the least.
+double shade(std::uint32_t index, const Model& model, const Camera& camera, const LightSet& lighting,
+             double brightness, FacetShade& shade)
 {
+    const Facet& facet = model.facet(index);
+    shade.reversed = !camera.faces(facet.plane);
+    const Vector<3>& normal = facet.plane.normal();
+    const Colour light = lighting.illuminate(shade.reversed ? -normal : normal);
     double brightest = 0.0;
-    for (std::uint32_t i = 0; i < model.facetCount(); ++i) {
-        if (i % 64 == 0) progress.check(2, 0, pass.start + i / pass.divisor);
-        const Facet& facet = model.facet(i);
-        FacetShade& shade = shades[i];
-        shade.reversed = !camera.faces(facet.plane);
-        const Vector<3>& normal = facet.plane.normal();
-        const Colour light = lighting.illuminate(shade.reversed ? -normal : normal);
-        for (std::size_t channel = 0; channel < 3; ++channel) {
-            const double value = light[channel] * facet.material->colour[channel];
-            if (value > brightest) brightest = value;
-            shade.colour[channel] = toByte(value / pass.brightness);
-        }
-        if (pass.mayRepeat && brightest > pass.brightness) {
-            pass.mayRepeat = false;
-            pass.divisor = 6.0 * model.facetCount();
-        }
+    for (std::size_t channel = 0; channel < 3; ++channel) {
+        const double value = light[channel] * facet.material->colour[channel];
+        if (value > brightest) brightest = value;
+        shade.colour[channel] = toByte(value / brightness);
     }
     return brightest;
+}
+
+/// The brightest channel, 0 at the least.
+double run(const ShadePass& pass, const Model& model, const Camera& camera, const LightSet& lighting,
+           LargeVector<FacetShade>& shades, const Sharing& sharing, Reporter& progress)
+{
+    std::vector<double> brightest(sharing.threads, 0.0);   // that each thread met
+    std::atomic<bool> repeats = false;
+    StageReport report(progress, 64);
+    const auto fraction = [&](double facet) {
+        return pass.start + facet / (repeats ? 6.0 * model.facetCount() : pass.divisor);
+    };
+    const auto shadePiece = [&](std::size_t first, std::size_t end, const Workers::Turn& turn) {
+        double most = brightest[turn.thread];
+        for (auto i = static_cast<std::uint32_t>(first); i < end && !turn.stopping(); ++i) {
+            if (turn.thread == 0) report.upTo(i + 1, fraction);
+            const double value = shade(i, model, camera, lighting, pass.brightness, shades[i]);
+            if (!(value > most)) continue;
+            most = value;
+            if (pass.mayRepeat && value > pass.brightness) repeats = true;
+        }
+        brightest[turn.thread] = most;
+    };
+    Workers::ofProcess().forPieces(sharing.threads, model.facetCount(), sharing.pieceSize, shadePiece);
+    report.upTo(model.facetCount(), fraction);
+    return *std::max_element(brightest.begin(), brightest.end());
 }
 
 }   // namespace
 
 void shadeFacets(const Model& model, const Camera& camera, const LightSet& lighting,
-                 LargeVector<FacetShade>& shades, double& brightness, Reporter& progress)
+                 LargeVector<FacetShade>& shades, double& brightness, const Sharing& sharing,
+                 Reporter& progress)
 {
     shades.resize(model.facetCount());
     const double count = model.facetCount();
     double brightest =
-        run({brightness, 2.0 / 3.0, 3.0 * count, true}, model, camera, lighting, shades, progress);
+        run({brightness, 2.0 / 3.0, 3.0 * count, true}, model, camera, lighting, shades, sharing, progress);
     if (brightest == 0.0) brightest = 1.0;
     if (brightest == brightness) return;
     brightness = brightest;
-    run({brightness, 5.0 / 6.0, 6.0 * count, false}, model, camera, lighting, shades, progress);
+    run({brightness, 5.0 / 6.0, 6.0 * count, false}, model, camera, lighting, shades, sharing, progress);
 }
 
 }   // namespace belvor

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/LargeMemory.h"
+#include "render/Sharing.h"
 #include "scene/Model.h"
 
 #include <cstdint>
@@ -9,7 +10,6 @@ namespace belvor {
 
 class Camera;
 class LightSet;
-class Reporter;
 
 /// How a facet looks in one picture.
 struct FacetShade {
@@ -24,6 +24,7 @@ struct FacetShade {
 /// and not twice, with the same result. Reports stage 0 from 2/3 on, every 64 facets. Throws
 /// Reporter::Abandoned, std::bad_alloc.
 void shadeFacets(const Model& model, const Camera& camera, const LightSet& lighting,
-                 LargeVector<FacetShade>& shades, double& brightness, Reporter& progress);
+                 LargeVector<FacetShade>& shades, double& brightness, const Sharing& sharing,
+                 Reporter& progress);
 
 }   // namespace belvor

@@ -5,10 +5,12 @@
 #include "scene/Light.h"
 #include "tests/render/Keeper.h"
 #include "tests/support/FailingAllocation.h"
+#include "tests/support/Reporters.h"
 #include "view/SceneBuilder.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 #include <thread>
 #include <vector>
@@ -106,6 +108,67 @@ TEST(Frame, RendersOfOneModelAtTheSameTimeAreThoseOfSingleRenders)
         });
     for (std::thread& thread : threads) thread.join();
     EXPECT_EQ(wrong, std::vector<int>(threadCount, 0));
+}
+
+TEST(FrameThreads, AnyNumberOfThemGivesTheSamePictureAndReports)
+{
+    const Handle<Model> model = jumble(3000);
+    const std::thread::id asking = std::this_thread::get_id();
+    class ThreadReporter : public test::RecordingReporter {
+    public:
+        using RecordingReporter::RecordingReporter;
+        bool progress(int stageCount, int stage, double fraction) override
+        {
+            EXPECT_EQ(std::this_thread::get_id(), asking);
+            return RecordingReporter::progress(stageCount, stage, fraction);
+        }
+        std::thread::id asking;
+    };
+    for (const double turned : {0.0, 0.7, 1.4}) {   // from without, from within, parallel
+        const Scene scene = sceneOf(*model, 173, 131, turned);
+        Picture wanted;
+        ThreadReporter wantedReports;
+        for (const unsigned threads : {1u, 2u, 3u, 8u}) {
+            Frame frame(Sharing{threads, 50});
+            for (int repeat = 0; repeat < 2; ++repeat) {
+                ThreadReporter reporter;
+                reporter.asking = asking;
+                Picture picture;
+                frame.render(*model, *scene.camera, *scene.lights, *makeHandle<PictureKeeper>(173, picture),
+                             reporter);
+                // A fraction may be reported again while rows take long.
+                reporter.calls.erase(std::unique(reporter.calls.begin(), reporter.calls.end()),
+                                     reporter.calls.end());
+                if (threads == 1 && repeat == 0) wanted = picture;
+                if (threads == 1) wantedReports.calls = reporter.calls;
+                EXPECT_TRUE(picture == wanted) << threads << " threads";
+                if (repeat == 1) {   // shaded in one pass
+                    EXPECT_EQ(reporter.calls, wantedReports.calls) << threads << " threads";
+                }
+            }
+        }
+    }
+}
+
+TEST(FrameThreads, AWishToStopIsHeardInEveryStage)
+{
+    const Handle<Model> model = jumble(3000);
+    const Scene scene = sceneOf(*model, 173, 131, 0.7);
+    Picture wanted = drawn(*model, scene, nullptr), ignored;
+    Frame frame(Sharing{8, 50});
+    drawn(*model, scene, &frame);   // a new frame shades twice
+    test::RecordingReporter all;
+    frame.render(*model, *scene.camera, *scene.lights, *makeHandle<PictureKeeper>(173, ignored), all);
+    all.calls.erase(std::unique(all.calls.begin(), all.calls.end()), all.calls.end());
+    for (std::size_t call = 0; call < all.calls.size(); call += 7) {
+        test::RecordingReporter impatient(call);
+        EXPECT_THROW(frame.render(*model, *scene.camera, *scene.lights,
+                                  *makeHandle<PictureKeeper>(173, ignored = {}), impatient),
+                     Reporter::Abandoned);
+        EXPECT_EQ(impatient.calls.size(), call + 1);
+        EXPECT_FALSE(frame.complete());
+    }
+    EXPECT_TRUE(drawn(*model, scene, &frame) == wanted);
 }
 
 TEST(Frame, IsUsableAfterAnyAllocationFailed)
