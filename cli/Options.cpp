@@ -53,6 +53,26 @@ FileType typeNamed(const std::string& written)
     refuse(Text::badType, {written});
 }
 
+ReadingRules rulesNamed(const std::string& name)
+{
+    if (name == "strict") return ReadingRules::strict;
+    if (name == "modern") return ReadingRules::modern;
+    refuse(Text::badReading, {name});
+}
+
+/// The report takes the place of no other file of the run.
+void checkReport(const Options& options)
+{
+    if (options.report.empty() || options.report == "-") return;
+    const auto check = [&options](const std::string& other) {
+        if (!other.empty() && isSameFile(options.report, other))
+            refuse(Text::wouldOverwriteOther, {options.report, other});
+    };
+    for (const std::string& output : options.outputs) check(output);
+    for (const std::string& other : {options.savedView, options.model, options.view}) check(other);
+    if (options.dxfLog) check(options.model + ".log");
+}
+
 /// Nothing that is written is a file that is read, or the log, whatever name or link leads to it.
 /// Only the view may be brought up to date.
 void checkInputsKept(const Options& options)
@@ -83,7 +103,9 @@ void checkWhole(Options& options)
         if (isThis(options.savedView)) refuse(Text::pictureIsView, {output});
     }
     checkInputsKept(options);
-    if (options.outputs.empty() && options.savedView.empty() && !options.info) refuse(Text::nothingToDo);
+    checkReport(options);
+    if (options.outputs.empty() && options.savedView.empty() && !options.info && options.report.empty())
+        refuse(Text::nothingToDo);
     if (options.type == FileType::unknown) options.type = fileTypeOf(options.model);
     if (options.type == FileType::unknown) refuse(Text::unknownEnding, {options.model});
 }
@@ -103,6 +125,16 @@ constexpr OptionRow optionRows[] = {
     {"--threads", 0, Text::valueThreads, Text::helpThreads, false, parseThreads},
     {"--info", 0, Text::none, Text::helpInfo, true,
      [](const std::string&, Options& options) { options.info = true; }},
+    {"--reading", 0, Text::valueReading, Text::helpReading, false,
+     [](const std::string& value, Options& options) { options.rules = rulesNamed(value); }},
+    {"--report", 0, Text::valueReport, Text::helpReport, false,
+     [](const std::string& value, Options& options) { options.report = value; }},
+    {"--timing", 0, Text::none, Text::helpTiming, true,
+     [](const std::string&, Options& options) { options.timing = true; }},
+    {"--fail-empty", 0, Text::none, Text::helpFailEmpty, true,
+     [](const std::string&, Options& options) { options.failEmpty = true; }},
+    {"--fail-repaired", 0, Text::none, Text::helpFailRepaired, true,
+     [](const std::string&, Options& options) { options.failRepaired = true; }},
     {"--dxf-log", 0, Text::none, Text::helpDxfLog, true,
      [](const std::string&, Options& options) { options.dxfLog = true; }},
     {"--quiet", 'q', Text::none, Text::helpQuiet, true,

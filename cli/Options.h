@@ -15,6 +15,9 @@ struct Options {
     std::string view, savedView;   ///< Parameter files to load and to write; empty for none.
     FileType type = FileType::unknown;
     bool info = false, quiet = false, dxfLog = false;
+    ReadingRules rules = ReadingRules::strict;
+    std::string report;   ///< Where the report goes; "-" for standard output, empty for none.
+    bool timing = false, failEmpty = false, failRepaired = false;
     std::string model;
     std::vector<std::string> outputs;
     std::string answer;   ///< Help or version: to be printed, and nothing else done, unless empty.

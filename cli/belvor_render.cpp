@@ -7,6 +7,7 @@
 #include "cli/Options.h"
 #include "cli/Pictures.h"
 #include "cli/Remarks.h"
+#include "cli/Reporting.h"
 #include "errors/BadFile.h"
 #include "errors/FileError.h"
 #include "errors/Reporter.h"
@@ -15,6 +16,7 @@
 #include "platform/Process.h"
 #include "platform/SystemError.h"
 #include "platform/Win32Error.h"
+#include "readers/ForeignFile.h"
 #include "readers/ModelFile.h"
 #include "render/Frame.h"
 #include "resources/Texts.h"
@@ -24,6 +26,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <memory>
 #include <new>
 #include <optional>
 #include <stdexcept>
@@ -37,6 +40,8 @@ enum ExitStatus {
     usage = 2,
     fileTrouble = 3,
     noMemory = 4,
+    nothingDrawn = 5,
+    repaired = 6,
     internalError = 70,
     stopped = 130
 };
@@ -101,15 +106,18 @@ void print(const std::string& text)
     throw FileError(textOf(Text::standardOutput), Text::cannotWrite, errno);
 }
 
-void run(const Options& options, ConsoleReporter& reporter)
+void run(const Options& options, ConsoleReporter& reporter, RunNotes& notes)
 {
     checkOutputs(options);
     const std::string viewBytes = readView(options, reporter);
 
     ReadingOptions how;
     how.log = options.dxfLog;
+    how.rules = options.rules;
     reporter.setStages(formatOf(options.type)->firstStage);
-    Reading reading = readModel(options.model, options.type, reporter, how);
+    Reading& reading = notes.reading;
+    reading.model = readModel(options.model, options.type, reporter, how, reading.account);
+    notes.stepDone("read");
     const Handle<Model>& model = reading.model;
     reporter.clear();
     if (reading.account.logFailure != 0)
@@ -122,7 +130,9 @@ void run(const Options& options, ConsoleReporter& reporter)
 
     const ImageSize size{options.width, options.height};
     const ViewParameters view = viewFor(options, viewBytes, place, size);
+    notes.setCamera(view, place);
     if (!options.savedView.empty()) writeView(options.savedView, view, place);
+    notes.viewWritten = !options.savedView.empty();
     if (options.outputs.empty()) return;
 
     const Scene scene = buildScene(view, place, size, options.width, options.height);
@@ -133,6 +143,55 @@ void run(const Options& options, ConsoleReporter& reporter)
     if (options.threads > 0) sharing.threads = options.threads;
     Frame(sharing).render(*model, *scene.camera, *scene.lights, *pictures, reporter);
     pictures->commit(reporter);
+    notes.outputsWritten = true;
+    notes.stepDone("render");
+}
+
+/// Tells a user who has named a file of another kind so.
+void remarkOnKind(const std::string& path)
+{
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(openFile(path, "rb"), std::fclose);
+    char start[16];
+    const std::size_t count = file ? std::fread(start, 1, sizeof start, file.get()) : 0;
+    if (const Text kind = foreignKindOf({start, count}); kind != Text::none)
+        remark(filledText(Text::foreignRemark, {textOf(kind)}));
+}
+
+/// How a run that did all it was asked for ends, for scripts that want to know more.
+ExitStatus statusOf(const Options& options, const Reading& reading)
+{
+    if (options.failEmpty && reading.model->facetCount() == 0) return nothingDrawn;
+    if (options.failRepaired && reading.account.repairCount != 0) return repaired;
+    return done;
+}
+
+/// The failure is told even where its report cannot be written.
+void reportAfterFailure(const Options& options, RunNotes& notes, const std::exception& error)
+{
+    notes.error = error.what();
+    if (options.report.empty()) return;
+    try {
+        writeReport(options, notes);
+    } catch (const FileError& second) {
+        remark(second.what());
+    }
+}
+
+/// The run and its report, which is written after a failure too.
+ExitStatus runReported(const Options& options, ConsoleReporter& reporter)
+{
+    RunNotes notes;
+    try {
+        run(options, reporter, notes);
+    } catch (const std::exception& error) {
+        reporter.clear();
+        if (dynamic_cast<const BadFile*>(&error) && options.type == FileType::dxf && !options.quiet)
+            remarkOnKind(options.model);
+        reportAfterFailure(options, notes, error);
+        throw;
+    }
+    if (!options.report.empty()) writeReport(options, notes);
+    return statusOf(options, notes.reading);
 }
 
 int report(ExitStatus status, const char* text) noexcept
@@ -191,8 +250,7 @@ int runCommandLine(int argc, char** argv) noexcept
             return done;
         }
         ConsoleReporter reporter(!options.quiet && standardErrorIsTerminal());
-        run(options, reporter);
-        return done;
+        return runReported(options, reporter);
     } catch (...) {
         return reportFailure();
     }

@@ -1,8 +1,9 @@
-"""Random drawings written by ezdxf: what belvor-render --info says of each must be what ezdxf works out from the same entities.
+"""Random drawings written by ezdxf: what belvor-render --info and --report say of each must be what ezdxf works out from the same entities.
 
 The two share no code. Where the program differs from CAD programs on purpose, a comment says so. Each drawing comes from its
 own name, which a failure tells, so that it can be made again.
 """
+import collections
 import json
 import math
 import os
@@ -13,9 +14,12 @@ import tempfile
 import unittest
 
 import ezdxf
-from ezdxf.math import OCS, BoundingBox, Matrix44, Vec3
+from ezdxf.entities.boundary_paths import PolylinePath
+from ezdxf.math import OCS, BoundingBox, Matrix44, Vec2, Vec3, bulge_to_arc
 from ezdxf.render.forms import extrude
 from ezdxf.render.trace import TraceBuilder
+
+import group_counter
 
 PROGRAM = os.environ.get("BELVOR_RENDER", str(pathlib.Path(__file__).resolve().parents[2] / "build/release/bin/belvor-render"))
 VERSIONS = ("R12", "R2000", "R2004", "R2007", "R2010", "R2013", "R2018")
@@ -77,7 +81,66 @@ def ellipse(entity):
     return [list(entity.vertices([math.tau * k / 36 for k in range(36)]))]
 
 
-FACETS = {"3DFACE": face, "SOLID": solid, "TRACE": solid, "POLYLINE": polyline, "LWPOLYLINE": polyline, "LINE": line, "CIRCLE": circle, "ARC": arc, "ELLIPSE": ellipse}
+def chord_count(sweep):
+    """For sweeps of 25 degrees and more."""
+    return int(sweep / 10 + 0.5)
+
+
+def arc_points(edge):
+    sweep = (edge.end_angle - edge.start_angle) % 360 or 360
+    chords = chord_count(sweep)
+    return [edge.center + Vec2.from_deg_angle(edge.start_angle + sweep * k / chords, edge.radius) for k in range(chords + 1)]
+
+
+def ellipse_points(edge):
+    minor = edge.major_axis.orthogonal() * edge.ratio
+    return [edge.center + edge.major_axis * math.cos(math.radians(10 * k)) + minor * math.sin(math.radians(10 * k)) for k in range(37)]
+
+
+def outline(path):
+    """The corners of a hatch's path, curves as chords."""
+    if isinstance(path, PolylinePath):
+        points = []
+        for (x, y, bulge), (x2, y2, _) in zip(path.vertices, path.vertices[1:] + path.vertices[:1]):
+            start, end = Vec2(x, y), Vec2(x2, y2)
+            points.append(start)
+            if bulge:
+                centre, first, _, radius = bulge_to_arc(start, end, bulge)
+                sweep = math.degrees(4 * math.atan(abs(bulge)))
+                chords = chord_count(sweep)
+                first = math.degrees((start - centre).angle)
+                points += [centre + Vec2.from_deg_angle(first + math.copysign(sweep, bulge) * k / chords, radius) for k in range(1, chords)]
+        return points
+    parts = {"LineEdge": lambda edge: [edge.start, edge.end], "ArcEdge": arc_points, "EllipseEdge": ellipse_points}
+    points = [point for edge in path.edges for point in parts[edge.EDGE_TYPE](edge)]
+    return [point for point, before in zip(points, points[-1:] + points) if not point.isclose(before, abs_tol=1e-9 * point.magnitude)]
+
+
+def hatch(entity):
+    """The outlines of a hatch here lie in one another in their order, those around another centre apart."""
+    areas, groups = [], {}
+    for path in entity.paths:
+        corners = outline(path)
+        centre = (max(p.x for p in corners) + min(p.x for p in corners)) / 2
+        near = next((known for known in groups if abs(known - centre) < Drawing.apart / 2), centre)
+        groups.setdefault(near, []).append(corners)
+    place = entity.ocs()
+    for nest in groups.values():
+        nest = [[place.to_wcs(Vec3(p.x, p.y, entity.dxf.elevation.z)) for p in corners] for corners in nest]
+        if entity.dxf.hatch_style == 2:
+            areas.append(nest[0])
+        elif entity.dxf.hatch_style == 1:
+            areas.append([corner for corners in nest[:2] for corner in corners])
+        else:
+            areas += [[corner for corners in nest[i:i + 2] for corner in corners] for i in range(0, len(nest), 2)]
+    return areas if entity.dxf.solid_fill else []
+
+
+def mesh(entity):
+    return [[Vec3(entity.vertices[i]) for i in face] for face in entity.faces if len(face) > 2]
+
+
+FACETS = {"HATCH": hatch, "MESH": mesh, "3DFACE": face, "SOLID": solid, "TRACE": solid, "POLYLINE": polyline, "LWPOLYLINE": polyline, "LINE": line, "CIRCLE": circle, "ARC": arc, "ELLIPSE": ellipse}
 
 
 def cells(insert):
@@ -104,8 +167,42 @@ def facets(layout):
                 yield layer.dxf.name, corners
 
 
+def outcomes(doc):
+    """{(type, why it is not drawn, or "drawn"): count} of every entity of the drawing."""
+    inserted, todo = set(), [doc.modelspace()]
+
+    def hidden(entity):
+        layer = doc.layers.get(entity.dxf.layer)
+        if layer.is_frozen():
+            return "layer frozen"
+        return "layer off" if layer.is_off() and entity.dxftype() != "INSERT" else None
+
+    while todo:
+        for entity in todo.pop():
+            if entity.dxftype() == "INSERT" and not hidden(entity) and entity.dxf.name not in inserted:
+                inserted.add(entity.dxf.name)
+                todo.append(entity.block())
+
+    def draws(entity):
+        if hidden(entity):
+            return False
+        if entity.dxftype() == "INSERT":
+            return any(draws(inner) for inner in entity.block())
+        return bool(FACETS[entity.dxftype()](entity))
+
+    counts = collections.Counter()
+    for space in [doc.modelspace(), *(block for block in doc.blocks if not block.is_any_layout)]:
+        for entity in space:
+            in_use = space.name in inserted or space.name == doc.modelspace().name
+            reason = "block never inserted" if not in_use else hidden(entity) or ("drawn" if draws(entity) else "no surface")
+            counts[entity.dxftype(), reason] += 1
+    return counts
+
+
 class Drawing:
     """Draws its own random entities into `space`, a model space or a block."""
+
+    apart = 100
 
     def __init__(self, name, version):
         self.random = random.Random(name)
@@ -204,6 +301,48 @@ class Drawing:
             space.add_ellipse(self.point(), direction.cross(self.point()) / self.size, self.random.uniform(0.1, 1),
                               dxfattribs={**self.attributes(), "extrusion": direction})
 
+    def add_mesh(self, space):
+        mesh = space.add_mesh(self.attributes())
+        with mesh.edit_data() as data:
+            data.vertices = [self.point() for _ in range(8)]
+            data.faces = [self.random.sample(range(8), self.random.randint(2, 6)) for _ in range(self.random.randint(1, 5))]
+        mesh.dxf.subdivision_levels = self.random.randint(0, 3)       # the cage is what is drawn
+
+    def add_outline(self, paths, centre, size):
+        """One that holds the circle of 0.5 size around its centre, and lies in that of 1.5 size."""
+        kind = self.random.choice(("polyline", "round", "lines", "arcs", "ellipse", "circle"))
+        square = [centre + Vec2(x, y) * size for x, y in ((-1, -1), (1, -1), (1, 1), (-1, 1))]
+        if kind == "polyline":
+            paths.add_polyline_path(square)
+        elif kind == "round":
+            turn = self.random.choice((-1, 1))
+            paths.add_polyline_path([(p.x, p.y, turn * 0.3) for p in square[::turn]])
+        elif kind == "ellipse":
+            paths.add_edge_path().add_ellipse(centre, Vec2.from_deg_angle(self.random.uniform(0, 360), 1.4 * size), 0.7, 0, 360, ccw=self.often(0.5))
+        elif kind == "circle":
+            paths.add_edge_path().add_arc(centre, size, 0, 360, ccw=self.often(0.5))
+        else:
+            edges = paths.add_edge_path()
+            for start, end in zip(square[:3], square[1:]):
+                edges.add_line(start, end)
+            if kind == "lines":
+                edges.add_line(square[3], square[0])
+            else:
+                edges.add_arc(centre - Vec2(0.5 * size, 0), size * math.sqrt(1.25), math.degrees(math.atan2(1, -0.5)), math.degrees(math.atan2(-1, -0.5)))
+
+    def add_hatch(self, space):
+        hatch = space.add_hatch(dxfattribs=self.attributes("extrusion"))
+        hatch.dxf.hatch_style = self.random.randint(0, 2)
+        hatch.dxf.elevation = (0, 0, self.length())
+        if self.often(0.2):
+            hatch.set_pattern_fill("ANSI31")
+            hatch.dxf.hatch_style = 0
+        for nest in range(self.random.randint(1, 2)):
+            centre, size = Vec2(self.apart * nest, self.random.uniform(-1, 1)), self.random.uniform(10, 20)
+            for _ in range(self.random.randint(1, 4)):
+                self.add_outline(hatch.paths, centre, size)
+                size *= 0.3
+
     def add_insert(self, space, blocks):
         space.add_blockref(self.random.choice(blocks), self.point(), self.attributes(
             "rotation", "xscale", "yscale", "zscale", "extrusion", "column_count", "row_count", "column_spacing", "row_spacing"))
@@ -214,15 +353,28 @@ class Drawing:
 
 
 class RandomDrawings(unittest.TestCase):
+    reading = "strict"
+
     def info(self, path):
-        done = subprocess.run([PROGRAM, "--quiet", "--info", path], capture_output=True, encoding="utf-8", timeout=60)
+        """What --info and --report say."""
+        command = [PROGRAM, "--quiet", "--reading", self.reading, "--info", "--report", "-", path]
+        done = subprocess.run(command, capture_output=True, encoding="utf-8", timeout=60)
         self.assertEqual(done.returncode, 0, done.stderr)
-        return json.loads(done.stdout)
+        return map(json.loads, done.stdout.splitlines())
+
+    def check_account(self, drawing, report, data):
+        """Every entity has the outcome that ezdxf finds; the records are those that the groups of a text file show."""
+        counts = collections.Counter({(row["type"], "drawn"): row["drawn"] for row in report["entities"] if row["drawn"]})
+        counts.update({(row["type"], skipped["reason"]): skipped["count"] for row in report["entities"] for skipped in row["skipped"]})
+        self.assertEqual({key: count for key, count in counts.items() if key[0] != "VIEWPORT"}, outcomes(drawing.doc))
+        if not data.startswith(group_counter.SENTINEL):
+            self.assertEqual({row["type"]: row["read"] for row in report["entities"]}, group_counter.entity_counts(data))
 
     def check(self, drawing, format):
         with tempfile.NamedTemporaryFile(suffix=".dxf") as file:
             drawing.doc.saveas(file.name, fmt=format)
-            info = self.info(file.name)
+            info, report = self.info(file.name)
+            self.check_account(drawing, report, pathlib.Path(file.name).read_bytes())
         expected = list(facets(drawing.doc.modelspace()))
         corners = [corner for _, loop in expected for corner in loop]
         self.assertEqual([info[count] for count in ("facets", "vertices", "edges")], [len(expected), len(corners), len(corners)])
@@ -234,10 +386,10 @@ class RandomDrawings(unittest.TestCase):
         self.assertAlmostEqual(info["radius"], radius, delta=slack)
         return len(expected)
 
-    def check_all(self, kinds, draw):
+    def check_all(self, kinds, draw, versions=VERSIONS):
         """Several drawings of these kinds in each version of the format, as text and binary."""
         drawn = 0
-        for version in VERSIONS:
+        for version in versions:
             for number in range(4):
                 name = f"{' '.join(kinds)}, {version}, {number}"
                 drawing = Drawing(name, version)
@@ -282,6 +434,20 @@ class RandomDrawings(unittest.TestCase):
 
     def test_inserted_anything(self):
         self.check_all(["face", "solid", "polygon_mesh", "polyface", "strip", "curve"], self.nested)
+
+
+class ModernDrawings(RandomDrawings):
+    """The same in the modern reading, and what only that draws."""
+    reading = "modern"
+
+    def test_mesh_cages(self):
+        self.check_all(["mesh"], self.flat, VERSIONS[1:])
+
+    def test_hatches(self):
+        self.check_all(["hatch"], self.flat, VERSIONS[1:])
+
+    def test_inserted_hatches(self):
+        self.check_all(["hatch", "mesh", "face"], self.nested, VERSIONS[1:])
 
 
 if __name__ == "__main__":

@@ -1,0 +1,65 @@
+#include "cli/Reporting.h"
+
+#include "errors/FileError.h"
+#include "platform/OutputFile.h"
+#include "resources/Texts.h"
+
+#include <cerrno>
+#include <cstdio>
+
+namespace belvor {
+namespace {
+
+void write(const std::string& text, std::FILE* to, const std::string& path)
+{
+    errno = 0;
+    if (std::fwrite(text.data(), 1, text.size(), to) != text.size() || std::fflush(to) != 0)
+        throw FileError(path, Text::cannotWrite, errno);
+}
+
+}   // namespace
+
+void RunNotes::stepDone(std::string name)
+{
+    const auto now = std::chrono::steady_clock::now();
+    steps.emplace_back(std::move(name), std::chrono::duration<double>(now - latest).count());
+    latest = now;
+}
+
+void RunNotes::setCamera(const ViewParameters& view, const ModelPlace& place)
+{
+    const UniformTransform<3> toModel = place.viewToModel();
+    camera = ReportCamera{view.parallel, toModel(view.eye), toModel(view.lookAt), view.zoom};
+}
+
+std::string reportOn(const Options& options, const RunNotes& notes)
+{
+    RunReport report;
+    report.program = textOf(Text::version);
+    report.file = digestOf(options.model);
+    report.reading = options.rules == ReadingRules::modern ? "modern" : "strict";
+    report.model = notes.reading.model.get();
+    report.account = &notes.reading.account;
+    report.error = notes.error;
+    report.camera = notes.camera;
+    if (notes.outputsWritten)
+        for (const std::string& output : options.outputs) report.outputs.push_back(digestOf(output));
+    if (notes.viewWritten) report.outputs.push_back(digestOf(options.savedView));
+    if (options.timing) report.timing = notes.steps;
+    return toJson(report);
+}
+
+void writeReport(const Options& options, const RunNotes& notes)
+{
+    const std::string text = reportOn(options, notes) + '\n';
+    if (options.report == "-") return write(text, stdout, textOf(Text::standardOutput));
+    try {
+        OutputFile file(options.report);
+        write(text, file.stream(), options.report);
+        file.commit();
+    } catch (const OutputFile::Error& error) {
+        throw FileError(options.report, Text::cannotWrite, error.code());
+    }
+}
+
+}   // namespace belvor

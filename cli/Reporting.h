@@ -1,0 +1,40 @@
+#pragma once
+
+#include "cli/Options.h"
+#include "readers/common/Reading.h"
+#include "report/RunReport.h"
+#include "view/SceneBuilder.h"
+#include "view/ViewParameters.h"
+
+#include <chrono>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace belvor {
+
+/// What a run of the tool has come to so far: all that its report tells.
+class RunNotes {
+public:
+    /// A step that took from the end of the one before until now.
+    void stepDone(std::string name);
+    void setCamera(const ViewParameters& view, const ModelPlace& place);
+
+    Reading reading;
+    std::optional<ReportCamera> camera;
+    std::string error;   ///< Why the run failed; empty: it did not.
+    bool outputsWritten = false, viewWritten = false;
+    std::vector<std::pair<std::string, double>> steps;   ///< Seconds.
+
+private:
+    std::chrono::steady_clock::time_point latest = std::chrono::steady_clock::now();
+};
+
+/// The report of the run, one line without its end.
+std::string reportOn(const Options& options, const RunNotes& notes);
+
+/// Writes the report where the options ask for it: a file, or standard output for "-". Throws FileError.
+void writeReport(const Options& options, const RunNotes& notes);
+
+}   // namespace belvor
