@@ -1,7 +1,11 @@
 #include "platform/Process.h"
 
+#include "platform/ControlGroups.h"
 #include "platform/FileNames.h"
 #include "platform/OutputPlace.h"
+
+#include <algorithm>
+#include <new>
 
 #ifdef _WIN32
 #include "platform/Utf16.h"
@@ -55,7 +59,11 @@ void refuseMemoryBeyondMachine() noexcept
     const long pages = sysconf(_SC_PHYS_PAGES), pageSize = sysconf(_SC_PAGESIZE);
     rlimit limit;
     if (pages <= 0 || pageSize <= 0 || getrlimit(RLIMIT_DATA, &limit) != 0) return;
-    const rlim_t most = static_cast<rlim_t>(pages) / 10 * 9 * static_cast<rlim_t>(pageSize);
+    rlim_t all = static_cast<rlim_t>(pages) * static_cast<rlim_t>(pageSize);
+    try {
+        all = std::min<rlim_t>(all, grantedMemory());
+    } catch (const std::bad_alloc&) {}   // then the machine's
+    const rlim_t most = all / 10 * 9;
     if (limit.rlim_cur != RLIM_INFINITY && limit.rlim_cur <= most) return;
     limit.rlim_cur = most;
     setrlimit(RLIMIT_DATA, &limit);

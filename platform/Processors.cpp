@@ -1,11 +1,12 @@
 #include "platform/Processors.h"
 
-#include "platform/Files.h"
+#include "platform/ControlGroups.h"
 
 #include <algorithm>
 #include <charconv>
 #include <string>
 #include <thread>
+#include <vector>
 
 #ifdef _WIN32
 #include "platform/win32/Windows.h"
@@ -53,57 +54,28 @@ unsigned processorsOfAffinity() noexcept
     return 0;
 }
 
-std::string contentOf(const std::string& path)
-{
-    std::string bytes;
-    if (!readWholeFile(path, bytes)) bytes.clear();
-    while (!bytes.empty() && bytes.back() == '\n') bytes.pop_back();
-    return bytes;
-}
-
-/// The path of the process in the hierarchy whose line in `groups`, the content of
-/// /proc/self/cgroup, has `controller` among the names of its second field when these stand
-/// between commas; "/" when there is none.
-std::string groupPath(std::string_view groups, std::string_view controller)
-{
-    while (!groups.empty()) {
-        const std::string_view line = groups.substr(0, groups.find('\n'));
-        groups.remove_prefix(std::min(groups.size(), line.size() + 1));
-        const std::size_t first = line.find(':'), second = line.find(':', first + 1);
-        if (second == std::string_view::npos) continue;
-        std::string names(1, ',');
-        names.append(line.substr(first + 1, second - first - 1)).push_back(',');
-        if (names.find(controller) != std::string::npos) return std::string(line.substr(second + 1));
-    }
-    return "/";
-}
-
-/// The least that the groups from `path` up to the root grant; `read` gives the content of a
-/// group's cpu.max from its folder. 0 without a limit.
+/// The least that the groups in `folders` grant; `read` gives the content of a group's cpu.max from its
+/// folder. 0 without a limit.
 template <class Read>
-unsigned leastGranted(std::string path, Read read)
+unsigned leastGranted(const std::vector<std::string>& folders, Read read)
 {
     unsigned least = 0;
-    while (true) {
-        if (const unsigned granted = processorsGranted(read(path)); granted != 0)
+    for (const std::string& folder : folders)
+        if (const unsigned granted = processorsGranted(read(folder)); granted != 0)
             least = least == 0 ? granted : std::min(least, granted);
-        if (path.empty()) return least;
-        path.resize(path.rfind('/') == std::string::npos ? 0 : path.rfind('/'));
-    }
+    return least;
 }
 
 unsigned processorsOfQuota()
 {
-    const std::string root = "/sys/fs/cgroup", groups = contentOf("/proc/self/cgroup");
-    if (const unsigned granted =
-            leastGranted(groupPath(groups, ",,"),
-                         [&root](const std::string& path) { return contentOf(root + path + "/cpu.max"); });
-        granted != 0)
-        return granted;
+    const unsigned granted = leastGranted(controlGroupFolders(""), [](const std::string& folder) {
+        return contentOfFile(folder + "/cpu.max");
+    });
+    if (granted != 0) return granted;
     // The older layout has one tree for each controller.
-    return leastGranted(groupPath(groups, ",cpu,"), [&root](const std::string& path) {
-        const std::string folder = root + "/cpu" + path;
-        return contentOf(folder + "/cpu.cfs_quota_us") + " " + contentOf(folder + "/cpu.cfs_period_us");
+    return leastGranted(controlGroupFolders("cpu"), [](const std::string& folder) {
+        return contentOfFile(folder + "/cpu.cfs_quota_us") + " "
+               + contentOfFile(folder + "/cpu.cfs_period_us");
     });
 }
 

@@ -1,4 +1,5 @@
 #include "platform/Processors.h"
+#include "platform/ControlGroups.h"
 
 #include <gtest/gtest.h>
 
@@ -28,3 +29,29 @@ TEST(Processors, QuotaOfAControlGroupIsRoundedUp)
 }
 
 TEST(Processors, AtLeastOneIsUsable) { EXPECT_GE(usableProcessors(), 1u); }
+
+TEST(ControlGroups, LeadFromTheOwnOneUpToTheRoot)
+{
+    using Folders = std::vector<std::string>;
+    const struct {
+        const char* groups;
+        const char* controller;
+        Folders folders;
+    } cases[] = {
+        {"0::/", "", {"/sys/fs/cgroup"}},
+        {"0::/user/job.scope\n",
+         "",
+         {"/sys/fs/cgroup/user/job.scope", "/sys/fs/cgroup/user", "/sys/fs/cgroup"}},
+        {"5:memory:/box\n4:cpu,cpuacct:/a/b\n0::/c\n",
+         "cpu",
+         {"/sys/fs/cgroup/cpu/a/b", "/sys/fs/cgroup/cpu/a", "/sys/fs/cgroup/cpu"}},
+        {"5:memory:/box\n4:cpu,cpuacct:/a/b\n0::/c\n",
+         "memory",
+         {"/sys/fs/cgroup/memory/box", "/sys/fs/cgroup/memory"}},
+        {"5:memory:/box\n", "", {"/sys/fs/cgroup"}},
+        {"4:cpuset:/x", "cpu", {"/sys/fs/cgroup/cpu"}},
+        {"nonsense", "", {"/sys/fs/cgroup"}},
+        {"", "memory", {"/sys/fs/cgroup/memory"}},
+    };
+    for (const auto& c : cases) EXPECT_EQ(controlGroupFolders(c.groups, c.controller), c.folders) << c.groups;
+}

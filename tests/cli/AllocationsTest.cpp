@@ -1,0 +1,214 @@
+// The command line with each of its allocations failing, in a process of its own each time: it must end with
+// its status for exhausted memory, or go on without that memory, and never leave half a file.
+// The linker sends the calls of the program's own code through the wrappers below (see CMakeLists.txt).
+
+#include "cli/belvor_render.h"
+#include "platform/Files.h"
+
+#include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <map>
+#include <new>
+#include <string>
+#include <vector>
+
+namespace {
+
+/// Shared with the child: what the parent wants to happen and whether it has.
+struct Plan {
+    long before = -1;        ///< Calls that succeed before one fails; below 0: none fails.
+    bool allAfter = false;   ///< Those after it fail too.
+    bool reached = false;
+};
+Plan* plan = nullptr;
+bool armed = false;   // in the child, while the command line runs
+
+bool fails() noexcept
+{
+    if (!armed || plan->before < 0) return false;
+    if (plan->reached) return plan->allAfter;
+    plan->reached = plan->before-- == 0;
+    if (plan->reached) plan->before = 0;
+    if (plan->reached) errno = ENOMEM;
+    return plan->reached;
+}
+
+}   // namespace
+
+extern "C" {
+void* __real_malloc(std::size_t);
+void* __real_calloc(std::size_t, std::size_t);
+void* __real_realloc(void*, std::size_t);
+void* __real_aligned_alloc(std::size_t, std::size_t);
+void* __real_mmap(void*, std::size_t, int, int, int, off_t);
+std::FILE* __real_fopen(const char*, const char*);
+std::FILE* __real_fdopen(int, const char*);
+
+void* __wrap_malloc(std::size_t size) { return fails() ? nullptr : __real_malloc(size); }
+void* __wrap_calloc(std::size_t count, std::size_t size)
+{
+    return fails() ? nullptr : __real_calloc(count, size);
+}
+void* __wrap_realloc(void* old, std::size_t size) { return fails() ? nullptr : __real_realloc(old, size); }
+void* __wrap_aligned_alloc(std::size_t alignment, std::size_t size)
+{
+    return fails() ? nullptr : __real_aligned_alloc(alignment, size);
+}
+void* __wrap_mmap(void* address, std::size_t size, int protection, int flags, int file, off_t offset)
+{
+    return fails() ? MAP_FAILED : __real_mmap(address, size, protection, flags, file, offset);
+}
+std::FILE* __wrap_fopen(const char* path, const char* mode)
+{
+    return fails() ? nullptr : __real_fopen(path, mode);
+}
+std::FILE* __wrap_fdopen(int file, const char* mode) { return fails() ? nullptr : __real_fdopen(file, mode); }
+}
+
+// Those of the standard library, which the linker's wrappers do not reach, call these.
+void* operator new(std::size_t size)
+{
+    if (void* const memory = std::malloc(size == 0 ? 1 : size)) return memory;
+    throw std::bad_alloc();
+}
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept
+{
+    return std::malloc(size == 0 ? 1 : size);
+}
+void operator delete(void* memory) noexcept { std::free(memory); }
+void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+void operator delete(void* memory, const std::nothrow_t&) noexcept { std::free(memory); }
+
+namespace belvor {
+namespace {
+
+namespace fs = std::filesystem;
+
+using Contents = std::map<std::string, std::string>;
+
+constexpr const char* thingsText =
+    "Y 4 0 0 0 4 0 0 4 3 0 0 3 1  1\n1 2 Edge\n2\n1 Steel\n3 1 2 3\n1 Brass\n3 1 3 4\n";
+constexpr const char* dxfText =
+    "0\nSECTION\n2\nTABLES\n0\nTABLE\n2\nLAYER\n0\nLAYER\n2\nWALL\n70\n0\n62\n3\n0\nENDTAB\n0\nENDSEC\n"
+    "0\nSECTION\n2\nBLOCKS\n0\nBLOCK\n2\nBOX\n70\n0\n10\n0\n20\n0\n30\n0\n0\n3DFACE\n8\nWALL\n10\n0\n20\n0\n3"
+    "0\n0\n"
+    "11\n1\n21\n0\n31\n0\n12\n1\n22\n1\n32\n0\n13\n0\n23\n1\n33\n1\n0\nENDBLK\n0\nENDSEC\n"
+    "0\nSECTION\n2\nENTITIES\n0\nINSERT\n2\nBOX\n8\nWALL\n10\n2\n20\n0\n30\n0\n0\nTEXT\n8\nWALL\n1\nhello\n"
+    "0\nCIRCLE\n8\nROOF\n10\n0\n20\n0\n30\n0\n40\n2\n39\n1\n0\nENDSEC\n0\nEOF\n";
+constexpr const char* viewText =
+    "Belvor View Parameters 1.0\n9 9 9\n0 0 0\n0.5\n1\n0.4\n0.1\n30 60 0.6 oops\n";
+
+class Allocations : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        std::string name = (fs::temp_directory_path() / "belvor-allocations-XXXXXX").string();
+        ASSERT_NE(mkdtemp(name.data()), nullptr);
+        folder = name;
+        plan = static_cast<Plan*>(
+            __real_mmap(nullptr, sizeof(Plan), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
+        ASSERT_NE(static_cast<void*>(plan), MAP_FAILED);
+    }
+    void TearDown() override { fs::remove_all(folder); }
+
+    void begin()
+    {
+        for (const auto& entry : fs::directory_iterator(folder)) fs::remove_all(entry);
+        for (const auto& [name, text] :
+             Contents{{"m.thf", thingsText}, {"d.dxf", dxfText}, {"v.bvp", viewText}}) {
+            std::FILE* const file = openFile(folder + "/" + name, "wb");
+            std::fputs(text.c_str(), file);
+            std::fclose(file);
+        }
+    }
+
+    Contents contents() const
+    {
+        Contents all;
+        for (const auto& entry : fs::directory_iterator(folder))
+            readWholeFile(entry.path().string(), all[entry.path().filename().string()]);
+        return all;
+    }
+
+    /// Runs the command line; the signal that ended it as a negative number.
+    int run(std::vector<std::string> arguments, long before, bool allAfter)
+    {
+        begin();
+        *plan = {};
+        std::fflush(nullptr);
+        const pid_t child = fork();
+        if (child == 0) {
+            const int nowhere = open("/dev/null", O_WRONLY);
+            if (chdir(folder.c_str()) != 0 || dup2(nowhere, 1) < 0 || dup2(nowhere, 2) < 0) _exit(99);
+            std::vector<char*> argv;
+            arguments.insert(arguments.begin(), "belvor-render");
+            for (std::string& argument : arguments) argv.push_back(argument.data());
+            *plan = {before, allAfter, false};
+            armed = true;
+            const int status = runCommandLine(static_cast<int>(argv.size()), argv.data());
+            armed = false;
+            _exit(status);
+        }
+        int status = 0;
+        waitpid(child, &status, 0);
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+    }
+
+    std::string folder;
+};
+
+TEST_F(Allocations, ThatFailAreStatus4AndLeaveNoFile)
+{
+    const struct {
+        const char* why;
+        std::vector<std::string> arguments;
+        int status;   // with all the memory it wants
+    } cases[] = {
+        {"help", {"--help"}, 0},
+        {"wrong use", {"--size", "8x6", "--type=things", "m.thf", "p.jpg"}, 2},
+        {"info of a model", {"--info", "m.thf"}, 0},
+        {"info of a drawing, with remarks", {"--info", "d.dxf"}, 0},
+        {"a view from a file, with a remark, and into one",
+         {"--view", "v.bvp", "--save-view", "w.bvp", "m.thf"},
+         0},
+        {"a PNG picture", {"--size", "9x7", "m.thf", "p.png"}, 0},
+        {"an Ombr picture", {"--size", "9x7", "m.thf", "p.omb"}, 0},
+        {"both, of a drawing", {"--size", "9x7", "--dxf-log", "d.dxf", "p.png", "p.omb"}, 0},
+        {"a view that is none", {"--view", "m.thf", "m.thf", "p.png"}, 1},
+    };
+    for (const auto& c : cases) {
+        ASSERT_EQ(run(c.arguments, -1, false), c.status) << c.why;
+        const Contents wanted = contents();
+        begin();
+        const Contents before = contents();
+        for (const bool allAfter : {false, true}) {
+            long n = 0;
+            for (int status = 0; n < 100000; ++n) {
+                status = run(c.arguments, n, allAfter);
+                Contents after = contents();
+                if (status != 0) after.erase("d.dxf.log");   // a diagnostic, written as the file is read
+                Contents good = status == 0 ? wanted : before;
+                if (status != 0) good.erase("d.dxf.log");
+                EXPECT_TRUE(status == c.status || status == 4)
+                    << c.why << ": status " << status << " at allocation " << n
+                    << ", all after: " << allAfter;
+                EXPECT_TRUE(after == good)
+                    << c.why << ": files at allocation " << n << ", all after: " << allAfter;
+                if (!plan->reached || HasFailure()) break;
+            }
+            EXPECT_GT(n, 5) << c.why;
+        }
+    }
+}
+
+}   // namespace
+}   // namespace belvor
