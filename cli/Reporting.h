@@ -17,6 +17,9 @@ namespace belvor {
 /// What a run of the tool has come to so far: all that its report tells.
 class RunNotes {
 public:
+    /// The steps after the pictures have their names must not run out of memory.
+    RunNotes() { steps.reserve(8); }
+
     /// A step that took from the end of the one before until now.
     void stepDone(std::string name);
     void setCamera(const ViewParameters& view, const ModelPlace& place);

@@ -139,6 +139,13 @@ protected:
         return all;
     }
 
+    static std::string names(const Contents& files)
+    {
+        std::string all;
+        for (const auto& [name, text] : files) all += name + " (" + std::to_string(text.size()) + ") ";
+        return all;
+    }
+
     /// Runs the command line; the signal that ended it as a negative number.
     int run(std::vector<std::string> arguments, long before, bool allAfter)
     {
@@ -202,7 +209,8 @@ TEST_F(Allocations, ThatFailAreStatus4AndLeaveNoFile)
                     << c.why << ": status " << status << " at allocation " << n
                     << ", all after: " << allAfter;
                 EXPECT_TRUE(after == good)
-                    << c.why << ": files at allocation " << n << ", all after: " << allAfter;
+                    << c.why << ": files at allocation " << n << ", all after: " << allAfter << ", status "
+                    << status << ": " << names(after);
                 if (!plan->reached || HasFailure()) break;
             }
             EXPECT_GT(n, 5) << c.why;
