@@ -1,125 +1,138 @@
 #include "app/Belvor.h"
 
-#include "app/ImageRequest.h"
-#include "app/LoadRequest.h"
+#include "app/Help.h"
+#include "app/MainWindow.h"
+#include "app/Paths.h"
 #include "app/WindowHost.h"
-#include "platform/FileNames.h"
+#include "errors/Report.h"
+#include "platform/Utf16.h"
 #include "platform/Win32Error.h"
+#include "platform/win32/Modal.h"
 #include "render/queue/RenderThread.h"
-#include "resources/Texts.h"
 #include "resources/ids.h"
 #include "ui/Messages.h"
 #include "ui/display/BitmapWindow.h"
 #include "ui/display/WindowBuffer.h"
-#include "view/Intensity.h"
-#include "view/PanelRecords.h"
 
 #include <utility>
 
 namespace belvor {
-namespace {}   // namespace
 
-Belvor::Belvor(HWND window)
-    : mainWindow(window),
+Belvor::Belvor(MainWindow& owner, HWND window)
+    : frame(owner),
+      mainWindow(window),
       host(new WindowHost(window)),
-      queue(makeHandle<RenderQueue>())
+      queue(makeHandle<RenderQueue>()),
+      questions(window),
+      core(*this, host),
+      dialogs(window, core)
 {
     startRenderThread(queue, host);
 }
 
-void Belvor::setView(const ViewParameters& next) { setView(next, 0); }
-
-void Belvor::setView(const ViewParameters& next, std::uint32_t gesture)
+HWND Belvor::windowOf(Target target) const noexcept
 {
-    if (history.show(next, gesture)) showView();
-}
-
-void Belvor::showView()
-{
-    redraw(windows.display, 0);
-    const ViewParameters view = history.current();   // whatever a panel may answer
-    send(windows.plan, UM_VIEWMARKERS, viewMarkers(view, Thumbnail::plan), ID_PLAN);
-    send(windows.elevation, UM_VIEWMARKERS, viewMarkers(view, Thumbnail::elevation), ID_ELEVATION);
-    send(windows.eyeSlide, UM_EYESLIDE, eyeSlideRecord(view), handleParameter(windows.eyeSlide));
-    send(windows.sphere, UM_LIGHTMARKER, eyeMarker(view), handleParameter(windows.sphere));
-    send(windows.controls, UM_LIGHTINTENSITY, 0, intensityToSlider(view.skyIntensity));
-    send(windows.controls, UM_LIGHTINTENSITY, 1, intensityToSlider(view.groundIntensity));
-    for (std::size_t light = 0; light < view.lights.size(); ++light) {
-        const auto number = static_cast<INT_PTR>(light);
-        send(windows.controls, UM_LIGHTINTENSITY, number + 2,
-             intensityToSlider(view.lights[light].intensity));
-        if (const auto marker = lightMarker(view, light))
-            send(windows.sphere, UM_LIGHTMARKER, *marker, handleParameter(windows.sphere));
-        else send(windows.sphere, UM_REMOVELIGHTMARKER, number);
-    }
-    // A view with fewer lights than the one before: the others are not shown any more.
-    for (std::size_t light = view.lights.size(); light < history.previous().lights.size(); ++light) {
-        const auto number = static_cast<INT_PTR>(light);
-        send(windows.controls, UM_LIGHTINTENSITY, number + 2, 0);
-        send(windows.sphere, UM_REMOVELIGHTMARKER, number);
+    switch (target) {
+    case Target::mainWindow: return mainWindow;
+    case Target::display: return windows.display;
+    case Target::plan: return windows.plan;
+    case Target::elevation: return windows.elevation;
+    default: return nullptr;
     }
 }
 
+/// A window that draws for itself names itself here: the first one of its kind is remembered.
 void Belvor::redraw(HWND target, int which)
 {
-    HWND& panel = which == 1 ? windows.plan : windows.elevation;
-    if (which != 0 && !panel) panel = target;
-    queue->cancel(kindOf(target));
-    if (!held || ending) return;
+    constexpr Target targets[] = {Target::display, Target::plan, Target::elevation};
+    HWND* const known[] = {&windows.display, &windows.plan, &windows.elevation};
+    HWND& named = *known[which];
+    if (!named) named = target;
+    const HWND kept = std::exchange(named, target);
+    core.redraw(targets[which]);
+    named = kept;
+}
 
+void Belvor::warn(const std::string& text) { warning(text); }
+bool Belvor::modalOpen() const { return Modal::open(); }
+void Belvor::setStatus(const std::string& text) { belvor::setStatus(mainWindow, "%s", text.c_str()); }
+void Belvor::setTitle(const std::string& title) { SetWindowTextW(mainWindow, toWide(title).c_str()); }
+
+void Belvor::showModel()
+{
+    frame.updateCommands();
+    EnableWindow(windows.controls, TRUE);
+    dialogs.modelChanged();
+}
+
+void Belvor::endDrags()
+{
+    send(windows.controls, UM_ENDDRAG, 0);
+    if (IsChild(mainWindow, GetCapture())) ReleaseCapture();   // WM_CAPTURECHANGED ends the panels' drags
+}
+
+void Belvor::showMarkers(Thumbnail panel, const ViewMarkers& markers)
+{
+    if (panel == Thumbnail::plan) send(windows.plan, UM_VIEWMARKERS, markers, ID_PLAN);
+    else send(windows.elevation, UM_VIEWMARKERS, markers, ID_ELEVATION);
+}
+
+void Belvor::showEyeSlide(const EyeSlideRecord& record)
+{
+    send(windows.eyeSlide, UM_EYESLIDE, record, handleParameter(windows.eyeSlide));
+}
+
+void Belvor::showLightMarker(const SphereMarker& marker)
+{
+    send(windows.sphere, UM_LIGHTMARKER, marker, handleParameter(windows.sphere));
+}
+
+void Belvor::removeLightMarker(std::size_t light)
+{
+    send(windows.sphere, UM_REMOVELIGHTMARKER, static_cast<INT_PTR>(light));
+}
+
+void Belvor::showIntensity(std::size_t slider, int position)
+{
+    send(windows.controls, UM_LIGHTINTENSITY, static_cast<INT_PTR>(slider), position);
+}
+
+void Belvor::imageSizeChanged() { frame.layOutAgain(); }
+std::string Belvor::fullPath(const std::string& path) { return toUtf8(belvor::fullPath(toWide(path))); }
+void Belvor::addRecent(const std::string& path) { frame.recentFiles().add(path); }
+
+std::optional<std::string> Belvor::recentFile(std::size_t index)
+{
+    const std::string* const path = frame.recentFiles().pathOf(ID_RECENT + static_cast<UINT>(index));
+    return path ? std::optional(*path) : std::nullopt;
+}
+
+std::optional<Canvas> Belvor::canvas(Target target)
+{
+    const HWND window = windowOf(target);
+    if (!window && target != Target::display) return std::nullopt;   // a panel that has not drawn yet
     RECT client;
-    if (!GetClientRect(target, &client)) throw Win32Error("Belvor::redraw  GetClientRect");
+    if (!GetClientRect(window, &client)) throw Win32Error("Belvor::redraw  GetClientRect");
     // The bitmap's size counts: it is what the rows are written into.
-    const Handle<DibSection> bitmap = bitmapOf(target);
-    if (!bitmap || !*bitmap) return;
-    const bool progressive = which == 0;
-    const Handle<Buffer> sink = makeHandle<WindowBuffer>(target, bitmap, progressive);
-    Scene drawn;
-    if (progressive) {
-        scene = buildScene(history.current(), where, image, bitmap->width(), bitmap->height());
-        drawn = scene;
-    } else {
-        drawn = buildThumbnailScene(which == 1 ? Thumbnail::plan : Thumbnail::elevation, where,
-                                    bitmap->width(), bitmap->height());
-    }
-    const char* const name = textOf(progressive ? Text::rendering : Text::renderingThumbnail);
-    queue->post(kindOf(target), makeHandle<RenderRequest>(name, held, drawn.camera, drawn.lights, sink));
+    const Handle<DibSection> bitmap = bitmapOf(window);
+    if (!bitmap || !*bitmap) return std::nullopt;
+    const bool progressive = target == Target::display;
+    return Canvas{makeHandle<WindowBuffer>(window, bitmap, progressive), bitmap->width(), bitmap->height()};
 }
 
-void Belvor::takeModel(Handle<Model> loaded, std::string file)
+void Belvor::post(Target target, Handle<Request> request)
 {
-    if (ending) return;
-    held = std::move(loaded);
-    path = std::move(file);
-    held->bounds(where.centre, where.radius);
-    history.begin(wholeModel(history.current(), image));
-    showView();
-    if (windows.plan) redraw(windows.plan, 1);
-    if (windows.elevation) redraw(windows.elevation, 2);
+    queue->post(kindOf(windowOf(target)), std::move(request));
 }
 
-void Belvor::writeImage(const std::string& file)
+void Belvor::cancel(Target target)
 {
-    const Scene picture = buildScene(history.current(), where, image, image.width, image.height);
-    const auto sink = makeHandle<OmbrBuff>(file, held, picture.camera, image.width, image.height);
-    queue->post(imageFile, makeHandle<ImageRequest>(std::string(fileName(file)), held, picture.camera,
-                                                    picture.lights, sink));
-    history.markSaved();
+    if (const HWND window = windowOf(target)) queue->cancel(kindOf(window));
 }
 
-void Belvor::load(const std::string& file, FileType type)
-{
-    if (ending) return;
-    queue->cancel(kindOf(mainWindow));
-    queue->post(kindOf(mainWindow), makeHandle<LoadRequest>(file, type, host));
-}
-
-void Belvor::shutDown()
-{
-    ending = true;
-    for (const HWND window : {mainWindow, windows.plan, windows.elevation, windows.display})
-        if (window) queue->cancel(kindOf(window));
-    queue->post(kindOf(mainWindow), makeHandle<ExitRequest>());
-}
+void Belvor::showHelp() { openHelp(mainWindow); }
+void Belvor::toggleFullScreen() { frame.toggleFullScreen(); }
+void Belvor::leaveFullScreen() { frame.leaveFullScreen(); }
+void Belvor::toggleControls() { frame.toggleControls(); }
 
 }   // namespace belvor

@@ -1,19 +1,21 @@
 #pragma once
 
+#include "app/Dialogs.h"
+#include "app/Questions.h"
 #include "platform/win32/Windows.h"
-#include "readers/ModelFile.h"
 #include "render/queue/RenderHost.h"
 #include "render/queue/RenderQueue.h"
-#include "scene/Model.h"
-#include "view/SceneBuilder.h"
-#include "view/ViewHistory.h"
+#include "session/Session.h"
 
 #include <string>
 
 namespace belvor {
 
-/// The loaded model, the views of it and the render thread that draws them. Interface thread.
-class Belvor {
+class MainWindow;
+
+/// The main window's session with what it needs of windows: the render thread, the windows that
+/// show the view, the questions and dialogs. Interface thread.
+class Belvor : public Shell {
 public:
     /// Where views are shown; null as long as a window does not exist or has not been heard of.
     struct Windows {
@@ -22,54 +24,59 @@ public:
     };
 
     /// Starts the render thread, which reports to `mainWindow`. Throws Win32Error.
-    explicit Belvor(HWND mainWindow);
-    Belvor(const Belvor&) = delete;
-    Belvor& operator=(const Belvor&) = delete;
+    Belvor(MainWindow& owner, HWND mainWindow);
 
-    /// The only way a view is changed: the present view becomes the previous one, `next` is
-    /// drawn, and every panel is told. Nothing happens for an equal view.
-    void setView(const ViewParameters& next);
-    /// The same for a step of a gesture: the view before it stays the previous one to its end.
-    void setView(const ViewParameters& next, std::uint32_t gesture);
-    void previousView() { setView(history.previous()); }
-    const ViewParameters& view() const noexcept { return history.current(); }
+    Session& session() noexcept { return core; }
+    const Session& session() const noexcept { return core; }
+    void setView(const ViewParameters& next) { core.setView(next); }
     /// Has the picture in `target` drawn: 0 the drawing area, 1 and 2 the plan and elevation panels.
     void redraw(HWND target, int which);
 
-    /// Takes `loaded`, read from the full path `path`, and shows the whole of it.
-    void takeModel(Handle<Model> loaded, std::string path);
-    const Handle<Model>& model() const noexcept { return held; }
-    /// The full path of the model's file, UTF-8; empty without a model.
-    const std::string& modelPath() const noexcept { return path; }
-    const ModelPlace& place() const noexcept { return where; }
-    /// The camera that the drawing area was last drawn with; none before.
-    const Handle<Camera>& camera() const noexcept { return scene.camera; }
-
-    /// Queues the picture for the image file `file` (UTF-8), and counts the view as saved.
-    /// Throws OmbrFile::Error when the file cannot be begun.
-    void writeImage(const std::string& file);
-    /// Queues the reading of a model file; an older reading is given up.
-    void load(const std::string& file, FileType type);
-    /// Gives up what is drawn or read for a window, and has the render thread end after what
-    /// is left. From here on nothing is queued.
-    void shutDown();
-    bool closing() const noexcept { return ending; }
-
     Windows windows;
-    ImageSize image;   ///< Of the picture in the image file.
 
 private:
-    void showView();
+    std::optional<ChosenFile> askFile(FileQuestion question) override { return questions.askFile(question); }
+    SaveAnswer askToSave(const std::string& image) override { return questions.askToSave(image); }
+    std::optional<ViewEdit> askView(const ViewParameters& view, const ModelPlace& place,
+                                    const Units& units) override
+    {
+        return questions.askView(view, place, units);
+    }
+    void warn(const std::string& text) override;
+    bool modalOpen() const override;
+    void setStatus(const std::string& text) override;
+    void setTitle(const std::string& title) override;
+    void showModel() override;
+    void endDrags() override;
+    void showMarkers(Thumbnail panel, const ViewMarkers& markers) override;
+    void showEyeSlide(const EyeSlideRecord& record) override;
+    void showLightMarker(const SphereMarker& marker) override;
+    void removeLightMarker(std::size_t light) override;
+    void showIntensity(std::size_t slider, int position) override;
+    void imageSizeChanged() override;
+    std::string fullPath(const std::string& path) override;
+    void addRecent(const std::string& path) override;
+    std::optional<std::string> recentFile(std::size_t index) override;
+    std::optional<Canvas> canvas(Target target) override;
+    void post(Target target, Handle<Request> request) override;
+    void cancel(Target target) override;
+    void showProperties() override { dialogs.showProperties(); }
+    void showImageSizes() override { dialogs.showImageSize(); }
+    void showAbout() override { dialogs.showAbout(); }
+    void showHelp() override;
+    void toggleFullScreen() override;
+    void leaveFullScreen() override;
+    void toggleControls() override;
 
+    HWND windowOf(Target target) const noexcept;
+
+    MainWindow& frame;
     HWND mainWindow;
     Handle<RenderHost> host;
     Handle<RenderQueue> queue;
-    Handle<Model> held;
-    std::string path;
-    ModelPlace where;
-    ViewHistory history;
-    Scene scene;
-    bool ending = false;
+    Questions questions;
+    Session core;
+    Dialogs dialogs;
 };
 
 }   // namespace belvor

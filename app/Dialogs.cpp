@@ -1,17 +1,13 @@
 #include "app/Dialogs.h"
 
-#include "platform/win32/Modal.h"
-#include "ui/dialogs/ViewParametersDialog.h"
-#include "ui/panels/Markers.h"
-
 namespace belvor {
 namespace {
 
-ModelFacts factsOf(const Belvor& belvor)
+ModelFacts factsOf(const Session& session)
 {
     ModelFacts facts{
-        belvor.modelPath(), {}, belvor.model()->units(), belvor.place().centre, belvor.place().radius};
-    belvor.model()->statistics(facts.counts);
+        session.modelPath(), {}, session.model()->units(), session.place().centre, session.place().radius};
+    session.model()->statistics(facts.counts);
     return facts;
 }
 
@@ -20,26 +16,13 @@ ModelFacts factsOf(const Belvor& belvor)
 void Dialogs::showProperties()
 {
     std::optional<ModelFacts> facts;
-    if (belvor.model()) facts = factsOf(belvor);
-    properties.open(window, facts, [this](const Units& units) {
-        if (belvor.model()) belvor.model()->setUnits(units);
-    });
+    if (session.model()) facts = factsOf(session);
+    properties.open(window, facts, [this](const Units& units) { session.setUnits(units); });
 }
 
 void Dialogs::modelChanged()
 {
-    if (properties.window()) properties.modelChanged(factsOf(belvor));
-}
-
-void Dialogs::askView()
-{
-    if (!belvor.model()) return;
-    const ViewFields fields(belvor.view(), belvor.place(), belvor.model()->units());
-    const auto typed = [&] {
-        const Modal modal(window);
-        return askViewParameters(window, fields, lightBrush);
-    }();
-    if (typed) belvor.setView(typed->applied(belvor.view()));
+    if (properties.window()) properties.modelChanged(factsOf(session));
 }
 
 }   // namespace belvor

@@ -1,28 +1,27 @@
 #pragma once
 
-#include "app/Belvor.h"
+#include "platform/win32/Windows.h"
+#include "session/Session.h"
 #include "ui/dialogs/AboutDialog.h"
 #include "ui/dialogs/ImageSizeDialog.h"
 #include "ui/dialogs/ModelPropertiesDialog.h"
 
 namespace belvor {
 
-/// The dialogs of the main window, with what each shows.
+/// The modeless dialogs of the main window, with what each shows.
 class Dialogs {
 public:
-    Dialogs(HWND mainWindow, Belvor& shown) noexcept : window(mainWindow), belvor(shown) {}
+    Dialogs(HWND mainWindow, Session& shown) noexcept : window(mainWindow), session(shown) {}
 
     void showAbout() { about.open(window); }
-    void showImageSize() { imageSize.open(window, belvor.image); }
+    void showImageSize() { imageSize.open(window, session.imageSize()); }
     void showProperties();
-    /// Shows the view's numbers until the dialog is closed, and applies those typed.
-    void askView();
     /// Another model has been loaded.
     void modelChanged();
 
 private:
     HWND window;
-    Belvor& belvor;
+    Session& session;
     AboutDialog about;
     ImageSizeDialog imageSize;
     ModelPropertiesDialog properties;

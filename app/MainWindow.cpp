@@ -1,19 +1,17 @@
 #include "app/MainWindow.h"
 
-#include "app/Commands.h"
-#include "app/Help.h"
 #include "app/MessageLoop.h"
 #include "app/PanelRequests.h"
 #include "app/Paths.h"
 #include "app/StatusHelp.h"
 #include "errors/Report.h"
-#include "platform/FileNames.h"
 #include "platform/Utf16.h"
 #include "platform/Win32Error.h"
 #include "platform/win32/Modal.h"
 #include "platform/win32/Window.h"
 #include "resources/Texts.h"
 #include "resources/ids.h"
+#include "session/Commands.h"
 #include "ui/ClientSize.h"
 #include "ui/Messages.h"
 #include "ui/WindowScale.h"
@@ -31,10 +29,6 @@ namespace {
 
 constexpr int firstBottomMargin = 30;   // until the first layout knows the status bar's height
 
-constexpr UINT modelCommands[] = {ID_WHOLEMODEL,     ID_INCREASEZOOM,   ID_CENTRELOOKAT,   ID_PREVIOUSVIEW,
-                                  ID_VIEWPARAMETERS, ID_SAVEPARAMETERS, ID_LOADPARAMETERS, ID_SAVE,
-                                  ID_SAVEAS,         ID_MODELPROPERTIES};
-
 void requireLayout(bool done)
 {
     if (!done) throw Win32Error("WM_SIZE");
@@ -44,15 +38,7 @@ unsigned shownHandle(HWND window) { return static_cast<unsigned>(reinterpret_cas
 
 }   // namespace
 
-MainWindow::MainWindow(HWND owner)
-    : window(owner),
-      core(owner),
-      recent(owner),
-      saver(owner, core),
-      loader(owner, core, saver, recent),
-      dialogSet(owner, core),
-      fullScreen(owner)
-{}
+MainWindow::MainWindow(HWND owner) : window(owner), core(*this, owner), recent(owner), fullScreen(owner) {}
 
 MainWindow::~MainWindow() = default;
 
@@ -68,7 +54,9 @@ LRESULT MainWindow::handle(UINT message, WPARAM wParam, LPARAM lParam)
         return 0;
     case WM_DPICHANGED: dpiChanged(*reinterpret_cast<const RECT*>(lParam)); return 0;
     case WM_GETMINMAXINFO: fullScreen.limit(*reinterpret_cast<MINMAXINFO*>(lParam)); return 0;
-    case WM_CLOSE: close(); return 0;
+    case WM_CLOSE: session().close(); return 0;
+    case WM_QUERYENDSESSION: return mayEnd();
+    case WM_ENDSESSION: endSession(wParam != FALSE); return 0;
     case WM_DESTROY:
         setReportWindow(nullptr);
         PostQuitMessage(0);
@@ -78,7 +66,7 @@ LRESULT MainWindow::handle(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_KEYDOWN:
         if (wParam == VK_TAB) focusNextControl(core.windows.controls, GetKeyState(VK_SHIFT) < 0);
         break;
-    case WM_HELP: openHelp(window); return TRUE;
+    case WM_HELP: static_cast<Shell&>(core).showHelp(); return TRUE;
     case WM_NOTIFY: return notify(*reinterpret_cast<NMHDR*>(lParam));
     case WM_DRAWITEM:
         if (wParam == ID_STATUSBAR) ProgressDisplay::draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
@@ -91,8 +79,10 @@ LRESULT MainWindow::handle(UINT message, WPARAM wParam, LPARAM lParam)
     case UM_ADDTOOL: return SendMessageW(toolTip, TTM_ADDTOOLW, 0, lParam);
     case UM_DELTOOL: return SendMessageW(toolTip, TTM_DELTOOLW, 0, lParam);
     case UM_MODELLOADED:
-        modelLoaded(reinterpret_cast<const char*>(wParam), reinterpret_cast<Model*>(lParam));
+        session().loading().modelLoaded(reinterpret_cast<const char*>(wParam),
+                                        reinterpret_cast<Model*>(lParam));
         return 0;
+    case UM_IMAGEENDED: imageEnded(wParam, lParam != FALSE); return 0;
     case UM_THREADENDED:
         // This object is gone when the call returns.
         if (!DestroyWindow(window)) throw Win32Error("DestroyWindow");
@@ -121,6 +111,7 @@ void MainWindow::create(const CREATESTRUCTW& record)
     core.windows.display = createChild(L"Display", L"Drawing", ID_DISPLAY, 0, {0, 0, left, bottom});
     core.windows.controls = createChild(L"Controls", L"ControlPanel", ID_CONTROLS,
                                         WS_CLIPCHILDREN | WS_DISABLED, {left, 0, client.right, bottom});
+    updateCommands();
     accelerators = LoadAcceleratorsW(record.hInstance, MAKEINTRESOURCEW(ID_ACCELERATORS));
     if (!accelerators) setStatus(window, textOf(Text::acceleratorsFailed), static_cast<int>(GetLastError()));
     DragAcceptFiles(window, TRUE);
@@ -151,7 +142,7 @@ void MainWindow::layOutChildren(int width, int height)
     RECT status;
     requireLayout(GetWindowRect(statusBar, &status));
     const WindowLayout layout = layOut({width, height, status.bottom - status.top, fullScreen.on(),
-                                        showControls, core.image, scaleOf(window)});
+                                        showControls, session().imageSize(), scaleOf(window)});
     const auto move = [](HWND child, const PixelArea& area) {
         requireLayout(!child || MoveWindow(child, area.x, area.y, area.width, area.height, TRUE));
     };
@@ -221,11 +212,11 @@ void MainWindow::activate(bool active)
     else setActiveWindow(nullptr, nullptr);
 }
 
-void MainWindow::close()
+void MainWindow::updateCommands() const
 {
-    // Once is enough, and not while a box is open that must be answered first.
-    if (core.closing() || Modal::open()) return;
-    if (saver.querySave() && !core.closing()) core.shutDown();
+    for (const Command& command : commands())
+        EnableMenuItem(GetMenu(window), static_cast<UINT>(command.id),
+                       available(command, core.session()) ? MF_ENABLED : MF_GRAYED);
 }
 
 void MainWindow::command(WPARAM wParam, LPARAM lParam)
@@ -233,8 +224,7 @@ void MainWindow::command(WPARAM wParam, LPARAM lParam)
     const UINT id = LOWORD(wParam);
     if (id == ID_REDRAWPANEL) return redrawRequest(wParam, lParam);
     endMenuHelp(statusBar);
-    if (core.closing() || Modal::open()) return;
-    if (!runCommand(*this, id))
+    if (!runCommand(session(), static_cast<int>(id)))
         setStatus(window, textOf(Text::unknownCommand), shownHandle(window), HIWORD(wParam),
                   static_cast<int>(id), shownHandle(reinterpret_cast<HWND>(lParam)));
 }
@@ -255,31 +245,9 @@ void MainWindow::setImageSize(WPARAM width, LPARAM height)
 {
     constexpr auto largest = static_cast<std::uint64_t>(std::numeric_limits<int>::max());
     if (width == 0 || height == 0) return;
-    core.image.width = static_cast<int>(std::min<std::uint64_t>(width, largest));
-    core.image.height =
-        static_cast<int>(std::min<std::uint64_t>(static_cast<std::uint64_t>(height), largest));
-    layOutAgain();
-    core.redraw(core.windows.display, 0);   // other proportions need not change the number of pixels
-}
-
-void MainWindow::modelLoaded(const char* path, Model* model)
-{
-    if (!model || core.closing()) return;
-    const std::string full = toUtf8(fullPath(toWide(path)));
-    endDrag();
-    saver.forgetName();
-    core.takeModel(Handle<Model>(model), full);
-    for (const UINT id : modelCommands) EnableMenuItem(GetMenu(window), id, MF_ENABLED);
-    EnableWindow(core.windows.controls, TRUE);
-    SetWindowTextW(window, toWide(filledText(Text::windowTitle, {fileName(full)})).c_str());
-    dialogSet.modelChanged();
-}
-
-/// A drag is a request for the model that it began with.
-void MainWindow::endDrag() const
-{
-    send(core.windows.controls, UM_ENDDRAG, 0);
-    if (IsChild(window, GetCapture())) ReleaseCapture();   // WM_CAPTURECHANGED ends the panels' drags
+    session().setImageSize(
+        {static_cast<int>(std::min<std::uint64_t>(width, largest)),
+         static_cast<int>(std::min<std::uint64_t>(static_cast<std::uint64_t>(height), largest))});
 }
 
 void MainWindow::fileDropped(HDROP drop)
@@ -287,9 +255,36 @@ void MainWindow::fileDropped(HDROP drop)
     std::wstring path(DragQueryFileW(drop, 0, nullptr, 0), L'\0');
     DragQueryFileW(drop, 0, path.data(), static_cast<UINT>(path.size()) + 1);
     DragFinish(drop);
-    if (path.empty() || core.closing() || Modal::open()) return;
+    if (path.empty() || Modal::open()) return;
     SetForegroundWindow(window);   // the question must not appear behind the window that the file came from
-    loader.openFile(path);
+    session().loading().openFile(toUtf8(path));
+}
+
+/// Windows wants to end. Where the answer is no, it shows the user the reason given here.
+bool MainWindow::mayEnd()
+{
+    ShutdownBlockReasonCreate(window,
+                              toWide(textOf(Text::imageUnsavedReason)).c_str());   // while it is asked
+    const Text reason = session().reasonToStay();
+    ShutdownBlockReasonDestroy(window);
+    if (reason != Text::none) {
+        ShutdownBlockReasonCreate(window, toWide(textOf(reason)).c_str());
+        return false;
+    }
+    recent.save();   // nothing more need be heard of the end
+    return true;
+}
+
+void MainWindow::endSession(bool ends) const
+{
+    if (ends) recent.save();
+    else if (!core.session().saving().running()) ShutdownBlockReasonDestroy(window);
+}
+
+void MainWindow::imageEnded(WPARAM number, bool whole)
+{
+    session().saving().imageEnded(static_cast<std::uint32_t>(number), whole);
+    if (!session().saving().running()) ShutdownBlockReasonDestroy(window);
 }
 
 LRESULT MainWindow::notify(NMHDR& header)

@@ -1,12 +1,9 @@
 #pragma once
 
 #include "app/Belvor.h"
-#include "app/Dialogs.h"
 #include "app/FullScreen.h"
-#include "app/Loading.h"
 #include "app/ProgressDisplay.h"
 #include "app/RecentFileList.h"
-#include "app/Saving.h"
 #include "platform/win32/Windows.h"
 #include "ui/panels/FocusRing.h"
 
@@ -24,19 +21,18 @@ public:
     ~MainWindow();
     LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
 
-    // The commands' view of the window.
-    Belvor& belvor() noexcept { return core; }
-    Loading& loading() noexcept { return loader; }
-    Saving& saving() noexcept { return saver; }
-    Dialogs& dialogs() noexcept { return dialogSet; }
+    // What the session has the window do.
+    Session& session() noexcept { return core.session(); }
+    RecentFileList& recentFiles() noexcept { return recent; }
     ProgressDisplay& progressDisplay() noexcept { return *progress; }
-    HWND handleOfWindow() const noexcept { return window; }
     void toggleFullScreen();
     /// Called for every button press in the drawing area.
     void leaveFullScreen();
     void toggleControls();
-    /// Ends the program, unless the user wants to save first.
-    void close();
+    /// Places the children anew.
+    void layOutAgain();
+    /// Greys the menu items of the commands that cannot be given now.
+    void updateCommands() const;
 
 private:
     void create(const CREATESTRUCTW& record);
@@ -44,15 +40,15 @@ private:
                      const RECT& place) const;
     void size(WPARAM type, int width, int height);
     void layOutChildren(int width, int height);
-    void layOutAgain();
     void dpiChanged(const RECT& suggested);
     void updateMenu();
     void activate(bool active);
     void command(WPARAM wParam, LPARAM lParam);
     void redrawRequest(WPARAM wParam, LPARAM lParam);
     void setImageSize(WPARAM width, LPARAM height);
-    void endDrag() const;
-    void modelLoaded(const char* path, Model* model);
+    bool mayEnd();
+    void endSession(bool ends) const;
+    void imageEnded(WPARAM number, bool whole);
     void fileDropped(HDROP drop);
     LRESULT notify(NMHDR& header);
 
@@ -61,9 +57,6 @@ private:
     HACCEL accelerators = nullptr;
     Belvor core;
     RecentFileList recent;
-    Saving saver;
-    Loading loader;
-    Dialogs dialogSet;
     FullScreen fullScreen;
     FocusMemory focus;
     std::optional<ProgressDisplay> progress;   // from the creation of the status bar on

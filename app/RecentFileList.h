@@ -22,10 +22,11 @@ public:
     void add(const std::string& path);
     /// The path that command `id` opens; none for a number without an entry.
     const std::string* pathOf(UINT id) const noexcept;
+    /// Writes the list now: Windows may end the program without a word.
+    void save() const;
 
 private:
     void load();
-    void save() const;
     void rebuildMenu();
 
     HWND owner;

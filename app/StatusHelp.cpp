@@ -3,6 +3,7 @@
 #include "platform/Utf16.h"
 #include "resources/Texts.h"
 #include "resources/ids.h"
+#include "session/Commands.h"
 
 #include <commctrl.h>
 
@@ -17,7 +18,8 @@ std::wstring helpText(HWND mainWindow, const RecentFileList& recent, UINT item, 
                    ? toWide(textOf(textAfter(Text::fileMenuHelp, static_cast<int>(item))))
                    : L"";
     if (const std::string* const path = recent.pathOf(item)) return toWide(*path);
-    return toWide(textOf(static_cast<Text>(item)));
+    const Command* const command = commandOf(static_cast<int>(item));
+    return toWide(textOf(command ? command->help : static_cast<Text>(item)));
 }
 
 }   // namespace

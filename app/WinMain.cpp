@@ -2,6 +2,7 @@
 #include "app/MessageLoop.h"
 #include "errors/Report.h"
 #include "platform/Process.h"
+#include "platform/Utf16.h"
 #include "platform/Win32Error.h"
 #include "platform/win32/Window.h"
 #include "ui/WindowScale.h"
@@ -69,7 +70,7 @@ int run(HINSTANCE module, int showCommand)
     const HWND window = createMainWindow(module);
     ShowWindow(window, showCommand);
     if (const std::wstring file = fileArgument(); !file.empty())
-        stateOf<MainWindow>(window)->loading().openFile(file);
+        stateOf<MainWindow>(window)->session().loading().openFile(toUtf8(file));
     return runMessageLoop();
 }
 

@@ -28,6 +28,11 @@ void WindowHost::modelLoaded(const std::string& path, Model* model)
                  reinterpret_cast<LPARAM>(model));
 }
 
+void WindowHost::imageEnded(std::uint32_t save, bool whole)
+{
+    send(window, UM_IMAGEENDED, static_cast<INT_PTR>(save), whole);
+}
+
 void WindowHost::threadEnded()
 {
     if (!PostMessageW(window, UM_THREADENDED, 0, 0)) throw Win32Error("PostMessage");

@@ -21,6 +21,7 @@ public:
     void progressMade(Progress& progress) override;
     void progressEnded(const Progress& progress) noexcept override;
     void modelLoaded(const std::string& path, Model* model) override;
+    void imageEnded(std::uint32_t save, bool whole) override;
     void threadEnded() override;
     void showBadFile(const BadFile& fault) override;
     void warning(const std::string& text) override;

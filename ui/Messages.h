@@ -45,6 +45,8 @@ inline constexpr MessageNumber<void> UM_ENDDRAG{WM_USER
 
 inline constexpr MessageNumber<ViewGesture> UM_VIEWGESTURE{
     WM_USER + 115};   ///< from the drawing area and the eye slide
+inline constexpr MessageNumber<void> UM_IMAGEENDED{WM_USER
+                                                   + 116};   ///< sent by the render thread: save / whole
 
 inline LPARAM handleParameter(HWND window) noexcept { return reinterpret_cast<LPARAM>(window); }
 

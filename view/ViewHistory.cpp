@@ -22,4 +22,10 @@ void ViewHistory::begin(const ViewParameters& first)
     before = now;
 }
 
+void ViewHistory::mark(const ViewParameters& view, bool saved) noexcept
+{
+    for (ViewParameters* const record : {&now, &before})
+        if (*record == view) record->imageSaved = saved;
+}
+
 }   // namespace belvor

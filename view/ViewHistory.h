@@ -20,10 +20,14 @@ public:
     bool show(const ViewParameters& next, std::uint32_t number);
     /// Shows the first view of a new model: there is none before it, and it is not saved.
     void begin(const ViewParameters& first);
-    /// The picture of the current view is in the image file.
-    void markSaved() noexcept { now.imageSaved = true; }
+    /// The picture of `view` is in the image file.
+    void markSaved(const ViewParameters& view) noexcept { mark(view, true); }
+    /// It is not, after all.
+    void markUnsaved(const ViewParameters& view) noexcept { mark(view, false); }
 
 private:
+    void mark(const ViewParameters& view, bool saved) noexcept;
+
     ViewParameters now = freshView(), before;
     std::uint32_t gesture = 0;   // that made the latest change; 0 for none
 };

@@ -2,6 +2,7 @@
 
 #include "platform/Handle.h"
 
+#include <cstdint>
 #include <string>
 
 namespace belvor {
@@ -23,6 +24,8 @@ public:
     /// `path` has been read into `model` (none for a file of no known type). The host takes
     /// its own handle before it returns.
     virtual void modelLoaded(const std::string& path, Model* model) = 0;
+    /// The image file of save `number` is complete; or it has failed, and the reason follows.
+    virtual void imageEnded(std::uint32_t, bool) {}
     /// The thread does nothing any more but let go of this host. Throws when that cannot be told.
     virtual void threadEnded() = 0;
     /// Shows the user a fault in a model file.

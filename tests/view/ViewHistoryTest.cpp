@@ -22,7 +22,7 @@ TEST(ViewHistory, TogglesBetweenTheLastTwoViewsAndKnowsWhichIsSaved)
     EXPECT_TRUE(history.show(history.previous())) << "the default view has its first light off";
     EXPECT_EQ(history.current().lights[0].intensity, 0.0);
     history.show(zoomed(0.1));
-    history.markSaved();
+    history.markSaved(history.current());
     history.show(zoomed(0.2));
     for (const double zoom : {0.1, 0.2, 0.1}) {
         EXPECT_TRUE(history.show(history.previous()));
@@ -43,7 +43,7 @@ TEST(ViewHistory, KeepsThePreviousViewWhenNothingChanges)
     EXPECT_FALSE(history.show(zoomed(std::numeric_limits<double>::infinity())));
     EXPECT_EQ(history.previous().zoom, 0.1);
 
-    history.markSaved();
+    history.markSaved(history.current());
     const ViewParameters first = history.current();
     history.begin(first);
     EXPECT_FALSE(history.current().imageSaved) << "another model";

@@ -55,6 +55,28 @@ TEST_F(WindowTest, TheQuestionBeforeAPictureIsLostHasThreeAnswers)
         << "written to the end before the program has gone";
 }
 
+TEST_F(WindowTest, TheEndOfWindowsIsHeldForAnUnsavedPicture)
+{
+    startWith(boxModel());
+    const auto askToEnd = [&](int answer) {
+        LRESULT result = -1;
+        std::thread system([&] { result = SendMessageW(program().main(), WM_QUERYENDSESSION, 0, 0); });
+        program().answer(program().awaitDialog(textOf(Text::imageNotSaved)), answer);
+        system.join();
+        return result;
+    };
+    EXPECT_EQ(askToEnd(IDCANCEL), FALSE);
+    EXPECT_TRUE(recentFiles().empty());
+    EXPECT_EQ(askToEnd(IDNO), TRUE);
+    EXPECT_EQ(recentFiles(), std::vector<std::string>{boxModel()})
+        << "the program may be ended without a word";
+    const HWND dialog = program().openDialog(ID_SAVEAS, "Save As");
+    EXPECT_EQ(program().send(program().main(), WM_QUERYENDSESSION), FALSE) << "a question is open";
+    program().answer(dialog, IDCANCEL);
+    saveAs(inFolder("end.omb"));
+    EXPECT_TRUE(eventually([&] { return program().send(program().main(), WM_QUERYENDSESSION) == TRUE; }));
+}
+
 TEST_F(WindowTest, AnImageThatCannotBeWrittenIsAWarning)
 {
     startWith(boxModel());

@@ -1,6 +1,7 @@
-#include "app/LoadRequest.h"
+#include "session/LoadRequest.h"
 
 #include "platform/FileNames.h"
+#include "session/NamedFailure.h"
 
 #include <utility>
 
@@ -14,7 +15,8 @@ LoadRequest::LoadRequest(std::string file, FileType kind, Handle<RenderHost> rec
 
 void LoadRequest::run(Reporter& progress)
 {
-    const Handle<Model> model = readModel(path, type, progress).model;
+    Handle<Model> model;
+    namingFile(path, [&] { model = readModel(path, type, progress).model; });
     host->modelLoaded(path, model.get());
 }
 

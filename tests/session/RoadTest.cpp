@@ -1,6 +1,6 @@
-#include "app/ImageRequest.h"
-#include "app/LoadRequest.h"
 #include "render/queue/RenderThread.h"
+#include "session/ImageRequest.h"
+#include "session/LoadRequest.h"
 #include "tests/render/queue/FakeHost.h"
 #include "tests/support/Files.h"
 #include "tests/support/Models.h"
@@ -31,7 +31,8 @@ public:
         model = Handle<Model>(loaded);
         const Scene scene = sceneOf(*model);
         const auto sink = makeHandle<OmbrBuff>(picture, model, scene.camera, size.width, size.height);
-        queue->post(imageFile, makeHandle<ImageRequest>("picture", model, scene.camera, scene.lights, sink));
+        queue->post(imageFile,
+                    makeHandle<ImageRequest>(picture, 1, Handle<RenderHost>(this), model, scene, sink));
         queue->post(7, makeHandle<ExitRequest>());
         queue = {};
     }

@@ -1,0 +1,80 @@
+#include "session/Loading.h"
+
+#include "platform/FileNames.h"
+#include "resources/Texts.h"
+#include "session/LoadRequest.h"
+#include "session/Session.h"
+
+#include <utility>
+
+namespace belvor {
+namespace {
+
+/// The reader that a filter of the Open Model dialog chooses: 1 is all models, then one a format.
+FileType typeOf(const ChosenFile& file)
+{
+    const auto formats = modelFormats();
+    const std::size_t index = file.filter - std::size_t{2};
+    return index < formats.size() ? formats[index].type : fileTypeOf(file.path);
+}
+
+}   // namespace
+
+Loading::Loading(Session& owner, Handle<RenderHost> receiver) : session(owner), host(std::move(receiver)) {}
+
+void Loading::openModel()
+{
+    if (!session.saving().querySave()) return;
+    const Handle<Model> model = session.model();
+    const bool saved = session.view().imageSaved;
+    const auto file = session.shell().askFile(FileQuestion::openModel);
+    if (!file) return;
+    // Under the dialog another model may have arrived, or the save may have failed.
+    const bool same = session.model() == model && (!saved || session.view().imageSaved);
+    if (same || session.saving().querySave()) loadFile(file->path, typeOf(*file));
+}
+
+void Loading::openRecent(std::size_t index)
+{
+    const auto file = session.shell().recentFile(index);
+    if (file && session.saving().querySave()) loadFile(*file, fileTypeOf(*file));
+}
+
+void Loading::openFile(const std::string& path)
+{
+    if (session.closing() || session.shell().modalOpen()) return;
+    const std::string full = session.shell().fullPath(path);
+    if (session.saving().querySave()) loadFile(full, fileTypeOf(full));
+}
+
+void Loading::loadFile(const std::string& path, FileType type)
+{
+    Shell& shell = session.shell();
+    if (type == FileType::unknown) return shell.setStatus(filledText(Text::unknownFileType, {path}));
+    if (session.closing()) return;
+    pending = path;
+    shell.cancel(Target::mainWindow);
+    shell.post(Target::mainWindow, makeHandle<LoadRequest>(path, type, host));
+    if (type == fileTypeOf(path)) shell.addRecent(path);
+}
+
+void Loading::giveUp()
+{
+    pending.clear();
+    session.shell().cancel(Target::mainWindow);
+}
+
+void Loading::modelLoaded(const std::string& file, Model* model)
+{
+    // A reader that has just finished can no longer be stopped by a newer load.
+    if (!model || session.closing() || file != pending) return;
+    const Handle<Model> loaded(model);
+    const std::string full = session.shell().fullPath(file);
+    session.shell().endDrags();   // a drag is a request for the model that it began with
+    session.saving().forgetName();
+    session.takeModel(loaded, full);
+    session.shell().showModel();
+    session.shell().setTitle(filledText(Text::windowTitle, {fileName(full)}));
+}
+
+}   // namespace belvor

@@ -1,0 +1,161 @@
+#include "session/Session.h"
+
+#include "render/queue/RenderRequest.h"
+#include "resources/Texts.h"
+#include "view/Intensity.h"
+#include "view/ViewEdits.h"
+
+#include <utility>
+
+namespace belvor {
+
+Session::Session(Shell& shell, Handle<RenderHost> host)
+    : surroundings(shell),
+      saves(*this, host),
+      loads(*this, std::move(host))
+{}
+
+void Session::setView(const ViewParameters& next, std::uint32_t number)
+{
+    if (history.show(next, number)) showView();
+}
+
+void Session::showView()
+{
+    redraw(Target::display);
+    const ViewParameters shown = history.current();   // a copy: a panel may call setView while we send
+    surroundings.showMarkers(Thumbnail::plan, viewMarkers(shown, Thumbnail::plan));
+    surroundings.showMarkers(Thumbnail::elevation, viewMarkers(shown, Thumbnail::elevation));
+    surroundings.showEyeSlide(eyeSlideRecord(shown));
+    surroundings.showLightMarker(eyeMarker(shown));
+    surroundings.showIntensity(0, intensityToSlider(shown.skyIntensity));
+    surroundings.showIntensity(1, intensityToSlider(shown.groundIntensity));
+    for (std::size_t light = 0; light < shown.lights.size(); ++light) {
+        surroundings.showIntensity(light + 2, intensityToSlider(shown.lights[light].intensity));
+        if (const auto marker = lightMarker(shown, light)) surroundings.showLightMarker(*marker);
+        else surroundings.removeLightMarker(light);
+    }
+    // A view with fewer lights than the one before: the others are not shown any more.
+    for (std::size_t light = shown.lights.size(); light < history.previous().lights.size(); ++light) {
+        surroundings.showIntensity(light + 2, 0);
+        surroundings.removeLightMarker(light);
+    }
+}
+
+void Session::redraw(Target target)
+{
+    surroundings.cancel(target);
+    if (!held || ending) return;
+    const std::optional<Canvas> canvas = surroundings.canvas(target);
+    if (!canvas) return;
+    Scene drawn;
+    if (target == Target::display) {
+        scene = buildScene(history.current(), where, image, canvas->width, canvas->height);
+        drawn = scene;
+    } else {
+        drawn = buildThumbnailScene(target == Target::plan ? Thumbnail::plan : Thumbnail::elevation, where,
+                                    canvas->width, canvas->height);
+    }
+    const char* const name = textOf(target == Target::display ? Text::rendering : Text::renderingThumbnail);
+    surroundings.post(target,
+                      makeHandle<RenderRequest>(name, held, drawn.camera, drawn.lights, canvas->sink));
+}
+
+// A view command or a panel that asks before there is a model gets nothing: the item is grey and
+// the strip is disabled, but other programs send commands too.
+void Session::apply(const ViewParameters& next)
+{
+    if (held) setView(next);
+}
+
+void Session::wholeModel() { apply(belvor::wholeModel(view(), image)); }
+void Session::increaseZoomAngle() { apply(belvor::increaseZoomAngle(view())); }
+void Session::centreLookAt() { apply(belvor::centreLookAt(view())); }
+
+void Session::moveMarkers(Thumbnail panel, const ViewMarkers& asked)
+{
+    apply(belvor::moveMarkers(view(), panel, asked));
+}
+void Session::moveAlongSight(const EyeSlideRecord& asked) { apply(belvor::moveAlongSight(view(), asked)); }
+void Session::turn(const SphereMarker& asked) { apply(belvor::turn(view(), asked)); }
+void Session::removeLight(std::size_t light) { apply(belvor::removeLight(view(), light)); }
+void Session::zoomBy(double factor) { apply(belvor::zoomBy(view(), factor)); }
+
+void Session::lookAtPixel(int x, int y)
+{
+    if (scene.camera) apply(belvor::lookAtPixel(view(), *scene.camera, where.viewToModel(), x, y));
+}
+
+void Session::gesture(const ViewGesture& step)
+{
+    if (held && scene.camera)
+        setView(gestured(view(), step, *scene.camera, where.viewToModel()), step.number);
+}
+
+void Session::setIntensity(std::size_t slider, int position)
+{
+    apply(belvor::setIntensity(view(), slider, position));
+}
+
+void Session::setImageSize(const ImageSize& size)
+{
+    image = size;
+    surroundings.imageSizeChanged();
+    redraw(Target::display);   // other proportions need not change the number of pixels
+}
+
+void Session::setUnits(const Units& units)
+{
+    if (held) held->setUnits(units);
+}
+
+void Session::askView()
+{
+    if (!held) return;
+    const Handle<Model> asked = held;
+    const auto edit = surroundings.askView(view(), where, held->units());
+    if (!edit) return;
+    // Numbers of a model that has gone mean nothing for the one that is shown now.
+    if (held != asked) return surroundings.setStatus(textOf(Text::modelReplaced));
+    setView((*edit)(view()));
+}
+
+void Session::takeModel(Handle<Model> loaded, const std::string& file)
+{
+    held = std::move(loaded);
+    path = file;
+    held->bounds(where.centre, where.radius);
+    history.begin(belvor::wholeModel(history.current(), image));
+    showView();
+    redraw(Target::plan);
+    redraw(Target::elevation);
+}
+
+void Session::close()
+{
+    // Once is enough, and not while a box is open that must be answered first.
+    if (ending || surroundings.modalOpen()) return;
+    if (!saves.querySave() || ending) return;
+    ending = true;
+    for (const Target target : {Target::mainWindow, Target::plan, Target::elevation, Target::display})
+        surroundings.cancel(target);
+    surroundings.post(Target::mainWindow, makeHandle<ExitRequest>());
+}
+
+void Session::stay()
+{
+    loads.giveUp();   // the request for the end waits for the same target
+    if (!std::exchange(ending, false)) return;
+    for (const Target target : {Target::display, Target::plan, Target::elevation}) redraw(target);
+}
+
+Text Session::reasonToStay()
+{
+    if (!ending) {
+        if (surroundings.modalOpen()) return Text::boxOpenReason;
+        if (!saves.querySave()) return Text::imageUnsavedReason;
+    }
+    return saves.running() ? Text::imageRunningReason : Text::none;
+}
+
+}   // namespace belvor
