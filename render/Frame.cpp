@@ -169,7 +169,7 @@ void Frame::walkRowsWithLines(const Model& model, const Camera& camera, Buffer& 
 {
     collectLines(model, camera, buffer, style);
     const int height = static_cast<int>(camera.height);
-    LineVisibility visibility(model, camera, style.outlines);
+    LineVisibility visibility(model, camera, lines, style.outlines);
     const auto step = [&](int y, const SurfaceRow& below) {
         SurfaceRow above;
         if (y > 0) above = {rowAbove.owners, rowAbove.depths};

@@ -65,12 +65,11 @@ int clampedStep(double step, int height) noexcept
 /// Where the pixels of one step go.
 class LineStepper::Pen {
 public:
-    Pen(int upperIndex, int pictureWidth, int pictureHeight, const LineTable& lines,
-        const LineVisibility& surfaces, LineRow& upperRow, LineRow& lowerRow)
+    Pen(int upperIndex, int pictureWidth, int pictureHeight, const LineVisibility& surfaces,
+        LineRow& upperRow, LineRow& lowerRow)
         : upper(upperIndex),
           width(pictureWidth),
           height(pictureHeight),
-          table(lines),
           visibility(surfaces),
           rows{&upperRow, &lowerRow}
     {}
@@ -82,7 +81,7 @@ public:
         if (!(column >= 0.0 && column < width && row >= 0.0 && row < height)) return;
         const LineVisibility::Sample drawn{static_cast<int>(column), static_cast<int>(row)};
         const LineVisibility::Sample other{static_cast<int>(otherColumn), static_cast<int>(otherRow)};
-        if (visibility.shows(table.chain(segment.chain), point, drawn, other))
+        if (visibility.shows(segment, point, drawn, other))
             rows[drawn.row - upper]->offer(drawn.column, point[2], segment.chain);
     }
 
@@ -90,14 +89,12 @@ public:
 
 private:
     const int width, height;
-    const LineTable& table;
     const LineVisibility& visibility;
     LineRow* const rows[2];
 };
 
 void LineStepper::restart(const LineTable& lines, int pictureWidth, int pictureHeight, int lineWidth)
 {
-    table = &lines;
     width = pictureWidth;
     height = pictureHeight;
     reach = lineWidth / 2;
@@ -105,17 +102,20 @@ void LineStepper::restart(const LineTable& lines, int pictureWidth, int pictureH
 
     // Segments by their first step (a counting sort: stable, keeps the order of the table).
     const auto slots = static_cast<std::size_t>(height) + 1;
-    const auto isDrawn = [](Steps steps) { return steps.first <= steps.last; };
+    const std::uint32_t count = lines.segmentCount();
+    steps.resize(count);
     stepStarts.assign(slots + 1, 0);
-    for (std::uint32_t i = 0; i < table->segmentCount(); ++i)
-        if (const Steps steps = stepsOf(table->segment(i)); isDrawn(steps))
-            ++stepStarts[static_cast<std::size_t>(steps.first + 1) + 1];
+    for (std::uint32_t i = 0; i < count; ++i) {
+        steps[i] = stepsOf(lines.segment(i));
+        if (steps[i].first <= steps[i].last) ++stepStarts[static_cast<std::size_t>(steps[i].first + 1) + 1];
+    }
     for (std::size_t i = 1; i <= slots; ++i) stepStarts[i] += stepStarts[i - 1];
     byFirstStep.resize(stepStarts[slots]);
     std::vector<std::uint32_t> next(stepStarts.begin(), stepStarts.end() - 1);
-    for (std::uint32_t i = 0; i < table->segmentCount(); ++i)
-        if (const Steps steps = stepsOf(table->segment(i)); isDrawn(steps))
-            byFirstStep[next[static_cast<std::size_t>(steps.first + 1)]++] = {i, steps.last, 0};
+    for (std::uint32_t i = 0; i < count; ++i)
+        if (steps[i].first <= steps[i].last)
+            byFirstStep[next[static_cast<std::size_t>(steps[i].first + 1)]++] = {lines.segment(i),
+                                                                                 steps[i].last, 0};
 }
 
 /// The steps in which a segment may take pixels of the picture; first > last when there are none.
@@ -149,7 +149,7 @@ void LineStepper::step(int upper, const LineVisibility& visibility, LineRow& upp
     const auto slot = static_cast<std::size_t>(upper + 1);
     for (std::uint32_t i = stepStarts[slot]; i < stepStarts[slot + 1]; ++i) {
         Live& live = lives.emplace_back(byFirstStep[i]);
-        const LineSegment& segment = table->segment(live.segment);
+        const LineSegment& segment = live.segment;
         if (upper > -1 || segment.kind != LineSegment::Kind::straight || !segment.mostlyAcross()) continue;
         // It may begin far above the picture: look for its first column within reach.
         const Columns columns(segment, width);
@@ -161,21 +161,24 @@ void LineStepper::step(int upper, const LineVisibility& visibility, LineRow& upp
         }
         live.begin = low;
     }
-    const Pen pen(upper, width, height, *table, visibility, upperRow, lowerRow);
+    const Pen pen(upper, width, height, visibility, upperRow, lowerRow);
     std::size_t kept = 0;
     for (Live& live : lives) {
-        const LineSegment& segment = table->segment(live.segment);
+        const LineSegment& segment = live.segment;
         if (segment.kind != LineSegment::Kind::straight) drawSinglePixel(segment, pen);
-        else if (segment.mostlyAcross()) drawAcross(live, segment, pen);
+        else if (segment.mostlyAcross()) drawAcross(live, pen);
         else drawDown(segment, pen);
-        if (live.last > upper) lives[kept++] = live;
+        if (live.last <= upper) continue;
+        if (&lives[kept] != &live) lives[kept] = live;
+        ++kept;
     }
     lives.resize(kept);
 }
 
 /// A pixel in each column, repeated upwards and downwards.
-void LineStepper::drawAcross(Live& live, const LineSegment& segment, const Pen& pen) const
+void LineStepper::drawAcross(Live& live, const Pen& pen) const
 {
+    const LineSegment& segment = live.segment;
     const Columns columns(segment, width);
     for (int i = live.begin; i < columns.count; ++i) {
         const int column = columns.column(i);

@@ -14,7 +14,7 @@ namespace belvor {
 class LineStepper {
 public:
     /// Makes ready for the first step of a picture of that size, lines `lineWidth` pixels wide.
-    /// `table` must outlive the last step(). Throws std::bad_alloc.
+    /// Throws std::bad_alloc.
     void restart(const LineTable& table, int width, int height, int lineWidth);
 
     /// Draws what lies on row `upper` or between it and the next one; to be called for every
@@ -24,7 +24,7 @@ public:
 private:
     /// A segment that is being drawn.
     struct Live {
-        std::uint32_t segment;
+        LineSegment segment;
         int last;    // step
         int begin;   // of one that runs mostly across: its columns before this one, from its upper end, are
                      // done
@@ -35,16 +35,16 @@ private:
     class Pen;
 
     Steps stepsOf(const LineSegment& segment) const noexcept;
-    void drawAcross(Live& live, const LineSegment& segment, const Pen& pen) const;
+    void drawAcross(Live& live, const Pen& pen) const;
     void drawRowsBesideColumns(const LineSegment& segment, const Pen& pen) const;
     void drawDown(const LineSegment& segment, const Pen& pen) const;
     void drawSinglePixel(const LineSegment& segment, const Pen& pen) const;
 
-    const LineTable* table = nullptr;
     int width = 0, height = 0;
     int reach = 0;   // pixels to each side of a line's middle
     std::vector<std::uint32_t> stepStarts;
-    LargeVector<Live> byFirstStep;
+    LargeVector<Live> byFirstStep;   // side by side in the order of use
+    LargeVector<Steps> steps;
     std::vector<Live> lives;
 };
 

@@ -67,11 +67,6 @@ private:
 
 }   // namespace
 
-bool LineSegment::mostlyAcross() const noexcept
-{
-    return std::abs(to[0] - from[0]) >= std::abs(to[1] - from[1]);
-}
-
 class LineTable::Collector {
 public:
     Collector(LineTable& filled, const Model& scene, const Camera& view, const LineStyle& lines,
@@ -89,7 +84,8 @@ public:
         for (std::uint32_t i = 0; i < model.curveCount(); ++i) {
             const Curve& curve = model.curve(i);
             const Colour& colour = curve.material->colour;
-            begin({noOutline, curve.material->index, LineRule::curve},
+            pattern.rule = LineRule::curve;
+            begin({noOutline, curve.material->index},
                   {{toByte(colour[0]), toByte(colour[1]), toByte(colour[2])}, false});
             if (curve.pointCount == 1) addDot(model.curvePoint(curve.firstPoint));
             for (std::uint32_t k = 1; k < curve.pointCount; ++k)
@@ -110,9 +106,12 @@ public:
             FacetShade shade = shades[facet];
             for (std::uint8_t& channel : shade.colour)
                 channel = static_cast<std::uint8_t>(channel * 35 / 100);
-            begin(
-                {i, model.facet(facet).material->index, freeStanding ? LineRule::outline : LineRule::crease},
-                shade);
+            const std::span<const Outlines::Use> uses = outlines.uses(i);
+            pattern.rule = freeStanding ? LineRule::outline : LineRule::crease;
+            pattern.ownFacets[0] = uses[0].facet();
+            pattern.ownFacets[1] = uses.size() > 1 ? uses[1].facet() : noFacet;
+            pattern.hasMoreFacets = uses.size() > 2;
+            begin({i, model.facet(facet).material->index}, shade);
             const Point<3>&from = projected[edge.from], &to = projected[edge.to];
             if (eye.surelyInFront(from[2]) && eye.surelyInFront(to[2])) addProjected(from, to);
             else addPiece(model.vertex(edge.from).position, model.vertex(edge.to).position);
@@ -126,6 +125,7 @@ private:
         if (style.colour) std::copy_n(style.colour->begin(), 3, shade.colour);
         table.chains.push_back(chain);
         shades.push_back(shade);
+        pattern.chain = static_cast<std::uint32_t>(table.chains.size() - 1);
         firstSegment = table.segments.size();
         hasPixel = false;
     }
@@ -149,7 +149,10 @@ private:
 
     void add(const Point<3>& from, const Point<3>& to, LineSegment::Kind kind)
     {
-        table.segments.push_back({from, to, static_cast<std::uint32_t>(table.chains.size() - 1), kind});
+        pattern.from = from;
+        pattern.to = to;
+        pattern.kind = kind;
+        table.segments.push_back(pattern);
         hasPixel = hasPixel || kind == LineSegment::Kind::dot || takesPixel(table.segments.back());
     }
 
@@ -167,6 +170,7 @@ private:
     const LineStyle& style;
     LargeVector<FacetShade>& shades;
     const EyeCut eye;
+    LineSegment pattern{{}, {}, 0, {noFacet, noFacet}, LineSegment::Kind::straight, LineRule::curve, false};
     std::size_t firstSegment = 0;   // of the chain at hand
     bool hasPixel = false;
 };

@@ -5,6 +5,7 @@
 #include "render/Shading.h"
 #include "scene/Model.h"
 
+#include <cmath>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -24,7 +25,6 @@ enum class LineRule : std::uint8_t {
 struct LineChain {
     std::uint32_t outline;   ///< Of the Outlines; LineTable::noOutline for a curve.
     std::uint16_t material;
-    LineRule rule;
 };
 
 /// A straight piece of a chain on the screen: pixels right, pixels down, depth.
@@ -36,16 +36,20 @@ struct LineSegment {
     };
     Point<3> from, to;
     std::uint32_t chain;
+    std::uint32_t ownFacets[2];   ///< The first two of an edge; LineTable::noFacet where there is none.
     Kind kind;
+    LineRule rule;
+    bool hasMoreFacets;
 
-    bool mostlyAcross() const noexcept;   ///< At least as many columns as rows.
+    /// At least as many columns as rows.
+    bool mostlyAcross() const noexcept { return std::abs(to[0] - from[0]) >= std::abs(to[1] - from[1]); }
 };
 
 /// The lines of a picture: chains in the order in which a later one wins over an earlier one, and their
 /// segments by the first row where they may be drawn.
 class LineTable {
 public:
-    static constexpr std::uint32_t noOutline = 0xFFFFFFFF;
+    static constexpr std::uint32_t noOutline = 0xFFFFFFFF, noFacet = 0xFFFFFFFF;
 
     /// Fills the table, whatever it held. `projected` are the model's vertices on the screen; the
     /// colours of the chains are appended to `shades`, which holds those of the facets. Throws
@@ -54,7 +58,6 @@ public:
                  LargeVector<FacetShade>& shades);
 
     const LineChain& chain(std::uint32_t index) const noexcept { return chains[index]; }
-    const LargeVector<LineChain>& allChains() const noexcept { return chains; }
     const LineSegment& segment(std::uint32_t index) const noexcept { return segments[index]; }
     std::uint32_t segmentCount() const noexcept { return static_cast<std::uint32_t>(segments.size()); }
 

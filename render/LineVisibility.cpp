@@ -11,9 +11,11 @@ double finiteOrZero(double slope) noexcept { return std::isfinite(slope) ? slope
 
 }   // namespace
 
-LineVisibility::LineVisibility(const Model& scene, const Camera& view, const Outlines* edges) noexcept
+LineVisibility::LineVisibility(const Model& scene, const Camera& view, const LineTable& lines,
+                               const Outlines* edges) noexcept
     : model(scene),
       camera(view),
+      table(lines),
       outlines(edges),
       perspective(view.describe().kind == 0),
       parallelTolerance(0x1p-20 * view.scale * (view.far - view.near))
@@ -26,23 +28,23 @@ void LineVisibility::setRows(int upperIndex, const SurfaceRow& upper, const Surf
     rows[1] = lower;
 }
 
-bool LineVisibility::shows(const LineChain& chain, const Point<3>& point, Sample drawn,
+bool LineVisibility::shows(const LineSegment& segment, const Point<3>& point, Sample drawn,
                            Sample other) const noexcept
 {
-    if (!hides(chain, point, drawn)) return true;
-    if (chain.rule == LineRule::curve || other == drawn || !holds(other)) return false;
-    if (chain.rule == LineRule::outline) return !hides(chain, point, other);
+    if (!hides(segment, point, drawn)) return true;
+    if (segment.rule == LineRule::curve || other == drawn || !holds(other)) return false;
+    if (segment.rule == LineRule::outline) return !hides(segment, point, other);
     const std::uint32_t owner = rowOf(other).owners[static_cast<std::size_t>(other.column)];
-    return owner != noFacet && isOwn(chain, owner);
+    return owner != noFacet && isOwn(segment, owner);
 }
 
 /// A facet that the line does not belong to hides the point when its plane, carried from the
 /// sample point to the line's own point, is nearer.
-bool LineVisibility::hides(const LineChain& chain, const Point<3>& point, Sample at) const noexcept
+bool LineVisibility::hides(const LineSegment& segment, const Point<3>& point, Sample at) const noexcept
 {
     const SurfaceRow& row = rowOf(at);
     const std::uint32_t owner = row.owners[static_cast<std::size_t>(at.column)];
-    if (owner == noFacet || isOwn(chain, owner)) return false;
+    if (owner == noFacet || isOwn(segment, owner)) return false;
     if (owner != slopesOf) {
         const Vector<3> normal = camera.screenPlane(model.facet(owner).plane).normal();
         slopesOf = owner;
@@ -61,9 +63,10 @@ bool LineVisibility::holds(Sample at) const noexcept
            && static_cast<std::size_t>(at.column) < rowOf(at).owners.size();
 }
 
-bool LineVisibility::isOwn(const LineChain& chain, std::uint32_t facet) const noexcept
+bool LineVisibility::isOwn(const LineSegment& segment, std::uint32_t facet) const noexcept
 {
-    return chain.outline != LineTable::noOutline && outlines->belongsTo(chain.outline, facet);
+    return facet == segment.ownFacets[0] || facet == segment.ownFacets[1]
+           || (segment.hasMoreFacets && outlines->belongsTo(table.chain(segment.chain).outline, facet));
 }
 
 }   // namespace belvor

@@ -9,7 +9,8 @@
 
 namespace belvor {
 
-struct LineChain;
+struct LineSegment;
+class LineTable;
 
 /// Owners and depths of one row of finished surfaces; empty for a row outside the picture.
 struct SurfaceRow {
@@ -20,7 +21,8 @@ struct SurfaceRow {
 /// Whether surfaces hide a point of a line.
 class LineVisibility {
 public:
-    LineVisibility(const Model& scene, const Camera& view, const Outlines* edges) noexcept;
+    LineVisibility(const Model& scene, const Camera& view, const LineTable& lines,
+                   const Outlines* edges) noexcept;
 
     /// Takes two rows, the upper one with that index.
     void setRows(int upperIndex, const SurfaceRow& upper, const SurfaceRow& lower) noexcept;
@@ -34,17 +36,18 @@ public:
     /// Whether `point` of a line shows in the pixel `drawn`, which lies in the picture on one of
     /// the two rows. `other` is the other sample point beside it, equal to `drawn` when there is
     /// none; one outside the picture tells nothing.
-    bool shows(const LineChain& chain, const Point<3>& point, Sample drawn, Sample other) const noexcept;
+    bool shows(const LineSegment& segment, const Point<3>& point, Sample drawn, Sample other) const noexcept;
 
 private:
     static constexpr std::uint32_t noFacet = 0xFFFFFFFF;
-    bool hides(const LineChain& chain, const Point<3>& point, Sample at) const noexcept;
+    bool hides(const LineSegment& segment, const Point<3>& point, Sample at) const noexcept;
     bool holds(Sample at) const noexcept;
     const SurfaceRow& rowOf(Sample at) const noexcept { return rows[at.row - upperRow]; }
-    bool isOwn(const LineChain& chain, std::uint32_t facet) const noexcept;
+    bool isOwn(const LineSegment& segment, std::uint32_t facet) const noexcept;
 
     const Model& model;
     const Camera& camera;
+    const LineTable& table;
     const Outlines* outlines;
     const bool perspective;
     const double parallelTolerance;
