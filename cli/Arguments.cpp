@@ -71,6 +71,7 @@ private:
             if (written) refuse(Text::optionTakesNoValue, {name, *written});
             return row.take({}, options);
         }
+        if (!written && row.valueOptional) return row.take({}, options);
         if (!written && at + 1 < arguments.size() && !arguments[at + 1].starts_with("--"))
             written = &arguments[++at];
         if (!written || written->empty()) refuse(Text::optionNeedsValue, {name});
@@ -104,7 +105,8 @@ std::string optionList(std::span<const OptionRow> rows)
     for (const OptionRow& row : rows) {
         std::string line = row.letter ? std::string("  -") + row.letter + ", " : "      ";
         line += row.name;
-        if (row.valueName != Text::none) line += std::string(" ") + textOf(row.valueName);
+        if (row.valueName != Text::none)
+            line += std::string(row.valueOptional ? "" : " ") + textOf(row.valueName);
         line += std::string(line.size() < helpColumn ? helpColumn - line.size() : 1, ' ');
         list += line + textOf(row.help) + '\n';
     }

@@ -30,6 +30,7 @@ struct OptionRow {
     bool mayRepeat;
     /// Puts the value (empty for an option without one) into the options. Throws Usage.
     void (*take)(const std::string& value, Options& options);
+    bool valueOptional = false;   ///< A value stands in the same argument only, as "--edges=all".
 };
 
 /// Gives each option in `arguments` (without the program's name) to its row and returns the other words, in

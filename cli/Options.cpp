@@ -92,6 +92,42 @@ void checkInputsKept(const Options& options)
     check(log, options.view, Text::wouldOverwriteView);
 }
 
+void takeEdges(const std::string& value, Options& options)
+{
+    if (!value.empty() && value != "all") refuse(Text::badEdges, {value});
+    options.edges = true;
+    options.lines.everyEdge = value == "all";
+}
+
+void takeLineWidth(const std::string& value, Options& options)
+{
+    constexpr std::int32_t maxWidth = 15;
+    std::int32_t width = 0;
+    if (!isDigit(value[0]) || !isLong(value, width) || width < 1 || width > maxWidth || width % 2 == 0)
+        refuse(Text::badLineWidth, {value});
+    options.lines.width = width;
+}
+
+std::array<std::uint8_t, 3> colourOf(const char* option, const std::string& value)
+{
+    constexpr std::string_view digits = "0123456789abcdef";
+    std::array<std::uint8_t, 3> colour{};
+    if (value.size() != 7 || value[0] != '#') refuse(Text::badColour, {option, value});
+    for (std::size_t i = 1; i < value.size(); ++i) {
+        const std::size_t digit = digits.find(lowerCase(value[i]));
+        if (digit == digits.npos) refuse(Text::badColour, {option, value});
+        std::uint8_t& channel = colour[(i - 1) / 2];
+        channel = static_cast<std::uint8_t>(channel << 4 | digit);
+    }
+    return colour;
+}
+
+void takeSurfaces(const std::string& value, Options& options)
+{
+    if (value != "on" && value != "off") refuse(Text::badSurfaces, {value});
+    options.lines.surfaces = value == "on";
+}
+
 /// What the rules of single options do not say.
 void checkWhole(Options& options)
 {
@@ -123,6 +159,17 @@ constexpr OptionRow optionRows[] = {
     {"--type", 0, Text::valueType, Text::helpType, false,
      [](const std::string& value, Options& options) { options.type = typeNamed(value); }},
     {"--threads", 0, Text::valueThreads, Text::helpThreads, false, parseThreads},
+    {"--edges", 0, Text::valueEdges, Text::helpEdges, false, takeEdges, true},
+    {"--line-width", 0, Text::valueLineWidth, Text::helpLineWidth, false, takeLineWidth},
+    {"--line-colour", 0, Text::valueColour, Text::helpLineColour, false,
+     [](const std::string& value, Options& options) {
+         options.lines.colour = colourOf("--line-colour", value);
+     }},
+    {"--background", 0, Text::valueColour, Text::helpBackground, false,
+     [](const std::string& value, Options& options) {
+         options.background = colourOf("--background", value);
+     }},
+    {"--surfaces", 0, Text::valueSurfaces, Text::helpSurfaces, false, takeSurfaces},
     {"--info", 0, Text::none, Text::helpInfo, true,
      [](const std::string&, Options& options) { options.info = true; }},
     {"--reading", 0, Text::valueReading, Text::helpReading, false,

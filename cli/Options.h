@@ -2,7 +2,10 @@
 
 #include "cli/Arguments.h"
 #include "readers/ModelFile.h"
+#include "render/LineStyle.h"
 
+#include <array>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -20,6 +23,9 @@ struct Options {
     bool timing = false, failEmpty = false, failRepaired = false;
     std::string model;
     std::vector<std::string> outputs;
+    bool edges = false;   ///< Draw outlines; `lines` says how, its outlines are not set yet.
+    LineStyle lines;
+    std::array<std::uint8_t, 3> background{};   ///< Red, green, blue.
     std::string answer;   ///< Help or version: to be printed, and nothing else done, unless empty.
 };
 

@@ -19,6 +19,7 @@
 #include "readers/ForeignFile.h"
 #include "readers/ModelFile.h"
 #include "render/Frame.h"
+#include "render/Outlines.h"
 #include "resources/Texts.h"
 #include "view/SceneBuilder.h"
 #include "view/ViewCommands.h"
@@ -138,10 +139,14 @@ void run(const Options& options, ConsoleReporter& reporter, RunNotes& notes)
     const Scene scene = buildScene(view, place, size, options.width, options.height);
     const Handle<Pictures> pictures =
         makeHandle<Pictures>(options.outputs, model, scene.camera, options.width, options.height);
+    pictures->setBackground(options.background);
+    LineStyle lines = options.lines;
+    std::optional<Outlines> outlines;
+    if (options.edges) lines.outlines = &outlines.emplace(*model);
     reporter.setStages(Text::preparingStage);
     Sharing sharing;
     if (options.threads > 0) sharing.threads = options.threads;
-    Frame(sharing).render(*model, *scene.camera, *scene.lights, *pictures, reporter);
+    Frame(sharing).render(*model, *scene.camera, *scene.lights, *pictures, reporter, lines);
     pictures->commit(reporter);
     notes.outputsWritten = true;
     notes.stepDone("render");

@@ -218,6 +218,24 @@ class CommandLine(Folder):
         self.assertEqual([lines[0], lines[2], *lines[3:]],
                          ["Belvor View Parameters 1.0", "2 1.5 0.5", "0.364", "0", "0.4", "0.1", "-30 60 0.6", "180 30 0", "0 30 0", "90 30 0", "-90 30 0", ""])
 
+    def test_edges_over_surfaces_and_alone(self):
+        def colours(*options):
+            self.render("--size", "60x45", *options, "plates.thf", "p.png")
+            width, height, rgb = read_png(self.read("p.png"))
+            return [rgb[i:i + 3] for i in range(0, len(rgb), 3)]
+        ink, paper, black = b"\x12\xab\xff", b"\xff\xff\xff", bytes(3)
+        without = colours()
+        inked = colours("--edges", "--line-colour", "#12abFF")
+        self.assertGreater(inked.count(ink), 30)
+        self.assertTrue(all(a == b for a, b in zip(inked, without) if a != ink), "surfaces stay what they are")
+        drawing = colours("--edges=all", "--line-colour", "#000000", "--surfaces", "off", "--background", "#ffffff")
+        self.assertEqual(set(drawing), {black, paper})
+        self.assertGreater(colours("--edges", "--line-width", "5", "--line-colour", "#12abff").count(ink), 2 * inked.count(ink))
+        darker = set(colours("--edges")) - set(without)
+        self.assertTrue({bytes(35 * c // 100 for c in colour) for colour in set(without)} >= darker)
+        for option in ["--edges=some", "--line-width=2", "--line-width=17", "--line-colour=red", "--background=#12345", "--surfaces=maybe"]:
+            self.refused(2, [option, "plates.thf", "p.png"], [option.split("=")[0]])
+
     def test_names_of_every_script(self):
         folder = "Pläne für Zoë 図面/"
         os.mkdir(self.folder / folder)
