@@ -419,7 +419,8 @@ void World::user()
     const bool locked = modalOpen();
     const Handle<Model> gaveUp = std::exchange(refused, {});
     const auto wasAsked = std::exchange(asked, {}), imageWasAsked = std::exchange(imageAsked, {});
-    const auto wasAnswered = std::exchange(answered, {});
+    const auto wasAnswered = answered;
+    answered.reset();
     const ViewParameters before = session.view();
     const bool wasClosing = session.closing();
     switch (number(12)) {
