@@ -165,7 +165,7 @@ struct JoinedThread::Body {
 };
 
 JoinedThread::JoinedThread(std::function<void()> procedure)
-try : body(std::make_unique<Body>(std::thread(std::move(procedure)))) {
+try : body(new Body{std::thread(std::move(procedure))}) {
 } catch (const std::system_error& failure) {
     throw Win32Error("CreateThread", static_cast<std::uint32_t>(failure.code().value()));
 }

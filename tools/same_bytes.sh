@@ -24,12 +24,12 @@ try() {
     program=$folder/bin/belvor-scene-hashes
     [ -e "$program" ] || program=$program.exe
     # shellcheck disable=SC2086
-    if $runner "$program" "$folder/scene.omb" </dev/null >"$folder/hashes" 2>"$folder/errors"; then
+    if $runner "$program" "$folder/scene.omb" </dev/null >"$folder/hashes" 2>"$folder/hashes.err"; then
         echo "$name: same"
         ran=$((ran + 1))
     else
         echo "$name: DIFFERENT"
-        cat "$folder/hashes" "$folder/errors"
+        cat "$folder/hashes" "$folder/hashes.err"
         differed=$((differed + 1))
     fi
 }
