@@ -13,7 +13,7 @@ namespace {
 constexpr std::uint64_t noLimit = std::numeric_limits<std::uint64_t>::max();
 
 /// The least number in the files of that name; words such as "max" are no limit.
-std::uint64_t leastIn(const std::vector<std::string>& folders, const char* file)
+[[maybe_unused]] std::uint64_t leastIn(const std::vector<std::string>& folders, const char* file)
 {
     std::uint64_t least = noLimit;
     for (const std::string& folder : folders) {
