@@ -7,6 +7,10 @@
 namespace belvor {
 namespace {
 
+/// Milliseconds from the first value of a drag to the tip: a window that comes and goes with each
+/// short drag would hold up the panel.
+constexpr ULONGLONG delay = 300;
+
 /// Its notifications go to the main window, which takes none of them for a panel's tool.
 TTTOOLINFOW toolOf(HWND owner) noexcept
 {
@@ -21,6 +25,12 @@ TTTOOLINFOW toolOf(HWND owner) noexcept
 
 void ValueTip::show(const std::string& text) noexcept
 {
+    const ULONGLONG now = GetTickCount64();
+    if (!dragging) {
+        dragging = true;
+        began = now;
+    }
+    if (now - began < delay) return;
     TTTOOLINFOW tool = toolOf(owner);
     std::wstring wide = toWide(text);
     tool.lpszText = wide.data();
@@ -36,11 +46,14 @@ void ValueTip::show(const std::string& text) noexcept
     SendMessageW(tip, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&tool));
     SendMessageW(tip, TTM_TRACKPOSITION, 0, MAKELPARAM(pointer.x + beside, pointer.y + beside));
     SendMessageW(tip, TTM_TRACKACTIVATE, TRUE, reinterpret_cast<LPARAM>(&tool));
+    shown = true;
 }
 
 void ValueTip::hide() noexcept
 {
-    if (!tip) return;
+    dragging = false;
+    if (!tip || !shown) return;
+    shown = false;
     TTTOOLINFOW tool = toolOf(owner);
     SendMessageW(tip, TTM_TRACKACTIVATE, FALSE, reinterpret_cast<LPARAM>(&tool));
 }

@@ -94,6 +94,7 @@ void releaseOther(int button)
 void turnWheel(bool away)
 {
     xdotool(away ? "click 4" : "click 5", [] { return true; });
+    Sleep(200);   // unlike a button, a wheel has no state that tells when the turn has arrived
 }
 
 void dragMouse(HWND window, std::initializer_list<POINT> places)

@@ -65,7 +65,11 @@ LRESULT Display::handle(UINT message, WPARAM wParam, LPARAM lParam)
         return 0;
     case WM_MOUSEWHEEL: wheel(wParam, false); return 0;
     case WM_MOUSEHWHEEL: wheel(wParam, true); return TRUE;
-    case WM_MOUSEMOVE: drag(point); return 0;
+    case WM_MOUSEMOVE:
+        // The release of the button may have gone to another window.
+        if (!gestures.idle() && (wParam & (MK_RBUTTON | MK_MBUTTON)) == 0) cancel();
+        drag(point);
+        return 0;
     case WM_LBUTTONUP: release(point); return 0;
     case WM_KEYDOWN:
         if (pressKey(wParam)) return 0;
