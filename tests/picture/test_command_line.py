@@ -179,7 +179,8 @@ class CommandLine(Folder):
     def test_an_interrupted_render_is_status_130(self):
         for output in ("p.omb", "p.png"):
             process = subprocess.Popen(command() + ["--size", "9000x7000", str(SAMPLES / "bunny.thf"), output], cwd=self.folder,
-                                       stdout=subprocess.DEVNULL, stderr=subprocess.PIPE)
+                                       stdout=subprocess.DEVNULL, stderr=subprocess.PIPE,
+                                       preexec_fn=lambda: signal.signal(signal.SIGINT, signal.SIG_DFL))   # an ignored one stays ignored
             self.addCleanup(process.stderr.close)
             while len(self.names()) < 3 and process.poll() is None:
                 time.sleep(0.01)
