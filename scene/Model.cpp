@@ -54,11 +54,17 @@ double Model::radiusOfFar(const Point<3>& centre) const
     return size * longest > most * half ? most : size * longest / half;
 }
 
+Extent<3> Model::extent() const
+{
+    Extent<3> box = Extent<3>::nothing();
+    forEachPoint([&box](const Point<3>& point) { box += point; });
+    return box;
+}
+
 void Model::bounds(Point<3>& centre, double& radius) const
 {
-    Extent<3> extent = Extent<3>::nothing();
-    forEachPoint([&extent](const Point<3>& point) { extent += point; });
-    centre = extent.degenerate() ? Point<3>::origin() : middleOf(extent);
+    const Extent<3> box = extent();
+    centre = box.degenerate() ? Point<3>::origin() : middleOf(box);
     double largest = 0.0;   // the root of the largest square is the largest of the roots
     forEachPoint([&largest, middle = centre](const Point<3>& point) {
         const Vector<3> spoke = point - middle;

@@ -83,6 +83,9 @@ public:
     /// facet, or when setCurvesInBounds() said so.
     virtual void bounds(Point<3>& centre, double& radius) const;
 
+    /// The box of the same points; one that holds no point for a model without any.
+    Extent<3> extent() const;
+
     virtual void statistics(Statistics& counts) const;
 
     /// Debugging output: the plane of facet number `facet` and both ends of each of its edges, as

@@ -119,23 +119,28 @@ bool ViewParameters::finiteInModel(const Point<3>& centre, double modelRadius) c
     return placed.finite();
 }
 
-bool ViewParameters::write(const std::string& path, const Point<3>& centre, double modelRadius) const
-try {
+std::string ViewParameters::text(const Point<3>& centre, double modelRadius) const
+{
     const double radius = usableRadius(modelRadius);
     const Point<3> eyeAt = toModel(eye, centre, radius), lookAtPoint = toModel(lookAt, centre, radius);
-    std::string text(header);
-    text += textLineEnd;
-    appendLine(text, {eyeAt[0], eyeAt[1], eyeAt[2]});
-    appendLine(text, {lookAtPoint[0], lookAtPoint[1], lookAtPoint[2]});
-    appendLine(text, {zoom});
-    appendLine(text, {parallel ? 1.0 : 0.0});
-    appendLine(text, {skyIntensity});
-    appendLine(text, {groundIntensity});
+    std::string lines(header);
+    lines += textLineEnd;
+    appendLine(lines, {eyeAt[0], eyeAt[1], eyeAt[2]});
+    appendLine(lines, {lookAtPoint[0], lookAtPoint[1], lookAtPoint[2]});
+    appendLine(lines, {zoom});
+    appendLine(lines, {parallel ? 1.0 : 0.0});
+    appendLine(lines, {skyIntensity});
+    appendLine(lines, {groundIntensity});
     for (const ParallelLightSetting& light : lights)
-        appendLine(text, {light.bearing, light.elevation, light.intensity});
+        appendLine(lines, {light.bearing, light.elevation, light.intensity});
+    return lines;
+}
 
+bool ViewParameters::write(const std::string& path, const Point<3>& centre, double radius) const
+try {
+    const std::string lines = text(centre, radius);
     OutputFile file(path);
-    if (std::fwrite(text.data(), 1, text.size(), file.stream()) != text.size()) return false;
+    if (std::fwrite(lines.data(), 1, lines.size(), file.stream()) != lines.size()) return false;
     file.commit();
     return true;
 } catch (const OutputFile::Error& error) {

@@ -50,6 +50,8 @@ struct ViewParameters {
     /// The same of what write() would put into a file.
     bool finiteInModel(const Point<3>& centre, double radius) const;
 
+    /// The record as a parameter file holds it, line ends of this system; see write().
+    std::string text(const Point<3>& centre, double radius) const;
     /// Writes the record to a parameter file; positions become model coordinates by the
     /// model's `centre` and `radius`. Six significant digits, never following the locale.
     /// `path` is UTF-8. False, with errno set, when the file could not be opened or written; then

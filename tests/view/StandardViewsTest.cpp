@@ -1,0 +1,114 @@
+#include "view/StandardViews.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace belvor {
+namespace {
+
+constexpr ImageSize size{800, 600};
+
+struct Body {
+    const char* name;
+    Point<3> lo, hi;
+};
+
+constexpr Body bodies[] = {
+    {"a house", {-3, 2, 0}, {9, 12, 7}},
+    {"a map far from the origin", {4567123.4, 5234567.8, 310.2}, {4567180.1, 5234601, 319}},
+    {"a flat drawing", {0, 0, 0}, {420, 297, 0}},
+    {"a point", {5, 5, 5}, {5, 5, 5}},
+    {"tiny", {1e-9, 1e-9, 0}, {3e-9, 2e-9, 1e-9}},
+    {"large", {-1e75, 0, 0}, {1e75, 1e74, 1e70}}};
+
+Extent<3> boxOf(const Body& body)
+{
+    Extent<3> box = Extent<3>::nothing();
+    box += body.lo;
+    box += body.hi;
+    return box;
+}
+
+ModelPlace placeOf(const Body& body)
+{
+    const Vector<3> half = (body.hi - body.lo) * 0.5;
+    return {body.lo + half, half.length()};
+}
+
+}   // namespace
+
+TEST(StandardViews, LookFromTheSideNamedAndHoldTheWholeModel)
+{
+    const struct {
+        StandardView view;
+        const char* name;
+        Vector<3> side, right, up;   // up as far as it is fixed
+    } cases[] = {
+        {StandardView::plan, "plan", {0, 0, 1}, {1, 0, 0}, {0, 1, 0}},
+        {StandardView::below, "BELOW", {0, 0, -1}, {1, 0, 0}, {0, -1, 0}},
+        {StandardView::front, "front", {0, -1, 0}, {1, 0, 0}, {0, 0, 1}},
+        {StandardView::back, "back", {0, 1, 0}, {-1, 0, 0}, {0, 0, 1}},
+        {StandardView::left, "left", {-1, 0, 0}, {0, -1, 0}, {0, 0, 1}},
+        {StandardView::right, "Right", {1, 0, 0}, {0, 1, 0}, {0, 0, 1}},
+        {StandardView::isoNE, "iso-ne", {1, 1, 1}, {-1, 1, 0}, {-1, -1, 2}},
+        {StandardView::isoNW, "iso-nw", {-1, 1, 1}, {-1, -1, 0}, {1, -1, 2}},
+        {StandardView::isoSE, "iso-se", {1, -1, 1}, {1, 1, 0}, {-1, 1, 2}},
+        {StandardView::isoSW, "ISO-SW", {-1, -1, 1}, {1, -1, 0}, {1, 1, 2}},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(standardViewNamed(c.name), c.view);
+        for (const Body& body : bodies) {
+            const ModelPlace place = placeOf(body);
+            const ViewParameters view = standardView(freshView(), c.view, boxOf(body), place, size);
+            ViewParameters read = view;
+            ASSERT_TRUE(read.parse(view.text(place.centre, place.radius), place.centre, place.radius));
+            EXPECT_EQ(read, view) << c.name << ", " << body.name << ": a saved view is the view";
+            const Scene scene = buildScene(view, place, size, size.width, size.height);
+            const double coarse =
+                std::string_view(body.name).find("far") == std::string_view::npos ? 1e-5 : 3e-5;
+            EXPECT_LT((scene.camera->frame.right - c.right.unit()).length(), coarse)
+                << c.name << ", " << body.name;
+            EXPECT_LT((scene.camera->frame.up - c.up.unit()).length(), coarse) << c.name << ", " << body.name;
+            EXPECT_LT((scene.camera->frame.forward + c.side.unit()).length(), coarse)
+                << c.name << ", " << body.name;
+
+            double reach = 0.0;   // of the corners from the middle, as a share of half the picture
+            for (int corner = 0; corner < 8; ++corner) {
+                const Point<3> p = scene.camera->project({(corner & 1 ? body.hi : body.lo)[0],
+                                                          (corner & 2 ? body.hi : body.lo)[1],
+                                                          (corner & 4 ? body.hi : body.lo)[2]});
+                reach = std::max({reach, std::fabs(p[0] - 400) / 400, std::fabs(p[1] - 300) / 300});
+            }
+            if (body.lo == body.hi) EXPECT_LT(reach, 1e-3);
+            else EXPECT_NEAR(reach, 1 / 1.02, 1e-5) << c.name << ", " << body.name;
+        }
+    }
+    EXPECT_FALSE(standardViewNamed("planx") || standardViewNamed("") || standardViewNamed("whole"));
+}
+
+TEST(StandardViews, OfNothingOrTooMuch)
+{
+    const ViewParameters empty =
+        standardView(freshView(), StandardView::isoNE, Extent<3>::nothing(), {}, size);
+    EXPECT_TRUE(empty.finite() && empty.zoom > 0.0);
+    const double most = std::numeric_limits<double>::max();
+    const Body all{"", {-most, -most, -most}, {most, most, most}};
+    EXPECT_FALSE(
+        standardView(freshView(), StandardView::plan, boxOf(all), {{}, most}, size).finiteInModel({}, most));
+}
+
+TEST(StandardViews, AScaleFixesTheSizeOfAPixel)
+{
+    for (const double radius : {0.0, 3.0, 1e9}) {
+        ViewParameters view = freshView();
+        view.parallel = true;
+        view.zoom = zoomForScale(0.25, radius, size);
+        const Scene scene = buildScene(view, {{}, radius}, size, size.width, size.height);
+        EXPECT_NEAR(scene.camera->scale, 4.0, 1e-14) << radius;
+    }
+}
+
+}   // namespace belvor
