@@ -79,8 +79,7 @@ LRESULT MainWindow::handle(UINT message, WPARAM wParam, LPARAM lParam)
     case UM_ADDTOOL: return SendMessageW(toolTip, TTM_ADDTOOLW, 0, lParam);
     case UM_DELTOOL: return SendMessageW(toolTip, TTM_DELTOOLW, 0, lParam);
     case UM_MODELLOADED:
-        session().loading().modelLoaded(reinterpret_cast<const char*>(wParam),
-                                        reinterpret_cast<Model*>(lParam));
+        session().loading().modelLoaded(static_cast<std::uint32_t>(wParam), reinterpret_cast<Model*>(lParam));
         return 0;
     case UM_IMAGEENDED: imageEnded(wParam, lParam != FALSE); return 0;
     case UM_THREADENDED:

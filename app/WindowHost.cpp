@@ -22,10 +22,9 @@ void WindowHost::progressEnded(const Progress& progress) noexcept
             SendMessageW(statusBar, SB_SETTEXTW, part, reinterpret_cast<LPARAM>(L""));
 }
 
-void WindowHost::modelLoaded(const std::string& path, Model* model)
+void WindowHost::modelLoaded(std::uint32_t number, Model* model)
 {
-    SendMessageW(window, UM_MODELLOADED, reinterpret_cast<WPARAM>(path.c_str()),
-                 reinterpret_cast<LPARAM>(model));
+    SendMessageW(window, UM_MODELLOADED, number, reinterpret_cast<LPARAM>(model));
 }
 
 void WindowHost::imageEnded(std::uint32_t save, bool whole)

@@ -20,7 +20,7 @@ public:
     explicit WindowHost(HWND mainWindow) noexcept : window(mainWindow) {}
     void progressMade(Progress& progress) override;
     void progressEnded(const Progress& progress) noexcept override;
-    void modelLoaded(const std::string& path, Model* model) override;
+    void modelLoaded(std::uint32_t number, Model* model) override;
     void imageEnded(std::uint32_t save, bool whole) override;
     void threadEnded() override;
     void showBadFile(const BadFile& fault) override;

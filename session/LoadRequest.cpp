@@ -6,10 +6,11 @@
 #include <utility>
 
 namespace belvor {
-LoadRequest::LoadRequest(std::string file, FileType kind, Handle<RenderHost> receiver)
+LoadRequest::LoadRequest(std::string file, FileType kind, std::uint32_t number, Handle<RenderHost> receiver)
     : Request(std::string(fileName(file)), formatOf(kind)->firstStage, formatOf(kind)->stageCount),
       path(std::move(file)),
       type(kind),
+      load(number),
       host(std::move(receiver))
 {}
 
@@ -17,7 +18,7 @@ void LoadRequest::run(Reporter& progress)
 {
     Handle<Model> model;
     namingFile(path, [&] { model = readModel(path, type, progress).model; });
-    host->modelLoaded(path, model.get());
+    host->modelLoaded(load, model.get());
 }
 
 }   // namespace belvor

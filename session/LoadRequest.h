@@ -4,6 +4,7 @@
 #include "render/queue/RenderHost.h"
 #include "render/queue/Request.h"
 
+#include <cstdint>
 #include <string>
 
 namespace belvor {
@@ -11,13 +12,14 @@ namespace belvor {
 /// Reads a model file and hands the model to the host.
 class LoadRequest : public Request {
 public:
-    /// `path` is UTF-8.
-    LoadRequest(std::string path, FileType type, Handle<RenderHost> host);
+    /// `path` is UTF-8; the host is told `number` with the model.
+    LoadRequest(std::string path, FileType type, std::uint32_t number, Handle<RenderHost> host);
     void run(Reporter& progress) override;
 
 private:
     std::string path;
     FileType type;
+    std::uint32_t load;
     Handle<RenderHost> host;
 };
 

@@ -54,7 +54,7 @@ void Loading::loadFile(const std::string& path, FileType type)
     if (session.closing()) return;
     pending = path;
     shell.cancel(Target::mainWindow);
-    shell.post(Target::mainWindow, makeHandle<LoadRequest>(path, type, host));
+    shell.post(Target::mainWindow, makeHandle<LoadRequest>(path, type, ++lastNumber, host));
     if (type == fileTypeOf(path)) shell.addRecent(path);
 }
 
@@ -64,12 +64,13 @@ void Loading::giveUp()
     session.shell().cancel(Target::mainWindow);
 }
 
-void Loading::modelLoaded(const std::string& file, Model* model)
+void Loading::modelLoaded(std::uint32_t number, Model* model)
 {
-    // A reader that has just finished can no longer be stopped by a newer load.
-    if (!model || session.closing() || file != pending) return;
+    // A reader that has just finished can no longer be stopped by a newer load, which may be one of
+    // the same file.
+    if (!model || session.closing() || number != lastNumber || pending.empty()) return;
     const Handle<Model> loaded(model);
-    const std::string full = session.shell().fullPath(file);
+    const std::string full = session.shell().fullPath(std::exchange(pending, {}));
     session.shell().endDrags();   // a drag is a request for the model that it began with
     session.saving().forgetName();
     session.takeModel(loaded, full);

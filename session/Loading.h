@@ -4,6 +4,7 @@
 #include "render/queue/RenderHost.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 
 namespace belvor {
@@ -24,16 +25,17 @@ public:
 
     /// Stops a load that is going on: the model stays.
     void giveUp();
-    /// The reader of a load has made `model` of the file `file`; null: no model. One that was given
-    /// up meanwhile is dropped.
-    void modelLoaded(const std::string& file, Model* model);
+    /// The reader of load `number` has made `model`; null: no model. Only the load that was asked
+    /// for last counts, and that not when it has been given up.
+    void modelLoaded(std::uint32_t number, Model* model);
 
 private:
     void loadFile(const std::string& path, FileType type);
 
     Session& session;
     Handle<RenderHost> host;
-    std::string pending;   // the file that was asked for last
+    std::string pending;   // the file that was asked for last; empty when that load is over
+    std::uint32_t lastNumber = 0;
 };
 
 }   // namespace belvor

@@ -35,8 +35,8 @@ inline constexpr MessageNumber<Progress> UM_PROGRESS{
     WM_USER + 109};   ///< sent by the render thread; true when a timer runs
 inline constexpr MessageNumber<void> UM_ADDTOOL{WM_USER + 110};   ///< lParam: TTTOOLINFOW
 inline constexpr MessageNumber<void> UM_DELTOOL{WM_USER + 111};   ///< lParam: TTTOOLINFOW
-inline constexpr MessageNumber<const char> UM_MODELLOADED{WM_USER
-                                                          + 112};   ///< sent: UTF-8 path / Model* or null
+inline constexpr MessageNumber<void> UM_MODELLOADED{WM_USER
+                                                    + 112};   ///< sent: number of the load / Model* or null
 inline constexpr MessageNumber<void> UM_THREADENDED{WM_USER
                                                     + 113};   ///< posted as the render thread's last act
 

@@ -21,9 +21,9 @@ public:
     /// The run of `progress` is over and what the host shows of it must go before the
     /// call returns: the object may be deleted then.
     virtual void progressEnded(const Progress& progress) noexcept = 0;
-    /// `path` has been read into `model` (none for a file of no known type). The host takes
+    /// Load `number` has read `model` (null for a file of no known type). The host takes
     /// its own handle before it returns.
-    virtual void modelLoaded(const std::string& path, Model* model) = 0;
+    virtual void modelLoaded(std::uint32_t number, Model* model) = 0;
     /// The image file of save `number` is complete; or it has failed, and the reason follows.
     virtual void imageEnded(std::uint32_t, bool) {}
     /// The thread does nothing any more but let go of this host. Throws when that cannot be told.

@@ -26,7 +26,7 @@ public:
         : queue(std::move(requests)),
           picture(std::move(file))
     {}
-    void modelLoaded(const std::string&, Model* loaded) override
+    void modelLoaded(std::uint32_t, Model* loaded) override
     {
         model = Handle<Model>(loaded);
         const Scene scene = sceneOf(*model);
@@ -50,7 +50,7 @@ TEST(RenderThreadRoad, LeadsFromAModelFileToTheSamePictureAsADirectRender)
     const TempFile model("box.thf", test::boxText), picture("box.omb"), direct("direct.omb");
     const auto queue = makeHandle<RenderQueue>();
     const auto host = makeHandle<DrawingHost>(queue, picture.path());
-    queue->post(7, makeHandle<LoadRequest>(model.path(), FileType::things, host));
+    queue->post(7, makeHandle<LoadRequest>(model.path(), FileType::things, 1, host));
     startRenderThread(queue, host);
     host->waitForEnd();
     ASSERT_TRUE(host->model);

@@ -99,7 +99,7 @@ private:
     void meanwhile();
     void box();
     bool runRequest();
-    void modelLoaded(const std::string& path, Model* model);
+    void modelLoaded(std::uint32_t load, Model* model);
     void threadEnded();
     std::string fileOf(std::uint32_t save);
     void imageEnded(std::uint32_t save, bool whole, const std::string& bytes);

@@ -27,7 +27,7 @@ public:
     {
         add((progress.abandoned() ? "abandoned " : "ended ") + progress.name);
     }
-    void modelLoaded(const std::string& path, Model*) override { add("loaded " + path); }
+    void modelLoaded(std::uint32_t number, Model*) override { add("loaded " + std::to_string(number)); }
     void threadEnded() override
     {
         if (failToEnd) {
