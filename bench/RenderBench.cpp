@@ -164,8 +164,11 @@ void writeOmbrFile(benchmark::State& state)
     const std::string path =
         temporaryNameFor((std::filesystem::temp_directory_path() / "belvor-bench.omb").string());
     for (auto _ : state) {
-        OmbrPicture picture(path, Handle<Model>(&model), scene.camera, width, height);
-        for (int y = 0; y < height; ++y) picture.writeRow(*row);
+        OmbrPicture picture(path, headerOf(model, *scene.camera, width, height));
+        for (int y = 0; y < height; ++y) {
+            fillRow(*row, *scene.camera, picture.row());
+            picture.writeRow();
+        }
         picture.finish();
     }
     removeFile(path);

@@ -2,6 +2,7 @@
 
 #include "calcore/Number.h"
 #include "imagefile/OmbrFile.h"
+#include "imagefile/PictureFormat.h"
 #include "platform/Files.h"
 #include "platform/Workers.h"
 
@@ -11,13 +12,6 @@ namespace belvor {
 namespace {
 
 constexpr char lowerCase(char c) noexcept { return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c; }
-
-bool endsWith(const std::string& path, const char (&extension)[5])
-{
-    if (path.size() < 4) return false;
-    const std::string end = path.substr(path.size() - 4);
-    return std::equal(end.begin(), end.end(), extension, [](char a, char b) { return lowerCase(a) == b; });
-}
 
 void parseSize(const std::string& text, Options& options)
 {
@@ -132,7 +126,7 @@ void takeSurfaces(const std::string& value, Options& options)
 void checkWhole(Options& options)
 {
     for (const std::string& output : options.outputs) {
-        if (!isPicture(output)) refuse(Text::notAPicture, {output});
+        if (!pictureFormatOfPath(output)) refuse(Text::notAPicture, {output});
         const auto isThis = [&output](const std::string& other) { return isSameFile(output, other); };
         if (std::count_if(options.outputs.begin(), options.outputs.end(), isThis) > 1)
             refuse(Text::namedTwice, {output});
@@ -195,9 +189,6 @@ constexpr OptionRow optionRows[] = {
 std::string help() { return textOf(Text::helpBegin) + optionList(optionRows) + textOf(Text::helpEnd); }
 
 }   // namespace
-
-bool isPng(const std::string& path) { return endsWith(path, ".png"); }
-bool isPicture(const std::string& path) { return isPng(path) || endsWith(path, ".omb"); }
 
 Options parseOptions(std::vector<std::string> arguments)
 {

@@ -29,11 +29,6 @@ struct Options {
     std::string answer;   ///< Help or version: to be printed, and nothing else done, unless empty.
 };
 
-/// Whether a picture of that name is a PNG file; else it is an Ombr file.
-bool isPng(const std::string& path);
-/// Whether the name is one of a picture at all.
-bool isPicture(const std::string& path);
-
 /// `arguments` begin with the program's name. Throws Usage.
 Options parseOptions(std::vector<std::string> arguments);
 

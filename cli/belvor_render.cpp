@@ -5,13 +5,13 @@
 #include "cli/ConsoleReporter.h"
 #include "cli/Info.h"
 #include "cli/Options.h"
-#include "cli/Pictures.h"
 #include "cli/Remarks.h"
 #include "cli/Reporting.h"
 #include "errors/BadFile.h"
 #include "errors/FileError.h"
 #include "errors/Reporter.h"
 #include "imagefile/OmbrFile.h"
+#include "imagefile/Pictures.h"
 #include "platform/Files.h"
 #include "platform/Process.h"
 #include "platform/SystemError.h"
@@ -59,7 +59,8 @@ void checkOutputs(const Options& options)
     for (const std::string& output : options.outputs) {
         if (!mayWriteFile(output)) throw FileError(output, Text::cannotWrite, errno);
         try {
-            if (!isPng(output)) OmbrFile::checkSize(options.width, options.height, 0);
+            if (pictureFormatOfPath(output) == PictureFormat::ombr)
+                OmbrFile::checkSize(options.width, options.height, 0);
         } catch (const OmbrFile::Error&) {
             throw FileError(output, Text::cannotWrite,
                             filledText(Text::ombrTooLarge,
@@ -137,8 +138,11 @@ void run(const Options& options, ConsoleReporter& reporter, RunNotes& notes)
     if (options.outputs.empty()) return;
 
     const Scene scene = buildScene(view, place, size, options.width, options.height);
+    std::vector<PictureTarget> targets;
+    for (const std::string& output : options.outputs)
+        targets.push_back({output, pictureFormatOfPath(output).value()});
     const Handle<Pictures> pictures =
-        makeHandle<Pictures>(options.outputs, model, scene.camera, options.width, options.height);
+        makeHandle<Pictures>(targets, *model, scene.camera, options.width, options.height);
     pictures->setBackground(options.background);
     LineStyle lines = options.lines;
     std::optional<Outlines> outlines;

@@ -3,6 +3,7 @@
 #include <bit>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace belvor {
 
@@ -22,10 +23,16 @@ public:
     {
         return u16(static_cast<std::uint16_t>(value)).u16(static_cast<std::uint16_t>(value >> 16));
     }
-    LittleEndian& f64(double value)
+    LittleEndian& u64(std::uint64_t value)
     {
-        const auto bits = std::bit_cast<std::uint64_t>(value);
-        return u32(static_cast<std::uint32_t>(bits)).u32(static_cast<std::uint32_t>(bits >> 32));
+        return u32(static_cast<std::uint32_t>(value)).u32(static_cast<std::uint32_t>(value >> 32));
+    }
+    LittleEndian& f32(float value) { return u32(std::bit_cast<std::uint32_t>(value)); }
+    LittleEndian& f64(double value) { return u64(std::bit_cast<std::uint64_t>(value)); }
+    LittleEndian& raw(std::string_view value)
+    {
+        bytes += value;
+        return *this;
     }
     /// The text, its NUL, and one more byte where `position` + all of it would be odd.
     LittleEndian& text(const std::string& value, std::uint32_t position)

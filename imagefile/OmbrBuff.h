@@ -1,5 +1,6 @@
 #pragma once
 
+#include "imagefile/ImageWriter.h"
 #include "imagefile/OmbrFile.h"
 #include "platform/Handle.h"
 #include "render/Buffer.h"
@@ -10,28 +11,22 @@
 
 namespace belvor {
 
-/// Turns finished rows of a render into an Ombr file.
-class OmbrPicture {
+/// Puts rows and a header into an Ombr file.
+class OmbrPicture : public ImageWriter {
 public:
-    /// Checks the sizes (OmbrFile::checkSize), opens the file (`path` is UTF-8) and writes
-    /// its header. `camera` is the one of the render, built for width × height. Throws
-    /// OmbrFile::Error.
-    OmbrPicture(const std::string& path, Handle<Model> model, Handle<Camera> camera, int width, int height);
+    /// Checks the sizes (OmbrFile::checkSize), opens the file (`path` is UTF-8) and writes its header.
+    /// Throws OmbrFile::Error.
+    OmbrPicture(const std::string& path, const ImageHeader& header);
     /// The same into `output`, which must outlive this object; the caller commits it after finish().
-    OmbrPicture(OutputFile& output, Handle<Model> model, Handle<Camera> camera, int width, int height);
+    OmbrPicture(OutputFile& output, const ImageHeader& header);
 
-    /// Appends a row, from the top. Throws OmbrFile::Error.
-    void writeRow(const Buffer& row);
-    /// After the last row: adds every material of the model, in the order of their keys, and
-    /// closes the file, so that a full disk is reported. Throws OmbrFile::Error.
-    void finish();
+    ImageRow row() noexcept override { return {file.rgb, file.depth, file.material}; }
+    void writeRow() override { file.writeRow(); }
+    /// Adds every material and closes the file, so that a full disk is reported. Throws OmbrFile::Error.
+    void finish() override;
 
 private:
-    void fillRun(std::size_t first, std::size_t end, std::uint16_t material, const std::uint8_t* colour);
-    void codeDepths(const Buffer& row, std::size_t first, std::size_t end);
-
-    Handle<Model> model;
-    Handle<Camera> camera;
+    const std::vector<ImageMaterial> materials;
     OmbrFile file;
 };
 
@@ -40,12 +35,15 @@ private:
 /// row, without materials, and it takes its name only where no file had it, or an empty one.
 class OmbrBuff : public Buffer {
 public:
-    /// As OmbrPicture; takes no memory for a picture of sizes that do not fit.
-    OmbrBuff(const std::string& path, Handle<Model> model, Handle<Camera> camera, int width, int height);
+    /// As OmbrPicture; takes no memory for a picture of sizes that do not fit. `camera` is the one of the
+    /// render, built for width × height.
+    OmbrBuff(const std::string& path, const Handle<Model>& model, Handle<Camera> camera, int width,
+             int height);
     void lineDone(int row) override;
     void finish() { picture.finish(); }
 
 private:
+    Handle<Camera> camera;
     OmbrPicture picture;
 };
 

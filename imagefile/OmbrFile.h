@@ -39,7 +39,6 @@ public:
         Busy();
     };
 
-    static constexpr std::uint32_t noDepth = 0xFFFFFFFF;   ///< The depth of a pixel without surface.
     static constexpr int largestWidth = 16383, largestHeight = 65535;
 
     /// Throws Error (file too large) when the picture's sizes do not fit their 16 bits, or

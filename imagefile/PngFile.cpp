@@ -1,6 +1,6 @@
 #include "imagefile/PngFile.h"
 
-#include <zlib.h>
+#include "imagefile/ZlibMemory.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -19,20 +19,13 @@ void bigEndian(std::uint8_t* bytes, std::uint32_t value) noexcept
     for (int i = 0; i < 4; ++i) bytes[i] = static_cast<std::uint8_t>(value >> (24 - 8 * i));
 }
 
-void* allocate(void*, unsigned count, unsigned size)
-{
-    return ::operator new (std::size_t{count} * size, std::nothrow);
-}
-void release(void*, void* memory) { ::operator delete(memory); }
-
 }   // namespace
 
 /// Packs all rows into one stream, which is cut into chunks of the file.
 struct PngFile::Packer {
     Packer()
     {
-        stream.zalloc = allocate;
-        stream.zfree = release;
+        takeMemoryFromHere(stream);
         // The fastest level: pictures with flat colours shrink nearly as well as with the best.
         if (deflateInit2(&stream, 1, Z_DEFLATED, 15, 8, Z_DEFAULT_STRATEGY) != Z_OK) throw std::bad_alloc();
         stream.next_out = packed;
@@ -108,10 +101,30 @@ void PngFile::pack(std::span<const std::uint8_t> bytes, bool last)
     }
 }
 
-void PngFile::finish()
+void PngFile::finishPixels() { pack({}, true); }
+
+void PngFile::addText(std::string_view keyword, std::string_view text)
 {
-    pack({}, true);
-    writeChunk("IEND", {});
+    static constexpr std::uint8_t plainInNoLanguage[5] = {};   // ends the keyword too
+    std::vector<std::uint8_t> data(keyword.begin(), keyword.end());
+    data.insert(data.end(), std::begin(plainInNoLanguage), std::end(plainInNoLanguage));
+    data.insert(data.end(), text.begin(), text.end());
+    writeChunk("iTXt", data);
+}
+
+void PngFile::finish() { writeChunk("IEND", {}); }
+
+PngPicture::PngPicture(OutputFile& output, const ImageHeader& header)
+    : file(output, static_cast<std::uint32_t>(header.width), static_cast<std::uint32_t>(header.height)),
+      texts(header.texts)
+{}
+
+void PngPicture::finish()
+{
+    file.finishPixels();
+    if (!texts.view.empty()) file.addText("Belvor view", texts.view);
+    if (!texts.hash.empty()) file.addText("Belvor hash", texts.hash);
+    file.finish();
 }
 
 }   // namespace belvor

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "imagefile/ImageWriter.h"
 #include "platform/OutputFile.h"
 
 #include <cstdint>
 #include <memory>
 #include <span>
+#include <string_view>
 #include <vector>
 
 namespace belvor {
@@ -24,7 +26,12 @@ public:
     std::span<std::uint8_t> row() noexcept { return std::span(current).subspan(1); }
     /// Appends row(), from the top. Throws OutputFile::Error.
     void writeRow();
-    /// After the last row: completes the file. Throws OutputFile::Error.
+    /// After the last row: completes the pixels. Throws OutputFile::Error.
+    void finishPixels();
+    /// Adds a text (UTF-8) under a keyword of 1 to 79 ASCII letters, behind the pixels. Throws
+    /// OutputFile::Error, std::bad_alloc.
+    void addText(std::string_view keyword, std::string_view text);
+    /// Ends the file. Throws OutputFile::Error.
     void finish();
 
 private:
@@ -36,6 +43,20 @@ private:
     OutputFile& output;
     std::vector<std::uint8_t> current, above, noDifference;   // a filter's number, then the pixels
     std::unique_ptr<Packer> packer;
+};
+
+/// The colour of a picture as a PNG file, its texts behind the pixels.
+class PngPicture : public ImageWriter {
+public:
+    /// As PngFile.
+    PngPicture(OutputFile& output, const ImageHeader& header);
+    ImageRow row() noexcept override { return {file.row(), {}, {}}; }
+    void writeRow() override { file.writeRow(); }
+    void finish() override;
+
+private:
+    PngFile file;
+    const PictureTexts texts;
 };
 
 }   // namespace belvor

@@ -18,6 +18,10 @@ inline constexpr const char* textLineEnd = "\n";
 /// closed to other writers while it is open, where the system offers that.
 std::FILE* openFile(const std::string& path, const char* mode) noexcept;
 
+/// A new file for both reading and writing in the folder for temporary files, deleted when it is closed;
+/// null with errno set on failure.
+std::FILE* openScratchFile() noexcept;
+
 /// Deletes `path` (UTF-8) if it is there; silent.
 void removeFile(const std::string& path) noexcept;
 

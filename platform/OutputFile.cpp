@@ -95,6 +95,8 @@ OutputFile::~OutputFile()
 
 bool OutputFile::replacesContent() const noexcept { return place->hadContent; }
 
+bool OutputFile::isSeekable() const noexcept { return !place->special; }
+
 void OutputFile::finish()
 {
     if (finished) return;

@@ -46,6 +46,8 @@ public:
     /// Where to write; null once the file is finished. Owned by this object.
     std::FILE* stream() const noexcept { return file; }
     const std::string& path() const noexcept { return name; }
+    /// Whether stream() can be written at any position; a pipe or a device takes bytes in their order only.
+    bool isSeekable() const noexcept;
     /// Whether a file that is not empty had the name when this one was begun.
     bool replacesContent() const noexcept;
 

@@ -74,6 +74,19 @@ try {
     return nullptr;
 }
 
+std::FILE* openScratchFile() noexcept
+{
+    wchar_t folder[MAX_PATH + 1], name[MAX_PATH + 1];
+    const DWORD length = GetTempPathW(MAX_PATH + 1, folder);
+    if (length == 0 || length > MAX_PATH || GetTempFileNameW(folder, L"blv", 0, name) == 0) {
+        errno = EACCES;
+        return nullptr;
+    }
+    std::FILE* const file = _wfopen(name, L"w+bTD");   // short-lived, deleted when closed
+    if (!file) DeleteFileW(name);
+    return file;
+}
+
 void removeFile(const std::string& path) noexcept
 try {
     DeleteFileW(toWide(path).c_str());
@@ -133,6 +146,7 @@ std::FILE* openFile(const std::string& path, const char* mode) noexcept
 {
     return std::fopen(path.c_str(), mode);
 }
+std::FILE* openScratchFile() noexcept { return std::tmpfile(); }
 void removeFile(const std::string& path) noexcept { unlink(path.c_str()); }
 FileKind kindOfFile(const std::string& path, std::uint64_t& size) noexcept
 {

@@ -27,6 +27,7 @@ void writePicture(const std::string& path)
         }
         file.writeRow();
     }
+    file.finishPixels();
     file.finish();
     output.commit();
 }

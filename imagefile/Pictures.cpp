@@ -1,28 +1,12 @@
-#include "cli/Pictures.h"
+#include "imagefile/Pictures.h"
 
-#include "cli/Options.h"
-#include "cli/Png.h"
 #include "errors/FileError.h"
-#include "imagefile/OmbrBuff.h"
-#include "platform/OutputFile.h"
+#include "imagefile/OmbrFile.h"
 
 #include <utility>
 
 namespace belvor {
 namespace {
-
-class OmbrOutput : public Picture {
-public:
-    OmbrOutput(OutputFile& file, const Handle<Model>& model, const Handle<Camera>& camera, int width,
-               int height)
-        : picture(file, model, camera, width, height)
-    {}
-    void writeRow(const Buffer& row) override { picture.writeRow(row); }
-    void finish() override { picture.finish(); }
-
-private:
-    OmbrPicture picture;
-};
 
 /// Does something with a file; a failure names the file.
 template <class Action>
@@ -37,23 +21,27 @@ try {
 
 }   // namespace
 
-Pictures::Pictures(const std::vector<std::string>& paths, const Handle<Model>& model,
-                   const Handle<Camera>& camera, int width, int height)
-    : Buffer(width)
+Pictures::Pictures(const std::vector<PictureTarget>& targets, const Model& model, Handle<Camera> view,
+                   int width, int height, const PictureTexts& texts)
+    : Buffer(width),
+      camera(std::move(view))
 {
-    for (const std::string& path : paths) {
+    ImageHeader header = headerOf(model, *camera, width, height);
+    header.texts = texts;
+    for (const auto& [path, format] : targets) {
         outputs.push_back(onFile(path, [&] { return std::make_unique<Output>(path); }));
         Output& output = *outputs.back();
-        onFile(path, [&] {
-            if (isPng(path)) output.picture = std::make_unique<PngPicture>(output.file, width, height);
-            else output.picture = std::make_unique<OmbrOutput>(output.file, model, camera, width, height);
-        });
+        output.picture = onFile(path, [&] { return makeImageWriter(format, output.file, header); });
     }
 }
 
 void Pictures::lineDone(int)
 {
-    for (const auto& output : outputs) onFile(output->file.path(), [&] { output->picture->writeRow(*this); });
+    for (const auto& output : outputs)
+        onFile(output->file.path(), [&] {
+            fillRow(*this, *camera, output->picture->row());
+            output->picture->writeRow();
+        });
 }
 
 void Pictures::commit(Reporter& progress)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "errors/Reporter.h"
+#include "imagefile/ImageWriter.h"
 #include "platform/Handle.h"
 #include "platform/OutputFile.h"
 #include "render/Buffer.h"
@@ -8,29 +9,25 @@
 #include "scene/Model.h"
 
 #include <memory>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
 namespace belvor {
 
-/// A picture file that takes the rows of a render.
-class Picture {
-public:
-    virtual ~Picture() = default;
-    /// Takes the next row, from the top. Throws OmbrFile::Error.
-    virtual void writeRow(const Buffer& row) = 0;
-    /// Completes the file, which its owner commits. Throws OmbrFile::Error, OutputFile::Error.
-    virtual void finish() = 0;
+/// A picture file to be made.
+struct PictureTarget {
+    std::string path;   ///< UTF-8.
+    PictureFormat format;
 };
 
 /// Several picture files made from one render. Each is written beside its name and takes it
 /// when all are whole: whatever goes wrong before leaves no file behind.
 class Pictures : public Buffer {
 public:
-    /// `paths` are UTF-8, each of an Ombr or a PNG file. Throws FileError.
-    Pictures(const std::vector<std::string>& paths, const Handle<Model>& model, const Handle<Camera>& camera,
-             int width, int height);
+    /// `camera` is the one of the render, built for width × height; the texts go where a format has a
+    /// place for them. Throws FileError, std::bad_alloc.
+    Pictures(const std::vector<PictureTarget>& targets, const Model& model, Handle<Camera> camera, int width,
+             int height, const PictureTexts& texts = {});
 
     void lineDone(int row) override;
 
@@ -42,8 +39,9 @@ private:
     struct Output {
         explicit Output(const std::string& path) : file(path) {}
         OutputFile file;
-        std::unique_ptr<Picture> picture;   // goes first: it writes into the file
+        std::unique_ptr<ImageWriter> picture;   // goes first: it writes into the file
     };
+    Handle<Camera> camera;
     std::vector<std::unique_ptr<Output>> outputs;
 };
 

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "imagefile/ImageWriter.h"
+
+#include <string>
+#include <vector>
+
+namespace belvor {
+
+/// A picture as an array of records for numpy: shape (height, width), fields colour (3 x u1), code (u4),
+/// distance (f8) and material (u2).
+class NpyFile : public ImageWriter {
+public:
+    /// Throws OutputFile::Error, std::bad_alloc.
+    NpyFile(OutputFile& output, const ImageHeader& header);
+    ImageRow row() noexcept override { return {rgb, depth, material}; }
+    void writeRow() override;
+    void finish() override {}
+
+private:
+    OutputFile& output;
+    const DepthScale scale;
+    std::vector<std::uint8_t> rgb;
+    std::vector<std::uint32_t> depth;
+    std::vector<std::uint16_t> material;
+    std::vector<char> records;
+};
+
+}   // namespace belvor

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <zlib.h>
+
+#include <cstddef>
+#include <new>
+
+namespace belvor {
+
+/// Has zlib take its memory with new, so that its lack is met as everywhere.
+inline void takeMemoryFromHere(z_stream& stream) noexcept
+{
+    stream.zalloc = [](void*, unsigned count, unsigned size) -> void* {
+        return ::operator new (std::size_t{count} * size, std::nothrow);
+    };
+    stream.zfree = [](void*, void* memory) { ::operator delete(memory); };
+}
+
+}   // namespace belvor
