@@ -233,6 +233,7 @@ double sumOfBinaryNumbers(std::string_view bytes)
         double real = 0;
         std::int16_t integer = 0;
         switch (valueTypeOf(code)) {
+        default: break;   // not in this reading
         case DXFValueType::real:
             std::memcpy(&real, at, 8);
             sum += real;

@@ -156,14 +156,27 @@ void run(const Options& options, ConsoleReporter& reporter, RunNotes& notes)
     notes.stepDone("render");
 }
 
-/// Tells a user who has named a file of another kind so.
-void remarkOnKind(const std::string& path)
+/// What a file of another kind is; Text::none when that is not known.
+Text foreignKindOfFile(const std::string& path)
 {
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(openFile(path, "rb"), std::fclose);
     char start[16];
     const std::size_t count = file ? std::fread(start, 1, sizeof start, file.get()) : 0;
-    if (const Text kind = foreignKindOf({start, count}); kind != Text::none)
+    return foreignKindOf({start, count});
+}
+
+/// Tells a user who has named a file of another kind so.
+void remarkOnKind(const std::string& path)
+{
+    if (const Text kind = foreignKindOfFile(path); kind != Text::none)
         remark(filledText(Text::foreignRemark, {textOf(kind)}));
+}
+
+/// Tells a user whose drawing the strict reading refuses that the other one may read it.
+void remarkOnReading(const Options& options)
+{
+    if (options.type != FileType::dxf || options.rules == ReadingRules::modern || options.quiet) return;
+    if (foreignKindOfFile(options.model) == Text::none) remark(textOf(Text::tryModern));
 }
 
 /// How a run that did all it was asked for ends, for scripts that want to know more.
@@ -252,14 +265,22 @@ int reportFailure() noexcept
 
 int runCommandLine(int argc, char** argv) noexcept
 {
+    Options options;
     try {
-        const Options options = parseOptions(commandLine(argc, argv));
+        options = parseOptions(commandLine(argc, argv));
         if (!options.answer.empty()) {
             print(options.answer);
             return done;
         }
         ConsoleReporter reporter(!options.quiet && standardErrorIsTerminal());
         return runReported(options, reporter);
+    } catch (const BadFile&) {
+        const int status = reportFailure();
+        try {
+            remarkOnReading(options);
+        } catch (const std::bad_alloc&) {   // the failure has been told
+        }
+        return status;
     } catch (...) {
         return reportFailure();
     }

@@ -45,6 +45,9 @@ public:
     /// The same in the form of a message box: the place on a line of its own.
     std::string boxText() const;
 
+    /// The text without the place.
+    const std::string& fault() const noexcept { return message; }
+
     Code code() const noexcept { return number; }
     const std::string& file() const noexcept { return fileName; }
     int line() const noexcept { return lineNumber; }

@@ -87,6 +87,7 @@ Pairs pairsOfBinary(std::string_view bytes)
         std::int32_t large = 0;
         std::string value;
         switch (valueTypeOf(code)) {
+        default: break;   // not in this reading
         case DXFValueType::real:
             take(bytes, real);
             value = numberText(real);
@@ -129,6 +130,7 @@ void putBinary(std::string& bytes, const Pair& pair, bool wide)
     std::int32_t integer = 0;
     isLong(pair.value, integer);
     switch (valueTypeOf(code)) {
+    default: break;   // not in this reading
     case DXFValueType::real:
         if (!isDouble(pair.value, real))
             real = pair.value == "nan" ? std::bit_cast<double>(0x7ff8000000000000u) : integer;

@@ -10,7 +10,8 @@ namespace belvor {
 /// By which rules a DXF drawing is read; for other formats they are the same.
 enum class ReadingRules {
     strict,   ///< The documented ones: a drawing is shown whole or not at all.
-    modern,   ///< As programs write drawings today: more kinds of surfaces.
+    modern,   ///< As programs write drawings today: more kinds of surfaces, and what is damaged costs one
+              ///< entity.
 };
 
 /// How a file is to be read.

@@ -9,29 +9,47 @@ namespace belvor {
 
 DXF::DXF(const std::string& fileName, Reporter& reporter, const ReadingOptions& how, Account& account)
     : options(how),
-      dxfStream(DXFStream::open(fileName, reporter, how.log))
+      accountOfReading(account),
+      dxfStream(DXFStream::open(fileName, reporter, how.log, how.rules))
 {
-    read(account);
+    read();
 }
 
 DXF::DXF(std::string_view bytes, const std::string& fileName, Reporter& reporter, const ReadingOptions& how,
          Account& account)
     : options(how),
-      dxfStream(DXFStream::over(bytes, fileName, reporter, how.log))
+      accountOfReading(account),
+      dxfStream(DXFStream::over(bytes, fileName, reporter, how.log, how.rules))
 {
-    read(account);
+    read();
 }
 
 DXF::~DXF() = default;
 
-void DXF::read(Account& account)
+void DXF::read()
 {
-    if (!readSections()) account.warn(textOf(Text::drawingBreaksOff));
-    writeAccount(account);
+    accountOfReading.byteOffsets = dxfStream->isBinary();
+    readAll();
+    writeAccount(accountOfReading);
     forgetContents();   // counts what is left to count
-    account.notDrawn = skippedEntities.list();
+    accountOfReading.notDrawn = skippedEntities.list();
     log().close();
-    account.logFailure = log().failure();
+    accountOfReading.logFailure = log().failure();
+}
+
+void DXF::readAll()
+{
+    bare = isModern() && !findsSection();
+    if (isModern()) tallyOfOrphans.start();
+    try {
+        if (bare ? readBareEntities() : readSections()) return;
+        if (inSection) assume("ENDSEC", true);
+        assume("EOF", true);
+        accountOfReading.warn(textOf(Text::drawingBreaksOff));
+    } catch (const BadFile& fault) {
+        if (!isModern() || !losesPlace(fault)) throw;
+        endAt(fault);
+    }
 }
 
 /// False when the drawing ends within a section or without its end mark.
@@ -45,13 +63,23 @@ bool DXF::readSections()
         }
         if (type != "SECTION") continue;
         const int line = dxfStream->line();
-        const std::string name(dxfStream->readRecord().textOr(2, ""));
+        std::string name(dxfStream->readRecord().textOr(2, ""));
+        if (isModern() && name.empty()) name = nameOfContent();
         const bool known = name == "HEADER" || name == "TABLES" || name == "BLOCKS" || name == "OBJECTS"
                            || name == "ENTITIES";
         log().line(known ? "Main " : "Ignoring ", name, " section at line ", line);
+        inSection = true;
         if (known) readSection(name);
+        else if (isModern()) passSection();
     }
     return false;
+}
+
+/// Of a file without sections; the result as above.
+bool DXF::readBareEntities()
+{
+    readAllEntities();
+    return is(dxfStream->type(), "EOF");
 }
 
 void DXF::readSection(const std::string& name)
@@ -62,8 +90,20 @@ void DXF::readSection(const std::string& name)
         readBlocks();
         if (missingFound) forgetContents();   // an INSERT that had no block has one from now on
         missingFound = false;
-    } else if (name == "OBJECTS") readObjects(*dxfStream, false);
-    else readEntitiesSection();
+    } else if (name == "OBJECTS" && isModern()) {
+        passSection();
+    } else if (name == "OBJECTS") {
+        readObjects(*dxfStream, false);
+        inSection = !is(dxfStream->type(), "ENDSEC");
+    } else {
+        readEntitiesSection();
+    }
+}
+
+/// Nothing of it reaches the model.
+void DXF::passSection()
+{
+    while (dxfStream->nextRecord() && !sectionEnds(dxfStream->type())) {}
 }
 
 void DXF::readEntitiesSection()
@@ -75,6 +115,9 @@ void DXF::readEntitiesSection()
 
 void DXF::writeAccount(Account& account)
 {
+    if (isModern())
+        for (auto& [name, block] : blocks)
+            if (!block.tally.walked) tryBlock(block);
     const auto isDrawn = [this](std::string_view type) { return DXFEntity::isDrawn(type, options.rules); };
     addTo(account, tallyOfEntities, tallyOfOrphans, blocks, isDrawn);
     if (account.read() == 0) account.warn(textOf(Text::noEntities));

@@ -18,6 +18,19 @@
 
 namespace belvor {
 
+class BadFile;
+
+/// Whether nothing can be read behind that fault, since nobody knows where the next group starts.
+bool losesPlace(const BadFile& fault) noexcept;
+
+/// Whether a record of that type cannot stand within a section.
+bool endsSection(std::string_view type) noexcept;
+/// The same of a block.
+inline bool endsBlock(std::string_view type) noexcept
+{
+    return is(type, "ENDBLK") || is(type, "ENDSEC") || is(type, "BLOCK") || endsSection(type);
+}
+
 /// Reads a DXF drawing, text or binary: its surfaces, with blocks inserted, and one material a layer.
 class DXF final : private DXFDrawing {
 public:
@@ -34,9 +47,12 @@ public:
 
 private:
     // DXF.cpp: sections
-    void read(Account& account);
+    void read();
+    void readAll();
     bool readSections();
+    bool readBareEntities();
     void readSection(const std::string& name);
+    void passSection();
     void writeAccount(Account& account);
     void readEntitiesSection();
     void forgetContents();
@@ -47,7 +63,7 @@ private:
     void readLayers();
     void addLayer(const DXFRecord& record);
     void readBlocks();
-    DXFBlock& addBlock(const DXFRecord& record);
+    DXFBlock* addBlock(const DXFRecord& record);
 
     // DXFExpansion.cpp: entities, and blocks within blocks
     void readAllEntities();
@@ -56,7 +72,9 @@ private:
     void leaveExpansion();
     void nextCell(DXFExpansion& cell, std::uint64_t cells);
     void walk();
+    bool entitiesEnd(std::string_view type);
     void readEntity(DXFTally* tally, std::string_view type);
+    void buildEntity(std::string_view type);
     void playBack();
     bool countUndrawn(DXFBlock& block, std::uint64_t cells);
     bool passUndrawn(DXFExpansion& cell);
@@ -73,7 +91,23 @@ private:
 
     DXFStream& stream() override { return *dxfStream; }
     ReadingRules rules() const noexcept override { return options.rules; }
-    DXFLog& log() { return dxfStream->log(); }
+    bool isModern() const noexcept { return options.rules == ReadingRules::modern; }
+    DXFLog& log() override { return dxfStream->log(); }
+
+    // DXFDamage.cpp: what the modern reading does about damage
+    bool findsSection();
+    std::string nameOfContent();
+    void endAt(const BadFile& fault);
+    void leaveOut(const BadFile& fault, std::string_view type, std::int32_t line);
+    void assume(std::string_view mark, bool atEnd) override;
+    bool sectionEnds(std::string_view type);
+    std::int32_t integerOrDefault(const DXFRecord& record, int code, std::int32_t otherwise);
+    double realOrZero(const DXFRecord& record, int code);
+    void takeDefault(const DXFRecord& record, const BadFile& fault);
+    void tryHidden(std::string_view type);
+    void tryRecord(DXFTally& tally, std::string_view type);
+    void tryBlock(DXFBlock& block);
+
     const DXFLayer& findLayer(std::string_view name) override;
     Material& findMaterial(std::string_view key) override;
     void nameMaterial(std::string_view key, std::string_view name) override;
@@ -84,6 +118,7 @@ private:
     void skip(std::string_view type, SkippedEntities::Why why, std::string_view what) override;
 
     const ReadingOptions options;
+    Account& accountOfReading;
     ModelBuilder builder;
     std::unique_ptr<DXFStream> dxfStream;   // during construction
     std::map<std::string, DXFLayer, std::less<>> layers;
@@ -98,6 +133,7 @@ private:
     std::optional<SkipReason> reasonOfEntity;
     DXFBlock* blockOfEntity = nullptr;   // of an INSERT that names one
     bool blockEntered = false;
+    bool firstTime = true;   // it is counted, and its damage is told
 
     // Drawings come in runs of one layer and one material. The names are views of the file.
     const DXFLayer* recentLayer = nullptr;
@@ -111,6 +147,7 @@ private:
     std::uint64_t facetsMet = 0, cyclesMet = 0, namesMet = 0;   // within the whole reading
     DXFUndrawn undrawn{skippedEntities, [this] { dxfStream->checkProgress(); }};
     std::set<std::string_view, std::less<>> missingBlocks;   // that INSERTs named; views of the file
+    bool inSection = false, bare = false;                    // the file has no sections
     bool missingFound = false;                               // one of them has been read
 };
 

@@ -34,16 +34,33 @@ const char* findLineEnd(const char* at, const char* end) noexcept
     return at;
 }
 
+std::string_view withoutBlanks(std::string_view text) noexcept
+{
+    while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
+    while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
+    return text;
+}
+
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+constexpr char endOfText = '\x1A';   // Ctrl-Z, as old systems write it
+
 /// The text encoding: a line with the code, a line with the value. A line ends with CR, LF,
-/// CR LF or LF CR.
-class DXFAsciiStream final : public DXFGroupStream<DXFAsciiStream> {
+/// CR LF or LF CR. The modern reading takes blanks off the values and stops at blank lines up to the end of
+/// the file, or at a Ctrl-Z where a code should be.
+template <bool modern>
+class DXFAsciiStream final : public DXFGroupStream<DXFAsciiStream<modern>> {
+    using Base = DXFGroupStream<DXFAsciiStream>;
+    using Base::begin, Base::end, Base::fileName;
+
 public:
-    explicit DXFAsciiStream(Source source)
-        : DXFGroupStream(std::move(source)),
+    explicit DXFAsciiStream(typename Base::Source source)
+        : Base(std::move(source)),
           codeLineEnd(begin),
           wordStart(begin),
           wordEnd(begin)
     {}
+
+    bool isBinary() const noexcept override { return false; }
 
     bool takeCode(const DXFPosition& place, DXFGroup& group)
     {
@@ -62,6 +79,7 @@ public:
             return true;
         }
         codeLineEnd = place.at;   // not known: the line is looked through again
+        if constexpr (modern) return takeOddCode(place, group);
         group.code = parseCode(place);
         return true;
     }
@@ -72,6 +90,9 @@ public:
     {
         group.text = takeLine(place, group);
         group.type = valueTypeOf(group.code);
+        if constexpr (modern) {   // numbers are taken without blanks anyway
+            if (group.type == DXFValueType::text) group.text = withoutBlanks(group.text);
+        }
         group.number = DXFGroup::notConverted;
     }
 
@@ -106,6 +127,7 @@ private:
     }
 
     std::uint16_t parseCode(DXFPosition place);
+    bool takeOddCode(const DXFPosition& place, DXFGroup& group) const;
 
     const char* codeLineEnd;   // the line end of the code that takeCode() read last
 
@@ -118,7 +140,8 @@ private:
 
 /// An integer as the C library would read it from there: blanks, line ends among them, a
 /// sign, digits; what follows does not matter. Never looks beyond the end of the data.
-std::uint16_t DXFAsciiStream::parseCode(DXFPosition place)
+template <bool modern>
+std::uint16_t DXFAsciiStream<modern>::parseCode(DXFPosition place)
 {
     if (place.at >= wordStart && place.at < wordEnd) return wordCode;
     const char* p = place.at;
@@ -140,11 +163,33 @@ std::uint16_t DXFAsciiStream::parseCode(DXFPosition place)
     return wordCode;
 }
 
+/// The code of a line that is more than blanks before the digits, for the modern reading: false at the end of
+/// the text. Only blanks may stand around the number, or the place is lost.
+template <bool modern>
+bool DXFAsciiStream<modern>::takeOddCode(const DXFPosition& place, DXFGroup& group) const
+{
+    std::string_view rest(place.at, static_cast<std::size_t>(end - place.at));
+    std::string_view line = withoutBlanks(rest.substr(0, rest.find_first_of("\r\n")));
+    if (line.empty()) {   // blank lines may follow the last group
+        while (!rest.empty() && isBlank(rest.front())) rest.remove_prefix(1);
+        if (rest.empty() || rest.front() == endOfText) return false;
+    } else if (line.front() == endOfText) {
+        return false;
+    }
+    std::int32_t code = 0;
+    if (!isLong(line, code)) throw BadFile(BadFile::badGroupCode, fileName(), place.line);
+    group.code = static_cast<std::uint16_t>(code);
+    return true;
+}
+
 }   // namespace
 
 std::unique_ptr<DXFStream> DXFStream::makeAscii(Source source)
 {
-    return std::make_unique<DXFAsciiStream>(std::move(source));
+    if (source.rules == ReadingRules::strict)
+        return std::make_unique<DXFAsciiStream<false>>(std::move(source));
+    if (source.bytes.starts_with(byteOrderMark)) source.bytes.remove_prefix(byteOrderMark.size());
+    return std::make_unique<DXFAsciiStream<true>>(std::move(source));
 }
 
 }   // namespace belvor

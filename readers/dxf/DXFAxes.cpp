@@ -28,8 +28,8 @@ DXFAxes::DXFAxes(const Vector<3>& extrusion) noexcept : zAxis(direction(extrusio
 
 DXFAxes DXFAxes::of(const DXFRecord& record)
 {
-    if (!record.has(210)) return {};
-    const Point<3> extrusion = record.point(210);
+    if (!record.hasPoint(210)) return {};
+    const Point<3> extrusion = record.isModern() ? record.pointOr(210, 0.0) : record.point(210);
     return DXFAxes(extrusion.vector());
 }
 

@@ -31,8 +31,8 @@ Unsigned littleEndian(const char* from) noexcept
 
 /// The binary encoding: little-endian codes of one byte (255 announces two more) or of two
 /// bytes throughout, then the value in the width of its type, texts up to a zero byte.
-template <bool twoByteCodes>
-class DXFBinaryStream final : public DXFGroupStream<DXFBinaryStream<twoByteCodes>> {
+template <bool twoByteCodes, bool modern>
+class DXFBinaryStream final : public DXFGroupStream<DXFBinaryStream<twoByteCodes, modern>> {
     using Base = DXFGroupStream<DXFBinaryStream>;
     using Base::begin, Base::end;
 
@@ -43,6 +43,8 @@ public:
     {
         go(Base::here, begin + sentinel.size());
     }
+
+    bool isBinary() const noexcept override { return true; }
 
     bool takeCode(const DXFPosition& place, DXFGroup& group) const
     {
@@ -84,7 +86,7 @@ public:
     void takeValue(DXFPosition& place, DXFGroup& group) const
     {
         const char* const value = place.at + codeWidth(place);
-        const DXFValueType type = valueTypeOf(group.code);
+        const DXFValueType type = modern ? modernValueTypeOf(group.code) : valueTypeOf(group.code);
         const auto set = [&group, type](double number, std::string_view text = {}) {
             group = {group.code, type, group.line, text, number};
         };
@@ -96,6 +98,18 @@ public:
         case DXFValueType::integer32:
             set(static_cast<std::int32_t>(littleEndian<std::uint32_t>(need(4, value, place.line))));
             return go(place, value + 4);
+        case DXFValueType::integer8:
+            set(static_cast<signed char>(*need(1, value, place.line)));
+            return go(place, value + 1);
+        case DXFValueType::integer64:
+            set(static_cast<double>(
+                static_cast<std::int64_t>(littleEndian<std::uint64_t>(need(8, value, place.line)))));
+            return go(place, value + 8);
+        case DXFValueType::bytes: {
+            const std::size_t length = static_cast<unsigned char>(*need(1, value, place.line));
+            set(0.0, {need(length, value + 1, place.line), length});
+            return go(place, value + 1 + length);
+        }
         case DXFValueType::text: break;
         }
         if (repeats(group.text, value)) {
@@ -157,18 +171,68 @@ private:
     const char* const lastWide;   // up to here ten bytes follow, and the line is the offset
 };
 
+/// How many of the first groups make sense when codes have two bytes, or one.
+int groupsThatMakeSense(std::string_view bytes, bool twoBytes) noexcept
+{
+    constexpr int enough = 200;
+    const auto take = [&bytes](std::size_t count) {
+        const std::string_view taken = bytes.substr(0, count);
+        bytes.remove_prefix(taken.size());
+        return taken;
+    };
+    int groups = 0;
+    for (; groups < enough && !bytes.empty(); ++groups) {
+        const bool escaped = !twoBytes && static_cast<unsigned char>(bytes.front()) == escape;
+        if (escaped) take(1);
+        const std::string_view code = take(twoBytes || escaped ? 2 : 1);
+        unsigned number = 0;
+        for (std::size_t i = code.size(); i-- > 0;)
+            number = number * 256 + static_cast<unsigned char>(code[i]);
+        if (code.size() < (twoBytes || escaped ? 2u : 1u) || number > 1071) return groups;
+        std::size_t width = 0;
+        switch (modernValueTypeOf(static_cast<std::uint16_t>(number))) {
+        case DXFValueType::integer8: width = 1; break;
+        case DXFValueType::integer16: width = 2; break;
+        case DXFValueType::integer32: width = 4; break;
+        case DXFValueType::real:
+        case DXFValueType::integer64: width = 8; break;
+        case DXFValueType::bytes:
+            width =
+                bytes.empty() ? 1 : 1 + static_cast<std::size_t>(static_cast<unsigned char>(bytes.front()));
+            break;
+        case DXFValueType::text: width = bytes.find('\0') + 1; break;   // 0 when there is none
+        }
+        if (width == 0 || width > bytes.size()) return groups;
+        const std::string_view value = take(width);
+        const bool isName = number == 0 || number == 9;   // of a record: an empty one makes no sense
+        if (isName && (value.size() < 3 || static_cast<unsigned char>(value.front()) <= ' ')) return groups;
+    }
+    return groups;
+}
+
+bool hasTwoByteCodes(std::string_view groups) noexcept
+{
+    const int two = groupsThatMakeSense(groups, true), one = groupsThatMakeSense(groups, false);
+    return two > one || (two == one && groups.starts_with(std::string_view("\0\0", 2)));
+}
+
 }   // namespace
 
-bool DXFStream::isBinary(std::string_view bytes) noexcept
+bool DXFStream::isBinaryFile(std::string_view bytes) noexcept
 {
     return bytes.substr(0, sentinel.size()) == sentinel;
 }
+
 std::unique_ptr<DXFStream> DXFStream::makeBinary(Source source)
 {
     const std::string_view groups = source.bytes.substr(sentinel.size());
+    if (source.rules == ReadingRules::modern) {
+        if (hasTwoByteCodes(groups)) return std::make_unique<DXFBinaryStream<true, true>>(std::move(source));
+        return std::make_unique<DXFBinaryStream<false, true>>(std::move(source));
+    }
     if (groups.starts_with(std::string_view("\0\0", 2)))
-        return std::make_unique<DXFBinaryStream<true>>(std::move(source));
-    return std::make_unique<DXFBinaryStream<false>>(std::move(source));
+        return std::make_unique<DXFBinaryStream<true, false>>(std::move(source));
+    return std::make_unique<DXFBinaryStream<false, false>>(std::move(source));
 }
 
 }   // namespace belvor

@@ -7,7 +7,8 @@ namespace belvor {
 void DXFCircle::build()
 {
     const DXFPrimitive frame(record);
-    const Point<3> centre = record.point(10);   // the elevation of old files is no substitute here
+    // In the strict reading the elevation of old files is no substitute for z.
+    const Point<3> centre = record.isModern() ? frame.corner(record, 10) : record.point(10);
     const double radius = record.real(40);
     if (radius <= 0.0) return;
     const int sides = arcSegments(360.0, radius);

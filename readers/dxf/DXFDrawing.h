@@ -56,6 +56,10 @@ class DXFDrawing {
 public:
     virtual DXFStream& stream() = 0;
     virtual ReadingRules rules() const noexcept = 0;
+    virtual DXFLog& log() = 0;
+    /// An end mark is missing, "SEQEND", before the stream's current record or, with `atEnd`, at the end of
+    /// the data: it is taken as given, which the account tells.
+    virtual void assume(std::string_view mark, bool atEnd) = 0;
 
     /// The layer of that name, added with its defaults when there is none.
     virtual const DXFLayer& findLayer(std::string_view name) = 0;

@@ -30,7 +30,7 @@ protected:
     DXFEntity(const DXFEntity&) = default;   // for the types, made from what met the record
 
     DXFStream& stream() const { return drawing.stream(); }
-    DXFLog& log() const { return stream().log(); }
+    DXFLog& log() const { return drawing.log(); }
 
     DXFDrawing& drawing;
     const DXFRecord& record;

@@ -1,3 +1,4 @@
+#include "errors/BadFile.h"
 #include "readers/dxf/DXF.h"
 #include "readers/dxf/DXFEntity.h"
 
@@ -23,6 +24,7 @@ SkipReason reasonOf(SkippedEntities::Why why) noexcept
     case Why::blockUnknown: return SkipReason::blockUnknown;
     case Why::blockInItself: return SkipReason::blockInsertsItself;
     case Why::typeNotDrawn: return SkipReason::typeNotDrawn;
+    case Why::faulty: return SkipReason::faulty;
     default: return SkipReason::noSurface;
     }
 }
@@ -247,11 +249,8 @@ void DXF::walk()
     const std::size_t depth = expansions.size();
     while (dxfStream->nextRecord()) {
         const std::string_view type = dxfStream->type();
-        if (is(type, "ENDSEC") || is(type, "ENDBLK")) {
-            if (log()) log().line(type, " of ", labelOf(expansions.back()), " at line ", dxfStream->line());
-            break;
-        }
-        if (expansions.back().block && is(type, "BLOCK"))
+        if (entitiesEnd(type)) break;
+        if (expansions.back().block && is(type, "BLOCK"))   // in the strict reading it is one of the records
             expansions.back().tally = nullptr;   // this block has no end: the next one counts its own
         readEntity(expansions.back().tally, type);
         if (expansions.size() != depth) return;
@@ -259,14 +258,31 @@ void DXF::walk()
     endCell();
 }
 
+/// Whether that record ends the entities of the current cell.
+bool DXF::entitiesEnd(std::string_view type)
+{
+    const bool inBlock = expansions.back().block;
+    const bool isEnd = is(type, "ENDSEC") || is(type, "ENDBLK");
+    if (isEnd && (inBlock || !isModern() || (is(type, "ENDSEC") && !bare))) {
+        if (log()) log().line(type, " of ", labelOf(expansions.back()), " at line ", dxfStream->line());
+        if (!inBlock) inSection = false;
+        return true;
+    }
+    if (!isModern()) return false;
+    if (inBlock) return endsBlock(type);
+    return bare ? is(type, "EOF") : sectionEnds(type);
+}
+
 /// Draws the current record, and counts it in `tally` unless that is null.
 void DXF::readEntity(DXFTally* tally, std::string_view type)
 {
+    if (isModern() && (is(type, "ENDBLK") || is(type, "ENDSEC"))) return;   // one too many
     const std::uint32_t facetsBefore = builder.model().facetCount();
     reasonOfEntity.reset();
     blockOfEntity = nullptr;
-    DXFEntity entity(*this, dxfStream->readRecord());
-    if (entity.isVisible()) entity.build();
+    firstTime = tally != nullptr;
+    buildEntity(type);
+    firstTime = true;
     if (!tally || !isCountedRecord(type)) return;
     if (reasonOfEntity)
         tally->skipped(type,
@@ -274,6 +290,29 @@ void DXF::readEntity(DXFTally* tally, std::string_view type)
     else if (blockOfEntity) tally->inserted(type, *blockOfEntity, blockEntered);
     else if (builder.model().facetCount() != facetsBefore) tally->drawn(type);
     else tally->skipped(type, SkipReason::noSurface);   // its facets were too far out
+}
+
+/// In the modern reading a faulty record is left out, hidden or not.
+void DXF::buildEntity(std::string_view type)
+{
+    if (!isModern()) {
+        DXFEntity entity(*this, dxfStream->readRecord());
+        if (entity.isVisible()) entity.build();
+        return;
+    }
+    const std::int32_t line = dxfStream->line();
+    try {
+        DXFEntity entity(*this, dxfStream->readRecord());
+        if (entity.isVisible()) entity.build();
+        else if (firstTime) tryHidden(type);
+    } catch (const BadFile& fault) {
+        leaveOut(fault, type, line);
+        if (losesPlace(fault)) {
+            if (isCountedRecord(type)) tallyOfEntities.skipped(type, SkipReason::faulty);   // the last record
+            throw;
+        }
+        skip(type, SkippedEntities::Why::faulty, {});
+    }
 }
 
 /// The same from the block's recorded contents.

@@ -10,7 +10,16 @@
 namespace belvor {
 
 /// What the value of a group is, fixed by its code.
-enum class DXFValueType : std::uint8_t { integer16 = 2, integer32 = 4, real = 8, text = 16 };
+/// The last three are of binary drawings in the modern reading only.
+enum class DXFValueType : std::uint8_t {
+    integer16 = 2,
+    integer32 = 4,
+    real = 8,
+    text = 16,
+    integer8 = 1,
+    integer64 = 64,
+    bytes = 128,   ///< After a byte with their number.
+};
 
 namespace detail {
 
@@ -25,6 +34,28 @@ constexpr DXFValueType tabulatedType(std::size_t code) noexcept
     return DXFValueType::text;
 }
 
+constexpr DXFValueType modernType(std::size_t code) noexcept
+{
+    const auto within = [code](std::size_t first, std::size_t last) { return code >= first && code <= last; };
+    if (within(10, 59) || within(110, 149) || within(210, 239) || within(460, 469) || within(1010, 1059))
+        return DXFValueType::real;
+    if (within(60, 79) || within(170, 179) || within(270, 289) || within(370, 389) || within(400, 409)
+        || within(1060, 1070))
+        return DXFValueType::integer16;
+    if (within(90, 99) || within(420, 429) || within(440, 459) || code == 1071)
+        return DXFValueType::integer32;
+    if (within(160, 169)) return DXFValueType::integer64;
+    if (within(290, 299)) return DXFValueType::integer8;
+    if (within(310, 319) || code == 1004) return DXFValueType::bytes;
+    return DXFValueType::text;
+}
+
+inline constexpr auto modernTypes = [] {
+    std::array<DXFValueType, 1240> types{};
+    for (std::size_t code = 0; code < types.size(); ++code) types[code] = modernType(code);
+    return types;
+}();
+
 inline constexpr auto valueTypes = [] {
     std::array<DXFValueType, 1240> types{};
     for (std::size_t code = 0; code < types.size(); ++code) types[code] = tabulatedType(code);
@@ -36,6 +67,12 @@ inline constexpr auto valueTypes = [] {
 constexpr DXFValueType valueTypeOf(std::uint16_t code) noexcept
 {
     return code < detail::valueTypes.size() ? detail::valueTypes[code] : DXFValueType::text;
+}
+
+/// The same by the widths of today's binary drawings.
+constexpr DXFValueType modernValueTypeOf(std::uint16_t code) noexcept
+{
+    return code < detail::modernTypes.size() ? detail::modernTypes[code] : DXFValueType::text;
 }
 
 /// Whether a group of that code is the first of a record.

@@ -6,13 +6,16 @@ namespace belvor {
 void DXFInsert::build()
 {
     DXFInsertion insertion;
+    using Why = SkippedEntities::Why;
     insertion.block = record.text(2);
     const DXFBlock* const block = drawing.findBlock(insertion.block);
-    if (!block) return drawing.skip(record.type(), SkippedEntities::Why::blockUnknown, insertion.block);
+    const auto skipWithoutBlock = [&] { drawing.skip(record.type(), Why::blockUnknown, insertion.block); };
+    if (!block && !record.isModern()) return skipWithoutBlock();   // whatever its other groups hold
     insertion.columns = record.integerOr(70, 1);
     insertion.rows = record.integerOr(71, 1);
-    if (insertion.columns <= 0 || insertion.rows <= 0)
-        return drawing.skip(record.type(), SkippedEntities::Why::noCells, {});
+    const bool noCells = insertion.columns <= 0 || insertion.rows <= 0;
+    const auto skipWithoutCells = [&] { drawing.skip(record.type(), Why::noCells, {}); };
+    if (noCells && !record.isModern()) return skipWithoutCells();
 
     insertion.columnSpacing = record.realOr(44, 0.0);
     insertion.rowSpacing = record.realOr(45, 0.0);
@@ -20,8 +23,9 @@ void DXFInsert::build()
     insertion.degrees = record.realOr(50, 0.0);
     insertion.position = record.pointOr(10, 0.0).vector();
     insertion.tilt = DXFAxes::of(record);
+    if (!block) return skipWithoutBlock();
+    if (noCells) return skipWithoutCells();
     if (block->isEmpty) {
-        using Why = SkippedEntities::Why;
         drawing.skip(record.type(), block->isExternal ? Why::blockExternal : Why::blockEmpty,
                      insertion.block);
     }

@@ -16,15 +16,20 @@ void DXFLWPolyline::build()
         const DXFGroup* const next = record.next(*x, 10);
         StripVertex corner;
         const DXFGroup* y = nullptr;
+        int yCount = 0;
         for (const DXFGroup* group = x + 1; group != (next ? next : end); ++group) {
             switch (group->code) {
-            case 20: y = y ? y : group; break;
+            case 20:
+                y = y ? y : group;
+                ++yCount;
+                break;
             case 40: corner.startWidth = record.realOf(*group); break;
             case 41: corner.endWidth = record.realOf(*group); break;
             case 42: corner.bulge = record.realOf(*group); break;
             }
         }
         if (!y) record.failNeeding(20);
+        if (yCount > 1 && record.isModern()) record.failNeeding(10);   // of the vertex with the other y
         corner.at = {record.realOf(*x), record.realOf(*y)};
         if (everyWidth != 0.0) corner.startWidth = corner.endWidth = everyWidth;
         vertices.push_back(corner);

@@ -7,13 +7,13 @@ void DXFPicturedByBlock::build()
 {
     const bool isTable = is(record.type(), "ACAD_TABLE");
     const std::string_view name = record.textOr(2, "");
+    DXFInsertion insertion;
+    if (isTable) insertion.position = record.pointOr(10, 0.0).vector();
+    else if (record.hasPoint(12))
+        insertion.position = DXFAxes::of(record).toWorld(record.pointOr(12, 0.0)).vector();
     const DXFBlock* const block = drawing.findBlock(name);
     if (!block) return drawing.skip(record.type(), SkippedEntities::Why::blockUnknown, name);
-    DXFInsertion insertion;
     insertion.block = block->name;
-    if (isTable) insertion.position = record.pointOr(10, 0.0).vector();
-    else if (record.has(12))
-        insertion.position = DXFAxes::of(record).toWorld(record.pointOr(12, 0.0)).vector();
     if (block->isEmpty) drawing.skip(record.type(), SkippedEntities::Why::blockEmpty, name);
     drawing.readEntities(insertion);
 }

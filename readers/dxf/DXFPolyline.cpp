@@ -14,7 +14,9 @@ void DXFPolyline3D::build()
 {
     const DXFPolylineHead head(record);
     log().line("Polyline ", "3D", head.has(DXFPolylineHead::closed) ? " (closed)" : "");
-    DXFPolyline::forEachVertex(drawing, [](const DXFVertexEntity&) {});
+    DXFPolyline::forEachVertex(drawing, [](const DXFVertexEntity& vertex) {
+        if (vertex.groups().isModern()) vertex.groups().pointOr(10, 0.0);   // a damaged one is found out
+    });
 }
 
 }   // namespace belvor

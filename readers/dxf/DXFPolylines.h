@@ -4,6 +4,7 @@
 #include "readers/dxf/DXFEntity.h"
 #include "readers/dxf/DXFStrip.h"
 
+#include <array>
 #include <vector>
 
 namespace belvor {
@@ -46,17 +47,24 @@ public:
     void build() override;
 
     /// Calls use(vertex) for the VERTEX records up to the SEQEND or the end of the data.
-    /// Throws BadFile at any other record.
+    /// At any other record the strict reading throws BadFile; the modern one takes the SEQEND as given.
     template <class Use>
     static void forEachVertex(DXFDrawing& drawing, Use use)
     {
         DXFStream& stream = drawing.stream();
-        while (stream.nextRecord() && stream.type() != "SEQEND") {
-            if (stream.type() != "VERTEX")
-                throw BadFile(BadFile::badGroup, "DXFVertex constructed with non-VERTEX group", {},
-                              stream.fileName(), stream.line());
+        while (stream.nextRecord()) {
+            if (is(stream.type(), "SEQEND")) return;
+            if (!is(stream.type(), "VERTEX")) {
+                if (drawing.rules() == ReadingRules::strict)
+                    throw BadFile(BadFile::badGroup, "DXFVertex constructed with non-VERTEX group", {},
+                                  stream.fileName(), stream.line());
+                drawing.assume("SEQEND", false);
+                stream.readRecord();
+                return stream.pushBack();
+            }
             use(DXFVertexEntity(drawing, stream.readRecord()));
         }
+        drawing.assume("SEQEND", true);
     }
 };
 
@@ -106,7 +114,11 @@ private:
     void buildPolygonMesh();   // DXFPolygonMesh.cpp
     void addCells(const std::vector<Point<3>>& points, std::int32_t m, std::int32_t n);
     void buildPolyfaceMesh();   // DXFPolyfaceMesh.cpp
-    void addMeshFace(const DXFVertexEntity& face, const std::vector<Point<3>>& positions);
+    struct MeshFace {
+        std::array<std::uint32_t, 4> corners;
+        std::size_t count = 0;
+    };
+    void takeMeshFace(const DXFVertexEntity& face, std::size_t known, std::vector<MeshFace>& faces);
 
     const DXFPolylineHead head;
 };

@@ -5,6 +5,7 @@
 #include "errors/BadFile.h"
 
 #include <cmath>
+#include <limits>
 
 namespace belvor {
 namespace {
@@ -24,6 +25,28 @@ bool realWord(std::string_view text, double& value) noexcept
     if (scanner.real(value) && (scanner.position() == scanner.end() || isBlank(*scanner.position())))
         return true;
     return isDouble(firstWord(text), value);
+}
+
+/// A number with a comma for the point.
+bool commaWord(std::string_view text, double& value)
+{
+    constexpr std::size_t longest = 400;   // longer ones are no numbers that a program has written
+    std::string word(firstWord(text).substr(0, longest));
+    const std::size_t comma = word.find(',');
+    if (comma == std::string::npos || word.find('.') != std::string::npos) return false;
+    word[comma] = '.';
+    return isDouble(word, value);   // another comma is no part of a number
+}
+
+/// An integer written as a real.
+bool integralWord(std::string_view text, std::int32_t& value)
+{
+    double real = 0.0;
+    if (!realWord(text, real) && !commaWord(text, real)) return false;
+    if (!(std::fabs(real) <= std::numeric_limits<std::int32_t>::max()) || real != std::trunc(real))
+        return false;
+    value = static_cast<std::int32_t>(real);
+    return true;
 }
 
 }   // namespace
@@ -81,8 +104,8 @@ std::int32_t DXFRecord::integerOr(int code, std::int32_t otherwise) const
 void DXFRecord::convertReal(const DXFGroup& group) const
 {
     double value = 0.0;
-    if (!realWord(group.text, value) || !std::isfinite(value))
-        throw BadFile(BadFile::badReal, *file, group.line);
+    const bool read = realWord(group.text, value) || (modern && commaWord(group.text, value));
+    if (!read || !std::isfinite(value)) throw BadFile(BadFile::badReal, *file, group.line);
     group.number = value;
 }
 
@@ -92,6 +115,7 @@ std::int32_t DXFRecord::readableInteger(int code) const noexcept
     std::int32_t value = 0;
     if (!group) return 0;
     if (std::isfinite(group->number)) return static_cast<std::int32_t>(group->number);
+    if (modern && integralWord(group->text, value)) return value;
     return isLong(firstWord(group->text), value) ? value : 0;
 }
 
@@ -99,7 +123,8 @@ std::int32_t DXFRecord::integerOf(const DXFGroup& group) const
 {
     if (!std::isfinite(group.number)) {
         std::int32_t value = 0;
-        if (!isLong(firstWord(group.text), value)) throw BadFile(BadFile::badInteger, *file, group.line);
+        if (!isLong(firstWord(group.text), value) && !(modern && integralWord(group.text, value)))
+            throw BadFile(BadFile::badInteger, *file, group.line);
         group.number = value;
     }
     return static_cast<std::int32_t>(group.number);

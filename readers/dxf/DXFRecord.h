@@ -1,6 +1,7 @@
 #pragma once
 
 #include "calcore/Point.h"
+#include "readers/common/Reading.h"
 #include "readers/dxf/DXFGroup.h"
 
 #include <algorithm>
@@ -20,7 +21,11 @@ namespace belvor {
 class DXFRecord {
 public:
     /// `fileName`, for messages, must outlive the record.
-    explicit DXFRecord(const std::string& fileName) : file(&fileName), list(512) {}
+    explicit DXFRecord(const std::string& fileName, ReadingRules rules = ReadingRules::strict)
+        : file(&fileName),
+          modern(rules == ReadingRules::modern),
+          list(512)
+    {}
 
     /// Forgets the groups, keeping their room: 512 or more.
     void clear() noexcept { count = 0; }
@@ -78,7 +83,13 @@ public:
         const double x = real(code), y = real(code + 10);
         return {x, y, real(code + 20)};
     }
-    /// The same with `z` for a missing third.
+    /// Whether there is a point: in the modern reading one of which only x is missing counts, so that the
+    /// damage is found out.
+    bool hasPoint(int code) const noexcept
+    {
+        return has(code) || (modern && (has(code + 10) || has(code + 20)));
+    }
+    /// point() with `z` for a missing third.
     Point<3> pointOr(int code, double z) const
     {
         const double x = real(code), y = real(code + 10);
@@ -95,6 +106,9 @@ public:
     std::int32_t integerOf(const DXFGroup& group) const;
 
     [[noreturn]] void failNeeding(int code) const;
+
+    /// Whether the record is read by the modern rules.
+    bool isModern() const noexcept { return modern; }
 
 private:
     const DXFGroup& needed(int code) const
@@ -119,6 +133,7 @@ private:
     void index(std::size_t place) noexcept;
 
     const std::string* file;
+    bool modern;                  // numbers may have a comma for the point, integers a point
     std::vector<DXFGroup> list;   // of which `count` are in use; the others are those of earlier records
     std::size_t count = 0;
 

@@ -14,7 +14,7 @@ DXFStream::DXFStream(Source source)
       file(std::move(source.file)),
       name(std::move(source.name)),
       reporter(source.reporter),
-      record(name)
+      record(name, source.rules)
 {
     const std::string log = name + ".log";
     if (source.logging && !isSameFile(log, name)) diagnostics = DXFLog(log);   // a link may lead back
@@ -22,22 +22,23 @@ DXFStream::DXFStream(Source source)
 
 DXFStream::~DXFStream() = default;
 
-std::unique_ptr<DXFStream> DXFStream::open(const std::string& fileName, Reporter& reporter, bool logging)
+std::unique_ptr<DXFStream> DXFStream::open(const std::string& fileName, Reporter& reporter, bool logging,
+                                           ReadingRules rules)
 {
     auto mapped = std::make_unique<MappedFile>(fileName);
     const std::string_view bytes = mapped->bytes();
-    return make({std::move(mapped), bytes, fileName, reporter, logging});
+    return make({std::move(mapped), bytes, fileName, reporter, logging, rules});
 }
 
 std::unique_ptr<DXFStream> DXFStream::over(std::string_view bytes, const std::string& fileName,
-                                           Reporter& reporter, bool logging)
+                                           Reporter& reporter, bool logging, ReadingRules rules)
 {
-    return make({nullptr, bytes, fileName, reporter, logging});
+    return make({nullptr, bytes, fileName, reporter, logging, rules});
 }
 
 std::unique_ptr<DXFStream> DXFStream::make(Source source)
 {
-    return isBinary(source.bytes) ? makeBinary(std::move(source)) : makeAscii(std::move(source));
+    return isBinaryFile(source.bytes) ? makeBinary(std::move(source)) : makeAscii(std::move(source));
 }
 
 void DXFStream::checkProgress()

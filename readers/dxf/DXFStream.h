@@ -2,6 +2,7 @@
 
 #include "errors/Reporter.h"
 #include "platform/MappedFile.h"
+#include "readers/common/Reading.h"
 #include "readers/dxf/DXFLog.h"
 #include "readers/dxf/DXFRecord.h"
 
@@ -26,10 +27,12 @@ class DXFStream {
 public:
     /// Opens and maps the file (UTF-8 name) and decides the encoding. With `logging` the log
     /// is the file of that name with ".log" appended. Throws Win32Error.
-    static std::unique_ptr<DXFStream> open(const std::string& fileName, Reporter& reporter, bool logging);
+    static std::unique_ptr<DXFStream> open(const std::string& fileName, Reporter& reporter, bool logging,
+                                           ReadingRules rules = ReadingRules::strict);
     /// The same over bytes that the caller keeps; `fileName` is for messages and the log.
     static std::unique_ptr<DXFStream> over(std::string_view bytes, const std::string& fileName,
-                                           Reporter& reporter, bool logging);
+                                           Reporter& reporter, bool logging,
+                                           ReadingRules rules = ReadingRules::strict);
     DXFStream(const DXFStream&) = delete;
     DXFStream& operator=(const DXFStream&) = delete;
     virtual ~DXFStream();
@@ -61,6 +64,8 @@ public:
     void checkProgress();
 
     const std::string& fileName() const noexcept { return name; }
+    /// Whether the lines of groups are byte offsets.
+    virtual bool isBinary() const noexcept = 0;
     DXFLog& log() noexcept { return diagnostics; }
 
 protected:
@@ -71,6 +76,7 @@ protected:
         std::string name;
         Reporter& reporter;
         bool logging;
+        ReadingRules rules;
     };
     explicit DXFStream(Source source);
 
@@ -89,7 +95,7 @@ private:
     static std::unique_ptr<DXFStream> make(Source source);
     static std::unique_ptr<DXFStream> makeAscii(Source source);    // DXFAsciiStream.cpp
     static std::unique_ptr<DXFStream> makeBinary(Source source);   // DXFBinaryStream.cpp
-    static bool isBinary(std::string_view bytes) noexcept;         // has the 22 bytes that mark a binary file
+    static bool isBinaryFile(std::string_view bytes) noexcept;     // has the 22 bytes that mark a binary file
 
     std::unique_ptr<MappedFile> file;
     const std::string name;

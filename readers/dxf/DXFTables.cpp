@@ -3,6 +3,7 @@
 #include "calcore/Number.h"
 #include "errors/BadFile.h"
 #include "readers/dxf/DXF.h"
+#include "resources/Texts.h"
 
 namespace belvor {
 
@@ -23,7 +24,7 @@ int DXF::readHeader()
 {
     int release = 0;
     while (dxfStream->nextRecord()) {
-        if (dxfStream->type() == "ENDSEC") {
+        if (sectionEnds(dxfStream->type())) {
             log().line("ENDSEC of HEADER section at line ", dxfStream->line());
             break;
         }
@@ -35,7 +36,7 @@ int DXF::readHeader()
 void DXF::readTables()
 {
     while (dxfStream->nextRecord()) {
-        if (dxfStream->type() == "ENDSEC") {
+        if (sectionEnds(dxfStream->type())) {
             log().line("ENDSEC of TABLES section at line ", dxfStream->line());
             return;
         }
@@ -47,25 +48,31 @@ void DXF::readLayers()
 {
     log().line("start of LAYERs TABLE at line ", dxfStream->line());
     while (dxfStream->nextRecord()) {
-        if (dxfStream->type() == "ENDSEC") {
+        const std::string_view type = dxfStream->type();
+        if (is(type, "ENDSEC")) {
             log().line("ENDSEC within LAYERs TABLE at line ", dxfStream->line());
             dxfStream->pushBack();   // it ends the tables as well
+            return;
+        }
+        if (isModern() && (is(type, "SECTION") || is(type, "TABLE") || is(type, "EOF"))) {
+            dxfStream->readRecord();
+            dxfStream->pushBack();
             return;
         }
         if (dxfStream->type() == "ENDTAB") {
             log().line("ENDTAB of LAYERs TABLE at line ", dxfStream->line());
             return;
         }
-        addLayer(dxfStream->readRecord());
+        if (!isModern() || is(dxfStream->type(), "LAYER")) addLayer(dxfStream->readRecord());
     }
 }
 
 void DXF::addLayer(const DXFRecord& record)
 {
     const std::string_view name = record.textOr(2, "");
-    const auto flags = static_cast<std::int16_t>(record.integer(70));
-    const auto colour = static_cast<std::int16_t>(record.integer(62));
-    const DXFLayer layer{flags, colour};
+    const std::int32_t flags = isModern() ? integerOrDefault(record, 70, 0) : record.integer(70);
+    const std::int32_t colour = isModern() ? integerOrDefault(record, 62, 7) : record.integer(62);
+    const DXFLayer layer{static_cast<std::int16_t>(flags), static_cast<std::int16_t>(colour)};
     if (!layers.emplace(name, layer).second) {
         log().line("Duplicate LAYER definition ", name, " at line ", record.line());
         return;
@@ -78,31 +85,47 @@ void DXF::readBlocks()
 {
     DXFBlock* latest = nullptr;   // the record before was its BLOCK
     DXFTally* tally = &tallyOfOrphans;
+    bool inBlock = false;
     while (dxfStream->nextRecord()) {
         const std::string_view type = dxfStream->type();
-        if (latest) latest->isEmpty = type == "ENDSEC" || type == "ENDBLK";
+        if (latest) latest->isEmpty = isModern() ? endsBlock(type) : is(type, "ENDSEC") || is(type, "ENDBLK");
         latest = nullptr;
-        if (type == "ENDSEC") {
+        if (inBlock && (is(type, "ENDSEC") || (isModern() && endsSection(type)))) assume("ENDBLK", false);
+        if (sectionEnds(type)) {
             log().line("ENDSEC of BLOCKS section at line ", dxfStream->line());
             return;
         }
         if (is(type, "BLOCK")) {
-            latest = &addBlock(dxfStream->readRecord());
-            tally = &latest->tally;
+            if (inBlock) assume("ENDBLK", false);
+            inBlock = true;
+            latest = addBlock(dxfStream->readRecord());
+            tally = latest ? &latest->tally : &tallyOfOrphans;
         } else if (is(type, "ENDBLK")) {
+            inBlock = false;
             tally = &tallyOfOrphans;
+        } else if (isModern() && tally == &tallyOfOrphans) {
+            tryRecord(*tally, type);
         } else if (isCountedRecord(type)) {
             tally->met(type);
         }
     }
     if (latest) latest->isEmpty = true;
+    if (inBlock) assume("ENDBLK", true);
 }
 
-DXFBlock& DXF::addBlock(const DXFRecord& record)
+/// The block of a BLOCK record; in the modern reading null for one without a name, and for the second one of
+/// a name.
+DXFBlock* DXF::addBlock(const DXFRecord& record)
 {
-    std::string name(record.text(2));
+    std::string name(isModern() ? record.textOr(2, "") : record.text(2));
+    if (isModern() && (name.empty() || blocks.contains(name))) {
+        accountOfReading.repair(record.line(), "BLOCK",
+                                textOf(name.empty() ? Text::blockNameless : Text::blockSecond));
+        return nullptr;
+    }
     DXFBlock block;
-    block.base = record.point(10);
+    if (isModern()) block.base = {realOrZero(record, 10), realOrZero(record, 20), realOrZero(record, 30)};
+    else block.base = record.point(10);
     block.layer = record.textOr(8, "");
     block.entities = dxfStream->position();
     constexpr std::int32_t external = 4;
@@ -112,7 +135,7 @@ DXFBlock& DXF::addBlock(const DXFRecord& record)
     log().line("Adding BLOCK definition ", place->first, " at line ", record.line());
     place->second.name = place->first;
     missingFound |= missingBlocks.contains(place->second.name);
-    return place->second;
+    return &place->second;
 }
 
 }   // namespace belvor

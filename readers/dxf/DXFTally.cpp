@@ -93,7 +93,8 @@ void addTo(Account& account, const DXFTally& entities, const DXFTally& orphans,
         if (block.tally.walked) addWalked(account, block.tally, drawing);
         else addNeverInserted(account, block.tally, isDrawn);
     }
-    addNeverInserted(account, orphans, isDrawn);
+    if (orphans.walked) addWalked(account, orphans, drawing);
+    else addNeverInserted(account, orphans, isDrawn);
 }
 
 }   // namespace belvor

@@ -31,6 +31,7 @@ public:
         more,            ///< Kinds beyond the first thousand.
         blockEmpty,      ///< An INSERT; `what` names the block.
         blockExternal,   ///< An INSERT of a block without entities that stands for another file.
+        faulty,          ///< It is damaged.
     };
 
     using Entry = NotDrawn;

@@ -88,6 +88,25 @@ class Reports(Folder):
             self.assertEqual((self.folder / "a.png").exists(), status != 1, model)
             (self.folder / "a.png").unlink(missing_ok=True)
 
+    def test_modern_reading_leaves_out_what_is_damaged(self):
+        self.write("all.dxf", HEAD + "0\nCIRCLE\n8\nW\n10\n1\n" + END)
+        for model, options, status, facets, repairs in (
+                ("bad.dxf", ["--fail-repaired"], 6, 1, 1), ("bad.dxf", [], 0, 1, 1), ("face.dxf", ["--fail-repaired"], 0, 1, 0),
+                ("all.dxf", ["--fail-repaired", "--fail-empty"], 5, 0, 1)):
+            report = self.report("--reading", "modern", model, "a.png", *options, status=status)
+            self.assertEqual((report["facets"], report["repairs"]["count"]), (facets, repairs))
+            for repair in report["repairs"]["list"]:
+                self.assertEqual((repair["record"], repair["text"]), ("CIRCLE", "left out: Bad DXF group: item <20> needed"))
+            self.assertTrue((self.folder / "a.png").exists())
+
+    def test_a_refused_drawing_may_be_read_by_the_modern_rules(self):
+        (self.folder / "zip.dxf").write_bytes(b"PK\3\4")
+        for arguments, told in ((["bad.dxf"], True), (["--quiet", "bad.dxf"], False), (["zip.dxf"], False),
+                                (["--reading", "modern", "zip.dxf"], False)):
+            done = self.run_program("--info", *arguments)
+            self.assertEqual(done.returncode, 1)
+            self.assertEqual(done.stderr.splitlines()[-1] == "belvor-render: try --reading modern", told, done.stderr)
+
     def test_modern_reading_draws_more(self):
         self.write("mesh.dxf", HEAD + MESH + END)
         for options, drawn, reasons in ((["--reading", "strict"], 0, [{"reason": "type not drawn", "count": 1}]),

@@ -1,0 +1,226 @@
+#include "tests/readers/dxf/DXFText.h"
+
+#include "errors/BadFile.h"
+#include "errors/Reporter.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+namespace belvor::test {
+namespace {
+
+Reading readModern(const std::string& bytes)
+{
+    SilentReporter nobody;
+    ReadingOptions how;
+    how.rules = ReadingRules::modern;
+    return readDXF(bytes, nobody, how);
+}
+
+/// "2 facets; 13 LINE left out: ...", a repair after the other.
+std::string repairsOf(const std::string& bytes)
+{
+    try {
+        const Reading drawing = readModern(bytes);
+        std::string text = std::to_string(drawing.model->facetCount()) + " facets";
+        for (const Repair& repair : drawing.account.repairs)
+            text += "; " + std::to_string(repair.position) + ' ' + repair.record + ' ' + repair.text;
+        EXPECT_EQ(drawing.account.repairs.size(), drawing.account.repairCount);
+        for (const auto& [type, count] : drawing.account.entities)
+            EXPECT_EQ(count.read, count.drawn + count.skippedInAll()) << type;
+        return text;
+    } catch (const BadFile& fault) {
+        return fault.what();
+    }
+}
+
+std::string section(const std::string& name, const std::string& content)
+{
+    return "0 SECTION|2 " + name + '|' + content + "0 ENDSEC|";
+}
+
+const std::string face = "0 3DFACE|8 0|10 0|20 0|11 1|21 0|12 0|22 1|";
+const std::string line = "0 LINE|8 0|39 1|10 0|20 0|11 1|21 0|";
+const std::string strip = "0 POLYLINE|8 0|66 1|40 1|41 1|";
+const std::string vertices = "0 VERTEX|8 0|10 0|20 0|0 VERTEX|8 0|10 5|20 0|";
+const std::string block = "0 BLOCK|2 B|8 0|" + face + "0 ENDBLK|";
+const std::string insert = "0 INSERT|8 0|2 B|10 0|20 0|";
+
+TEST(DXFDamage, CostsOneEntity)
+{
+    const struct {
+        const char* why;
+        std::string content, outcome;
+    } cases[] = {
+        {"a missing z is 0, of a circle too", face + "0 CIRCLE|8 0|10 0|20 0|40 1|", "2 facets"},
+        {"a point without y", "0 3DFACE|8 0|10 0|11 1|21 0|12 0|22 1|" + face,
+         "1 facets; 5 3DFACE left out: Bad DXF group: item <20> needed"},
+        {"a fourth corner without x", face + "23 1|" + face,
+         "1 facets; 5 3DFACE left out: Bad DXF group: item <13> needed"},
+        {"an extrusion without x", "0 SOLID|8 0|10 0|20 0|11 1|21 0|12 0|22 1|220 0|230 -1|" + face,
+         "1 facets; 5 SOLID left out: Bad DXF group: item <210> needed"},
+        {"text for a number", "0 CIRCLE|8 0|10 x|20 0|40 1|" + face,
+         "1 facets; 5 CIRCLE left out: Error reading double item value at line 9"},
+        {"infinity", line + "0 LINE|8 0|39 inf|10 0|20 0|11 1|21 0|",
+         "1 facets; 19 LINE left out: Error reading double item value at line 23"},
+        {"a vertex without y", strip + "0 VERTEX|8 0|10 0|" + vertices + "0 SEQEND|" + face,
+         "1 facets; 5 POLYLINE left out: Bad DXF group: item <20> needed at line 15"},
+        {"a vertex of a light-weight polyline without x", "0 LWPOLYLINE|8 0|43 1|10 0|20 0|20 5|" + face,
+         "1 facets; 5 LWPOLYLINE left out: Bad DXF group: item <10> needed"},
+        {"a vertex number out of range, after a face",
+         "0 POLYLINE|8 0|70 64|0 VERTEX|70 192|10 0|20 0|0 VERTEX|70 192|10 1|20 0|0 VERTEX|70 192|10 0|20 1|"
+         "0 VERTEX|70 128|71 1|72 2|73 3|0 VERTEX|70 128|71 1|72 2|73 4|0 SEQEND|"
+             + face,
+         "1 facets; 5 POLYLINE left out: PolyfaceMesh index: vertex[4] outside range (0..3) at line 53"},
+        {"a mesh that does not match", "0 POLYLINE|8 0|70 16|71 2|72 2|" + vertices + "0 SEQEND|" + face,
+         "1 facets; 5 POLYLINE left out: PolygonMesh ends with wrong number of vertices"},
+        {"a missing SEQEND", strip + vertices + face,
+         "2 facets; 31 SEQEND missing: taken as given before 3DFACE"},
+        {"a surplus SEQEND, VERTEX and ENDBLK", "0 SEQEND|" + face + vertices + "0 ENDBLK|" + face,
+         "2 facets"},
+        {"also an INSERT of no block", "0 INSERT|8 0|2 none|10 0|20 y|",
+         "0 facets; 5 INSERT left out: Error reading double item value at line 13"},
+        {"a real where an integer belongs, commas for points",
+         "0 POLYLINE|8 0|70 16,0|71 2.0|72 2.0|0 VERTEX|10 0,5|20 0|0 VERTEX|10 1|20 0|0 VERTEX|10 0|20 1|"
+         "0 VERTEX|10 1|20 1|0 SEQEND|",
+         "1 facets"},
+        {"two commas are no number", "0 LINE|8 0|39 1|10 1,000,5|20 0|11 0|21 0|",
+         "0 facets; 5 LINE left out: Error reading double item value at line 11"},
+    };
+    const std::string layers = section("TABLES", "0 TABLE|2 LAYER|0 LAYER|2 cold|70 1|0 ENDTAB|");
+    for (const auto& c : cases) {
+        EXPECT_EQ(repairsOf(dxfText(section("ENTITIES", c.content) + "0 EOF")), c.outcome) << c.why;
+    }
+    EXPECT_EQ(
+        repairsOf(dxfText(layers + section("ENTITIES", "0 LINE|8 cold|10 x|20 0|11 0|21 0|") + "0 EOF")),
+        "0 facets; 23 LINE left out: Error reading double item value at line 27");
+}
+
+TEST(DXFDamage, MarksMayBeMissingOrOneTooMany)
+{
+    const std::string blocks = section("BLOCKS", block), drawn = section("ENTITIES", insert);
+    const struct {
+        const char* why;
+        std::string text, outcome;
+    } cases[] = {
+        {"whole", blocks + drawn + "0 EOF", "1 facets"},
+        {"no EOF", blocks + drawn, "1 facets; 47 EOF missing: taken as given at the end of the file"},
+        {"no ENDSEC before a section", "0 SECTION|2 BLOCKS|" + block + drawn + "0 EOF",
+         "1 facets; 29 ENDSEC missing: taken as given before SECTION"},
+        {"no ENDSEC before EOF", blocks + "0 SECTION|2 ENTITIES|" + insert + "0 EOF",
+         "1 facets; 45 ENDSEC missing: taken as given before EOF"},
+        {"neither", "0 SECTION|2 ENTITIES|" + face,
+         "1 facets; 21 ENDSEC missing: taken as given at the end of the file; "
+         "21 EOF missing: taken as given at the end of the file"},
+        {"no ENDBLK before a block", section("BLOCKS", "0 BLOCK|2 A|" + face + block) + drawn + "0 EOF",
+         "1 facets; 25 ENDBLK missing: taken as given before BLOCK"},
+        {"an ENDSEC and an ENDBLK too many",
+         blocks + "0 ENDSEC|" + section("ENTITIES", "0 ENDBLK|" + insert) + "0 ENDSEC|0 EOF", "1 facets"},
+        {"a block without a name",
+         section("BLOCKS", "0 BLOCK|8 0|" + face + "0 LINE|10 x|0 ENDBLK|" + block) + drawn + "0 EOF",
+         "1 facets; 5 BLOCK left out with what it holds: it has no name; "
+         "25 LINE left out: Error reading double item value at line 27"},
+        {"the first block of a name counts",
+         section("BLOCKS", block + "0 BLOCK|2 B|" + face + face + "0 ENDBLK|") + drawn + "0 EOF",
+         "1 facets; 29 BLOCK left out with what it holds: there is a block of that name already"},
+        {"a block with a bad base point, in an array",
+         section("BLOCKS", "0 BLOCK|2 B|10 x|" + face + "0 LINE|8 0|10 0|0 ENDBLK|")
+             + section("ENTITIES", insert + "70 9|") + "0 EOF",
+         "9 facets; 9 BLOCK Error reading double item value: the default stands for it; "
+         "27 LINE left out: Bad DXF group: item <20> needed"},
+        {"no sections", "999 a note|" + face + "0 ENDSEC|" + face + "0 EOF", "2 facets"},
+        {"a section without a name", "0 SECTION|" + face + "0 ENDSEC|0 EOF",
+         "1 facets; 1 SECTION it has no name: its first record says what it holds"},
+        {"a lost place", "0 SECTION|2 ENTITIES|" + face + "0 LINE|x 0|0 ENDSEC|0 EOF",
+         "1 facets; 21 LINE left out: Error reading group-code at line 23; 23 LINE the reading ends here: "
+         "Error reading group-code"},
+        {"a lost place without sections", face + "x 0|" + face,
+         "0 facets; 1 3DFACE left out: Error reading group-code at line 17; 17 3DFACE the reading ends here: "
+         "Error reading group-code"},
+        {"no record at all", "5 0|8 0|", "the file holds no record of a DXF drawing in a.dxf"},
+        {"no code at all", "hello |", "Error reading group-code at line 1 in a.dxf"},
+        {"a layer with a bad number stays as it is",
+         section("TABLES", "0 TABLE|2 LAYER|0 LAYER|2 0|70 x|62 -1|0 TABLE|2 LTYPE|")
+             + section("ENTITIES", face) + "0 EOF",
+         "0 facets; 13 LAYER Error reading integer item value: the default stands for it"},
+    };
+    for (const auto& c : cases) EXPECT_EQ(repairsOf(dxfText(c.text)), c.outcome) << c.why;
+}
+
+TEST(DXFDamage, TextMayHaveWhatEditorsAddToIt)
+{
+    const std::string text = dxfText(section("ENTITIES", face) + "0 EOF");
+    std::string spaced;
+    for (const char c : text) spaced += c == '\n' ? " \t\n" : std::string(1, c);
+    const std::string cut = text.substr(0, text.size() - std::strlen("0\nEOF\n"));
+    for (const std::string& bytes :
+         {"\xEF\xBB\xBF" + text, spaced, text + "\n\n \n", text + "\x1A\n", text + "x", cut + "0\nEOF"})
+        EXPECT_EQ(repairsOf(bytes), "1 facets") << bytes;
+    for (const char* const end : {"", "\n\n\n", "\x1A", " \n\x1A garbage"})
+        EXPECT_EQ(repairsOf(cut + end), "1 facets; 23 EOF missing: taken as given at the end of the file")
+            << end;
+    EXPECT_EQ(repairsOf(cut + "\n0\nEOF\n").substr(0, 8), "1 facets") << "a blank line loses the place";
+}
+
+/// The drawing "code value|..." as a binary file with today's widths.
+std::string binary(const std::string& groups, bool twoBytes)
+{
+    std::string bytes("AutoCAD Binary DXF\r\n\x1a\0", 22);
+    const auto put = [&bytes](auto value, std::size_t size) {
+        for (std::size_t i = 0; i < size; ++i)
+            bytes += static_cast<char>(static_cast<std::uint64_t>(value) >> (8 * i));
+    };
+    std::string text = dxfText(groups);
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t codeEnd = text.find('\n', at), valueEnd = text.find('\n', codeEnd + 1);
+        const int code = std::stoi(text.substr(at, codeEnd - at));
+        const std::string value = text.substr(codeEnd + 1, valueEnd - codeEnd - 1);
+        if (!twoBytes && code >= 255) bytes += '\xff';
+        put(code, twoBytes || code >= 255 ? 2 : 1);
+        const auto in = [code](int first, int last) { return code >= first && code <= last; };
+        if (in(10, 59) || in(110, 149) || in(210, 239) || in(460, 469) || in(1010, 1059)) {
+            const double real = std::stod(value);
+            std::uint64_t bits;
+            std::memcpy(&bits, &real, 8);
+            put(bits, 8);
+        } else if (in(60, 79) || in(170, 179) || in(270, 289) || in(370, 389) || in(400, 409)
+                   || in(1060, 1070)) {
+            put(std::stoi(value), 2);
+        } else if (in(90, 99) || in(420, 429) || in(440, 459) || code == 1071) {
+            put(std::stoi(value), 4);
+        } else if (in(160, 169)) {
+            put(std::stoll(value), 8);
+        } else if (in(290, 299)) {
+            put(std::stoi(value), 1);
+        } else if (in(310, 319) || code == 1004) {
+            put(value.size(), 1);
+            bytes += value;
+        } else {
+            bytes += value + '\0';
+        }
+        at = valueEnd + 1;
+    }
+    return bytes;
+}
+
+TEST(DXFDamage, BinaryValuesHaveTodaysWidths)
+{
+    // Each of these groups is as wide as it is in today's drawings, or what follows is not found.
+    const std::string groups = "100 AcDbFace|105 1F|110 1|149 1|160 -1|179 1|270 1|290 1|300 a|310 bytes|320 "
+                               "F|370 1|390 F|400 1|410 a|"
+                               "420 255|430 a|440 1|460 1|470 a|1004 more|1005 F|1010 1|1060 1|1071 1|";
+    const std::string drawing =
+        section("ENTITIES", "0 3DFACE|8 0|" + groups + "10 0|20 0|11 1|21 0|12 0|22 1|") + "0 EOF";
+    for (const bool twoBytes : {false, true})
+        for (const char* const start : {"", "999 a comment|", "5 1F|999 another|", "70 3|40 1.5|"})
+            EXPECT_EQ(repairsOf(binary(start + drawing, twoBytes)), "1 facets") << start << twoBytes;
+    const std::string whole = binary(section("ENTITIES", face) + "0 EOF", true);
+    const std::string cut = whole.substr(0, whole.size() - 40);
+    EXPECT_EQ(repairsOf(cut).substr(0, 8), "0 facets");
+    EXPECT_NE(repairsOf(cut).find("the reading ends here: read past end-of-file"), std::string::npos)
+        << repairsOf(cut);
+}
+
+}   // namespace
+}   // namespace belvor::test
