@@ -1,0 +1,104 @@
+"""Reads a part of a picture file with a library that is not ours: foreign_readers.py LIBRARY FILE PART > bytes.
+
+PART is "colour", "distance", "code", "material", "number" (of a Cryptomatte), "text NAME"; bytes are as they lie in little-endian memory, top row first.
+Exit status 77: there is no such library here. Runs under the system's interpreter, whose packages Debian's libraries are."""
+import ctypes
+import ctypes.util
+import os
+import shutil
+import subprocess
+import sys
+
+PAGES = {"colour": 0, "distance": 1, "material": 2}
+CHANNELS = {"colour": ["R", "G", "B"], "distance": ["Z"], "code": ["depth.code"], "material": ["ID"], "number": ["CryptoMaterial00.R"]}
+
+
+def numpy(path, part):
+    import numpy
+    return numpy.load(path, allow_pickle=False)[part].tobytes()
+
+
+def pillow(path, part):
+    import PIL.Image
+    image = PIL.Image.open(path)
+    if part.startswith("text "):
+        image.load()
+        return (image.tag_v2[270] if path.endswith(".tif") else image.text[part[5:]]).encode()
+    image.seek(PAGES[part])
+    return image.tobytes()
+
+
+def libtiff(path, part):
+    library = ctypes.util.find_library("tiff")
+    if not library:
+        raise ImportError
+    tiff = ctypes.CDLL(library)
+    tiff.TIFFOpen.restype = ctypes.c_void_p
+    tiff.TIFFScanlineSize64.restype = ctypes.c_uint64
+    handle = ctypes.c_void_p(tiff.TIFFOpen(path.encode(), b"r"))
+    assert tiff.TIFFNumberOfDirectories(handle) == 3 and tiff.TIFFSetDirectory(handle, PAGES[part]) == 1
+    height, rows = ctypes.c_uint32(), []
+    assert tiff.TIFFGetField(handle, 257, ctypes.byref(height)) == 1
+    for y in range(height.value):
+        row = ctypes.create_string_buffer(tiff.TIFFScanlineSize64(handle))
+        assert tiff.TIFFReadScanline(handle, row, y, 0) == 1
+        rows.append(row.raw)
+    return b"".join(rows)
+
+
+def imagemagick(path, part):
+    program = shutil.which("convert-im6") or shutil.which("convert")
+    if not program:
+        raise ImportError
+    kind = {"colour": ["-depth", "8", "rgb:-"], "material": ["-depth", "16", "-endian", "LSB", "gray:-"]}[part]
+    return subprocess.run([program, f"{path}[{PAGES[part]}]"] + kind, check=True, stdout=subprocess.PIPE).stdout
+
+
+def opencv(path, part):
+    os.environ["OPENCV_IO_ENABLE_OPENEXR"] = "1"
+    import cv2
+    if path.endswith(".tif"):
+        done, pages = cv2.imreadmulti(path, flags=cv2.IMREAD_UNCHANGED)
+        image = pages[PAGES[part]]
+    else:
+        image = cv2.imread(path, cv2.IMREAD_UNCHANGED)
+    return (image[:, :, 2::-1] if part == "colour" else image).tobytes()
+
+
+def openimageio(path, part):
+    import OpenImageIO as oiio
+    file = oiio.ImageInput.open(path)
+    if path.endswith(".tif"):
+        kind = {"colour": "uint8", "distance": "float", "material": "uint16"}[part]
+        return file.read_image(PAGES[part], 0, 0, 10000, kind).tobytes()
+    names = list(file.spec().channelnames)
+    if part.startswith("text "):
+        return file.spec().get_string_attribute(part[5:]).encode()
+    channels = [names.index(name) for name in CHANNELS.get(part, [])]
+    # Its integers are fractions of the largest one; a float that holds a number is what it is.
+    kind = {"colour": "half", "code": "uint", "material": "uint"}.get(part, "float")
+    return file.read_image(0, 0, 0, len(names), kind)[:, :, channels].tobytes()
+
+
+def build_openexr_reader(program):
+    """Whether there is the library, and with it now the program that openexr() runs."""
+    compiler, here = shutil.which("g++"), os.path.dirname(os.path.abspath(__file__))
+    if not compiler or not os.path.exists("/usr/include/OpenEXR/ImfInputFile.h"):
+        return False
+    return subprocess.run([compiler, "-std=c++17", "-w", "-I/usr/include/OpenEXR", "-I/usr/include/Imath", os.path.join(here, "exr_values.cpp"), "-o", program,
+                           "-lOpenEXR-3_1", "-lImath-3_1"]).returncode == 0
+
+
+def openexr(path, part):
+    program = os.environ.get("EXR_VALUES")
+    if not program:
+        raise ImportError
+    names = CHANNELS[part] if part in CHANNELS else [part[5:]]
+    return subprocess.run([program, path] + part.split(" ", 1)[:1] + names, check=True, stdout=subprocess.PIPE).stdout
+
+
+if __name__ == "__main__":
+    try:
+        sys.stdout.buffer.write(globals()[sys.argv[1]](sys.argv[2], sys.argv[3]))
+    except ImportError:
+        sys.exit(77)
