@@ -1,6 +1,8 @@
 #pragma once
 
 #include "cli/Arguments.h"
+#include "cli/Job.h"
+#include "cli/Views.h"
 #include "readers/ModelFile.h"
 #include "render/LineStyle.h"
 
@@ -14,18 +16,21 @@ namespace belvor {
 /// What the command line asks for. Paths are UTF-8.
 struct Options {
     int width = 800, height = 600;
-    unsigned threads = 0;          ///< That draw; 0 for as many as the process may use.
-    std::string view, savedView;   ///< Parameter files to load and to write; empty for none.
+    unsigned threads = 0;             ///< That draw; 0 for as many as the process may use.
+    std::vector<std::string> views;   ///< As given: parameter files and names.
+    ViewChanges changes;
+    std::string savedView;   ///< Parameter file to write; empty for none.
     FileType type = FileType::unknown;
     bool info = false, quiet = false, dxfLog = false;
     ReadingRules rules = ReadingRules::strict;
     std::string report;   ///< Where the report goes; "-" for standard output, empty for none.
     bool timing = false, failEmpty = false, failRepaired = false;
-    std::string model;
-    std::vector<std::string> outputs;
-    bool edges = false;   ///< Draw outlines; `lines` says how, its outlines are not set yet.
+    std::vector<std::string> outputs;   ///< Names, or templates of names.
+    bool edges = false;                 ///< Draw outlines; `lines` says how, its outlines are not set yet.
     LineStyle lines;
     std::array<std::uint8_t, 3> background{};   ///< Red, green, blue.
+    std::vector<ChosenView> chosenViews;
+    std::vector<Job> jobs;
     std::string answer;   ///< Help or version: to be printed, and nothing else done, unless empty.
 };
 

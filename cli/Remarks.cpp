@@ -1,12 +1,22 @@
 #include "cli/Remarks.h"
 
+#include "errors/FileError.h"
 #include "resources/Texts.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <vector>
 
 namespace belvor {
+
+void print(const std::string& text)
+{
+    errno = 0;
+    if (std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0) return;
+    throw FileError(textOf(Text::standardOutput), Text::cannotWrite, errno);
+}
+
 void remark(const std::string& text) { std::fputs(filledText(Text::toolRemark, {text}).c_str(), stderr); }
 
 void remarkOn(const std::string& file, const Reading& reading)

@@ -7,6 +7,9 @@
 
 namespace belvor {
 
+/// Writes the text to standard output at once. Throws FileError.
+void print(const std::string& text);
+
 /// Writes one line of standard error, the program's name before it.
 void remark(const std::string& text);
 

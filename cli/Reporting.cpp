@@ -26,32 +26,33 @@ void RunNotes::stepDone(std::string name)
     latest = now;
 }
 
-void RunNotes::setCamera(const ViewParameters& view, const ModelPlace& place)
+void RunNotes::addCamera(const std::string& name, const ViewParameters& view, const ModelPlace& place)
 {
     const UniformTransform<3> toModel = place.viewToModel();
-    camera = ReportCamera{view.parallel, toModel(view.eye), toModel(view.lookAt), view.zoom};
+    cameras.push_back({name, view.parallel, toModel(view.eye), toModel(view.lookAt), view.zoom});
 }
 
-std::string reportOn(const Options& options, const RunNotes& notes)
+std::string reportOn(const Options& options, const Job& job, const RunNotes& notes)
 {
     RunReport report;
     report.program = textOf(Text::version);
-    report.file = digestOf(options.model);
+    report.file = digestOf(job.model);
     report.reading = options.rules == ReadingRules::modern ? "modern" : "strict";
     report.model = notes.reading.model.get();
     report.account = &notes.reading.account;
     report.error = notes.error;
-    report.camera = notes.camera;
+    report.cameras = notes.cameras;
     if (notes.outputsWritten)
-        for (const std::string& output : options.outputs) report.outputs.push_back(digestOf(output));
+        for (const auto& names : job.outputs)
+            for (const std::string& output : names) report.outputs.push_back(digestOf(output));
     if (notes.viewWritten) report.outputs.push_back(digestOf(options.savedView));
     if (options.timing) report.timing = notes.steps;
     return toJson(report);
 }
 
-void writeReport(const Options& options, const RunNotes& notes)
+void writeReport(const Options& options, const Job& job, const RunNotes& notes)
 {
-    const std::string text = reportOn(options, notes) + '\n';
+    const std::string text = reportOn(options, job, notes) + '\n';
     if (options.report == "-") return write(text, stdout, textOf(Text::standardOutput));
     try {
         OutputFile file(options.report);

@@ -7,7 +7,6 @@
 #include "view/ViewParameters.h"
 
 #include <chrono>
-#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -22,10 +21,10 @@ public:
 
     /// A step that took from the end of the one before until now.
     void stepDone(std::string name);
-    void setCamera(const ViewParameters& view, const ModelPlace& place);
+    void addCamera(const std::string& name, const ViewParameters& view, const ModelPlace& place);
 
     Reading reading;
-    std::optional<ReportCamera> camera;
+    std::vector<ReportCamera> cameras;
     std::string error;   ///< Why the run failed; empty: it did not.
     bool outputsWritten = false, viewWritten = false;
     std::vector<std::pair<std::string, double>> steps;   ///< Seconds.
@@ -35,9 +34,9 @@ private:
 };
 
 /// The report of the run, one line without its end.
-std::string reportOn(const Options& options, const RunNotes& notes);
+std::string reportOn(const Options& options, const Job& job, const RunNotes& notes);
 
 /// Writes the report where the options ask for it: a file, or standard output for "-". Throws FileError.
-void writeReport(const Options& options, const RunNotes& notes);
+void writeReport(const Options& options, const Job& job, const RunNotes& notes);
 
 }   // namespace belvor

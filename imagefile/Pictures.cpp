@@ -44,25 +44,35 @@ void Pictures::lineDone(int)
         });
 }
 
-void Pictures::commit(Reporter& progress)
+namespace {
+
+void checkForStop(Reporter& progress) { progress.check(2, 1, 1.0); }
+
+}   // namespace
+
+void Pictures::finish(Reporter& progress)
 {
-    const auto checkForStop = [&progress] { progress.check(2, 1, 1.0); };
-    std::vector<OutputFile*> files;
     for (const auto& output : outputs) {
-        checkForStop();
+        checkForStop(progress);
         onFile(output->file.path(), [&] {
             output->picture->finish();
             output->file.finish();
         });
-        files.push_back(&output->file);
     }
-    checkForStop();
+}
+
+void Pictures::commit(const std::vector<Handle<Pictures>>& all, Reporter& progress)
+{
+    std::vector<OutputFile*> files;
+    for (const auto& pictures : all)
+        for (const auto& output : pictures->outputs) files.push_back(&output->file);
+    checkForStop(progress);
     try {
         OutputFile::commit(files);
     } catch (const OutputFile::Error& error) {
         throw FileError(error.path(), Text::cannotWrite, error.code());
     }
-    outputs.clear();
+    for (const auto& pictures : all) pictures->outputs.clear();
 }
 
 }   // namespace belvor

@@ -31,9 +31,11 @@ public:
 
     void lineDone(int row) override;
 
-    /// After the render: completes the files and gives them their names. Throws FileError,
-    /// Reporter::Abandoned; then each name has what it had before.
-    void commit(Reporter& progress);
+    /// After the render: completes the files. Throws FileError, Reporter::Abandoned.
+    void finish(Reporter& progress);
+    /// Gives the finished files of all of them their names. Throws FileError, Reporter::Abandoned; then each
+    /// name has what it had before.
+    static void commit(const std::vector<Handle<Pictures>>& all, Reporter& progress);
 
 private:
     struct Output {

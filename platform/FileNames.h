@@ -24,4 +24,13 @@ inline bool hasExtension(std::string_view path, std::string_view extension) noex
     return true;
 }
 
+/// The last part of a path without the last dot and what follows it. A name that begins with its only dot
+/// stays whole.
+inline std::string_view nameWithoutEnding(std::string_view path) noexcept
+{
+    const std::string_view name = fileName(path);
+    const std::size_t dot = name.rfind('.');
+    return dot == name.npos || dot == 0 ? name : name.substr(0, dot);
+}
+
 }   // namespace belvor

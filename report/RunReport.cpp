@@ -152,7 +152,12 @@ std::string toJson(const RunReport& report)
     object["blocks"] = blocksOf(account);
     object["warnings"] = account.warnings;
     if (!report.error.empty()) object["error"] = report.error;
-    if (report.camera) object["camera"] = cameraOf(*report.camera);
+    if (report.cameras.size() == 1) object["camera"] = cameraOf(report.cameras.front());
+    for (std::size_t i = 0; report.cameras.size() > 1 && i < report.cameras.size(); ++i) {
+        Json camera = {{"view", report.cameras[i].view}};
+        camera.update(cameraOf(report.cameras[i]));
+        object["cameras"].push_back(std::move(camera));
+    }
     object["outputs"] = Json::array();
     for (const FileDigest& output : report.outputs) object["outputs"].push_back(fileOf(output));
     if (report.timing) {

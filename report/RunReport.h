@@ -24,6 +24,7 @@ FileDigest digestOf(const std::string& path);
 
 /// From where a picture was taken, in model units.
 struct ReportCamera {
+    std::string view;   ///< Its name.
     bool parallel = false;
     Point<3> eye, lookAt;
     double zoom = 0.0;   ///< Tangent of half the zoom angle.
@@ -37,7 +38,7 @@ struct RunReport {
     const Model* model = nullptr;       ///< Null after a refusal.
     const Account* account = nullptr;   ///< Null when the file could not be opened.
     std::string error;                  ///< Empty: none.
-    std::optional<ReportCamera> camera;
+    std::vector<ReportCamera> cameras;
     std::vector<FileDigest> outputs;
     std::optional<std::vector<std::pair<std::string, double>>> timing;   ///< Seconds by step.
 };

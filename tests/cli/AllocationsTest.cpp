@@ -189,6 +189,7 @@ TEST_F(Allocations, ThatFailAreStatus4AndLeaveNoFile)
          0},
         {"a PNG picture", {"--size", "9x7", "m.thf", "p.png"}, 0},
         {"an Ombr picture", {"--size", "9x7", "m.thf", "p.omb"}, 0},
+        {"two views of the model", {"-vplan", "-vv.bvp", "--size", "9x7", "m.thf", "{view}.png"}, 0},
         {"both, of a drawing", {"--size", "9x7", "--dxf-log", "d.dxf", "p.png", "p.omb"}, 0},
         {"a view that is none", {"--view", "m.thf", "m.thf", "p.png"}, 1},
     };

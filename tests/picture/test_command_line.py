@@ -219,6 +219,37 @@ class CommandLine(Folder):
         self.assertEqual([lines[0], lines[2], *lines[3:]],
                          ["Belvor View Parameters 1.0", "2 1.5 0.5", "0.364", "0", "0.4", "0.1", "-30 60 0.6", "180 30 0", "0 30 0", "90 30 0", "-90 30 0", ""])
 
+    def test_views_with_names_and_changed_numbers(self):
+        self.render("-s40x30", "plates.thf", "whole.png")
+        self.render("-s40x30", "--view", "WHOLE", "plates.thf", "again.png")
+        self.assertEqual(self.read("whole.png"), self.read("again.png"))
+        names = ["plan", "below", "front", "back", "left", "right", "iso-ne", "iso-nw", "iso-se", "iso-sw"]
+        self.render("-s40x30", *(part for name in names for part in ("-v", name)), "plates.thf", "{view}.png")
+        for name in names:
+            self.render("-s40x30", "-v", name, "--save-view", "f.bvp", "plates.thf", "a.png", "a.omb")
+            self.render("-s40x30", "-v", "./f.bvp", "plates.thf", "b.png", "b.omb")
+            self.assertEqual(self.read("a.png"), self.read("b.png"), name)
+            self.assertEqual(self.read("a.omb"), self.read("b.omb"), name)
+            self.assertEqual(self.read("a.png"), self.read(f"{name}.png"))
+        self.render("--eye=-1,2,30", "--look-at", "2,3,0", "--zoom", "0.25", "--parallel", "--sky", "0.5", "--ground=0.25", "--light", "2=10,20,0.5",
+                    "--save-view", "c.bvp", "plates.thf")
+        self.assertEqual(self.read("c.bvp").decode().split()[4:], "-1 2 30 2 3 0 0.25 1 0.5 0.25 -30 60 0.6 10 20 0.5 0 30 0 90 30 0 -90 30 0".split())
+        self.render("-s40x30", "-v", "plan", "--scale", "0.25", "plates.thf", "a.png")     # the lower plate is 4 x 3
+        rgb = read_png(self.read("a.png"))[2]
+        self.assertEqual(sum(any(rgb[i:i + 3]) for i in range(0, len(rgb), 3)), 16 * 12)
+        report = json.loads(self.render("-v", "plan", "-v", "f.bvp", "--report", "-", "plates.thf", "{view}_{name}_{n}_{{}.png"))
+        self.assertEqual([camera["view"] for camera in report["cameras"]], ["plan", "f"])
+        self.assertEqual([output["name"] for output in report["outputs"]], ["plan_plates_0001_{}.png", "f_plates_0001_{}.png"])
+        for arguments, says in ((["-v", "plan", "-v", "left", "plates.thf", "p.png"], "{view}"), (["-v", "plan", "-v", "PLAN", "plates.thf", "{view}.png"], "named twice"),
+                                (["-v", "plan", "-v", "left", "--save-view", "x.bvp", "plates.thf"], "--save-view needs a single view"),
+                                (["-v", "plan", "-v", "left", "plates.thf", "{view}{x}.png"], "{x}"), (["-v", "plan", "-v", "left", "plates.thf", "{view}{.png"], "brace"),
+                                (["--scale", "1", "plates.thf", "p.png"], "parallel"), (["--scale", "1", "--zoom", "1", "-v", "plan", "plates.thf", "p.png"], "--zoom and --scale"),
+                                (["--parallel", "--perspective", "plates.thf", "p.png"], "--parallel and --perspective"), (["--zoom", "0", "plates.thf", "p.png"], "--zoom"),
+                                (["--light", "6=1,2,3", "plates.thf", "p.png"], "--light"), (["--light", "1=1,2,3", "--light", "1=1,2,3", "plates.thf", "p.png"], "--light 1"),
+                                (["--eye", "1,2", "plates.thf", "p.png"], "--eye"), (["--eye", "1,2,3,4", "plates.thf", "p.png"], "--eye")):
+            with self.subTest(arguments):
+                self.refused(2, arguments, [says])
+
     def test_edges_over_surfaces_and_alone(self):
         def colours(*options):
             self.render("--size", "60x45", *options, "plates.thf", "p.png")

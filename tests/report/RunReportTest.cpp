@@ -66,7 +66,7 @@ TEST(RunReport, HasItsFieldsInTheirOrder)
     report.reading = "modern";
     report.model = &model;
     report.account = &account;
-    report.camera = ReportCamera{true, {1, 2, std::numeric_limits<double>::infinity()}, {0, 0, 0}, 0.5};
+    report.cameras = {{"whole", true, {1, 2, std::numeric_limits<double>::infinity()}, {0, 0, 0}, 0.5}};
     report.outputs = {{"a.png", 9, "cd"}};
     EXPECT_EQ(
         toJson(report),

@@ -1,0 +1,182 @@
+#include "cli/Drawing.h"
+
+#include "cli/ConsoleReporter.h"
+#include "cli/Failures.h"
+#include "cli/Info.h"
+#include "cli/Remarks.h"
+#include "errors/BadFile.h"
+#include "errors/FileError.h"
+#include "imagefile/OmbrFile.h"
+#include "imagefile/Pictures.h"
+#include "platform/Files.h"
+#include "readers/ForeignFile.h"
+#include "render/Frame.h"
+#include "render/Outlines.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <memory>
+
+namespace belvor {
+namespace {
+
+void writeView(const std::string& path, const ViewParameters& view, const ModelPlace& place)
+{
+    if (!view.finiteInModel(place.centre, place.radius))
+        throw BadView(filledText(Text::viewNotWritable, {path}));
+    if (!view.write(path, place.centre, place.radius)) throw FileError(path, Text::cannotWrite, errno);
+}
+
+/// Where the model lies, which the views are set by.
+struct Bounds {
+    Extent<3> box = Extent<3>::nothing();
+    ModelPlace place;
+};
+
+Bounds readDrawn(const Options& options, const Job& job, ConsoleReporter& reporter, RunNotes& notes)
+{
+    ReadingOptions how;
+    how.log = options.dxfLog;
+    how.rules = options.rules;
+    reporter.setStages(formatOf(job.type)->firstStage);
+    Reading& reading = notes.reading;
+    reading.model = readModel(job.model, job.type, reporter, how, reading.account);
+    notes.stepDone("read");
+    reporter.clear();
+    if (reading.account.logFailure != 0)
+        throw FileError(job.model + ".log", Text::cannotWrite, reading.account.logFailure);
+    Bounds bounds;
+    reading.model->bounds(bounds.place.centre, bounds.place.radius);
+    bounds.box = reading.model->extent();
+    checkBounds(bounds.place.centre, bounds.place.radius, reading.account);
+    if (!options.quiet) remarkOn(job.model, reading);
+    if (options.info) print(describeModel(job.model, job.type, reading, reporter) + '\n');
+    return bounds;
+}
+
+/// The pictures of all views take their names together.
+void drawViews(const Options& options, const Job& job, const std::vector<ViewParameters>& views,
+               const ModelPlace& place, Reporter& reporter, RunNotes& notes)
+{
+    const Handle<Model>& model = notes.reading.model;
+    const ImageSize size{options.width, options.height};
+    LineStyle lines = options.lines;
+    std::optional<Outlines> outlines;
+    if (options.edges) lines.outlines = &outlines.emplace(*model);
+    Sharing sharing;
+    if (options.threads > 0) sharing.threads = options.threads;
+    Frame frame(sharing);
+    std::vector<Handle<Pictures>> drawn;
+    for (std::size_t i = 0; i < views.size(); ++i) {
+        const Scene scene = buildScene(views[i], place, size, size.width, size.height);
+        std::vector<PictureTarget> targets;
+        for (const std::string& output : job.outputs[i])
+            targets.push_back({output, pictureFormatOfPath(output).value()});
+        drawn.push_back(makeHandle<Pictures>(targets, *model, scene.camera, size.width, size.height));
+        drawn.back()->setBackground(options.background);
+        frame.render(*model, *scene.camera, *scene.lights, *drawn.back(), reporter, lines);
+        drawn.back()->finish(reporter);
+    }
+    Pictures::commit(drawn, reporter);
+    notes.outputsWritten = true;
+    notes.stepDone("render");
+}
+
+/// What a file of another kind is; Text::none when that is not known.
+Text foreignKindOfFile(const std::string& path)
+{
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(openFile(path, "rb"), std::fclose);
+    char start[16];
+    const std::size_t count = file ? std::fread(start, 1, sizeof start, file.get()) : 0;
+    return foreignKindOf({start, count});
+}
+
+/// Tells a user who has named a file of another kind so.
+void remarkOnKind(const std::string& path)
+{
+    if (const Text kind = foreignKindOfFile(path); kind != Text::none)
+        remark(filledText(Text::foreignRemark, {textOf(kind)}));
+}
+
+/// How a run that did all it was asked for ends, for scripts that want to know more.
+ExitStatus statusOf(const Options& options, const Reading& reading)
+{
+    if (options.failEmpty && reading.model->facetCount() == 0) return nothingDrawn;
+    if (options.failRepaired && reading.account.repairCount != 0) return repaired;
+    return done;
+}
+
+/// The failure is told even where its report cannot be written.
+void reportAfterFailure(const Options& options, const Job& job, RunNotes& notes, const std::exception& error)
+{
+    notes.error = error.what();
+    if (options.report.empty()) return;
+    try {
+        writeReport(options, job, notes);
+    } catch (const FileError& second) {
+        remark(second.what());
+    }
+}
+
+}   // namespace
+
+void checkPlaces(const Options& options, const Job& job)
+{
+    for (const auto& names : job.outputs)
+        for (const std::string& output : names) {
+            if (!mayWriteFile(output)) throw FileError(output, Text::cannotWrite, errno);
+            try {
+                if (pictureFormatOfPath(output) == PictureFormat::ombr)
+                    OmbrFile::checkSize(options.width, options.height, 0);
+            } catch (const OmbrFile::Error&) {
+                throw FileError(output, Text::cannotWrite,
+                                filledText(Text::ombrTooLarge,
+                                           {std::to_string(options.width), std::to_string(options.height)}));
+            }
+        }
+    if (!options.savedView.empty() && !mayWriteFile(options.savedView))
+        throw FileError(options.savedView, Text::cannotWrite, errno);
+}
+
+void draw(const Options& options, const Job& job, ConsoleReporter& reporter, RunNotes& notes)
+{
+    const Bounds bounds = readDrawn(options, job, reporter, notes);
+    const ModelPlace& place = bounds.place;
+    const ImageSize size{options.width, options.height};
+    std::vector<ViewParameters> views;
+    for (const ChosenView& choice : options.chosenViews) {
+        views.push_back(viewFor(choice, options.changes, bounds.box, place, size, options.quiet));
+        notes.addCamera(choice.name, views.back(), place);
+    }
+    if (!options.savedView.empty()) writeView(options.savedView, views.front(), place);
+    notes.viewWritten = !options.savedView.empty();
+    if (options.outputs.empty()) return;
+    reporter.setStages(Text::preparingStage);
+    drawViews(options, job, views, place, reporter, notes);
+}
+
+void remarkOnReading(const Options& options, const Job& job)
+{
+    if (job.type != FileType::dxf || options.rules == ReadingRules::modern || options.quiet) return;
+    if (foreignKindOfFile(job.model) == Text::none) remark(textOf(Text::tryModern));
+}
+
+int drawReported(Options& options, const Job& job, ConsoleReporter& reporter)
+{
+    RunNotes notes;
+    try {
+        checkPlaces(options, job);
+        readViews(options.chosenViews, options.changes, reporter);
+        draw(options, job, reporter, notes);
+    } catch (const std::exception& error) {
+        reporter.clear();
+        if (dynamic_cast<const BadFile*>(&error) && job.type == FileType::dxf && !options.quiet)
+            remarkOnKind(job.model);
+        reportAfterFailure(options, job, notes, error);
+        throw;
+    }
+    if (!options.report.empty()) writeReport(options, job, notes);
+    return statusOf(options, notes.reading);
+}
+
+}   // namespace belvor

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "cli/Options.h"
+#include "cli/Reporting.h"
+
+namespace belvor {
+
+class ConsoleReporter;
+
+/// What can be found out before a model is read, which may take long. Throws FileError.
+void checkPlaces(const Options& options, const Job& job);
+
+/// The whole road of one model, after checkPlaces() and with the views read: reads it, sets each view, draws
+/// into its pictures, and gives them their names when all are whole. Throws what a reading throws, BadView,
+/// FileError.
+void draw(const Options& options, const Job& job, ConsoleReporter& reporter, RunNotes& notes);
+
+/// Tells a user whose drawing the strict reading refuses that the other one may read it.
+void remarkOnReading(const Options& options, const Job& job);
+
+/// All of it, the views' files and the report too, which is written after a failure as well. Answers the exit
+/// status.
+int drawReported(Options& options, const Job& job, ConsoleReporter& reporter);
+
+}   // namespace belvor

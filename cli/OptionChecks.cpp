@@ -1,0 +1,122 @@
+#include "cli/OptionChecks.h"
+
+#include "cli/Options.h"
+#include "cli/Templates.h"
+#include "imagefile/PictureFormat.h"
+#include "platform/OutputFile.h"
+
+#include <filesystem>
+#include <unordered_map>
+
+namespace belvor {
+namespace {
+
+/// As fileIdentity(); in folders that are not there yet, names that only differ in their spelling are equal.
+std::string identityOf(const std::string& path)
+{
+    const std::string identity = fileIdentity(path);
+    if (identity != path) return identity;
+    const auto normal = std::filesystem::path(std::u8string(path.begin(), path.end())).lexically_normal();
+    const std::u8string text = normal.generic_u8string();
+    return {text.begin(), text.end()};
+}
+
+/// Files told apart whatever name or link leads to them.
+class FileSet {
+public:
+    /// False when it is there already.
+    bool add(const std::string& path) { return path.empty() || names.emplace(identityOf(path), path).second; }
+    /// The name that the file was added by; null when it was not.
+    const std::string* find(const std::string& path) const
+    {
+        const auto found = path.empty() ? names.end() : names.find(identityOf(path));
+        return found == names.end() ? nullptr : &found->second;
+    }
+
+private:
+    std::unordered_map<std::string, std::string> names;   // by identity
+};
+
+/// The files of a call by what they are for.
+struct Roles {
+    explicit Roles(const Options& options)
+    {
+        for (const Job& job : options.jobs) {
+            models.add(job.model);
+            if (options.dxfLog) logs.add(job.model + ".log");
+        }
+        for (const ChosenView& view : options.chosenViews) views.add(view.file);
+    }
+    FileSet models, views, logs, outputs;
+};
+
+template <class Visit>
+void forEachOutput(const Options& options, Visit visit)
+{
+    for (const Job& job : options.jobs)
+        for (const auto& names : job.outputs)
+            for (const std::string& name : names) visit(name);
+}
+
+/// No two files that are written have one name.
+void checkOutputs(const Options& options, Roles& roles)
+{
+    FileSet saved;
+    saved.add(options.savedView);
+    forEachOutput(options, [&](const std::string& output) {
+        if (!pictureFormatOfPath(output)) refuse(Text::notAPicture, {output});
+        if (!roles.outputs.add(output)) refuse(Text::namedTwice, {output});
+        if (saved.find(output)) refuse(Text::pictureIsView, {output});
+    });
+}
+
+/// Nothing that is written is a file that is read, or the log. Only the view may be brought up to date.
+void checkInputsKept(const Options& options, const Roles& roles)
+{
+    const auto check = [](const std::string& written, const FileSet& kept, Text refusal) {
+        if (kept.find(written)) refuse(refusal, {written});
+    };
+    forEachOutput(options, [&](const std::string& output) {
+        check(output, roles.models, Text::wouldOverwriteModel);
+        check(output, roles.views, Text::wouldOverwriteView);
+        check(output, roles.logs, Text::wouldOverwriteLog);
+    });
+    check(options.savedView, roles.models, Text::wouldOverwriteModel);
+    check(options.savedView, roles.logs, Text::wouldOverwriteLog);
+    for (const Job& job : options.jobs) {
+        if (!options.dxfLog) break;
+        check(job.model + ".log", roles.models, Text::wouldOverwriteModel);
+        check(job.model + ".log", roles.views, Text::wouldOverwriteView);
+    }
+}
+
+/// The report takes the place of no other file of the run.
+void checkReport(const Options& options, Roles& roles)
+{
+    if (options.report.empty() || options.report == "-") return;
+    roles.outputs.add(options.savedView);
+    for (const FileSet* const set : {&roles.outputs, &roles.models, &roles.views, &roles.logs})
+        if (const std::string* const other = set->find(options.report))
+            refuse(Text::wouldOverwriteOther, {options.report, *other});
+}
+
+}   // namespace
+
+void checkWhole(const Options& options)
+{
+    if (options.chosenViews.size() > 1)
+        for (const std::string& output : options.outputs)
+            if (!hasViewWord(output)) refuse(Text::viewWordNeeded, {output});
+    Roles roles(options);
+    checkOutputs(options, roles);
+    checkInputsKept(options, roles);
+    checkReport(options, roles);
+    if (options.outputs.empty() && options.savedView.empty() && !options.info && options.report.empty())
+        refuse(Text::nothingToDo);
+    if (!options.savedView.empty() && options.chosenViews.size() > 1) refuse(Text::oneViewToSave);
+    if (options.changes.zoom && options.changes.unitsPerPixel) refuse(Text::zoomAndScale);
+    for (const Job& job : options.jobs)
+        if (job.type == FileType::unknown) refuse(Text::unknownEnding, {job.model});
+}
+
+}   // namespace belvor
