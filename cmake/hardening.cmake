@@ -1,11 +1,20 @@
-# What linkers offer against faults being used by hostile files. Left out where sanitizers look
-# for the faults themselves.
+# What compilers and linkers offer against faults being used by hostile files. Left out where
+# sanitizers look for the faults themselves.
+include(CheckCXXCompilerFlag)
+check_cxx_compiler_flag(-fcf-protection=full BELVOR_HAS_CF_PROTECTION)
 add_library(belvor_hardening INTERFACE)
+target_compile_options(belvor_hardening INTERFACE -fstack-protector-strong)
+target_link_options(belvor_hardening INTERFACE -fstack-protector-strong)
 if(WIN32)
   target_link_options(belvor_hardening INTERFACE -Wl,--dynamicbase,--nxcompat)
   if(CMAKE_SIZEOF_VOID_P EQUAL 8)
     target_link_options(belvor_hardening INTERFACE -Wl,--high-entropy-va)
   endif()
 else()
+  if(BELVOR_HAS_CF_PROTECTION)
+    target_compile_options(belvor_hardening INTERFACE -fcf-protection=full)
+  endif()
+  # The library's checks need an optimising compiler.
+  target_compile_options(belvor_hardening INTERFACE $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>)
   target_link_options(belvor_hardening INTERFACE -Wl,-z,relro,-z,now,-z,noexecstack)
 endif()

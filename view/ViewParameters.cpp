@@ -1,6 +1,7 @@
 #include "view/ViewParameters.h"
 
 #include "calcore/Scanner.h"
+#include "calcore/TextMode.h"
 #include "platform/Files.h"
 #include "platform/OutputFile.h"
 
@@ -52,16 +53,6 @@ Point<3> toView(Scanner<>& scanner, const Point<3>& centre, double radius)
     return value;
 }
 
-/// CR LF becomes LF and the text ends at a Ctrl-Z, as in files opened as text on Windows;
-/// the same everywhere, so that a file may travel.
-std::string asText(const std::string& bytes)
-{
-    std::string text;
-    for (std::size_t i = 0; i < bytes.size() && bytes[i] != '\x1A'; ++i)
-        if (bytes[i] != '\r' || i + 1 == bytes.size() || bytes[i + 1] != '\n') text += bytes[i];
-    return text;
-}
-
 bool startsWithHeader(std::string_view text)
 {
     const std::string_view line = text.substr(0, text.find('\n'));
@@ -76,7 +67,7 @@ bool readLight(Scanner<>& scanner, ParallelLightSetting& light)
 /// Keeps where a scanner first failed.
 class FaultFinder {
 public:
-    FaultFinder(const std::string& whole, const Scanner<>& reader) : text(whole), scanner(reader) {}
+    FaultFinder(std::string_view whole, const Scanner<>& reader) : text(whole), scanner(reader) {}
     void look(ViewValue value, int light = 0)
     {
         if (found || !scanner.failed()) return;
@@ -86,7 +77,7 @@ public:
     std::optional<ViewFileFault> found;
 
 private:
-    const std::string& text;
+    std::string_view text;
     const Scanner<>& scanner;
 };
 
@@ -153,7 +144,8 @@ try {
 
 bool isViewFile(std::string_view bytes)
 {
-    return startsWithHeader(asText(std::string(bytes.substr(0, longestHeader + 2))));
+    std::string copy;
+    return startsWithHeader(textModeBytes(bytes.substr(0, longestHeader + 2), copy, [] {}));
 }
 
 bool readViewFile(const std::string& path, std::string& bytes, const std::function<void()>& waiting)
@@ -173,11 +165,12 @@ bool ViewParameters::read(const std::string& path, const Point<3>& centre, doubl
 bool ViewParameters::parse(const std::string& bytes, const Point<3>& centre, double modelRadius,
                            std::optional<ViewFileFault>* fault)
 {
-    const std::string text = asText(bytes);
+    std::string copy;
+    const std::string_view text = textModeBytes(bytes, copy, [] {});
     if (!startsWithHeader(text)) return false;
 
     const double radius = usableRadius(modelRadius);
-    Scanner<> scanner(std::string_view(text).substr(header.size()));
+    Scanner<> scanner(text.substr(header.size()));
     FaultFinder faults(text, scanner);
     eye = toView(scanner, centre, radius);
     faults.look(ViewValue::eye);

@@ -1,6 +1,7 @@
 #include "readers/things/Things.h"
 
 #include "account/Account.h"
+#include "calcore/TextMode.h"
 #include "errors/BadFile.h"
 #include "errors/Reporter.h"
 #include "platform/MappedFile.h"
@@ -15,23 +16,6 @@ namespace {
 constexpr std::ptrdiff_t longestHeader = 9, longestName = 31;
 
 bool separates(char c) { return isBlank(c) || c == '@'; }
-
-/// A file opened as text ends at a Ctrl-Z, and its line ends are single line feeds. The
-/// view is into `bytes`, or into `copy` where line ends had to be changed. `pause` is called
-/// after each few megabytes and may throw.
-template <class Pause>
-std::string_view asText(std::string_view bytes, std::string& copy, Pause pause)
-{
-    constexpr std::size_t bytesBetweenPauses = std::size_t{1} << 22;
-    bytes = bytes.substr(0, bytes.find('\x1A'));
-    if (bytes.find('\r') == std::string_view::npos) return bytes;
-    copy.reserve(bytes.size());
-    for (std::size_t i = 0; i < bytes.size(); ++i) {
-        if (bytes[i] != '\r' || i + 1 == bytes.size() || bytes[i + 1] != '\n') copy += bytes[i];
-        if (i % bytesBetweenPauses == bytesBetweenPauses - 1) pause();
-    }
-    return copy;
-}
 
 /// Whether another thing follows; its header word is taken off. The word ends before a
 /// space, and only there, or after nine characters.
@@ -62,7 +46,7 @@ Things::Things(std::string_view bytes, const std::string& file, Reporter& report
       progress(reporter)
 {
     std::string copy;
-    Text text(asText(bytes, copy, [this] { report(0.0); }));
+    Text text(textModeBytes(bytes, copy, [this] { report(0.0); }));
     bool whole = true;
     while (takeHeader(text)) {
         readThing(text);

@@ -7,6 +7,7 @@
 #include "readers/ModelFile.h"
 #include "readers/dxf/DXF.h"
 #include "readers/man/ManFile.h"
+#include "tests/support/FailingAllocation.h"
 #include "tests/support/Models.h"
 
 #include <gtest/gtest.h>
@@ -129,6 +130,31 @@ TEST(Samples, HaveTheirKnownSizes)
         EXPECT_EQ(model->edgeCount(), c.edges) << c.name;
         EXPECT_EQ(model->facetCount(), c.facets) << c.name;
         EXPECT_EQ(model->materials().size(), c.materials) << c.name;
+    }
+}
+
+TEST(Readers, PassOnTheFailureOfAnyAllocation)
+{
+    const struct {
+        const char* path;
+        bool modern;
+        std::size_t failures;   ///< At least: the allocations of a whole reading.
+    } cases[] = {{"samples/letters.thf", false, 10},
+                 {"samples/dxf/every-entity.dxf", false, 200},
+                 {"samples/dxf/every-entity.dxf", true, 200},
+                 {"fuzz/corpus/dxf/polyface.binary", false, 10},
+                 {"samples/man/star.man", false, 10}};
+    for (const auto& c : cases) {
+        const std::string path = root + "/" + c.path;
+        const FileType type = c.path[0] == 'f' ? FileType::dxf : fileTypeOf(path);
+        const ReadingOptions options{.rules = c.modern ? ReadingRules::modern : ReadingRules::strict};
+        std::uint32_t facets = 0;
+        const std::size_t failures = test::failEachAllocation([&] {
+            SilentReporter silent;
+            facets = readModel(path, type, silent, options).model->facetCount();
+        });
+        EXPECT_GT(failures, c.failures) << path;
+        EXPECT_GT(facets, 0u) << path;
     }
 }
 
