@@ -15,10 +15,12 @@ void Buffer::addLines(const LineRow& lineRow, bool keepSurfaces)
 {
     if (!keepSurfaces) Buffer::clear();
     if (lineRow.empty()) return;
-    for (std::size_t i = 0; i < surfaces.owners.size(); ++i) {
+    const std::span<std::uint32_t> owners = surfaces.owners();
+    const std::span<double> depths = surfaces.depths();
+    for (std::size_t i = 0; i < owners.size(); ++i) {
         if (lineRow.chain(i) == LineRow::noChain) continue;
-        surfaces.owners[i] = firstLine + lineRow.chain(i);
-        surfaces.depths[i] = lineRow.depth(i);
+        owners[i] = firstLine + lineRow.chain(i);
+        depths[i] = lineRow.depth(i);
     }
 }
 

@@ -65,13 +65,13 @@ public:
     /// Index of the nearest facet in the store, an owner that isLine(), or noFacet.
     std::uint32_t owner(int column) const noexcept
     {
-        return surfaces.owners[static_cast<std::size_t>(column)];
+        return surfaces.owners()[static_cast<std::size_t>(column)];
     }
     /// Screen depth; the largest double where no surface is.
-    double depth(int column) const noexcept { return surfaces.depths[static_cast<std::size_t>(column)]; }
+    double depth(int column) const noexcept { return surfaces.depths()[static_cast<std::size_t>(column)]; }
     /// The same of every column.
-    std::span<const std::uint32_t> owners() const noexcept { return surfaces.owners; }
-    std::span<const double> depths() const noexcept { return surfaces.depths; }
+    std::span<const std::uint32_t> owners() const noexcept { return surfaces.owners(); }
+    std::span<const double> depths() const noexcept { return surfaces.depths(); }
     /// A facet by its index in the store.
     const Facet& facet(std::uint32_t index) const noexcept { return facets->facet(index); }
     bool hasLines() const noexcept { return firstLine != noFacet; }

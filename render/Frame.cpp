@@ -33,6 +33,29 @@ private:
     std::chrono::steady_clock::time_point last = std::chrono::steady_clock::now();
 };
 
+/// Projects the vertices `first` to `end` − 1, at most a block of them. Whether all are numbers and lie in
+/// front of the eye.
+bool projectBlock(const Model& model, const Camera& camera, std::size_t first, std::size_t end,
+                  Point<3>* projected)
+{
+    CoordinateBlock block{};
+    const std::size_t count = end - first;
+    for (std::size_t i = 0; i < count; ++i) {
+        const Point<3>& position = model.vertex(static_cast<std::uint32_t>(first + i)).position;
+        block.x[i] = position[0];
+        block.y[i] = position[1];
+        block.z[i] = position[2];
+    }
+    camera.project(block);
+    bool inFront = true;
+    for (std::size_t i = 0; i < count; ++i) {
+        const double x = block.x[i], y = block.y[i], depth = block.z[i];
+        projected[first + i] = {x, y, depth};
+        inFront &= x == x && y == y && depth < 0.0;
+    }
+    return inFront;
+}
+
 }   // namespace
 
 void Frame::render(const Model& model, const Camera& camera, const LightSet& lighting, Buffer& buffer,
@@ -41,8 +64,8 @@ void Frame::render(const Model& model, const Camera& camera, const LightSet& lig
     const int width = buffer.width(), height = static_cast<int>(camera.height);
     ended = false;
     project(model, camera, progress);
-    bandRows = rowsPerBand(model, width, height);
-    edges.order(model, vertices, width, height, bandRows, sharing, progress);
+    bands = chooseBands(model, width, height);
+    edges.order(model, vertices, bands, sharing, progress);
     shadeFacets(model, camera, lighting, shades, brightness, sharing, progress);
     buffer.setScene(model, shades);
     if (style.any()) walkRowsWithLines(model, camera, buffer, progress, style);
@@ -62,12 +85,9 @@ void Frame::project(const Model& model, const Camera& camera, Reporter& progress
         bool inFront = true;
         for (std::size_t i = first; i < end && !turn.stopping();) {
             if (turn.thread == 0) report.upTo(i + 1, fraction);
-            for (const std::size_t pause = std::min(end, i + interval); i < pause; ++i) {
-                const Point<3> projected =
-                    camera.project(model.vertex(static_cast<std::uint32_t>(i)).position);
-                vertices.points[i] = projected;
-                inFront &= projected[0] == projected[0] && projected[1] == projected[1] && projected[2] < 0.0;
-            }
+            const std::size_t blockEnd = std::min(end, i + CoordinateBlock::size);
+            inFront &= projectBlock(model, camera, i, blockEnd, vertices.points.data());
+            i = blockEnd;
         }
         if (!inFront) allInFront = false;
     };
@@ -77,78 +97,89 @@ void Frame::project(const Model& model, const Camera& camera, Reporter& progress
     vertices.allInFront = allInFront;
 }
 
-/// Few enough that finished rows stay in a processor's cache and every thread has several bands,
-/// enough that entering the facets of a band costs little. All rows of a picture of little work,
-/// where other threads would come too late.
-int Frame::rowsPerBand(const Model& model, int width, int height) const noexcept
+/// Few enough rows that they stay in a processor's cache and every thread has several bands, enough
+/// that facets reach into few. One thread where there is little work and others would come too late.
+Bands Frame::chooseBands(const Model& model, int width, int height) noexcept
 {
-    constexpr int most = 16, least = 2, cachedPixels = 65536;
+    constexpr int cachedPixels = 65536, mostBits = 6;
     const double work = static_cast<double>(width) * height + 16.0 * model.facetCount();
-    if (sharing.threads <= 1 || work <= 100.0 * static_cast<double>(sharing.pieceSize))
-        return std::max(height, 1);
-    const int even = height / static_cast<int>(4 * sharing.threads);
-    return std::clamp(std::min(even, cachedPixels / width), least, most);
+    drawingThreads = work <= 100.0 * static_cast<double>(sharing.pieceSize) ? 1 : sharing.threads;
+    int rows = cachedPixels / width;
+    if (drawingThreads > 1) rows = std::min(rows, height / static_cast<int>(4 * drawingThreads));
+    int bits = 1;
+    while (bits < mostBits && 2 << bits <= rows) ++bits;
+    return {width, height, bits};
 }
 
-/// The surfaces of all rows, one after the other.
+/// Draws bands, each on any thread.
+class Frame::BandPainter {
+public:
+    BandPainter(Frame& owner, const Model& drawn, const Camera& view)
+        : frame(owner),
+          model(drawn),
+          camera(view)
+    {}
+
+    /// Calls `pause` now and then.
+    template <class Pause>
+    void draw(std::size_t band, std::vector<PixelRow>& rows, const Workers::Turn& turn, Pause pause) const
+    {
+        const Bands& bands = frame.bands;
+        const int first = static_cast<int>(band) << bands.rowBits,
+                  end = std::min(first + bands.rows(), bands.height);
+        if (rows.empty() || rows.front().width() != bands.width) rows.clear();
+        while (rows.size() < static_cast<std::size_t>(end - first)) rows.emplace_back(bands.width);
+        std::vector<FillRow> targets;
+        for (PixelRow& row : rows) {
+            row.clear();
+            targets.push_back(row.target());
+        }
+        const FillRows target{targets.data(), first, end, bands.width};
+        frame.edges.forEachRun(band, [&](const SimpleFacet* facets, std::size_t count) {
+            pause();
+            if (!turn.stopping())
+                frame.sharing.fillFacets(facets, count, &frame.vertices.points[0][0], target);
+        });
+        FacetStepper& stepper = frame.steppers[turn.thread];
+        stepper.restart(model, frame.vertices.points.data(), bands.height);
+        for (int y = first; y < end && !turn.stopping(); ++y) {
+            pause();
+            frame.edges.forEachFacet(y, [&stepper](std::uint32_t facet) { stepper.enter(facet); });
+            rows[static_cast<std::size_t>(y - first)].scanFacets(stepper.row(y), model, camera);
+        }
+    }
+
+private:
+    Frame& frame;
+    const Model& model;
+    const Camera& camera;
+};
+
+/// The surfaces of all rows, in bands by all threads; the buffer takes their rows in order.
 void Frame::scanRows(const Model& model, const Camera& camera, Buffer& buffer, Reporter& progress,
                      const RowTaker& take)
 {
-    const int height = static_cast<int>(camera.height);
-    if (bandRows < height) {
-        scanBands(model, camera, buffer, progress, take);
-        return;
-    }
-    if (steppers.empty()) steppers.resize(1);
-    FacetStepper& stepper = steppers.front();
-    stepper.restart(model, vertices.points.data(), height);
-    for (int y = 0; y < height; ++y) {
-        progress.check(2, 1, static_cast<double>(y) / height);
-        buffer.clear();
-        edges.forEachSpan(y, [&buffer](const SpanFill& span) { buffer.fill(span); });
-        edges.forEachFacet(y, [&stepper](std::uint32_t facet) { stepper.enter(facet); });
-        buffer.scanFacets(stepper.row(y), camera);
-        take(y);
-    }
-}
-
-/// Bands of rows by all threads; the buffer takes their rows in order.
-void Frame::scanBands(const Model& model, const Camera& camera, Buffer& buffer, Reporter& progress,
-                      const RowTaker& take)
-{
-    // The buffer itself is the calling thread's: its row is exchanged while others draw.
-    const int width = buffer.width(), height = static_cast<int>(camera.height);
-    const std::size_t slots = std::min(2 * sharing.threads, sharing.threads + 8);
-    steppers.resize(std::max<std::size_t>(steppers.size(), sharing.threads));
-    bands.resize(std::max(bands.size(), slots));
+    const std::size_t slotCount = drawingThreads == 1 ? 1 : std::min(2 * drawingThreads, drawingThreads + 8);
+    steppers.resize(std::max<std::size_t>(steppers.size(), drawingThreads));
+    slots.resize(std::max(slots.size(), slotCount));
     Patience patience(progress);
     int taken = 0;
-    const auto drawBand = [&](std::size_t index, std::size_t slot, const Workers::Turn& turn) {
-        const int first = static_cast<int>(index) * bandRows, end = std::min(first + bandRows, height);
-        std::vector<PixelRow>& rows = bands[slot];
-        if (rows.empty() || rows.front().width() != width) rows.clear();
-        while (rows.size() < static_cast<std::size_t>(end - first)) rows.emplace_back(width);
-        FacetStepper& stepper = steppers[turn.thread];
-        stepper.restart(model, vertices.points.data(), height);
-        for (int y = first; y < end && !turn.stopping(); ++y) {
-            if (turn.thread == 0) patience.check(static_cast<double>(taken) / height);
-            PixelRow& row = rows[static_cast<std::size_t>(y - first)];
-            row.clear();
-            edges.forEachSpan(y, [&row](const SpanFill& span) { row.fill(span); });
-            edges.forEachFacet(y, [&stepper](std::uint32_t facet) { stepper.enter(facet); });
-            row.scanFacets(stepper.row(y), model, camera);
-        }
+    const BandPainter painter(*this, model, camera);
+    const auto drawBand = [&](std::size_t band, std::size_t slot, const Workers::Turn& turn) {
+        painter.draw(band, slots[slot], turn, [&] {
+            if (turn.thread == 0) patience.check(static_cast<double>(taken) / bands.height);
+        });
     };
-    const auto takeBand = [&](std::size_t index, std::size_t slot) {
-        const int end = std::min((static_cast<int>(index) + 1) * bandRows, height);
+    const auto takeBand = [&](std::size_t band, std::size_t slot) {
+        const int end = std::min((static_cast<int>(band) + 1) << bands.rowBits, bands.height);
         for (std::size_t i = 0; taken < end; ++i, ++taken) {
-            progress.check(2, 1, static_cast<double>(taken) / height);
-            buffer.exchange(bands[slot][i]);
+            progress.check(2, 1, static_cast<double>(taken) / bands.height);
+            // The buffer's own row is the calling thread's: it is exchanged while others draw.
+            buffer.exchange(slots[slot][i]);
             take(taken);
         }
     };
-    const auto bandCount = static_cast<std::size_t>((height + bandRows - 1) / bandRows);
-    Workers::ofProcess().inOrder(sharing.threads, bandCount, slots, drawBand, takeBand);
+    Workers::ofProcess().inOrder(drawingThreads, bands.count(), slotCount, drawBand, takeBand);
 }
 
 void Frame::collectLines(const Model& model, const Camera& camera, Buffer& buffer, const LineStyle& style)
@@ -172,7 +203,7 @@ void Frame::walkRowsWithLines(const Model& model, const Camera& camera, Buffer& 
     LineVisibility visibility(model, camera, lines, style.outlines);
     const auto step = [&](int y, const SurfaceRow& below) {
         SurfaceRow above;
-        if (y > 0) above = {rowAbove.owners, rowAbove.depths};
+        if (y > 0) above = {rowAbove.owners(), rowAbove.depths()};
         visibility.setRows(y - 1, above, below);
         lineRows[1].clear(buffer.width());
         lineStepper.step(y - 1, visibility, lineRows[0], lineRows[1]);

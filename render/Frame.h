@@ -48,11 +48,10 @@ private:
     void project(const Model& model, const Camera& camera, Reporter& progress);
     /// Called with the surfaces of row `y` in the buffer.
     using RowTaker = std::function<void(int y)>;
-    int rowsPerBand(const Model& model, int width, int height) const noexcept;
+    class BandPainter;
+    Bands chooseBands(const Model& model, int width, int height) noexcept;
     void scanRows(const Model& model, const Camera& camera, Buffer& buffer, Reporter& progress,
                   const RowTaker& take);
-    void scanBands(const Model& model, const Camera& camera, Buffer& buffer, Reporter& progress,
-                   const RowTaker& take);
     void collectLines(const Model& model, const Camera& camera, Buffer& buffer, const LineStyle& style);
     void walkRowsWithLines(const Model& model, const Camera& camera, Buffer& buffer, Reporter& progress,
                            const LineStyle& style);
@@ -60,9 +59,10 @@ private:
     const Sharing sharing;
     ProjectedVertices vertices;
     EdgeTable edges;
-    int bandRows = 1;                           // rows that a thread takes at a time
+    Bands bands{};                              // what a thread takes at a time
+    unsigned drawingThreads = 1;                // that take bands
     std::vector<FacetStepper> steppers;         // one a thread
-    std::vector<std::vector<PixelRow>> bands;   // of finished rows
+    std::vector<std::vector<PixelRow>> slots;   // of finished bands
     LargeVector<FacetShade> shades;
     LineTable lines;
     LineStepper lineStepper;

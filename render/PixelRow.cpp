@@ -9,14 +9,15 @@
 namespace belvor {
 
 PixelRow::PixelRow(int pixels)
-    : depths(static_cast<std::size_t>(pixels)),
-      owners(static_cast<std::size_t>(pixels))
+    : pixelCount(static_cast<std::size_t>(pixels)),
+      depthStore(pixelCount + fillPadding),
+      ownerStore(pixelCount + fillPadding)
 {}
 
 void PixelRow::clear() noexcept
 {
-    std::fill(depths.begin(), depths.end(), std::numeric_limits<double>::max());
-    std::fill(owners.begin(), owners.end(), noFacet);
+    std::fill(depthStore.begin(), depthStore.end(), std::numeric_limits<double>::max());
+    std::fill(ownerStore.begin(), ownerStore.end(), noFacet);
 }
 
 void PixelRow::scanFacets(std::span<const ActiveFacet> active, const Model& model,
@@ -54,8 +55,8 @@ void PixelRow::scanOpenFacet(const ActiveFacet& active, const Model& model, cons
 
 void PixelRow::fill(const SpanFill& span) noexcept
 {
-    double* const nearest = depths.data();
-    std::uint32_t* const owner = owners.data();
+    double* const nearest = depthStore.data();
+    std::uint32_t* const owner = ownerStore.data();
     double depth = span.depth;
     for (int i = span.first; i < span.end; ++i) {
         const double old = nearest[i];

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "render/FacetFill.h"
 #include "render/Spans.h"
 #include "scene/Model.h"
 
@@ -37,13 +38,22 @@ public:
     /// the later in the store.
     void fill(const SpanFill& span) noexcept;
 
-    int width() const noexcept { return static_cast<int>(owners.size()); }
+    int width() const noexcept { return static_cast<int>(pixelCount); }
 
-    std::vector<double> depths;          ///< Of each column; see Buffer.
-    std::vector<std::uint32_t> owners;   ///< Of each column.
+    /// Of each column; see Buffer.
+    std::span<double> depths() noexcept { return {depthStore.data(), pixelCount}; }
+    std::span<const double> depths() const noexcept { return {depthStore.data(), pixelCount}; }
+    std::span<std::uint32_t> owners() noexcept { return {ownerStore.data(), pixelCount}; }
+    std::span<const std::uint32_t> owners() const noexcept { return {ownerStore.data(), pixelCount}; }
+    /// For drawing simple facets into the row.
+    FillRow target() noexcept { return {depthStore.data(), ownerStore.data()}; }
 
 private:
     void scanOpenFacet(const ActiveFacet& active, const Model& model, const Camera& camera) noexcept;
+
+    std::size_t pixelCount;
+    std::vector<double> depthStore;   // with fillPadding behind the last
+    std::vector<std::uint32_t> ownerStore;
 };
 
 }   // namespace belvor

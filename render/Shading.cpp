@@ -19,20 +19,38 @@ struct ShadePass {
     bool mayRepeat;      ///< The divisor doubles once a channel shows that a second pass will follow.
 };
 
-/// Gives facet `index` its shade. The brightest channel of its light, 0 at the least.
-double shade(std::uint32_t index, const Model& model, const Camera& camera, const LightSet& lighting,
-             double brightness, FacetShade& shade)
+/// Gives the facets `first` to `end` − 1, at most a block of them, their shades. The brightest channel
+/// of their light, 0 at the least.
+double shadeBlock(std::uint32_t first, std::uint32_t end, const Model& model, const Camera& camera,
+                  const LightSet& lighting, double brightness, FacetShade* shades)
 {
-    const Facet& facet = model.facet(index);
-    shade.reversed = !camera.faces(facet.plane);
-    const Vector<3>& normal = facet.plane.normal();
-    const Colour light = lighting.illuminate(shade.reversed ? -normal : normal);
-    double brightest = 0.0;
-    for (std::size_t channel = 0; channel < 3; ++channel) {
-        const double value = light[channel] * facet.material->colour[channel];
-        if (value > brightest) brightest = value;
-        shade.colour[channel] = toByte(value / brightness);
+    CoordinateBlock normals{};
+    ColourBlock values, reflectances{};
+    for (std::uint32_t i = first; i < end; ++i) {
+        const Facet& facet = model.facet(i);
+        const bool reversed = !camera.faces(facet.plane);
+        shades[i].reversed = reversed;
+        const Vector<3>& normal = facet.plane.normal();
+        const std::size_t at = i - first;
+        normals.x[at] = reversed ? -normal[0] : normal[0];
+        normals.y[at] = reversed ? -normal[1] : normal[1];
+        normals.z[at] = reversed ? -normal[2] : normal[2];
+        const Colour& colour = facet.material->colour;
+        for (std::size_t channel = 0; channel < 3; ++channel)
+            reflectances.channels[channel][at] = colour[channel];
     }
+    lighting.illuminate(normals, values);
+    double brightest = 0.0;
+    std::uint8_t bytes[3][CoordinateBlock::size];
+    for (std::size_t channel = 0; channel < 3; ++channel)
+        for (std::size_t i = 0; i < CoordinateBlock::size; ++i) {
+            const double value = values.channels[channel][i] * reflectances.channels[channel][i];
+            brightest = value > brightest ? value : brightest;
+            bytes[channel][i] = toByte(value / brightness);
+        }
+    for (std::uint32_t i = first; i < end; ++i)
+        for (std::size_t channel = 0; channel < 3; ++channel)
+            shades[i].colour[channel] = bytes[channel][i - first];
     return brightest;
 }
 
@@ -48,12 +66,13 @@ double run(const ShadePass& pass, const Model& model, const Camera& camera, cons
     };
     const auto shadePiece = [&](std::size_t first, std::size_t end, const Workers::Turn& turn) {
         double most = brightest[turn.thread];
-        for (auto i = static_cast<std::uint32_t>(first); i < end && !turn.stopping(); ++i) {
+        for (auto i = static_cast<std::uint32_t>(first); i < end && !turn.stopping();) {
             if (turn.thread == 0) report.upTo(i + 1, fraction);
-            const double value = shade(i, model, camera, lighting, pass.brightness, shades[i]);
-            if (!(value > most)) continue;
-            most = value;
-            if (pass.mayRepeat && value > pass.brightness) repeats = true;
+            const auto blockEnd = static_cast<std::uint32_t>(std::min(end, i + CoordinateBlock::size));
+            most = std::max(most,
+                            shadeBlock(i, blockEnd, model, camera, lighting, pass.brightness, shades.data()));
+            if (pass.mayRepeat && most > pass.brightness) repeats = true;
+            i = blockEnd;
         }
         brightest[turn.thread] = most;
     };

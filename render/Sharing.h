@@ -2,6 +2,7 @@
 
 #include "errors/Reporter.h"
 #include "platform/Workers.h"
+#include "render/FacetFill.h"
 
 #include <cstddef>
 
@@ -11,6 +12,7 @@ namespace belvor {
 struct Sharing {
     unsigned threads = Workers::usualThreads();   ///< At most; less work than a few pieces takes fewer.
     std::size_t pieceSize = 1024;                 ///< Facets or vertices that a thread takes at a time.
+    FacetFill fillFacets = fastestFacetFill();
 };
 
 /// Reports the first stage of a render from the thread that asked for it: one call for each

@@ -66,6 +66,13 @@ public:
 
     std::uint32_t size() const noexcept { return count; }
 
+    /// `number` elements from `index` on, when they lie side by side in memory; else none.
+    const T* sideBySide(std::uint32_t index, std::uint32_t number) const noexcept
+    {
+        const std::uint32_t inBlock = index & (blockSize - 1);
+        return inBlock + number <= blockSize ? blocks[index >> blockBits] + inBlock : nullptr;
+    }
+
     /// Every element, in order.
     template <class Visit>
     void forEach(Visit visit) const

@@ -60,6 +60,71 @@ void truncateAll(std::span<const double> depths, std::uint32_t* codes, Exact exa
     for (std::size_t i = 0; i < depths.size(); ++i) codes[i] = truncated(exact(depths[i]));
 }
 
+// The projections with all that they need beside them: a loop over many points keeps it at hand.
+
+class PerspectiveMap {
+public:
+    explicit PerspectiveMap(const PerspectiveCamera& camera) noexcept
+        : eye(camera.eye),
+          right(camera.frame.right),
+          up(camera.frame.up),
+          forward(camera.frame.forward),
+          scale(camera.scale),
+          centreX(camera.centreX),
+          centreY(camera.centreY),
+          justBehind(-(camera.far - camera.near) * 5e-13)
+    {}
+
+    Point<3> operator()(const Point<3>& point) const noexcept
+    {
+        const Vector<3> v = point - eye;
+        const double ahead = dot(forward, v);
+        // A point in the eye's own plane would be infinitely far to the side: it is taken as just behind.
+        const double d = ahead == 0.0 ? justBehind : ahead;
+        return {centreX + scale * dot(right, v) / d, centreY - scale * dot(up, v) / d, 0.0 - scale / d};
+    }
+
+private:
+    const Point<3> eye;
+    const Vector<3> right, up, forward;
+    const double scale, centreX, centreY, justBehind;
+};
+
+class ParallelMap {
+public:
+    explicit ParallelMap(const ParallelCamera& camera) noexcept
+        : reference(camera.reference),
+          right(camera.frame.right),
+          up(camera.frame.up),
+          forward(camera.frame.forward),
+          scale(camera.scale),
+          centreX(camera.centreX),
+          centreY(camera.centreY)
+    {}
+
+    Point<3> operator()(const Point<3>& point) const noexcept
+    {
+        const Vector<3> w = scale * (point - reference);
+        return {centreX + dot(right, w), centreY - dot(up, w), dot(forward, w)};
+    }
+
+private:
+    const Point<3> reference;
+    const Vector<3> right, up, forward;
+    const double scale, centreX, centreY;
+};
+
+template <class Map>
+void replaceAll(CoordinateBlock& points, Map map) noexcept
+{
+    for (std::size_t i = 0; i < CoordinateBlock::size; ++i) {
+        const Point<3> moved = map(Point<3>(points.x[i], points.y[i], points.z[i]));
+        points.x[i] = moved[0];
+        points.y[i] = moved[1];
+        points.z[i] = moved[2];
+    }
+}
+
 }   // namespace
 
 Camera::Camera(const CameraView& view, double largestScale) noexcept
@@ -83,14 +148,14 @@ CameraRecord Camera::record(std::uint32_t kind) const noexcept
 
 PerspectiveCamera::PerspectiveCamera(const CameraView& view) noexcept : Camera(view, 1e15) {}
 
+void PerspectiveCamera::project(CoordinateBlock& points) const noexcept
+{
+    replaceAll(points, [map = PerspectiveMap(*this)](const Point<3>& point) { return map(point); });
+}
+
 Point<3> PerspectiveCamera::project(const Point<3>& point) const noexcept
 {
-    const Vector<3> v = point - eye;
-    double d = dot(frame.forward, v);
-    // A point in the eye's own plane would be infinitely far to the side: it is taken as just behind.
-    if (d == 0.0) d = -(far - near) * 5e-13;
-    return {centreX + scale * dot(frame.right, v) / d, centreY - scale * dot(frame.up, v) / d,
-            0.0 - scale / d};
+    return PerspectiveMap(*this)(point);
 }
 
 Point<3> PerspectiveCamera::unproject(const Point<3>& screen) const noexcept
@@ -133,11 +198,12 @@ ParallelCamera::ParallelCamera(const CameraView& view) noexcept
       reference(eye + frame.forward * far)
 {}
 
-Point<3> ParallelCamera::project(const Point<3>& point) const noexcept
+void ParallelCamera::project(CoordinateBlock& points) const noexcept
 {
-    const Vector<3> w = scale * (point - reference);
-    return {centreX + dot(frame.right, w), centreY - dot(frame.up, w), dot(frame.forward, w)};
+    replaceAll(points, [map = ParallelMap(*this)](const Point<3>& point) { return map(point); });
 }
+
+Point<3> ParallelCamera::project(const Point<3>& point) const noexcept { return ParallelMap(*this)(point); }
 
 Point<3> ParallelCamera::unproject(const Point<3>& screen) const noexcept
 {

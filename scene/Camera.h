@@ -1,5 +1,6 @@
 #pragma once
 
+#include "calcore/CoordinateBlock.h"
 #include "calcore/Plane.h"
 #include "platform/Handle.h"
 #include "scene/Ray.h"
@@ -40,6 +41,8 @@ public:
     /// The model-space `plane` in screen space (x, y, depth).
     virtual Plane screenPlane(const Plane& plane) const noexcept = 0;
     virtual Point<3> project(const Point<3>& point) const noexcept = 0;
+    /// Puts the projections in the place of the points, the same to the last bit.
+    virtual void project(CoordinateBlock& points) const noexcept = 0;
     virtual Point<3> unproject(const Point<3>& screen) const noexcept = 0;
     /// Whether the eye is on the side of the plane that its normal points to.
     virtual bool faces(const Plane& plane) const noexcept = 0;
@@ -71,6 +74,7 @@ public:
     explicit PerspectiveCamera(const CameraView& view) noexcept;
     Plane screenPlane(const Plane& plane) const noexcept override;
     Point<3> project(const Point<3>& point) const noexcept override;
+    void project(CoordinateBlock& points) const noexcept override;
     Point<3> unproject(const Point<3>& screen) const noexcept override;
     bool faces(const Plane& plane) const noexcept override;
     CameraRecord describe() const noexcept override;
@@ -83,6 +87,7 @@ public:
     explicit ParallelCamera(const CameraView& view) noexcept;
     Plane screenPlane(const Plane& plane) const noexcept override;
     Point<3> project(const Point<3>& point) const noexcept override;
+    void project(CoordinateBlock& points) const noexcept override;
     Point<3> unproject(const Point<3>& screen) const noexcept override;
     bool faces(const Plane& plane) const noexcept override;
     CameraRecord describe() const noexcept override;

@@ -118,6 +118,11 @@ public:
     std::uint32_t facetCount() const noexcept { return facetStore.size(); }
     const Vertex& vertex(std::uint32_t number) const noexcept { return vertexStore[number]; }
     const Edge& edge(std::uint32_t number) const noexcept { return edgeStore[number]; }
+    /// The edges of a facet, when they lie side by side in memory; else none.
+    const Edge* edgesOf(const Facet& facet) const noexcept
+    {
+        return edgeStore.sideBySide(facet.firstEdge, facet.edgeCount);
+    }
     const Facet& facet(std::uint32_t number) const noexcept { return facetStore[number]; }
 
     std::uint32_t curveCount() const noexcept { return curveStore.size(); }

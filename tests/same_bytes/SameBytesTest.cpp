@@ -12,7 +12,8 @@ TEST(SameBytes, ImageFilesOfRandomScenesAreTheSameInEveryBuildAndForAnyNumberOfT
 {
     const std::string path =
         temporaryNameFor((std::filesystem::temp_directory_path() / "belvor-scene.omb").string());
-    for (const unsigned threads : {1u, 2u, 3u, 8u})
-        EXPECT_EQ(test::hashOfScenes(test::sceneCount, threads, path), test::knownHash)
-            << threads << " threads";
+    for (const Sharing& sharing : test::kindsOfSharing)
+        EXPECT_EQ(test::hashOfScenes(test::sceneCount, sharing, path), test::knownHash)
+            << sharing.threads << " threads"
+            << (sharing.fillFacets == fillFacets ? ", vectors of any processor" : "");
 }

@@ -78,11 +78,11 @@ void addTo(std::uint64_t& hash, const std::string& bytes)
 
 }   // namespace
 
-std::uint64_t hashOfScenes(int count, unsigned threads, const std::string& path)
+std::uint64_t hashOfScenes(int count, const Sharing& sharing, const std::string& path)
 {
     std::uint64_t hash = 14695981039346656037u;
     SilentReporter silent;
-    Frame frame(Sharing{threads, 8});
+    Frame frame(sharing);
     for (int seed = 0; seed < count; ++seed) {
         Random random(seed);
         const Handle<Model> model = randomModel(random);
