@@ -11,14 +11,26 @@
 #include "platform/Process.h"
 
 #include <new>
+#include <utility>
 
 namespace belvor {
 
 int runCommandLine(int argc, char** argv) noexcept
 {
+    std::vector<std::string> arguments;
+    try {
+        arguments = commandLine(argc, argv);
+    } catch (...) {
+        return tellFailure();
+    }
+    return runArguments(std::move(arguments));
+}
+
+int runArguments(std::vector<std::string> arguments) noexcept
+{
     Options options;
     try {
-        options = parseOptions(commandLine(argc, argv));
+        options = parseOptions(std::move(arguments));
         if (!options.answer.empty()) {
             print(options.answer);
             return done;

@@ -32,7 +32,7 @@ public:
     ImageWriter& operator=(const ImageWriter&) = delete;
     virtual ~ImageWriter() = default;
 
-    /// The row to write next, to be filled wholly. Stays where it is for the writer's life.
+    /// The row to write next, to be filled wholly; valid until writeRow().
     virtual ImageRow row() noexcept = 0;
     /// Appends row(). Throws OutputFile::Error, OmbrFile::Error, std::bad_alloc.
     virtual void writeRow() = 0;
