@@ -8,12 +8,12 @@ namespace {
 
 bool isTypeCharacter(char c) noexcept { return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_'; }
 
-bool isType(std::string_view text) noexcept
+}   // namespace
+
+bool isRecordType(std::string_view text) noexcept
 {
     return text.size() >= 2 && text.size() <= 64 && std::all_of(text.begin(), text.end(), isTypeCharacter);
 }
-
-}   // namespace
 
 std::uint64_t EntityCount::skippedInAll() const noexcept
 {
@@ -25,7 +25,7 @@ std::uint64_t EntityCount::skippedInAll() const noexcept
 EntityCount& Account::entity(std::string_view type)
 {
     constexpr std::string_view unreadable = "?";
-    if (!isType(type)) type = unreadable;
+    if (!isRecordType(type)) type = unreadable;
     if (const auto found = entities.find(type); found != entities.end()) return found->second;
     if (entities.size() >= maxTypes) type = unreadable;
     return entities[std::string(type)];

@@ -28,6 +28,9 @@ enum class SkipReason : std::uint8_t {
 };
 inline constexpr std::size_t skipReasonCount = 12;
 
+/// Whether a program may have written it as the type of a record: a damaged file is full of others.
+bool isRecordType(std::string_view text) noexcept;
+
 /// The entities of one type. read = drawn + the sum of skipped, always, once the reading is done.
 struct EntityCount {
     std::uint64_t read = 0, drawn = 0;

@@ -38,6 +38,7 @@ Bounds readDrawn(const Options& options, const Job& job, ConsoleReporter& report
     ReadingOptions how;
     how.log = options.dxfLog;
     how.rules = options.rules;
+    how.colours = options.colours;
     reporter.setStages(formatOf(job.type)->firstStage);
     Reading& reading = notes.reading;
     reading.model = readModel(job.model, job.type, reporter, how, reading.account);

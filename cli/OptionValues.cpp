@@ -71,6 +71,13 @@ void takeReading(const std::string& value, Options& options)
     options.rules = word == "modern" ? ReadingRules::modern : ReadingRules::strict;
 }
 
+void takeColours(const std::string& value, Options& options)
+{
+    const std::string word = lowerCase(value);
+    if (word != "layer" && word != "drawing") refuse(Text::badColours, {value});
+    options.colours = word == "drawing" ? DrawingColours::ofDrawing : DrawingColours::ofLayers;
+}
+
 void takeEdges(const std::string& value, Options& options)
 {
     const std::string word = lowerCase(value);

@@ -13,6 +13,7 @@ void takeSize(const std::string& value, Options& options);
 void takeThreads(const std::string& value, Options& options);
 void takeType(const std::string& value, Options& options);
 void takeReading(const std::string& value, Options& options);
+void takeColours(const std::string& value, Options& options);
 void takeEdges(const std::string& value, Options& options);
 void takeLineWidth(const std::string& value, Options& options);
 void takeSurfaces(const std::string& value, Options& options);

@@ -57,6 +57,7 @@ constexpr OptionRow optionRows[] = {
     {"--info", 0, Text::none, Text::helpInfo, true,
      [](const std::string&, Options& options) { options.info = true; }},
     {"--reading", 0, Text::valueReading, Text::helpReading, false, takeReading},
+    {"--colours", 0, Text::valueColours, Text::helpColours, false, takeColours},
     {"--report", 0, Text::valueReport, Text::helpReport, false,
      [](const std::string& value, Options& options) { options.report = value; }},
     {"--timing", 0, Text::none, Text::helpTiming, true,

@@ -23,6 +23,7 @@ struct Options {
     FileType type = FileType::unknown;
     bool info = false, quiet = false, dxfLog = false;
     ReadingRules rules = ReadingRules::strict;
+    DrawingColours colours = DrawingColours::byRules;
     std::string report;   ///< Where the report goes; "-" for standard output, empty for none.
     bool timing = false, failEmpty = false, failRepaired = false;
     std::vector<std::string> outputs;   ///< Names, or templates of names.

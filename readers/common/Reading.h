@@ -14,9 +14,17 @@ enum class ReadingRules {
               ///< entity.
 };
 
+/// Of what a DXF drawing's materials are made.
+enum class DrawingColours {
+    byRules,     ///< The strict reading: of layers; the modern one: of the drawing.
+    ofLayers,    ///< One material a layer, each with a colour of its own.
+    ofDrawing,   ///< One a layer and colour, in the colours of the drawing.
+};
+
 /// How a file is to be read.
 struct ReadingOptions {
     ReadingRules rules = ReadingRules::strict;
+    DrawingColours colours = DrawingColours::byRules;
     bool log = false;   ///< Write a diagnostic log beside the file, where the format has one.
 };
 

@@ -4,13 +4,19 @@
 #include "readers/dxf/DXFEntity.h"
 #include "readers/dxf/DXFObjects.h"
 #include "resources/Texts.h"
+#include "text/Utf8.h"
 
 namespace belvor {
 
 DXF::DXF(const std::string& fileName, Reporter& reporter, const ReadingOptions& how, Account& account)
     : options(how),
       accountOfReading(account),
-      dxfStream(DXFStream::open(fileName, reporter, how.log, how.rules))
+      dxfStream(DXFStream::open(fileName, reporter, how.log, how.rules)),
+      hasColours(how.colours == DrawingColours::ofDrawing
+                 || (how.colours == DrawingColours::byRules && isModern())),
+      layers(DXFNameOrder{isModern()}),
+      blocks(DXFNameOrder{isModern()}),
+      missingBlocks(DXFNameOrder{isModern()})
 {
     read();
 }
@@ -19,7 +25,12 @@ DXF::DXF(std::string_view bytes, const std::string& fileName, Reporter& reporter
          Account& account)
     : options(how),
       accountOfReading(account),
-      dxfStream(DXFStream::over(bytes, fileName, reporter, how.log, how.rules))
+      dxfStream(DXFStream::over(bytes, fileName, reporter, how.log, how.rules)),
+      hasColours(how.colours == DrawingColours::ofDrawing
+                 || (how.colours == DrawingColours::byRules && isModern())),
+      layers(DXFNameOrder{isModern()}),
+      blocks(DXFNameOrder{isModern()}),
+      missingBlocks(DXFNameOrder{isModern()})
 {
     read();
 }
@@ -30,6 +41,7 @@ void DXF::read()
 {
     accountOfReading.byteOffsets = dxfStream->isBinary();
     readAll();
+    drawPaperSpace();
     writeAccount(accountOfReading);
     forgetContents();   // counts what is left to count
     accountOfReading.notDrawn = skippedEntities.list();
@@ -117,9 +129,10 @@ void DXF::writeAccount(Account& account)
 {
     if (isModern())
         for (auto& [name, block] : blocks)
-            if (!block.tally.walked) tryBlock(block);
+            if (!block.tally.walked && !(block.whenOff && block.whenOff->tally.walked)) tryBlock(block);
     const auto isDrawn = [this](std::string_view type) { return DXFEntity::isDrawn(type, options.rules); };
-    addTo(account, tallyOfEntities, tallyOfOrphans, blocks, isDrawn);
+    addTo(account, {&tallyOfEntities, &tallyOfPaper}, tallyOfOrphans, blocks, isDrawn);
+    if (names.metUnknown()) account.warn(textOf(Text::codePageUnknown));
     if (account.read() == 0) account.warn(textOf(Text::noEntities));
     else if (builder.model().facetCount() == 0 && offLayers.size() == 1)
         account.warn(filledText(Text::everythingOff, {*offLayers.begin()}));
@@ -128,9 +141,12 @@ void DXF::writeAccount(Account& account)
 const DXFLayer& DXF::findLayer(std::string_view name)
 {
     if (recentLayer && isSameText(recentLayerName, name)) return *recentLayer;
-    auto place = layers.lower_bound(name);
-    if (place == layers.end() || place->first != name) {
-        place = layers.emplace_hint(place, name, DXFLayer());
+    std::string room;
+    const std::string_view key = isModern() ? names.readable(name, room) : name;
+    auto place = layers.lower_bound(key);
+    if (place == layers.end() || layers.key_comp()(key, place->first)) {
+        place = layers.emplace_hint(place, key, DXFLayer());
+        place->second.name = place->first;
         log().line("Adding LAYER ", name);
     }
     recentLayer = &place->second;
@@ -140,9 +156,11 @@ const DXFLayer& DXF::findLayer(std::string_view name)
 
 const DXFBlock* DXF::findBlock(std::string_view name)
 {
-    const auto found = blocks.find(name);
+    std::string room;
+    const std::string_view key = isModern() ? names.readable(name, room) : name;
+    const auto found = blocks.find(key);
     if (found != blocks.end()) return &found->second;
-    missingBlocks.insert(name);
+    missingBlocks.emplace(key);
     return nullptr;
 }
 
@@ -152,7 +170,10 @@ Material& DXF::findMaterial(std::string_view key)
     const std::size_t before = builder.model().materials().size();
     recentMaterial = &builder.findMaterial(key);
     recentMaterialKey = key;
-    if (builder.model().materials().size() != before) log().line("add new material ", key);
+    if (builder.model().materials().size() != before) {
+        recentMaterial->name = validUtf8(key);
+        log().line("add new material ", key);
+    }
     return *recentMaterial;
 }
 

@@ -59,6 +59,7 @@ private:
 
     // DXFTables.cpp
     int readHeader();
+    void readDrawingVariable();
     void readTables();
     void readLayers();
     void addLayer(const DXFRecord& record);
@@ -74,7 +75,7 @@ private:
     void walk();
     bool entitiesEnd(std::string_view type);
     void readEntity(DXFTally* tally, std::string_view type);
-    void buildEntity(std::string_view type);
+    void countEntity(DXFTally& tally, std::string_view type, std::uint32_t facetsBefore) const;
     void playBack();
     bool countUndrawn(DXFBlock& block, std::uint64_t cells);
     bool passUndrawn(DXFExpansion& cell);
@@ -104,12 +105,34 @@ private:
     std::int32_t integerOrDefault(const DXFRecord& record, int code, std::int32_t otherwise);
     double realOrZero(const DXFRecord& record, int code);
     void takeDefault(const DXFRecord& record, const BadFile& fault);
-    void tryHidden(std::string_view type);
+    bool tryHidden(std::string_view type);
     void tryRecord(DXFTally& tally, std::string_view type);
     void tryBlock(DXFBlock& block);
 
+    // DXFConventions.cpp: layers and colours that are handed on, and what hides entities
+    bool usesPaint() const noexcept { return isModern() || hasColours; }
+    DXFPaint paintOf(const DXFRecord& record);
+    DXFInherited handedOn(const DXFPaint& paint) const noexcept;
+    DXFBlock& blockOf(const DXFInsertion& insertion, bool aroundIsOff);
+    bool aroundIsOff() const noexcept;
+    Material& painted(const DXFPaint& paint, const DXFInherited& around);
+    const Material& surfaceOf(DXFExpansion& cell, const DXFBlockContents::Facet& facet);
+    bool buildByConventions(std::string_view type);
+    bool isPassedOver(const DXFRecord& record);
+    struct Hidden {
+        SkippedEntities::Why why;
+        std::string_view what;
+    };
+    std::optional<Hidden> whyHidden(const DXFRecord& record, bool placesBlock);
+    void hide(std::string_view type, const Hidden& hidden);
+    void hideSurfaces(const DXFInsertion& insertion);
+    void drawPaperSpace();
+    std::string shown(std::string_view name);
+
     const DXFLayer& findLayer(std::string_view name) override;
     Material& findMaterial(std::string_view key) override;
+    Material& findSurface(std::string_view layer) override;
+    DXFPaint paint() const noexcept override { return paintOfEntity; }
     void nameMaterial(std::string_view key, std::string_view name) override;
     void placeFacet(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat,
                     std::span<const std::uint32_t> loopEnds) override;
@@ -121,11 +144,14 @@ private:
     Account& accountOfReading;
     ModelBuilder builder;
     std::unique_ptr<DXFStream> dxfStream;   // during construction
-    std::map<std::string, DXFLayer, std::less<>> layers;
-    std::map<std::string, DXFBlock, std::less<>> blocks;
+    const bool hasColours;                  // the materials are of layers and colours
+    DXFNameEncoding names;                  // in the modern reading
+    std::map<std::string, DXFLayer, DXFNameOrder> layers;
+    DXFBlocks blocks;
     std::map<std::string, std::string, std::less<>> texts;   // no reading fills it
     SkippedEntities skippedEntities;
     DXFTally tallyOfEntities;                       // of all ENTITIES sections
+    DXFTally tallyOfPaper;                          // of those in paper space, where that is told apart
     DXFTally tallyOfOrphans;                        // of records in the BLOCKS section that stand in no block
     std::set<std::string, std::less<>> offLayers;   // those that hid something, two at most
 
@@ -134,21 +160,32 @@ private:
     DXFBlock* blockOfEntity = nullptr;   // of an INSERT that names one
     bool blockEntered = false;
     bool firstTime = true;   // it is counted, and its damage is told
+    DXFTally* tallyOfEntity = nullptr;
+    DXFPaint paintOfEntity;
+    bool surfaceInherits = false;   // its material depends on the INSERT around it
+    bool layerIsOff = false;        // of what inserts blocks
+    bool onPaper = false;
+    bool drawsPaper = false;                  // the second pass, over what is in paper space
+    DXFPosition entitiesStart;                // of the current ENTITIES section
+    std::vector<DXFPosition> paperSections;   // those that hold something in paper space
 
     // Drawings come in runs of one layer and one material. The names are views of the file.
     const DXFLayer* recentLayer = nullptr;
     std::string_view recentLayerName;
     Material* recentMaterial = nullptr;
     std::string_view recentMaterialKey;
+    std::map<std::pair<const DXFLayer*, DXFColour>, Material*> paintedMaterials;
+    std::pair<const DXFLayer*, DXFColour> recentPaint{};
+    Material* recentPainted = nullptr;
 
     std::vector<DXFExpansion> expansions;   // the ENTITIES section, then the insertions under way
     std::vector<Point<3>> placed;           // the corners of one facet
     std::size_t recordedBytes = 0;          // by the contents of blocks, complete or not
     std::uint64_t facetsMet = 0, cyclesMet = 0, namesMet = 0;   // within the whole reading
     DXFUndrawn undrawn{skippedEntities, [this] { dxfStream->checkProgress(); }};
-    std::set<std::string_view, std::less<>> missingBlocks;   // that INSERTs named; views of the file
-    bool inSection = false, bare = false;                    // the file has no sections
-    bool missingFound = false;                               // one of them has been read
+    std::set<std::string, DXFNameOrder> missingBlocks;   // that INSERTs named
+    bool inSection = false, bare = false;                // the file has no sections
+    bool missingFound = false;                           // one of them has been read
 };
 
 }   // namespace belvor

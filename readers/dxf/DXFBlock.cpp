@@ -2,9 +2,26 @@
 
 namespace belvor {
 
-void DXFBlockContents::addFacet(const Material& material, std::span<const Point<3>> itsCorners,
-                                const DXFAxes* itsFlat, std::span<const std::uint32_t> itsLoopEnds)
+DXFBlock& DXFBlock::on(const DXFLayer* ofInsert, bool aroundIsOff)
 {
+    if (!(ofInsert ? ofInsert->off() : aroundIsOff)) return *this;
+    if (!whenOff) {
+        whenOff = std::make_unique<DXFBlock>();
+        whenOff->name = name;
+        whenOff->base = base;
+        whenOff->entities = entities;
+        whenOff->isEmpty = isEmpty;
+        whenOff->isExternal = isExternal;
+        whenOff->original = this;
+    }
+    return *whenOff;
+}
+
+void DXFBlockContents::addFacet(const Material& material, const DXFPaint* paint,
+                                std::span<const Point<3>> itsCorners, const DXFAxes* itsFlat,
+                                std::span<const std::uint32_t> itsLoopEnds)
+{
+    if (paint && (paints.empty() || paints.back() != *paint)) paints.push_back(*paint);
     std::int32_t loops = -1;
     if (!itsLoopEnds.empty()) {
         loopEnds.emplace_back(itsLoopEnds.begin(), itsLoopEnds.end());
@@ -17,7 +34,9 @@ void DXFBlockContents::addFacet(const Material& material, std::span<const Point<
             flats.push_back(*itsFlat);
         flat = static_cast<std::int32_t>(flats.size() - 1);
     }
-    items.emplace_back(Facet{&material, static_cast<std::uint32_t>(corners.size()),
+    items.emplace_back(Facet{paint ? nullptr : &material,
+                             paint ? static_cast<std::uint32_t>(paints.size() - 1) : 0,
+                             static_cast<std::uint32_t>(corners.size()),
                              static_cast<std::uint32_t>(itsCorners.size()), flat, loops});
     corners.insert(corners.end(), itsCorners.begin(), itsCorners.end());
 }
@@ -31,7 +50,8 @@ void DXFBlockContents::addInsertion(const DXFInsertion& insertion)
 std::size_t DXFBlockContents::size() const noexcept
 {
     return items.size() * sizeof(Item) + corners.size() * sizeof(Point<3>)
-           + insertions.size() * sizeof(DXFInsertion) + flats.size() * sizeof(DXFAxes);
+           + insertions.size() * sizeof(DXFInsertion) + flats.size() * sizeof(DXFAxes)
+           + paints.size() * sizeof(DXFPaint);
 }
 
 }   // namespace belvor

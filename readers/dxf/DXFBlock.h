@@ -18,7 +18,8 @@ namespace belvor {
 class DXFBlockContents {
 public:
     struct Facet {
-        const Material* material;
+        const Material* material;   ///< Null: the paint decides, with what the INSERT hands on.
+        std::uint32_t paint;        ///< Then: index in `paints`.
         std::uint32_t firstCorner, cornerCount;
         std::int32_t flat;    ///< Index in `flats`, or −1 for world +z.
         std::int32_t loops;   ///< Index in `loopEnds`, or −1 for a single loop.
@@ -28,8 +29,9 @@ public:
     };
     using Item = std::variant<Facet, DXFInsertion*, MaterialName>;
 
-    void addFacet(const Material& material, std::span<const Point<3>> itsCorners, const DXFAxes* itsFlat,
-                  std::span<const std::uint32_t> itsLoopEnds);
+    /// `paint` is null for a facet that has this material in every insertion.
+    void addFacet(const Material& material, const DXFPaint* paint, std::span<const Point<3>> itsCorners,
+                  const DXFAxes* itsFlat, std::span<const std::uint32_t> itsLoopEnds);
     void addInsertion(const DXFInsertion& insertion);
     void addMaterialName(std::string_view key, std::string_view name)
     {
@@ -52,6 +54,7 @@ public:
     std::vector<Item> items;
     std::vector<Point<3>> corners;
     std::vector<DXFAxes> flats;
+    std::vector<DXFPaint> paints;
     std::vector<std::vector<std::uint32_t>> loopEnds;
     std::vector<std::unique_ptr<DXFInsertion>> insertions;
 };
@@ -83,7 +86,8 @@ struct DXFBlockSummary {
     std::uint64_t mark = 0;           ///< Of the search that came here last.
 };
 
-/// A BLOCK of the drawing.
+/// A BLOCK of the drawing, as insertions on layers that are on see it. Where entities on layer 0 take the
+/// layer of their INSERT, insertions on layers that are off see less: on() gives the block as they see it.
 struct DXFBlock {
     std::string_view name;   ///< Of the drawing's map of blocks.
     Point<3> base;
@@ -92,10 +96,24 @@ struct DXFBlock {
     bool isEmpty = false;      ///< Its end follows at once.
     bool isExternal = false;   ///< It stands for another file.
 
-    bool expanding = false;   ///< An insertion of it is under way.
     DXFBlockSummary summary;
     DXFTally tally;
     std::unique_ptr<DXFBlockContents> contents;   ///< Once complete.
+    bool hidSurfaces = false;                     ///< Some would be drawn if their layer were on.
+
+    /// Whether an insertion of it is under way.
+    bool& expanding() noexcept { return original ? original->underWay : underWay; }
+    /// Whether this is the block as insertions on layers that are off see it.
+    bool isOff() const noexcept { return original != nullptr; }
+    /// The block as an insertion on the layer `ofInsert` sees it; null for the layer of the INSERT around
+    /// that, which is off or not. Of a block that is not off.
+    DXFBlock& on(const DXFLayer* ofInsert, bool aroundIsOff);
+
+    std::unique_ptr<DXFBlock> whenOff;   ///< Once asked for.
+
+private:
+    DXFBlock* original = nullptr;
+    bool underWay = false;
 };
 
 /// A reading of entities under way: of the ENTITIES section, or of a block for the cells of
@@ -110,8 +128,11 @@ struct DXFExpansion {
     DXFPosition back;               ///< Where the reading goes on after a cell.
     bool playing = false;           ///< The block's contents are played back, not read.
     bool summarising = false;       ///< This is the first walk over the block.
-    DXFTally* tally = nullptr;      ///< Where the records count, unless they have been counted before.
-    std::size_t nextItem = 0;       ///< Of the contents.
+    DXFInherited inherited;         ///< What the INSERT hands on.
+    std::vector<const Material*>
+        surfaces;                ///< By paint of the contents, with that; null: not asked for yet.
+    DXFTally* tally = nullptr;   ///< Where the records count, unless they have been counted before.
+    std::size_t nextItem = 0;    ///< Of the contents.
     std::unique_ptr<DXFBlockContents> recording;
 
     // How far the whole reading was when the cell began.

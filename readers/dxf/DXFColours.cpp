@@ -1,5 +1,8 @@
 #include "readers/dxf/DXFColours.h"
 
+#include "errors/BadFile.h"
+#include "readers/dxf/DXFRecord.h"
+
 #include <cstddef>
 
 namespace belvor {
@@ -39,6 +42,16 @@ static_assert(std::size(indexColours) == 255);
 DXFColour dxfIndexColour(std::int32_t index) noexcept
 {
     return index >= 1 && index <= 255 ? indexColours[index - 1] : dxfWhite;
+}
+
+std::optional<std::int32_t> integerIfAny(const DXFRecord& record, int code)
+{
+    if (!record.has(code)) return {};
+    try {
+        return record.integer(code);
+    } catch (const BadFile&) {
+        return {};
+    }
 }
 
 DXFColour colourOfLayer(const DXFColourGroups& layer) noexcept

@@ -7,6 +7,8 @@
 
 namespace belvor {
 
+class DXFRecord;
+
 /// A colour of a drawing: 0xRRGGBB.
 using DXFColour = std::uint32_t;
 
@@ -28,6 +30,9 @@ DXFColour colourOfLayer(const DXFColourGroups& layer) noexcept;
 /// 420, else the index 1 to 255; 0 is the colour of the INSERT around it (`ofInsert`; white at the top
 /// level), every other and an absent one that of the layer that the entity is on.
 DXFColour colourOfEntity(const DXFColourGroups& entity, DXFColour ofLayer, DXFColour ofInsert) noexcept;
+
+/// The value of a group, unless it is missing or no integer.
+std::optional<std::int32_t> integerIfAny(const DXFRecord& record, int code);
 
 /// What a material of a layer in one colour is called: the layer's name where the colour is the layer's,
 /// else with the colour behind it, "WALLS #a50000".

@@ -6,6 +6,11 @@
 #include "resources/Texts.h"
 
 namespace belvor {
+namespace {
+
+std::string_view shownType(std::string_view type) noexcept { return isRecordType(type) ? type : "?"; }
+
+}   // namespace
 
 bool losesPlace(const BadFile& fault) noexcept
 {
@@ -65,14 +70,15 @@ void DXF::leaveOut(const BadFile& fault, std::string_view type, std::int32_t lin
     const Text text = fault.line() == line           ? Text::leftOut
                       : accountOfReading.byteOffsets ? Text::leftOutAtOffset
                                                      : Text::leftOutAtLine;
-    accountOfReading.repair(line, type, filledText(text, {fault.fault(), std::to_string(fault.line())}));
+    accountOfReading.repair(line, shownType(type),
+                            filledText(text, {fault.fault(), std::to_string(fault.line())}));
 }
 
 void DXF::assume(std::string_view mark, bool atEnd)
 {
-    if (!firstTime) return;
-    const std::string where = atEnd ? textOf(Text::assumedAtEnd)
-                                    : filledText(Text::assumedBefore, {std::string(dxfStream->type())});
+    if (!firstTime || (drawsPaper && expansions.size() <= 1)) return;   // the first pass has told it
+    const std::string where =
+        atEnd ? textOf(Text::assumedAtEnd) : filledText(Text::assumedBefore, {shownType(dxfStream->type())});
     accountOfReading.repair(atEnd ? dxfStream->position().line : dxfStream->line(), mark, where);
 }
 
@@ -118,12 +124,14 @@ void DXF::takeDefault(const DXFRecord& record, const BadFile& fault)
     accountOfReading.repair(fault.line(), record.type(), filledText(Text::defaultTaken, {fault.fault()}));
 }
 
-/// Builds the current record, which is hidden, for nothing: throws BadFile when it is damaged.
-void DXF::tryHidden(std::string_view type)
+/// Builds the current record, which is hidden, for nothing: throws BadFile when it is damaged. Whether it has
+/// surfaces.
+bool DXF::tryHidden(std::string_view type)
 {
-    if (!DXFEntity::isDrawn(type, options.rules)) return;
+    if (!DXFEntity::isDrawn(type, options.rules)) return false;
     DXFTrial trial(*this);
     DXFEntity(trial, dxfStream->readRecord()).build();
+    return trial.facetsSoFar() != 0;
 }
 
 /// Counts a record of a block that is never inserted.
@@ -134,6 +142,8 @@ void DXF::tryRecord(DXFTally& tally, std::string_view type)
     reasonOfEntity =
         DXFEntity::isDrawn(type, options.rules) ? SkipReason::blockNeverInserted : SkipReason::typeNotDrawn;
     try {
+        if (dxfStream->readRecord().integerOr(60, 0) == 1 && reasonOfEntity != SkipReason::typeNotDrawn)
+            reasonOfEntity = SkipReason::invisible;
         tryHidden(type);
     } catch (const BadFile& fault) {
         leaveOut(fault, type, line);

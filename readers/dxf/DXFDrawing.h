@@ -3,6 +3,7 @@
 #include "calcore/Transform.h"
 #include "readers/common/Reading.h"
 #include "readers/dxf/DXFLoops.h"
+#include "readers/dxf/DXFPaint.h"
 #include "readers/dxf/DXFStream.h"
 #include "readers/dxf/SkippedEntities.h"
 #include "scene/Material.h"
@@ -14,15 +15,6 @@
 
 namespace belvor {
 
-/// What a layer table says of a layer; names that no table knows are thawed and on.
-struct DXFLayer {
-    std::int16_t flags = 0;
-    std::int16_t colour = 256;
-
-    bool frozen() const noexcept { return (flags & 1) != 0; }
-    bool off() const noexcept { return colour < 0; }
-};
-
 /// One INSERT: a block, placed once in each cell of an array. A cell takes a point of the
 /// block, less the block's base point, moved by (column × columnSpacing, row × rowSpacing, 0),
 /// through placement() into the coordinates in which the INSERT itself is given.
@@ -30,6 +22,8 @@ struct DXFInsertion {
     std::string_view block;               // a view of the file
     std::int32_t columns = 1, rows = 1;   ///< Not less.
     double columnSpacing = 0.0, rowSpacing = 0.0;
+    bool spacingIsScaled = true;   ///< Else the block is scaled before it is moved to its cell.
+    DXFPaint paint;                ///< Of the INSERT itself.
     Vector<3> scale{1, 1, 1};
     double degrees = 0.0;   ///< About z, before the tilt.
     Vector<3> position;     ///< In the tilted axes.
@@ -40,11 +34,23 @@ struct DXFInsertion {
         return static_cast<std::uint64_t>(columns) * static_cast<std::uint64_t>(rows);
     }
 
+    /// From the cells to where the INSERT is given; with the scale where that holds for the spacing too.
     AffineTransform<3> placement() const noexcept
     {
-        return tilt.toWorld() * UniformTransform<3>::translation(position)
-               * UniformTransform<3>::rotation(Angle::degrees(degrees))
-               * NonUniformTransform<3>::scale(scale);
+        const AffineTransform<3> turned = tilt.toWorld() * UniformTransform<3>::translation(position)
+                                          * UniformTransform<3>::rotation(Angle::degrees(degrees));
+        return spacingIsScaled ? turned * NonUniformTransform<3>::scale(scale) : turned;
+    }
+
+    /// The transform of a cell, given `placed`, which placement() is the last part of.
+    AffineTransform<3> cellIn(const AffineTransform<3>& placed, std::int32_t column, std::int32_t row,
+                              const Point<3>& base) const noexcept
+    {
+        using Move = UniformTransform<3>;
+        const Vector<3> offset(column * columnSpacing, row * rowSpacing, 0.0);
+        if (spacingIsScaled) return placed * Move::translation(offset - base.vector());
+        return placed * Move::translation(offset) * NonUniformTransform<3>::scale(scale)
+               * Move::translation(-base.vector());
     }
 };
 
@@ -64,6 +70,10 @@ public:
     /// The layer of that name, added with its defaults when there is none.
     virtual const DXFLayer& findLayer(std::string_view name) = 0;
     virtual Material& findMaterial(std::string_view key) = 0;
+    /// The material of the current entity, which is on `layer`, where it has none of its own.
+    virtual Material& findSurface(std::string_view layer) = 0;
+    /// Of the current entity, where layers or colours are handed on.
+    virtual DXFPaint paint() const noexcept = 0;
     /// Gives the material of `key` a name, which a later definition may change again.
     virtual void nameMaterial(std::string_view key, std::string_view name) = 0;
 

@@ -52,7 +52,8 @@ bool DXFEntity::isVisible()
 
 const Material& DXFEntity::material()
 {
-    if (!surface) surface = &drawing.findMaterial(materialKey.empty() ? layer : materialKey);
+    if (!surface)
+        surface = materialKey.empty() ? &drawing.findSurface(layer) : &drawing.findMaterial(materialKey);
     return *surface;
 }
 

@@ -18,7 +18,10 @@ SkipReason reasonOf(SkippedEntities::Why why) noexcept
     using Why = SkippedEntities::Why;
     switch (why) {
     case Why::layerFrozen: return SkipReason::layerFrozen;
-    case Why::layerOff: return SkipReason::layerOff;
+    case Why::layerOff:
+    case Why::insertOff: return SkipReason::layerOff;
+    case Why::paperSpace: return SkipReason::paperSpace;
+    case Why::invisible: return SkipReason::invisible;
     case Why::blockEmpty: return SkipReason::blockEmpty;
     case Why::blockExternal: return SkipReason::blockInAnotherFile;
     case Why::blockUnknown: return SkipReason::blockUnknown;
@@ -44,6 +47,7 @@ void DXF::forgetContents()
 
 void DXF::readAllEntities()
 {
+    entitiesStart = dxfStream->position();
     expansions.emplace_back();
     startCell();
     while (!expansions.empty()) {
@@ -57,7 +61,7 @@ void DXF::readEntities(const DXFInsertion& insertion)
 {
     const auto found = blocks.find(insertion.block);
     if (found == blocks.end()) return;
-    DXFBlock& block = found->second;
+    DXFBlock& block = blockOf(insertion, aroundIsOff());
     if (!expansions.empty() && expansions.back().summarising) {
         DXFBlockSummary::Inserted& met = expansions.back().block->summary.insertions[&block];
         ++met.times;
@@ -65,20 +69,22 @@ void DXF::readEntities(const DXFInsertion& insertion)
     }
     record([&insertion](DXFBlockContents& contents) { contents.addInsertion(insertion); });
     blockOfEntity = &block;
-    blockEntered = !block.expanding;
+    blockEntered = !block.expanding();
     if (blockEntered && !expansions.empty() && expansions.back().block)
         expansions.back().block->tally.entered(block);
-    if (block.expanding) {   // not for the record: it depends on who inserts the block
+    if (block.expanding()) {   // not for the record: it depends on who inserts the block
         ++cyclesMet;
         undrawn.countInItself(block, 1);
         return;
     }
+    if (block.hidSurfaces) hideSurfaces(insertion);
     if (countUndrawn(block, insertion.cells())) return;
     DXFExpansion inner;
     inner.block = &block;
     inner.insertion = insertion;
+    inner.inherited = handedOn(insertion.paint);
     inner.placement = expansions.back().transform * insertion.placement();
-    block.expanding = true;
+    block.expanding() = true;
     expansions.push_back(std::move(inner));
     startCell();
 }
@@ -97,10 +103,7 @@ void DXF::startCell()
     DXFExpansion& cell = expansions.back();
     dxfStream->checkProgress();
     if (cell.block) {
-        const DXFInsertion& insertion = cell.insertion;
-        const Vector<3> offset(cell.column * insertion.columnSpacing, cell.row * insertion.rowSpacing, 0.0);
-        const Vector<3> base = cell.block->base.vector();
-        cell.transform = cell.placement * UniformTransform<3>::translation(offset - base);
+        cell.transform = cell.insertion.cellIn(cell.placement, cell.column, cell.row, cell.block->base);
     }
     if (log()) logCell(cell);
     cell.tally = cell.block ? nullptr : &tallyOfEntities;
@@ -162,7 +165,7 @@ void DXF::endCell()
 
 void DXF::leaveExpansion()
 {
-    if (DXFBlock* const block = expansions.back().block) block->expanding = false;
+    if (DXFBlock* const block = expansions.back().block) block->expanding() = false;
     expansions.pop_back();
 }
 
@@ -183,9 +186,9 @@ bool DXF::passUndrawn(DXFExpansion& cell)
         cell.emptyCells = 0;
         return false;
     }
-    cell.block->expanding = false;
+    cell.block->expanding() = false;
     const bool counted = countUndrawn(*cell.block, cell.cellsLeft());
-    cell.block->expanding = true;
+    cell.block->expanding() = true;
     if (counted) return true;
     // The search below may fail: not after every cell.
     return std::has_single_bit(++cell.emptyCells) && passFarCells(cell);
@@ -196,7 +199,8 @@ bool DXF::passFarCells(DXFExpansion& cell)
 {
     const DXFInsertion& insertion = cell.insertion;
     const AffineTransform<3>& outer = expansions[expansions.size() - 2].transform;
-    DXFFarCells far([this](std::string_view name) -> DXFBlock& { return blocks.find(name)->second; });
+    DXFFarCells far(
+        [this](const DXFInsertion& inner, bool isOff) -> DXFBlock& { return blockOf(inner, isOff); });
     const auto pass = [&](std::int32_t columns, std::int32_t rows) {
         const std::uint64_t cells = static_cast<std::uint64_t>(columns) * static_cast<std::uint64_t>(rows);
         const DXFCellRange range = DXFCellRange{outer, outer}.cellsOf(insertion, cell.block->base,
@@ -276,43 +280,32 @@ bool DXF::entitiesEnd(std::string_view type)
 /// Draws the current record, and counts it in `tally` unless that is null.
 void DXF::readEntity(DXFTally* tally, std::string_view type)
 {
-    if (isModern() && (is(type, "ENDBLK") || is(type, "ENDSEC"))) return;   // one too many
     const std::uint32_t facetsBefore = builder.model().facetCount();
     reasonOfEntity.reset();
     blockOfEntity = nullptr;
-    firstTime = tally != nullptr;
-    buildEntity(type);
-    firstTime = true;
-    if (!tally || !isCountedRecord(type)) return;
-    if (reasonOfEntity)
-        tally->skipped(type,
-                       DXFEntity::isDrawn(type, options.rules) ? *reasonOfEntity : SkipReason::typeNotDrawn);
-    else if (blockOfEntity) tally->inserted(type, *blockOfEntity, blockEntered);
-    else if (builder.model().facetCount() != facetsBefore) tally->drawn(type);
-    else tally->skipped(type, SkipReason::noSurface);   // its facets were too far out
+    surfaceInherits = false;
+    if (isModern()) {
+        tallyOfEntity = tally;
+        if (!buildByConventions(type)) return;
+        tally = tallyOfEntity;
+    } else {
+        const DXFRecord& entityRecord = dxfStream->readRecord();
+        if (hasColours) paintOfEntity = paintOf(entityRecord);
+        DXFEntity entity(*this, entityRecord);
+        if (entity.isVisible()) entity.build();
+    }
+    if (tally && isCountedRecord(type)) countEntity(*tally, type, facetsBefore);
 }
 
-/// In the modern reading a faulty record is left out, hidden or not.
-void DXF::buildEntity(std::string_view type)
+/// Counts the entity that has been built.
+void DXF::countEntity(DXFTally& tally, std::string_view type, std::uint32_t facetsBefore) const
 {
-    if (!isModern()) {
-        DXFEntity entity(*this, dxfStream->readRecord());
-        if (entity.isVisible()) entity.build();
-        return;
-    }
-    const std::int32_t line = dxfStream->line();
-    try {
-        DXFEntity entity(*this, dxfStream->readRecord());
-        if (entity.isVisible()) entity.build();
-        else if (firstTime) tryHidden(type);
-    } catch (const BadFile& fault) {
-        leaveOut(fault, type, line);
-        if (losesPlace(fault)) {
-            if (isCountedRecord(type)) tallyOfEntities.skipped(type, SkipReason::faulty);   // the last record
-            throw;
-        }
-        skip(type, SkippedEntities::Why::faulty, {});
-    }
+    if (reasonOfEntity)
+        tally.skipped(type,
+                      DXFEntity::isDrawn(type, options.rules) ? *reasonOfEntity : SkipReason::typeNotDrawn);
+    else if (blockOfEntity) tally.inserted(type, *blockOfEntity, blockEntered);
+    else if (builder.model().facetCount() != facetsBefore) tally.drawn(type);
+    else tally.skipped(type, SkipReason::noSurface);   // its facets were too far out
 }
 
 /// The same from the block's recorded contents.
@@ -325,12 +318,13 @@ void DXF::playBack()
         if (cell.nextItem % itemsBetweenReports == itemsBetweenReports - 1) dxfStream->checkProgress();
         const DXFBlockContents::Item& item = contents.items[cell.nextItem++];
         if (const auto* facet = std::get_if<DXFBlockContents::Facet>(&item)) {
-            addMapped(*facet->material, contents.cornersOf(*facet),
+            addMapped(facet->material ? *facet->material : surfaceOf(cell, *facet),
+                      contents.cornersOf(*facet),
                       facet->flat < 0 ? nullptr : &contents.flats[static_cast<std::size_t>(facet->flat)],
                       cell.transform, contents.loopEndsOf(*facet));
         } else if (const auto* name = std::get_if<DXFBlockContents::MaterialName>(&item)) {
             ++namesMet;
-            findMaterial(name->key).name = name->name;
+            findMaterial(name->key).name = shown(name->name);
         } else {
             readEntities(*std::get<DXFInsertion*>(item));
             if (expansions.size() != depth) return;
@@ -359,9 +353,15 @@ void DXF::skip(std::string_view type, SkippedEntities::Why why, std::string_view
     // its section open: nothing is missing from the picture.
     if (type == "VERTEX" || type == "SEQEND" || type == "EOF") return;
     if (!reasonOfEntity) reasonOfEntity = reasonOf(why);
-    if (why == SkippedEntities::Why::layerOff && DXFEntity::isDrawn(type, options.rules)
+    if (why == SkippedEntities::Why::layerOff && !isModern() && DXFEntity::isDrawn(type, options.rules)
         && offLayers.size() < 2)
         offLayers.emplace(what);
+    using Why = SkippedEntities::Why;
+    const bool listed =
+        drawsPaper && expansions.size() == 1 && (why == Why::typeNotDrawn || why == Why::faulty);
+    if (listed) return;   // by the first pass
+    std::string room;
+    if (isModern() && why == Why::blockUnknown) what = names.readable(what, room);
     SkippedEntities::Entry& entry = skippedEntities.add(type, why, what);
     if (expansions.back().summarising) ++expansions.back().block->summary.skips[&entry];
 }
@@ -369,7 +369,7 @@ void DXF::skip(std::string_view type, SkippedEntities::Why why, std::string_view
 void DXF::nameMaterial(std::string_view key, std::string_view name)
 {
     ++namesMet;
-    findMaterial(key).name = name;
+    findMaterial(key).name = shown(name);
     record([key, name](DXFBlockContents& contents) { contents.addMaterialName(key, name); });
 }
 
@@ -377,7 +377,9 @@ void DXF::placeFacet(const Material& material, std::span<const Point<3>> corners
                      std::span<const std::uint32_t> loopEnds)
 {
     if (expansions.back().summarising) ++expansions.back().block->summary.facets;
-    record([&](DXFBlockContents& contents) { contents.addFacet(material, corners, flat, loopEnds); });
+    record([&](DXFBlockContents& contents) {
+        contents.addFacet(material, surfaceInherits ? &paintOfEntity : nullptr, corners, flat, loopEnds);
+    });
     addMapped(material, corners, flat, expansions.back().transform, loopEnds);
 }
 

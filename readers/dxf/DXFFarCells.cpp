@@ -52,9 +52,7 @@ DXFCellRange DXFCellRange::cellsOf(const DXFInsertion& insertion, const Point<3>
     DXFCellRange cells;
     for (const std::int32_t c : {column, column + (columns - 1)})
         for (const std::int32_t r : {row, row + (rows - 1)}) {
-            const Vector<3> offset(c * insertion.columnSpacing, r * insertion.rowSpacing, 0.0);
-            const UniformTransform<3> move = UniformTransform<3>::translation(offset - base.vector());
-            cells = {least * move, most * move};
+            cells = {insertion.cellIn(least, c, r, base), insertion.cellIn(most, c, r, base)};
             for (int axis = 0; axis < 3; ++axis) {
                 const double from = cells.low.translation()[axis], to = cells.high.translation()[axis];
                 smallest[axis] = std::isnan(from) ? -infinity : std::min(smallest[axis], from);
@@ -71,9 +69,9 @@ bool DXFFarCells::holdsNothing(DXFBlock& block, const DXFCellRange& range, std::
     played.clear();
     counted.clear();
     inItself.clear();
-    const bool wasExpanding = std::exchange(block.expanding, true);
+    const bool wasExpanding = std::exchange(block.expanding(), true);
     const bool nothing = visit(block, range, cells, 0);
-    block.expanding = wasExpanding;
+    block.expanding() = wasExpanding;
     return nothing;
 }
 
@@ -86,18 +84,18 @@ bool DXFFarCells::visit(DXFBlock& block, const DXFCellRange& range, std::uint64_
             if (!isFar(*block.contents, *facet, range)) return false;
             facets = belvor::counted(facets, times, 1);
         } else if (const auto* const insertion = std::get_if<DXFInsertion*>(&item)) {
-            if (!visitInsertion(**insertion, range, times, depth)) return false;
+            if (!visitInsertion(**insertion, block, range, times, depth)) return false;
         }   // a material keeps the name that the cell before gave it
     }
     played.emplace_back(&block, times);
     return true;
 }
 
-bool DXFFarCells::visitInsertion(const DXFInsertion& insertion, const DXFCellRange& range,
-                                 std::uint64_t times, int depth)
+bool DXFFarCells::visitInsertion(const DXFInsertion& insertion, const DXFBlock& around,
+                                 const DXFCellRange& range, std::uint64_t times, int depth)
 {
-    DXFBlock& inner = find(insertion.block);
-    if (inner.expanding) {
+    DXFBlock& inner = find(insertion, around.isOff());
+    if (inner.expanding()) {
         inItself.emplace_back(&inner, times);
         return true;
     }
@@ -106,11 +104,11 @@ bool DXFFarCells::visitInsertion(const DXFInsertion& insertion, const DXFCellRan
         counted.emplace_back(&inner, cells);
         return true;
     }
-    inner.expanding = true;
+    inner.expanding() = true;
     const bool nothing =
         visit(inner, range.cellsOf(insertion, inner.base, 0, 0, insertion.columns, insertion.rows), cells,
               depth + 1);
-    inner.expanding = false;
+    inner.expanding() = false;
     return nothing;
 }
 

@@ -30,7 +30,8 @@ struct DXFCellRange {
 /// beyond what a number can hold there. Looks at a limited number of things.
 class DXFFarCells {
 public:
-    using FindBlock = std::function<DXFBlock&(std::string_view)>;
+    /// Gives the block of an insertion within a block that is seen from a layer that is off, or not.
+    using FindBlock = std::function<DXFBlock&(const DXFInsertion& insertion, bool aroundIsOff)>;
     explicit DXFFarCells(FindBlock finder) : find(std::move(finder)) {}
 
     /// True when that is so for certain. The public members then say what each cell comes to,
@@ -42,8 +43,8 @@ public:
 
 private:
     bool visit(DXFBlock& block, const DXFCellRange& range, std::uint64_t times, int depth);
-    bool visitInsertion(const DXFInsertion& insertion, const DXFCellRange& range, std::uint64_t times,
-                        int depth);
+    bool visitInsertion(const DXFInsertion& insertion, const DXFBlock& around, const DXFCellRange& range,
+                        std::uint64_t times, int depth);
     bool isFar(const DXFBlockContents& contents, const DXFBlockContents::Facet& facet,
                const DXFCellRange& range);
 

@@ -11,6 +11,8 @@ void DXFInsert::build()
     const DXFBlock* const block = drawing.findBlock(insertion.block);
     const auto skipWithoutBlock = [&] { drawing.skip(record.type(), Why::blockUnknown, insertion.block); };
     if (!block && !record.isModern()) return skipWithoutBlock();   // whatever its other groups hold
+    insertion.paint = drawing.paint();
+    insertion.spacingIsScaled = !record.isModern();
     insertion.columns = record.integerOr(70, 1);
     insertion.rows = record.integerOr(71, 1);
     const bool noCells = insertion.columns <= 0 || insertion.rows <= 0;
@@ -25,6 +27,7 @@ void DXFInsert::build()
     insertion.tilt = DXFAxes::of(record);
     if (!block) return skipWithoutBlock();
     if (noCells) return skipWithoutCells();
+    insertion.block = block->name;
     if (block->isEmpty) {
         drawing.skip(record.type(), block->isExternal ? Why::blockExternal : Why::blockEmpty,
                      insertion.block);

@@ -8,6 +8,7 @@ void DXFPicturedByBlock::build()
     const bool isTable = is(record.type(), "ACAD_TABLE");
     const std::string_view name = record.textOr(2, "");
     DXFInsertion insertion;
+    insertion.paint = drawing.paint();
     if (isTable) insertion.position = record.pointOr(10, 0.0).vector();
     else if (record.hasPoint(12))
         insertion.position = DXFAxes::of(record).toWorld(record.pointOr(12, 0.0)).vector();

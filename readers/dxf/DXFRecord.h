@@ -119,11 +119,12 @@ private:
     }
     void convertReal(const DXFGroup& group) const;
 
-    static constexpr std::size_t smallCodes = 256, noSlot = smallCodes + 1;   // between them that of 1001
+    // Indexed are the small codes and two others.
+    static constexpr std::size_t smallCodes = 256, noSlot = smallCodes + 2;
     static constexpr std::size_t slotOf(int code) noexcept
     {
         if (static_cast<unsigned>(code) < smallCodes) return static_cast<std::size_t>(code);
-        return code == 1001 ? smallCodes : noSlot;
+        return code == 1001 ? smallCodes : code == 420 ? smallCodes + 1 : noSlot;
     }
     const DXFGroup* firstOf(int indexedCode) const noexcept
     {
@@ -139,7 +140,7 @@ private:
 
     // The place of the first group of each indexed code among the first `indexed` of the list:
     // of those codes that there are, another code's entry points at anything.
-    std::array<std::uint32_t, smallCodes + 1> firsts{};
+    std::array<std::uint32_t, noSlot> firsts{};
     std::size_t indexed = 0;
 };
 

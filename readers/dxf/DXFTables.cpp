@@ -28,9 +28,30 @@ int DXF::readHeader()
             log().line("ENDSEC of HEADER section at line ", dxfStream->line());
             break;
         }
-        if (dxfStream->type() == "$ACADVER") release = releaseOf(dxfStream->readRecord().textOr(1, ""));
+        if (isModern()) readDrawingVariable();
+        else if (dxfStream->type() == "$ACADVER") release = releaseOf(dxfStream->readRecord().textOr(1, ""));
     }
     return release;
+}
+
+/// What a header variable means for the modern reading.
+void DXF::readDrawingVariable()
+{
+    struct UnitRow {
+        std::int32_t ofDrawing;
+        std::uint32_t code;
+    };
+    constexpr UnitRow knownUnits[] = {{1, 7}, {2, 8}, {4, 2}, {5, 3}, {6, 4}, {7, 5}, {9, 6}, {13, 1}};
+    const std::string_view type = dxfStream->type();
+    if (is(type, "$ACADVER")) names.setRelease(dxfStream->readRecord().textOr(1, ""));
+    else if (is(type, "$DWGCODEPAGE")) names.setCodePage(dxfStream->readRecord().textOr(3, ""));
+    else if (is(type, "$INSUNITS")) {
+        const std::int32_t unit = dxfStream->readRecord().readableInteger(70);
+        Units units;
+        for (const UnitRow& row : knownUnits)
+            if (row.ofDrawing == unit) units.code = row.code;
+        builder.setUnits(units);
+    }
 }
 
 void DXF::readTables()
@@ -72,11 +93,17 @@ void DXF::addLayer(const DXFRecord& record)
     const std::string_view name = record.textOr(2, "");
     const std::int32_t flags = isModern() ? integerOrDefault(record, 70, 0) : record.integer(70);
     const std::int32_t colour = isModern() ? integerOrDefault(record, 62, 7) : record.integer(62);
-    const DXFLayer layer{static_cast<std::int16_t>(flags), static_cast<std::int16_t>(colour)};
-    if (!layers.emplace(name, layer).second) {
+    DXFLayer layer;
+    layer.flags = static_cast<std::int16_t>(flags);
+    layer.colour = static_cast<std::int16_t>(colour);
+    if (hasColours) layer.shown = colourOfLayer({colour, integerIfAny(record, 420)});
+    std::string room;
+    const auto [place, isNew] = layers.emplace(isModern() ? names.readable(name, room) : name, layer);
+    if (!isNew) {
         log().line("Duplicate LAYER definition ", name, " at line ", record.line());
         return;
     }
+    place->second.name = place->first;
     log().line("Adding LAYER definition ", name, " (Frozen? ", layer.frozen() ? "1" : "0", ", Off? ",
                layer.off() ? "1" : "0", ") at line ", record.line());
 }
@@ -117,7 +144,8 @@ void DXF::readBlocks()
 /// a name.
 DXFBlock* DXF::addBlock(const DXFRecord& record)
 {
-    std::string name(isModern() ? record.textOr(2, "") : record.text(2));
+    std::string room;
+    std::string name(isModern() ? names.readable(record.textOr(2, ""), room) : record.text(2));
     if (isModern() && (name.empty() || blocks.contains(name))) {
         accountOfReading.repair(record.line(), "BLOCK",
                                 textOf(name.empty() ? Text::blockNameless : Text::blockSecond));
@@ -134,7 +162,7 @@ DXFBlock* DXF::addBlock(const DXFRecord& record)
     if (!isNew) throw BadFile(BadFile::duplicateBlock, place->first, dxfStream->fileName(), record.line());
     log().line("Adding BLOCK definition ", place->first, " at line ", record.line());
     place->second.name = place->first;
-    missingFound |= missingBlocks.contains(place->second.name);
+    missingFound |= missingBlocks.contains(place->first);
     return &place->second;
 }
 

@@ -16,14 +16,18 @@ bool drawsItself(const DXFTally& tally) noexcept
 }
 
 /// The blocks of which an insertion draws something: those that do themselves, and those that insert them.
-std::set<const DXFBlock*> drawingBlocks(const std::map<std::string, DXFBlock, std::less<>>& blocks)
+std::set<const DXFBlock*> drawingBlocks(const DXFBlocks& blocks)
 {
     std::map<const DXFBlock*, std::vector<const DXFBlock*>> insertedBy;
     std::vector<const DXFBlock*> found;
-    for (const auto& [name, block] : blocks) {
+    const auto add = [&](const DXFBlock& block) {
         if (drawsItself(block.tally)) found.push_back(&block);
         for (const auto& [inserted, insertions] : block.tally.insertions)
             if (insertions.entered) insertedBy[inserted].push_back(&block);
+    };
+    for (const auto& [name, block] : blocks) {
+        add(block);
+        if (block.whenOff) add(*block.whenOff);
     }
     std::set<const DXFBlock*> drawing(found.begin(), found.end());
     while (!found.empty()) {
@@ -48,8 +52,9 @@ void addWalked(Account& account, const DXFTally& tally, const std::set<const DXF
         for (const auto& [type, records] : insertions.records) {
             EntityCount& row = account.entity(type);
             row.read += records;
-            if (!insertions.entered) row.skippedFor(SkipReason::blockInsertsItself) += records;
-            else if (drawing.contains(block)) row.drawn += records;
+            if (insertions.entered && drawing.contains(block)) row.drawn += records;
+            else if (block->isOff()) row.skippedFor(SkipReason::layerOff) += records;
+            else if (!insertions.entered) row.skippedFor(SkipReason::blockInsertsItself) += records;
             else row.skippedFor(SkipReason::noSurface) += records;
             if (is(type, "INSERT")) account.blocks[std::string(block->name)] += records;
         }
@@ -82,15 +87,17 @@ void DXFTally::inserted(std::string_view type, DXFBlock& block, bool entered)
     somethingNotEntered |= !entered;
 }
 
-void addTo(Account& account, const DXFTally& entities, const DXFTally& orphans,
-           const std::map<std::string, DXFBlock, std::less<>>& blocks,
-           const std::function<bool(std::string_view type)>& isDrawn)
+void addTo(Account& account, std::initializer_list<const DXFTally*> entities, const DXFTally& orphans,
+           const DXFBlocks& blocks, const std::function<bool(std::string_view type)>& isDrawn)
 {
     const std::set<const DXFBlock*> drawing = drawingBlocks(blocks);
     for (const auto& [name, block] : blocks) account.blocks[name] = 0;
-    addWalked(account, entities, drawing);
+    for (const DXFTally* const tally : entities) addWalked(account, *tally, drawing);
     for (const auto& [name, block] : blocks) {
-        if (block.tally.walked) addWalked(account, block.tally, drawing);
+        // What draws something seen from a layer that is off does so from others too.
+        const bool onlyOff = !block.tally.walked && block.whenOff && block.whenOff->tally.walked;
+        const DXFTally& tally = onlyOff ? block.whenOff->tally : block.tally;
+        if (tally.walked) addWalked(account, tally, drawing);
         else addNeverInserted(account, block.tally, isDrawn);
     }
     if (orphans.walked) addWalked(account, orphans, drawing);

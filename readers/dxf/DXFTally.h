@@ -2,9 +2,11 @@
 
 #include "account/Account.h"
 #include "readers/dxf/DXFGroup.h"
+#include "readers/dxf/DXFNames.h"
 
 #include <cstdint>
 #include <functional>
+#include <initializer_list>
 #include <map>
 #include <string>
 #include <string_view>
@@ -76,8 +78,7 @@ private:
 
 /// Adds to the account of a whole drawing what stands in the tallies of its ENTITIES sections, of the records
 /// in BLOCKS sections that stand in no block, and of its blocks. `isDrawn` tells which types can be drawn.
-void addTo(Account& account, const DXFTally& entities, const DXFTally& orphans,
-           const std::map<std::string, DXFBlock, std::less<>>& blocks,
-           const std::function<bool(std::string_view type)>& isDrawn);
+void addTo(Account& account, std::initializer_list<const DXFTally*> entities, const DXFTally& orphans,
+           const DXFBlocks& blocks, const std::function<bool(std::string_view type)>& isDrawn);
 
 }   // namespace belvor

@@ -16,6 +16,8 @@ public:
     void assume(std::string_view mark, bool atEnd) override { drawing.assume(mark, atEnd); }
     const DXFLayer& findLayer(std::string_view) override { return layer; }
     Material& findMaterial(std::string_view) override { return material; }
+    Material& findSurface(std::string_view) override { return material; }
+    DXFPaint paint() const noexcept override { return {}; }
     void nameMaterial(std::string_view, std::string_view) override {}
     void readEntities(const DXFInsertion&) override {}
     const DXFBlock* findBlock(std::string_view) override { return &block; }

@@ -35,7 +35,7 @@ bool DXFUndrawn::search(DXFBlock& from, Visit visit, Hit hit)
         for (const auto& [inner, times] : block.summary.insertions) {
             if (inner->summary.mark == searches) continue;
             inner->summary.mark = searches;
-            if (inner->expanding) hit(*inner);
+            if (inner->expanding()) hit(*inner);
             else open.push_back(inner);
         }
     }
@@ -103,9 +103,9 @@ const DXFUndrawn::Tally* DXFUndrawn::tallyOf(DXFBlock& block)
     if (knownNumbers > maxKnownNumbers) return nullptr;
     std::vector<Frame> frames;
     frames.push_back({&block, std::move(key), block.summary.insertions.begin(), {{&block, 1, 0, 0}}});
-    block.expanding = true;
+    block.expanding() = true;
     const auto leave = [&frames] {
-        for (const Frame& frame : frames) frame.block->expanding = false;
+        for (const Frame& frame : frames) frame.block->expanding() = false;
     };
     try {
         const Tally* const result = walkCircles(frames);
@@ -126,13 +126,13 @@ const DXFUndrawn::Tally* DXFUndrawn::walkCircles(std::vector<Frame>& frames)
         if (frame.next == frame.block->summary.insertions.end()) {
             knownNumbers += frame.key.size() + frame.tally.size() * 4;
             const Tally& done = known[std::move(frame.key)] = std::move(frame.tally);
-            frame.block->expanding = false;
+            frame.block->expanding() = false;
             frames.pop_back();
             if (frames.empty()) return &done;
             continue;   // the one before looks it up
         }
         const auto& [inner, inserted] = *frame.next;
-        if (inner->expanding) {
+        if (inner->expanding()) {
             add(frame.tally, {{inner, 0, 0, 1}}, inserted.times);
         } else if (inner->summary.state == State::drawsNothing) {
             add(frame.tally, {{inner, 0, 1, 0}}, inserted.cells);
@@ -141,7 +141,7 @@ const DXFUndrawn::Tally* DXFUndrawn::walkCircles(std::vector<Frame>& frames)
             const auto found = known.find(key);
             if (found == known.end()) {
                 if (knownNumbers > maxKnownNumbers) return nullptr;
-                inner->expanding = true;
+                inner->expanding() = true;
                 frames.push_back(
                     {inner, std::move(key), inner->summary.insertions.begin(), {{inner, 1, 0, 0}}});
                 continue;
@@ -169,7 +169,7 @@ void DXFUndrawn::countOnce(DXFBlock& from, std::uint64_t cells)
         }
         addTo(block->summary.playedCells, cells, 1);
         for (const auto& [inner, inserted] : block->summary.insertions)
-            if (inner->expanding || inner->summary.state == State::cyclic)
+            if (inner->expanding() || inner->summary.state == State::cyclic)
                 countInItself(*inner, counted(0, cells, inserted.times));
     }
 }

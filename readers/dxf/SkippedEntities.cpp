@@ -13,13 +13,6 @@ constexpr std::size_t mostKinds = 1000;   // a file may be made of nothing but n
 
 bool isControl(char c) noexcept { return static_cast<unsigned char>(c) < ' ' || c == '\x7f'; }
 
-/// Whether a program may have written it: a damaged file is full of others.
-bool isType(std::string_view type) noexcept
-{
-    const auto allowed = [](char c) { return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_'; };
-    return type.size() >= 2 && type.size() <= 64 && std::all_of(type.begin(), type.end(), allowed);
-}
-
 std::string reasonFor(SkippedEntities::Why why, std::string_view what)
 {
     std::string reason = textOf(textAfter(Text::typeNotDrawn, static_cast<int>(why)));
@@ -52,7 +45,7 @@ SkippedEntities::Entry& SkippedEntities::add(std::string_view type, Why why, std
                                              std::uint64_t times)
 {
     const bool ofFile = why != Why::unreadable && why != Why::more && why != Why::tooFarOut;
-    if (ofFile && !isType(type)) return add("?", Why::unreadable, {}, times);
+    if (ofFile && !isRecordType(type)) return add("?", Why::unreadable, {}, times);
     const KeyView key{type, why, what};
     auto place = entries.lower_bound(key);
     if (place == entries.end() || Order::before(key, Order::view(place->first))) {

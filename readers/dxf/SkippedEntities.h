@@ -32,6 +32,9 @@ public:
         blockEmpty,      ///< An INSERT; `what` names the block.
         blockExternal,   ///< An INSERT of a block without entities that stands for another file.
         faulty,          ///< It is damaged.
+        paperSpace,      ///< On a sheet, and model space has something to draw.
+        invisible,       ///< Its own flag says so.
+        insertOff,       ///< On layer 0 in a block whose INSERT is on a layer that is off.
     };
 
     using Entry = NotDrawn;
