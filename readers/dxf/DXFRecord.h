@@ -1,6 +1,7 @@
 #pragma once
 
 #include "calcore/Point.h"
+#include "platform/LargeMemory.h"
 #include "readers/common/Reading.h"
 #include "readers/dxf/DXFGroup.h"
 
@@ -11,7 +12,6 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace belvor {
 
@@ -135,7 +135,7 @@ private:
 
     const std::string* file;
     bool modern;                  // numbers may have a comma for the point, integers a point
-    std::vector<DXFGroup> list;   // of which `count` are in use; the others are those of earlier records
+    LargeVector<DXFGroup> list;   // of which `count` are in use; the others are those of earlier records
     std::size_t count = 0;
 
     // The place of the first group of each indexed code among the first `indexed` of the list:
