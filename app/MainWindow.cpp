@@ -163,7 +163,7 @@ void MainWindow::dpiChanged(const RECT& suggested)
     SetWindowPos(window, nullptr, suggested.left, suggested.top, suggested.right - suggested.left,
                  suggested.bottom - suggested.top, SWP_NOZORDER | SWP_NOACTIVATE);
     layOutAgain();
-    // A strip that keeps its number of pixels must be laid out anew all the same.
+    // A strip that keeps its number of pixels must be laid out again too.
     const PixelSize strip = clientSize(core.windows.controls);
     SendMessageW(core.windows.controls, WM_SIZE, SIZE_RESTORED, MAKELPARAM(strip.width, strip.height));
     InvalidateRect(core.windows.controls, nullptr, TRUE);

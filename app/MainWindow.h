@@ -29,7 +29,7 @@ public:
     /// Called for every button press in the drawing area.
     void leaveFullScreen();
     void toggleControls();
-    /// Places the children anew.
+    /// Lays out the children again.
     void layOutAgain();
     /// Greys the menu items of the commands that cannot be given now.
     void updateCommands() const;

@@ -12,7 +12,7 @@ namespace belvor {
 /// C locale: blanks are skipped, the longest run that can be a number is taken, and once a
 /// number has failed nothing more is read. `alsoBlank` is a further character that separates.
 ///
-/// Reals are rounded correctly. Short ones take the classic exact road (a mantissa below
+/// Reals are rounded correctly. Short ones are computed exactly (a mantissa below
 /// 2^53 times or over a power of ten up to 10^22; W. Clinger, "How to read floating point
 /// numbers accurately", 1990), the others std::from_chars.
 template <char alsoBlank = ' '>

@@ -10,7 +10,7 @@ class ConsoleReporter;
 /// What can be found out before a model is read, which may take long. Throws FileError.
 void checkPlaces(const Options& options, const Job& job);
 
-/// The whole road of one model, after checkPlaces() and with the views read: reads it, sets each view, draws
+/// All work on one model, after checkPlaces() and with the views read: reads it, sets each view, draws
 /// into its pictures, and gives them their names when all are whole. Throws what a reading throws, BadView,
 /// FileError.
 void draw(const Options& options, const Job& job, ConsoleReporter& reporter, RunNotes& notes);

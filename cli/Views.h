@@ -17,7 +17,7 @@ struct Options;
 class Reporter;
 
 /// A file of another kind where a parameter file is wanted, or one that does not fit the model: a picture of
-/// another view would be a lie.
+/// another view would mislead.
 class BadView : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };

@@ -1,4 +1,4 @@
-// The program: reads models, sets views, draws them into picture files. The road of one model is draw().
+// The program: reads models, sets views, draws them into picture files. draw() does it for one model.
 
 #include "cli/belvor_render.h"
 

@@ -11,7 +11,7 @@ class BadFile;
 // How the windowed program tells its user something. Texts are UTF-8; all but fatal() may be
 // called on either thread, by one that holds no lock.
 
-/// The window over which boxes appear and whose status bar shows the texts; null: none any more.
+/// The window over which boxes appear and whose status bar shows the texts; null when it has been destroyed.
 void setReportWindow(HWND__* mainWindow) noexcept;
 
 /// Fills `format` as printf does and shows it, cut to 255 characters, in part 0 of the status

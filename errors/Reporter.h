@@ -27,7 +27,7 @@ public:
     }
 };
 
-/// Reports to nobody and never asks to stop.
+/// Ignores reports and never asks to stop.
 class SilentReporter : public Reporter {
 public:
     bool progress(int, int, double) override { return false; }

@@ -159,7 +159,7 @@ OmbrFile::~OmbrFile()
         if (!failed) writeDirectories();
         if (!failed && ownOutput && !ownOutput->replacesContent()) ownOutput->commit();
     } catch (...) {
-        // Nobody is left to hear of it: whoever needs to know calls close() first.
+        // A destructor cannot report it: a caller that needs to know calls close() first.
     }
 }
 

@@ -6,7 +6,7 @@
 
 namespace belvor {
 
-/// Memory for large tables, in the large pages of the system where it lends them: fresh
+/// Memory for large tables, in large pages where the system has them: fresh
 /// memory costs a fault for each page when it is first touched, which can take longer than
 /// what is written there. Aligned for any type. Throws std::bad_alloc.
 void* allocateLarge(std::size_t bytes);

@@ -25,7 +25,7 @@ namespace {
 
 thread_local bool damageSeen = false;
 
-/// A view of a file, for the handler of a fault. The records are kept for ever and used again:
+/// A view of a file, for the handler of a fault. The records are never freed, only used again:
 /// the handler may be reading them at any time.
 struct View {
     std::atomic<const char*> first{nullptr};   // null: the record is free

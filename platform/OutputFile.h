@@ -14,7 +14,7 @@ namespace belvor {
 /// A name that is a link is followed: the link stays, and its target is replaced. A file that is
 /// replaced passes its mode, its group and, where the system allows it, its owner on; a
 /// write-protected one is refused. Devices and pipes are written into as they are: there is
-/// nothing to keep. The name beside is random and created anew, so that neither another process
+/// nothing to keep. The name beside is random and must not exist yet, so that neither another process
 /// nor a planted link can have it. Used by one thread at a time.
 class OutputFile {
 public:

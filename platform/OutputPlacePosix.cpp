@@ -21,7 +21,7 @@
 namespace belvor {
 namespace {
 
-/// A name of ours beside an output's name. The records are kept for ever and used again: the
+/// A name of ours beside an output's name. The records are never freed, only used again: the
 /// handler of a signal may be reading them at any time.
 struct Unfinished {
     std::atomic<int> folder{-1};   // −1: the record is free
@@ -86,7 +86,7 @@ std::string numberOf(const struct stat& status)
     return std::to_string(status.st_dev) + ":" + std::to_string(status.st_ino);
 }
 
-/// A file that nobody may write is kept from those as well who may do everything.
+/// A write-protected file is refused to the superuser as well, whom the system would let write it.
 bool isWritable(int folder, const std::string& name, const struct stat& status) noexcept
 {
     if (faccessat(folder, name.c_str(), W_OK, AT_EACCESS) != 0) return false;
@@ -164,7 +164,7 @@ OutputFile::Place::~Place() = default;
 int OutputFile::Place::System::create(bool existed)
 {
     const mode_t first =
-        existed ? 0600 : 0666;   // nobody sees the successor of a private file before it is private
+        existed ? 0600 : 0666;   // the new version of a private file is never readable by others
     older = noteUnfinished(folder, unusedNameFor(name));
     for (int attempts = 0; attempts < 100; ++attempts) {
         written = noteUnfinished(folder, unusedNameFor(name));   // before there is such a file
@@ -188,7 +188,7 @@ std::FILE* OutputFile::Place::open()
 }
 
 /// The written file gets what the one that it replaces has, or had. Few users may give an owner
-/// away, so that one is a wish; the mode is not.
+/// away, so a failure to set the owner is ignored; a failure to set the mode is not.
 bool OutputFile::Place::System::inherit(const struct stat* status) noexcept
 {
     constexpr auto same = static_cast<uid_t>(-1);

@@ -18,8 +18,8 @@ void useSystemLibrariesOnly() noexcept;
 bool standardErrorIsTerminal() noexcept;
 
 /// From now on, memory is refused to this process (std::bad_alloc) before it takes more than
-/// nine tenths of what the machine has or its control group grants: a system that lends more than it has
-/// would come to a standstill instead. Does nothing where the system refuses by itself.
+/// nine tenths of what the machine has or its control group grants: a system that grants more than it has
+/// would swap and stop responding instead. Does nothing where the system refuses by itself.
 void refuseMemoryBeyondMachine() noexcept;
 
 /// A path in the same folder with a random name that begins like that of `path`.

@@ -43,7 +43,7 @@ struct Event::Body {
     HANDLE handle;
 };
 
-Event::Event(std::string place) : owner(std::move(place)), body(std::make_unique<Body>())
+Event::Event(std::string name) : owner(std::move(name)), body(std::make_unique<Body>())
 {
     body->handle = CreateEventA(nullptr, FALSE, FALSE, nullptr);
     if (!body->handle) throw Win32Error("CreateEvent in " + owner);
@@ -135,7 +135,7 @@ struct Event::Body {
     bool signalled = false;
 };
 
-Event::Event(std::string place) : owner(std::move(place)), body(std::make_unique<Body>()) {}
+Event::Event(std::string name) : owner(std::move(name)), body(std::make_unique<Body>()) {}
 Event::~Event() = default;
 
 void Event::set()

@@ -43,7 +43,7 @@ private:
 /// setting it twice before that counts once.
 class Event {
 public:
-    /// Not signalled. `owner` names its place in failures. Throws Win32Error "CreateEvent in " + owner.
+    /// Not signalled. `owner` tells failures apart. Throws Win32Error "CreateEvent in " + owner.
     explicit Event(std::string owner);
     Event(const Event&) = delete;
     Event& operator=(const Event&) = delete;

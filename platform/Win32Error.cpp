@@ -40,8 +40,8 @@ Win32Error::Win32Error(std::string where) : Win32Error(std::move(where), lastSys
 Win32Error::Win32Error(std::string where, std::uint32_t errorCode)
     : std::runtime_error(""),
       code(errorCode),
-      place(std::move(where)),
-      text(description(place, code))
+      failedCall(std::move(where)),
+      text(description(failedCall, code))
 {}
 
 }   // namespace belvor

@@ -16,11 +16,11 @@ public:
     /// "where: the system's description", cut to 255 bytes. Owned by this object.
     const char* what() const noexcept override { return text.c_str(); }
     std::uint32_t errorCode() const noexcept { return code; }
-    const std::string& where() const noexcept { return place; }
+    const std::string& where() const noexcept { return failedCall; }
 
 private:
     std::uint32_t code;
-    std::string place, text;
+    std::string failedCall, text;
 };
 
 }   // namespace belvor

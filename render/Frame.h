@@ -15,7 +15,7 @@
 namespace belvor {
 
 /// All that a render computes: where vertices lie on the screen, which edges cross which rows,
-/// how facets are lit. Belongs to whoever renders; several frames may draw one model at the
+/// how facets are lit. Owned by the caller of render(); several frames may draw one model at the
 /// same time. Used again for the next picture, of any model, it saves allocating its memory:
 /// fresh memory can cost more than the work done in it. Used by one thread at a time; a render
 /// lets others work for it and returns when they are done.

@@ -18,7 +18,7 @@ struct FileDigest {
     std::string sha256;   ///< 64 hexadecimal digits; empty: the file could not be read.
 };
 
-/// The digest of a whole file (UTF-8 name), which is read through once more. Without a sha256 when it is no
+/// The digest of a whole file (UTF-8 name), which is read again. Without a sha256 when it is no
 /// regular file or cannot be read. Throws std::bad_alloc.
 FileDigest digestOf(const std::string& path);
 

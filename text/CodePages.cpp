@@ -59,7 +59,7 @@ std::string fromDoubleBytes(std::string_view bytes, const DoubleByteTable& table
         char16_t character = table.singles[static_cast<std::size_t>(lead - 128)];
         if (character == replacementCharacter && i + 1 < bytes.size()) {
             character = characterOf(table, lead, toByteOf(bytes[i + 1]));
-            if (character != replacementCharacter) ++i;   // else the second byte starts anew
+            if (character != replacementCharacter) ++i;   // else the second byte begins a new character
         }
         appendUtf8(text, character);
     }

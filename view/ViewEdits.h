@@ -10,7 +10,7 @@
 namespace belvor {
 
 // What the user asks for in a panel or the drawing area, as a new view record. Only what
-// was moved is computed anew: a request that moves nothing, cannot be met, would make a
+// was moved is recomputed: a request that moves nothing, cannot be met, would make a
 // number infinite or put the eye on the look-at point answers the view as it was, bit for
 // bit. A changed view is not saved yet.
 

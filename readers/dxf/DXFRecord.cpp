@@ -21,7 +21,7 @@ std::string_view firstWord(std::string_view text) noexcept
 
 bool realWord(std::string_view text, double& value) noexcept
 {
-    Scanner<> scanner(text);   // the quick road for the plain numbers that nearly all are
+    Scanner<> scanner(text);   // the fast case, which nearly all numbers are
     if (scanner.real(value) && (scanner.position() == scanner.end() || isBlank(*scanner.position())))
         return true;
     return isDouble(firstWord(text), value);

@@ -16,7 +16,7 @@
 namespace belvor {
 
 /// A run of groups that starts with code 0 (an entity, a table entry, a section mark) or 9
-/// (a header variable). Whoever asks for a group that must be there gets its value or a
+/// (a header variable). A request for a group that must be there gives its value or throws a
 /// BadFile with file and line. Codes are those of the file; the first group of a code counts.
 class DXFRecord {
 public:
@@ -164,7 +164,7 @@ void DXFRecord::appendWhile(Refill refill, Fill fill, Pause pause)
         if (more && (count >= indexed || list[count].code != before)) index(count);
     }
     --count;
-    if (count < indexed) indexed = count;   // `fill` has had its hands on the next one
+    if (count < indexed) indexed = count;   // `fill` may have changed the next one
 }
 
 inline const DXFGroup* DXFRecord::find(int code, int n) const noexcept

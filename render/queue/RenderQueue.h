@@ -12,7 +12,7 @@ namespace belvor {
 
 /// Whom a request's result is for: the window, as a number, or imageFile.
 using RequestKind = std::uint32_t;
-/// Renders to an image file, which nobody cancels. Also what a missing window comes to.
+/// Renders to an image file, which are never cancelled. A null window maps to it too.
 constexpr RequestKind imageFile = 0;
 
 /// The requests that wait for the render thread, in arrival order, and the one it runs. Any

@@ -83,7 +83,7 @@ try {
 void renderThread(Handle<RenderQueue> queue, Handle<RenderHost> host) noexcept
 {
     reportingFailure(*host, [&] { runRequests(*queue, *host); });
-    queue = {};   // whoever hears of the end may take everything else away
+    queue = {};   // the host may delete everything else when it is told of the end
     reportingFailure(*host, [&] { host->threadEnded(); });
 }
 

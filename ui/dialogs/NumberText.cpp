@@ -8,10 +8,10 @@
 namespace belvor {
 namespace {
 
-std::size_t pastDigits(std::string_view text, std::size_t place) noexcept
+std::size_t pastDigits(std::string_view text, std::size_t index) noexcept
 {
-    while (place < text.size() && isDigit(text[place])) ++place;
-    return place;
+    while (index < text.size() && isDigit(text[index])) ++index;
+    return index;
 }
 
 }   // namespace
@@ -31,31 +31,31 @@ std::string shownNumber(double value, std::string_view decimalPoint)
 double typedNumber(std::string_view text, std::string_view decimalPoint)
 {
     while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
-    std::size_t place = !text.empty() && (text[0] == '-' || text[0] == '+') ? 1 : 0;
-    const std::size_t whole = pastDigits(text, place);
-    std::size_t digits = whole - place;
-    std::string plain(text.substr(0, whole));
-    place = whole;
-    if (!decimalPoint.empty() && text.substr(place).starts_with(decimalPoint)) {
-        const std::size_t first = place + decimalPoint.size();
-        place = pastDigits(text, first);
-        digits += place - first;
-        plain += '.';
-        plain += text.substr(first, place - first);
+    std::size_t index = !text.empty() && (text[0] == '-' || text[0] == '+') ? 1 : 0;
+    const std::size_t whole = pastDigits(text, index);
+    std::size_t digits = whole - index;
+    std::string normalised(text.substr(0, whole));
+    index = whole;
+    if (!decimalPoint.empty() && text.substr(index).starts_with(decimalPoint)) {
+        const std::size_t first = index + decimalPoint.size();
+        index = pastDigits(text, first);
+        digits += index - first;
+        normalised += '.';
+        normalised += text.substr(first, index - first);
     }
     if (digits == 0) return 0.0;
-    if (place < text.size() && (text[place] == 'e' || text[place] == 'E')) {
-        const std::size_t sign = place + 1;
+    if (index < text.size() && (text[index] == 'e' || text[index] == 'E')) {
+        const std::size_t sign = index + 1;
         const std::size_t first =
             sign < text.size() && (text[sign] == '-' || text[sign] == '+') ? sign + 1 : sign;
         const std::size_t last = pastDigits(text, first);
         if (last > first)
-            plain += text.substr(place, last - place);   // an "e" without digits ends the number
+            normalised += text.substr(index, last - index);   // an "e" without digits ends the number
     }
     double value = 0.0;
-    if (isDouble(plain, value)) return value;
-    return plain[0] == '-' ? -std::numeric_limits<double>::infinity()
-                           : std::numeric_limits<double>::infinity();
+    if (isDouble(normalised, value)) return value;
+    return normalised[0] == '-' ? -std::numeric_limits<double>::infinity()
+                                : std::numeric_limits<double>::infinity();
 }
 
 std::string filled(std::string_view format, std::initializer_list<std::string_view> values)

@@ -118,8 +118,8 @@ void ViewParametersDialog::readFields()
 {
     for (int field = 0; field < ViewFields::count; ++field) {
         const std::string text = itemText(window, controlOf(field), longestNumber);
-        const auto place = static_cast<std::size_t>(field);
-        if (text != initial[place]) typed[place] = typedNumber(text, decimalPoint);
+        const auto index = static_cast<std::size_t>(field);
+        if (text != initial[index]) typed[place] = typedNumber(text, decimalPoint);
     }
 }
 

@@ -217,7 +217,7 @@ void Display::showBand()
     xorRectangle(dc.get(), *band);
 }
 
-/// Copies the picture back over the band instead of drawing the band once more: rows that a
+/// Copies the picture back over the band instead of redrawing the band: rows that a
 /// render has finished meanwhile have lost it already, and a second XOR would bring it back.
 void Display::removeBand()
 {

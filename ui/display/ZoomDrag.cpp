@@ -31,14 +31,14 @@ double zoomFactor(PixelPoint release, PixelSize client) noexcept
 void ZoomDrag::press(PixelPoint at) noexcept
 {
     state = State::pressed;
-    place = at;
+    anchorPixel = at;
 }
 
 bool ZoomDrag::move(PixelPoint to) noexcept
 {
     if (state == State::idle || (state == State::pressed && !strayed(to))) return false;
     state = State::dragging;
-    place = to;
+    anchorPixel = to;
     return true;
 }
 
@@ -54,12 +54,12 @@ ZoomDrag::Outcome ZoomDrag::release(PixelPoint at) noexcept
 void ZoomDrag::cancel() noexcept
 {
     state = State::idle;
-    place = {-1, -1};
+    anchorPixel = {-1, -1};
 }
 
 bool ZoomDrag::strayed(PixelPoint to) const noexcept
 {
-    return std::abs(to.x - place.x) > stray.width || std::abs(to.y - place.y) > stray.height;
+    return std::abs(to.x - anchorPixel.x) > stray.width || std::abs(to.y - anchorPixel.y) > stray.height;
 }
 
 }   // namespace belvor

@@ -31,7 +31,7 @@ public:
 
     bool idle() const noexcept { return state == State::idle; }
     /// Where the press was, or the drag is now; (−1, −1) when idle.
-    PixelPoint anchor() const noexcept { return place; }
+    PixelPoint anchor() const noexcept { return anchorPixel; }
 
 private:
     enum class State { idle, pressed, dragging };
@@ -39,7 +39,7 @@ private:
 
     PixelSize stray;
     State state = State::idle;
-    PixelPoint place{-1, -1};
+    PixelPoint anchorPixel{-1, -1};
 };
 
 }   // namespace belvor

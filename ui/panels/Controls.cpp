@@ -64,7 +64,7 @@ LRESULT Controls::handle(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_SHOWWINDOW: keepFocus(wParam != FALSE); break;
     case WM_HSCROLL: sliderMoved(LOWORD(wParam), reinterpret_cast<HWND>(lParam)); return 0;
     case WM_NOTIFY: notify(lParam); break;
-    case WM_COMMAND:   // of the toolbar, and a panel's wish to be drawn
+    case WM_COMMAND:   // of the toolbar, and a request of a panel to be drawn
     case UM_VIEWMARKERS:
     case UM_EYESLIDE:
     case UM_LIGHTMARKER:

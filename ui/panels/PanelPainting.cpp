@@ -7,10 +7,10 @@ void clipToPanel(HDC dc, HWND panel) noexcept
     const PixelSize size = clientSize(panel);
     IntersectClipRect(dc, 0, 0, size.width, size.height);
     for (HWND child = GetWindow(panel, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
-        RECT place;
-        if (!IsWindowVisible(child) || !GetWindowRect(child, &place)) continue;
-        MapWindowPoints(nullptr, panel, reinterpret_cast<POINT*>(&place), 2);
-        ExcludeClipRect(dc, place.left, place.top, place.right, place.bottom);
+        RECT shown;
+        if (!IsWindowVisible(child) || !GetWindowRect(child, &shown)) continue;
+        MapWindowPoints(nullptr, panel, reinterpret_cast<POINT*>(&shown), 2);
+        ExcludeClipRect(dc, shown.left, shown.top, shown.right, shown.bottom);
     }
 }
 
