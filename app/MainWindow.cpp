@@ -157,7 +157,7 @@ void MainWindow::layOutChildren(int width, int height)
     InvalidateRect(window, nullptr, TRUE);
 }
 
-/// The window has come to a monitor of another scale; `suggested` is its place of the same size to the eye.
+/// The window has come to a monitor of another scale; `suggested` is the area that keeps its apparent size.
 void MainWindow::dpiChanged(const RECT& suggested)
 {
     SetWindowPos(window, nullptr, suggested.left, suggested.top, suggested.right - suggested.left,
@@ -270,7 +270,7 @@ bool MainWindow::mayEnd()
         ShutdownBlockReasonCreate(window, toWide(textOf(reason)).c_str());
         return false;
     }
-    recent.save();   // nothing more need be heard of the end
+    recent.save();   // Windows may end the process without another message
     return true;
 }
 

@@ -8,7 +8,7 @@
 namespace belvor {
 
 /// The files opened last, in the File menu and from one run of the program to the next.
-/// What the registry does not take is lost silently.
+/// Failures to write the registry are ignored.
 class RecentFileList {
 public:
     /// Reads the list and puts it into the menu of `mainWindow`.
@@ -22,7 +22,7 @@ public:
     void add(const std::string& path);
     /// The path that command `id` opens; none for a number without an entry.
     const std::string* pathOf(UINT id) const noexcept;
-    /// Writes the list now: Windows may end the program without a word.
+    /// Writes the list now: Windows may end the program without another message.
     void save() const;
 
 private:

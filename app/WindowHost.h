@@ -8,7 +8,7 @@
 
 namespace belvor {
 
-/// The kind of the requests whose result is for `window`; no window comes to imageFile.
+/// The kind of the requests whose result is for `window`; a null window maps to imageFile (0).
 inline RequestKind kindOf(HWND window) noexcept
 {
     return static_cast<RequestKind>(reinterpret_cast<std::uintptr_t>(window));   // handles fit in 32 bits

@@ -18,7 +18,7 @@ struct ImageMaterial {
     std::string name;                     ///< UTF-8, unless the model file has other bytes.
 };
 
-/// What a picture tells of how it was made, where its format has a place for texts. UTF-8; an empty text
+/// What a picture tells of how it was made, where its format holds texts. UTF-8; an empty text
 /// is left out.
 struct PictureTexts {
     std::string view;   ///< The view, as a parameter file holds it.
@@ -42,9 +42,9 @@ struct ImageHeader {
 /// Of a picture of `model` seen by `camera`, which is built for width × height. Throws std::bad_alloc.
 ImageHeader headerOf(const Model& model, const Camera& camera, int width, int height);
 
-/// The value of a pixel's depth code where nothing is.
+/// The depth code of a pixel without a surface.
 inline constexpr std::uint32_t noDepthCode = 0xFFFFFFFF;
-/// The distance that files of distances have there.
+/// The distance of such a pixel in files of distances.
 inline constexpr double noDistance = 1e10;
 
 /// Distances along `forward` from depth codes.

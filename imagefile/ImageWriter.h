@@ -13,7 +13,7 @@ namespace belvor {
 class Buffer;
 class Camera;
 
-/// Room for one row of pixels; a part that is of no use to its owner is empty.
+/// Room for one row of pixels; parts that its owner does not use are empty.
 struct ImageRow {
     std::span<std::uint8_t> rgb;         ///< Red, green, blue of each pixel.
     std::span<std::uint32_t> depth;      ///< Depth codes; noDepthCode where nothing is.

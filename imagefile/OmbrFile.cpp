@@ -80,7 +80,7 @@ OmbrFile::Busy::Busy() : Error(textOf(Text::fileBeingWritten), EBUSY) {}
 
 void OmbrFile::checkSize(long long width, long long height, unsigned long long materialBytes)
 {
-    constexpr unsigned long long directories = 1024;   // more than all that does not grow with the picture
+    constexpr unsigned long long directories = 1024;   // more than all that has a constant size
     const bool good =
         width >= 1 && width <= largestWidth && height >= 1 && height <= largestHeight
         && static_cast<unsigned long long>(strideOf(width)) * static_cast<unsigned long long>(height)

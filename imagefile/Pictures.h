@@ -24,8 +24,8 @@ struct PictureTarget {
 /// when all are whole: whatever goes wrong before leaves no file behind.
 class Pictures : public Buffer {
 public:
-    /// `camera` is the one of the render, built for width × height; the texts go where a format has a
-    /// place for them. Throws FileError, std::bad_alloc.
+    /// `camera` is the one of the render, built for width × height; the texts go where a format
+    /// holds them. Throws FileError, std::bad_alloc.
     Pictures(const std::vector<PictureTarget>& targets, const Model& model, Handle<Camera> camera, int width,
              int height, const PictureTexts& texts = {});
 

@@ -7,7 +7,7 @@
 
 namespace belvor {
 
-/// Has zlib take its memory with new, so that its lack is met as everywhere.
+/// Makes zlib allocate with operator new, so that exhausted memory is std::bad_alloc as everywhere.
 inline void takeMemoryFromHere(z_stream& stream) noexcept
 {
     stream.zalloc = [](void*, unsigned count, unsigned size) -> void* {

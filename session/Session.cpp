@@ -35,7 +35,7 @@ void Session::showView()
         if (const auto marker = lightMarker(shown, light)) surroundings.showLightMarker(*marker);
         else surroundings.removeLightMarker(light);
     }
-    // A view with fewer lights than the one before: the others are not shown any more.
+    // The view has fewer lights than the one before: hide the markers of the others.
     for (std::size_t light = shown.lights.size(); light < history.previous().lights.size(); ++light) {
         surroundings.showIntensity(light + 2, 0);
         surroundings.removeLightMarker(light);
@@ -133,7 +133,7 @@ void Session::takeModel(Handle<Model> loaded, const std::string& file)
 
 void Session::close()
 {
-    // Once is enough, and not while a box is open that must be answered first.
+    // Not twice, and not while a box is open that must be answered first.
     if (ending || surroundings.modalOpen()) return;
     if (!saves.querySave() || ending) return;
     ending = true;

@@ -80,11 +80,11 @@ public:
     /// The system wants to end the program: why it must wait, or Text::none. Asks whether to save
     /// a picture that is not saved.
     Text reasonToStay();
-    /// From here on nothing is queued.
+    /// Whether the program is ending: then no request is posted.
     bool closing() const noexcept { return ending; }
 
-    /// A picture of the model could not be saved: what was asked for in the belief that it is, a
-    /// load or the end, does not happen.
+    /// A picture of the model could not be saved: a load or an exit that was requested because it
+    /// counted as saved is cancelled.
     void stay();
 
     Shell& shell() noexcept { return surroundings; }
