@@ -119,7 +119,7 @@ void ViewParametersDialog::readFields()
     for (int field = 0; field < ViewFields::count; ++field) {
         const std::string text = itemText(window, controlOf(field), longestNumber);
         const auto index = static_cast<std::size_t>(field);
-        if (text != initial[index]) typed[place] = typedNumber(text, decimalPoint);
+        if (text != initial[index]) typed[index] = typedNumber(text, decimalPoint);
     }
 }
 
