@@ -75,6 +75,8 @@ void drawViews(const Options& options, const Job& job, const std::vector<ViewPar
             targets.push_back({output, pictureFormatOfPath(output).value()});
         drawn.push_back(makeHandle<Pictures>(targets, *model, scene.camera, size.width, size.height));
         drawn.back()->setBackground(options.background);
+        if (options.embedSurfaces) drawn.back()->embedSurfaces();
+        lines.trace = drawn.back()->trace();
         frame.render(*model, *scene.camera, *scene.lights, *drawn.back(), reporter, lines);
         drawn.back()->finish(reporter);
     }

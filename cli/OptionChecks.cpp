@@ -64,7 +64,10 @@ void checkOutputs(const Options& options, Roles& roles)
     FileSet saved;
     saved.add(options.savedView);
     forEachOutput(options, [&](const std::string& output) {
-        if (!pictureFormatOfPath(output)) refuse(Text::notAPicture, {output});
+        const std::optional<PictureFormat> format = pictureFormatOfPath(output);
+        if (!format) refuse(Text::notAPicture, {output});
+        if (format == PictureFormat::svg && !options.edges && !options.lines.curves)
+            refuse(Text::vectorsNeedLines, {output});
         if (!roles.outputs.add(output)) refuse(Text::namedTwice, {output});
         if (saved.find(output)) refuse(Text::pictureIsView, {output});
     });

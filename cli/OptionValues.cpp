@@ -113,8 +113,9 @@ std::array<std::uint8_t, 3> colourOf(const char* option, const std::string& valu
 void takeSurfaces(const std::string& value, Options& options)
 {
     const std::string word = lowerCase(value);
-    if (word != "on" && word != "off") refuse(Text::badSurfaces, {value});
-    options.lines.surfaces = word == "on";
+    if (word != "on" && word != "off" && word != "embed") refuse(Text::badSurfaces, {value});
+    options.lines.surfaces = word != "off";
+    options.embedSurfaces = word == "embed";
 }
 
 Point<3> pointOf(const char* option, const std::string& value)

@@ -27,6 +27,7 @@ struct Options {
     std::string report;   ///< Where the report goes; "-" for standard output, empty for none.
     bool timing = false, failEmpty = false, failRepaired = false;
     std::vector<std::string> outputs;   ///< Names, or templates of names.
+    bool embedSurfaces = false;         ///< In vector files, beneath the lines.
     bool edges = false;                 ///< Draw outlines; `lines` says how, its outlines are not set yet.
     LineStyle lines;
     std::array<std::uint8_t, 3> background{};   ///< Red, green, blue.

@@ -5,6 +5,7 @@
 #include "imagefile/OmbrBuff.h"
 #include "imagefile/PfmFile.h"
 #include "imagefile/PngFile.h"
+#include "imagefile/SvgFile.h"
 #include "imagefile/TiffFile.h"
 
 namespace belvor {
@@ -18,6 +19,7 @@ std::unique_ptr<ImageWriter> makeImageWriter(PictureFormat format, OutputFile& o
     case PictureFormat::tiff: return std::make_unique<TiffFile>(output, header);
     case PictureFormat::npy: return std::make_unique<NpyFile>(output, header);
     case PictureFormat::pfm: return std::make_unique<PfmFile>(output, header);
+    case PictureFormat::svg: return std::make_unique<SvgFile>(output, header);
     case PictureFormat::ombr: break;
     }
     return std::make_unique<OmbrPicture>(output, header);

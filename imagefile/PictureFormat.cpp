@@ -13,7 +13,7 @@ struct FormatRow {
 constexpr FormatRow formats[] = {
     {"omb", PictureFormat::ombr}, {"png", PictureFormat::png},   {"exr", PictureFormat::exr},
     {"tif", PictureFormat::tiff}, {"tiff", PictureFormat::tiff}, {"npy", PictureFormat::npy},
-    {"pfm", PictureFormat::pfm},
+    {"pfm", PictureFormat::pfm},  {"svg", PictureFormat::svg},
 };
 
 constexpr char lowerCase(char c) noexcept { return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c; }
@@ -38,7 +38,8 @@ std::optional<PictureFormat> pictureFormatOfPath(std::string_view path)
 
 bool holdsTexts(PictureFormat format) noexcept
 {
-    return format == PictureFormat::png || format == PictureFormat::exr || format == PictureFormat::tiff;
+    return format == PictureFormat::png || format == PictureFormat::exr || format == PictureFormat::tiff
+           || format == PictureFormat::svg;
 }
 
 }   // namespace belvor

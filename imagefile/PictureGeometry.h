@@ -15,6 +15,9 @@ public:
     /// The model point that pixel (column, row) shows at `distance` along `forward`.
     Point<3> point(double column, double row, double distance) const noexcept;
 
+    /// The width of a pixel in model units; perspective: at distance 1.
+    double pixelSize() const noexcept { return pixel; }
+
     using Matrix = std::array<std::array<double, 4>, 4>;   ///< For points as rows: (x, y, z, 1) × matrix.
     /// To x along `right`, y along `up`, z along `forward` of the eye; of the parallel camera's middle, since
     /// it has no eye.

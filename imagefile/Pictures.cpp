@@ -32,16 +32,33 @@ Pictures::Pictures(const std::vector<PictureTarget>& targets, const Model& model
         outputs.push_back(onFile(path, [&] { return std::make_unique<Output>(path); }));
         Output& output = *outputs.back();
         output.picture = onFile(path, [&] { return makeImageWriter(format, output.file, header); });
+        if (format != PictureFormat::svg) continue;
+        output.vector = static_cast<SvgFile*>(output.picture.get());
+        vectors = true;
+    }
+}
+
+void Pictures::addRow(Output& output)
+{
+    onFile(output.file.path(), [&] {
+        fillRow(*this, *camera, output.picture->row());
+        output.picture->writeRow();
+    });
+}
+
+void Pictures::surfacesDone(int row)
+{
+    for (const auto& output : outputs) {
+        if (!output->vector) continue;
+        if (row == 0) output->vector->setBackground(background());
+        if (embeds) addRow(*output);
     }
 }
 
 void Pictures::lineDone(int)
 {
     for (const auto& output : outputs)
-        onFile(output->file.path(), [&] {
-            fillRow(*this, *camera, output->picture->row());
-            output->picture->writeRow();
-        });
+        if (!output->vector) addRow(*output);
 }
 
 namespace {
@@ -55,6 +72,7 @@ void Pictures::finish(Reporter& progress)
     for (const auto& output : outputs) {
         checkForStop(progress);
         onFile(output->file.path(), [&] {
+            if (output->vector) output->vector->addLines(shown, *this);
             output->picture->finish();
             output->file.finish();
         });

@@ -2,9 +2,11 @@
 
 #include "errors/Reporter.h"
 #include "imagefile/ImageWriter.h"
+#include "imagefile/SvgFile.h"
 #include "platform/Handle.h"
 #include "platform/OutputFile.h"
 #include "render/Buffer.h"
+#include "render/LineTrace.h"
 #include "scene/Camera.h"
 #include "scene/Model.h"
 
@@ -29,9 +31,16 @@ public:
     Pictures(const std::vector<PictureTarget>& targets, const Model& model, Handle<Camera> camera, int width,
              int height, const PictureTexts& texts = {});
 
+    /// What the render's style is to name, so that vector files get their lines; null without such files.
+    LineTrace* trace() noexcept { return vectors ? &shown : nullptr; }
+    /// From now on vector files get the surfaces as a picture beneath their lines. Before the render.
+    void embedSurfaces() noexcept { embeds = true; }
+
+    void surfacesDone(int row) override;
     void lineDone(int row) override;
 
-    /// After the render: completes the files. Throws FileError, Reporter::Abandoned.
+    /// After the render, while its frame is there: completes the files. Throws FileError,
+    /// Reporter::Abandoned.
     void finish(Reporter& progress);
     /// Gives the finished files of all of them their names. Throws FileError, Reporter::Abandoned; then each
     /// name has what it had before.
@@ -42,9 +51,14 @@ private:
         explicit Output(const std::string& path) : file(path) {}
         OutputFile file;
         std::unique_ptr<ImageWriter> picture;   // goes first: it writes into the file
+        SvgFile* vector = nullptr;              // the same, of a vector file
     };
+    void addRow(Output& output);
+
     Handle<Camera> camera;
     std::vector<std::unique_ptr<Output>> outputs;
+    LineTrace shown;
+    bool vectors = false, embeds = false;
 };
 
 }   // namespace belvor

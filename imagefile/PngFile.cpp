@@ -1,12 +1,12 @@
 #include "imagefile/PngFile.h"
 
+#include "imagefile/SeekableOutput.h"
 #include "imagefile/ZlibMemory.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstdio>
 #include <cstring>
 #include <new>
+#include <utility>
 
 namespace belvor {
 namespace {
@@ -39,8 +39,13 @@ struct PngFile::Packer {
     std::uint8_t packed[1u << 16];
 };
 
-PngFile::PngFile(OutputFile& file, std::uint32_t width, std::uint32_t height)
-    : output(file),
+PngFile::PngFile(OutputFile& output, std::uint32_t width, std::uint32_t height)
+    : PngFile([&output](const void* bytes, std::size_t count) { writeTo(output, bytes, count); }, width,
+              height)
+{}
+
+PngFile::PngFile(Sink sink, std::uint32_t width, std::uint32_t height)
+    : write(std::move(sink)),
       current(1 + pixelBytes * width),
       above(current.size()),
       noDifference(current.size()),
@@ -57,12 +62,6 @@ PngFile::PngFile(OutputFile& file, std::uint32_t width, std::uint32_t height)
 }
 
 PngFile::~PngFile() = default;
-
-void PngFile::write(const void* bytes, std::size_t count)
-{
-    if (count == 0) return;
-    if (std::fwrite(bytes, 1, count, output.stream()) != count) throw OutputFile::Error(output.path(), errno);
-}
 
 void PngFile::writeChunk(const char (&type)[5], std::span<const std::uint8_t> data)
 {

@@ -4,6 +4,7 @@
 #include "platform/OutputFile.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <span>
 #include <string_view>
@@ -18,6 +19,9 @@ public:
     /// Writes the header into `output`, which must outlive this object; its owner commits it. Sizes
     /// in pixels, 1 to 2³¹ − 1. Throws OutputFile::Error, std::bad_alloc.
     PngFile(OutputFile& output, std::uint32_t width, std::uint32_t height);
+    /// Gives the bytes to `sink`, in their order; it throws what this class's functions throw then.
+    using Sink = std::function<void(const void* bytes, std::size_t count)>;
+    PngFile(Sink sink, std::uint32_t width, std::uint32_t height);
     PngFile(const PngFile&) = delete;
     PngFile& operator=(const PngFile&) = delete;
     ~PngFile();
@@ -36,11 +40,10 @@ public:
 
 private:
     struct Packer;
-    void write(const void* bytes, std::size_t count);
     void writeChunk(const char (&type)[5], std::span<const std::uint8_t> data);
     void pack(std::span<const std::uint8_t> bytes, bool last);
 
-    OutputFile& output;
+    const Sink write;
     std::vector<std::uint8_t> current, above, noDifference;   // a filter's number, then the pixels
     std::unique_ptr<Packer> packer;
 };

@@ -49,7 +49,7 @@ Answer convertImage(const Words& words)
     if (words.size() != 2) throw WrongUse(Text::wrongWords, {"convert"});
     const std::string& target = words[1];
     const std::optional<PictureFormat> format = pictureFormatOfPath(target);
-    if (!endsWithPly(target) && (!format || format == PictureFormat::ombr))
+    if (!endsWithPly(target) && (!format || format == PictureFormat::ombr || format == PictureFormat::svg))
         throw WrongUse(Text::notConvertible, {target});
     if (isSameFile(words[0], target)) throw WrongUse(Text::wouldOverwriteImage, {target});
     OpenImage image(words[0]);

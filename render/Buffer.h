@@ -58,6 +58,8 @@ public:
     /// Puts the lines over the surfaces, which are taken away unless `keepSurfaces`.
     void addLines(const LineRow& lineRow, bool keepSurfaces);
 
+    /// Called where lines are drawn, with the surfaces alone in the row, counted from 0 at the top.
+    virtual void surfacesDone(int) {}
     /// Takes the finished row, counted from 0 at the top.
     virtual void lineDone(int row) = 0;
 
@@ -81,6 +83,8 @@ public:
     {
         return isLine(owner) ? lines->chain(owner - firstLine).material : facet(owner).material->index;
     }
+    /// The owner that the chain of that index is.
+    std::uint32_t lineOwner(std::uint32_t chain) const noexcept { return firstLine + chain; }
     /// Red, green and blue of an owner.
     const std::uint8_t* colour(std::uint32_t index) const noexcept { return looks[index].colour; }
 

@@ -188,7 +188,7 @@ void Frame::collectLines(const Model& model, const Camera& camera, Buffer& buffe
     if (shades.size() >= Buffer::noFacet) throw std::bad_alloc();   // owners have 32 bits
     buffer.setScene(model, shades);
     buffer.setLines(model.facetCount(), lines);
-    lineStepper.restart(lines, buffer.width(), static_cast<int>(camera.height), style.width);
+    lineStepper.restart(lines, buffer.width(), static_cast<int>(camera.height), style.width, style.trace);
     for (LineRow& row : lineRows) row.clear(buffer.width());
     if (rowAbove.width() != buffer.width()) rowAbove = PixelRow(buffer.width());
 }
@@ -209,6 +209,7 @@ void Frame::walkRowsWithLines(const Model& model, const Camera& camera, Buffer& 
         lineStepper.step(y - 1, visibility, lineRows[0], lineRows[1]);
         buffer.exchange(rowAbove);
         if (y > 0) {
+            buffer.surfacesDone(y - 1);
             buffer.addLines(lineRows[0], style.surfaces);
             buffer.lineDone(y - 1);
         }

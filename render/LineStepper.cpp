@@ -1,31 +1,13 @@
 #include "render/LineStepper.h"
 
+#include "render/LinePixels.h"
+#include "render/LineTrace.h"
+
 #include <algorithm>
 #include <cmath>
 
 namespace belvor {
 namespace {
-
-/// The point of a segment where the coordinate of that axis has that value.
-Point<3> pointAt(const LineSegment& s, int axis, double value) noexcept
-{
-    const double t = (value - s.from[axis]) / (s.to[axis] - s.from[axis]);
-    Point<3> point;
-    for (int i = 0; i < 3; ++i) point[i] = i == axis ? value : s.from[i] + (s.to[i] - s.from[i]) * t;
-    return point;
-}
-
-/// The integers between two numbers, themselves included; as numbers, since they may be large.
-struct Integers {
-    Integers(double a, double b) noexcept : first(std::ceil(std::min(a, b))), last(std::floor(std::max(a, b)))
-    {}
-    bool none() const noexcept { return first > last; }
-    bool holds(double value) const noexcept { return value >= first && value <= last; }
-    /// Whether an integer of the range is one of the two at either end.
-    bool nearEnd(double value) const noexcept { return value <= first + 1.0 || value >= last - 1.0; }
-    bool leavesOut(double value) const noexcept { return none() || value < first || value > last; }
-    double first, last;
-};
 
 /// A coordinate between two sample points: the nearer one, of equally near ones the larger, and the other.
 struct Neighbours {
@@ -66,12 +48,13 @@ int clampedStep(double step, int height) noexcept
 class LineStepper::Pen {
 public:
     Pen(int upperIndex, int pictureWidth, int pictureHeight, const LineVisibility& surfaces,
-        LineRow& upperRow, LineRow& lowerRow)
+        LineRow& upperRow, LineRow& lowerRow, LineTrace* shown)
         : upper(upperIndex),
           width(pictureWidth),
           height(pictureHeight),
           visibility(surfaces),
-          rows{&upperRow, &lowerRow}
+          rows{&upperRow, &lowerRow},
+          trace(shown)
     {}
 
     /// Offers the point in the pixel `column`, `row`, one of the step's two rows, if it shows there.
@@ -81,8 +64,10 @@ public:
         if (!(column >= 0.0 && column < width && row >= 0.0 && row < height)) return;
         const LineVisibility::Sample drawn{static_cast<int>(column), static_cast<int>(row)};
         const LineVisibility::Sample other{static_cast<int>(otherColumn), static_cast<int>(otherRow)};
-        if (visibility.shows(segment, point, drawn, other))
-            rows[drawn.row - upper]->offer(drawn.column, point[2], segment.chain);
+        if (!visibility.shows(segment, point, drawn, other)) return;
+        rows[drawn.row - upper]->offer(drawn.column, point[2], segment.chain);
+        if (trace && column == std::floor(point[0] + 0.5) && row == std::floor(point[1] + 0.5))
+            trace->add(segment, point);   // the line's own pixel, not one that its width adds
     }
 
     const int upper;
@@ -91,10 +76,14 @@ private:
     const int width, height;
     const LineVisibility& visibility;
     LineRow* const rows[2];
+    LineTrace* const trace;
 };
 
-void LineStepper::restart(const LineTable& lines, int pictureWidth, int pictureHeight, int lineWidth)
+void LineStepper::restart(const LineTable& lines, int pictureWidth, int pictureHeight, int lineWidth,
+                          LineTrace* shown)
 {
+    trace = shown;
+    if (trace) trace->restart(lines, lineWidth);
     width = pictureWidth;
     height = pictureHeight;
     reach = lineWidth / 2;
@@ -161,7 +150,7 @@ void LineStepper::step(int upper, const LineVisibility& visibility, LineRow& upp
         }
         live.begin = low;
     }
-    const Pen pen(upper, width, height, visibility, upperRow, lowerRow);
+    const Pen pen(upper, width, height, visibility, upperRow, lowerRow, trace);
     std::size_t kept = 0;
     for (Live& live : lives) {
         const LineSegment& segment = live.segment;

@@ -9,13 +9,15 @@
 
 namespace belvor {
 
+class LineTrace;
+
 /// Draws the lines of a table from the top, a step for each two rows that follow one another: a
 /// line between two rows of sample points needs the surfaces of both.
 class LineStepper {
 public:
     /// Makes ready for the first step of a picture of that size, lines `lineWidth` pixels wide.
-    /// Throws std::bad_alloc.
-    void restart(const LineTable& table, int width, int height, int lineWidth);
+    /// `trace`, unless null, takes what shows, until the next call. Throws std::bad_alloc.
+    void restart(const LineTable& table, int width, int height, int lineWidth, LineTrace* trace = nullptr);
 
     /// Draws what lies on row `upper` or between it and the next one; to be called for every
     /// `upper` from −1 to height − 1. `visibility` knows the surfaces of both rows.
@@ -41,6 +43,7 @@ private:
     void drawSinglePixel(const LineSegment& segment, const Pen& pen) const;
 
     int width = 0, height = 0;
+    LineTrace* trace = nullptr;
     int reach = 0;   // pixels to each side of a line's middle
     std::vector<std::uint32_t> stepStarts;
     LargeVector<Live> byFirstStep;   // side by side in the order of use

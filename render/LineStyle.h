@@ -6,6 +6,7 @@
 
 namespace belvor {
 
+class LineTrace;
 class Outlines;
 
 /// Which lines a render draws over the surfaces, and how. None unless set.
@@ -15,7 +16,8 @@ struct LineStyle {
     bool everyEdge = false;               ///< Of the outlines also those between facets nearly in one plane.
     int width = 1;                        ///< Pixels: odd, 1 to 15.
     std::optional<std::array<std::uint8_t, 3>> colour;   ///< Red, green, blue of all lines.
-    bool surfaces = true;   ///< Without, surfaces hide lines but are not drawn themselves.
+    LineTrace* trace = nullptr;   ///< Takes the parts that show; must outlive the render.
+    bool surfaces = true;         ///< Without, surfaces hide lines but are not drawn themselves.
 
     bool draws() const noexcept { return curves || outlines; }
     /// Whether a picture differs from one without lines.

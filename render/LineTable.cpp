@@ -152,6 +152,7 @@ private:
         pattern.from = from;
         pattern.to = to;
         pattern.kind = kind;
+        pattern.index = static_cast<std::uint32_t>(table.segments.size());
         table.segments.push_back(pattern);
         hasPixel = hasPixel || kind == LineSegment::Kind::dot || takesPixel(table.segments.back());
     }
@@ -170,7 +171,8 @@ private:
     const LineStyle& style;
     LargeVector<FacetShade>& shades;
     const EyeCut eye;
-    LineSegment pattern{{}, {}, 0, {noFacet, noFacet}, LineSegment::Kind::straight, LineRule::curve, false};
+    LineSegment pattern{{},    {}, 0, {noFacet, noFacet}, LineSegment::Kind::straight, LineRule::curve,
+                        false, 0};
     std::size_t firstSegment = 0;   // of the chain at hand
     bool hasPixel = false;
 };

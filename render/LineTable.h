@@ -40,6 +40,7 @@ struct LineSegment {
     Kind kind;
     LineRule rule;
     bool hasMoreFacets;
+    std::uint32_t index;   ///< Its own in the table.
 
     /// At least as many columns as rows.
     bool mostlyAcross() const noexcept { return std::abs(to[0] - from[0]) >= std::abs(to[1] - from[1]); }
@@ -58,6 +59,7 @@ public:
                  LargeVector<FacetShade>& shades);
 
     const LineChain& chain(std::uint32_t index) const noexcept { return chains[index]; }
+    std::uint32_t chainCount() const noexcept { return static_cast<std::uint32_t>(chains.size()); }
     const LineSegment& segment(std::uint32_t index) const noexcept { return segments[index]; }
     std::uint32_t segmentCount() const noexcept { return static_cast<std::uint32_t>(segments.size()); }
 

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "render/LineTable.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace belvor {
+
+/// The point of a segment where the coordinate of that axis has that value.
+inline Point<3> pointAt(const LineSegment& s, int axis, double value) noexcept
+{
+    const double t = (value - s.from[axis]) / (s.to[axis] - s.from[axis]);
+    Point<3> point;
+    for (int i = 0; i < 3; ++i) point[i] = i == axis ? value : s.from[i] + (s.to[i] - s.from[i]) * t;
+    return point;
+}
+
+/// The integers between two numbers, themselves included; as numbers, since they may be large.
+struct Integers {
+    Integers(double a, double b) noexcept : first(std::ceil(std::min(a, b))), last(std::floor(std::max(a, b)))
+    {}
+    bool none() const noexcept { return first > last; }
+    bool holds(double value) const noexcept { return value >= first && value <= last; }
+    /// Whether an integer of the range is one of the two at either end.
+    bool nearEnd(double value) const noexcept { return value <= first + 1.0 || value >= last - 1.0; }
+    bool leavesOut(double value) const noexcept { return none() || value < first || value > last; }
+    double first, last;
+};
+
+}   // namespace belvor

@@ -1,0 +1,211 @@
+#include "render/LineTrace.h"
+
+#include "render/LinePixels.h"
+
+namespace belvor {
+namespace {
+
+constexpr std::uint32_t noRun = 0xFFFFFFFF;
+
+int longerAxis(const LineSegment& segment) noexcept { return segment.mostlyAcross() ? 0 : 1; }
+
+/// All pixels of a straight segment, shown or not, by their indices: the integers of its longer axis, and one
+/// more at an end where a pixel lies beside them.
+class SegmentPixels {
+public:
+    explicit SegmentPixels(const LineSegment& line) noexcept
+        : segment(line),
+          axis(longerAxis(line)),
+          main(line.from[axis], line.to[axis]),
+          low(main.first),
+          high(main.last)
+    {
+        if (segment.kind != LineSegment::Kind::straight) {
+            low = high = 0.0;
+            return;
+        }
+        const int other = 1 - axis;
+        if (segment.from[other] == segment.to[other]) return;
+        const Integers across(segment.from[other], segment.to[other]);
+        for (const double value : {across.first, across.first + 1.0, across.last - 1.0, across.last}) {
+            if (!across.holds(value)) continue;
+            const Point<3> point = pointAt(segment, other, value);
+            if (!main.leavesOut(point[axis])) continue;
+            const double index = indexOf(point);
+            beside[index < main.first ? 0 : 1] = point;
+            low = std::min(low, index);
+            high = std::max(high, index);
+        }
+    }
+
+    double indexOf(const Point<3>& point) const noexcept
+    {
+        if (segment.kind != LineSegment::Kind::straight) return 0.0;
+        if (point[axis] < main.first) return main.first - 1.0;
+        return point[axis] > main.last ? main.last + 1.0 : point[axis];
+    }
+    Point<3> pointOf(double index) const noexcept
+    {
+        if (segment.kind != LineSegment::Kind::straight) return segment.from;
+        if (main.holds(index)) return pointAt(segment, axis, index);
+        return beside[index < main.first ? 0 : 1];
+    }
+    bool none() const noexcept { return low > high; }
+    bool rising() const noexcept { return segment.to[axis] >= segment.from[axis]; }
+    double first() const noexcept { return rising() ? low : high; }
+    double last() const noexcept { return rising() ? high : low; }
+
+private:
+    const LineSegment& segment;
+    const int axis;
+    const Integers main;
+    double low, high;
+    Point<3> beside[2];
+};
+
+}   // namespace
+
+/// Puts the visible pixels of one segment after another together to paths.
+class LineTrace::Tracer {
+public:
+    using Take = std::function<void(std::uint32_t, Path)>;
+    explicit Tracer(const Take& taker) : take(taker) {}
+
+    void add(const LineSegment& segment, std::span<const Run> visible)
+    {
+        if (!continues(segment)) {
+            end();
+            chain = segment.chain;
+            joints = {segment.from};
+            atStart = true;
+        }
+        const SegmentPixels pixels(segment);
+        if (segment.kind != LineSegment::Kind::straight) {
+            open = !visible.empty();   // from its start to its end
+        } else if (!pixels.none()) {
+            addRuns(pixels, visible);
+        }
+        joints.push_back(segment.to);
+        atStart = atStart && pixels.none();
+    }
+
+    /// The line's end: what is open goes up to it.
+    void end()
+    {
+        if (open) {
+            path.insert(path.end(), joints.begin(), joints.end());
+            finish();
+        }
+        joints.clear();
+    }
+
+private:
+    bool continues(const LineSegment& segment) const noexcept
+    {
+        return !joints.empty() && chain == segment.chain && joints.back() == segment.from;
+    }
+
+    void addRuns(const SegmentPixels& pixels, std::span<const Run> visible)
+    {
+        const std::size_t count = visible.size();
+        for (std::size_t i = 0; i < count; ++i) {
+            const Run& run = pixels.rising() ? visible[i] : visible[count - 1 - i];
+            const double begin = pixels.rising() ? run.low : run.high,
+                         stop = pixels.rising() ? run.high : run.low;
+            if (begin == pixels.first() && (open || atStart)) {
+                path.insert(path.end(), joints.begin(), joints.end());
+                open = true;
+            } else {
+                close();
+                path = {pixels.pointOf(begin)};
+                open = true;
+            }
+            lastPoint = pixels.pointOf(stop);
+            joints.clear();
+            atStart = false;
+            if (stop != pixels.last()) close();
+        }
+        const bool reachesEnd =
+            count != 0 && (pixels.rising() ? visible[count - 1].high : visible[0].low) == pixels.last();
+        if (!reachesEnd) close();
+        joints.clear();
+    }
+
+    /// Ends the open path at its last pixel.
+    void close()
+    {
+        if (!open) return;
+        path.push_back(lastPoint);
+        finish();
+    }
+
+    void finish()
+    {
+        if (path.size() == 1) path.push_back(path[0]);
+        take(chain, path);
+        path.clear();
+        open = false;
+    }
+
+    const Take& take;
+    std::uint32_t chain = 0;
+    std::vector<Point<3>> path;     // the open one
+    std::vector<Point<3>> joints;   // of segments since the latest pixel
+    Point<3> lastPoint;             // the line's, in that pixel
+    bool open = false;              // that pixel belongs to the path
+    bool atStart = false;           // there is no such pixel yet
+};
+
+void LineTrace::restart(const LineTable& lines, int lineWidth)
+{
+    table = &lines;
+    width = lineWidth;
+    runs.clear();
+    lastRuns.assign(lines.segmentCount(), noRun);
+}
+
+void LineTrace::add(const LineSegment& segment, const Point<3>& point)
+{
+    const auto index = static_cast<std::int32_t>(SegmentPixels(segment).indexOf(point));
+    std::uint32_t& last = lastRuns[segment.index];
+    if (last != noRun) {
+        Run& run = runs[last];
+        if (index >= run.low - 1 && index <= run.high + 1) {
+            run.low = std::min(run.low, index);
+            run.high = std::max(run.high, index);
+            return;
+        }
+    }
+    last = static_cast<std::uint32_t>(runs.size());
+    runs.push_back({segment.index, index, index});
+}
+
+void LineTrace::mergeRuns()
+{
+    std::sort(runs.begin(), runs.end(), [](const Run& a, const Run& b) {
+        return a.segment != b.segment ? a.segment < b.segment : a.low < b.low;
+    });
+    std::size_t kept = 0;
+    for (const Run& run : runs) {
+        if (kept != 0 && runs[kept - 1].segment == run.segment && run.low <= runs[kept - 1].high + 1)
+            runs[kept - 1].high = std::max(runs[kept - 1].high, run.high);
+        else runs[kept++] = run;
+    }
+    runs.resize(kept);
+}
+
+void LineTrace::forEachPath(const std::function<void(std::uint32_t, Path)>& take)
+{
+    if (!table) return;
+    mergeRuns();
+    Tracer tracer(take);
+    std::size_t at = 0;
+    for (std::uint32_t i = 0; i < table->segmentCount(); ++i) {
+        const std::size_t first = at;
+        while (at < runs.size() && runs[at].segment == i) ++at;
+        tracer.add(table->segment(i), std::span(runs).subspan(first, at - first));
+    }
+    tracer.end();
+}
+
+}   // namespace belvor
