@@ -5,12 +5,9 @@
 namespace belvor {
 namespace {
 
-TEST(Account, FoldsTypesThatAreNoWordsIntoOneRow)
+TEST(Account, UnreadableTypesShareOneRow)
 {
-    const struct {
-        const char* why;
-        std::string type, row;
-    } cases[] = {
+    const std::tuple<const char*, std::string, std::string> cases[] = {
         {"a plain type", "3DFACE", "3DFACE"},
         {"with an underscore", "ACAD_TABLE", "ACAD_TABLE"},
         {"lower case is no type", "line", "?"},
@@ -21,15 +18,15 @@ TEST(Account, FoldsTypesThatAreNoWordsIntoOneRow)
         {"64 characters", std::string(64, 'A'), std::string(64, 'A')},
         {"65 characters", std::string(65, 'A'), "?"},
     };
-    for (const auto& c : cases) {
+    for (const auto& [why, type, row] : cases) {
         Account account;
-        account.entity(c.type).read = 7;
-        EXPECT_EQ(account.entities.begin()->first, c.row) << c.why;
-        EXPECT_EQ(account.read(), 7u) << c.why;
+        account.entity(type).read = 7;
+        EXPECT_EQ(account.entities.begin()->first, row) << why;
+        EXPECT_EQ(account.read(), 7u) << why;
     }
 }
 
-TEST(Account, OfAHostileFileStaysSmallAndCountsEverything)
+TEST(Account, AHostileFileIsCountedInBoundedMemory)
 {
     Account account;
     for (int i = 0; i < 5000; ++i) {

@@ -6,14 +6,10 @@
 
 namespace belvor {
 
-TEST(Number, RealsAreTakenWholeOrNotAtAll)
+TEST(Number, RealsAreReadWholeOrRefused)
 {
-    const struct {
-        const char* why;
-        std::string text;
-        bool good;
-        double value;
-    } cases[] = {
+    // Columns: why, text, good, value.
+    const std::tuple<const char*, std::string, bool, double> cases[] = {
         {"leading plus", "+2.5", true, 2.5},
         {"no digit before the point", "-.5", true, -0.5},
         {"no digit behind the point", "5.", true, 5.0},
@@ -31,20 +27,16 @@ TEST(Number, RealsAreTakenWholeOrNotAtAll)
         {"blank behind", "1 ", false, 7},
         {"comma", "1,5", false, 7},
     };
-    for (const auto& c : cases) {
+    for (const auto& [why, text, good, wantedValue] : cases) {
         double value = 7;
-        EXPECT_EQ(isDouble(c.text, value), c.good) << c.why;
-        EXPECT_EQ(value, c.value) << c.why;
+        EXPECT_EQ(isDouble(text, value), good) << why;
+        EXPECT_EQ(value, wantedValue) << why;
     }
 }
 
-TEST(Number, IntegersStayWithin32Bits)
+TEST(Number, IntegersBeyond32BitsAreRefused)
 {
-    const struct {
-        const char* text;
-        bool good;
-        std::int32_t value;
-    } cases[] = {
+    const std::tuple<const char*, bool, std::int32_t> cases[] = {
         {"12", true, 12},
         {"+12", true, 12},
         {"-12", true, -12},
@@ -57,10 +49,10 @@ TEST(Number, IntegersStayWithin32Bits)
         {"+", false, 9},
         {"12 ", false, 9},
     };
-    for (const auto& c : cases) {
+    for (const auto& [text, good, wantedValue] : cases) {
         std::int32_t value = 9;
-        EXPECT_EQ(isLong(c.text, value), c.good) << c.text;
-        EXPECT_EQ(value, c.value) << c.text;
+        EXPECT_EQ(isLong(text, value), good) << text;
+        EXPECT_EQ(value, wantedValue) << text;
     }
 }
 

@@ -13,10 +13,8 @@ using namespace belvor;
 
 TEST(Trigonometry, SineAndCosineRoundToTheNearestDouble)
 {
-    const struct {
-        const char* why;
-        double angle, sine, cosine;
-    } cases[] = {
+    // Columns: why, angle, sine, cosine.
+    const std::tuple<const char*, double, double, double> cases[] = {
         {"almost π: only the third part of π/2 is left", 0x1.921fb54442d18p+1, 0x1.1a62633145c07p-53, -1.0},
         {"the cosine's zero", 0x1.921fb54442d18p+0, 1.0, 0x1.1a62633145c07p-54},
         {"45 degrees", 0x1.921fb54442d18p-1, 0x1.6a09e667f3bccp-1, 0x1.6a09e667f3bcdp-1},
@@ -33,20 +31,18 @@ TEST(Trigonometry, SineAndCosineRoundToTheNearestDouble)
         {"the closest one that two doubles reduce", 0x1.6c6cbc45dc8dep+5, 1.0, -0x1.6d61b58c99c43p-61},
         {"725 degrees", 0x1.94ea984d9fba1p+3, 0x1.64fd6b8c280d8p-4, 0x1.fe0d3b41815a2p-1},
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(sine(c.angle), c.sine) << c.why;
-        EXPECT_EQ(cosine(c.angle), c.cosine) << c.why;
+    for (const auto& [why, angle, wantedSine, wantedCosine] : cases) {
+        EXPECT_EQ(sine(angle), wantedSine) << why;
+        EXPECT_EQ(cosine(angle), wantedCosine) << why;
     }
     EXPECT_TRUE(std::signbit(sine(-0.0)));
     EXPECT_TRUE(std::isnan(sine(std::numeric_limits<double>::infinity())));
     EXPECT_TRUE(std::isnan(cosine(std::numeric_limits<double>::quiet_NaN())));
 }
 
-TEST(Trigonometry, ArctangentKnowsEveryQuadrantAndSize)
+TEST(Trigonometry, ArctangentIsExactInEveryQuadrantAndForEverySize)
 {
-    const struct {
-        double y, x, angle;
-    } cases[] = {
+    const std::tuple<double, double, double> cases[] = {
         {1.0, 1.0, 0x1.921fb54442d18p-1},
         {-1.75, 1.75, -0x1.921fb54442d18p-1},
         {1.0, 0.0, 0x1.921fb54442d18p+0},
@@ -67,9 +63,9 @@ TEST(Trigonometry, ArctangentKnowsEveryQuadrantAndSize)
         {7 * 0x1p-1074, 2.0, 3 * 0x1p-1074},
         {0x1p-1074, 2.0, 0.0},
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(arctangent(c.y, c.x), c.angle) << c.y << ", " << c.x;
-        EXPECT_EQ(std::signbit(arctangent(c.y, c.x)), std::signbit(c.y)) << c.y << ", " << c.x;
+    for (const auto& [y, x, angle] : cases) {
+        EXPECT_EQ(arctangent(y, x), angle) << y << ", " << x;
+        EXPECT_EQ(std::signbit(arctangent(y, x)), std::signbit(y)) << y << ", " << x;
     }
     EXPECT_EQ(arctangent(std::numeric_limits<double>::infinity()), 0x1.921fb54442d18p+0);
 }

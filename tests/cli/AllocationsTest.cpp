@@ -3,7 +3,7 @@
 // The linker sends the calls of the program's own code through the wrappers below (see CMakeLists.txt).
 
 #include "cli/belvor_render.h"
-#include "platform/Files.h"
+#include "tests/support/Files.h"
 
 #include <gtest/gtest.h>
 
@@ -111,32 +111,17 @@ class Allocations : public testing::Test {
 protected:
     void SetUp() override
     {
-        std::string name = (fs::temp_directory_path() / "belvor-allocations-XXXXXX").string();
-        ASSERT_NE(mkdtemp(name.data()), nullptr);
-        folder = name;
         plan = static_cast<Plan*>(
             __real_mmap(nullptr, sizeof(Plan), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
         ASSERT_NE(static_cast<void*>(plan), MAP_FAILED);
     }
-    void TearDown() override { fs::remove_all(folder); }
 
     void begin()
     {
-        for (const auto& entry : fs::directory_iterator(folder)) fs::remove_all(entry);
+        for (const auto& entry : fs::directory_iterator(folder.path())) fs::remove_all(entry);
         for (const auto& [name, text] :
-             Contents{{"m.thf", thingsText}, {"d.dxf", dxfText}, {"v.bvp", viewText}}) {
-            std::FILE* const file = openFile(folder + "/" + name, "wb");
-            std::fputs(text.c_str(), file);
-            std::fclose(file);
-        }
-    }
-
-    Contents contents() const
-    {
-        Contents all;
-        for (const auto& entry : fs::directory_iterator(folder))
-            readWholeFile(entry.path().string(), all[entry.path().filename().string()]);
-        return all;
+             {std::pair{"m.thf", thingsText}, {"d.dxf", dxfText}, {"v.bvp", viewText}})
+            folder.write(name, text);
     }
 
     static std::string names(const Contents& files)
@@ -155,7 +140,7 @@ protected:
         const pid_t child = fork();
         if (child == 0) {
             const int nowhere = open("/dev/null", O_WRONLY);
-            if (chdir(folder.c_str()) != 0 || dup2(nowhere, 1) < 0 || dup2(nowhere, 2) < 0) _exit(99);
+            if (chdir(folder.path().c_str()) != 0 || dup2(nowhere, 1) < 0 || dup2(nowhere, 2) < 0) _exit(99);
             std::vector<char*> argv;
             arguments.insert(arguments.begin(), "belvor-render");
             for (std::string& argument : arguments) argv.push_back(argument.data());
@@ -170,16 +155,12 @@ protected:
         return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
     }
 
-    std::string folder;
+    const test::TempFolder folder;
 };
 
 TEST_F(Allocations, ThatFailAreStatus4AndLeaveNoFile)
 {
-    const struct {
-        const char* why;
-        std::vector<std::string> arguments;
-        int status;   // with all the memory it wants
-    } cases[] = {
+    const std::tuple<const char*, std::vector<std::string>, int> cases[] = {
         {"help", {"--help"}, 0},
         {"wrong use", {"--size", "8x6", "--type=things", "m.thf", "p.jpg"}, 2},
         {"info of a model", {"--info", "m.thf"}, 0},
@@ -193,28 +174,27 @@ TEST_F(Allocations, ThatFailAreStatus4AndLeaveNoFile)
         {"both, of a drawing", {"--size", "9x7", "--dxf-log", "d.dxf", "p.png", "p.omb"}, 0},
         {"a view that is none", {"--view", "m.thf", "m.thf", "p.png"}, 1},
     };
-    for (const auto& c : cases) {
-        ASSERT_EQ(run(c.arguments, -1, false), c.status) << c.why;
-        const Contents wanted = contents();
+    for (const auto& [why, arguments, wantedStatus] : cases) {
+        ASSERT_EQ(run(arguments, -1, false), wantedStatus) << why;
+        const Contents wanted = folder.contents();
         begin();
-        const Contents before = contents();
+        const Contents before = folder.contents();
         for (const bool allAfter : {false, true}) {
             long n = 0;
             for (int status = 0; n < 100000; ++n) {
-                status = run(c.arguments, n, allAfter);
-                Contents after = contents();
+                status = run(arguments, n, allAfter);
+                Contents after = folder.contents();
                 if (status != 0) after.erase("d.dxf.log");   // a diagnostic, written as the file is read
                 Contents good = status == 0 ? wanted : before;
                 if (status != 0) good.erase("d.dxf.log");
-                EXPECT_TRUE(status == c.status || status == 4)
-                    << c.why << ": status " << status << " at allocation " << n
-                    << ", all after: " << allAfter;
+                EXPECT_TRUE(status == wantedStatus || status == 4)
+                    << why << ": status " << status << " at allocation " << n << ", all after: " << allAfter;
                 EXPECT_TRUE(after == good)
-                    << c.why << ": files at allocation " << n << ", all after: " << allAfter << ", status "
+                    << why << ": files at allocation " << n << ", all after: " << allAfter << ", status "
                     << status << ": " << names(after);
                 if (!plan->reached || HasFailure()) break;
             }
-            EXPECT_GT(n, 5) << c.why;
+            EXPECT_GT(n, 5) << why;
         }
     }
 }

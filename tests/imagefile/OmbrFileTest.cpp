@@ -11,33 +11,29 @@ namespace belvor {
 
 // What a whole file holds is tests/picture/'s.
 
-TEST(OmbrFile, RefusesPicturesItCannotNumber)
+TEST(OmbrFile, RefusesPicturesBeyondItsCounts)
 {
-    const struct {
-        const char* why;
-        long long width, height;
-        unsigned long long materials;
-        bool good;
-    } cases[] = {
+    // Columns: why, width, height, materials, good.
+    const std::tuple<const char*, long long, long long, unsigned long long, bool> cases[] = {
         {"largest square", 16383, 16383, 0, true},
         {"too wide for its byte counts", 16384, 1, 0, false},
         {"too high", 1, 65536, 0, false},
         {"beyond 4 GiB", 16383, 30000, 0, false},
         {"beyond 4 GiB by its materials alone", 16383, 16383, 2000000000, false},
     };
-    for (const auto& c : cases) {
+    for (const auto& [why, width, height, materials, good] : cases) {
         try {
-            OmbrFile::checkSize(c.width, c.height, c.materials);
-            EXPECT_TRUE(c.good) << c.why;
+            OmbrFile::checkSize(width, height, materials);
+            EXPECT_TRUE(good) << why;
         } catch (const OmbrFile::Error& error) {
-            EXPECT_FALSE(c.good) << c.why;
+            EXPECT_FALSE(good) << why;
             EXPECT_STREQ(error.what(), std::strerror(EFBIG));
         }
     }
     EXPECT_THROW(OmbrFile("no/such/folder/x.omb", 1, 1, "v", {}), OmbrFile::Error);
 }
 
-TEST(OmbrBuff, TakesNoMemoryForAPictureThatDoesNotFit)
+TEST(OmbrBuff, AllocatesNothingForAPictureThatDoesNotFit)
 {
     const test::TempFile target("large.omb");
     const Handle<Model> model = test::thingsModel(test::boxText);
@@ -48,7 +44,7 @@ TEST(OmbrBuff, TakesNoMemoryForAPictureThatDoesNotFit)
     }
 }
 
-TEST(OmbrBuff, AbandonedEndsWithItsDirectoriesAndTakesNoFilesPlace)
+TEST(OmbrBuff, AnAbandonedPictureIsCompleteButReplacesNoFile)
 {
     const Handle<Model> model = test::thingsModel(test::boxText);
     const Scene scene =
@@ -70,7 +66,7 @@ TEST(OmbrBuff, AbandonedEndsWithItsDirectoriesAndTakesNoFilesPlace)
     EXPECT_EQ(abandonOver("the picture of yesterday"), "the picture of yesterday");
 }
 
-TEST(OmbrBuff, ASecondPictureOfANameIsRefusedWhileTheFirstIsWritten)
+TEST(OmbrBuff, ASecondPictureIntoTheSameFileIsRefusedWhileTheFirstIsWritten)
 {
     const test::TempFile target("twice.omb", "old");
     const Handle<Model> model = test::thingsModel(test::boxText);

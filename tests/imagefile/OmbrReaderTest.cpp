@@ -89,12 +89,8 @@ TEST(OmbrReader, TellsFaultsOfPixelsAndRecords)
     for (std::size_t i = 0; i < width; ++i) (reader.material()[i] != 0 ? drawn : empty) = i;
     const std::size_t row = 8 + 2 * 64, materials = row + 4 * width, colours = row + 6 * width;
     const std::size_t record = whole.find("Base") - 9;
-    const struct {
-        const char* why;
-        std::size_t at;
-        char value;
-        std::size_t fault;
-    } cases[] = {
+    // Columns: why, at, value, fault.
+    const std::tuple<const char*, std::size_t, char, std::size_t> cases[] = {
         {"a material that no record has", materials + 2 * drawn, 99, materials + 2 * drawn},
         {"a material where nothing is", materials + 2 * empty, 1, materials + 2 * empty},
         {"none where something is", materials + 2 * drawn, 0, materials + 2 * drawn},
@@ -103,10 +99,10 @@ TEST(OmbrReader, TellsFaultsOfPixelsAndRecords)
         {"a chain that leads elsewhere", record, 1, record},
         {"a material without a number", record + 4, 0, record + 4},
     };
-    for (const auto& c : cases) {
+    for (const auto& [why, at, value, fault] : cases) {
         std::string changed = whole;
-        changed[c.at] = c.value;
-        EXPECT_EQ(faultIn(changed), static_cast<long long>(c.fault)) << c.why;
+        changed[at] = value;
+        EXPECT_EQ(faultIn(changed), static_cast<long long>(fault)) << why;
     }
 }
 

@@ -9,12 +9,9 @@
 
 namespace belvor {
 
-TEST(PictureFormat, IsNamedByEndingsInAnyCase)
+TEST(PictureFormat, FollowsFromTheExtensionInAnyCase)
 {
-    const struct {
-        const char* path;
-        std::optional<PictureFormat> format;
-    } cases[] = {
+    const std::tuple<const char*, std::optional<PictureFormat>> cases[] = {
         {"a.omb", PictureFormat::ombr},
         {"a.PNG", PictureFormat::png},
         {"a.b.exr", PictureFormat::exr},
@@ -28,12 +25,12 @@ TEST(PictureFormat, IsNamedByEndingsInAnyCase)
         {"", std::nullopt},
         {"a.png/b", std::nullopt},
     };
-    for (const auto& c : cases) EXPECT_EQ(pictureFormatOfPath(c.path), c.format) << c.path;
+    for (const auto& [path, format] : cases) EXPECT_EQ(pictureFormatOfPath(path), format) << path;
     EXPECT_EQ(pictureFormatNamed("EXR"), PictureFormat::exr);
     EXPECT_EQ(pictureFormatNamed(".exr"), std::nullopt);
 }
 
-TEST(Cryptomatte, NumbersAreThePublishedHashKeptFromBeingNoNumbers)
+TEST(Cryptomatte, NumbersAreThePublishedHashChangedToFiniteFloats)
 {
     EXPECT_EQ(Cryptomatte::idOfName("hello"), 0x248BFA47u);
     EXPECT_EQ(Cryptomatte::idOfName("hello, world"), 0x149BBB7Fu);
@@ -46,7 +43,7 @@ TEST(Cryptomatte, NumbersAreThePublishedHashKeptFromBeingNoNumbers)
     EXPECT_EQ(matte.manifest().find("a\\\"b", matte.manifest().find("a\\\"b") + 1), std::string::npos);
 }
 
-TEST(JsonText, EscapesWhatItMustAndKeepsNumbers)
+TEST(JsonText, EscapesControlCharactersAndWritesShortestNumbers)
 {
     JsonText json;
     json.beginObject().key("a").value("\"\\\n\x01\xC3\xA4\xF0\x9D\x84\x9E\xFF").key("b").beginList();
@@ -65,7 +62,7 @@ Point<3> transformed(const Point<3>& p, const PictureGeometry::Matrix& matrix)
     return {sums[0] / sums[3], sums[1] / sums[3], sums[2] / sums[3]};
 }
 
-TEST(PictureGeometry, LeadsFromPixelsToPointsAndBackAsTheCameraDoes)
+TEST(PictureGeometry, PixelsAndPointsCorrespondAsInTheCamera)
 {
     const ImageSize sizes[] = {{40, 30}, {30, 40}, {1, 9}, {9, 1}};
     for (const bool parallel : {false, true})

@@ -37,7 +37,7 @@ public:
     bool done = false, good = false;
 };
 
-TEST(MappedFile, ReadsZerosWhereTheFileIsGone)
+TEST(MappedFile, ReadsZerosWhereTheFileWasCutOff)
 {
     const test::TempFile file("shrinks", std::string(100000, 'x'));
     MappedFile::takeDamage();

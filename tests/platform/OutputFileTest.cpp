@@ -6,50 +6,19 @@
 
 #include <array>
 #include <filesystem>
-#include <fstream>
-#include <map>
 
 namespace belvor {
 namespace {
 
 namespace fs = std::filesystem;
 
-/// A folder of its own; what it holds by name.
-class OutputFolder : public testing::Test {
-protected:
-    OutputFolder() : folder(temporaryNameFor((fs::temp_directory_path() / "belvor-outputs").string()))
-    {
-        fs::create_directory(folder);
-    }
-    ~OutputFolder() override
-    {
-        std::error_code ignored;
-        fs::remove_all(folder, ignored);
-    }
-    std::string in(const std::string& name) const { return (folder / name).string(); }
-    std::string write(const std::string& name, const std::string& bytes) const
-    {
-        std::ofstream(folder / name, std::ios::binary) << bytes;
-        return in(name);
-    }
-    std::map<std::string, std::string> contents() const
-    {
-        std::map<std::string, std::string> files;
-        for (const auto& entry : fs::directory_iterator(folder)) {
-            std::string bytes = "(folder)";
-            if (!entry.is_directory()) readWholeFile(entry.path().string(), bytes);
-            files[entry.path().filename().string()] = bytes;
-        }
-        return files;
-    }
-    using Contents = std::map<std::string, std::string>;
+using Contents = std::map<std::string, std::string>;
 
-    const fs::path folder;
-};
+class OutputFolder : public testing::Test, protected test::TempFolder {};
 
 void put(OutputFile& file, const char* text) { std::fputs(text, file.stream()); }
 
-TEST_F(OutputFolder, AFileTakesItsNameWhenItIsWhole)
+TEST_F(OutputFolder, AFileReplacesTheOldOneWhenItIsCommitted)
 {
     const std::string path = write("a", "old");
     for (const bool committed : {false, true}) {
@@ -67,12 +36,12 @@ TEST_F(OutputFolder, AFileTakesItsNameWhenItIsWhole)
     EXPECT_EQ(contents(), (Contents{{"a", "new"}, {std::string(255, 'n'), ""}}));
 }
 
-TEST_F(OutputFolder, SeveralFilesTakeTheirNamesTogether)
+TEST_F(OutputFolder, SeveralFilesAreCommittedTogetherOrNotAtAll)
 {
     write("old", "old");
     OutputFile first(in("old")), second(in("fresh")), third(in("blocked"));
     for (OutputFile* const each : {&first, &second, &third}) put(*each, "new");
-    fs::create_directory(folder / "blocked");
+    fs::create_directory(in("blocked"));
     std::array files{&first, &second, &third};
     const auto names = [this] {
         Contents kept = contents();
@@ -83,11 +52,11 @@ TEST_F(OutputFolder, SeveralFilesTakeTheirNamesTogether)
     EXPECT_EQ(names(), (Contents{{"old", "old"}, {"blocked", "(folder)"}}));
 }
 
-TEST_F(OutputFolder, ANameIsWrittenByOneAtATime)
+TEST_F(OutputFolder, ASecondWriterOfAFileIsRefused)
 {
     {
         OutputFile first(in("a"));
-        EXPECT_THROW(OutputFile(in("../") + folder.filename().string() + "/a"), OutputFile::Busy);
+        EXPECT_THROW(OutputFile(in("../") + path().filename().string() + "/a"), OutputFile::Busy);
         OutputFile(in("b")).commit();
         first.commit();
         EXPECT_NO_THROW(OutputFile(in("a"))) << "its name is taken: the next may begin";
@@ -95,9 +64,9 @@ TEST_F(OutputFolder, ANameIsWrittenByOneAtATime)
     EXPECT_EQ(contents(), (Contents{{"a", ""}, {"b", ""}}));
 }
 
-TEST_F(OutputFolder, ANameThatCannotBeTakenIsRefusedAtTheBeginning)
+TEST_F(OutputFolder, AFileThatCannotBeWrittenIsRefusedAtTheBeginning)
 {
-    fs::create_directory(folder / "folder");
+    fs::create_directory(in("folder"));
     const std::string guarded = write("guarded", "old");
     fs::permissions(guarded, fs::perms::owner_read);
     for (const std::string& path : {std::string(), in("folder"), in("nowhere/a"), in("nowhere/"), guarded})
@@ -106,24 +75,22 @@ TEST_F(OutputFolder, ANameThatCannotBeTakenIsRefusedAtTheBeginning)
     fs::permissions(guarded, fs::perms::owner_all);   // for systems that delete no such file
 }
 
-TEST_F(OutputFolder, OneFileHasOneIdentityWhateverItsNames)
+TEST_F(OutputFolder, SeveralNamesOfOneFileAreTheSameFile)
 {
     write("a", "");
     write("b", "");
-    fs::create_hard_link(folder / "a", folder / "hard");
-    const struct {
-        const char* why;
-        std::string left, right;
-        bool same;
-    } cases[] = {
+    fs::create_hard_link(in("a"), in("hard"));
+    // Columns: why, left, right, same.
+    const std::tuple<const char*, std::string, std::string, bool> cases[] = {
         {"the same name", "a", "a", true},        {"another spelling", "a", "./a", true},
         {"a second name", "a", "hard", true},     {"another file", "a", "b", false},
         {"no files yet", "x", "./x", true},       {"no files yet, two names", "x", "y", false},
         {"no folder", "none/x", "none/y", false}, {"a file and none", "a", "x", false},
     };
-    for (const auto& c : cases) EXPECT_EQ(isSameFile(in(c.left), in(c.right)), c.same) << c.why;
+    for (const auto& [why, left, right, same] : cases)
+        EXPECT_EQ(isSameFile(in(left), in(right)), same) << why;
     fs::current_path(fs::temp_directory_path());
-    EXPECT_TRUE(isSameFile(folder.filename().string() + "/a", in("a"))) << "relative and absolute";
+    EXPECT_TRUE(isSameFile(path().filename().string() + "/a", in("a"))) << "relative and absolute";
 }
 
 }   // namespace

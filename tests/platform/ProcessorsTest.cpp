@@ -5,12 +5,9 @@
 
 using namespace belvor;
 
-TEST(Processors, QuotaOfAControlGroupIsRoundedUp)
+TEST(Processors, TheQuotaOfAControlGroupIsRoundedUp)
 {
-    const struct {
-        const char* text;
-        unsigned processors;
-    } cases[] = {
+    const std::tuple<const char*, unsigned> cases[] = {
         {"max 100000", 0},
         {"200000 100000", 2},
         {"150000 100000\n", 2},
@@ -25,19 +22,15 @@ TEST(Processors, QuotaOfAControlGroupIsRoundedUp)
         {"", 0},
         {"18446744073709551615 1", 1u << 20},
     };
-    for (const auto& c : cases) EXPECT_EQ(processorsGranted(c.text), c.processors) << c.text;
+    for (const auto& [text, processors] : cases) EXPECT_EQ(processorsGranted(text), processors) << text;
 }
 
 TEST(Processors, AtLeastOneIsUsable) { EXPECT_GE(usableProcessors(), 1u); }
 
-TEST(ControlGroups, LeadFromTheOwnOneUpToTheRoot)
+TEST(ControlGroups, FoldersAreListedFromTheOwnGroupUpToTheRoot)
 {
     using Folders = std::vector<std::string>;
-    const struct {
-        const char* groups;
-        const char* controller;
-        Folders folders;
-    } cases[] = {
+    const std::tuple<const char*, const char*, Folders> cases[] = {
         {"0::/", "", {"/sys/fs/cgroup"}},
         {"0::/user/job.scope\n",
          "",
@@ -53,5 +46,6 @@ TEST(ControlGroups, LeadFromTheOwnOneUpToTheRoot)
         {"nonsense", "", {"/sys/fs/cgroup"}},
         {"", "memory", {"/sys/fs/cgroup/memory"}},
     };
-    for (const auto& c : cases) EXPECT_EQ(controlGroupFolders(c.groups, c.controller), c.folders) << c.groups;
+    for (const auto& [groups, controller, folders] : cases)
+        EXPECT_EQ(controlGroupFolders(groups, controller), folders) << groups;
 }

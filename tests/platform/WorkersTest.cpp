@@ -20,26 +20,24 @@ class Stop : public std::runtime_error {
 
 }   // namespace
 
-TEST(WorkerThreads, EveryIndexIsWorkedOnOnce)
+TEST(WorkerThreads, EveryIndexIsProcessedOnce)
 {
     Workers workers;
-    const struct {
-        unsigned threads;
-        std::size_t count, pieceSize;
-    } cases[] = {{1, 1000, 7}, {2, 1000, 7}, {8, 1000, 1}, {3, 0, 5},
-                 {3, 5, 5},    {8, 3, 1000}, {0, 10, 3},   {100000, 1000, 10}};
-    for (const auto& c : cases) {
-        std::vector<std::atomic<int>> visits(c.count);
+    const std::tuple<unsigned, std::size_t, std::size_t> cases[] = {
+        {1, 1000, 7}, {2, 1000, 7}, {8, 1000, 1}, {3, 0, 5},
+        {3, 5, 5},    {8, 3, 1000}, {0, 10, 3},   {100000, 1000, 10}};
+    for (const auto& [threads, wantedCount, pieceSize] : cases) {
+        std::vector<std::atomic<int>> visits(wantedCount);
         std::vector<std::atomic<int>> running(Workers::maxThreads);
         std::atomic<bool> good = true;
-        workers.forPieces(c.threads, c.count, c.pieceSize,
+        workers.forPieces(threads, wantedCount, pieceSize,
                           [&](std::size_t first, std::size_t end, const Workers::Turn& turn) {
-                              if (running[turn.thread]++ != 0 || first % c.pieceSize != 0) good = false;
+                              if (running[turn.thread]++ != 0 || first % pieceSize != 0) good = false;
                               for (std::size_t i = first; i < end; ++i) ++visits[i];
                               --running[turn.thread];
                           });
         for (const auto& count : visits) EXPECT_EQ(count, 1);
-        EXPECT_TRUE(good) << c.threads << " threads, pieces of " << c.pieceSize;
+        EXPECT_TRUE(good) << threads << " threads, pieces of " << pieceSize;
     }
 }
 
@@ -55,7 +53,7 @@ TEST(WorkerThreads, TwoThreadsWorkAtTheSameTime)
     EXPECT_EQ(arrived, 2);
 }
 
-TEST(WorkerThreads, ResultsAreTakenInOrderAndWaitForTheirSlot)
+TEST(WorkerThreads, ResultsArriveInOrderAndNeverExceedTheSlots)
 {
     Workers workers;
     for (const unsigned threads : {1u, 2u, 8u})
@@ -81,7 +79,7 @@ TEST(WorkerThreads, ResultsAreTakenInOrderAndWaitForTheirSlot)
         }
 }
 
-TEST(WorkerThreads, TheFirstExceptionReachesTheCallerAndNothingRunsOn)
+TEST(WorkerThreads, TheFirstExceptionReachesTheCallerAndStopsTheOthers)
 {
     Workers workers;
     for (const unsigned threads : {1u, 2u, 8u})
@@ -130,7 +128,7 @@ TEST(WorkerThreads, AnExceptionEndsLongPieces)
                  Stop);
 }
 
-TEST(WorkerThreads, SeveralThreadsAskAtOnceAndWorkAsksInTurn)
+TEST(WorkerThreads, CallsFromSeveralThreadsAndNestedCallsComplete)
 {
     Workers workers;
     std::atomic<int> total = 0;

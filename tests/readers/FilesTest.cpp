@@ -34,33 +34,30 @@ std::vector<std::string> corpus(const std::string& folder)
 
 /// Every input that a fuzz run found worth keeping is read and drawn, refused with a fault that tells its
 /// place, or given up.
-TEST(Corpus, OfModelsIsReadOrRefused)
+TEST(Corpus, EveryModelIsReadOrRefused)
 {
-    const struct {
-        const char* folder;
-        FileType type;
-        int drawn;
-    } cases[] = {{"things", FileType::things, 3}, {"dxf", FileType::dxf, 10}, {"man", FileType::man, 2}};
-    for (const auto& c : cases) {
+    const std::tuple<const char*, FileType, int> cases[] = {
+        {"things", FileType::things, 3}, {"dxf", FileType::dxf, 10}, {"man", FileType::man, 2}};
+    for (const auto& [folder, type, wantedDrawn] : cases) {
         int drawn = 0;
-        for (const std::string& path : corpus(c.folder)) {
+        for (const std::string& path : corpus(folder)) {
             test::RecordingReporter patience(1000);
             try {
-                const Handle<Model> model = readModel(path, c.type, patience).model;
-                for (std::uint32_t i = 0; c.type == FileType::dxf && i < model->facetCount(); ++i)
+                const Handle<Model> model = readModel(path, type, patience).model;
+                for (std::uint32_t i = 0; type == FileType::dxf && i < model->facetCount(); ++i)
                     EXPECT_NEAR(model->facet(i).plane.normal().length(), 1.0, 1e-9)
                         << path << ", facet " << i;
                 if (model->facetCount() < 2000) drawSmall(*model);
                 drawn += model->facetCount() > 0;
             } catch (const BadFile& fault) {
-                EXPECT_TRUE(fault.line() >= 1 || c.type == FileType::things) << path;
+                EXPECT_TRUE(fault.line() >= 1 || type == FileType::things) << path;
             } catch (const Reporter::Abandoned&) {}
         }
-        EXPECT_GT(drawn, c.drawn) << c.folder;
+        EXPECT_GT(drawn, wantedDrawn) << folder;
     }
 }
 
-TEST(Corpus, OfViewsIsReadOrRefused)
+TEST(Corpus, EveryViewIsReadOrRefused)
 {
     int accepted = 0;
     for (const std::string& path : corpus("bvp")) {
@@ -72,7 +69,7 @@ TEST(Corpus, OfViewsIsReadOrRefused)
 }
 
 /// A file may be cut anywhere, in a download or on a full disk; and bytes change.
-TEST(Corpus, SurvivesEveryCutAndManyFlips)
+TEST(Corpus, EveryCutAndManyFlippedBytesAreReadOrRefused)
 {
     const auto read = [](const std::string& path, std::string_view bytes, Reporter& reporter) {
         Account account;
@@ -104,12 +101,10 @@ TEST(Corpus, SurvivesEveryCutAndManyFlips)
     }
 }
 
-TEST(Samples, HaveTheirKnownSizes)
+TEST(Samples, HaveTheirKnownCounts)
 {
-    const struct {
-        const char* name;
-        std::uint32_t vertices, edges, facets, materials;
-    } cases[] = {
+    // Columns: name, vertices, edges, facets, materials.
+    const std::tuple<const char*, std::uint32_t, std::uint32_t, std::uint32_t, std::uint32_t> cases[] = {
         {"teapot.thf", 792, 2976, 992, 1},
         {"bunny.thf", 1839, 11022, 3674, 1},
         {"dxf/every-entity.dxf", 1831, 1831, 422, 6},
@@ -122,60 +117,53 @@ TEST(Samples, HaveTheirKnownSizes)
         {"man/star.man", 24, 72, 14, 2},
         {"man/lighthouse.man", 91, 350, 88, 5},
     };
-    for (const auto& c : cases) {
+    for (const auto& [name, vertices, edges, facets, materials] : cases) {
         SilentReporter silent;
-        const std::string path = root + "/samples/" + c.name;
+        const std::string path = root + "/samples/" + name;
         const Handle<Model> model = readModel(path, fileTypeOf(path), silent).model;
-        EXPECT_EQ(model->vertexCount(), c.vertices) << c.name;
-        EXPECT_EQ(model->edgeCount(), c.edges) << c.name;
-        EXPECT_EQ(model->facetCount(), c.facets) << c.name;
-        EXPECT_EQ(model->materials().size(), c.materials) << c.name;
+        EXPECT_EQ(model->vertexCount(), vertices) << name;
+        EXPECT_EQ(model->edgeCount(), edges) << name;
+        EXPECT_EQ(model->facetCount(), facets) << name;
+        EXPECT_EQ(model->materials().size(), materials) << name;
     }
 }
 
-TEST(Readers, PassOnTheFailureOfAnyAllocation)
+TEST(Readers, ReportAnyFailedAllocation)
 {
-    const struct {
-        const char* path;
-        bool modern;
-        std::size_t failures;   ///< At least: the allocations of a whole reading.
-    } cases[] = {{"samples/letters.thf", false, 10},
-                 {"samples/dxf/every-entity.dxf", false, 200},
-                 {"samples/dxf/every-entity.dxf", true, 200},
-                 {"fuzz/corpus/dxf/polyface.binary", false, 10},
-                 {"samples/man/star.man", false, 10}};
-    for (const auto& c : cases) {
-        const std::string path = root + "/" + c.path;
-        const FileType type = c.path[0] == 'f' ? FileType::dxf : fileTypeOf(path);
-        const ReadingOptions options{.rules = c.modern ? ReadingRules::modern : ReadingRules::strict};
+    const std::tuple<const char*, bool, std::size_t> cases[] = {
+        {"samples/letters.thf", false, 10},
+        {"samples/dxf/every-entity.dxf", false, 200},
+        {"samples/dxf/every-entity.dxf", true, 200},
+        {"fuzz/corpus/dxf/polyface.binary", false, 10},
+        {"samples/man/star.man", false, 10}};
+    for (const auto& [name, modern, wantedFailures] : cases) {
+        const std::string path = root + "/" + name;
+        const FileType type = name[0] == 'f' ? FileType::dxf : fileTypeOf(path);
+        const ReadingOptions options{.rules = modern ? ReadingRules::modern : ReadingRules::strict};
         std::uint32_t facets = 0;
         const std::size_t failures = test::failEachAllocation([&] {
             SilentReporter silent;
             facets = readModel(path, type, silent, options).model->facetCount();
         });
-        EXPECT_GT(failures, c.failures) << path;
+        EXPECT_GT(failures, wantedFailures) << path;
         EXPECT_GT(facets, 0u) << path;
     }
 }
 
-TEST(ModelFile, TellsItsProgressAndStopsAtOnce)
+TEST(ModelFile, ReportsProgressAndStopsAtOnceWhenAsked)
 {
     // Things count what they have read; the others tell the share of the bytes, in one stage.
-    const struct {
-        const char* path;
-        int stages;
-        double last;
-    } cases[] = {{"teapot.thf", 0, 0.983870967741935},
-                 {"dxf/others/PinkEggFromLW.dxf", 1, 0.999},
-                 {"man/lighthouse.man", 1, 1.0}};
-    for (const auto& c : cases) {
-        const std::string path = root + "/samples/" + c.path;
+    const std::tuple<const char*, int, double> cases[] = {{"teapot.thf", 0, 0.983870967741935},
+                                                          {"dxf/others/PinkEggFromLW.dxf", 1, 0.999},
+                                                          {"man/lighthouse.man", 1, 1.0}};
+    for (const auto& [name, stages, last] : cases) {
+        const std::string path = root + "/samples/" + name;
         test::RecordingReporter patient;
         readModel(path, fileTypeOf(path), patient);
         EXPECT_TRUE(std::is_sorted(patient.calls.begin(), patient.calls.end())) << path;
         EXPECT_NEAR(std::get<2>(patient.calls.front()), 0.0, 0.02) << path;
-        EXPECT_EQ(std::get<0>(patient.calls.back()), c.stages) << path;
-        EXPECT_NEAR(std::get<2>(patient.calls.back()), c.last, 0.001) << path;
+        EXPECT_EQ(std::get<0>(patient.calls.back()), stages) << path;
+        EXPECT_NEAR(std::get<2>(patient.calls.back()), last, 0.001) << path;
         for (const std::size_t stop : {std::size_t{0}, patient.calls.size() / 2, patient.calls.size() - 1}) {
             test::RecordingReporter impatient(stop);
             EXPECT_THROW(readModel(path, fileTypeOf(path), impatient), Reporter::Abandoned)
@@ -186,7 +174,7 @@ TEST(ModelFile, TellsItsProgressAndStopsAtOnce)
 }
 
 /// Whoever wants a reading to stop waits for the next report, whatever the file is full of.
-TEST(ModelFile, LongRecordsAndListsReportProgressTimeAndAgain)
+TEST(ModelFile, LongRecordsAndListsReportProgressRepeatedly)
 {
     const auto repeated = [](int times, const std::string& text) {
         std::string all;
@@ -196,12 +184,8 @@ TEST(ModelFile, LongRecordsAndListsReportProgressTimeAndAgain)
     constexpr int many = 100000;
     const std::string triangle = "Y 3 0 0 0 1 0 0 0 1 0 ", man = "KRVT v5.1.0 MAN file\n",
                       section = "0\nSECTION\n2\nENTITIES\n";
-    const struct {
-        const char* why;
-        FileType type;
-        std::string text;
-        std::size_t reports;
-    } cases[] = {
+    // Columns: why, type, text, reports.
+    const std::tuple<const char*, FileType, std::string, std::size_t> cases[] = {
         {"edges", FileType::things, triangle + std::to_string(many) + repeated(many, " 1 2 A\n") + "0", 10},
         {"a loop", FileType::things, triangle + "0 1 1 A\n" + std::to_string(many) + repeated(many, " 1"),
          10},
@@ -220,17 +204,17 @@ TEST(ModelFile, LongRecordsAndListsReportProgressTimeAndAgain)
          section + "0\nLWPOLYLINE\n39\n1\n" + repeated(many, "10\n1\n20\n2\n10\n3\n20\n4\n"),
          400000 / 8192 + 3 * 200000 / 4096},
     };
-    for (const auto& c : cases) {
-        const test::TempFile file("long.model", c.text);
+    for (const auto& [why, type, text, reports] : cases) {
+        const test::TempFile file("long.model", text);
         test::RecordingReporter patient;
-        readModel(file.path(), c.type, patient);
-        EXPECT_GE(patient.calls.size(), c.reports) << c.why;
+        readModel(file.path(), type, patient);
+        EXPECT_GE(patient.calls.size(), reports) << why;
         test::RecordingReporter impatient(patient.calls.size() - 1);
-        EXPECT_THROW(readModel(file.path(), c.type, impatient), Reporter::Abandoned) << c.why;
+        EXPECT_THROW(readModel(file.path(), type, impatient), Reporter::Abandoned) << why;
     }
 }
 
-TEST(ModelFile, ThatCannotBeOpenedIsTheSystemsError)
+TEST(ModelFile, AFileThatCannotBeOpenedGivesTheSystemsError)
 {
     const test::TempFile empty("empty.dxf");
     SilentReporter silent;
@@ -246,18 +230,15 @@ TEST(ModelFile, ThatCannotBeOpenedIsTheSystemsError)
     }
 }
 
-TEST(ModelFile, TypesGoByTheLettersBehindTheLastDot)
+TEST(ModelFile, TheTypeFollowsFromTheExtension)
 {
-    const struct {
-        const char* path;
-        FileType type;
-    } cases[] = {
+    const std::tuple<const char*, FileType> cases[] = {
         {"x.THF", FileType::things}, {"x.dxf", FileType::dxf},  {"x.thf2", FileType::unknown},
         {"x", FileType::unknown},    {"x.", FileType::unknown}, {"a.thf\\x", FileType::unknown},
         {"x.th", FileType::unknown}, {".man", FileType::man},   {"a.b/c.Man", FileType::man},
         {"", FileType::unknown},
     };
-    for (const auto& c : cases) EXPECT_EQ(fileTypeOf(c.path), c.type) << c.path;
+    for (const auto& [path, type] : cases) EXPECT_EQ(fileTypeOf(path), type) << path;
 }
 
 }   // namespace belvor

@@ -7,14 +7,10 @@
 namespace belvor {
 namespace {
 
-TEST(ForeignFile, IsNamedByItsFirstBytes)
+TEST(ForeignFile, IsRecognisedByItsFirstBytes)
 {
     using namespace std::string_literals;
-    const struct {
-        const char* why;
-        std::string bytes;
-        Text kind;
-    } cases[] = {
+    const std::tuple<const char*, std::string, Text> cases[] = {
         {"DWG of 2000", "AC1015\0\0"s, Text::foreignDwg},
         {"DWG of 2018", "AC1032"s, Text::foreignDwg},
         {"DWG of the eighties", "AC2.10"s, Text::foreignDwg},
@@ -37,7 +33,7 @@ TEST(ForeignFile, IsNamedByItsFirstBytes)
         {"empty", ""s, Text::none},
         {"nothing but zeros", std::string(64, '\0'), Text::none},
     };
-    for (const auto& c : cases) EXPECT_EQ(foreignKindOf(c.bytes), c.kind) << c.why;
+    for (const auto& [why, bytes, kind] : cases) EXPECT_EQ(foreignKindOf(bytes), kind) << why;
 }
 
 }   // namespace

@@ -32,7 +32,7 @@ void addFacet(Model& model, const Material& material, const std::string& names, 
 
 }   // namespace
 
-TEST(Outlines, KnowTheFacetsAtAnEdgeWhateverVerticesAndWinding)
+TEST(Outlines, FindTheFacetsAtAnEdgeForAnyVerticesAndWinding)
 {
     const Vector<3> up(0, 0, 1), d(0.36, 0, 1), e(0.37, 0, 1);
     const struct {
@@ -73,7 +73,7 @@ TEST(Outlines, KnowTheFacetsAtAnEdgeWhateverVerticesAndWinding)
     }
 }
 
-TEST(Outlines, LeaveOutEdgesWithoutLengthOrNumbers)
+TEST(Outlines, LeaveOutEdgesOfLengthZeroAndThoseThatAreNotFinite)
 {
     Model model;
     addFacet(model, model.findMaterial("one"), "aAbn", {0, 0, 1});

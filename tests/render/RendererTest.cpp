@@ -52,19 +52,15 @@ TEST(Renderer, DrawsAndLightsTheBox)
 {
     using Counts = std::map<std::uint32_t, int>;   // of each facet's pixels
     constexpr std::uint32_t roof = 1, front = 2, left = 5, none = Buffer::noFacet;
-    const struct {
-        bool parallel;
-        Counts counts;
-        double depth;
-    } cases[] = {
+    const std::tuple<bool, Counts, double> cases[] = {
         {false, {{roof, 20}, {front, 45}, {left, 81}, {none, 286}}, -2.59131695768266},
         {true, {{roof, 21}, {front, 50}, {left, 88}, {none, 273}}, -12.877945846808},
     };
     const int colours[6][3] = {{146, 255, 237}, {255, 218, 165}, {110, 102, 141},
                                {88, 111, 78},   {141, 90, 122},  {62, 104, 111}};
     const Handle<Model> model = thingsModel(boxText);
-    for (const auto& c : cases) {
-        const Scene scene = whole(*model, c.parallel);
+    for (const auto& [parallel, wantedCounts, depth] : cases) {
+        const Scene scene = whole(*model, parallel);
         test::Image image;
         Frame frame;
         SilentReporter silent;
@@ -72,24 +68,19 @@ TEST(Renderer, DrawsAndLightsTheBox)
         Counts counts;
         for (const auto& row : image)
             for (const test::Pixel& pixel : row) ++counts[pixel.owner];
-        EXPECT_EQ(counts, c.counts) << c.parallel;
-        EXPECT_EQ(image[9][12].owner, left) << c.parallel;
-        EXPECT_NEAR(image[9][12].depth, c.depth, 1e-11) << c.parallel;
+        EXPECT_EQ(counts, wantedCounts) << parallel;
+        EXPECT_EQ(image[9][12].owner, left) << parallel;
+        EXPECT_NEAR(image[9][12].depth, depth, 1e-11) << parallel;
         for (std::uint32_t i = 1; i < 6; ++i)   // the base is seen edge on
             for (int channel = 0; channel < 3; ++channel)
                 EXPECT_EQ(frame.colour(i)[channel], colours[i][channel]) << i;
     }
 }
 
-TEST(Renderer, ClosesFacetsThatTheEyePlaneCuts)
+TEST(Renderer, DrawsFacetsThatTheEyePlaneCuts)
 {
-    const struct {
-        const char* why;
-        const char* corners;
-        double eyeHeight, azimuth;
-        int row, first, end;
-        double firstDepth, lastDepth;
-    } cases[] = {
+    // Columns: why, corners, eyeHeight, azimuth, row, first, end, firstDepth, lastDepth.
+    const std::tuple<const char*, const char*, double, double, int, int, int, double, double> cases[] = {
         {"a wall on the right", "1 -10 -1  1 10 -1  1 10 1  1 -10 1", 0, 180, 9, 14, 24, -2, -11},
         {"at the top", "1 -10 -1  1 10 -1  1 10 1  1 -10 1", 0, 180, 0, 22, 24, -10, -11},
         {"a wall on the left", "-1 -10 -1  -1 10 -1  -1 10 1  -1 -10 1", 0, 180, 9, 0, 11, -12, -2},
@@ -99,20 +90,21 @@ TEST(Renderer, ClosesFacetsThatTheEyePlaneCuts)
         {"below the horizon", "-10 -10 0  10 -10 0  10 10 0  -10 10 0", 1, 180, 11, 0, 24, -2, -2},
         {"its far corner, turned", "-10 -10 0  10 -10 0  10 10 0  -10 10 0", 1, 200, 10, 6, 9, -1, -1},
     };
-    for (const auto& c : cases) {
-        const Handle<Model> model = thingsModel("Y 4 " + std::string(c.corners) + " 0 1 1 Wall\n4 1 2 3 4\n");
+    for (const auto& [why, corners, eyeHeight, azimuth, rowNumber, first, end, firstDepth, lastDepth] :
+         cases) {
+        const Handle<Model> model = thingsModel("Y 4 " + std::string(corners) + " 0 1 1 Wall\n4 1 2 3 4\n");
         const auto row =
-            render(*model, inside({0, 0, c.eyeHeight}, c.azimuth, *model))[static_cast<std::size_t>(c.row)];
+            render(*model, inside({0, 0, eyeHeight}, azimuth, *model))[static_cast<std::size_t>(rowNumber)];
         for (int i = 0; i < 24; ++i)
-            EXPECT_EQ(row[static_cast<std::size_t>(i)].owner != Buffer::noFacet, i >= c.first && i < c.end)
-                << c.why << ", column " << i;
-        if (c.first == c.end) continue;
-        EXPECT_NEAR(row[static_cast<std::size_t>(c.first)].depth, c.firstDepth, 1e-12) << c.why;
-        EXPECT_NEAR(row[static_cast<std::size_t>(c.end) - 1].depth, c.lastDepth, 1e-12) << c.why;
+            EXPECT_EQ(row[static_cast<std::size_t>(i)].owner != Buffer::noFacet, i >= first && i < end)
+                << why << ", column " << i;
+        if (first == end) continue;
+        EXPECT_NEAR(row[static_cast<std::size_t>(first)].depth, firstDepth, 1e-12) << why;
+        EXPECT_NEAR(row[static_cast<std::size_t>(end) - 1].depth, lastDepth, 1e-12) << why;
     }
 }
 
-TEST(Renderer, DrawsNothingOfACornerThatIsNoNumber)
+TEST(Renderer, ACornerThatIsNotFiniteDoesNotStopTheRender)
 {
     for (const double corner : {std::nan(""), HUGE_VAL, 1e308, -1e308}) {
         Model model;
@@ -128,7 +120,7 @@ TEST(Renderer, DrawsNothingOfACornerThatIsNoNumber)
     }
 }
 
-TEST(Renderer, ReportsItsStagesAndStopsAtOnce)
+TEST(Renderer, ReportsItsStagesAndStopsAtOnceWhenAsked)
 {
     std::string text = "Y 600";
     for (int i = 0; i < 600; ++i) text += " " + std::to_string(i % 25) + " " + std::to_string(i / 25) + " 0";

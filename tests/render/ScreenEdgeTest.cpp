@@ -10,11 +10,8 @@ namespace belvor {
 TEST(ActiveRows, EndWhereAnEdgeEndsOnARowOrBeyondAllRows)
 {
     constexpr double front = -1, behind = 1;
-    const struct {
-        const char* why;
-        double y0, z0, y1, z1;
-        int first, last;
-    } cases[] = {
+    // Columns: why, y0, z0, y1, z1, first, last.
+    const std::tuple<const char*, double, double, double, double, int, int> cases[] = {
         // `first` above `last`: never
         {"ends on rows: below the upper, down to the lower", 1, front, 4, front, 2, 4},
         {"upper end on the first row", 0, front, 4.5, front, 1, 4},
@@ -26,11 +23,11 @@ TEST(ActiveRows, EndWhereAnEdgeEndsOnARowOrBeyondAllRows)
         {"horizontal across the eye plane", 3, front, 3, behind, 1, 0},
         {"not a number", std::nan(""), front, 4, front, 1, 0},
     };
-    for (const auto& c : cases) {
-        const EdgeRows rows = activeRows(c.y0, c.z0, c.y1, c.z1, 10);
-        EXPECT_EQ(rows.none(), c.first > c.last) << c.why;
-        EXPECT_TRUE(c.first > c.last || (rows.first == c.first && rows.last == c.last))
-            << c.why << ": " << rows.first << " to " << rows.last;
+    for (const auto& [why, y0, z0, y1, z1, first, last] : cases) {
+        const EdgeRows rows = activeRows(y0, z0, y1, z1, 10);
+        EXPECT_EQ(rows.none(), first > last) << why;
+        EXPECT_TRUE(first > last || (rows.first == first && rows.last == last))
+            << why << ": " << rows.first << " to " << rows.last;
     }
 }
 

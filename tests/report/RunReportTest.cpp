@@ -1,11 +1,9 @@
 #include "report/RunReport.h"
 
-#include "platform/Files.h"
 #include "report/Sha256.h"
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <limits>
 
 namespace belvor {
@@ -13,10 +11,7 @@ namespace {
 
 TEST(Sha256, GivesTheDigestsOfTheStandard)
 {
-    const struct {
-        const char* why;
-        std::string bytes, digest;
-    } cases[] = {
+    const std::tuple<const char*, std::string, std::string> cases[] = {
         {"nothing", "", "e3b0c44298fc1c149afbf4c8996fb92427ae41e4649b934ca495991b7852b855"},
         {"less than a block", "abc", "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad"},
         {"the length needs a block of its own", "abcdbcdecdefdefgefghfghighijhijkijkljklmklmnlmnomnopnopq",
@@ -24,10 +19,10 @@ TEST(Sha256, GivesTheDigestsOfTheStandard)
         {"a million bytes", std::string(1000000, 'a'),
          "cdc76e5c9914fb9281a1c7e284d73e67f1809a48a497200e046d39ccc7112cd0"},
     };
-    for (const auto& c : cases) EXPECT_EQ(sha256Of(c.bytes), c.digest) << c.why;
+    for (const auto& [why, bytes, digest] : cases) EXPECT_EQ(sha256Of(bytes), digest) << why;
 }
 
-TEST(Sha256, DoesNotDependOnThePieces)
+TEST(Sha256, DoesNotDependOnHowTheBytesAreDivided)
 {
     std::string bytes;
     for (int i = 0; i < 1000; ++i) bytes += static_cast<char>(i * 7);
@@ -51,7 +46,7 @@ Account sampleAccount()
     return account;
 }
 
-TEST(RunReport, HasItsFieldsInTheirOrder)
+TEST(RunReport, WritesItsFieldsInOrder)
 {
     Model model;
     const Point<3> corners[] = {{0, 0, 0}, {2, 0, 0}, {0, 2, 0}};
@@ -85,7 +80,7 @@ TEST(RunReport, HasItsFieldsInTheirOrder)
         "\"outputs\":[{\"name\":\"a.png\",\"bytes\":9,\"sha256\":\"cd\"}]}");
 }
 
-TEST(RunReport, AfterARefusalHasTheErrorAndNoModel)
+TEST(RunReport, ARefusedFileHasAnErrorAndNoModel)
 {
     Account account;
     account.byteOffsets = true;
@@ -102,21 +97,6 @@ TEST(RunReport, AfterARefusalHasTheErrorAndNoModel)
         "\"entities\":[],\"repairs\":{\"count\":1,\"list\":[{\"offset\":7,\"record\":\"\",\"text\":\"x\"}]},"
         "\"materials\":[],\"blocks\":[],\"warnings\":[],\"error\":\"no such file\",\"outputs\":[],"
         "\"timing\":{\"read\":0.25}}");
-}
-
-TEST(FileDigest, IsOfTheFileAsItLiesThere)
-{
-    const std::string path = (std::filesystem::temp_directory_path() / "belvor digest.bin").string();
-    const std::string bytes(100000, 'x');
-    std::FILE* const file = openFile(path, "wb");
-    ASSERT_NE(file, nullptr);
-    std::fwrite(bytes.data(), 1, bytes.size(), file);
-    std::fclose(file);
-    const FileDigest digest = digestOf(path);
-    EXPECT_EQ(digest.bytes, bytes.size());
-    EXPECT_EQ(digest.sha256, sha256Of(bytes));
-    removeFile(path);
-    EXPECT_EQ(digestOf(path).sha256, "");
 }
 
 }   // namespace

@@ -30,7 +30,7 @@ void expectNear(const Point<3>& got, const Point<3>& wanted, double relative, co
 
 }   // namespace
 
-TEST(Camera, ProjectsTheBoxAsWorkedOutByHand)
+TEST(Camera, ProjectsTheBoxToTheNumbersComputedByHand)
 {
     struct Projected {
         Point<3> model, screen;
@@ -69,7 +69,7 @@ TEST(Camera, ProjectsTheBoxAsWorkedOutByHand)
     }
 }
 
-TEST(Camera, ScreenPlanesHoldTheProjectedPointsOfThePlane)
+TEST(Camera, AScreenPlaneContainsTheProjectedPointsOfThePlane)
 {
     const Point<3> corners[] = {{0, 0, 6}, {2, 0, 6}, {2, 4, 6}, {0.3, 1.7, 6}};
     const Plane top(corners[0], corners[1], corners[2]);
@@ -82,7 +82,7 @@ TEST(Camera, ScreenPlanesHoldTheProjectedPointsOfThePlane)
     }
 }
 
-TEST(Camera, DescribesItselfForTheImageFile)
+TEST(Camera, ItsRecordForTheImageFileHasTheComputedNumbers)
 {
     const CameraRecord eye = boxCamera(false)->describe(), flat = boxCamera(true)->describe();
     const auto point = [](const Vector<3>& vector) { return Point<3>::origin() + vector; };
@@ -95,7 +95,7 @@ TEST(Camera, DescribesItselfForTheImageFile)
     expectNear(point(flat.lastPixel), {10.011519743206, -7.50550729184032, 0}, 1e-12, "extent");
 }
 
-TEST(Camera, ThumbnailsLookStraightDownAndLevel)
+TEST(Camera, PlanLooksDownAndElevationLooksLevel)
 {
     const ModelPlace place{{1, 2, 3}, 3.74165738677394};
     const auto corner = [&](Thumbnail side) {
@@ -110,28 +110,25 @@ TEST(Camera, ThumbnailsLookStraightDownAndLevel)
 TEST(Camera, StaysFiniteForViewsWithoutSize)
 {
     const ModelPlace place{{5, 5, 5}, 0.0};   // a model of one point
-    const struct {
-        const char* why;
-        Point<3> eye, lookAt;
-        double zoom;
-    } cases[] = {
+    // Columns: why, eye, lookAt, zoom.
+    const std::tuple<const char*, Point<3>, Point<3>, double> cases[] = {
         {"zoom below 0", {1, 1, 1}, {0, 0, 0}, -1.0},
         {"smallest zoom", {1, 1, 1}, {0, 0, 0}, 5e-324},
         {"eye at the look-at point", {1, 1, 1}, {1, 1, 1}, 0.8},
         {"eye in the point", {0, 0, 0}, {0, 1, 0}, 0.8},
     };
-    for (const auto& c : cases)
+    for (const auto& [why, eye, lookAt, zoom] : cases)
         for (const bool parallel : {false, true}) {
             ViewParameters view;
-            view.eye = c.eye;
-            view.lookAt = c.lookAt;
-            view.zoom = c.zoom;
+            view.eye = eye;
+            view.lookAt = lookAt;
+            view.zoom = zoom;
             view.parallel = parallel;
             const Handle<Camera> camera = buildScene(view, place, {800, 600}, 80, 60).camera;
             const Point<3> screen = camera->project({5, 5, 5});
             EXPECT_TRUE(std::isfinite(screen[0]) && std::isfinite(screen[1]) && std::isfinite(screen[2]))
-                << c.why;
-            EXPECT_TRUE(camera->scale > 0.0 && std::isfinite(camera->scale)) << c.why;
+                << why;
+            EXPECT_TRUE(camera->scale > 0.0 && std::isfinite(camera->scale)) << why;
         }
 }
 

@@ -30,11 +30,14 @@ void playRandomly(test::World::Threads threads, int wanted)
 
 }   // namespace
 
-TEST(Session, KeepsItsPromisesWhateverTheUserDoesAndWhenever)
+TEST(Session, RandomActionsOnOneThreadBreakNoRule)
 {
     playRandomly(test::World::Threads::one, actionsOnOneThread);
 }
 
-TEST(Session, KeepsThemWithARenderThread) { playRandomly(test::World::Threads::two, actionsOnTwoThreads); }
+TEST(Session, RandomActionsWithARenderThreadBreakNoRule)
+{
+    playRandomly(test::World::Threads::two, actionsOnTwoThreads);
+}
 
 }   // namespace belvor

@@ -1,31 +1,50 @@
 #pragma once
 
-#include "platform/Thread.h"
-#include "render/queue/RenderQueue.h"
+#include "errors/BadFile.h"
+#include "imagefile/OmbrBuff.h"
+#include "platform/FileNames.h"
+#include "render/queue/RenderThread.h"
+#include "resources/ids.h"
+#include "session/Commands.h"
 #include "session/Session.h"
 #include "tests/session/Mailbox.h"
+#include "tests/session/WorldFiles.h"
+#include "tests/support/Models.h"
+#include "view/Intensity.h"
+
+#include <gtest/gtest.h>
 
 #include <atomic>
-#include <list>
+#include <mutex>
 #include <random>
-#include <string>
-#include <vector>
+#include <utility>
 
 namespace belvor::test {
 
-/// The files that a user of a World opens and writes; in a folder of their own, made once.
-struct WorldFiles {
-    WorldFiles();
-    ~WorldFiles();
-    WorldFiles(const WorldFiles&) = delete;
-    WorldFiles& operator=(const WorldFiles&) = delete;
+inline RequestKind kindOf(Target target)
+{
+    return target == Target::image ? imageFile : static_cast<RequestKind>(target) + 1;
+}
 
-    std::string folder;
-    std::vector<std::string> models;   ///< Good ones, bad ones, one that is missing, one of no known type.
-    std::vector<std::string>
-        images;   ///< The last of them cannot be written, where the system has such a file.
-    std::vector<std::string> parameters;   ///< The last is in a folder that does not exist.
-};
+inline std::string bytesOf(const std::string& path)
+{
+    std::string bytes;
+    return readWholeFile(path, bytes) ? bytes : std::string();
+}
+
+/// What an image file of `picture` must hold.
+inline std::string imageBytes(const Picture& picture, const std::string& file)
+{
+    const ImageSize& size = picture.size;
+    const Scene scene = buildScene(picture.view, picture.place, size, size.width, size.height);
+    OmbrBuff sink(file, picture.model, scene.camera, size.width, size.height);
+    SilentReporter silent;
+    picture.model->render(*scene.camera, *scene.lights, sink, silent);
+    sink.finish();
+    const std::string bytes = bytesOf(file);
+    removeFile(file);
+    return bytes;
+}
 
 /// Everything around a session: a user who does anything at any moment, files, windows that are
 /// remembered only, and a render thread. It checks what a user relies on:
@@ -39,19 +58,93 @@ public:
         one,   ///< Requests run on the test's thread, and the user acts in between: repeatable.
         two,   ///< They run on the render thread.
     };
-    World(const WorldFiles& files, unsigned seed, Threads threads);
-    ~World();
+    World(const WorldFiles& given, unsigned seed, Threads use)
+        : files(given),
+          threads(use),
+          random(seed + 1),
+          queue(makeHandle<RenderQueue>()),
+          host(makeHandle<Host>(*this)),
+          session(*this, host)
+    {
+        session.setImageSize({4, 3});
+        if (threads == Threads::two) startRenderThread(queue, host);
+    }
 
     /// Something happens: mostly, the user does something.
-    void act();
+    void act()
+    {
+        if (number(3) == 0) runRequest();
+        else user();
+    }
     /// Lets all requests end, checks what is shown, and closes the program.
-    void end();
+    void end()
+    {
+        while (runRequest()) {}
+        if (threads == Threads::one) checkPicture();
+        while (!exited) {
+            action.refused = session.model();   // the user insists
+            session.close();
+            runRequest();
+        }
+        EXPECT_FALSE(session.saving().running());
+    }
 
     int actions = 0;
 
 private:
-    class Host;
-    class Rows;
+    /// Brings what the render thread has to say to the session's thread.
+    class Host : public RenderHost {
+    public:
+        explicit Host(World& owner) : world(owner) {}
+        void progressMade(Progress& progress) override
+        {
+            progress.updatePending();
+            progress.updateDone();
+            if (world.threads == Threads::one && world.number(8) == 0) world.user();
+        }
+        void progressEnded(const Progress&) noexcept override {}
+        void modelLoaded(std::uint32_t load, Model* model) override
+        {
+            deliver([&] { world.modelLoaded(load, model); });
+        }
+        void imageEnded(std::uint32_t save, bool whole) override
+        {
+            // Read here: the next save into this name waits for this thread.
+            const std::string file = world.fileOf(save), bytes = whole ? bytesOf(file) : std::string();
+            if (whole && save % 8 != 0) removeFile(file);   // replacing a file takes much longer
+            deliver([&] { world.imageEnded(save, whole, bytes); });
+        }
+        void threadEnded() override
+        {
+            deliver([&] { world.threadEnded(); });
+        }
+        void showBadFile(const BadFile&) override { world.box(); }
+        void warning(const std::string&) override { world.box(); }
+
+        Mailbox mailbox;
+
+    private:
+        void deliver(std::function<void()> task)
+        {
+            if (world.threads == Threads::one) task();
+            else mailbox.send(std::move(task));
+        }
+        World& world;
+    };
+
+    /// The rows of a picture on the screen, and what it is to show.
+    class Rows : public Buffer {
+    public:
+        Rows(int width, int rows, Picture shown) : Buffer(width), height(rows), content(std::move(shown)) {}
+        void lineDone(int) override { ++done; }
+        bool complete() const { return done == height; }
+        const int height;
+        const Picture content;
+
+    private:
+        std::atomic<int> done{0};
+    };
+
     struct Save {
         std::string file, bytes;
         Picture picture;
@@ -59,16 +152,60 @@ private:
     };
 
     // The surroundings of the session.
-    std::optional<ChosenFile> askFile(FileQuestion question) override;
-    SaveAnswer askToSave(const std::string& image) override;
-    std::optional<ViewEdit> askView(const ViewParameters&, const ModelPlace&, const Units&) override;
+    std::optional<ChosenFile> askFile(FileQuestion question) override
+    {
+        EXPECT_EQ(openBoxes.load(), threads == Threads::one ? 0 : openBoxes.load())
+            << "two questions at a time";
+        (question == FileQuestion::image ? action.imageAsked : action.asked) = session.picture();
+        underBox();
+        if (number(4) == 0) {
+            action.imageAsked = {};
+            return std::nullopt;
+        }
+        action.answered.emplace(session.model(), session.view());
+        switch (question) {
+        case FileQuestion::openModel:
+            return ChosenFile{oneOf(files.models), static_cast<unsigned>(1 + number(5))};
+        case FileQuestion::image: return ChosenFile{oneOf(files.images), 1};
+        default: return ChosenFile{oneOf(files.parameters), 1};
+        }
+    }
+    SaveAnswer askToSave(const std::string&) override
+    {
+        const Handle<Model> model = session.model();
+        underBox();
+        switch (number(3)) {
+        case 0: return SaveAnswer::cancel;
+        case 1: return SaveAnswer::yes;
+        default:
+            action.refused = session.model();
+            return SaveAnswer::no;   // also of one that has just arrived
+        }
+    }
+    std::optional<ViewEdit> askView(const ViewParameters&, const ModelPlace&, const Units&) override
+    {
+        action.asked = session.picture();
+        underBox();
+        if (number(3) == 0) return std::nullopt;
+        action.answered.emplace(session.model(), session.view());
+        const double sky = number(10) / 10.0;
+        return [sky](const ViewParameters& current) {
+            ViewParameters next = current;
+            next.skyIntensity = sky;
+            next.imageSaved = next.imageSaved && next == current;
+            return next;
+        };
+    }
     void warn(const std::string&) override { box(); }
     bool modalOpen() const override { return openBoxes != 0; }
     void setStatus(const std::string&) override {}
     void setTitle(const std::string& text) override { title = text; }
     void showModel() override {}
     void endDrags() override { dragged = {}; }
-    void showMarkers(Thumbnail panel, const ViewMarkers& markers) override;
+    void showMarkers(Thumbnail panel, const ViewMarkers& markers) override
+    {
+        (panel == Thumbnail::plan ? plan : elevation) = markers;
+    }
     void showEyeSlide(const EyeSlideRecord& record) override { slide = record; }
     void showLightMarker(const SphereMarker& marker) override { lights[marker.item] = marker; }
     void removeLightMarker(std::size_t light) override { lights[light + 1] = {}; }
@@ -76,10 +213,34 @@ private:
     void imageSizeChanged() override {}
     std::string fullPath(const std::string& path) override { return path; }
     void addRecent(const std::string& path) override { recent.insert(recent.begin(), path); }
-    std::optional<std::string> recentFile(std::size_t index) override;
-    std::optional<Canvas> canvas(Target target) override;
-    void post(Target target, Handle<Request> request) override;
-    void cancel(Target target) override;
+    std::optional<std::string> recentFile(std::size_t index) override
+    {
+        return index < recent.size() ? std::optional(recent[index]) : std::nullopt;
+    }
+    std::optional<Canvas> canvas(Target target) override
+    {
+        if (number(50) == 0 && target != Target::display) return std::nullopt;
+        const int width = 6 + number(3), height = 5;
+        const auto rows = makeHandle<Rows>(width, height, session.picture());
+        if (target == Target::display) picture = rows;
+        return Canvas{rows, width, height};
+    }
+    void post(Target target, Handle<Request> request) override
+    {
+        EXPECT_FALSE(exitPosted) << "posted behind the last request";
+        if (request->endsThread()) exitPosted = true;
+        if (target == Target::mainWindow) {
+            granted = {action.refused == session.model(), session.view()};
+            expectGone(session.picture());
+        }
+        if (target == Target::image) imagePosted(request->name);
+        queue->post(kindOf(target), std::move(request));
+    }
+    void cancel(Target target) override
+    {
+        if (target == Target::mainWindow) exitPosted = false;
+        queue->cancel(kindOf(target));
+    }
     void showProperties() override {}
     void showImageSizes() override {}
     void showAbout() override {}
@@ -91,26 +252,235 @@ private:
     // The user and the render thread.
     int number(int below) { return static_cast<int>(random() % static_cast<unsigned>(below)); }
     double real() { return number(2001) / 1000.0 - 1.0; }
-    const std::string& oneOf(const std::vector<std::string>& names);
-    void user();
-    void command(int id);
-    void edit();
-    void drag();
-    void meanwhile();
-    void box();
-    bool runRequest();
-    void modelLoaded(std::uint32_t load, Model* model);
-    void threadEnded();
-    std::string fileOf(std::uint32_t save);
-    void imageEnded(std::uint32_t save, bool whole, const std::string& bytes);
+    const std::string& oneOf(const std::vector<std::string>& names)
+    {
+        return names[static_cast<std::size_t>(number(static_cast<int>(names.size())))];
+    }
+    void user()
+    {
+        if (depth > 3) return;
+        ++depth;
+        ++actions;
+        const bool locked = modalOpen();
+        const Action outer = std::exchange(action, {});
+        const ViewParameters before = session.view();
+        const bool wasClosing = session.closing();
+        switch (number(12)) {
+        case 0: command(ID_OPENMODEL); break;
+        case 1: session.loading().openFile(oneOf(files.models)); break;
+        case 2: command(ID_RECENT + number(8)); break;
+        case 3: command(ID_SAVE); break;
+        case 4: command(ID_SAVEAS); break;
+        case 5: {
+            constexpr int ids[] = {ID_SAVEPARAMETERS, ID_LOADPARAMETERS, ID_VIEWPARAMETERS, 999};
+            command(ids[number(4)]);
+            break;
+        }
+        case 6: {
+            constexpr int ids[] = {ID_WHOLEMODEL, ID_INCREASEZOOM, ID_CENTRELOOKAT, ID_PREVIOUSVIEW};
+            command(ids[number(4)]);
+            break;
+        }
+        case 7:
+            if (number(40) == 0) session.close();
+            else session.reasonToStay();
+            break;
+        case 8: drag(); break;
+        default:
+            if (!locked) edit();   // the windows are disabled
+            break;
+        }
+        if (locked) {
+            EXPECT_TRUE(session.view() == before && session.closing() == wasClosing)
+                << "a command under an open box";
+        }
+        if (action.answered && action.asked && action.asked->model != action.answered->first) {
+            EXPECT_EQ(session.view(), action.answered->second) << "an answer about a model that has gone";
+        }
+        if (!running || threads == Threads::one) checkPanels();
+        action = outer;
+        --depth;
+    }
+    void command(int id)
+    {
+        const bool locked = modalOpen(), done = runCommand(session, id);
+        // A box of the render thread may have opened or closed meanwhile.
+        if (locked == modalOpen()) {
+            EXPECT_EQ(done, id != 999 || session.closing() || locked);
+        }
+    }
+    void edit()
+    {
+        switch (number(9)) {
+        case 0: session.moveMarkers(Thumbnail::plan, {real(), real(), real(), real(), false}); break;
+        case 1: session.moveAlongSight({real(), real()}); break;
+        case 2: session.turn({180 * real(), 90 * real(), static_cast<std::uint32_t>(number(8))}); break;
+        case 3: session.removeLight(static_cast<std::size_t>(number(8))); break;
+        case 4: session.lookAtPixel(number(20) - 5, number(20) - 5); break;
+        case 5: session.zoomBy(0.5 + real()); break;
+        case 6: session.setIntensity(static_cast<std::size_t>(number(12)), number(24)); break;
+        case 7: session.setImageSize({3 + number(4), 2 + number(3)}); break;
+        default: session.redraw(static_cast<Target>(1 + number(3))); break;
+        }
+    }
+    /// The mouse goes down on a marker, or up.
+    void drag()
+    {
+        if (modalOpen()) return;
+        const Handle<Model> began = std::exchange(dragged, {});
+        if (!began) {
+            dragged = session.model();
+            return;
+        }
+        EXPECT_EQ(began, session.model()) << "a drag of a marker of another model";
+        session.moveMarkers(Thumbnail::elevation, {real(), real(), real(), real(), false});
+    }
+    void underBox()
+    {
+        ++openBoxes;
+        meanwhile();
+        --openBoxes;
+    }
+    /// While a box is open: the render thread goes on, and what other programs and the system send
+    /// must find the session closed to commands.
+    void meanwhile()
+    {
+        if (depth > 2) return;
+        ++depth;
+        for (int k = number(4); k > 0; --k) {
+            if (number(3) != 0) runRequest();
+            else user();
+        }
+        --depth;
+    }
+    /// A box that says why something failed, on either thread.
+    void box()
+    {
+        if (threads == Threads::one) return underBox();
+        ++openBoxes;
+        --openBoxes;
+    }
+    bool runRequest()
+    {
+        if (threads == Threads::two) return host->mailbox.serve();
+        RequestKind kind;
+        Handle<Request> request;
+        if (running || !queue->take(kind, request)) return false;
+        running = true;
+        const auto progress =
+            makeHandle<Progress>(host, request->name, request->firstStageText, request->stageTexts);
+        queue->setCurrent(kind, progress);
+        bool failed = false;
+        try {
+            request->run(*progress);
+            if (request->endsThread()) threadEnded();
+        } catch (const Reporter::Abandoned&) {
+        } catch (const std::exception&) {
+            failed = true;
+        }
+        request = {};
+        queue->setCurrent(0, {});
+        progress->finish();
+        running = false;
+        if (failed) box();
+        return true;
+    }
+    void modelLoaded(std::uint32_t load, Model* model)
+    {
+        const Picture before = session.picture();
+        session.loading().modelLoaded(load, model);
+        if (session.model() != before.model && before.view == granted.view) expectGone(before);
+    }
+    void threadEnded()
+    {
+        exited = true;
+        if (session.view() == granted.view) expectGone(session.picture());
+    }
+    std::string fileOf(std::uint32_t save)
+    {
+        const std::lock_guard hold(savesLock);
+        return saves[save - 1].file;
+    }
+    void imageEnded(std::uint32_t number, bool whole, const std::string& bytes)
+    {
+        {
+            const std::lock_guard hold(savesLock);
+            ASSERT_LE(number, saves.size());
+            Save& save = saves[number - 1];
+            EXPECT_TRUE(save.running);
+            save.running = false;
+            save.failed = !whole;
+            if (whole) {
+                EXPECT_TRUE(bytes == save.bytes) << save.file << " is not the picture that was shown";
+            }
+        }
+        session.saving().imageEnded(number, whole);
+    }
 
     // The rules.
-    bool inAnImageFile(const Picture& picture) const;
-    const std::string* nameOf(const Handle<Model>& model) const;
-    void expectGone(const Picture& shown) const;
-    void imagePosted(const std::string& fileName);
-    void checkPanels() const;
-    void checkPicture() const;
+    bool inAnImageFile(const Picture& shown) const
+    {
+        for (const Save& save : saves)
+            if (!save.failed && save.picture.model == shown.model && save.picture.view == shown.view)
+                return true;
+        return false;
+    }
+    /// The image file of a model: the last that was chosen for it and did not fail.
+    const std::string* nameOf(const Handle<Model>& model) const
+    {
+        for (auto save = saves.rbegin(); save != saves.rend(); ++save)
+            if (!save->failed && save->picture.model == model) return &save->file;
+        return nullptr;
+    }
+    /// A load or the end takes the picture away, or is asked for.
+    void expectGone(const Picture& shown) const
+    {
+        EXPECT_TRUE(!shown.model || inAnImageFile(shown) || granted.givenUp)
+            << "the view is neither in a file nor given up by the user";
+    }
+    void imagePosted(const std::string& name)
+    {
+        const auto chosen = std::exchange(action.imageAsked, {});
+        const Picture shown = chosen ? *chosen : session.picture();
+        std::string file;
+        for (const std::string& image : files.images)
+            if (fileName(image) == name && (!chosen || !image.ends_with("folder/image.omb"))) file = image;
+        if (!chosen) {
+            const std::string* const known = nameOf(session.model());
+            ASSERT_TRUE(known) << "written without a name";
+            EXPECT_EQ(fileName(*known), name) << "not the name that last worked";
+            file = *known;
+        }
+        for (const Save& save : saves)
+            EXPECT_FALSE(threads == Threads::one && save.running && save.file == file
+                         && file != WorldFiles::fullDevice)
+                << "two at a time into " << file;
+        const std::lock_guard hold(savesLock);
+        saves.push_back({file, imageBytes(shown, files.in("expected.omb")), shown});
+    }
+    void checkPanels() const
+    {
+        const ViewParameters& view = session.view();
+        EXPECT_TRUE(!view.imageSaved || !session.model() || inAnImageFile(session.picture()))
+            << "counts as saved and is not";
+        if (!session.model()) return;
+        EXPECT_EQ(plan, viewMarkers(view, Thumbnail::plan));
+        EXPECT_EQ(elevation, viewMarkers(view, Thumbnail::elevation));
+        EXPECT_EQ(slide, eyeSlideRecord(view));
+        EXPECT_EQ(lights[0], eyeMarker(view));
+        EXPECT_EQ(sliders[0], intensityToSlider(view.skyIntensity));
+        for (std::size_t k = 0; k < view.lights.size(); ++k)
+            EXPECT_EQ(sliders[k + 2], intensityToSlider(view.lights[k].intensity));
+        EXPECT_EQ(title, "Belvor - " + std::string(fileName(session.modelPath())));
+    }
+    void checkPicture() const
+    {
+        if (!session.model() || session.closing()) return;
+        ASSERT_TRUE(picture);
+        EXPECT_TRUE(picture->complete()) << "the picture has rows of an older one";
+        EXPECT_EQ(picture->content.model, session.model());
+        EXPECT_EQ(picture->content.view, session.view());
+    }
 
     const WorldFiles& files;
     const Threads threads;
@@ -125,13 +495,15 @@ private:
     std::string title;
     std::vector<std::string> recent;
     Handle<Model> dragged;   // the model that a drag began with
-    Handle<Model> refused;   // the model of which the user does not want a picture, in this action
-    std::optional<Picture> asked, imageAsked;   // what was shown when the user was last asked, in this action
+    struct Action {
+        Handle<Model> refused;                      // the model of which the user does not want a picture
+        std::optional<Picture> asked, imageAsked;   // what was shown when the user was last asked
+        std::optional<std::pair<Handle<Model>, ViewParameters>> answered;   // and when the answer was given
+    } action;
     struct {
         bool givenUp = false;   // by the user's answer
         ViewParameters view;
-    } granted;   // with the load or the end that was asked for last
-    std::optional<std::pair<Handle<Model>, ViewParameters>> answered;   // and when the answer was given
+    } granted;                 // with the load or the end that was asked for last
     std::vector<Save> saves;   // by number; changed by the session's thread only, read by both
     Lock savesLock;
     ViewMarkers plan, elevation;

@@ -8,13 +8,10 @@
 namespace belvor {
 namespace {
 
-TEST(Utf8, KeepsCharactersAndReplacesEveryOtherByte)
+TEST(Utf8, KeepsCharactersAndReplacesInvalidBytes)
 {
     const std::string bad = "\xEF\xBF\xBD";   // U+FFFD
-    const struct {
-        const char* why;
-        std::string bytes, valid;
-    } cases[] = {
+    const std::tuple<const char*, std::string, std::string> cases[] = {
         {"ASCII", "LAYER 0", "LAYER 0"},
         {"two, three and four bytes", "\xC3\xA4\xE2\x82\xAC\xF0\x9F\x8F\xA0",
          "\xC3\xA4\xE2\x82\xAC\xF0\x9F\x8F\xA0"},
@@ -27,18 +24,15 @@ TEST(Utf8, KeepsCharactersAndReplacesEveryOtherByte)
         {"no first byte", "\xFF", bad},
         {"only a following byte", "\x80x", bad + "x"},
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(validUtf8(c.bytes), c.valid) << c.why;
-        EXPECT_EQ(isUtf8(c.bytes), c.bytes == c.valid) << c.why;
+    for (const auto& [why, bytes, valid] : cases) {
+        EXPECT_EQ(validUtf8(bytes), valid) << why;
+        EXPECT_EQ(isUtf8(bytes), bytes == valid) << why;
     }
 }
 
-TEST(CodePages, GiveTheWordsOfTheirCountries)
+TEST(CodePages, DecodeWordsOfTheirLanguages)
 {
-    const struct {
-        const char* name;
-        std::string bytes, text;
-    } cases[] = {
+    const std::tuple<const char*, std::string, std::string> cases[] = {
         {"ANSI_1250", "P\xF8\xEDzem\xED", "Přízemí"},
         {"ansi_1251", "\xD1\xF2\xE5\xED\xE0", "Стена"},
         {" ANSI_1252 ", "W\xE4nde \x80", "Wände €"},
@@ -56,9 +50,9 @@ TEST(CodePages, GiveTheWordsOfTheirCountries)
         {"DOS932", "\x83\x5C", "ソ"},   // the second byte is a backslash
         {"UTF-8", "W\xC3\xA4nde", "Wände"},
     };
-    for (const auto& c : cases) {
-        ASSERT_NE(codePageNamed(c.name), 0) << c.name;
-        EXPECT_EQ(toUtf8(c.bytes, codePageNamed(c.name)), c.text) << c.name;
+    for (const auto& [name, bytes, text] : cases) {
+        ASSERT_NE(codePageNamed(name), 0) << name;
+        EXPECT_EQ(toUtf8(bytes, codePageNamed(name)), text) << name;
     }
     EXPECT_EQ(codePageNamed("ANSI_1361"), 0);
     EXPECT_EQ(codePageNamed(""), 0);
@@ -67,11 +61,8 @@ TEST(CodePages, GiveTheWordsOfTheirCountries)
 TEST(CodePages, ReplaceBytesThatAreNoCharacter)
 {
     const std::string bad = "\xEF\xBF\xBD";
-    const struct {
-        const char* why;
-        int codePage;
-        std::string bytes, text;
-    } cases[] = {
+    // Columns: why, codePage, bytes, text.
+    const std::tuple<const char*, int, std::string, std::string> cases[] = {
         {"a hole of 1252", 1252, "a\x81z", "a" + bad + "z"},
         {"a lead byte at the end", 932, "a\x95", "a" + bad},
         {"a lead byte before a byte that is no second one", 936, "\xC7 x", bad + " x"},
@@ -81,10 +72,10 @@ TEST(CodePages, ReplaceBytesThatAreNoCharacter)
         {"no known code page, but UTF-8", 0, "W\xC3\xA4nde", "Wände"},
         {"broken UTF-8", utf8CodePage, "W\xE4nde", "W" + bad + "nde"},
     };
-    for (const auto& c : cases) EXPECT_EQ(toUtf8(c.bytes, c.codePage), c.text) << c.why;
+    for (const auto& [why, codePage, bytes, text] : cases) EXPECT_EQ(toUtf8(bytes, codePage), text) << why;
 }
 
-TEST(CodePages, GiveValidTextForAnyTwoBytes)
+TEST(CodePages, AnyTwoBytesBecomeValidText)
 {
     for (const int codePage :
          {0, 932, 936, 949, 950, 1250, 1251, 1252, 1253, 1254, 1255, 1256, 1257, 1258, utf8CodePage})
@@ -94,30 +85,24 @@ TEST(CodePages, GiveValidTextForAnyTwoBytes)
         }
 }
 
-TEST(CodePages, CountOfCharactersIsThatOfTheStandardTables)
+TEST(CodePages, HaveAsManyCharactersAsTheStandardTables)
 {
-    const struct {
-        int codePage;
-        std::size_t count;
-    } cases[] = {{932, 9604}, {936, 21791}, {949, 17048}, {950, 13752}};
-    for (const auto& c : cases) {
-        const DoubleByteTable* const table = doubleByteTable(c.codePage);
+    const std::tuple<int, std::size_t> cases[] = {{932, 9604}, {936, 21791}, {949, 17048}, {950, 13752}};
+    for (const auto& [codePage, wantedCount] : cases) {
+        const DoubleByteTable* const table = doubleByteTable(codePage);
         ASSERT_NE(table, nullptr);
         std::size_t count = 0;
         for (int row = 0; row < table->rowCount; ++row)
             for (const char16_t character : table->rows[row])
                 if (character != replacementCharacter) ++count;
-        EXPECT_EQ(count, c.count) << c.codePage;
+        EXPECT_EQ(count, wantedCount) << codePage;
     }
 }
 
 TEST(UnicodeEscapes, BecomeTheirCharacters)
 {
     const std::string bad = "\xEF\xBF\xBD";
-    const struct {
-        const char* why;
-        std::string text, result;
-    } cases[] = {
+    const std::tuple<const char*, std::string, std::string> cases[] = {
         {"none", "C:\\Users\\U", "C:\\Users\\U"},
         {"one inside", "W\\U+00E4nde", "Wände"},
         {"at the end", "\\U+20AC", "€"},
@@ -130,7 +115,7 @@ TEST(UnicodeEscapes, BecomeTheirCharacters)
         {"no digit", "\\U+20AG", "\\U+20AG"},
         {"a control character", "a\\U+0000b", "a" + bad + "b"},
     };
-    for (const auto& c : cases) EXPECT_EQ(withoutUnicodeEscapes(c.text), c.result) << c.why;
+    for (const auto& [why, text, result] : cases) EXPECT_EQ(withoutUnicodeEscapes(text), result) << why;
 }
 
 }   // namespace

@@ -6,11 +6,9 @@
 
 using namespace belvor;
 
-TEST(ValueText, SaysWhatADragSets)
+TEST(ValueText, ShowsTheValueThatADragSets)
 {
-    const struct {
-        std::string is, wanted;
-    } cases[] = {
+    const std::tuple<std::string, std::string> cases[] = {
         {intensityText(2, 9, "."), "Parallel 1: 0.63"},
         {intensityText(0, 21, ","), "Sky: 10,00"},
         {intensityText(6, 0, "."), "Parallel 5: off"},
@@ -22,7 +20,7 @@ TEST(ValueText, SaysWhatADragSets)
         {slideText(0.5, "."), "2.00 radii from the centre"},
         {zoomText(0.5, "."), "field × 0.50"},
     };
-    for (const auto& c : cases) EXPECT_EQ(c.is, c.wanted);
+    for (const auto& [is, wanted] : cases) EXPECT_EQ(is, wanted);
     EXPECT_GT(zoomText(1e308, ".").size(), 300u) << "nothing overflows";
     EXPECT_EQ(zoomText(std::nan(""), "."), "field × nan");
 }

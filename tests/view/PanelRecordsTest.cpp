@@ -9,25 +9,23 @@
 
 using namespace belvor;
 
-TEST(Direction, SquashAndItsInverse)
+TEST(Direction, SquashAndUnsquashAreInverse)
 {
-    const struct {
-        double distance, position;
-    } cases[] = {
+    const std::tuple<double, double> cases[] = {
         {0, 0},
         {-1, -0.295167235300867},
         {2, 0.5},
         {2.85830369275204, 0.61132125765973},
         {1303.79627115479, 0.9990234375},
     };
-    for (const auto& c : cases) {
-        EXPECT_NEAR(squash(c.distance), c.position, 1e-12) << c.distance;
-        EXPECT_NEAR(unsquash(c.position), c.distance, 1e-9 * std::fabs(c.distance))
-            << c.position;   // steep at the end
+    for (const auto& [distance, position] : cases) {
+        EXPECT_NEAR(squash(distance), position, 1e-12) << distance;
+        EXPECT_NEAR(unsquash(position), distance, 1e-9 * std::fabs(distance))
+            << position;   // steep at the end
     }
 }
 
-TEST(PanelRecords, OfTheWholeModelViewInBothProjections)
+TEST(PanelRecords, ShowTheWholeModelViewInBothProjections)
 {
     ViewParameters view = wholeModel(freshView(), ImageSize{800, 600});
     const ViewMarkers plan = viewMarkers(view, Thumbnail::plan),
@@ -53,7 +51,7 @@ TEST(PanelRecords, OfTheWholeModelViewInBothProjections)
     EXPECT_TRUE(eyeSlideRecord(view).parallel);
 }
 
-TEST(PanelRecords, OfLightsThatDoNotShineAndOfAnEyeAtTheLookAtPoint)
+TEST(PanelRecords, LightsThatAreOffHaveNoMarkerAndAnEyeAtTheLookAtPointHasOne)
 {
     ViewParameters view = freshView();
     view.lights[2].intensity = -0.5;   // darkens, but is nothing to drag

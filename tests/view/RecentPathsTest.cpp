@@ -4,7 +4,7 @@
 
 namespace belvor {
 
-TEST(RecentPaths, KeepTheEightOpenedLast)
+TEST(RecentPaths, KeepTheLastEightPaths)
 {
     RecentPaths recent;
     for (const char* path : {"a", "b", "c", "d", "e", "f", "g", "h", "c", "C"}) recent.add(path);
@@ -13,11 +13,9 @@ TEST(RecentPaths, KeepTheEightOpenedLast)
     EXPECT_EQ(recent.entries(), kept);
 }
 
-TEST(RecentPaths, ShortenNamesAtASeparator)
+TEST(RecentPaths, LongNamesAreShortenedAtASeparator)
 {
-    const struct {
-        const char *why, *path, *shown;
-    } cases[] = {
+    const std::tuple<const char*, const char*, const char*> cases[] = {
         {"19 characters", "C:\\models\\tower.thf", "C:\\models\\tower.thf"},
         {"several folders", "C:\\m\\x\\y\\bridges\\tower.thf", "C:\\...\\tower.thf"},
         {"server and share stay", "\\\\server\\share\\models\\tower.thf",
@@ -33,10 +31,10 @@ TEST(RecentPaths, ShortenNamesAtASeparator)
         {"those beyond 16 bits twice", "C:\\\U0001F600\U0001F600\U0001F600\U0001F600\\tower.thf",
          "C:\\...\\tower.thf"},
     };
-    for (const auto& c : cases) EXPECT_EQ(displayName(c.path), c.shown) << c.why;
+    for (const auto& [why, path, shown] : cases) EXPECT_EQ(displayName(path), shown) << why;
 }
 
-TEST(RecentPaths, MenuTextsHaveADigitToPress)
+TEST(RecentPaths, MenuTextsBeginWithAnAccessDigit)
 {
     RecentPaths recent;
     recent.add("C:\\R&D\\b.thf");

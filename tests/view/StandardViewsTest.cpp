@@ -40,13 +40,10 @@ ModelPlace placeOf(const Body& body)
 
 }   // namespace
 
-TEST(StandardViews, LookFromTheSideNamedAndHoldTheWholeModel)
+TEST(StandardViews, LookFromTheNamedSideAndShowTheWholeModel)
 {
-    const struct {
-        StandardView view;
-        const char* name;
-        Vector<3> side, right, up;   // up as far as it is fixed
-    } cases[] = {
+    // Columns: view, name, side, right, up.
+    const std::tuple<StandardView, const char*, Vector<3>, Vector<3>, Vector<3>> cases[] = {
         {StandardView::plan, "plan", {0, 0, 1}, {1, 0, 0}, {0, 1, 0}},
         {StandardView::below, "BELOW", {0, 0, -1}, {1, 0, 0}, {0, -1, 0}},
         {StandardView::front, "front", {0, -1, 0}, {1, 0, 0}, {0, 0, 1}},
@@ -58,22 +55,22 @@ TEST(StandardViews, LookFromTheSideNamedAndHoldTheWholeModel)
         {StandardView::isoSE, "iso-se", {1, -1, 1}, {1, 1, 0}, {-1, 1, 2}},
         {StandardView::isoSW, "ISO-SW", {-1, -1, 1}, {1, -1, 0}, {1, 1, 2}},
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(standardViewNamed(c.name), c.view);
+    for (const auto& [wantedView, name, side, right, up] : cases) {
+        EXPECT_EQ(standardViewNamed(name), wantedView);
         for (const Body& body : bodies) {
             const ModelPlace place = placeOf(body);
-            const ViewParameters view = standardView(freshView(), c.view, boxOf(body), place, size);
+            const ViewParameters view = standardView(freshView(), wantedView, boxOf(body), place, size);
             ViewParameters read = view;
             ASSERT_TRUE(read.parse(view.text(place.centre, place.radius), place.centre, place.radius));
-            EXPECT_EQ(read, view) << c.name << ", " << body.name << ": a saved view is the view";
+            EXPECT_EQ(read, view) << name << ", " << body.name << ": a saved view is the view";
             const Scene scene = buildScene(view, place, size, size.width, size.height);
             const double coarse =
                 std::string_view(body.name).find("far") == std::string_view::npos ? 1e-5 : 3e-5;
-            EXPECT_LT((scene.camera->frame.right - c.right.unit()).length(), coarse)
-                << c.name << ", " << body.name;
-            EXPECT_LT((scene.camera->frame.up - c.up.unit()).length(), coarse) << c.name << ", " << body.name;
-            EXPECT_LT((scene.camera->frame.forward + c.side.unit()).length(), coarse)
-                << c.name << ", " << body.name;
+            EXPECT_LT((scene.camera->frame.right - right.unit()).length(), coarse)
+                << name << ", " << body.name;
+            EXPECT_LT((scene.camera->frame.up - up.unit()).length(), coarse) << name << ", " << body.name;
+            EXPECT_LT((scene.camera->frame.forward + side.unit()).length(), coarse)
+                << name << ", " << body.name;
 
             double reach = 0.0;   // of the corners from the middle, as a share of half the picture
             for (int corner = 0; corner < 8; ++corner) {
@@ -83,13 +80,13 @@ TEST(StandardViews, LookFromTheSideNamedAndHoldTheWholeModel)
                 reach = std::max({reach, std::fabs(p[0] - 400) / 400, std::fabs(p[1] - 300) / 300});
             }
             if (body.lo == body.hi) EXPECT_LT(reach, 1e-3);
-            else EXPECT_NEAR(reach, 1 / 1.02, 1e-5) << c.name << ", " << body.name;
+            else EXPECT_NEAR(reach, 1 / 1.02, 1e-5) << name << ", " << body.name;
         }
     }
     EXPECT_FALSE(standardViewNamed("planx") || standardViewNamed("") || standardViewNamed("whole"));
 }
 
-TEST(StandardViews, OfNothingOrTooMuch)
+TEST(StandardViews, AnEmptyModelHasAFiniteViewAndAHugeOneHasNone)
 {
     const ViewParameters empty =
         standardView(freshView(), StandardView::isoNE, Extent<3>::nothing(), {}, size);
@@ -100,7 +97,7 @@ TEST(StandardViews, OfNothingOrTooMuch)
         standardView(freshView(), StandardView::plan, boxOf(all), {{}, most}, size).finiteInModel({}, most));
 }
 
-TEST(StandardViews, AScaleFixesTheSizeOfAPixel)
+TEST(StandardViews, AScaleGivesTheSizeOfAPixel)
 {
     for (const double radius : {0.0, 3.0, 1e9}) {
         ViewParameters view = freshView();

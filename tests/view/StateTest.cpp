@@ -2,6 +2,7 @@
 #include "platform/Files.h"
 #include "platform/Win32Error.h"
 #include "tests/support/Files.h"
+#include "text/JsonText.h"
 #include "view/ViewCommands.h"
 #include "view/ViewParameters.h"
 
@@ -18,37 +19,29 @@ const std::string header = "Belvor View Parameters 1.0\n";
 
 }   // namespace
 
-TEST(ViewCommands, WholeModelJustFitsTheSphere)
+TEST(ViewCommands, WholeModelFitsTheSphereIntoThePicture)
 {
-    const struct {
-        int width, height;
-        double distance;
-    } cases[] = {
+    const std::tuple<int, int, double> cases[] = {
         {800, 600, 4.68668256792222},
         {600, 800, 4.68668256792222},
         {1280, 1024, 4.51001180672511},
     };
-    for (const auto& c : cases) {
-        const ViewParameters view = wholeModel(freshView(), {c.width, c.height});
-        EXPECT_NEAR((view.eye - view.lookAt).length(), c.distance, 1e-12 * c.distance) << c.width;
-        EXPECT_EQ(view, wholeModel(view, {c.width, c.height})) << "twice is once";
+    for (const auto& [width, height, distance] : cases) {
+        const ViewParameters view = wholeModel(freshView(), {width, height});
+        EXPECT_NEAR((view.eye - view.lookAt).length(), distance, 1e-12 * distance) << width;
+        EXPECT_EQ(view, wholeModel(view, {width, height})) << "applying it twice changes nothing";
     }
 }
 
 TEST(ViewCommands, ZoomAndLookAtChangeNothingElse)
 {
     ViewParameters view = freshView();
-    view.imageSaved = true;
     view.lookAt = {1, 2, 3};
-    ViewParameters expected = view;
-    expected.zoom = 1.6;
-    ViewParameters wider = increaseZoomAngle(increaseZoomAngle(view));
-    EXPECT_NEAR(std::exchange(wider.zoom, 1.6), 1.6, 1e-15);
-    EXPECT_EQ(wider, expected);
-    EXPECT_FALSE(wider.imageSaved);
-    expected = view;
-    expected.lookAt = {};
-    EXPECT_EQ(centreLookAt(view), expected);
+    ViewParameters wider = increaseZoomAngle(increaseZoomAngle(view)), centred = centreLookAt(view);
+    EXPECT_NEAR(std::exchange(wider.zoom, view.zoom), 1.6, 1e-15);
+    EXPECT_EQ(wider, view);
+    EXPECT_EQ(std::exchange(centred.lookAt, view.lookAt), (Point<3>{0, 0, 0}));
+    EXPECT_EQ(centred, view);
 }
 
 TEST(ViewParameters, AreWrittenInModelCoordinatesAndReadBackToSixDigits)
@@ -75,87 +68,62 @@ TEST(ViewParameters, AreWrittenInModelCoordinatesAndReadBackToSixDigits)
     }
 }
 
-TEST(ViewParameters, RefuseOtherHeaders)
+TEST(ViewParameters, FilesWithAnotherHeaderAreRefused)
 {
-    const struct {
-        const char* why;
-        std::string text;
-        bool good;
-    } cases[] = {
+    const std::tuple<const char*, std::string, bool> cases[] = {
         {"header alone", "Belvor View Parameters 1.0", true},
         {"CR LF", "Belvor View Parameters 1.0\r\n1 2 3\r\n", true},
         {"two CR", "Belvor View Parameters 1.0\r\r\n", false},
-        {"a blank behind", "Belvor View Parameters 1.0 \n", false},
+        {"a trailing blank", "Belvor View Parameters 1.0 \n", false},
         {"other case", "belvor view parameters 1.0\n", false},
         {"later version", "Belvor View Parameters 1.01\n", false},
         {"empty", "", false},
         {"one endless line", "Belvor View Parameters 1.0" + std::string(1000, ' '), false},
         {"cut short by Ctrl-Z", "Belvor View Param\x1A", false},
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(ViewParameters().read(TempFile("header.bvp", c.text).path(), {}, 1), c.good) << c.why;
+    for (const auto& [why, text, good] : cases)
+        EXPECT_EQ(ViewParameters().read(TempFile("header.bvp", text).path(), {}, 1), good) << why;
     EXPECT_FALSE(ViewParameters().read("no/such/view.bvp", {}, 1));
-    EXPECT_FALSE(ViewParameters().read("/dev/zero", {}, 1)) << "without reading to an end that never comes";
+    EXPECT_FALSE(ViewParameters().read("/dev/zero", {}, 1)) << "a file without end is not read to its end";
 }
 
-TEST(ViewParameters, KeepWhatAShortFileDoesNotSay)
+TEST(ViewParameters, ValuesMissingInAShortFileKeepTheirDefaults)
 {
-    const double most = std::numeric_limits<double>::max();
-    const struct {
-        const char* why;
-        std::string text;
-        double eye, zoom, sky;
-        bool parallel;
-        double intensities[5];
-    } cases[] = {
-        {"nothing", "", -1, 0.8, 0.4, false, {}},   // 0 in model coordinates
-        {"a broken number is 0, and the last one read", "1 x 3\n4 5 6\n0.5\n", -0.5, 0.8, 0.4, false, {}},
-        {"broken zoom", "2 4 6 2 4 6 zoom 1 0.9 0.9 1 1 1", 0, 0, 0.4, false, {}},
-        {"no projection kind", "2 4 6 2 4 6 0.5 2 0.9 0.9 1 1 1", 0, 0.5, 0.4, true, {}},
-        {"two lights", "2 4 6 2 4 6 0.5 1 0.9 0.9 10 20 0.3 30 40 0.7\n", 0, 0.5, 0.9, true, {0.3, 0.7}},
-        {"half a light", "2 4 6 2 4 6 0.5 1 0.9 0.9 10 20 0.3 30 40", 0, 0.5, 0.9, true, {0.3}},
-        {"seven lights",
-         "2 4 6 2 4 6 0.5 1 0.9 0.9 1 1 1 1 1 2 1 1 3 1 1 4 1 1 5 1 1 6 1 1 7",
-         0,
-         0.5,
-         0.9,
-         true,
-         {1, 2, 3, 4, 5}},
-        {"behind the first megabyte", std::string(2 << 20, ' ') + "2 4 6 2 4 6 0.5", -1, 0.8, 0.4, false, {}},
-        {"projection too large for 64 bits",
-         "2 4 6 2 4 6 0.5 99999999999999999999 0.9",
-         0,
-         0.5,
-         0.4,
-         true,
-         {}},
-        {"zoom too large for a double", "2 4 6 2 4 6 1e999 1", 0, most, 0.4, false, {}},
+    // Columns: why, text, [x of the eye, zoom, sky, parallel, five lights]. The eye is 0 in model
+    // coordinates.
+    const std::tuple<const char*, std::string, const char*> cases[] = {
+        {"empty", "", "[-1,0.8,0.4,false,0,0,0,0,0]"},
+        {"a broken number is 0 and ends the reading", "1 x 3\n4 5 6\n0.5\n",
+         "[-0.5,0.8,0.4,false,0,0,0,0,0]"},
+        {"broken zoom", "2 4 6 2 4 6 zoom 1 0.9 0.9 1 1 1", "[0,0,0.4,false,0,0,0,0,0]"},
+        {"unknown projection", "2 4 6 2 4 6 0.5 2 0.9 0.9 1 1 1", "[0,0.5,0.4,true,0,0,0,0,0]"},
+        {"two lights", "2 4 6 2 4 6 0.5 1 0.9 0.9 10 20 0.3 30 40 0.7\n", "[0,0.5,0.9,true,0.3,0.7,0,0,0]"},
+        {"half a light", "2 4 6 2 4 6 0.5 1 0.9 0.9 10 20 0.3 30 40", "[0,0.5,0.9,true,0.3,0,0,0,0]"},
+        {"seven lights", "2 4 6 2 4 6 0.5 1 0.9 0.9 1 1 1 1 1 2 1 1 3 1 1 4 1 1 5 1 1 6 1 1 7",
+         "[0,0.5,0.9,true,1,2,3,4,5]"},
+        {"after the first megabyte", std::string(2 << 20, ' ') + "2 4 6 2 4 6 0.5",
+         "[-1,0.8,0.4,false,0,0,0,0,0]"},
+        {"projection too large for 64 bits", "2 4 6 2 4 6 0.5 99999999999999999999 0.9",
+         "[0,0.5,0.4,true,0,0,0,0,0]"},
+        {"zoom too large for a double", "2 4 6 2 4 6 1e999 1",
+         "[0,1.7976931348623157e+308,0.4,false,0,0,0,0,0]"},
     };
-    for (const auto& c : cases) {
-        const TempFile file("short.bvp", header + c.text);
+    for (const auto& [why, text, values] : cases) {
         ViewParameters view;
         view.imageSaved = true;
-        ASSERT_TRUE(view.read(file.path(), {2, 4, 6}, 2)) << c.why;
-        EXPECT_EQ(view.eye[0], c.eye) << c.why;
-        EXPECT_EQ(view.zoom, c.zoom) << c.why;
-        EXPECT_EQ(view.skyIntensity, c.sky) << c.why;
-        EXPECT_EQ(view.parallel, c.parallel) << c.why;
-        EXPECT_FALSE(view.imageSaved) << c.why;
-        ASSERT_EQ(view.lights.size(), 5u) << c.why;
-        for (std::size_t i = 0; i < 5; ++i)
-            EXPECT_EQ(view.lights[i].intensity, c.intensities[i]) << c.why << i;
+        ASSERT_TRUE(view.read(TempFile("short.bvp", header + text).path(), {2, 4, 6}, 2)) << why;
+        EXPECT_FALSE(view.imageSaved) << why;
+        JsonText is;
+        is.beginList().value(view.eye[0]).value(view.zoom).value(view.skyIntensity).value(view.parallel);
+        for (const ParallelLightSetting& light : view.lights) is.value(light.intensity);
+        EXPECT_EQ(is.endList().text(), values) << why;
     }
 }
 
-TEST(ViewParameters, TellTheFirstNumberThatWasReadPast)
+TEST(ViewParameters, TheFirstUnreadableNumberIsReported)
 {
-    const struct {
-        const char* why;
-        std::string text;
-        int line;   // 0: no fault
-        ViewValue value;
-        int light;
-    } cases[] = {
+    // Columns: why, text, line, value, light.
+    const std::tuple<const char*, std::string, int, ViewValue, int> cases[] = {
         {"whole", "1 2 3\n4 5 6\n0.5\n1\n1\n1\n1 1 1\n", 0, {}, 0},
         {"no lights", "1 2 3\n4 5 6\n0.5\n0\n1\n1", 0, {}, 0},
         {"more lights than there are", "1 2 3 4 5 6 0.5 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 x", 0, {}, 0},
@@ -169,40 +137,36 @@ TEST(ViewParameters, TellTheFirstNumberThatWasReadPast)
         {"cut before the ground", "1 2 3\n4 5 6\n0.5\n1\n1\n", 7, ViewValue::ground, 0},
         {"half of the second light", "1 2 3\n4 5 6\n0.5\n1\n1\n1\n1 1 1\n30 60\n", 10, ViewValue::light, 2},
     };
-    for (const auto& c : cases) {
+    for (const auto& [why, text, line, value, light] : cases) {
         std::optional<ViewFileFault> fault;
-        ASSERT_TRUE(ViewParameters().parse(header + c.text, {}, 1, &fault)) << c.why;
-        EXPECT_EQ(fault.has_value(), c.line != 0) << c.why;
+        ASSERT_TRUE(ViewParameters().parse(header + text, {}, 1, &fault)) << why;
+        EXPECT_EQ(fault.has_value(), line != 0) << why;
         if (!fault) continue;
-        EXPECT_EQ(fault->line, c.line) << c.why;
-        EXPECT_EQ(fault->value, c.value) << c.why;
-        EXPECT_EQ(fault->light, c.light) << c.why;
+        EXPECT_EQ(fault->line, line) << why;
+        EXPECT_EQ(fault->value, value) << why;
+        EXPECT_EQ(fault->light, light) << why;
     }
 }
 
-TEST(ViewParameters, OfAnotherFileReadOnlyItsBeginning)
+TEST(ViewParameters, OnlyTheBeginningOfALargeFileIsRead)
 {
-    const struct {
-        const char* why;
-        std::string bytes;
-        std::size_t most;
-    } cases[] = {
+    const std::tuple<const char*, std::string, std::size_t> cases[] = {
         {"zeros", std::string(1 << 20, '\0'), 100},
         {"one endless line", "Belvor View Parameters 1.0" + std::string(1 << 20, ' '), 100},
         {"a view with a long tail", header + std::string(3 << 20, '\n'), maxViewFileSize},
     };
-    for (const auto& c : cases) {
+    for (const auto& [why, wantedBytes, most] : cases) {
         std::string bytes;
-        EXPECT_TRUE(readViewFile(TempFile("large.bvp", c.bytes).path(), bytes)) << c.why;
-        EXPECT_LE(bytes.size(), c.most) << c.why;
+        EXPECT_TRUE(readViewFile(TempFile("large.bvp", wantedBytes).path(), bytes)) << why;
+        EXPECT_LE(bytes.size(), most) << why;
     }
 }
 
-TEST(Win32Error, NamesThePlaceAndTheSystemsReason)
+TEST(Win32Error, NamesWhatFailedAndTheSystemsReason)
 {
     const std::string reason = Win32Error("", 2).what();
     EXPECT_NE(reason.find_first_not_of(' '), std::string::npos);
-    EXPECT_EQ(reason.find(": "), std::string::npos) << "no place, no colon: " << reason;
+    EXPECT_EQ(reason.find(": "), std::string::npos) << "without a subject no colon: " << reason;
     EXPECT_EQ(Win32Error("GetClientRect", 2).what(), "GetClientRect: " + reason);
     for (const std::string unit : {"x", "\xC3\xA9"}) {   // one byte a character, two
         std::string path = "C:\\";
@@ -215,14 +179,10 @@ TEST(Win32Error, NamesThePlaceAndTheSystemsReason)
     }
 }
 
-TEST(Scanner, TakesNumbersAsStreamsDo)
+TEST(Scanner, ReadsNumbersAsStreamsDo)
 {
-    const struct {
-        const char* text;
-        bool good;
-        double value;
-        const char* rest;
-    } cases[] = {
+    // Columns: text, good, value, rest.
+    const std::tuple<const char*, bool, double, const char*> cases[] = {
         {"1.5.2", true, 1.5, ".2"},
         {"+7e1x", true, 70, "x"},
         {"1e", false, 0, ""},
@@ -245,12 +205,12 @@ TEST(Scanner, TakesNumbersAsStreamsDo)
         {"1e23", true, 1e23, ""},
         {"-0", true, -0.0, ""},
     };
-    for (const auto& c : cases) {
-        Scanner<> scanner{std::string_view(c.text)};
+    for (const auto& [text, good, wantedValue, rest] : cases) {
+        Scanner<> scanner{std::string_view(text)};
         double value = 9;
-        EXPECT_EQ(scanner.real(value), c.good) << c.text;
-        EXPECT_EQ(value, c.value) << c.text;
-        EXPECT_EQ(std::string(scanner.position(), scanner.end()), c.rest) << c.text;
+        EXPECT_EQ(scanner.real(value), good) << text;
+        EXPECT_EQ(value, wantedValue) << text;
+        EXPECT_EQ(std::string(scanner.position(), scanner.end()), rest) << text;
     }
     for (const char* const text : {"9223372036854775808", "-9223372036854775808", "99999999999999999999 1"}) {
         Scanner<> scanner{std::string_view(text)};

@@ -40,7 +40,7 @@ void expectUntouched(const ViewParameters& next, const ViewParameters& view, con
 
 }   // namespace
 
-TEST(ViewEdits, PlanDragSetsWhatThePanelShowsAndKeepsTheRest)
+TEST(ViewEdits, APlanDragSetsTheShownCoordinatesAndKeepsTheOthers)
 {
     const ViewParameters view = wholeModelView();
     const ViewParameters next = moveMarkers(view, Thumbnail::plan, {0.25, -0.5, 0, 0, false});
@@ -66,7 +66,7 @@ TEST(ViewEdits, PlanDragSetsWhatThePanelShowsAndKeepsTheRest)
         << "as far as shown";
 }
 
-TEST(ViewEdits, AnsweredMarkersChangeNothing)
+TEST(ViewEdits, MarkersSentBackUnchangedChangeNothing)
 {
     std::mt19937 random(7);
     std::uniform_real_distribution<double> coordinate(-5, 5);
@@ -83,21 +83,18 @@ TEST(ViewEdits, AnsweredMarkersChangeNothing)
     }
 }
 
-TEST(ViewEdits, SlideMovesTheEyeAlongTheLineOfSight)
+TEST(ViewEdits, TheSlideMovesTheEyeAlongTheLineOfSight)
 {
     const ViewParameters view = wholeModelView(), parallel = wholeModelView(true);
     EyeSlideRecord asked = eyeSlideRecord(view);
-    const struct {
-        double position;
-        Point<3> eye;
-    } cases[] = {
+    const std::tuple<double, Point<3>> cases[] = {
         {0.9, {-7.73120447536699, -7.73120447536699, 6.31749851415703}},
         {1.0, {-798.250892760822, -798.250892760822, 652.285015227415}},   // no eye at infinity
         {-0.5, {1.22450249386555, 1.22450249386555, -1.00059346641585}},   // past the look-at point
     };
-    for (const auto& c : cases) {
-        asked.eye = c.position;
-        expectPoint(moveAlongSight(view, asked).eye, c.eye, "eye");
+    for (const auto& [position, eye] : cases) {
+        asked.eye = position;
+        expectPoint(moveAlongSight(view, asked).eye, eye, "eye");
         EXPECT_EQ(moveAlongSight(view, asked).lookAt, view.lookAt);
     }
     asked = eyeSlideRecord(parallel);
@@ -138,7 +135,7 @@ TEST(ViewEdits, SphereAndSlidersChangeTheEyeAndTheLights)
         expectUntouched(setIntensity(view, slider, 11), view, "a stray message must not allocate");
 }
 
-TEST(ViewEdits, ASliderLetGoWhereItStandsChangesNothing)
+TEST(ViewEdits, ASliderReleasedAtItsPositionChangesNothing)
 {
     ViewParameters view = wholeModelView();   // sky 0.4 and light 0.6 stand between two positions
     view.lights[1].intensity = 0.05;          // shown as off
@@ -176,32 +173,28 @@ TEST(ViewEdits, AnEyeOnTheLookAtPointIsRefused)
     EXPECT_NE(moveMarkers(blind, Thumbnail::plan, away), blind) << "the way out";
 }
 
-TEST(ViewEdits, ClickInThePictureMovesTheLookAtPoint)
+TEST(ViewEdits, AClickInThePictureMovesTheLookAtPoint)
 {
     const Point<3> eye{-2.86942724618848, -2.86942724618848, 2.34473197831402};
     const Point<3> shifted{-3.22757229176457, -1.9563520956518, 3.02384224662244};
-    const struct {
-        bool parallel;
-        int x, y;
-        Point<3> lookAt, eye;
-    } cases[] = {
+    // Columns: parallel, x, y, lookAt, eye.
+    const std::tuple<bool, int, int, Point<3>, Point<3>> cases[] = {
         {false, 304, 228, {0, 0, 0}, eye},
         {false, 100, 50, {-0.445094431196602, 0.808606420670602, 0.744834406570543}, eye},
         {false, 607, 455, {0.393403937808866, -1.41505868939504, -0.689034370337608}, eye},
         {true, 304, 228, {0, 0, 0}, eye},
         {true, 100, 50, {-0.358145045576085, 0.913075150536683, 0.679110268308423}, shifted},
     };
-    for (const auto& c : cases) {
-        const ViewParameters view = wholeModelView(c.parallel);
+    for (const auto& [parallel, x, y, lookAt, wantedEye] : cases) {
+        const ViewParameters view = wholeModelView(parallel);
         const Scene scene = buildScene(view, boxPlace, {800, 600}, 608, 456);
-        const ViewParameters next = lookAtPixel(view, *scene.camera, boxPlace.viewToModel(), c.x, c.y);
-        expectPoint(next.lookAt, c.lookAt,
-                    c.parallel ? "parallel, look-at point" : "perspective, look-at point");
-        expectPoint(next.eye, c.eye, c.parallel ? "parallel, eye" : "perspective, eye");
+        const ViewParameters next = lookAtPixel(view, *scene.camera, boxPlace.viewToModel(), x, y);
+        expectPoint(next.lookAt, lookAt, parallel ? "parallel, look-at point" : "perspective, look-at point");
+        expectPoint(next.eye, wantedEye, parallel ? "parallel, eye" : "perspective, eye");
     }
 }
 
-TEST(ViewEdits, NumbersThatAreNoneAreIgnored)
+TEST(ViewEdits, NumbersThatAreNotFiniteAreIgnored)
 {
     const ViewParameters view = wholeModelView();
     const double none = std::nan(""), endless = std::numeric_limits<double>::infinity();

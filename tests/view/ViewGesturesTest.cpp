@@ -41,7 +41,7 @@ Point<3> pixelOf(const ViewParameters& view, const Point<3>& point)
 
 }   // namespace
 
-TEST(ViewGestures, PanTakesTheLookAtPointWhereTheMouseGoes)
+TEST(ViewGestures, PanMovesTheLookAtPointWithTheMouse)
 {
     for (const bool parallel : {false, true}) {
         const ViewParameters view = startView(parallel);
@@ -60,20 +60,19 @@ TEST(ViewGestures, TurnKeepsTheDistanceAndStopsAtThePoles)
 {
     const ViewParameters view = startView(false);
     const SphereMarker start = eyeMarker(view);
-    const struct {
-        double across, down, bearing, elevation;
-    } cases[] = {
+    // Columns: across, down, bearing, elevation.
+    const std::tuple<double, double, double, double> cases[] = {
         {10, 0, start.bearing - 10, start.elevation},   // the model turns to the right with the mouse
         {0, 10, start.bearing, start.elevation + 10},
         {-5, -20, start.bearing + 5, start.elevation - 20},
         {0, 200, start.bearing, 89.5},
         {0, -200, start.bearing, -89.5},
     };
-    for (const auto& c : cases) {
-        const ViewParameters next = after(view, {Kind::turn, c.across, c.down, 1});
+    for (const auto& [across, down, bearing, elevation] : cases) {
+        const ViewParameters next = after(view, {Kind::turn, across, down, 1});
         const SphereMarker is = eyeMarker(next);
-        EXPECT_NEAR(is.bearing, c.bearing, 1e-9) << c.across << ", " << c.down;
-        EXPECT_NEAR(is.elevation, c.elevation, 1e-9) << c.across << ", " << c.down;
+        EXPECT_NEAR(is.bearing, bearing, 1e-9) << across << ", " << down;
+        EXPECT_NEAR(is.elevation, elevation, 1e-9) << across << ", " << down;
         EXPECT_NEAR((next.eye - next.lookAt).length(), (view.eye - view.lookAt).length(), 1e-12);
         EXPECT_EQ(next.lookAt, view.lookAt);
     }
@@ -84,7 +83,7 @@ TEST(ViewGestures, TurnKeepsTheDistanceAndStopsAtThePoles)
                 1e-9);
 }
 
-TEST(ViewGestures, EightNotchesOfTheWheelHalveTheField)
+TEST(ViewGestures, EightWheelNotchesHalveTheField)
 {
     ViewParameters view = startView(false);
     const double zoom = view.zoom;
@@ -99,7 +98,7 @@ TEST(ViewGestures, EightNotchesOfTheWheelHalveTheField)
     EXPECT_EQ(turnedDegrees(0, 0, 0), 0.0);
 }
 
-TEST(ViewGestures, ANotchOverTheSlideIsATenthOfTheWay)
+TEST(ViewGestures, AWheelNotchOverTheSlideMovesTheEyeByATenthOfItsDistance)
 {
     const ViewParameters view = startView(false);
     const EyeSlideRecord is = eyeSlideRecord(view);
@@ -113,7 +112,7 @@ TEST(ViewGestures, ANotchOverTheSlideIsATenthOfTheWay)
         << "there the eye has no distance";
 }
 
-TEST(ViewGestures, StepsThatLeadNowhereAnswerTheViewAsItWas)
+TEST(ViewGestures, ZeroAndNonFiniteStepsReturnTheViewUnchanged)
 {
     const double endless = std::numeric_limits<double>::infinity(), none = std::nan("");
     for (const bool parallel : {false, true}) {

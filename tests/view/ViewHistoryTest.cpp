@@ -16,7 +16,7 @@ ViewParameters zoomed(double zoom)
 
 }   // namespace
 
-TEST(ViewHistory, TogglesBetweenTheLastTwoViewsAndKnowsWhichIsSaved)
+TEST(ViewHistory, PreviousTogglesBetweenTwoViewsAndKeepsWhichIsSaved)
 {
     ViewHistory history;
     EXPECT_TRUE(history.show(history.previous())) << "the default view has its first light off";

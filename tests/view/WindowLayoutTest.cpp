@@ -4,16 +4,13 @@
 
 namespace belvor {
 
-TEST(WindowLayout, GivesTheDrawingAreaTheImagesProportions)
+TEST(WindowLayout, TheDrawingAreaHasTheProportionsOfTheImage)
 {
-    const struct {
-        const char* why;
-        WindowShape shape;
-        PixelArea controls, display;
-    } cases[] = {
+    // Columns: why, shape, controls, display.
+    const std::tuple<const char*, WindowShape, PixelArea, PixelArea> cases[] = {
         {"at start", {784, 541, 20, false, true, {}}, {608, 0, 176, 521}, {0, 32, 608, 456}},
         {"without controls the height limits", {784, 541, 20, false, false, {}}, {}, {44, 0, 695, 521}},
-        {"full screen takes the status bar's place", {784, 541, 20, true, true, {}}, {}, {31, 0, 721, 541}},
+        {"full screen has no status bar", {784, 541, 20, true, true, {}}, {}, {31, 0, 721, 541}},
         {"half a pixel rounds up", {242, 391, 20, false, false, {}}, {}, {0, 94, 242, 182}},
         {"narrower than the controls", {100, 391, 20, false, true, {}}, {-76, 0, 176, 371}, {0, 185, 1, 1}},
         {"lower than the status bar", {784, 10, 20, false, true, {}}, {608, 0, 176, -10}, {303, 0, 1, 1}},
@@ -30,10 +27,10 @@ TEST(WindowLayout, GivesTheDrawingAreaTheImagesProportions)
          {},
          {391, 0, 1, 521}},
     };
-    for (const auto& c : cases) {
-        const WindowLayout layout = layOut(c.shape);
-        EXPECT_EQ(layout.controls, c.controls) << c.why;
-        EXPECT_EQ(layout.display, c.display) << c.why;
+    for (const auto& [why, shape, controls, display] : cases) {
+        const WindowLayout layout = layOut(shape);
+        EXPECT_EQ(layout.controls, controls) << why;
+        EXPECT_EQ(layout.display, display) << why;
     }
     const WindowLayout layout = layOut({784, 541, 20, false, true, {}});
     EXPECT_EQ(layout.status, (PixelArea{0, 521, 784, 20}));

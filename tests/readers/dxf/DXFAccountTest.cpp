@@ -1,28 +1,9 @@
-#include "report/RunReport.h"
 #include "tests/readers/dxf/DXFText.h"
 
 #include <gtest/gtest.h>
 
 namespace belvor::test {
 namespace {
-
-/// "LINE 3 = 1 + 2 no surface; ", a type after the other; then the warnings.
-std::string accountOf(const std::string& bytes)
-{
-    const Account account = readDXF(bytes).account;
-    std::string text;
-    for (const auto& [type, count] : account.entities) {
-        EXPECT_EQ(count.read, count.drawn + count.skippedInAll()) << type;
-        text += type + ' ' + std::to_string(count.read) + " = " + std::to_string(count.drawn);
-        for (std::size_t reason = 0; reason < skipReasonCount; ++reason)
-            if (count.skipped[reason] != 0)
-                text += " + " + std::to_string(count.skipped[reason]) + ' '
-                        + nameOf(static_cast<SkipReason>(reason));
-        text += "; ";
-    }
-    for (const std::string& warning : account.warnings) text += warning + ' ';
-    return text;
-}
 
 constexpr const char* face = "0 3DFACE|8 0|10 0|20 0|30 0|11 1|21 0|31 0|12 0|22 1|32 0|";
 constexpr const char* line = "0 LINE|8 0|10 0|20 0|30 0|11 1|21 0|31 0|";
@@ -46,17 +27,15 @@ std::string drawing(const std::string& blocks, const std::string& content)
                    + "0 ENDSEC|0 EOF|");
 }
 
-TEST(DXFAccount, CountsEachRecordOnceWithOneReason)
+TEST(DXFAccount, EachRecordIsCountedOnceWithOneReason)
 {
     const std::string onLayer = "0 3DFACE|8 %|10 0|20 0|30 0|11 1|21 0|31 0|12 0|22 1|32 0|";
     const auto faceOn = [&](const std::string& layer) {
         std::string text = onLayer;
         return text.replace(text.find('%'), 1, layer);
     };
-    const struct {
-        const char* why;
-        std::string blocks, content, account;
-    } cases[] = {
+    // Columns: why, blocks, content, account.
+    const std::tuple<const char*, std::string, std::string, std::string> cases[] = {
         {"drawn and without surface", "", face + std::string(line),
          "3DFACE 1 = 1; LINE 1 = 0 + 1 no surface; "},
         {"layers", "", faceOn("cold") + faceOn("off") + face,
@@ -95,13 +74,14 @@ TEST(DXFAccount, CountsEachRecordOnceWithOneReason)
         {"unreadable types share a row", "", "0 line|8 0|0 \x7f|8 0|", "? 2 = 0 + 2 type not drawn; "},
         {"nothing", "", "", "the file holds no entities "},
     };
-    for (const auto& c : cases) EXPECT_EQ(accountOf(drawing(c.blocks, c.content)), c.account) << c.why;
+    for (const auto& [why, blocks, content, account] : cases)
+        EXPECT_EQ(accountOf(readDXF(drawing(blocks, content)).account), account) << why;
     EXPECT_EQ(
-        accountOf(dxfText("0 SECTION|2 ENTITIES|" + std::string(face) + "0 ENDSEC|")),
+        accountOf(readDXF(dxfText("0 SECTION|2 ENTITIES|" + std::string(face) + "0 ENDSEC|")).account),
         "3DFACE 1 = 1; the drawing ends early, within a section or without EOF: something may be missing ");
 }
 
-TEST(DXFAccount, CountsTheInsertsOfEachBlock)
+TEST(DXFAccount, TheInsertsOfEachBlockAreCounted)
 {
     const Reading reading =
         readDXF(drawing(block("A", face) + block("B", insert("A") + insert("A")) + block("C", face),

@@ -9,36 +9,30 @@ namespace {
 
 TEST(DXFColours, IndexesAreThoseOfTheStandardTable)
 {
-    const struct {
-        std::int32_t index;
-        DXFColour colour;
-    } cases[] = {{1, 0xff0000},
-                 {2, 0xffff00},
-                 {5, 0x0000ff},
-                 {7, 0xffffff},
-                 {8, 0x808080},
-                 {9, 0xc0c0c0},
-                 {10, 0xff0000},
-                 {12, 0xa50000},
-                 {13, 0xa55252},
-                 {95, 0x3f7f3f},
-                 {190, 0x7f00ff},
-                 {251, 0x656565},
-                 {255, 0xffffff},
-                 {0, dxfWhite},
-                 {256, dxfWhite},
-                 {-1, dxfWhite},
-                 {std::numeric_limits<std::int32_t>::min(), dxfWhite}};
-    for (const auto& c : cases) EXPECT_EQ(dxfIndexColour(c.index), c.colour) << c.index;
+    const std::tuple<std::int32_t, DXFColour> cases[] = {
+        {1, 0xff0000},
+        {2, 0xffff00},
+        {5, 0x0000ff},
+        {7, 0xffffff},
+        {8, 0x808080},
+        {9, 0xc0c0c0},
+        {10, 0xff0000},
+        {12, 0xa50000},
+        {13, 0xa55252},
+        {95, 0x3f7f3f},
+        {190, 0x7f00ff},
+        {251, 0x656565},
+        {255, 0xffffff},
+        {0, dxfWhite},
+        {256, dxfWhite},
+        {-1, dxfWhite},
+        {std::numeric_limits<std::int32_t>::min(), dxfWhite}};
+    for (const auto& [index, colour] : cases) EXPECT_EQ(dxfIndexColour(index), colour) << index;
 }
 
-TEST(DXFColours, OfLayers)
+TEST(DXFColours, LayersHaveTheirTrueColourOrIndex)
 {
-    const struct {
-        const char* why;
-        DXFColourGroups layer;
-        DXFColour colour;
-    } cases[] = {
+    const std::tuple<const char*, DXFColourGroups, DXFColour> cases[] = {
         {"index", {3, {}}, 0x00ff00},
         {"switched off", {-3, {}}, 0x00ff00},
         {"no index", {{}, {}}, dxfWhite},
@@ -48,18 +42,14 @@ TEST(DXFColours, OfLayers)
         {"true colour with a byte in front", {3, static_cast<std::int32_t>(0xC2123456)}, 0x123456},
         {"no colour at all", {std::numeric_limits<std::int32_t>::min(), {}}, dxfWhite},
     };
-    for (const auto& c : cases) EXPECT_EQ(colourOfLayer(c.layer), c.colour) << c.why;
+    for (const auto& [why, layer, colour] : cases) EXPECT_EQ(colourOfLayer(layer), colour) << why;
 }
 
-TEST(DXFColours, OfEntities)
+TEST(DXFColours, EntitiesHaveTheirOwnColourOrThatOfLayerOrBlock)
 {
     constexpr DXFColour layer = 0x0000ff, insert = 0x00ff00;
-    const struct {
-        const char* why;
-        DXFColourGroups entity;
-        DXFColour colour;
-        const char* material;
-    } cases[] = {
+    // Columns: why, entity, colour, material.
+    const std::tuple<const char*, DXFColourGroups, DXFColour, const char*> cases[] = {
         {"none: by the layer", {{}, {}}, layer, "W"},
         {"by the layer", {256, {}}, layer, "W"},
         {"by the block", {0, {}}, insert, "W #00ff00"},
@@ -70,10 +60,10 @@ TEST(DXFColours, OfEntities)
         {"beyond the table", {300, {}}, layer, "W"},
         {"negative", {-5, {}}, layer, "W"},
     };
-    for (const auto& c : cases) {
-        const DXFColour colour = colourOfEntity(c.entity, layer, insert);
-        EXPECT_EQ(colour, c.colour) << c.why;
-        EXPECT_EQ(dxfMaterialName("W", colour, layer), c.material) << c.why;
+    for (const auto& [why, entity, wantedColour, material] : cases) {
+        const DXFColour colour = colourOfEntity(entity, layer, insert);
+        EXPECT_EQ(colour, wantedColour) << why;
+        EXPECT_EQ(dxfMaterialName("W", colour, layer), material) << why;
     }
 }
 

@@ -10,11 +10,7 @@ namespace {
 
 Reading readAs(const std::string& bytes, ReadingRules rules, DrawingColours colours = DrawingColours::byRules)
 {
-    SilentReporter nobody;
-    ReadingOptions how;
-    how.rules = rules;
-    how.colours = colours;
-    return readDXF(bytes, nobody, how);
+    return readDXF(bytes, {.rules = rules, .colours = colours});
 }
 
 std::string hex(const Colour& colour)
@@ -39,28 +35,6 @@ std::string surfacesOf(const Reading& drawing, bool withColours = true)
     return text;
 }
 
-/// "LINE 3 = 1 + 2 no surface; ", a type after the other; then the warnings.
-std::string accountOf(const Account& account)
-{
-    std::string text;
-    for (const auto& [type, count] : account.entities) {
-        EXPECT_EQ(count.read, count.drawn + count.skippedInAll()) << type;
-        text += type + ' ' + std::to_string(count.read) + " = " + std::to_string(count.drawn);
-        for (std::size_t reason = 0; reason < skipReasonCount; ++reason)
-            if (count.skipped[reason] != 0)
-                text += " + " + std::to_string(count.skipped[reason]) + ' '
-                        + nameOf(static_cast<SkipReason>(reason));
-        text += "; ";
-    }
-    for (const std::string& warning : account.warnings) text += warning + ' ';
-    return text;
-}
-
-std::string section(const std::string& name, const std::string& content)
-{
-    return "0 SECTION|2 " + name + '|' + content + "0 ENDSEC|";
-}
-
 std::string face(const std::string& layer, const std::string& more = "")
 {
     return "0 3DFACE|8 " + layer + "|10 0|20 0|11 1|21 0|12 0|22 1|" + more;
@@ -77,20 +51,18 @@ std::string insert(const std::string& name, const std::string& layer, const std:
 }
 
 const std::string layers =
-    section("TABLES", "0 TABLE|2 LAYER|0 LAYER|2 0|62 3|70 0|0 LAYER|2 Red|62 1|70 0|0 LAYER|2 off|62 -5|"
-                      "70 0|0 LAYER|2 cold|62 6|70 1|0 LAYER|2 true|62 1|420 1193046|70 0|0 ENDTAB|");
+    sectionOf("TABLES", "0 TABLE|2 LAYER|0 LAYER|2 0|62 3|70 0|0 LAYER|2 Red|62 1|70 0|0 LAYER|2 off|62 -5|"
+                        "70 0|0 LAYER|2 cold|62 6|70 1|0 LAYER|2 true|62 1|420 1193046|70 0|0 ENDTAB|");
 
 std::string drawing(const std::string& blocks, const std::string& content)
 {
-    return dxfText(layers + section("BLOCKS", blocks) + section("ENTITIES", content) + "0 EOF");
+    return dxfText(layers + sectionOf("BLOCKS", blocks) + sectionOf("ENTITIES", content) + "0 EOF");
 }
 
 TEST(DXFConventions, ColoursAreTheDrawings)
 {
-    const struct {
-        const char* why;
-        std::string blocks, content, surfaces;
-    } cases[] = {
+    // Columns: why, blocks, content, surfaces.
+    const std::tuple<const char*, std::string, std::string, std::string> cases[] = {
         {"of the layer, by index and true colour", "", face("Red") + face("true") + face("none"),
          "Red #ff0000 1, true #123456 1, none #ffffff 1, "},
         {"its own", "",
@@ -111,17 +83,17 @@ TEST(DXFConventions, ColoursAreTheDrawings)
         {"materials of AVE win", block("A", face("0", "62 3|1001 AVE_FINISH|1005 1F|")),
          "0 TEXT|5 1F|1001 AVE_MATERIAL|1000 brass|" + insert("A", "Red", "70 3|"), "brass"},
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(surfacesOf(readAs(drawing(c.blocks, c.content), ReadingRules::modern))
-                      .substr(0, c.surfaces.size()),
-                  c.surfaces)
-            << c.why;
+    for (const auto& [why, blocks, content, surfaces] : cases)
+        EXPECT_EQ(
+            surfacesOf(readAs(drawing(blocks, content), ReadingRules::modern)).substr(0, surfaces.size()),
+            surfaces)
+            << why;
     const std::string text =
         drawing(block("A", face("0", "62 0|")), insert("A", "Red", "62 2|") + face("Red", "62 x|"));
     EXPECT_EQ(surfacesOf(readAs(text, ReadingRules::modern, DrawingColours::ofLayers), false), "Red 2, ");
     const std::string strict = dxfText(
-        layers + section("BLOCKS", "0 BLOCK|2 A|8 0|10 0|20 0|30 0|" + face("0", "62 0|") + "0 ENDBLK|")
-        + section("ENTITIES", insert("A", "Red", "62 2|") + face("Red", "62 x|")));
+        layers + sectionOf("BLOCKS", "0 BLOCK|2 A|8 0|10 0|20 0|30 0|" + face("0", "62 0|") + "0 ENDBLK|")
+        + sectionOf("ENTITIES", insert("A", "Red", "62 2|") + face("Red", "62 x|")));
     EXPECT_EQ(surfacesOf(readAs(strict, ReadingRules::strict, DrawingColours::ofDrawing)),
               "0 #ffff00 #ffff00 1, Red #ff0000 1, ");
     EXPECT_EQ(surfacesOf(readAs(strict, ReadingRules::strict), false), "0 1, Red 1, ");
@@ -130,10 +102,8 @@ TEST(DXFConventions, ColoursAreTheDrawings)
 TEST(DXFConventions, LayersHideWhatEndsUpOnThem)
 {
     const std::string line = "0 LINE|8 0|10 0|20 0|11 1|21 0|";
-    const struct {
-        const char* why;
-        std::string blocks, content, account;
-    } cases[] = {
+    // Columns: why, blocks, content, account.
+    const std::tuple<const char*, std::string, std::string, std::string> cases[] = {
         {"an INSERT that is off hides what is on layer 0", block("A", face("0") + face("Red")),
          insert("A", "off", "70 9|"), "3DFACE 2 = 1 + 1 layer off; INSERT 1 = 1; "},
         {"and is off when nothing else is in it", block("A", face("0") + line),
@@ -175,9 +145,8 @@ TEST(DXFConventions, LayersHideWhatEndsUpOnThem)
         {"names match in any case and without blanks at the end", block("Wall ", face("0")),
          insert("WALL", "OFF") + insert("wall", "rEd"), "3DFACE 1 = 1; INSERT 2 = 1 + 1 layer off; "},
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(accountOf(readAs(drawing(c.blocks, c.content), ReadingRules::modern).account), c.account)
-            << c.why;
+    for (const auto& [why, blocks, content, account] : cases)
+        EXPECT_EQ(accountOf(readAs(drawing(blocks, content), ReadingRules::modern).account), account) << why;
     const Reading twice = readAs(drawing("", face("0", "67 1|8 0|") + "0 LINE|67 1|10 0|" + "0 TEXT|67 1|"),
                                  ReadingRules::modern);
     EXPECT_EQ(twice.account.repairCount, 1u) << "told once, though seen twice";
@@ -195,16 +164,13 @@ TEST(DXFConventions, SpacingIsNotScaledAndTurnsWithTheArray)
 
 TEST(DXFConventions, UnitsAreTheDrawings)
 {
-    const struct {
-        int ofDrawing;
-        std::uint32_t code;
-    } cases[] = {{1, 7}, {2, 8},  {4, 2}, {5, 3}, {6, 4},  {7, 5},
-                 {9, 6}, {13, 1}, {0, 0}, {3, 0}, {10, 0}, {-1, 0}};
-    for (const auto& c : cases) {
+    const std::tuple<int, std::uint32_t> cases[] = {{1, 7}, {2, 8},  {4, 2}, {5, 3}, {6, 4},  {7, 5},
+                                                    {9, 6}, {13, 1}, {0, 0}, {3, 0}, {10, 0}, {-1, 0}};
+    for (const auto& [ofDrawing, code] : cases) {
         const std::string text =
-            dxfText(section("HEADER", "9 $INSUNITS|70 " + std::to_string(c.ofDrawing) + '|') + "0 EOF");
+            dxfText(sectionOf("HEADER", "9 $INSUNITS|70 " + std::to_string(ofDrawing) + '|') + "0 EOF");
         const Units units = readAs(text, ReadingRules::modern).model->units();
-        EXPECT_EQ(units.code, c.code) << c.ofDrawing;
+        EXPECT_EQ(units.code, code) << ofDrawing;
         EXPECT_EQ(units.scale, 1.0);
         EXPECT_EQ(readAs(text, ReadingRules::strict).model->units().code, 0u);
     }
@@ -212,10 +178,8 @@ TEST(DXFConventions, UnitsAreTheDrawings)
 
 TEST(DXFConventions, NamesBecomeUtf8)
 {
-    const struct {
-        const char* why;
-        std::string header, name, shown, warnings;
-    } cases[] = {
+    // Columns: why, header, name, shown, warnings.
+    const std::tuple<const char*, std::string, std::string, std::string, std::string> cases[] = {
         {"a code page", "9 $ACADVER|1 AC1015|9 $DWGCODEPAGE|3 ANSI_1252|", "W\xE4nde", "W\u00E4nde", ""},
         {"two bytes a character", "9 $DWGCODEPAGE|3 ANSI_932|", "\x95\xC7", "\u58C1", ""},
         {"UTF-8 from 2007 on", "9 $ACADVER|1 AC1021|9 $DWGCODEPAGE|3 ANSI_1252|", "W\u00E4nde", "W\u00E4nde",
@@ -227,14 +191,14 @@ TEST(DXFConventions, NamesBecomeUtf8)
         {"no UTF-8 where that should be", "9 $ACADVER|1 AC1032|", "W\xE4nde", "W\uFFFDnde", ""},
         {"spelt as in the table", "", "ReD ", "Red", ""},
     };
-    for (const auto& c : cases) {
+    for (const auto& [why, header, name, shown, warnings] : cases) {
         const Reading drawing = readAs(
-            dxfText(section("HEADER", c.header) + layers + section("ENTITIES", face(c.name)) + "0 EOF"),
+            dxfText(sectionOf("HEADER", header) + layers + sectionOf("ENTITIES", face(name)) + "0 EOF"),
             ReadingRules::modern);
-        EXPECT_EQ(drawing.model->materials().begin()->second.name, c.shown) << c.why;
+        EXPECT_EQ(drawing.model->materials().begin()->second.name, shown) << why;
         EXPECT_EQ(drawing.account.warnings,
-                  c.warnings.empty() ? std::vector<std::string>{} : std::vector{c.warnings})
-            << c.why;
+                  warnings.empty() ? std::vector<std::string>{} : std::vector{warnings})
+            << why;
     }
     const Reading strict = readAs(entities(face("W\xE4nde")), ReadingRules::strict);
     EXPECT_EQ(strict.model->materials().begin()->second.name, "W\uFFFDnde")

@@ -10,14 +10,6 @@
 namespace belvor::test {
 namespace {
 
-Reading readModern(const std::string& bytes)
-{
-    SilentReporter nobody;
-    ReadingOptions how;
-    how.rules = ReadingRules::modern;
-    return readDXF(bytes, nobody, how);
-}
-
 /// "2 facets; 13 LINE left out: ...", a repair after the other.
 std::string repairsOf(const std::string& bytes)
 {
@@ -35,11 +27,6 @@ std::string repairsOf(const std::string& bytes)
     }
 }
 
-std::string section(const std::string& name, const std::string& content)
-{
-    return "0 SECTION|2 " + name + '|' + content + "0 ENDSEC|";
-}
-
 const std::string face = "0 3DFACE|8 0|10 0|20 0|11 1|21 0|12 0|22 1|";
 const std::string line = "0 LINE|8 0|39 1|10 0|20 0|11 1|21 0|";
 const std::string strip = "0 POLYLINE|8 0|66 1|40 1|41 1|";
@@ -47,12 +34,9 @@ const std::string vertices = "0 VERTEX|8 0|10 0|20 0|0 VERTEX|8 0|10 5|20 0|";
 const std::string block = "0 BLOCK|2 B|8 0|" + face + "0 ENDBLK|";
 const std::string insert = "0 INSERT|8 0|2 B|10 0|20 0|";
 
-TEST(DXFDamage, CostsOneEntity)
+TEST(DXFDamage, ADamagedEntityIsLeftOut)
 {
-    const struct {
-        const char* why;
-        std::string content, outcome;
-    } cases[] = {
+    const std::tuple<const char*, std::string, std::string> cases[] = {
         {"a missing z is 0, of a circle too", face + "0 CIRCLE|8 0|10 0|20 0|40 1|", "2 facets"},
         {"a point without y", "0 3DFACE|8 0|10 0|11 1|21 0|12 0|22 1|" + face,
          "1 facets; 5 3DFACE left out: Bad DXF group: item <20> needed"},
@@ -88,22 +72,19 @@ TEST(DXFDamage, CostsOneEntity)
         {"two commas are no number", "0 LINE|8 0|39 1|10 1,000,5|20 0|11 0|21 0|",
          "0 facets; 5 LINE left out: Error reading double item value at line 11"},
     };
-    const std::string layers = section("TABLES", "0 TABLE|2 LAYER|0 LAYER|2 cold|70 1|0 ENDTAB|");
-    for (const auto& c : cases) {
-        EXPECT_EQ(repairsOf(dxfText(section("ENTITIES", c.content) + "0 EOF")), c.outcome) << c.why;
+    const std::string layers = sectionOf("TABLES", "0 TABLE|2 LAYER|0 LAYER|2 cold|70 1|0 ENDTAB|");
+    for (const auto& [why, content, outcome] : cases) {
+        EXPECT_EQ(repairsOf(dxfText(sectionOf("ENTITIES", content) + "0 EOF")), outcome) << why;
     }
     EXPECT_EQ(
-        repairsOf(dxfText(layers + section("ENTITIES", "0 LINE|8 cold|10 x|20 0|11 0|21 0|") + "0 EOF")),
+        repairsOf(dxfText(layers + sectionOf("ENTITIES", "0 LINE|8 cold|10 x|20 0|11 0|21 0|") + "0 EOF")),
         "0 facets; 23 LINE left out: Error reading double item value at line 27");
 }
 
-TEST(DXFDamage, MarksMayBeMissingOrOneTooMany)
+TEST(DXFDamage, MissingAndSurplusMarkersAreRepaired)
 {
-    const std::string blocks = section("BLOCKS", block), drawn = section("ENTITIES", insert);
-    const struct {
-        const char* why;
-        std::string text, outcome;
-    } cases[] = {
+    const std::string blocks = sectionOf("BLOCKS", block), drawn = sectionOf("ENTITIES", insert);
+    const std::tuple<const char*, std::string, std::string> cases[] = {
         {"whole", blocks + drawn + "0 EOF", "1 facets"},
         {"no EOF", blocks + drawn, "1 facets; 47 EOF missing: taken as given at the end of the file"},
         {"no ENDSEC before a section", "0 SECTION|2 BLOCKS|" + block + drawn + "0 EOF",
@@ -113,20 +94,20 @@ TEST(DXFDamage, MarksMayBeMissingOrOneTooMany)
         {"neither", "0 SECTION|2 ENTITIES|" + face,
          "1 facets; 21 ENDSEC missing: taken as given at the end of the file; "
          "21 EOF missing: taken as given at the end of the file"},
-        {"no ENDBLK before a block", section("BLOCKS", "0 BLOCK|2 A|" + face + block) + drawn + "0 EOF",
+        {"no ENDBLK before a block", sectionOf("BLOCKS", "0 BLOCK|2 A|" + face + block) + drawn + "0 EOF",
          "1 facets; 25 ENDBLK missing: taken as given before BLOCK"},
         {"an ENDSEC and an ENDBLK too many",
-         blocks + "0 ENDSEC|" + section("ENTITIES", "0 ENDBLK|" + insert) + "0 ENDSEC|0 EOF", "1 facets"},
+         blocks + "0 ENDSEC|" + sectionOf("ENTITIES", "0 ENDBLK|" + insert) + "0 ENDSEC|0 EOF", "1 facets"},
         {"a block without a name",
-         section("BLOCKS", "0 BLOCK|8 0|" + face + "0 LINE|10 x|0 ENDBLK|" + block) + drawn + "0 EOF",
+         sectionOf("BLOCKS", "0 BLOCK|8 0|" + face + "0 LINE|10 x|0 ENDBLK|" + block) + drawn + "0 EOF",
          "1 facets; 5 BLOCK left out with what it holds: it has no name; "
          "25 LINE left out: Error reading double item value at line 27"},
         {"the first block of a name counts",
-         section("BLOCKS", block + "0 BLOCK|2 B|" + face + face + "0 ENDBLK|") + drawn + "0 EOF",
+         sectionOf("BLOCKS", block + "0 BLOCK|2 B|" + face + face + "0 ENDBLK|") + drawn + "0 EOF",
          "1 facets; 29 BLOCK left out with what it holds: there is a block of that name already"},
         {"a block with a bad base point, in an array",
-         section("BLOCKS", "0 BLOCK|2 B|10 x|" + face + "0 LINE|8 0|10 0|0 ENDBLK|")
-             + section("ENTITIES", insert + "70 9|") + "0 EOF",
+         sectionOf("BLOCKS", "0 BLOCK|2 B|10 x|" + face + "0 LINE|8 0|10 0|0 ENDBLK|")
+             + sectionOf("ENTITIES", insert + "70 9|") + "0 EOF",
          "9 facets; 9 BLOCK Error reading double item value: the default stands for it; "
          "27 LINE left out: Bad DXF group: item <20> needed"},
         {"no sections", "999 a note|" + face + "0 ENDSEC|" + face + "0 EOF", "2 facets"},
@@ -141,16 +122,16 @@ TEST(DXFDamage, MarksMayBeMissingOrOneTooMany)
         {"no record at all", "5 0|8 0|", "the file holds no record of a DXF drawing in a.dxf"},
         {"no code at all", "hello |", "Error reading group-code at line 1 in a.dxf"},
         {"a layer with a bad number stays as it is",
-         section("TABLES", "0 TABLE|2 LAYER|0 LAYER|2 0|70 x|62 -1|0 TABLE|2 LTYPE|")
-             + section("ENTITIES", face) + "0 EOF",
+         sectionOf("TABLES", "0 TABLE|2 LAYER|0 LAYER|2 0|70 x|62 -1|0 TABLE|2 LTYPE|")
+             + sectionOf("ENTITIES", face) + "0 EOF",
          "0 facets; 13 LAYER Error reading integer item value: the default stands for it"},
     };
-    for (const auto& c : cases) EXPECT_EQ(repairsOf(dxfText(c.text)), c.outcome) << c.why;
+    for (const auto& [why, text, outcome] : cases) EXPECT_EQ(repairsOf(dxfText(text)), outcome) << why;
 }
 
-TEST(DXFDamage, TextMayHaveWhatEditorsAddToIt)
+TEST(DXFDamage, TextAsEditorsSaveItIsRead)
 {
-    const std::string text = dxfText(section("ENTITIES", face) + "0 EOF");
+    const std::string text = dxfText(sectionOf("ENTITIES", face) + "0 EOF");
     std::string spaced;
     for (const char c : text) spaced += c == '\n' ? " \t\n" : std::string(1, c);
     const std::string cut = text.substr(0, text.size() - std::strlen("0\nEOF\n"));
@@ -204,18 +185,18 @@ std::string binary(const std::string& groups, bool twoBytes)
     return bytes;
 }
 
-TEST(DXFDamage, BinaryValuesHaveTodaysWidths)
+TEST(DXFDamage, BinaryValuesHaveTheirCurrentWidths)
 {
     // Each of these groups is as wide as it is in today's drawings, or what follows is not found.
     const std::string groups = "100 AcDbFace|105 1F|110 1|149 1|160 -1|179 1|270 1|290 1|300 a|310 bytes|320 "
                                "F|370 1|390 F|400 1|410 a|"
                                "420 255|430 a|440 1|460 1|470 a|1004 more|1005 F|1010 1|1060 1|1071 1|";
     const std::string drawing =
-        section("ENTITIES", "0 3DFACE|8 0|" + groups + "10 0|20 0|11 1|21 0|12 0|22 1|") + "0 EOF";
+        sectionOf("ENTITIES", "0 3DFACE|8 0|" + groups + "10 0|20 0|11 1|21 0|12 0|22 1|") + "0 EOF";
     for (const bool twoBytes : {false, true})
         for (const char* const start : {"", "999 a comment|", "5 1F|999 another|", "70 3|40 1.5|"})
             EXPECT_EQ(repairsOf(binary(start + drawing, twoBytes)), "1 facets") << start << twoBytes;
-    const std::string whole = binary(section("ENTITIES", face) + "0 EOF", true);
+    const std::string whole = binary(sectionOf("ENTITIES", face) + "0 EOF", true);
     const std::string cut = whole.substr(0, whole.size() - 40);
     EXPECT_EQ(repairsOf(cut).substr(0, 8), "0 facets");
     EXPECT_NE(repairsOf(cut).find("the reading ends here: read past end-of-file"), std::string::npos)

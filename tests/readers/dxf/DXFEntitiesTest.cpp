@@ -12,39 +12,33 @@
 using namespace belvor;
 using namespace belvor::test;
 
-TEST(DXFArcs, TakeOneChordForTenDegreesAndShortOnesByLength)
+TEST(DXFArcs, AreDividedIntoChordsByAngleAndLength)
 {
-    const struct {
-        double sweep, radius;
-        int chords;
-    } cases[] = {
+    const std::tuple<double, double, int> cases[] = {
         {360, 1e-9, 36}, {90, 1, 9},    {45, 5, 5},     {25, 1, 3},    {24.9999, 1, 1}, {24, 23.9, 1},
         {20, 10, 1},     {20, 43, 2},   {20, 100, 3},   {10, 1000, 3}, {0.001, 1, 1},   {0.0009, 1, 36},
         {0, 5, 36},      {-90, 7, 27},  {-300, 7, 6},   {-350, 7, 1},  {-400, 7, 1},    {355, 2, 36},
         {720, 3, 36},    {1, 1e300, 3}, {1e300, 1, 36},
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(arcSegments(c.sweep, c.radius), c.chords) << c.sweep << " degrees, radius " << c.radius;
+    for (const auto& [sweep, radius, chords] : cases)
+        EXPECT_EQ(arcSegments(sweep, radius), chords) << sweep << " degrees, radius " << radius;
     EXPECT_EQ(sweepBetween(0, 720), 360.0);
 }
 
 TEST(DXFAxes, FollowDirectionsOfAnyLength)
 {
-    const struct {
-        Vector<3> extrusion;
-        Point<3> expected;
-    } cases[] = {
+    const std::tuple<Vector<3>, Point<3>> cases[] = {
         // of (1, 2, 3)
         {{0, 0, 0}, {1, 2, 3}},
         {{1e-200, 0, 0}, {3, 1, 2}},   // whose squared length is 0
         {{0, 1e200, 0}, {-1, 3, 2}},   // whose squared length is infinite
     };
-    for (const auto& c : cases)
-        EXPECT_LT((DXFAxes(c.extrusion).toWorld(Point<3>(1, 2, 3)) - c.expected).length(), 1e-12)
-            << c.extrusion[0] << ' ' << c.extrusion[1];
+    for (const auto& [extrusion, expected] : cases)
+        EXPECT_LT((DXFAxes(extrusion).toWorld(Point<3>(1, 2, 3)) - expected).length(), 1e-12)
+            << extrusion[0] << ' ' << extrusion[1];
 }
 
-TEST(DXFLoops, HaveAPlaneEvenWhereCornersCoincideOrCross)
+TEST(DXFLoops, HaveAPlaneAlsoWhenCornersCoincideOrCross)
 {
     const Vector<3> fallback(0, 1, 0);
     const struct {
@@ -191,11 +185,7 @@ TEST(DXFEntities, GiveTheirSurfaces)
 
 TEST(DXFEntities, GiveTheirCornersInOrder)
 {
-    const struct {
-        const char* why;
-        const char* groups;
-        const char* facets;
-    } cases[] = {
+    const std::tuple<const char*, const char*, const char*> cases[] = {
         {"taper to a point", "0 LWPOLYLINE|10 0|20 0|40 2|41 0|10 10|20 0", "(0 1 0) (0 -1 0) (10 0 0)"},
         {"collinear: one joint", "0 LWPOLYLINE|43 2|10 0|20 0|10 4|20 0|10 9|20 0",
          "(0 1 0) (0 -1 0) (4 -1 0) (4 1 0); (4 1 0) (4 -1 0) (9 -1 0) (9 1 0)"},
@@ -207,16 +197,13 @@ TEST(DXFEntities, GiveTheirCornersInOrder)
          "|0 VERTEX|70 72|10 1|20 0|0 VERTEX|70 72|10 1|20 1|0 SEQEND",
          "(0 0 0) (1 0 0) (1 1 0) (0 1 0)"},
     };
-    for (const auto& c : cases) EXPECT_EQ(written(*readDXF(entities(c.groups)).model), c.facets) << c.why;
+    for (const auto& [why, groups, facets] : cases)
+        EXPECT_EQ(written(*readDXF(entities(groups)).model), facets) << why;
 }
 
-TEST(DXFEntity, SaysWhatItNeeds)
+TEST(DXFEntity, MissingGroupsAreReported)
 {
-    const struct {
-        const char* groups;
-        const char* fault;
-        int line;
-    } cases[] = {
+    const std::tuple<const char*, const char*, int> cases[] = {
         // the entity's own line is 5
         {"0 3DFACE|10 0|20 0|11 0|21 0|12 0", "Bad DXF group: item <22> needed", 5},
         {"0 3DFACE|10 0|20 0|11 0|21 0|12 0|22 1|13 4", "Bad DXF group: item <23> needed", 5},
@@ -237,10 +224,9 @@ TEST(DXFEntity, SaysWhatItNeeds)
         {"0 POLYLINE|70 64|0 VERTEX|70 128|71 -2147483648|0 SEQEND",
          "PolyfaceMesh index: vertex[2147483648] outside range (0..0)", 13},
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(outcomeOf(entities(c.groups)),
-                  c.fault + (" at line " + std::to_string(c.line)) + " in a.dxf")
-            << c.groups;
+    for (const auto& [groups, fault, line] : cases)
+        EXPECT_EQ(outcomeOf(entities(groups)), fault + (" at line " + std::to_string(line)) + " in a.dxf")
+            << groups;
     EXPECT_EQ(outcomeOf(entities("0 SOLID|10 1e308|20 0|11 4|21 0|12 0|22 3|13 4|23 3|38 1e308|39 1e308")),
               "0 facets; facet 6 coordinates too large");
 }

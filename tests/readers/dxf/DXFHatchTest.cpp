@@ -62,13 +62,9 @@ std::string hatch(const std::string& paths, int count = 1)
            + "75 0|76 1|98 1|10 9|20 9|";
 }
 
-TEST(DXFHatch, TurnsEachKindOfEdgeIntoChords)
+TEST(DXFHatch, EachKindOfEdgeBecomesChords)
 {
-    const struct {
-        const char* why;
-        std::string paths;
-        double area;
-    } cases[] = {
+    const std::tuple<const char*, std::string, double> cases[] = {
         {"a polyline", "92 3|72 0|73 1|93 3|10 0|20 0|10 4|20 0|10 0|20 3|97 0|", 6.0},
         {"a polyline of two half circles", "92 2|72 1|73 1|93 2|10 -1|20 0|42 1|10 1|20 0|42 1|97 0|",
          polygonArea(36)},
@@ -109,10 +105,10 @@ TEST(DXFHatch, TurnsEachKindOfEdgeIntoChords)
          2.0 * polygonArea(36)},
         {"two corners enclose nothing", "92 3|72 0|73 1|93 2|10 0|20 0|10 4|20 0|97 0|", 0.0},
     };
-    for (const auto& c : cases) {
+    for (const auto& [why, paths, wantedArea] : cases) {
         double area = 0.0;
-        for (const DXFLoop2& loop : outlinesOf(hatch(c.paths))) area += std::fabs(signedArea(loop));
-        EXPECT_NEAR(area, c.area, 1e-12) << c.why;
+        for (const DXFLoop2& loop : outlinesOf(hatch(paths))) area += std::fabs(signedArea(loop));
+        EXPECT_NEAR(area, wantedArea, 1e-12) << why;
     }
 }
 
@@ -144,12 +140,9 @@ TEST(DXFHatch, SplinesFollowTheirCurve)
     }
 }
 
-TEST(DXFHatch, RefusesWhatIsDamaged)
+TEST(DXFHatch, DamagedHatchesAreRefused)
 {
-    const struct {
-        const char* why;
-        std::string groups, fault;
-    } cases[] = {
+    const std::tuple<const char*, std::string, std::string> cases[] = {
         {"fewer paths than told", hatch("92 3|72 0|73 1|93 1|10 0|20 0|97 0|", 2),
          "Bad DXF group at line 1 in a.dxf"},
         {"fewer vertices than told", hatch("92 3|72 0|73 1|93 2|10 0|20 0|97 0|"),
@@ -168,8 +161,8 @@ TEST(DXFHatch, RefusesWhatIsDamaged)
         {"fewer knots than told", hatch("92 1|93 1|72 4|94 1|95 3|96 2|40 0|40 1|10 0|20 0|10 1|20 1|97 0|"),
          "Bad DXF group at line 1 in a.dxf"},
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(withRecord(c.groups, [](const DXFRecord& record) { readHatch(record); }), c.fault) << c.why;
+    for (const auto& [why, groups, fault] : cases)
+        EXPECT_EQ(withRecord(groups, [](const DXFRecord& record) { readHatch(record); }), fault) << why;
 }
 
 DXFLoop2 square(double x, double y, double half)
@@ -197,11 +190,8 @@ TEST(DXFAreas, NestByTheStyleOfTheHatch)
 {
     const DXFLoop2 a = square(0, 0, 10), b = square(0, 0, 8), c = square(0, 0, 6), d = square(0, 0, 4),
                    apart = square(50, 0, 1), beside = square(-3, 0, 0.5), corner = square(8, 8, 2);
-    const struct {
-        const char* why;
-        std::vector<DXFLoop2> outlines;
-        const char *parity, *outermost, *outer;
-    } cases[] = {
+    // Columns: why, outlines, parity, outermost, outer.
+    const std::tuple<const char*, std::vector<DXFLoop2>, const char*, const char*, const char*> cases[] = {
         {"nothing", {}, "", "", ""},
         {"one", {a}, "400", "400", "400"},
         {"a hole", {a, b}, "400-256", "400-256", "400"},
@@ -214,14 +204,14 @@ TEST(DXFAreas, NestByTheStyleOfTheHatch)
         {"a hole that has a corner on a side", {a, {{-10, 0}, {-5, -5}, {-5, 5}}}, "400-25", "400-25", "400"},
         {"twice the same", {a, a}, "400-400", "400-400", "400"},
     };
-    for (const auto& t : cases) {
-        EXPECT_EQ(written(areasOf(t.outlines, DXFHatchStyle::oddParity)), t.parity) << t.why;
-        EXPECT_EQ(written(areasOf(t.outlines, DXFHatchStyle::outermost)), t.outermost) << t.why;
-        EXPECT_EQ(written(areasOf(t.outlines, DXFHatchStyle::outerOnly)), t.outer) << t.why;
+    for (const auto& [why, outlines, parity, outermost, outer] : cases) {
+        EXPECT_EQ(written(areasOf(outlines, DXFHatchStyle::oddParity)), parity) << why;
+        EXPECT_EQ(written(areasOf(outlines, DXFHatchStyle::outermost)), outermost) << why;
+        EXPECT_EQ(written(areasOf(outlines, DXFHatchStyle::outerOnly)), outer) << why;
     }
 }
 
-TEST(DXFAreas, OfTooManyOutlinesAreOneAreaOfAll)
+TEST(DXFAreas, TooManyOutlinesAreOneArea)
 {
     std::vector<DXFLoop2> outlines;
     for (int i = 0; i < 40000; ++i) outlines.push_back(square(3.0 * i, 0, 1));
@@ -230,14 +220,12 @@ TEST(DXFAreas, OfTooManyOutlinesAreOneAreaOfAll)
     EXPECT_EQ(areas[0].size(), outlines.size());
 }
 
-TEST(DXFMeshCage, HasTheFacesThatItsGroupsGive)
+TEST(DXFMeshCage, HasTheFacesOfItsGroups)
 {
     const std::string head = "0 MESH|71 2|72 1|91 3|",
                       corners = "92 4|10 0|20 0|30 0|10 1|20 0|10 1|20 1|30 2|10 0|20 1|30 0|";
-    const struct {
-        const char* why;
-        std::string groups, faces, fault;
-    } cases[] = {
+    // Columns: why, groups, faces, fault.
+    const std::tuple<const char*, std::string, std::string, std::string> cases[] = {
         {"a triangle and a quadrilateral",
          head + corners + "93 9|90 3|90 0|90 1|90 2|90 4|90 3|90 2|90 1|90 0|94 0|95 0|",
          "3 0 1 2 4 3 2 1 0 ", ""},
@@ -259,16 +247,16 @@ TEST(DXFMeshCage, HasTheFacesThatItsGroupsGive)
          "Bad DXF group at line 1 in a.dxf"},
         {"no positions", head, "", "Bad DXF group: item <92> needed at line 1 in a.dxf"},
     };
-    for (const auto& c : cases) {
+    for (const auto& [why, groups, wantedFaces, fault] : cases) {
         std::string faces;
-        EXPECT_EQ(withRecord(c.groups,
+        EXPECT_EQ(withRecord(groups,
                              [&faces](const DXFRecord& record) {
                                  for (const std::uint32_t number : readMeshCage(record).faces)
                                      faces += std::to_string(number) + ' ';
                              }),
-                  c.fault)
-            << c.why;
-        EXPECT_EQ(faces, c.faces) << c.why;
+                  fault)
+            << why;
+        EXPECT_EQ(faces, wantedFaces) << why;
     }
 }
 

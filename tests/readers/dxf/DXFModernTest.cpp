@@ -7,14 +7,6 @@
 namespace belvor::test {
 namespace {
 
-Reading readModern(const std::string& bytes)
-{
-    SilentReporter nobody;
-    ReadingOptions how;
-    how.rules = ReadingRules::modern;
-    return readDXF(bytes, nobody, how);
-}
-
 std::string polyline(double x, double y, double half)
 {
     std::string text = "92 2|72 0|73 1|93 4|";
@@ -44,10 +36,7 @@ std::string drawing(const std::string& content)
 
 TEST(DXFModern, DrawsMoreKindsOfSurfaces)
 {
-    const struct {
-        const char* why;
-        std::string content, facets;
-    } cases[] = {
+    const std::tuple<const char*, std::string, std::string> cases[] = {
         {"a mesh: what has two corners is nothing", mesh, "(0 0 0) (1 0 0) (1 1 0) (0 1 0)"},
         {"a hatch with a hole is one facet", hatch(1),
          "(-4 -4 7) (4 -4 7) (4 4 7) (-4 4 7) (-2 -2 7) (2 -2 7) (2 2 7) (-2 2 7)"},
@@ -62,9 +51,9 @@ TEST(DXFModern, DrawsMoreKindsOfSurfaces)
          "(5 0 0) (6 0 0) (6 1 0) (5 1 0)"},
         {"a dimension without a block", "0 DIMENSION|8 0|2 *D9|", ""},
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(written(*readModern(drawing(c.content)).model), c.facets) << c.why;
-        EXPECT_EQ(readDXF(drawing(c.content)).model->facetCount(), 0u) << c.why;
+    for (const auto& [why, content, facets] : cases) {
+        EXPECT_EQ(written(*readModern(drawing(content)).model), facets) << why;
+        EXPECT_EQ(readDXF(drawing(content)).model->facetCount(), 0u) << why;
     }
 }
 

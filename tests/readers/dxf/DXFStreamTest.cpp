@@ -52,13 +52,9 @@ const std::string mark("AutoCAD Binary DXF\r\n\x1a\0", 22);
 
 }   // namespace
 
-TEST(DXFStream, TakesCodesAndValuesOneByOne)
+TEST(DXFStream, ReadsCodesAndValues)
 {
-    const struct {
-        const char* why;
-        std::string bytes;
-        std::string groups;
-    } cases[] = {
+    const std::tuple<const char*, std::string, std::string> cases[] = {
         {"CR LF", "0\r\nLINE\r\n8\r\nA\r\n", "0:LINE@1 8:A@3 "},
         {"LF CR is one line end too", "0\n\rLINE\n\r8\n\rA\n\r", "0:LINE@1 8:A@3 "},
         {"CR alone", "0\rLINE\r8\rA\r", "0:LINE@1 8:A@3 "},
@@ -90,7 +86,7 @@ TEST(DXFStream, TakesCodesAndValuesOneByOne)
         {"escape at the last byte", mark + "\x01X\0\xff"s, "1:X@22 fault 11@25"},
         {"text without its zero", mark + "\x01XYZ"s, "fault 11@22"},
     };
-    for (const auto& c : cases) EXPECT_EQ(groupsOf(c.bytes), c.groups) << c.why;
+    for (const auto& [why, bytes, groups] : cases) EXPECT_EQ(groupsOf(bytes), groups) << why;
 }
 
 TEST(DXFStream, ReadsAMillionBlankLinesOnce)   // each of them leads to the same number
@@ -126,17 +122,13 @@ TEST(DXFStream, DividesGroupsIntoRecords)
     EXPECT_EQ(next(), "EOF");
 }
 
-TEST(DXFRecord, ConvertsTheFirstWordWhenAsked)   // tests/calcore/ knows what a number is
+TEST(DXFRecord, ConvertsTheFirstWordOfAValue)   // tests/calcore/ knows what a number is
 {
     const char* const noReal = "Error reading double item value at line 13 in a.dxf";
     const char* const lines = "0 facets; POLYLINE 1 it has no surface";
     const char* const noInteger = "Error reading integer item value at line 7 in a.dxf";
-    const struct {
-        const char* why;
-        std::string value;
-        const char* real;
-        const char* integer;
-    } cases[] = {
+    // Columns: why, value, real, integer.
+    const std::tuple<const char*, std::string, const char*, const char*> cases[] = {
         {"plain", "1.5", "1 facets", noInteger},
         {"blanks around", "\t 2  ", "1 facets", lines},
         {"what follows a blank does not matter", "3 rest", "1 facets", lines},
@@ -144,9 +136,9 @@ TEST(DXFRecord, ConvertsTheFirstWordWhenAsked)   // tests/calcore/ knows what a 
         {"nothing", "", noReal, noInteger},
         {"blanks", "  ", noReal, noInteger},
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(outcomeOf(entities("0 CIRCLE|10 0|20 0|30 0|40 " + c.value)), c.real) << c.why;
-        EXPECT_EQ(outcomeOf(entities("0 POLYLINE|70 " + c.value + "|0 SEQEND")), c.integer) << c.why;
+    for (const auto& [why, value, real, integer] : cases) {
+        EXPECT_EQ(outcomeOf(entities("0 CIRCLE|10 0|20 0|30 0|40 " + value)), real) << why;
+        EXPECT_EQ(outcomeOf(entities("0 POLYLINE|70 " + value + "|0 SEQEND")), integer) << why;
     }
     for (const char* const top : {"\xf0\x7f", "\xf8\x7f"}) {   // infinity and no number, in binary
         const std::string bytes = mark + "\0LINE\0\x0a\0\0\0\0\0\0"s + top;
@@ -171,7 +163,7 @@ TEST(DXFRecord, FindsGroups)
 }
 
 TEST(DXFRecord,
-     OwesNothingToTheRecordsBeforeIt)   // whose groups and index it takes over where they are alike
+     DoesNotDependOnTheRecordsBeforeIt)   // whose groups and index it takes over where they are alike
 {
     std::minstd_rand random(7);
     const auto below = [&random](std::size_t most) { return static_cast<std::size_t>(random() >> 8) % most; };

@@ -24,16 +24,7 @@ std::string layerTable(const std::string& layers)
 {
     return "0 SECTION|2 TABLES|0 TABLE|2 LAYER" + layers + "|0 ENDTAB|0 ENDSEC|";
 }
-std::string block(const std::string& name, const std::string& entities,
-                  const std::string& base = "10 0|20 0|30 0")
-{
-    return "0 BLOCK|2 " + name + "|" + base + "|" + entities + "|0 ENDBLK|";
-}
-std::string blocks(const std::string& all) { return "0 SECTION|2 BLOCKS|" + all + "0 ENDSEC|"; }
-std::string insertion(const std::string& name, const std::string& more = "")
-{
-    return "0 INSERT|8 0|2 " + name + "|10 0|20 0" + more;
-}
+std::string blocks(const std::string& all) { return sectionOf("BLOCKS", all); }
 
 Handle<Model> readModelOf(const std::string& bytes) { return readDXF(bytes).model; }
 
@@ -51,13 +42,9 @@ std::pair<Handle<Model>, std::string> logged(const std::string& bytes)
 
 }   // namespace
 
-TEST(DXF, ReadsSectionsInAnyOrderAndTellsTheFileAndLineOfAFault)
+TEST(DXF, ReadsSectionsInAnyOrderAndReportsTheLineOfAFault)
 {
-    const struct {
-        const char* why;
-        std::string groups;
-        const char* outcome;
-    } cases[] = {
+    const std::tuple<const char*, std::string, const char*> cases[] = {
         {"nothing but an end", "0 EOF", "0 facets"},
         {"ENTITIES before TABLES",
          section + face + "|0 ENDSEC|" + layerTable("|0 LAYER|2 A|70 1|62 7") + "0 EOF", "1 facets"},
@@ -89,16 +76,12 @@ TEST(DXF, ReadsSectionsInAnyOrderAndTellsTheFileAndLineOfAFault)
         {"a block that nobody inserts is not looked into", blocks(block("B", "0 LINE|10 0")), "0 facets"},
         {"no number for a code", "0 SECTION|x", "Error reading group-code at line 3 in a.dxf"},
     };
-    for (const auto& c : cases) EXPECT_EQ(outcomeOf(dxfText(c.groups)), c.outcome) << c.why;
+    for (const auto& [why, groups, outcome] : cases) EXPECT_EQ(outcomeOf(dxfText(groups)), outcome) << why;
 }
 
 TEST(DXF, WarnsOfADrawingThatEndsEarly)
 {
-    const struct {
-        const char* why;
-        std::string groups;
-        std::size_t warnings;
-    } cases[] = {
+    const std::tuple<const char*, std::string, std::size_t> cases[] = {
         {"whole", section + face + "|0 ENDSEC|0 EOF", 0},
         {"whole, and something behind", section + face + "|0 ENDSEC|0 EOF|0 LINE", 0},
         {"without EOF", section + face + "|0 ENDSEC", 1},
@@ -106,21 +89,18 @@ TEST(DXF, WarnsOfADrawingThatEndsEarly)
         {"within a block", "0 SECTION|2 BLOCKS|0 BLOCK|2 B|10 0|20 0|30 0|" + face, 1},
         {"nothing at all", "999 a comment", 2},
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(readDXF(dxfText(c.groups)).account.warnings.size(), c.warnings) << c.why;
+    for (const auto& [why, groups, warnings] : cases)
+        EXPECT_EQ(readDXF(dxfText(groups)).account.warnings.size(), warnings) << why;
 }
 
-TEST(DXF, TellsTheReleaseOfAHeader)
+TEST(DXF, ReadsTheReleaseFromTheHeader)
 {
-    const struct {
-        const char* version;
-        int release;
-    } cases[] = {
+    const std::tuple<const char*, int> cases[] = {
         {"AC1006", 10}, {"AC1009", 11}, {"AC1012", 13}, {"AC1015", 13},
         {"AC1010", 0},  {"AC10", 0},    {"", 0},        {"AC1099999999999999", 13},
         {"AC10 9", 11}, {"AC10x9", 0},
     };
-    for (const auto& c : cases) EXPECT_EQ(releaseOf(c.version), c.release) << c.version;
+    for (const auto& [version, release] : cases) EXPECT_EQ(releaseOf(version), release) << version;
 }
 
 TEST(DXF, DrawsByLayerAndBlock)
@@ -138,11 +118,7 @@ TEST(DXF, DrawsByLayerAndBlock)
     const auto on = [](const std::string& layer, std::string entity) {
         return entity.replace(entity.find("|8 "), 4, "|8 " + layer);
     };
-    const struct {
-        const char* why;
-        std::string entity;
-        const char* outcome;
-    } cases[] = {
+    const std::tuple<const char*, std::string, const char*> cases[] = {
         {"on", on("ON", face), "1 facets"},   // and its second definition does not count
         {"off", on("OFF", face), "0 facets; 3DFACE 1 layer OFF is off"},
         {"frozen", on("FROZEN", face), "0 facets; 3DFACE 1 layer FROZEN is frozen"},
@@ -178,12 +154,11 @@ TEST(DXF, DrawsByLayerAndBlock)
          "0 facets; INSERT 4000000000000000001 block NO is not defined; TEXT 18446744073709551615 this type "
          "is not drawn"},
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(outcomeOf(dxfText(table + bs + section + c.entity + "|0 ENDSEC|0 EOF")), c.outcome)
-            << c.why;
+    for (const auto& [why, entity, outcome] : cases)
+        EXPECT_EQ(outcomeOf(dxfText(table + bs + section + entity + "|0 ENDSEC|0 EOF")), outcome) << why;
 }
 
-TEST(DXF, MakesMaterialsAsSurfacesAskForThem)
+TEST(DXF, MaterialsAreMadeWhenASurfaceNeedsThem)
 {
     MaterialSequence::ofProgram().reset();
     const std::string on = "|10 0|20 0|11 1|21 0|12 1|22 1";
@@ -277,21 +252,18 @@ TEST(DXF, CanBeAbandonedInsideBlocks)
         nest += block("L" + std::to_string(level), ten);
     }
     nest += block("L9", face) + block("SELF", insertion("SELF"));
-    const struct {
-        const char* why;
-        std::string entity;
-    } cases[] = {
+    const std::tuple<const char*, std::string> cases[] = {
         {"nested insertions", insertion("L0")},
         {"array", insertion("L9", "|70 30000|71 30000|44 2|45 2")},
     };
-    for (const auto& c : cases) {
+    for (const auto& [why, entity] : cases) {
         RecordingReporter reporter(20000);
-        const std::string text = dxfText(blocks(nest) + section + c.entity);
-        EXPECT_THROW(readDXF(text, reporter), Reporter::Abandoned) << c.why;
+        const std::string text = dxfText(blocks(nest) + section + entity);
+        EXPECT_THROW(readDXF(text, reporter), Reporter::Abandoned) << why;
     }
 }
 
-TEST(DXF, BearsManyLayersAndTypesAndMillionCharacterLines)
+TEST(DXF, ReadsManyLayersManyTypesAndLinesOfAMillionCharacters)
 {
     std::string text = dxfText("0 SECTION|2 TABLES|0 TABLE|2 LAYER");
     for (int i = 0; i < 200000; ++i) text += "0\nLAYER\n2\nL" + std::to_string(i) + "\n70\n0\n62\n7\n";
@@ -306,7 +278,7 @@ TEST(DXF, BearsManyLayersAndTypesAndMillionCharacterLines)
     EXPECT_LE(drawing.account.notDrawn.size(), 1001u);
 }
 
-TEST(DXFLog, TellsWhatWasMet)
+TEST(DXFLog, RecordsWhatWasRead)
 {
     const std::string log =
         logged(
@@ -361,12 +333,9 @@ TEST(DXFLog, TellsWhatWasMet)
                    "EOF group - end of file here\n");
 }
 
-TEST(DXFLog, TellsTheKindsOfEntities)
+TEST(DXFLog, RecordsTheKindsOfEntities)
 {
-    const struct {
-        const char* groups;
-        const char* lines;
-    } cases[] = {
+    const std::tuple<const char*, const char*> cases[] = {
         {"0 POLYLINE|70 1|0 SEQEND", "POLYLINE at line 5\nPolyline 2D (closed)\n"},
         {"0 POLYLINE|70 9|0 SEQEND", "POLYLINE at line 5\nPolyline 3D (closed)\n"},
         {"0 POLYLINE|70 64|0 SEQEND", "POLYLINE at line 5\nPolyline face-mesh\n"},
@@ -375,9 +344,9 @@ TEST(DXFLog, TellsTheKindsOfEntities)
         {"0 LWPOLYLINE|43 0.5|39 2|10 0|20 0", "LWPOLYLINE at line 5\nLWPolyline width 0.5 thickness 2\n"},
         {"0 LINE|10 0|20 0|11 0|21 0|39 2", "LINE at line 5\nExtrude line by (0, 0, 2)\n"},
     };
-    for (const auto& c : cases) {
-        const std::string log = logged(dxfText(section + c.groups)).second;
-        EXPECT_NE(log.find(c.lines), std::string::npos) << log;
+    for (const auto& [groups, lines] : cases) {
+        const std::string log = logged(dxfText(section + groups)).second;
+        EXPECT_NE(log.find(lines), std::string::npos) << log;
     }
     // What draws nothing is told once.
     const std::string log =
@@ -386,7 +355,7 @@ TEST(DXFLog, TellsTheKindsOfEntities)
     EXPECT_NE(log.find("Nothing to draw in 1999999999 cells of block B\n"), std::string::npos) << log;
 }
 
-TEST(DXFLog, IsNoFileWhenOffOrImpossible)
+TEST(DXFLog, IsNotWrittenWhenOffOrImpossible)
 {
     const TempFile file("silent.dxf", dxfText(section + face));
     SilentReporter nobody;
@@ -400,7 +369,7 @@ TEST(DXFLog, IsNoFileWhenOffOrImpossible)
     EXPECT_NE(account.logFailure, 0);
 }
 
-TEST(DXFObjects, FindTheDictionaryAndComeBack)
+TEST(DXFObjects, SearchingTheDictionaryKeepsThePosition)
 {
     SilentReporter nobody;
     for (const char* const groups :

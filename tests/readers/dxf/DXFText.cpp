@@ -1,5 +1,9 @@
 #include "tests/readers/dxf/DXFText.h"
 
+#include "report/RunReport.h"
+
+#include <gtest/gtest.h>
+
 #include <cmath>
 #include <exception>
 #include <sstream>
@@ -40,6 +44,21 @@ std::string entities(std::string_view groups)
     return dxfText("0 SECTION|2 ENTITIES|" + std::string(groups) + "|0 ENDSEC|0 EOF");
 }
 
+std::string sectionOf(const std::string& name, const std::string& content)
+{
+    return "0 SECTION|2 " + name + '|' + content + "0 ENDSEC|";
+}
+
+std::string block(const std::string& name, const std::string& entities, const std::string& base)
+{
+    return "0 BLOCK|2 " + name + "|" + base + "|" + entities + "|0 ENDBLK|";
+}
+
+std::string insertion(const std::string& name, const std::string& more)
+{
+    return "0 INSERT|8 0|2 " + name + "|10 0|20 0" + more;
+}
+
 Reading readDXF(const std::string& bytes, Reporter& reporter, const ReadingOptions& options)
 {
     Reading reading;
@@ -47,10 +66,10 @@ Reading readDXF(const std::string& bytes, Reporter& reporter, const ReadingOptio
     return reading;
 }
 
-Reading readDXF(const std::string& bytes)
+Reading readDXF(const std::string& bytes, const ReadingOptions& options)
 {
     SilentReporter nobody;
-    return readDXF(bytes, nobody);
+    return readDXF(bytes, nobody, options);
 }
 
 std::string outcomeOf(const std::string& bytes)
@@ -64,6 +83,22 @@ std::string outcomeOf(const std::string& bytes)
     } catch (const std::exception& fault) {
         return fault.what();
     }
+}
+
+std::string accountOf(const Account& account)
+{
+    std::string text;
+    for (const auto& [type, count] : account.entities) {
+        EXPECT_EQ(count.read, count.drawn + count.skippedInAll()) << type;
+        text += type + ' ' + std::to_string(count.read) + " = " + std::to_string(count.drawn);
+        for (std::size_t reason = 0; reason < skipReasonCount; ++reason)
+            if (count.skipped[reason] != 0)
+                text += " + " + std::to_string(count.skipped[reason]) + ' '
+                        + nameOf(static_cast<SkipReason>(reason));
+        text += "; ";
+    }
+    for (const std::string& warning : account.warnings) text += warning + ' ';
+    return text;
 }
 
 std::string written(const Model& model)

@@ -62,14 +62,14 @@ std::string faultOf(const std::string& text)
 
 }   // namespace
 
-TEST(ManFile, BothFacetsOfAnEdgeGetItInTheirOwnDirection)
+TEST(ManFile, BothFacetsOfAnEdgeHaveItInTheirOwnDirection)
 {
     EXPECT_EQ(facetsOf(*read(header + tetrahedron)),
               "brass 0>2 2>1 1>0 (0 0 -1) 0\nbrass 0>1 3>0 1>3 (0 -1 0) 0\n"
               "brass 2>0 0>3 3>2 (-1 0 0) 0\npaint 1>2 3>1 2>3 (0.5774 0.5774 0.5774) 5.774\n");
 }
 
-TEST(ManFile, ClumpsNumberTheirVerticesAnewAndShareMaterials)
+TEST(ManFile, EachClumpNumbersItsOwnVerticesAndMaterialsAreShared)
 {
     const auto model = read(header + plate + plate);
     EXPECT_EQ(model->vertexCount(), 16u);
@@ -98,13 +98,10 @@ TEST(ManFile, TheHeaderSetsUnitsAndMaterials)
     EXPECT_EQ(model->facet(0).material, &model->materials().at("steel"));
 }
 
-TEST(ManFile, LayoutThatCarriesNoMeaning)
+TEST(ManFile, SpacesCommentsAndLineEndsDoNotMatter)
 {
     const std::string plain = header + tetrahedron;
-    const struct {
-        const char* why;
-        std::string text;
-    } cases[] = {
+    const std::tuple<const char*, std::string> cases[] = {
         {"carriage returns", endingLines(plain, "\r\n")},
         {"no end of the last line", plain.substr(0, plain.size() - 1)},
         {"carriage return and no line feed at the end", plain.substr(0, plain.size() - 1) + "\r"},
@@ -115,16 +112,13 @@ TEST(ManFile, LayoutThatCarriesNoMeaning)
              + "\tCLUMP  t\t4 4 x\n 0 0 0 9\n+10 0.0 0e5\n0 1e1 0\n0 0 10.\n brass cast\nbrass\n"
                "brass \npaint\nEDGE 6 0\n1 3 1 3 7\n3 2 1 4\n2 1 1 2\n1 4 3 2\n2 4 2 4\n3 4 4 3\n"},
     };
-    for (const auto& c : cases) EXPECT_EQ(facetsOf(*read(c.text)), facetsOf(*read(plain))) << c.why;
+    for (const auto& [why, text] : cases) EXPECT_EQ(facetsOf(*read(text)), facetsOf(*read(plain))) << why;
 }
 
-TEST(ManFile, SmallAndStrangeModelsAreAccepted)
+TEST(ManFile, SmallAndUnusualModelsAreAccepted)
 {
-    const struct {
-        const char* why;
-        std::string clumps;
-        std::uint32_t vertices, edges, facets;
-    } cases[] = {
+    // Columns: why, clumps, vertices, edges, facets.
+    const std::tuple<const char*, std::string, std::uint32_t, std::uint32_t, std::uint32_t> cases[] = {
         {"no clump", "", 0, 0, 0},
         {"an empty clump", "CLUMP a 0 0\nEDGE 0\n", 0, 0, 0},
         {"edges without facets", "CLUMP a 2 0\n0 0 0\n1 1 1\nEDGE 2\n1 2 0 0\n2 2 0 0\n", 2, 0, 0},
@@ -137,13 +131,13 @@ TEST(ManFile, SmallAndStrangeModelsAreAccepted)
         {"coordinates whose products overflow",
          "CLUMP a 3 1\n0 0 0\n1e300 0 0\n0 1e300 0\nm\nEDGE 3\n1 2 1 0\n2 3 1 0\n3 1 1 0\n", 3, 3, 1},
     };
-    for (const auto& c : cases) {
-        const auto model = read(header + c.clumps);
-        EXPECT_EQ(model->vertexCount(), c.vertices) << c.why;
-        EXPECT_EQ(model->edgeCount(), c.edges) << c.why;
-        ASSERT_EQ(model->facetCount(), c.facets) << c.why;
-        if (c.facets > 0) {
-            EXPECT_EQ(model->facet(0).plane.normal(), Vector<3>(0, 0, 1)) << c.why;
+    for (const auto& [why, clumps, vertices, edges, facets] : cases) {
+        const auto model = read(header + clumps);
+        EXPECT_EQ(model->vertexCount(), vertices) << why;
+        EXPECT_EQ(model->edgeCount(), edges) << why;
+        ASSERT_EQ(model->facetCount(), facets) << why;
+        if (facets > 0) {
+            EXPECT_EQ(model->facet(0).plane.normal(), Vector<3>(0, 0, 1)) << why;
         }
     }
 }
@@ -158,11 +152,8 @@ TEST(ManFile, FaultsNameTheFileAndTheLine)
                       real = "Error reading double item value", integer = "Error reading integer item value",
                       loop = "degenerate loop", edgeEnd = "end-of-file reading EDGE record",
                       noEdge = "CLUMP not followed by EDGE record", vertex = "vertex number out of range";
-    const struct {
-        const char* why;
-        std::string text, fault;
-        int line;
-    } cases[] = {
+    // Columns: why, text, fault, line.
+    const std::tuple<const char*, std::string, std::string, int> cases[] = {
         {"an empty file", "", notMan, 1},
         {"another version", "KRVT v5.1.1 MAN file\nEND\n", notMan, 1},
         {"lines that end with CR alone", "KRVT v5.1.0 MAN file\rEND\r", notMan, 1},
@@ -194,8 +185,8 @@ TEST(ManFile, FaultsNameTheFileAndTheLine)
         {"a loop whose edges run against each other", triangle + "EDGE 3\n1 2 1 0\n2 3 1 0\n1 3 1 0\n", loop,
          8},
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(faultOf(c.text), c.fault + " at line " + std::to_string(c.line) + " in test.man") << c.why;
+    for (const auto& [why, text, fault, line] : cases)
+        EXPECT_EQ(faultOf(text), fault + " at line " + std::to_string(line) + " in test.man") << why;
 }
 
 }   // namespace belvor

@@ -45,13 +45,9 @@ const std::string triangle = "0 0 0\n1 0 0\n0 1 0\n0\n1\n";
 
 }   // namespace
 
-TEST(Things, ReadsEveryShapeOfText)
+TEST(Things, ReadsOrRefusesEveryFormOfText)
 {
-    const struct {
-        const char* why;
-        std::string text;
-        const char* outcome;
-    } cases[] = {
+    const std::tuple<const char*, std::string, const char*> cases[] = {
         {"empty", "", "whole 0 0, 0"},
         {"another word ends the reading", "end 3 0 0 0", "whole 0 0, 0"},
         {"plain", "Y 3\n" + triangle + "1 Steel\n3 1 2 3\n", "whole 3 3 Steel+, 1"},
@@ -92,10 +88,10 @@ TEST(Things, ReadsEveryShapeOfText)
         {"a coordinate that overflows", "Y 1 1e999 0 0 0 0", "cut 0 0, 0"},
         {"collinear", "Y 3 0 0 0 1 0 0 2 0 0 0 1 1 S\n3 1 2 3\n", "whole 3 3 S+, 1"},
     };
-    for (const auto& c : cases) EXPECT_EQ(outcome(c.text), c.outcome) << c.why;
+    for (const auto& [why, text, wantedOutcome] : cases) EXPECT_EQ(outcome(text), wantedOutcome) << why;
 }
 
-TEST(Things, ReportsVerticesAndFacetsByTheCountsOfTheFile)
+TEST(Things, ProgressFollowsTheCountsOfTheFile)
 {
     std::string text = "Y 600\n";
     for (int i = 0; i < 600; ++i) text += "1 2 3\n";

@@ -84,7 +84,7 @@ private:
 
 }   // namespace
 
-TEST(RenderQueueStress, PostsCancelsAndSupersedesWhileTheThreadRuns)
+TEST(RenderQueueStress, NoRequestLeaksWhileManyArePostedAndCancelled)
 {
     Counts counts;
     int posted = 0;

@@ -6,36 +6,28 @@ namespace belvor {
 
 TEST(RenderQueue, CancelRemovesOneKindAndKeepsTheOrder)
 {
-    const struct {
-        const char* why;
-        RequestKind cancelled;
-        const char* left;
-    } cases[] = {
+    const std::tuple<const char*, RequestKind, const char*> cases[] = {
         {"every request of the kind", 7, "9b 0d 9e 5f "},
         {"a kind with none", 3, "7a 9b 7c 0d 9e 5f "},
         {"image files are never cancelled", imageFile, "7a 9b 7c 0d 9e 5f "},
     };
-    for (const auto& c : cases) {
+    for (const auto& [why, cancelled, wantedLeft] : cases) {
         RenderQueue queue;
         const RequestKind kinds[] = {7, 9, 7, 0, 9, 5};
         for (int i = 0; i < 6; ++i) queue.post(kinds[i], request(std::string(1, static_cast<char>('a' + i))));
-        queue.cancel(c.cancelled);
+        queue.cancel(cancelled);
         std::string left;
         RequestKind kind;
         for (Handle<Request> next; queue.take(kind, next);) left += std::to_string(kind) + next->name + " ";
-        EXPECT_EQ(left, c.left) << c.why;
+        EXPECT_EQ(left, wantedLeft) << why;
     }
 }
 
-TEST(RenderQueue, CancelReachesTheRequestThatRunsOrIsAboutTo)
+TEST(RenderQueue, CancelStopsTheRequestThatRunsOrIsNext)
 {
     enum When { beforeTheRun, inTheRun, afterTheRun };
-    const struct {
-        const char* why;
-        RequestKind running, cancelled;
-        When when;
-        bool stopped;
-    } cases[] = {
+    // Columns: why, running, cancelled, when, stopped.
+    const std::tuple<const char*, RequestKind, RequestKind, When, bool> cases[] = {
         {"its own kind", 7, 7, inTheRun, true},
         {"another kind", 7, 8, inTheRun, false},
         {"an image file", imageFile, imageFile, inTheRun, false},
@@ -46,40 +38,37 @@ TEST(RenderQueue, CancelReachesTheRequestThatRunsOrIsAboutTo)
     };
     const auto host = makeHandle<FakeHost>();
     RenderQueue queue;   // one for all: what a cancel leaves behind would show in the next case
-    for (const auto& c : cases) {
+    for (const auto& [why, running, cancelled, when, stopped] : cases) {
         const auto progress = makeHandle<Progress>(host, "job", Text::preparingStage, 2);
         RequestKind kind;
         Handle<Request> taken;
-        queue.post(c.running, request("job"));
-        ASSERT_TRUE(queue.take(kind, taken)) << c.why;
+        queue.post(running, request("job"));
+        ASSERT_TRUE(queue.take(kind, taken)) << why;
         for (const When moment : {beforeTheRun, inTheRun, afterTheRun}) {
             if (moment == inTheRun) queue.setCurrent(kind, progress);
             if (moment == afterTheRun) queue.setCurrent(0, {});
-            if (moment == c.when) queue.cancel(c.cancelled);
+            if (moment == when) queue.cancel(cancelled);
         }
-        EXPECT_EQ(progress->abandoned(), c.stopped) << c.why;
+        EXPECT_EQ(progress->abandoned(), stopped) << why;
     }
 }
 
-TEST(Progress, AsksForOneUpdateAtATimeAndKeepsTheBarWithinAStage)
+TEST(Progress, RequestsOneUpdateAtATimeAndNeverShortensTheBarWithinAStage)
 {
     const auto host = makeHandle<FakeHost>();
     Progress progress(host, "job", Text::preparingStage, 2);
-    const struct {
-        const char* why;
-        int stage;
-        double fraction, highWater;
-    } reports[] = {
+    // Columns: why, stage, fraction, highWater.
+    const std::tuple<const char*, int, double, double> reports[] = {
         {"first report", 0, 0.6, 0.6},
         {"back moves the marker only", 0, 0.2, 0.6},
         {"a new stage", 1, 0.1, 0.1},
         {"an earlier stage is a new one too", 0, 0.0, 0.0},
     };
-    for (const auto& r : reports) {
-        EXPECT_FALSE(progress.progress(3, r.stage, r.fraction)) << r.why;
-        EXPECT_EQ(progress.stage(), r.stage) << r.why;
-        EXPECT_EQ(progress.fraction(), r.fraction) << r.why;
-        EXPECT_EQ(progress.highWater(), r.highWater) << r.why;
+    for (const auto& [why, stage, fraction, highWater] : reports) {
+        EXPECT_FALSE(progress.progress(3, stage, fraction)) << why;
+        EXPECT_EQ(progress.stage(), stage) << why;
+        EXPECT_EQ(progress.fraction(), fraction) << why;
+        EXPECT_EQ(progress.highWater(), highWater) << why;
     }
     EXPECT_EQ(host->events(), std::vector<std::string>{"progress job"})
         << "the first update is still pending";

@@ -29,13 +29,9 @@ Events eventsOf(const Handle<FakeHost>& host, const Handle<RenderQueue>& queue)
 
 }   // namespace
 
-TEST(RenderThread, ShowsWhatFailedAndLivesOn)
+TEST(RenderThread, ReportsAFailureAndContinuesWithTheNextRequest)
 {
-    const struct {
-        const char* why;
-        std::function<void(Reporter&)> work;
-        Events shown;
-    } cases[] = {
+    const std::tuple<const char*, std::function<void(Reporter&)>, Events> cases[] = {
         {"file fault",
          [](Reporter&) { throw BadFile(BadFile::duplicateBlock, "WALL", "a.dxf", 12); },
          {"bad file Duplicate BLOCK name WALL\nat line 12 in a.dxf"}},
@@ -45,19 +41,19 @@ TEST(RenderThread, ShowsWhatFailedAndLivesOn)
          {"warning CreateFile: denied"}},
         {"abandoned: nothing to say", [](Reporter&) { throw Reporter::Abandoned(); }, {}},
     };
-    for (const auto& c : cases) {
+    for (const auto& [why, work, shown] : cases) {
         const auto host = makeHandle<FakeHost>();
         const auto queue = makeHandle<RenderQueue>();
-        queue->post(7, request("a", c.work));
+        queue->post(7, request("a", work));
         queue->post(7, request("b", [&](Reporter&) { host->add("b ran"); }));
         queue->post(7, makeHandle<ExitRequest>());
-        Events expected = c.shown;
+        Events expected = shown;
         expected.insert(expected.end(), {"b ran", "thread ended"});
-        EXPECT_EQ(eventsOf(host, queue), expected) << c.why;
+        EXPECT_EQ(eventsOf(host, queue), expected) << why;
     }
 }
 
-TEST(RenderThread, ClearsTheRunBeforeItReportsAFailure)
+TEST(RenderThread, EndsTheRunBeforeItReportsAFailure)
 {
     // A box may stay open for long: by then the file must be closed, the status line free,
     // and a cancel must not reach the run that is over.
@@ -93,7 +89,7 @@ TEST(RenderThread, RunsRequestsInArrivalOrderAndNoneAfterTheExit)
     EXPECT_EQ(eventsOf(host, queue), (Events{"a", "b", "posted by a", "thread ended"}));
 }
 
-TEST(RenderThread, HasLetGoOfTheQueueWhenItTellsItsEnd)
+TEST(RenderThread, ReleasesTheQueueBeforeItReportsItsEnd)
 {
     const auto host = makeHandle<FakeHost>();
     Handle<RenderQueue> queue = makeHandle<Told>(host, "queue gone");
@@ -103,7 +99,7 @@ TEST(RenderThread, HasLetGoOfTheQueueWhenItTellsItsEnd)
     EXPECT_EQ(host->events(), (Events{"queue gone", "thread ended"}));
 }
 
-TEST(RenderThread, TellsWhenItCannotTellItsEnd)
+TEST(RenderThread, WarnsWhenItCannotReportItsEnd)
 {
     const auto host = makeHandle<FakeHost>();
     Event warned("test");

@@ -4,16 +4,11 @@
 
 namespace belvor {
 
-TEST(ImageSizes, AChangeInOnePartMovesTheOthers)
+TEST(ImageSizes, AChangeOfOneControlUpdatesTheOthers)
 {
     using Number = std::optional<std::uint32_t>;
-    const struct {
-        const char* why;
-        PixelCounts asked, shown;
-        Number width, height;
-        int button;
-        Number kilobytes;
-    } cases[] = {
+    // Columns: why, asked, shown, width, height, button, kilobytes.
+    const std::tuple<const char*, PixelCounts, PixelCounts, Number, Number, int, Number> cases[] = {
         {"opened: both fields empty", {800, 600}, {0, 0}, 800, 600, 1, 4230},
         {"a preset over other numbers", {640, 480}, {800, 600}, 640, 480, 0, 2710},
         {"a preset that shares the height", {1024, 768}, {10, 768}, 1024, {}, 2, 6925},
@@ -27,12 +22,12 @@ TEST(ImageSizes, AChangeInOnePartMovesTheOthers)
         {"the width emptied", {0, 0}, {0, 600}, {}, {}, sizePresets, {}},
         {"the height emptied", {0, 0}, {800, 0}, {}, {}, sizePresets, {}},
     };
-    for (const auto& c : cases) {
-        const SizeUpdate update = updateSize(c.asked, c.shown);
-        EXPECT_EQ(update.newWidth, c.width) << c.why;
-        EXPECT_EQ(update.newHeight, c.height) << c.why;
-        EXPECT_EQ(update.button, c.button) << c.why;
-        EXPECT_EQ(update.kilobytes, c.kilobytes) << c.why;
+    for (const auto& [why, asked, shown, width, height, button, kilobytes] : cases) {
+        const SizeUpdate update = updateSize(asked, shown);
+        EXPECT_EQ(update.newWidth, width) << why;
+        EXPECT_EQ(update.newHeight, height) << why;
+        EXPECT_EQ(update.button, button) << why;
+        EXPECT_EQ(update.kilobytes, kilobytes) << why;
     }
 }
 

@@ -6,33 +6,30 @@ namespace belvor {
 
 TEST(ModelFacts, MemoryIsRoundedAndCountedIn32Bits)
 {
-    const struct {
-        std::uint32_t count, vertices, edges, facets;
-    } cases[] = {
+    // Columns: count, vertices, edges, facets.
+    const std::tuple<std::uint32_t, std::uint32_t, std::uint32_t, std::uint32_t> cases[] = {
         {10, 0, 0, 1},
         {1000, 47, 39, 55},
         {89478486, 0, 3495253, 699051},
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(vertexMemoryKB(c.count), c.vertices) << c.count;
-        EXPECT_EQ(edgeMemoryKB(c.count), c.edges) << c.count;
-        EXPECT_EQ(facetMemoryKB(c.count), c.facets) << c.count;
+    for (const auto& [count, vertices, edges, facets] : cases) {
+        EXPECT_EQ(vertexMemoryKB(count), vertices) << count;
+        EXPECT_EQ(edgeMemoryKB(count), edges) << count;
+        EXPECT_EQ(facetMemoryKB(count), facets) << count;
     }
 }
 
-TEST(ModelFacts, AnUntouchedScaleKeepsTheDigitsThatAreNotShown)
+TEST(ModelFacts, AnUnchangedScaleKeepsAllItsDigits)
 {
-    const struct {
-        const char *why, *text;
-        double scale;
-    } cases[] = {
+    const std::tuple<const char*, const char*, double> cases[] = {
         {"untouched", "0.3048", 0.3048006096},
         {"more digits", "0.30480", 0.3048},
         {"no number is 0", "x", 0.0},
         {"emptied", "", 0.0},
         {"beyond all doubles", "1e999", 0.3048006096},
     };
-    for (const auto& c : cases) EXPECT_EQ(scaleOf(0.3048006096, "0.3048", c.text, "."), c.scale) << c.why;
+    for (const auto& [why, text, scale] : cases)
+        EXPECT_EQ(scaleOf(0.3048006096, "0.3048", text, "."), scale) << why;
 }
 
 }   // namespace belvor

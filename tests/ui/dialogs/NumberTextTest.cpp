@@ -13,10 +13,7 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 
 TEST(NumberText, ShowsFourDigits)
 {
-    const struct {
-        double value;
-        const char *point, *text;
-    } cases[] = {
+    const std::tuple<double, const char*, const char*> cases[] = {
         {2000, ".", "2000"},
         {123456, ".", "1.235E+05"},
         {0.00001234, ".", "1.234E-05"},
@@ -30,15 +27,12 @@ TEST(NumberText, ShowsFourDigits)
          "2\xD9\xAB"
          "5"},
     };
-    for (const auto& c : cases) EXPECT_EQ(shownNumber(c.value, c.point), c.text);
+    for (const auto& [value, point, text] : cases) EXPECT_EQ(shownNumber(value, point), text);
 }
 
-TEST(NumberText, ReadsTheNumberAtTheFront)
+TEST(NumberText, ReadsTheNumberAtTheBeginning)
 {
-    const struct {
-        const char *text, *point;
-        double value;
-    } cases[] = {
+    const std::tuple<const char*, const char*, double> cases[] = {
         {"  12.5 mm", ".", 12.5},
         {"+3", ".", 3},
         {"-.5", ".", -0.5},
@@ -68,10 +62,11 @@ TEST(NumberText, ReadsTheNumberAtTheFront)
          "5",
          "\xD9\xAB", 12.5},
     };
-    for (const auto& c : cases) EXPECT_EQ(typedNumber(c.text, c.point), c.value) << '"' << c.text << '"';
+    for (const auto& [text, point, value] : cases)
+        EXPECT_EQ(typedNumber(text, point), value) << '"' << text << '"';
 }
 
-TEST(NumberText, FormatsAreFilledInOrderAndPercentSignsInValuesStay)
+TEST(NumberText, PlaceholdersAreFilledInOrderAndPercentSignsInValuesStay)
 {
     EXPECT_EQ(filled("100% (%.4G, %lu)", {"1", "%lu"}), "100% (1, %lu)");
     EXPECT_EQ(filled("%lu %lu", {"1"}), "1 %lu");

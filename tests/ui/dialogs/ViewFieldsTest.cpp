@@ -40,21 +40,18 @@ TEST(ViewFields, ShowTheViewInUnitsOfTheUser)
 {
     // A box from (0, 0, 0) to (2, 4, 6) metres as Whole Model shows it.
     const ViewFields box(wholeModel(freshView(), {800, 600}), {{1, 2, 3}, std::sqrt(14.0)}, {1000.0, 2});
-    const struct {
-        int field;
-        const char* text;
-    } cases[] = {
+    const std::tuple<int, const char*> cases[] = {
         {0, "-9736"}, {1, "-8736"}, {2, "1.177E+04"}, {3, "1000"}, {5, "3000"},
         {6, "40"},    {7, "0.4"},   {8, "0.1"},       {9, "0.6"},  {10, "-30"},
         {11, "60"},   {12, "0"},    {13, "180"},      {22, "-90"}, {23, "30"},
     };
-    for (const auto& c : cases) EXPECT_EQ(shown(box, c.field), c.text) << "field " << c.field;
+    for (const auto& [field, text] : cases) EXPECT_EQ(shown(box, field), text) << "field " << field;
     EXPECT_EQ(shown(box, ViewFields::zoom, true), "6265");
     EXPECT_EQ(shownNumber(box.radius(), "."), "3742");
     EXPECT_EQ(box.centre(2), 3000.0);
 }
 
-TEST(ViewFields, OnlyWhatWasTypedReachesTheViewOfNow)
+TEST(ViewFields, OnlyTypedFieldsChangeTheCurrentView)
 {
     ViewParameters now = wholeModel(freshView(), {800, 600});   // another model was loaded meanwhile
     now.imageSaved = true;
@@ -76,15 +73,11 @@ TEST(ViewFields, OnlyWhatWasTypedReachesTheViewOfNow)
     EXPECT_FALSE(fields.applied(now, {}, false).imageSaved);
 }
 
-TEST(ViewFields, TheZoomIsReadInTheProjectionThatIsChosen)
+TEST(ViewFields, TheZoomIsReadInTheChosenProjection)
 {
     const ViewParameters view = someView();
-    const struct {
-        const char* why;
-        double typed, scale;
-        bool parallel;
-        double zoom;
-    } cases[] = {
+    // Columns: why, typed, scale, parallel, zoom.
+    const std::tuple<const char*, double, double, bool, double> cases[] = {
         {"an angle", 90, 10, false, 1.0},
         {"a half turn has no tangent", 180, 10, false, view.zoom},
         {"a negative angle", -1, 10, false, view.zoom},
@@ -95,21 +88,18 @@ TEST(ViewFields, TheZoomIsReadInTheProjectionThatIsChosen)
         {"an infinite width", infinity, 10, true, view.zoom},
         {"a width at scale 0", 5, 0, true, view.zoom},
     };
-    for (const auto& c : cases) {
-        const ViewFields fields(view, {{0, 0, 0}, 2.0}, {c.scale, 0});
-        EXPECT_NEAR(fields.applied(view, typing({{6, c.typed}}), c.parallel).zoom, c.zoom, 1e-12) << c.why;
+    for (const auto& [why, typed, scale, parallel, zoom] : cases) {
+        const ViewFields fields(view, {{0, 0, 0}, 2.0}, {scale, 0});
+        EXPECT_NEAR(fields.applied(view, typing({{6, typed}}), parallel).zoom, zoom, 1e-12) << why;
     }
 }
 
-TEST(ViewFields, NumbersThatLeadNowhereAreIgnored)
+TEST(ViewFields, NumbersThatGiveNoFiniteViewAreIgnored)
 {
     ViewParameters view = someView();
     view.lights.resize(2);
-    const struct {
-        const char* why;
-        double radius, scale;
-        ViewFields::Typed typed;
-    } cases[] = {
+    // Columns: why, radius, scale, typed.
+    const std::tuple<const char*, double, double, ViewFields::Typed> cases[] = {
         {"infinite position", 2, 1, typing({{0, infinity}})},
         {"infinite light", 2, 1, typing({{7, infinity}, {9, infinity}, {10, -infinity}})},
         {"scale 0", 2, 0, typing({{0, 5}, {3, 5}})},
@@ -117,14 +107,14 @@ TEST(ViewFields, NumbersThatLeadNowhereAreIgnored)
         {"the quotient overflows", 1e-200, 1e-100, typing({{0, 1e300}})},
         {"a row without a light", 2, 1, typing({{15, 1.0}})},
     };
-    for (const auto& c : cases) {
-        const ViewFields fields(view, {{0, 0, 0}, c.radius}, {c.scale, 0});
-        EXPECT_EQ(fields.applied(view, c.typed, false), view) << c.why;
-        EXPECT_FALSE(fields.value(15, false)) << c.why;
+    for (const auto& [why, radius, scale, typed] : cases) {
+        const ViewFields fields(view, {{0, 0, 0}, radius}, {scale, 0});
+        EXPECT_EQ(fields.applied(view, typed, false), view) << why;
+        EXPECT_FALSE(fields.value(15, false)) << why;
     }
 }
 
-TEST(ViewFields, AnEyeOnTheLookAtPointStaysWhereItIs)
+TEST(ViewFields, AnEyeTypedOntoTheLookAtPointIsIgnored)
 {
     const ViewParameters view = someView();
     const ViewFields fields(view, {{1, 2, 3}, 2.0}, {10.0, 0});

@@ -12,7 +12,7 @@ constexpr PixelSize client{608, 456};
 
 }   // namespace
 
-TEST(Gestures, ADragIsOneGestureFromItsFirstMotionBeyondAClick)
+TEST(Gestures, ADragIsOneGestureOnceItMovesFartherThanAClick)
 {
     Gestures gestures({4, 4});
     EXPECT_FALSE(gestures.move({10, 10}, client)) << "nothing is pressed";
@@ -73,20 +73,16 @@ TEST(Gestures, AWheelTurnedWithoutAPauseIsOneGesture)
         << "another panel";
     EXPECT_EQ(slide.slideWheel(-240, false, 5002).down, -2.0);
 
-    const struct {
-        int delta;
-        bool horizontal, shift, fine;
-        Kind kind;
-        double across, down;
-    } cases[] = {
+    // Columns: delta, horizontal, shift, fine, kind, across, down.
+    const std::tuple<int, bool, bool, bool, Kind, double, double> cases[] = {
         {120, false, false, false, Kind::zoom, 0, 1}, {-240, false, false, true, Kind::zoom, 0, -0.25},
         {120, true, false, false, Kind::turn, -5, 0}, {-120, false, true, false, Kind::turn, -5, 0},
         {120, true, true, false, Kind::turn, -5, 0},  {960, true, false, true, Kind::turn, -5, 0},
     };
-    for (const auto& c : cases) {
-        const ViewGesture step = gestures.wheel(c.delta, c.horizontal, c.shift, c.fine, 9000);
-        EXPECT_EQ(step.kind, c.kind) << c.delta;
-        EXPECT_EQ(step.across, c.across) << c.delta;
-        EXPECT_EQ(step.down, c.down) << c.delta;
+    for (const auto& [delta, horizontal, shift, fine, kind, across, down] : cases) {
+        const ViewGesture step = gestures.wheel(delta, horizontal, shift, fine, 9000);
+        EXPECT_EQ(step.kind, kind) << delta;
+        EXPECT_EQ(step.across, across) << delta;
+        EXPECT_EQ(step.down, down) << delta;
     }
 }

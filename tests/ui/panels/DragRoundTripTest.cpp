@@ -31,7 +31,7 @@ ViewParameters randomView()
 
 }   // namespace
 
-TEST(DragRoundTrip, PlanAndElevationShowExactlyWhatWasAskedFor)
+TEST(DragRoundTrip, PlanAndElevationShowTheMarkerExactlyWhereItWasReleased)
 {
     for (int i = 0; i < 2000; ++i) {
         ViewParameters view = randomView();
@@ -48,7 +48,7 @@ TEST(DragRoundTrip, PlanAndElevationShowExactlyWhatWasAskedFor)
     }
 }
 
-TEST(DragRoundTrip, TheSlideShowsTheEyeWithinAPixel)
+TEST(DragRoundTrip, TheSlideShowsTheEyeWithinAPixelOfItsRelease)
 {
     const SlideScale scale({43, 405}, 17);
     for (int i = 0; i < 500; ++i) {
@@ -64,7 +64,7 @@ TEST(DragRoundTrip, TheSlideShowsTheEyeWithinAPixel)
     }
 }
 
-TEST(DragRoundTrip, TheSphereShowsTheEyeAtItsGhost)
+TEST(DragRoundTrip, TheSphereShowsTheEyeWhereItWasReleased)
 {
     const SphereDisc disc({115, 147});
     for (int i = 0; i < 2000; ++i) {

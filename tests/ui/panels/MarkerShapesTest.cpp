@@ -4,7 +4,7 @@
 
 using namespace belvor;
 
-TEST(MarkerShapes, PointWhereTheEyeLooksAndLeaveTheMarkersFree)
+TEST(MarkerShapes, TheEyePointsAtTheLookAtPointAndTheLinesStopBesideTheMarkers)
 {
     const auto box = [](PixelPoint lookAt) {
         return eyeGlyph({50, 40}, directionBetween({50, 40}, lookAt, {1, 0})).bounds();

@@ -12,35 +12,29 @@ constexpr PixelSize client{115, 115};
 
 }   // namespace
 
-TEST(PlanGeometry, MapsPanelUnitsToPixelsAndBackWithHalfAPixelBetween)
+TEST(PlanGeometry, MapsPanelUnitsToPixelsAndBackWithinHalfAPixel)
 {
-    const struct {
-        double h, v;
-        PixelPoint pixel;
-        double backH, backV;
-    } cases[] = {
+    // Columns: h, v, pixel, backH, backV.
+    const std::tuple<double, double, PixelPoint, double, double> cases[] = {
         {0, 0, {58, 58}, 1.0 / 115, 1.0 / 115},
         {-0.5, 0.5, {29, 86}, -57.0 / 115, 57.0 / 115},
         {1, -1, {115, 0}, 1, -1},
         {-1.348, 2.478, {-19, 200}, -153.0 / 115, 285.0 / 115},   // released outside
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(panelToPixel(c.h, c.v, client), c.pixel) << c.h;
-        const PanelPoint back = pixelToPanel(c.pixel.x, c.pixel.y, client);
-        EXPECT_NEAR(back.h, c.backH, 1e-12) << c.h;
-        EXPECT_NEAR(back.v, c.backV, 1e-12) << c.h;
+    for (const auto& [h, v, pixel, backH, backV] : cases) {
+        EXPECT_EQ(panelToPixel(h, v, client), pixel) << h;
+        const PanelPoint back = pixelToPanel(pixel.x, pixel.y, client);
+        EXPECT_NEAR(back.h, backH, 1e-12) << h;
+        EXPECT_NEAR(back.v, backV, 1e-12) << h;
     }
     EXPECT_EQ(panelToPixel(1e9, -1e9, client), (PixelPoint{16000, -16000})) << "a far eye overflows no int";
 }
 
-TEST(PlanGeometry, PressTakesTheMarkerWithinTenPixels)
+TEST(PlanGeometry, APressHitsTheMarkerWithinTenPixels)
 {
     const ViewMarkers markers{-0.5, 0.5, 0, 0, false};   // eye at (29, 86), look-at point at (58, 58)
-    const struct {
-        int x, y;
-        bool shift;
-        MarkerDrag drag;
-    } cases[] = {
+    // Columns: x, y, shift, drag.
+    const std::tuple<int, int, bool, MarkerDrag> cases[] = {
         {38, 86, false, MarkerDrag::eye},
         {39, 86, false, MarkerDrag::none},   // exactly ten
         {36, 93, false, MarkerDrag::eye},
@@ -49,8 +43,8 @@ TEST(PlanGeometry, PressTakesTheMarkerWithinTenPixels)
         {58, 48, false, MarkerDrag::none},
         {58, 58, true, MarkerDrag::lookAtKeepingDistance},
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(hitMarker(markers, client, c.x, c.y, c.shift), c.drag) << c.x << ", " << c.y;
+    for (const auto& [x, y, shift, drag] : cases)
+        EXPECT_EQ(hitMarker(markers, client, x, y, shift), drag) << x << ", " << y;
     for (const auto& [dotsPerInch, reach] : {std::pair{96, 10}, {144, 15}, {192, 20}}) {
         EXPECT_EQ(hitMarker(markers, client, 29 - reach + 1, 86, false, {dotsPerInch}), MarkerDrag::eye);
         EXPECT_EQ(hitMarker(markers, client, 29 - reach, 86, false, {dotsPerInch}), MarkerDrag::none);
@@ -59,15 +53,11 @@ TEST(PlanGeometry, PressTakesTheMarkerWithinTenPixels)
         << "the eye wins";
 }
 
-TEST(PlanGeometry, DragAsksForWhatItsRubberLineShows)
+TEST(PlanGeometry, ADragRequestsWhatItsRubberLineShows)
 {
     const ViewMarkers markers{-0.5, 0.5, 0, 0, true};
     const PanelPoint to = pixelToPanel(90, 20, client);
-    const struct {
-        MarkerDrag drag;
-        PixelLine line;
-        ViewMarkers asked;
-    } cases[] = {
+    const std::tuple<MarkerDrag, PixelLine, ViewMarkers> cases[] = {
         {MarkerDrag::eye, {{58, 58}, {90, 20}}, {to.h, to.v, 0, 0, true}},
         {MarkerDrag::lookAt, {{29, 86}, {90, 20}}, {-0.5, 0.5, to.h, to.v, true}},
         {MarkerDrag::eyeKeepingDistance, {{119, -8}, {90, 20}}, {to.h, to.v, to.h + 0.5, to.v - 0.5, true}},
@@ -75,13 +65,13 @@ TEST(PlanGeometry, DragAsksForWhatItsRubberLineShows)
          {{61, 48}, {90, 20}},
          {-0.5 + to.h, 0.5 + to.v, to.h, to.v, true}},
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(rubberLine(markers, c.drag, client, 90, 20), c.line) << static_cast<int>(c.drag);
-        EXPECT_EQ(draggedMarkers(markers, c.drag, client, 90, 20), c.asked) << static_cast<int>(c.drag);
+    for (const auto& [drag, line, asked] : cases) {
+        EXPECT_EQ(rubberLine(markers, drag, client, 90, 20), line) << static_cast<int>(drag);
+        EXPECT_EQ(draggedMarkers(markers, drag, client, 90, 20), asked) << static_cast<int>(drag);
     }
 }
 
-TEST(PlanGeometry, KeysMoveAMarkerByWholePixelsFromWhereItIs)
+TEST(PlanGeometry, KeysMoveAMarkerByWholePixels)
 {
     const ViewMarkers markers{-0.501, 0.5, 0.01, 0, true};
     const ViewMarkers asked = nudgedMarkers(markers, MarkerDrag::eye, client, {1, -8});

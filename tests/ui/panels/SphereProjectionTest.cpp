@@ -12,19 +12,16 @@ const SphereDisc disc({115, 147});   // centre (57, 57), rings 13 pixels apart
 
 }   // namespace
 
-TEST(SphereProjection, DirectionsToPixels)
+TEST(SphereProjection, MapsDirectionsToPixels)
 {
-    const struct {
-        double bearing, elevation;
-        PixelPoint pixel;
-    } cases[] = {
+    const std::tuple<double, double, PixelPoint> cases[] = {
         {-45, 30, {33, 81}},    {0, 0, {57, 109}},   {90, 0, {109, 57}},
         {180, 0, {57, 5}},      {-90, 0, {5, 57}},   {0, 90, {57, 57}},
         {-30, 60, {49, 72}},    {-30, 30, {40, 87}}, {-30, 30.9, {40, 87}},   // whole degrees count
         {-30, -30.9, {40, 87}},                                               // below the equator: its mirror
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(disc.toPixel({c.bearing, c.elevation}), c.pixel) << c.bearing << ", " << c.elevation;
+    for (const auto& [bearing, elevation, pixel] : cases)
+        EXPECT_EQ(disc.toPixel({bearing, elevation}), pixel) << bearing << ", " << elevation;
     // A whole number of pixels, which the product falls short of in another order.
     const SphereDisc larger({92, 124}), small({84, 116});   // radii 11 and 10
     EXPECT_EQ(larger.toPixel({-30, 0}), (PixelPoint{46 - 22, 46 + 38}));
@@ -34,14 +31,11 @@ TEST(SphereProjection, DirectionsToPixels)
     EXPECT_FALSE(SphereDisc({11, 43}).usable());
 }
 
-TEST(SphereProjection, PixelsToDirections)
+TEST(SphereProjection, MapsPixelsToDirections)
 {
     constexpr SphereKeys free{}, snap{true, false}, below{false, true}, both{true, true};
-    const struct {
-        int x, y;
-        SphereKeys keys;
-        double bearing, elevation;
-    } cases[] = {
+    // Columns: x, y, keys, bearing, elevation.
+    const std::tuple<int, int, SphereKeys, double, double> cases[] = {
         {57, 57, free, 0, 90},
         {57, 109, free, 0, 0},
         {200, 57, free, 90, 0},
@@ -56,16 +50,16 @@ TEST(SphereProjection, PixelsToDirections)
         {70, 70, below, 45, -58.1801948466054},
         {70, 70, both, 45, -35.2643896827547},
     };
-    for (const auto& c : cases) {
-        const SphereDirection d = disc.toDirection(c.x, c.y, c.keys);
-        EXPECT_NEAR(d.bearing, c.bearing, 1e-11) << c.x << ", " << c.y;
-        EXPECT_NEAR(d.elevation, c.elevation, 1e-11) << c.x << ", " << c.y;
+    for (const auto& [x, y, keys, bearing, elevation] : cases) {
+        const SphereDirection d = disc.toDirection(x, y, keys);
+        EXPECT_NEAR(d.bearing, bearing, 1e-11) << x << ", " << y;
+        EXPECT_NEAR(d.elevation, elevation, 1e-11) << x << ", " << y;
     }
     EXPECT_FALSE(std::signbit(disc.toDirection(200, 57, below).elevation))
         << "the horizon is neither above nor below";
 }
 
-TEST(SphereProjection, PressTakesTheEyeFirstAndOnlyLightsThatAreOn)
+TEST(SphereProjection, APressHitsTheEyeFirstAndOnlyLightsThatAreOn)
 {
     SphereMarkers markers;   // the eye at (33, 81)
     markers.show({-45, 32, 1});
@@ -83,26 +77,22 @@ TEST(SphereProjection, PressTakesTheEyeFirstAndOnlyLightsThatAreOn)
     EXPECT_FALSE(markers.hide(8));
 }
 
-TEST(SphereProjection, ArrowsStandInACrossAndTurnTheEye)
+TEST(SphereProjection, ArrowsFormACrossAndTurnTheEye)
 {
-    const struct {
-        SphereArrow arrow;
-        bool large;
-        SphereDirection turned;
-        PixelArea place;
-    } cases[] = {
+    // Columns: arrow, large, turned, place.
+    const std::tuple<SphereArrow, bool, SphereDirection, PixelArea> cases[] = {
         {SphereArrow::right, false, {180.5, 89}, {66, 127, 15, 18}},
         {SphereArrow::left, true, {174.5, 89}, {34, 127, 15, 18}},
         {SphereArrow::up, true, {179.5, 94}, {49, 113, 17, 16}},   // over the pole: the answer turns it round
         {SphereArrow::down, false, {179.5, 88}, {49, 129, 17, 16}},
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(turnedEye({179.5, 89}, c.arrow, c.large), c.turned) << static_cast<int>(c.arrow);
-        EXPECT_EQ(arrowArea(c.arrow, {115, 147}, {17, 16, 15, 18}), c.place) << static_cast<int>(c.arrow);
+    for (const auto& [arrow, large, turned, place] : cases) {
+        EXPECT_EQ(turnedEye({179.5, 89}, arrow, large), turned) << static_cast<int>(arrow);
+        EXPECT_EQ(arrowArea(arrow, {115, 147}, {17, 16, 15, 18}), place) << static_cast<int>(arrow);
     }
 }
 
-TEST(SphereProjection, KeysMoveAMarkerByWholePixelsOnItsSideOfTheEquator)
+TEST(SphereProjection, KeysMoveAMarkerByWholePixelsAndKeepItsHemisphere)
 {
     for (const double elevation : {60.5, -60.5, 1.0, -1.0}) {
         SphereDirection at{-30, elevation};
