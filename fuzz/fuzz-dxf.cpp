@@ -8,7 +8,9 @@
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <random>
 #include <string>
 #include <string_view>
@@ -16,6 +18,13 @@
 
 namespace belvor {
 namespace {
+
+/// The name that stands for the input; its log is beside it.
+const std::string& logged()
+{
+    static const std::string name = (std::filesystem::temp_directory_path() / "belvor-fuzz.dxf").string();
+    return name;
+}
 
 /// Stops what would take too long: a few bytes can ask for thousands of millions of cells.
 class Patience : public Reporter {
@@ -166,9 +175,9 @@ Pair newPair(Random& random)
         "ENDBLK",  "ENTITIES",   "EOF",      "3DFACE",       "ARC",        "CIRCLE", "ELLIPSE", "INSERT",
         "LINE",    "LWPOLYLINE", "POLYLINE", "VERTEX",       "SEQEND",     "SOLID",  "TRACE",   "TEXT",
         "A",       "B",          "C",        "AVE_MATERIAL", "AVE_FINISH", ""};
-    static const int codes[] = {0,  2,  8,  9,  10, 11, 12, 13,  20,  21,  22,   23,   30,
-                                31, 32, 33, 38, 39, 40, 41, 42,  43,  44,  45,   50,   51,
-                                62, 70, 71, 72, 73, 74, 90, 210, 220, 230, 1000, 1001, 1005};
+    static const int codes[] = {0,  2,   8,  9,  10, 11, 12, 13, 20,  21,  22,  23,   30,   31,
+                                32, 33,  38, 39, 40, 41, 42, 43, 44,  45,  50,  51,   60,   62,
+                                67, 420, 70, 71, 72, 73, 74, 90, 210, 220, 230, 1000, 1001, 1005};
     static const char* const numbers[] = {
         "0",          "1",   "-1",  "2",    "3",   "4",     "0.5",    "-0.5",   "10",
         "90",         "180", "360", "1e-9", "1e9", "1e300", "-1e300", "1e-300", "6.283185307179586",
@@ -256,13 +265,20 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t s
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     using namespace belvor;
-    Patience patience;
-    try {
-        const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-        Account account;
-        const Handle<Model> model = DXF(bytes, "fuzz.dxf", patience, {}, account).takeModel();
-        if (model->facetCount() < 20000) drawSmall(*model);
-    } catch (const BadFile&) {
-    } catch (const Reporter::Abandoned&) {}
+    const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+    for (const ReadingRules rules : {ReadingRules::strict, ReadingRules::modern}) {
+        Patience patience;
+        ReadingOptions how;
+        how.rules = rules;
+        how.log = size % 16 == 0;   // then insertions are read from the text each time
+        try {
+            Account account;
+            const Handle<Model> model = DXF(bytes, logged(), patience, how, account).takeModel();
+            for (const auto& [type, count] : account.entities)
+                if (count.read != count.drawn + count.skippedInAll()) std::abort();
+            if (model->facetCount() < 20000) drawSmall(*model);
+        } catch (const BadFile&) {
+        } catch (const Reporter::Abandoned&) {}
+    }
     return 0;
 }

@@ -32,6 +32,12 @@ SkipReason reasonOf(SkippedEntities::Why why) noexcept
     }
 }
 
+/// Whether it is worth a closer look: nearly all records are entities.
+bool mayBeMark(std::string_view type) noexcept
+{
+    return type.starts_with('E') || type.starts_with('S') || type.starts_with('B');
+}
+
 const char* labelOf(const DXFExpansion& expansion) noexcept
 {
     return expansion.block ? "INSERTed block" : "ENTITIES section";
@@ -253,7 +259,7 @@ void DXF::walk()
     const std::size_t depth = expansions.size();
     while (dxfStream->nextRecord()) {
         const std::string_view type = dxfStream->type();
-        if (entitiesEnd(type)) break;
+        if (mayBeMark(type) && entitiesEnd(type)) break;
         if (expansions.back().block && is(type, "BLOCK"))   // in the strict reading it is one of the records
             expansions.back().tally = nullptr;   // this block has no end: the next one counts its own
         readEntity(expansions.back().tally, type);

@@ -14,6 +14,7 @@ import tempfile
 import unittest
 
 import ezdxf
+from ezdxf.colors import aci2rgb
 from ezdxf.entities.boundary_paths import PolylinePath
 from ezdxf.math import OCS, BoundingBox, Matrix44, Vec2, Vec3, bulge_to_arc
 from ezdxf.render.forms import extrude
@@ -143,60 +144,78 @@ def mesh(entity):
 FACETS = {"HATCH": hatch, "MESH": mesh, "3DFACE": face, "SOLID": solid, "TRACE": solid, "POLYLINE": polyline, "LWPOLYLINE": polyline, "LINE": line, "CIRCLE": circle, "ARC": arc, "ELLIPSE": ellipse}
 
 
-def cells(insert):
-    """One transform for each cell of an array. Unlike in CAD programs the spacing is scaled with the block: it is stepped off first."""
-    placement, given = insert.matrix44(), insert.dxf
-    for column in range(given.column_count):
-        for row in range(given.row_count):
-            yield Matrix44.translate(column * given.column_spacing, row * given.row_spacing, 0) * placement
+REASONS = ("paper space", "block never inserted", "layer frozen", "layer off", "no surface", "drawn")      # the first that holds is told
 
 
-def facets(layout):
-    """(layer, corners) of each facet that is drawn. An INSERT that is switched off leaves its entities to their own layers."""
-    for entity in layout:
-        layer = entity.doc.layers.get(entity.dxf.layer)
-        if layer.is_frozen() or (layer.is_off() and entity.dxftype() != "INSERT"):
-            continue
-        if entity.dxftype() == "INSERT":
-            block = list(facets(entity.block()))
-            for cell in cells(entity):
-                for name, corners in block:
-                    yield name, list(cell.transform_vertices(corners))
-        else:
-            for corners in FACETS[entity.dxftype()](entity):
-                yield layer.dxf.name, corners
+def rgb_of(entity, otherwise):
+    """The colour that the entity gives itself, as 0xRRGGBB; 256 and 0 are what `otherwise` says."""
+    if entity.dxf.hasattr("true_color"):
+        return entity.dxf.true_color
+    index = abs(entity.dxf.get("color", 256))
+    return otherwise[index] if index in otherwise else int.from_bytes(bytes(aci2rgb(index)), "big")
 
 
-def outcomes(doc):
-    """{(type, why it is not drawn, or "drawn"): count} of every entity of the drawing."""
-    inserted, todo = set(), [doc.modelspace()]
+class Conventions:
+    """What is drawn of a drawing by ezdxf's reckoning: of which material and where, and what becomes of each entity."""
 
-    def hidden(entity):
-        layer = doc.layers.get(entity.dxf.layer)
-        if layer.is_frozen():
+    def __init__(self, doc, modern):
+        self.doc, self.modern, self.outcomes, self.facets = doc, modern, {}, []
+        for space in [doc.modelspace(), doc.layout(), *(block for block in doc.blocks if not block.is_any_layout)]:
+            for entity in space:
+                self.outcomes[entity] = "block never inserted" if space.is_block_layout else "paper space"
+        self.facets = list(self.visit(doc.modelspace(), None))
+        if not self.facets and modern:
+            self.facets = list(self.visit(doc.layout(), None))
+
+    def material(self, entity, around):
+        """(layer, colour) of an entity; `around` is that of the INSERT around it."""
+        layer = entity.dxf.layer
+        if around and self.modern and layer == "0":
+            layer = around[0]
+        entry = self.doc.layers.get(layer)
+        of_layer = rgb_of(entry, {0: 0xFFFFFF, 256: 0xFFFFFF})
+        return entry.dxf.name, rgb_of(entity, {256: of_layer, 0: around[1] if around else 0xFFFFFF})
+
+    def name(self, layer, colour):
+        own = rgb_of(self.doc.layers.get(layer), {0: 0xFFFFFF, 256: 0xFFFFFF})
+        return layer if colour == own or not self.modern else f"{layer} #{colour:06x}"
+
+    def cells(self, insert):
+        """One transform for each cell of an array. In the strict reading the spacing is scaled with the block: it is stepped off first."""
+        if self.modern:
+            return [single.matrix44() for single in insert.multi_insert()] if insert.mcount > 1 else [insert.matrix44()]
+        placement, given = insert.matrix44(), insert.dxf
+        return [Matrix44.translate(column * given.column_spacing, row * given.row_spacing, 0) * placement
+                for column in range(given.column_count) for row in range(given.row_count)]
+
+    def hidden(self, entity, layer):
+        entry = self.doc.layers.get(layer)
+        if entry.is_frozen():
             return "layer frozen"
-        return "layer off" if layer.is_off() and entity.dxftype() != "INSERT" else None
+        return "layer off" if entry.is_off() and entity.dxftype() != "INSERT" else None
 
-    while todo:
-        for entity in todo.pop():
-            if entity.dxftype() == "INSERT" and not hidden(entity) and entity.dxf.name not in inserted:
-                inserted.add(entity.dxf.name)
-                todo.append(entity.block())
-
-    def draws(entity):
-        if hidden(entity):
-            return False
-        if entity.dxftype() == "INSERT":
-            return any(draws(inner) for inner in entity.block())
-        return bool(FACETS[entity.dxftype()](entity))
-
-    counts = collections.Counter()
-    for space in [doc.modelspace(), *(block for block in doc.blocks if not block.is_any_layout)]:
+    def visit(self, space, around):
+        """(material, corners) of each facet that is drawn."""
         for entity in space:
-            in_use = space.name in inserted or space.name == doc.modelspace().name
-            reason = "block never inserted" if not in_use else hidden(entity) or ("drawn" if draws(entity) else "no surface")
-            counts[entity.dxftype(), reason] += 1
-    return counts
+            material = self.material(entity, around)
+            outcome, given = self.hidden(entity, material[0]), []
+            if not outcome and entity.dxftype() == "INSERT":
+                block = list(self.visit(entity.block(), material))
+                given = [(name, list(cell.transform_vertices(corners))) for cell in self.cells(entity) for name, corners in block]
+                if not given and self.modern and self.doc.layers.get(material[0]).is_off():
+                    outcome = "layer off"
+            elif not outcome:
+                given = [(material, corners) for corners in FACETS[entity.dxftype()](entity)]
+            outcome = outcome or ("drawn" if given else "no surface")
+            # Of several insertions the one that shows most counts.
+            before = self.outcomes[entity]
+            fresh = before in ("block never inserted", "paper space")
+            self.outcomes[entity] = outcome if fresh else max(before, outcome, key=REASONS.index)
+            yield from given
+
+    def counts(self):
+        """{(type, why it is not drawn, or "drawn"): count} of every entity of the drawing."""
+        return collections.Counter((entity.dxftype(), outcome) for entity, outcome in self.outcomes.items() if entity.dxftype() != "VIEWPORT")
 
 
 class Drawing:
@@ -204,12 +223,15 @@ class Drawing:
 
     apart = 100
 
-    def __init__(self, name, version):
-        self.random = random.Random(name)
+    def __init__(self, name, version, modern):
+        self.random, self.modern = random.Random(name), modern
         self.doc = ezdxf.new(version)
         self.size = 10 ** self.random.uniform(-3, 6)
-        for layer, changes in LAYERS.items():
+        self.layers = LAYERS | ({"W\u00e4nde": (), "\u0441\u0442\u0435\u043d\u0430": ()} if modern else {})
+        for layer, changes in self.layers.items():
             entry = self.doc.layers.add(layer, color=self.random.randint(1, 255))
+            if self.has_true_colours() and self.often(0.3):
+                entry.dxf.true_color = self.random.getrandbits(24)
             for change in changes:
                 getattr(entry, change)()
 
@@ -237,7 +259,16 @@ class Drawing:
             "column_spacing": self.length, "row_spacing": self.length,
         }
         given = {name: values[name]() for name in names if self.often(0.7)}
-        return given | {"layer": r.choice(("0", *LAYERS)) if self.often(0.5) else "drawn"}
+        given["layer"] = r.choice(("0", *self.layers)) if self.often(0.5) else "drawn"
+        if self.modern:
+            given["layer"] = r.choice((given["layer"], given["layer"].upper() if given["layer"].isascii() else "0", "0"))
+            given["color"] = r.choice((0, 256, r.randint(1, 255)))
+            if self.has_true_colours() and self.often(0.2):
+                given["true_color"] = r.getrandbits(24)
+        return given
+
+    def has_true_colours(self):
+        return self.doc.dxfversion >= "AC1018"
 
     def add_face(self, space):
         corners = [self.point() for _ in range(self.random.choice((3, 4)))]
@@ -362,11 +393,11 @@ class RandomDrawings(unittest.TestCase):
         self.assertEqual(done.returncode, 0, done.stderr)
         return map(json.loads, done.stdout.splitlines())
 
-    def check_account(self, drawing, report, data):
+    def check_account(self, expected, report, data):
         """Every entity has the outcome that ezdxf finds; the records are those that the groups of a text file show."""
         counts = collections.Counter({(row["type"], "drawn"): row["drawn"] for row in report["entities"] if row["drawn"]})
         counts.update({(row["type"], skipped["reason"]): skipped["count"] for row in report["entities"] for skipped in row["skipped"]})
-        self.assertEqual({key: count for key, count in counts.items() if key[0] != "VIEWPORT"}, outcomes(drawing.doc))
+        self.assertEqual({key: count for key, count in counts.items() if key[0] != "VIEWPORT"}, expected.counts())
         if not data.startswith(group_counter.SENTINEL):
             self.assertEqual({row["type"]: row["read"] for row in report["entities"]}, group_counter.entity_counts(data))
 
@@ -374,11 +405,16 @@ class RandomDrawings(unittest.TestCase):
         with tempfile.NamedTemporaryFile(suffix=".dxf") as file:
             drawing.doc.saveas(file.name, fmt=format)
             info, report = self.info(file.name)
-            self.check_account(drawing, report, pathlib.Path(file.name).read_bytes())
-        expected = list(facets(drawing.doc.modelspace()))
+            conventions = Conventions(drawing.doc, self.reading == "modern")
+            self.check_account(conventions, report, pathlib.Path(file.name).read_bytes())
+        expected = conventions.facets
         corners = [corner for _, loop in expected for corner in loop]
         self.assertEqual([info[count] for count in ("facets", "vertices", "edges")], [len(expected), len(corners), len(corners)])
-        self.assertEqual({material["name"] for material in info["materialList"]}, {layer for layer, _ in expected})
+        colours = {material["name"]: material["colour"] for material in report["materials"]}
+        self.assertEqual({material["name"]: material["facets"] for material in report["materials"]},
+                         collections.Counter(conventions.name(*material) for material, _ in expected))
+        if self.reading == "modern":
+            self.assertEqual(colours, {conventions.name(*material): f"#{material[1]:06x}" for material, _ in expected})
         centre = BoundingBox(corners).center if corners else Vec3()
         radius = max((corner.distance(centre) for corner in corners), default=0.0)
         slack = 1e-9 * (radius + centre.magnitude)
@@ -392,7 +428,7 @@ class RandomDrawings(unittest.TestCase):
         for version in versions:
             for number in range(4):
                 name = f"{' '.join(kinds)}, {version}, {number}"
-                drawing = Drawing(name, version)
+                drawing = Drawing(name, version, self.reading == "modern")
                 draw(drawing, kinds)
                 for format in ("asc", "bin"):
                     with self.subTest(name, format=format):
@@ -400,7 +436,10 @@ class RandomDrawings(unittest.TestCase):
         self.assertGreater(drawn, 100)
 
     def flat(self, drawing, kinds):
-        drawing.fill(drawing.doc.modelspace(), kinds, drawing.random.randint(1, 6))
+        if self.reading == "modern" and drawing.often(0.4):
+            drawing.fill(drawing.doc.layout(), kinds, 2)
+        if self.reading == "strict" or drawing.often(0.9):
+            drawing.fill(drawing.doc.modelspace(), kinds, drawing.random.randint(1, 6))
 
     def nested(self, drawing, kinds):
         """Blocks that insert those before them, up to four deep."""
