@@ -1,8 +1,10 @@
 #include "app/Belvor.h"
 
+#include "app/ClipboardPicture.h"
 #include "app/Help.h"
 #include "app/MainWindow.h"
 #include "app/Paths.h"
+#include "app/Settings.h"
 #include "app/WindowHost.h"
 #include "errors/Report.h"
 #include "platform/Utf16.h"
@@ -57,6 +59,7 @@ void Belvor::warn(const std::string& text) { warning(text); }
 bool Belvor::modalOpen() const { return Modal::open(); }
 void Belvor::setStatus(const std::string& text) { belvor::setStatus(mainWindow, "%s", text.c_str()); }
 void Belvor::setTitle(const std::string& title) { SetWindowTextW(mainWindow, toWide(title).c_str()); }
+void Belvor::setRemark(const std::string& text) { frame.setRemark(text); }
 
 void Belvor::showModel()
 {
@@ -107,6 +110,11 @@ std::optional<std::string> Belvor::recentFile(std::size_t index)
     return path ? std::optional(*path) : std::nullopt;
 }
 
+void Belvor::watchFile(const std::string& path, const FileStamp& stamp)
+{
+    watch.emplace(mainWindow, path, stamp);
+}
+
 std::optional<Canvas> Belvor::canvas(Target target)
 {
     const HWND window = windowOf(target);
@@ -131,6 +139,20 @@ void Belvor::cancel(Target target)
 }
 
 void Belvor::showHelp() { openHelp(mainWindow); }
+
+void Belvor::copyPicture()
+{
+    const Handle<DibSection> shown = bitmapOf(windows.display);
+    if (!shown || !*shown) return;
+    setStatus(textOf(copyToClipboard(mainWindow, *shown) ? Text::pictureCopied : Text::pictureNotCopied));
+}
+
+void Belvor::settingsChanged()
+{
+    frame.updateCommands();
+    saveSettings(core);
+}
+
 void Belvor::toggleFullScreen() { frame.toggleFullScreen(); }
 void Belvor::leaveFullScreen() { frame.leaveFullScreen(); }
 void Belvor::toggleControls() { frame.toggleControls(); }

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "app/Dialogs.h"
+#include "app/FileWatch.h"
 #include "app/Questions.h"
 #include "platform/win32/Windows.h"
 #include "render/queue/RenderHost.h"
 #include "render/queue/RenderQueue.h"
 #include "session/Session.h"
 
+#include <optional>
 #include <string>
 
 namespace belvor {
@@ -46,6 +48,7 @@ private:
     bool modalOpen() const override;
     void setStatus(const std::string& text) override;
     void setTitle(const std::string& title) override;
+    void setRemark(const std::string& text) override;
     void showModel() override;
     void endDrags() override;
     void showMarkers(Thumbnail panel, const ViewMarkers& markers) override;
@@ -57,6 +60,7 @@ private:
     std::string fullPath(const std::string& path) override;
     void addRecent(const std::string& path) override;
     std::optional<std::string> recentFile(std::size_t index) override;
+    void watchFile(const std::string& path, const FileStamp& stamp) override;
     std::optional<Canvas> canvas(Target target) override;
     void post(Target target, Handle<Request> request) override;
     void cancel(Target target) override;
@@ -64,6 +68,8 @@ private:
     void showImageSizes() override { dialogs.showImageSize(); }
     void showAbout() override { dialogs.showAbout(); }
     void showHelp() override;
+    void copyPicture() override;
+    void settingsChanged() override;
     void toggleFullScreen() override;
     void leaveFullScreen() override;
     void toggleControls() override;
@@ -77,6 +83,7 @@ private:
     Questions questions;
     Session core;
     Dialogs dialogs;
+    std::optional<FileWatch> watch;   // of the model's file
 };
 
 }   // namespace belvor

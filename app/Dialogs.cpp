@@ -1,13 +1,16 @@
 #include "app/Dialogs.h"
 
+#include "session/LoadRemark.h"
+
 namespace belvor {
 namespace {
 
 ModelFacts factsOf(const Session& session)
 {
-    ModelFacts facts{
-        session.modelPath(), {}, session.model()->units(), session.place().centre, session.place().radius};
+    ModelFacts facts{session.modelPath(),    {}, session.model()->units(), session.place().centre,
+                     session.place().radius, {}};
     session.model()->statistics(facts.counts);
+    facts.account = accountTable(session.loading().account());
     return facts;
 }
 

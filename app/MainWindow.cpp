@@ -3,6 +3,7 @@
 #include "app/MessageLoop.h"
 #include "app/PanelRequests.h"
 #include "app/Paths.h"
+#include "app/Settings.h"
 #include "app/StatusHelp.h"
 #include "errors/Report.h"
 #include "platform/Utf16.h"
@@ -14,6 +15,7 @@
 #include "session/Commands.h"
 #include "ui/ClientSize.h"
 #include "ui/Messages.h"
+#include "ui/SystemColours.h"
 #include "ui/WindowScale.h"
 #include "ui/panels/FocusRing.h"
 #include "view/WindowLayout.h"
@@ -38,7 +40,13 @@ unsigned shownHandle(HWND window) { return static_cast<unsigned>(reinterpret_cas
 
 }   // namespace
 
-MainWindow::MainWindow(HWND owner) : window(owner), core(*this, owner), recent(owner), fullScreen(owner) {}
+MainWindow::MainWindow(HWND owner)
+    : window(owner),
+      core(*this, owner),
+      recent(owner),
+      fullScreen(owner),
+      taskbar(owner)
+{}
 
 MainWindow::~MainWindow() = default;
 
@@ -65,7 +73,9 @@ LRESULT MainWindow::handle(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_MENUSELECT: showMenuHelp(window, statusBar, recent, wParam, lParam); return 0;
     case WM_KEYDOWN:
         if (wParam == VK_TAB) focusNextControl(core.windows.controls, GetKeyState(VK_SHIFT) < 0);
+        if (wParam == VK_ESCAPE) escape();
         break;
+    case WM_INITMENUPOPUP: updateCommands(); break;
     case WM_HELP: static_cast<Shell&>(core).showHelp(); return TRUE;
     case WM_NOTIFY: return notify(*reinterpret_cast<NMHDR*>(lParam));
     case WM_DRAWITEM:
@@ -75,9 +85,19 @@ LRESULT MainWindow::handle(UINT message, WPARAM wParam, LPARAM lParam)
     case UM_IMAGESIZE: setImageSize(wParam, lParam); return 0;
     case UM_PROGRESS:
         if (progress) progress->start(*reinterpret_cast<Progress*>(wParam));
+        if (session().loading().running() || session().saving().running())
+            taskbar.show(*reinterpret_cast<const Progress*>(wParam));
         return progress.has_value();
     case UM_ADDTOOL: return SendMessageW(toolTip, TTM_ADDTOOLW, 0, lParam);
     case UM_DELTOOL: return SendMessageW(toolTip, TTM_DELTOOLW, 0, lParam);
+    case UM_SHOWTIPS: return SendMessageW(toolTip, TTM_ACTIVATE, wParam, 0);
+    case UM_JOINCHANGES: session().joinChanges(wParam != FALSE); return 0;
+    case UM_FILECHANGED: session().fileChanged(); return 0;
+    case UM_FILEREFUSED: session().loading().refused(reinterpret_cast<const char*>(wParam)); return 0;
+    case UM_JOBENDED: jobEnded(wParam != FALSE); return 0;
+    case WM_SYSCOLORCHANGE:
+    case WM_THEMECHANGED:
+    case WM_SETTINGCHANGE: coloursChanged(); break;
     case UM_MODELLOADED:
         session().loading().modelLoaded(static_cast<std::uint32_t>(wParam), reinterpret_cast<Model*>(lParam));
         return 0;
@@ -110,6 +130,8 @@ void MainWindow::create(const CREATESTRUCTW& record)
     core.windows.display = createChild(L"Display", L"Drawing", ID_DISPLAY, 0, {0, 0, left, bottom});
     core.windows.controls = createChild(L"Controls", L"ControlPanel", ID_CONTROLS,
                                         WS_CLIPCHILDREN | WS_DISABLED, {left, 0, client.right, bottom});
+    loadSettings(session());
+    followDarkMode(window);
     updateCommands();
     accelerators = LoadAcceleratorsW(record.hInstance, MAKEINTRESOURCEW(ID_ACCELERATORS));
     if (!accelerators) setStatus(window, textOf(Text::acceleratorsFailed), static_cast<int>(GetLastError()));
@@ -213,9 +235,13 @@ void MainWindow::activate(bool active)
 
 void MainWindow::updateCommands() const
 {
-    for (const Command& command : commands())
-        EnableMenuItem(GetMenu(window), static_cast<UINT>(command.id),
-                       available(command, core.session()) ? MF_ENABLED : MF_GRAYED);
+    const HMENU menu = GetMenu(window);
+    for (const Command& command : commands()) {
+        const UINT id = static_cast<UINT>(command.id);
+        if (id == ID_SHOWCONTROLS || id == ID_FULLSCREEN) continue;   // updateMenu()
+        EnableMenuItem(menu, id, available(command, core.session()) ? MF_ENABLED : MF_GRAYED);
+        if (command.isOn) CheckMenuItem(menu, id, command.isOn(core.session()) ? MF_CHECKED : MF_UNCHECKED);
+    }
 }
 
 void MainWindow::command(WPARAM wParam, LPARAM lParam)
@@ -284,6 +310,44 @@ void MainWindow::imageEnded(WPARAM number, bool whole)
 {
     session().saving().imageEnded(static_cast<std::uint32_t>(number), whole);
     if (!session().saving().running()) ShutdownBlockReasonDestroy(window);
+}
+
+/// A request has ended; no other may be running.
+void MainWindow::jobEnded(bool abandoned)
+{
+    if (!session().loading().running() && !session().saving().running()) taskbar.clear();
+    if (!abandoned) showRemark();
+}
+
+/// The user has chosen other colours. The thumbnails stand on one of them.
+void MainWindow::coloursChanged()
+{
+    refreshSystemColours();
+    followDarkMode(window);
+    SendMessageW(core.windows.controls, WM_SYSCOLORCHANGE, 0, 0);
+    SendMessageW(statusBar, WM_SYSCOLORCHANGE, 0, 0);
+    for (const Target panel : {Target::plan, Target::elevation}) session().redraw(panel);
+    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+}
+
+/// A drag comes first: it is what the user sees.
+void MainWindow::escape()
+{
+    HWND const dragging = GetCapture();
+    if (dragging && IsChild(window, dragging)) static_cast<Shell&>(core).endDrags();
+    else runCommand(session(), ID_STOP);
+}
+
+void MainWindow::setRemark(const std::string& text)
+{
+    if (text.empty() && remark.empty()) return;
+    remark = text;
+    showRemark();
+}
+
+void MainWindow::showRemark() const
+{
+    if (!remark.empty()) setStatus(window, "%s", remark.c_str());
 }
 
 LRESULT MainWindow::notify(NMHDR& header)

@@ -4,6 +4,7 @@
 #include "app/FullScreen.h"
 #include "app/ProgressDisplay.h"
 #include "app/RecentFileList.h"
+#include "app/Taskbar.h"
 #include "platform/win32/Windows.h"
 #include "ui/panels/FocusRing.h"
 
@@ -31,8 +32,10 @@ public:
     void toggleControls();
     /// Lays out the children again.
     void layOutAgain();
-    /// Greys the menu items of the commands that cannot be given now.
+    /// Greys the menu items of the commands that cannot be given now, and checks those that are on.
     void updateCommands() const;
+    /// What the status bar shows while no request runs.
+    void setRemark(const std::string& text);
 
 private:
     void create(const CREATESTRUCTW& record);
@@ -49,6 +52,10 @@ private:
     bool mayEnd();
     void endSession(bool ends) const;
     void imageEnded(WPARAM number, bool whole);
+    void jobEnded(bool abandoned);
+    void coloursChanged();
+    void escape();
+    void showRemark() const;
     void fileDropped(HDROP drop);
     LRESULT notify(NMHDR& header);
 
@@ -59,8 +66,10 @@ private:
     RecentFileList recent;
     FullScreen fullScreen;
     FocusMemory focus;
+    Taskbar taskbar;
     std::optional<ProgressDisplay> progress;   // from the creation of the status bar on
     bool showControls = true;
+    std::string remark;
 };
 
 /// Registers the class "Belvor". Throws Win32Error.

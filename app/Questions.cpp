@@ -9,7 +9,12 @@
 namespace belvor {
 namespace {
 
-const FileFilter images{Text::ombrFilter, L"*.omb"}, parameters{Text::parametersFilter, L"*.bvp"};
+const std::vector<FileFilter> images{{Text::ombrFilter, L"*.omb"},
+                                     {Text::pngFilter, L"*.png"},
+                                     {Text::svgFilter, L"*.svg"},
+                                     {Text::exrFilter, L"*.exr"},
+                                     {Text::tiffFilter, L"*.tif"}};
+const FileFilter parameters{Text::parametersFilter, L"*.bvp"};
 using Purpose = FileDialog::Purpose;
 
 }   // namespace
@@ -17,7 +22,7 @@ using Purpose = FileDialog::Purpose;
 Questions::Questions(HWND mainWindow)
     : window(mainWindow),
       openModel(mainWindow, Purpose::open, Text::openModelTitle, modelFilters(), L"thf"),
-      image(mainWindow, Purpose::save, Text::none, {images}, L"omb"),
+      image(mainWindow, Purpose::save, Text::none, images, L"omb"),
       loadParameters(mainWindow, Purpose::open, Text::loadParametersTitle, {parameters}, L"bvp"),
       saveParameters(mainWindow, Purpose::save, Text::saveParametersTitle, {parameters}, L"bvp")
 {}

@@ -1,3 +1,4 @@
+#include "app/CrashReport.h"
 #include "app/MainWindow.h"
 #include "app/MessageLoop.h"
 #include "errors/Report.h"
@@ -5,11 +6,13 @@
 #include "platform/Utf16.h"
 #include "platform/Win32Error.h"
 #include "platform/win32/Window.h"
+#include "resources/Texts.h"
 #include "ui/WindowScale.h"
 #include "ui/display/Display.h"
 #include "ui/panels/Controls.h"
 
 #include <commctrl.h>
+#include <objbase.h>
 #include <shellapi.h>
 
 #include <algorithm>
@@ -83,6 +86,9 @@ int WINAPI WinMain(HINSTANCE module, HINSTANCE, LPSTR, int showCommand)
 try {
     belvor::useSystemLibrariesOnly();
     belvor::failureHandler = belvor::endProgram;
+    belvor::reportCrashes(belvor::textOf(belvor::Text::version));
+    CoInitializeEx(nullptr,
+                   COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE);   // the shell's own works without
     return belvor::run(module, showCommand);
 } catch (const std::exception& failure) {
     belvor::fatal("%s", failure.what());

@@ -1,5 +1,6 @@
 #include "app/WindowHost.h"
 
+#include "errors/BadFile.h"
 #include "errors/Report.h"
 #include "platform/Win32Error.h"
 #include "render/queue/Progress.h"
@@ -20,6 +21,7 @@ void WindowHost::progressEnded(const Progress& progress) noexcept
     for (const WPARAM part : {2, 1, 0})
         if (part != 0 || !progress.abandoned())
             SendMessageW(statusBar, SB_SETTEXTW, part, reinterpret_cast<LPARAM>(L""));
+    PostMessageW(window, UM_JOBENDED, progress.abandoned(), 0);
 }
 
 void WindowHost::modelLoaded(std::uint32_t number, Model* model)
@@ -37,7 +39,12 @@ void WindowHost::threadEnded()
     if (!PostMessageW(window, UM_THREADENDED, 0, 0)) throw Win32Error("PostMessage");
 }
 
-void WindowHost::showBadFile(const BadFile& fault) { belvor::showBadFile(fault); }
+void WindowHost::showBadFile(const BadFile& fault)
+{
+    belvor::showBadFile(fault);
+    SendMessageW(window, UM_FILEREFUSED, reinterpret_cast<WPARAM>(fault.boxText().c_str()), 0);
+}
+
 void WindowHost::warning(const std::string& text) { belvor::warning(text); }
 
 }   // namespace belvor

@@ -88,7 +88,8 @@ public:
             begin({noOutline, curve.material->index},
                   {{toByte(colour[0]), toByte(colour[1]), toByte(colour[2])}, false});
             if (curve.pointCount == 1) addDot(model.curvePoint(curve.firstPoint));
-            addChords(curve);
+            for (std::uint32_t k = 1; k < curve.pointCount; ++k)
+                addPiece(model.curvePoint(curve.firstPoint + k - 1), model.curvePoint(curve.firstPoint + k));
             end();
         }
     }
@@ -134,31 +135,6 @@ private:
         if (!eye.inFront(point)) return;
         const Point<3> projected = camera.project(point);
         if (isFinite(projected)) add(projected, projected, LineSegment::Kind::dot);
-    }
-
-    void addChords(const Curve& curve)
-    {
-        const auto pointOf = [&](std::uint32_t k) { return model.curvePoint(curve.firstPoint + k); };
-        Point<3> last;   // the end of the last chord, the start of the next
-        for (std::uint32_t done = 0; done < curve.pointCount;) {
-            const std::uint32_t count =
-                std::min(curve.pointCount - done, std::uint32_t{CoordinateBlock::size});
-            CoordinateBlock block{};
-            for (std::uint32_t i = 0; i < count; ++i) {
-                const Point<3> point = pointOf(done + i);
-                block.x[i] = point[0];
-                block.y[i] = point[1];
-                block.z[i] = point[2];
-            }
-            camera.project(block);
-            for (std::uint32_t i = 0; i < count; ++i, ++done) {
-                const Point<3> next(block.x[i], block.y[i], block.z[i]);
-                if (done > 0 && eye.surelyInFront(last[2]) && eye.surelyInFront(next[2]))
-                    addProjected(last, next);
-                else if (done > 0) addPiece(pointOf(done - 1), pointOf(done));
-                last = next;
-            }
-        }
     }
 
     void addPiece(Point<3> from, Point<3> to)

@@ -160,9 +160,10 @@ Outlines::Outlines(const Model& model)
     useStore.push_back({0});   // so that uses() of the last one may point behind its last
 }
 
-bool Outlines::isContourOfAny(std::span<const Use> all, const Model& model, const Camera& camera,
-                              const FacetShade* shades)
+bool Outlines::isContour(std::uint32_t index, const Model& model, const Camera& camera,
+                         const FacetShade* shades) const
 {
+    const std::span<const Use> all = uses(index);
     const bool firstFaces = !shades[all[0].facet()].reversed;
     for (const Use use : all.subspan(1)) {
         const bool faces = use.forward() == all[0].forward() ? camera.faces(-model.facet(use.facet()).plane)

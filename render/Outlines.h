@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/LargeMemory.h"
-#include "render/Shading.h"
 #include "scene/Model.h"
 
 #include <cstdint>
@@ -10,6 +9,7 @@
 namespace belvor {
 
 class Camera;
+struct FacetShade;
 
 /// The edges of a whole model, each once, with the facets that have it. Two edges are one when
 /// their end points are equal as numbers, in either order: facets need not share vertices.
@@ -53,20 +53,11 @@ public:
 
     /// Whether some of its facets face the eye and others do not.
     bool isContour(std::uint32_t index, const Model& model, const Camera& camera,
-                   const FacetShade* shades) const
-    {
-        const std::span<const Use> all = uses(index);
-        if (all.size() == 2 && all[0].forward() != all[1].forward())   // nearly always
-            return shades[all[0].facet()].reversed != shades[all[1].facet()].reversed;
-        return isContourOfAny(all, model, camera, shades);
-    }
+                   const FacetShade* shades) const;
     /// The facet that colours it: the first whose normal faces the eye, else the first.
     std::uint32_t colouringFacet(std::uint32_t index, const FacetShade* shades) const noexcept;
 
 private:
-    static bool isContourOfAny(std::span<const Use> all, const Model& model, const Camera& camera,
-                               const FacetShade* shades);
-
     LargeVector<Outline> outlines;   // with one behind the last, for its firstUse
     LargeVector<Use> useStore;
 };

@@ -8,6 +8,8 @@
 #define ID_SAVE 103
 #define ID_SAVEAS 104
 #define ID_EXIT 105
+#define ID_RELOAD 106
+#define ID_MODERNREADING 107
 #define ID_FILEMENU 115   // the pop-up menus, only for their status texts
 #define ID_EDITMENU 116
 #define ID_VIEWMENU 117
@@ -25,10 +27,17 @@
 #define ID_VIEWPARAMETERS 306
 #define ID_FULLSCREEN 308
 #define ID_SHOWCONTROLS 309
+#define ID_LINES 310
+#define ID_EDGES 311
 #define ID_REDRAWPANEL 313
 #define ID_IMAGESIZE 314
 #define ID_SAVEPARAMETERS 315
 #define ID_LOADPARAMETERS 316
+#define ID_UNDO 317
+#define ID_REDO 318
+#define ID_COPYPICTURE 319
+#define ID_STOP 320           // Esc
+#define ID_STANDARDVIEW 330   // the ten views of the submenu
 
 // Children of the main window and of the control strip.
 #define ID_STATUSBAR 501
@@ -76,7 +85,6 @@
 #define ID_TOOLBARBITMAP 503
 #define ID_ICON 801
 #define ID_TOOLBARSCALED 811   // the toolbar's pictures in 20, 24 and 32 pixels
-#define ID_ARROWBITMAP 820     // size i of 16, 20, 24, 32: right, down, left, up at ID_ARROWBITMAP + 4i ...
 #define ID_ABOUTTITLE 581
 #define ID_ABOUTSCENE 582
 #define ID_ABOUTDIALOG 122
@@ -88,6 +96,7 @@
 #define ID_APPLY 525
 #define ID_SIZEPRESET 201   // preset i has ID_SIZEPRESET + i
 #define ID_SIZEOTHER 207
+#define ID_ACCOUNT 526
 #define ID_WIDTH 527
 #define ID_HEIGHT 528
 #define ID_DISKSPACE 529

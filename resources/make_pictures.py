@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Draws the program's pictures: the toolbars, the arrows, belvor.ico and about-title.bmp; with a path of
+"""Draws the program's pictures: the toolbars, belvor.ico and about-title.bmp; with a path of
 belvor-render also about-scene.bmp, which that program renders. Needs nothing beyond Python.
 
     make_pictures.py [build/release/bin/belvor-render]
@@ -177,14 +177,6 @@ def toolbar():
              list(PALETTE.values()))
 
 
-def arrows():
-    keys = list(PALETTE)
-    for size in SIZES:
-        for direction in ("right", "down", "left", "up"):
-            bmp4(HERE / ("arrow-%s%d.bmp" % (direction, size)), [[keys.index(c) for c in line] for line in arrow(direction, size)],
-                 list(PALETTE.values()))
-
-
 def doubled(rows):
     """Twice the size, with corners rounded where two equal neighbours meet in them."""
     height, width = len(rows), len(rows[0])
@@ -214,23 +206,6 @@ def resized(rows, size):
             line.append(max(sorted(set(cell)), key=cell.count))
         result.append(line)
     return result
-
-
-def arrow(direction, size):
-    """A scroll arrow in the middle of a square, black on the button's grey."""
-    reach = size * 7 / 32
-    rows = []
-    for y in range(size):
-        line = ""
-        for x in range(size):
-            across, along = x + 0.5 - size / 2, y + 0.5 - size / 2
-            if direction in ("right", "left"):
-                across, along = along, across
-            if direction in ("up", "left"):
-                along = -along
-            line += "#" if -reach / 2 <= along <= reach / 2 and abs(across) <= reach / 2 - along + 0.5 else "."
-        rows.append(line)
-    return rows
 
 
 def inside(polygon, x, y):
@@ -448,7 +423,6 @@ def scene(renderer):
 
 if __name__ == "__main__":
     toolbar()
-    arrows()
     icon()
     title()
     if len(sys.argv) > 1:

@@ -8,6 +8,14 @@ namespace {
 
 using S = Session;
 
+bool modern(const Session& session) { return session.loading().rules() == ReadingRules::modern; }
+
+template <StandardView View>
+void showStandard(Session& session)
+{
+    session.standardView(View);
+}
+
 constexpr Command table[] = {
     {ID_OPENMODEL, Needs::nothing, Text::openModelHelp, [](S& s) { s.loading().openModel(); }},
     {ID_MODELPROPERTIES, Needs::modelInMenu, Text::modelPropertiesHelp,
@@ -19,7 +27,35 @@ constexpr Command table[] = {
     {ID_INCREASEZOOM, Needs::model, Text::zoomOutHelp, [](S& s) { s.increaseZoomAngle(); }},
     {ID_CENTRELOOKAT, Needs::model, Text::centreLookAtHelp, [](S& s) { s.centreLookAt(); }},
     {ID_PREVIOUSVIEW, Needs::model, Text::previousViewHelp, [](S& s) { s.previousView(); }},
+    {ID_UNDO, Needs::undo, Text::undoHelp, [](S& s) { s.undoView(); }},
+    {ID_REDO, Needs::redo, Text::redoHelp, [](S& s) { s.redoView(); }},
+    {ID_RELOAD, Needs::model, Text::reloadHelp, [](S& s) { s.loading().reload(); }},
+    {ID_COPYPICTURE, Needs::model, Text::copyPictureHelp, [](S& s) { s.shell().copyPicture(); }},
+    {ID_STOP, Needs::nothing, Text::none, [](S& s) { s.stop(); }},
+    {ID_MODERNREADING, Needs::nothing, Text::modernReadingHelp,
+     [](S& s) { s.loading().readBy(modern(s) ? ReadingRules::strict : ReadingRules::modern); },
+     [](const S& s) { return modern(s); }},
+    {ID_LINES, Needs::nothing, Text::linesHelp,
+     [](S& s) {
+         s.showLines({!s.shownLines().curves, s.shownLines().edges});
+     },
+     [](const S& s) { return s.shownLines().curves; }},
+    {ID_EDGES, Needs::nothing, Text::edgesHelp,
+     [](S& s) {
+         s.showLines({s.shownLines().curves, !s.shownLines().edges});
+     },
+     [](const S& s) { return s.shownLines().edges; }},
     {ID_LEAVEFULLSCREEN, Needs::nothing, Text::none, [](S& s) { s.shell().leaveFullScreen(); }},
+    {ID_STANDARDVIEW, Needs::model, Text::standardViewHelp, showStandard<StandardView::plan>},
+    {ID_STANDARDVIEW + 1, Needs::model, Text::standardViewHelp, showStandard<StandardView::front>},
+    {ID_STANDARDVIEW + 2, Needs::model, Text::standardViewHelp, showStandard<StandardView::back>},
+    {ID_STANDARDVIEW + 3, Needs::model, Text::standardViewHelp, showStandard<StandardView::left>},
+    {ID_STANDARDVIEW + 4, Needs::model, Text::standardViewHelp, showStandard<StandardView::right>},
+    {ID_STANDARDVIEW + 5, Needs::model, Text::standardViewHelp, showStandard<StandardView::below>},
+    {ID_STANDARDVIEW + 6, Needs::model, Text::standardViewHelp, showStandard<StandardView::isoNE>},
+    {ID_STANDARDVIEW + 7, Needs::model, Text::standardViewHelp, showStandard<StandardView::isoNW>},
+    {ID_STANDARDVIEW + 8, Needs::model, Text::standardViewHelp, showStandard<StandardView::isoSE>},
+    {ID_STANDARDVIEW + 9, Needs::model, Text::standardViewHelp, showStandard<StandardView::isoSW>},
     {ID_IMAGESIZE, Needs::nothing, Text::imageSizeHelp, [](S& s) { s.shell().showImageSizes(); }},
     {ID_VIEWPARAMETERS, Needs::model, Text::viewParametersHelp, [](S& s) { s.askView(); }},
     {ID_SAVEPARAMETERS, Needs::model, Text::saveParametersHelp, [](S& s) { s.saving().saveParameters(); }},
@@ -43,7 +79,12 @@ const Command* commandOf(int id) noexcept
 
 bool available(const Command& command, const Session& session) noexcept
 {
-    return command.needs == Needs::nothing || session.model();
+    switch (command.needs) {
+    case Needs::nothing: return true;
+    case Needs::undo: return session.model() && session.canUndo();
+    case Needs::redo: return session.model() && session.canRedo();
+    default: return static_cast<bool>(session.model());
+    }
 }
 
 bool runCommand(Session& session, int id)
@@ -55,7 +96,7 @@ bool runCommand(Session& session, int id)
     }
     const Command* const command = commandOf(id);
     if (!command) return false;
-    if (command->needs != Needs::model || session.model()) command->run(session);
+    if (command->needs == Needs::modelInMenu || available(*command, session)) command->run(session);
     return true;
 }
 

@@ -14,6 +14,8 @@ enum class Needs {
     nothing,
     modelInMenu,   ///< A model; but a program that sends the command is answered without one too.
     model,
+    undo,   ///< A view change that can be undone.
+    redo,   ///< One that was undone.
 };
 
 /// A command: everything that differs from one to the next.
@@ -22,6 +24,8 @@ struct Command {
     Needs needs;
     Text help;   ///< In the status bar, while the menu item or the toolbar button is chosen.
     void (*run)(Session& session);
+    bool (*isOn)(const Session& session) =
+        nullptr;   ///< Of an item with a check mark that the session keeps.
 };
 
 std::span<const Command> commands() noexcept;

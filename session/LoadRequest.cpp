@@ -6,19 +6,27 @@
 #include <utility>
 
 namespace belvor {
-LoadRequest::LoadRequest(std::string file, FileType kind, std::uint32_t number, Handle<RenderHost> receiver)
+LoadRequest::LoadRequest(std::string file, FileType kind, const ReadingOptions& rules, std::uint32_t number,
+                         Handle<RenderHost> receiver, Handle<LoadResult> left)
     : Request(std::string(fileName(file)), formatOf(kind)->firstStage, formatOf(kind)->stageCount),
       path(std::move(file)),
       type(kind),
+      options(rules),
       load(number),
-      host(std::move(receiver))
+      host(std::move(receiver)),
+      result(std::move(left))
 {}
 
 void LoadRequest::run(Reporter& progress)
-{
+try {
+    result->stamp = stampOf(path);
     Handle<Model> model;
-    namingFile(path, [&] { model = readModel(path, type, progress).model; });
+    namingFile(path, [&] { model = readModel(path, type, progress, options, result->account); });
     host->modelLoaded(load, model.get());
+    result->ended = true;
+} catch (...) {
+    result->ended = true;
+    throw;
 }
 
 }   // namespace belvor

@@ -2,7 +2,7 @@
 
 #include "platform/FileNames.h"
 #include "resources/Texts.h"
-#include "session/LoadRequest.h"
+#include "session/LoadRemark.h"
 #include "session/Session.h"
 
 #include <utility>
@@ -47,15 +47,51 @@ void Loading::openFile(const std::string& path)
     if (session.saving().querySave()) loadFile(full, fileTypeOf(full));
 }
 
-void Loading::loadFile(const std::string& path, FileType type)
+void Loading::loadFile(const std::string& path, FileType kind)
 {
     Shell& shell = session.shell();
-    if (type == FileType::unknown) return shell.setStatus(filledText(Text::unknownFileType, {path}));
+    if (kind == FileType::unknown) return shell.setStatus(filledText(Text::unknownFileType, {path}));
     if (session.closing()) return;
+    post(path, kind, false);
+    if (kind == fileTypeOf(path)) shell.addRecent(path);
+}
+
+void Loading::post(const std::string& path, FileType kind, bool keepView)
+{
     pending = path;
-    shell.cancel(Target::mainWindow);
-    shell.post(Target::mainWindow, makeHandle<LoadRequest>(path, type, ++lastNumber, host));
-    if (type == fileTypeOf(path)) shell.addRecent(path);
+    pendingType = kind;
+    keepsView = keepView;
+    result = makeHandle<LoadResult>();
+    session.shell().cancel(Target::mainWindow);
+    session.shell().post(Target::mainWindow,
+                         makeHandle<LoadRequest>(path, kind, reading, ++lastNumber, host, result));
+}
+
+void Loading::reload()
+{
+    if (session.model() && !session.closing()) post(session.modelPath(), type, true);
+}
+
+void Loading::readBy(ReadingRules rules)
+{
+    if (rules == reading.rules) return;
+    reading.rules = rules;
+    session.shell().settingsChanged();
+    // A load that is under way goes on by the new rules too.
+    if (running()) post(pending, pendingType, keepsView);
+    else if (type == FileType::dxf) reload();
+}
+
+void Loading::refused(const std::string& why)
+{
+    if (pendingType == FileType::dxf && reading.rules == ReadingRules::strict)
+        session.shell().setStatus(filledText(Text::modernMayRead, {why}));
+}
+
+void Loading::tellRemark()
+{
+    if (const Handle<Model>& model = session.model())
+        session.shell().setRemark(loadRemark(accountOfModel, *model, session.shownLines().curves));
 }
 
 void Loading::giveUp()
@@ -71,11 +107,16 @@ void Loading::modelLoaded(std::uint32_t number, Model* model)
     if (!model || session.closing() || number != lastNumber || pending.empty()) return;
     const Handle<Model> loaded(model);
     const std::string full = session.shell().fullPath(std::exchange(pending, {}));
+    type = pendingType;
+    accountOfModel = result->account;
+    stampOfModel = result->stamp;
     session.shell().endDrags();   // a drag is a request for the model that it began with
     session.saving().forgetName();
-    session.takeModel(loaded, full);
+    session.takeModel(loaded, full, keepsView);
     session.shell().showModel();
     session.shell().setTitle(filledText(Text::windowTitle, {fileName(full)}));
+    tellRemark();
+    session.shell().watchFile(full, stampOfModel);
 }
 
 }   // namespace belvor

@@ -1,8 +1,8 @@
 #include "session/Saving.h"
 
+#include "errors/FileError.h"
 #include "imagefile/OmbrFile.h"
 #include "resources/Texts.h"
-#include "session/ImageRequest.h"
 #include "session/Session.h"
 
 #include <algorithm>
@@ -42,10 +42,13 @@ try {
     if (!picture.model || session.closing()) return false;
     const ImageSize& size = picture.size;
     const Scene scene = buildScene(picture.view, picture.place, size, size.width, size.height);
-    const auto sink = makeHandle<OmbrBuff>(file, picture.model, scene.camera, size.width, size.height);
-    writing.push_back({++lastNumber, file, picture.model, picture.view, name, named});
-    session.shell().post(Target::image,
-                         makeHandle<ImageRequest>(file, lastNumber, host, picture.model, scene, sink));
+    const ImageSink sink = beginImage(file, picture.model, scene.camera, size.width, size.height);
+    const auto request = makeHandle<ImageRequest>(file, ++lastNumber, host, picture.model, scene, sink);
+    // A vector file holds lines alone: where the picture shows none, it gets them all.
+    const bool none = sink.trace && !picture.lines.any();
+    request->drawLines(none ? ShownLines{true, true} : picture.lines, picture.lineDrawing, sink.trace);
+    writing.push_back({lastNumber, file, picture.model, picture.view, name, named, request});
+    session.shell().post(Target::image, request);
     if (session.model() == picture.model) {
         session.history.markSaved(picture.view);
         named = true;
@@ -58,6 +61,14 @@ try {
 } catch (const OmbrFile::Error& failure) {   // a folder that cannot be written to is no reason to end
     session.shell().warn(filledText(Text::placeWithoutLine, {failure.what(), file}));
     return false;
+} catch (const FileError& failure) {
+    session.shell().warn(failure.what());
+    return false;
+}
+
+void Saving::stop()
+{
+    for (const Save& save : writing) save.request->stop();
 }
 
 void Saving::imageEnded(std::uint32_t number, bool whole)

@@ -2,6 +2,7 @@
 
 #include "render/queue/RenderHost.h"
 #include "scene/Model.h"
+#include "session/ImageRequest.h"
 #include "view/ViewParameters.h"
 
 #include <cstdint>
@@ -32,6 +33,8 @@ public:
 
     /// The image file of save `number` is complete, or has failed and is as it was before.
     void imageEnded(std::uint32_t number, bool whole);
+    /// Stops the writing of image files; their names keep the files that they have.
+    void stop();
     /// Whether an image file is being written.
     bool running() const noexcept { return !writing.empty(); }
 
@@ -44,6 +47,7 @@ private:
         ViewParameters view;
         std::string nameBefore;   // the name of the model's image file before this save ...
         bool namedBefore;         // ... if it had one
+        Handle<ImageRequest> request;
     };
 
     bool write(const Picture& picture, const std::string& file);

@@ -1,5 +1,6 @@
 #include "session/Session.h"
 
+#include "platform/FileNames.h"
 #include "render/queue/RenderRequest.h"
 #include "resources/Texts.h"
 #include "view/Intensity.h"
@@ -18,6 +19,22 @@ Session::Session(Shell& shell, Handle<RenderHost> host)
 void Session::setView(const ViewParameters& next, std::uint32_t number)
 {
     if (history.show(next, number)) showView();
+}
+
+void Session::joinChanges(bool begin) noexcept
+{
+    constexpr std::uint32_t ours = 0x80000000;   // gestures count from 1
+    joined = begin ? ours | ++lastJoined : 0;
+}
+
+void Session::undoView()
+{
+    if (held && history.undo()) showView();
+}
+
+void Session::redoView()
+{
+    if (held && history.redo()) showView();
 }
 
 void Session::showView()
@@ -57,8 +74,9 @@ void Session::redraw(Target target)
                                     canvas->width, canvas->height);
     }
     const char* const name = textOf(target == Target::display ? Text::rendering : Text::renderingThumbnail);
-    surroundings.post(target,
-                      makeHandle<RenderRequest>(name, held, drawn.camera, drawn.lights, canvas->sink));
+    const auto request = makeHandle<RenderRequest>(name, held, drawn.camera, drawn.lights, canvas->sink);
+    if (target == Target::display) request->drawLines(lines, lineDrawing);
+    surroundings.post(target, request);
 }
 
 // A view command or a panel that asks before there is a model gets nothing: the item is grey and
@@ -71,6 +89,11 @@ void Session::apply(const ViewParameters& next)
 void Session::wholeModel() { apply(belvor::wholeModel(view(), image)); }
 void Session::increaseZoomAngle() { apply(belvor::increaseZoomAngle(view())); }
 void Session::centreLookAt() { apply(belvor::centreLookAt(view())); }
+
+void Session::standardView(StandardView which)
+{
+    if (held) setView(belvor::standardView(view(), which, held->extent(), where, image));
+}
 
 void Session::moveMarkers(Thumbnail panel, const ViewMarkers& asked)
 {
@@ -120,15 +143,47 @@ void Session::askView()
     setView((*edit)(view()));
 }
 
-void Session::takeModel(Handle<Model> loaded, const std::string& file)
+void Session::takeModel(Handle<Model> loaded, const std::string& file, bool keepView)
 {
+    const bool again = held && keepView;
     held = std::move(loaded);
+    lineDrawing = makeHandle<LineDrawing>();
     path = file;
+    const ModelPlace before = where;
     held->bounds(where.centre, where.radius);
-    history.begin(belvor::wholeModel(history.current(), image));
+    if (again) history.mapViews([&](const ViewParameters& record) { return movedTo(record, before, where); });
+    else history.begin(belvor::wholeModel(history.current(), image));
     showView();
     redraw(Target::plan);
     redraw(Target::elevation);
+}
+
+void Session::showLines(const ShownLines& shown)
+{
+    if (shown == lines) return;
+    lines = shown;
+    history.markUnsaved(view());
+    surroundings.settingsChanged();
+    loads.tellRemark();
+    redraw(Target::display);
+}
+
+void Session::fileChanged()
+{
+    if (held) surroundings.setRemark(filledText(Text::fileChangedRemark, {fileName(path)}));
+}
+
+void Session::stop()
+{
+    if (loads.running()) {
+        loads.giveUp();
+        surroundings.setStatus(textOf(Text::abandoned));
+    } else if (saves.running()) {
+        saves.stop();
+        surroundings.setStatus(textOf(Text::abandoned));
+    } else {
+        surroundings.leaveFullScreen();
+    }
 }
 
 void Session::close()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "render/queue/LineDrawing.h"
 #include "render/queue/RenderHost.h"
 #include "resources/Texts.h"
 #include "scene/Model.h"
@@ -7,6 +8,7 @@
 #include "session/Saving.h"
 #include "session/Shell.h"
 #include "view/SceneBuilder.h"
+#include "view/StandardViews.h"
 #include "view/ViewGestures.h"
 #include "view/ViewHistory.h"
 
@@ -22,6 +24,8 @@ struct Picture {
     ModelPlace place;
     ViewParameters view;
     ImageSize size;
+    ShownLines lines;
+    Handle<LineDrawing> lineDrawing;   // of the model
 };
 
 /// The loaded model and the views of it, and every decision about them that needs no window.
@@ -36,13 +40,20 @@ public:
     // The view.
     /// The only way a view is changed: the present view becomes the previous one, `next` is
     /// drawn, and every panel is told. Nothing happens for an equal view, or one that is not finite.
-    void setView(const ViewParameters& next) { setView(next, 0); }
+    void setView(const ViewParameters& next) { setView(next, joined); }
     /// The same for a step of a gesture: the view before it stays the previous one to its end.
     void setView(const ViewParameters& next, std::uint32_t gesture);
+    /// The changes from here on are one, as in a gesture, until it is called with false.
+    void joinChanges(bool begin) noexcept;
     void previousView() { setView(history.previous()); }
+    void undoView();
+    void redoView();
+    bool canUndo() const noexcept { return history.canUndo(); }
+    bool canRedo() const noexcept { return history.canRedo(); }
     void wholeModel();
     void increaseZoomAngle();
     void centreLookAt();
+    void standardView(StandardView which);
     /// Asks for the view's numbers.
     void askView();
     const ViewParameters& view() const noexcept { return history.current(); }
@@ -70,9 +81,18 @@ public:
     const ModelPlace& place() const noexcept { return where; }
     const ImageSize& imageSize() const noexcept { return image; }
     /// What the image file would show now.
-    Picture picture() const { return {held, where, history.current(), image}; }
-    /// Takes `loaded`, read from the full path `file`, and shows the whole of it.
-    void takeModel(Handle<Model> loaded, const std::string& file);
+    Picture picture() const { return {held, where, history.current(), image, lines, lineDrawing}; }
+    /// Which lines the picture shows. Another picture is not saved.
+    void showLines(const ShownLines& shown);
+    const ShownLines& shownLines() const noexcept { return lines; }
+    /// Takes `loaded`, read from the full path `file`, and shows the whole of it, or with `keepView` what
+    /// was shown of the model before.
+    void takeModel(Handle<Model> loaded, const std::string& file, bool keepView = false);
+    /// The file of the model is another than when it was read.
+    void fileChanged();
+
+    /// Stops what goes on: a load, else the writing of an image file; or leaves full screen.
+    void stop();
 
     // The end.
     /// Ends the program, unless the user wants to save first.
@@ -89,6 +109,7 @@ public:
 
     Shell& shell() noexcept { return surroundings; }
     Loading& loading() noexcept { return loads; }
+    const Loading& loading() const noexcept { return loads; }
     Saving& saving() noexcept { return saves; }
     const Saving& saving() const noexcept { return saves; }
 
@@ -103,7 +124,11 @@ private:
     ModelPlace where;
     ImageSize image;
     ViewHistory history;
-    Scene scene;   // as the drawing area was last drawn
+    ShownLines lines;
+    Handle<LineDrawing> lineDrawing;   // of the model
+    Scene scene;                       // as the drawing area was last drawn
+    std::uint32_t joined = 0;          // their gesture's number; 0: each change is by itself
+    std::uint32_t lastJoined = 0;
     bool ending = false;
     Saving saves;
     Loading loads;

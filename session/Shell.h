@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/FileStamp.h"
 #include "platform/Handle.h"
 #include "render/Buffer.h"
 #include "render/queue/Request.h"
@@ -56,6 +57,8 @@ public:
     // What is shown.
     virtual void setStatus(const std::string& text) = 0;
     virtual void setTitle(const std::string& title) = 0;
+    /// What the status bar shows while no request runs, until the next remark; empty for nothing.
+    virtual void setRemark(const std::string& text) = 0;
     /// Another model has been loaded: commands are available, open dialogs show it.
     virtual void showModel() = 0;
     /// A drag that is going on ends without a request.
@@ -76,6 +79,9 @@ public:
     /// Entry `index` of them; none when there are fewer.
     virtual std::optional<std::string> recentFile(std::size_t index) = 0;
 
+    /// Has fileChanged() called once the file `path` no longer has `stamp`; ends the former watch.
+    virtual void watchFile(const std::string& path, const FileStamp& stamp) = 0;
+
     // Requests, for the render thread.
     /// Where to draw for `target`, one of the three that show something; none when it cannot show
     /// anything now. Throws Win32Error.
@@ -89,6 +95,10 @@ public:
     virtual void showImageSizes() = 0;
     virtual void showAbout() = 0;
     virtual void showHelp() = 0;
+    /// Copies the picture in the drawing area to the clipboard.
+    virtual void copyPicture() = 0;
+    /// The checked items of the menus have changed: they are shown and kept for the next start.
+    virtual void settingsChanged() = 0;
     virtual void toggleFullScreen() = 0;
     virtual void leaveFullScreen() = 0;
     virtual void toggleControls() = 0;

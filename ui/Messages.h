@@ -48,6 +48,18 @@ inline constexpr MessageNumber<ViewGesture> UM_VIEWGESTURE{
 inline constexpr MessageNumber<void> UM_IMAGEENDED{WM_USER
                                                    + 116};   ///< sent by the render thread: save / whole
 
+inline constexpr MessageNumber<void> UM_FILECHANGED{WM_USER + 117};   ///< posted: the model's file
+inline constexpr MessageNumber<void> UM_JOBENDED{
+    WM_USER + 118};   ///< posted by the render thread: whether abandoned / 0
+inline constexpr MessageNumber<void> UM_SHOWTIPS{WM_USER
+                                                 + 119};   ///< 0: no tool tips while something is dragged
+inline constexpr MessageNumber<void> UM_JOINCHANGES{
+    WM_USER + 121};   ///< not 0: the view changes from here on are one, until it comes with 0
+inline constexpr MessageNumber<void> UM_REVEAL{
+    WM_USER + 122};   ///< to the strip: a window in it, which is to be seen / 0
+inline constexpr MessageNumber<const char> UM_FILEREFUSED{
+    WM_USER + 120};   ///< sent by the render thread: UTF-8 reason, read in a box
+
 inline LPARAM handleParameter(HWND window) noexcept { return reinterpret_cast<LPARAM>(window); }
 
 /// Sends a record; it need live no longer than the call.

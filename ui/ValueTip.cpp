@@ -1,6 +1,7 @@
 #include "ui/ValueTip.h"
 
 #include "platform/Utf16.h"
+#include "ui/Messages.h"
 
 #include <commctrl.h>
 
@@ -31,6 +32,7 @@ void ValueTip::show(const std::string& text) noexcept
         began = now;
     }
     if (now - began < delay) return;
+    if (!shown) send(GetAncestor(owner, GA_ROOT), UM_SHOWTIPS, FALSE);   // it would cover this one
     TTTOOLINFOW tool = toolOf(owner);
     std::wstring wide = toWide(text);
     tool.lpszText = wide.data();
@@ -56,6 +58,7 @@ void ValueTip::hide() noexcept
     shown = false;
     TTTOOLINFOW tool = toolOf(owner);
     SendMessageW(tip, TTM_TRACKACTIVATE, FALSE, reinterpret_cast<LPARAM>(&tool));
+    send(tool.hwnd, UM_SHOWTIPS, TRUE);
 }
 
 }   // namespace belvor

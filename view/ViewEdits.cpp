@@ -30,6 +30,18 @@ bool losesSight(const ViewParameters& view, const ViewParameters& next) noexcept
     return (next.eye - next.lookAt).length() <= 1e-12 * size;
 }
 
+ViewParameters movedTo(const ViewParameters& view, const ModelPlace& from, const ModelPlace& to)
+{
+    const double before = usableRadius(from.radius), after = usableRadius(to.radius);
+    if (from.centre == to.centre && before == after) return view;
+    const UniformTransform<3> toModel = from.viewToModel(), toView = to.viewToModel();
+    ViewParameters next = view;
+    next.eye = toView.unapply(toModel(view.eye));
+    next.lookAt = toView.unapply(toModel(view.lookAt));
+    if (view.parallel) next.zoom = view.zoom * (before / after);
+    return changed(view, next);
+}
+
 ViewParameters moveMarkers(const ViewParameters& view, Thumbnail panel, const ViewMarkers& asked)
 {
     const ViewMarkers shown = viewMarkers(view, panel);

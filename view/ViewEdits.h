@@ -40,6 +40,10 @@ ViewParameters lookAtPixel(const ViewParameters& view, const Camera& camera,
 /// The field made `factor` times as wide.
 ViewParameters zoomBy(const ViewParameters& view, double factor);
 
+/// The same view of a model that now lies at `to` and was at `from`: eye, look-at point and the width of a
+/// parallel field keep their places in the model.
+ViewParameters movedTo(const ViewParameters& view, const ModelPlace& from, const ModelPlace& to);
+
 /// The intensity that a slider stands for: slider 0 is the sky, 1 the ground, 2 the first
 /// parallel light. Positions are clamped to 0…21. The position that shows the present
 /// intensity changes nothing. A slider beyond the last light adds lights

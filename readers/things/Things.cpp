@@ -126,7 +126,7 @@ std::int64_t Things::readFacet(Text& text)
         pauseEvery(i);
         start = readLoop(text, normal);
     }
-    if (dot(normal, normal) == 0.0) normal = {0, 0, 1};   // its length is 0 then, and only then
+    if (normal.length() == 0.0) normal = {0, 0, 1};
     facet.plane = Plane(normal, loops < 1 ? Point<3>::origin() : model().vertex(start).position);
     return loops;
 }

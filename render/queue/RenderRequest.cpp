@@ -18,6 +18,17 @@ RenderRequest::RenderRequest(std::string requestName, Handle<Model> scene, Handl
       sink(std::move(rows))
 {}
 
-void RenderRequest::run(Reporter& progress) { model->render(*camera, *lighting, *sink, progress); }
+void RenderRequest::drawLines(const ShownLines& lines, Handle<LineDrawing> drawing, LineTrace* trace)
+{
+    shown = lines;
+    lineTrace = trace;
+    lineDrawing = std::move(drawing);
+}
+
+void RenderRequest::run(Reporter& progress)
+{
+    if (shown.any()) lineDrawing->render(*model, *camera, *lighting, *sink, progress, shown, lineTrace);
+    else model->render(*camera, *lighting, *sink, progress);
+}
 
 }   // namespace belvor

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "render/Buffer.h"
+#include "render/queue/LineDrawing.h"
 #include "render/queue/Request.h"
 #include "scene/Camera.h"
 #include "scene/Light.h"
@@ -13,6 +14,8 @@ class RenderRequest : public Request {
 public:
     RenderRequest(std::string name, Handle<Model> model, Handle<Camera> camera, Handle<LightSet> lighting,
                   Handle<Buffer> sink);
+    /// The same with lines; `drawing` belongs to the model, `trace` to the sink.
+    void drawLines(const ShownLines& lines, Handle<LineDrawing> drawing, LineTrace* trace = nullptr);
     void run(Reporter& progress) override;
 
 private:
@@ -20,6 +23,9 @@ private:
     Handle<Camera> camera;
     Handle<LightSet> lighting;
     Handle<Buffer> sink;
+    ShownLines shown;
+    Handle<LineDrawing> lineDrawing;
+    LineTrace* lineTrace = nullptr;
 };
 
 }   // namespace belvor

@@ -200,6 +200,10 @@ private:
     bool modalOpen() const override { return openBoxes != 0; }
     void setStatus(const std::string&) override {}
     void setTitle(const std::string& text) override { title = text; }
+    void setRemark(const std::string&) override {}
+    void watchFile(const std::string&, const FileStamp&) override {}
+    void copyPicture() override {}
+    void settingsChanged() override {}
     void showModel() override {}
     void endDrags() override { dragged = {}; }
     void showMarkers(Thumbnail panel, const ViewMarkers& markers) override

@@ -19,14 +19,19 @@ public:
         : filePath(temporaryNameFor((std::filesystem::temp_directory_path() / "belvor-").string()) + "-"
                    + name)
     {
+        write(bytes);
+    }
+    TempFile(const TempFile&) = delete;
+    TempFile& operator=(const TempFile&) = delete;
+    ~TempFile() { removeFile(filePath); }
+
+    void write(const std::string& bytes) const
+    {
         std::FILE* const file = openFile(filePath, "wb");
         if (!file || std::fwrite(bytes.data(), 1, bytes.size(), file) != bytes.size()
             || std::fclose(file) != 0)
             throw std::runtime_error("cannot write " + filePath);
     }
-    TempFile(const TempFile&) = delete;
-    TempFile& operator=(const TempFile&) = delete;
-    ~TempFile() { removeFile(filePath); }
 
     const std::string& path() const noexcept { return filePath; }
 

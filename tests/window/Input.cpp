@@ -50,6 +50,8 @@ std::string keyName(WORD code)
     case VK_UP: return "Up";
     case VK_DOWN: return "Down";
     case VK_F1: return "F1";
+    case VK_F5: return "F5";
+    case VK_F11: return "F11";
     case VK_LEFT: return "Left";
     case VK_RIGHT: return "Right";
     case VK_HOME: return "Home";

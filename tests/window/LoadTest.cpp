@@ -75,6 +75,36 @@ TEST_F(WindowTest, KeepsTheOldModelWhenAFileIsBad)
     EXPECT_EQ(program().title(), "Belvor");
 }
 
+TEST_F(WindowTest, ADrawingTellsWhatWasNotDrawnAndTheModernReadingOpensWhatIsRefused)
+{
+    const std::string face =
+                          "0\n3DFACE\n8\n0\n10\n0\n20\n0\n30\n0\n11\n1\n21\n0\n31\n0\n12\n1\n22\n1\n32\n0\n"
+                          "13\n0\n23\n1\n33\n0\n",
+                      line = "0\nLINE\n8\n0\n10\n0\n20\n0\n30\n0\n11\n1\n21\n1\n31\n0\n",
+                      end = "0\nENDSEC\n0\nEOF\n", begin = "0\nSECTION\n2\nENTITIES\n";
+    const std::string drawing = inFolder("lines.dxf"), refused = inFolder("refused.dxf");
+    writeFile(drawing, begin + face + line + line + end);
+    writeFile(refused, begin + face + "0\nCIRCLE\n8\n0\n10\nx\n20\n0\n40\n1\n" + end);
+    startWith(drawing);
+    EXPECT_TRUE(eventually([&] { return program().statusPart(0) == "2 of 3 entities not drawn"; }))
+        << program().statusPart(0);
+    const HWND dialog = program().openDialog(ID_MODELPROPERTIES, "Belvor Model Properties");
+    EXPECT_EQ(program().textOf(GetDlgItem(dialog, ID_ACCOUNT)), "LINE\tno surface\t2\r\n");
+    program().answer(dialog, IDCANCEL);
+
+    program().dropFile(refused);
+    answerSaveQuestion(IDNO);
+    program().answer(program().awaitDialog(textOf(Text::warningTitle)), IDOK);
+    EXPECT_TRUE(eventually(
+        [&] { return program().statusPart(0).find("Modern DXF Reading") != std::string::npos; }, 3000))
+        << program().statusPart(0);
+    program().command(ID_MODERNREADING);   // reads the shown drawing again
+    awaitModel(drawing);
+    program().kill();
+    start({refused});   // the choice is kept
+    awaitModel(refused);
+}
+
 TEST_F(WindowTest, ALoadThatFailsUnderADialogLeavesTheWindowLocked)
 {
     const std::string bad = inFolder("ends badly.thf");

@@ -51,6 +51,7 @@ std::string fileName(const std::string& path) { return path.substr(path.find_las
 void WindowTest::SetUp()
 {
     RegDeleteTreeW(HKEY_CURRENT_USER, recentKey);
+    RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\Calderwood\\Belvor\\Settings");
     tooLate = false;
     watchdog = std::jthread(watch);
 }

@@ -1,6 +1,8 @@
 #include "ui/dialogs/ImageSizeDialog.h"
 
+#include "resources/Texts.h"
 #include "resources/ids.h"
+#include "ui/Accessible.h"
 #include "ui/Messages.h"
 #include "ui/dialogs/DialogItems.h"
 #include "ui/dialogs/NumberText.h"
@@ -17,6 +19,8 @@ void ImageSizeDialog::initialise()
 {
     format = itemText(window(), ID_DISKSPACE, 64);
     update(initial);
+    nameAccessible(GetDlgItem(window(), ID_WIDTH), textOf(Text::imageWidthName));
+    nameAccessible(GetDlgItem(window(), ID_HEIGHT), textOf(Text::imageHeightName));
     focusField(window(), ID_WIDTH);
 }
 

@@ -16,6 +16,8 @@ struct ModelFacts {
     Units units;
     Point<3> centre;
     double radius = 0.0;
+    std::string
+        account;   ///< What was not drawn of the file, a line each, columns by tabs; lines end with CR LF.
 };
 
 // The memory that the records of a model take, in KB; in 32 bits.

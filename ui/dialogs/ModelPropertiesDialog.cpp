@@ -1,10 +1,13 @@
 #include "ui/dialogs/ModelPropertiesDialog.h"
 
+#include "resources/Texts.h"
 #include "resources/ids.h"
+#include "ui/Accessible.h"
 #include "ui/UserLocale.h"
 #include "ui/dialogs/DialogItems.h"
 #include "ui/dialogs/NumberText.h"
 
+#include <iterator>
 #include <utility>
 
 namespace belvor {
@@ -32,6 +35,7 @@ void ModelPropertiesDialog::initialise()
     memoryFormat = itemText(window(), ID_VERTEXMEMORY);
     centreFormat = itemText(window(), ID_CENTRE, 128);
     fill();
+    nameAccessible(GetDlgItem(window(), ID_SCALE), textOf(Text::scaleName));
     focusField(window(), ID_SCALE);
 }
 
@@ -53,11 +57,49 @@ void ModelPropertiesDialog::fill()
     setItemText(window(), ID_SCALE, initialScale);
     CheckRadioButton(window(), ID_UNITS, ID_UNITSLAST, ID_UNITS + static_cast<int>(model->units.code));
     showScaled(model->units.scale);
+    showAccount();
+}
+
+/// Below everything else, in a dialog that is higher by it, only when there is something to show.
+void ModelPropertiesDialog::showAccount()
+{
+    HWND list = GetDlgItem(window(), ID_ACCOUNT);
+    RECT place{7, 153, 293, 215}, room{0, 0, 0, 69};
+    MapDialogRect(window(), &place);
+    MapDialogRect(window(), &room);
+    if (!list && !model->account.empty()) {
+        list = CreateWindowExW(WS_EX_CLIENTEDGE, L"EDIT", L"",
+                               WS_CHILD | WS_TABSTOP | WS_VSCROLL | ES_MULTILINE | ES_READONLY, place.left,
+                               place.top, place.right - place.left, place.bottom - place.top, window(),
+                               reinterpret_cast<HMENU>(static_cast<INT_PTR>(ID_ACCOUNT)), nullptr, nullptr);
+        SendMessageW(list, WM_SETFONT, static_cast<WPARAM>(SendMessageW(window(), WM_GETFONT, 0, 0)), FALSE);
+        const int stops[] = {90, 200};   // dialog units
+        SendMessageW(list, EM_SETTABSTOPS, std::size(stops), reinterpret_cast<LPARAM>(stops));
+        nameAccessible(list, textOf(Text::accountName));
+    }
+    if (!list) return;
+    const bool shown = (GetWindowLongPtrW(list, GWL_STYLE) & WS_VISIBLE) != 0,
+               shows = !model->account.empty();
+    setItemText(window(), ID_ACCOUNT, model->account);
+    if (shown == shows) return;
+    ShowWindow(list, shows ? SW_SHOWNA : SW_HIDE);
+    RECT frame;
+    GetWindowRect(window(), &frame);
+    SetWindowPos(window(), nullptr, 0, 0, frame.right - frame.left,
+                 frame.bottom - frame.top + (shows ? room.bottom : -room.bottom),
+                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void ModelPropertiesDialog::command(int control, int notification)
 {
-    if (control == ID_SCALE && notification == EN_CHANGE && model) showScaled(scale());
+    if (control == ID_SCALE && notification == EN_CHANGE && model) {
+        showScaled(scale());
+        const double typed = scale();
+        marks.check(window(), ID_SCALE, decimalPoint,
+                    typed == 0.0  ? textOf(Text::scaleZero)
+                    : typed < 0.0 ? textOf(Text::scaleNegative)
+                                  : "");
+    }
     if (control >= ID_UNITS && control <= ID_UNITSLAST && choosesRadio(notification))
         CheckRadioButton(window(), ID_UNITS, ID_UNITSLAST, control);
 }

@@ -2,6 +2,7 @@
 
 #include "ui/dialogs/ModelFacts.h"
 #include "ui/dialogs/ModelessDialog.h"
+#include "ui/dialogs/NumberMarks.h"
 
 #include <functional>
 #include <optional>
@@ -27,6 +28,8 @@ private:
     void apply() override;
     void fill();
     void showScaled(double scale);
+    void showAccount();
+    HBRUSH fieldBackground(HDC dc, HWND field) override { return marks.brush(dc, field); }
     double scale() const;
 
     std::optional<ModelFacts> model;
@@ -34,6 +37,7 @@ private:
     std::string centreFormat, countFormat, memoryFormat;
     std::string decimalPoint;
     std::string initialScale;   // the text of the stored scale
+    NumberMarks marks;
 };
 
 }   // namespace belvor

@@ -39,7 +39,7 @@ void ModelessDialog::pressed(int control, int notification)
     if (control != ID_APPLY) command(control, notification);
 }
 
-INT_PTR ModelessDialog::handle(HWND self, UINT message, WPARAM wParam, LPARAM)
+INT_PTR ModelessDialog::handle(HWND self, UINT message, WPARAM wParam, LPARAM lParam)
 {
     noteActivation(self, message, wParam);
     switch (message) {
@@ -50,6 +50,9 @@ INT_PTR ModelessDialog::handle(HWND self, UINT message, WPARAM wParam, LPARAM)
     case WM_COMMAND: pressed(LOWORD(wParam), HIWORD(wParam)); return TRUE;
     case WM_CTLCOLORDLG:
     case WM_CTLCOLORSTATIC: return reinterpret_cast<INT_PTR>(background(reinterpret_cast<HDC>(wParam)));
+    case WM_CTLCOLOREDIT:
+        return reinterpret_cast<INT_PTR>(
+            fieldBackground(reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam)));
     case WM_DESTROY:
         dialog = nullptr;
         SetWindowLongPtrW(self, DWLP_USER, 0);   // the object may go before the window's last messages

@@ -50,6 +50,8 @@ protected:
     /// The brush for a dialog's or label's background (WM_CTLCOLORDLG, WM_CTLCOLORSTATIC);
     /// null for the usual one.
     virtual HBRUSH background(HDC) { return nullptr; }
+    /// The same for an edit field (WM_CTLCOLOREDIT).
+    virtual HBRUSH fieldBackground(HDC, HWND) { return nullptr; }
 
 private:
     void pressed(int control, int notification);

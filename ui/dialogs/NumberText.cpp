@@ -2,7 +2,9 @@
 
 #include "calcore/Number.h"
 
+#include <algorithm>
 #include <charconv>
+#include <iterator>
 #include <limits>
 
 namespace belvor {
@@ -28,30 +30,70 @@ std::string shownNumber(double value, std::string_view decimalPoint)
     return text;
 }
 
-double typedNumber(std::string_view text, std::string_view decimalPoint)
+namespace {
+
+/// The text of a number at the beginning of `text`, with a point; empty when there is none. `text` is left
+/// with what follows.
+std::string takeNumber(std::string_view& text, std::string_view decimalPoint)
 {
-    while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
     std::size_t index = !text.empty() && (text[0] == '-' || text[0] == '+') ? 1 : 0;
     const std::size_t whole = pastDigits(text, index);
     std::size_t digits = whole - index;
     std::string normalised(text.substr(0, whole));
     index = whole;
-    if (!decimalPoint.empty() && text.substr(index).starts_with(decimalPoint)) {
-        const std::size_t first = index + decimalPoint.size();
+    const std::string_view rest = text.substr(index);
+    const std::size_t separator = !decimalPoint.empty() && rest.starts_with(decimalPoint)
+                                      ? decimalPoint.size()
+                                  : rest.starts_with('.') ? 1
+                                                          : 0;
+    if (separator != 0) {
+        const std::size_t first = index + separator;
         index = pastDigits(text, first);
         digits += index - first;
         normalised += '.';
         normalised += text.substr(first, index - first);
     }
-    if (digits == 0) return 0.0;
+    if (digits == 0) return {};
     if (index < text.size() && (text[index] == 'e' || text[index] == 'E')) {
         const std::size_t sign = index + 1;
         const std::size_t first =
             sign < text.size() && (text[sign] == '-' || text[sign] == '+') ? sign + 1 : sign;
         const std::size_t last = pastDigits(text, first);
-        if (last > first)
-            normalised += text.substr(index, last - index);   // an "e" without digits ends the number
+        if (last > first) {   // an "e" without digits ends the number
+            normalised += text.substr(index, last - index);
+            index = last;
+        }
     }
+    text.remove_prefix(index);
+    return normalised;
+}
+
+std::string_view withoutBlanks(std::string_view text) noexcept
+{
+    while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
+    while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
+    return text;
+}
+
+}   // namespace
+
+FieldText kindOfField(std::string_view text, std::string_view decimalPoint)
+{
+    std::string_view rest = withoutBlanks(text);
+    const std::string normalised = takeNumber(rest, decimalPoint);
+    if (rest.empty()) return normalised.empty() ? FieldText::unfinished : FieldText::number;
+    const std::string_view ends[] = {"-", "+", ".",  decimalPoint, "-.", "+.",
+                                     "e", "E", "e-", "E-",         "e+", "E+"};
+    const bool begins = std::find(std::begin(ends), std::end(ends), rest) != std::end(ends);
+    return begins && (normalised.empty() != (rest[0] == 'e' || rest[0] == 'E')) ? FieldText::unfinished
+                                                                                : FieldText::other;
+}
+
+double typedNumber(std::string_view text, std::string_view decimalPoint)
+{
+    std::string_view rest = withoutBlanks(text);
+    const std::string normalised = takeNumber(rest, decimalPoint);
+    if (normalised.empty()) return 0.0;
     double value = 0.0;
     if (isDouble(normalised, value)) return value;
     return normalised[0] == '-' ? -std::numeric_limits<double>::infinity()

@@ -4,13 +4,16 @@
 #include "platform/win32/Window.h"
 #include "resources/Texts.h"
 #include "resources/ids.h"
+#include "ui/Accessible.h"
 #include "ui/UserLocale.h"
 #include "ui/dialogs/DialogItems.h"
 #include "ui/dialogs/ModelessDialog.h"
+#include "ui/dialogs/NumberMarks.h"
 #include "ui/dialogs/NumberText.h"
 
 #include <array>
 #include <string>
+#include <utility>
 
 namespace belvor {
 namespace {
@@ -39,6 +42,7 @@ public:
 
 private:
     void initialise();
+    void nameFields() const;
     void command(int control, int notification);
     void choose(bool parallelProjection);
     void showField(int field);
@@ -52,6 +56,8 @@ private:
     const std::string decimalPoint;
     std::array<std::string, ViewFields::count> initial;   // the texts as the dialog wrote them
     ViewFields::Typed typed;
+    NumberMarks marks;   // of what is typed
+    bool writing = false;
 };
 
 INT_PTR ViewParametersDialog::handle(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam)
@@ -61,6 +67,9 @@ INT_PTR ViewParametersDialog::handle(HWND dialog, UINT message, WPARAM wParam, L
     switch (message) {
     case WM_INITDIALOG: initialise(); return FALSE;   // initialise() has set the focus
     case WM_COMMAND: command(LOWORD(wParam), HIWORD(wParam)); return TRUE;
+    case WM_CTLCOLOREDIT:
+        return reinterpret_cast<INT_PTR>(
+            marks.brush(reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam)));
     case WM_CTLCOLORSTATIC: return labelBrush(reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam));
     default: return FALSE;
     }
@@ -75,6 +84,7 @@ void ViewParametersDialog::initialise()
     setItemText(window, ID_RADIUS, shownNumber(fields.radius(), decimalPoint));
     for (int field = 0; field < ViewFields::count; ++field) showField(field);
     choose(parallel);
+    nameFields();
     focusField(window, controlOf(ViewFields::eye));
 }
 
@@ -83,7 +93,10 @@ void ViewParametersDialog::showField(int field)
     const std::optional<double> value = fields.value(field, parallel);
     std::string& text = initial[static_cast<std::size_t>(field)];
     text = value ? shownNumber(*value, decimalPoint) : std::string();
+    writing = true;
     setItemText(window, controlOf(field), text);
+    writing = false;
+    if (field == ViewFields::zoom && value) marks.check(window, ID_ZOOM, decimalPoint);
     EnableWindow(GetDlgItem(window, controlOf(field)), value.has_value());
 }
 
@@ -110,7 +123,32 @@ void ViewParametersDialog::command(int control, int notification)
     case IDCANCEL: EndDialog(window, IDCANCEL); break;
     default:
         if (notification == EN_ERRSPACE) failOutOfSpace();
+        if (notification == EN_CHANGE && !writing) marks.check(window, control, decimalPoint);
         break;
+    }
+}
+
+/// Each field by the row and the column that it stands in.
+void ViewParametersDialog::nameFields() const
+{
+    constexpr const char* axes[] = {"X", "Y", "Z"};
+    const auto name = [this](int control, std::string text) {
+        nameAccessible(GetDlgItem(window, control), std::move(text));
+    };
+    name(ID_RADIUS, textOf(Text::modelRadiusName));
+    name(ID_ZOOM, textOf(Text::zoomAngleName));
+    name(ID_SKY, textOf(Text::skyName));
+    name(ID_GROUND, textOf(Text::groundName));
+    for (int axis = 0; axis < 3; ++axis) {
+        name(ID_CENTREX + axis, filledText(Text::modelCentreName, {axes[axis]}));
+        name(ID_EYEX + axis, filledText(Text::eyeName, {axes[axis]}));
+        name(ID_LOOKATX + axis, filledText(Text::lookAtName, {axes[axis]}));
+    }
+    for (int light = 0; light < 5; ++light) {
+        const char* const of = textOf(textAfter(Text::parallel1Tip, light));
+        name(ID_LIGHT + 3 * light, filledText(Text::lightIntensityName, {of}));
+        name(ID_LIGHT + 3 * light + 1, filledText(Text::lightBearingName, {of}));
+        name(ID_LIGHT + 3 * light + 2, filledText(Text::lightElevationName, {of}));
     }
 }
 

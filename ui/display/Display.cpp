@@ -2,13 +2,17 @@
 
 #include "platform/Win32Error.h"
 #include "platform/win32/Window.h"
+#include "resources/Texts.h"
 #include "resources/ids.h"
+#include "ui/Accessible.h"
 #include "ui/ClientSize.h"
 #include "ui/Messages.h"
 #include "ui/UserLocale.h"
 #include "ui/ValueText.h"
 
 #include <windowsx.h>
+
+#include <oleacc.h>
 
 #include <utility>
 
@@ -78,6 +82,12 @@ LRESULT Display::handle(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_SETFOCUS:
     case WM_KILLFOCUS: showFocus(message == WM_SETFOCUS); break;
     case WM_TIMER: repaintEdge(); return 0;
+    case WM_GETOBJECT:
+        if (const auto answer = accessibleObject(window, wParam, lParam, [] {
+                return AccessibleFacts{textOf(Text::noPictureName), {}, ROLE_SYSTEM_GRAPHIC, {}};
+            }))
+            return *answer;
+        break;
     case WM_CAPTURECHANGED:
         if (reinterpret_cast<HWND>(lParam) != window) cancel();
         return 0;

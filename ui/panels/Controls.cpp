@@ -2,7 +2,9 @@
 
 #include "platform/Win32Error.h"
 #include "platform/win32/Window.h"
+#include "resources/Texts.h"
 #include "resources/ids.h"
+#include "ui/Accessible.h"
 #include "ui/ClientSize.h"
 #include "ui/Messages.h"
 #include "ui/UserLocale.h"
@@ -17,6 +19,7 @@
 #include "ui/panels/ToolTips.h"
 
 #include <commctrl.h>
+#include <oleacc.h>
 
 #include <algorithm>
 #include <string>
@@ -47,6 +50,15 @@ HWND createSlider(HWND parent, int index) noexcept
     return slider;
 }
 
+AccessibleFacts sliderFacts(HWND slider, int index)
+{
+    const auto position = static_cast<int>(SendMessageW(slider, TBM_GETPOS, 0, 0));
+    return {textOf(textAfter(Text::skyTip, index)),
+            intensityText(static_cast<std::size_t>(index), position, userDecimalPoint()),
+            ROLE_SYSTEM_SLIDER,
+            {}};
+}
+
 bool move(HWND child, const PixelArea& area) noexcept
 {
     return MoveWindow(child, area.x, area.y, area.width, area.height, TRUE);
@@ -73,6 +85,10 @@ LRESULT Controls::handle(UINT message, WPARAM wParam, LPARAM lParam)
         return SendMessageW(GetParent(window), message, wParam, lParam);
     case UM_LIGHTINTENSITY: setSlider(wParam, lParam); return 0;
     case UM_ENDDRAG: endDrag(); return 0;
+    case WM_SYSCOLORCHANGE: followColours(); return 0;
+    case WM_VSCROLL: scroll(LOWORD(wParam)); return 0;
+    case WM_MOUSEWHEEL: wheel(GET_WHEEL_DELTA_WPARAM(wParam)); return 0;
+    case UM_REVEAL: reveal(reinterpret_cast<HWND>(wParam)); return 0;
     }
     return DefWindowProcW(window, message, wParam, lParam);
 }
@@ -94,7 +110,9 @@ void Controls::create(const CREATESTRUCTW& record)
     for (int i = 0; i < controlSliders; ++i) {
         HWND const slider = createSlider(window, i);
         sliders[static_cast<std::size_t>(i)] = slider;
-        if (slider) addWindowTool(window, slider, static_cast<UINT>(ID_SLIDER + i));
+        if (!slider) continue;
+        addWindowTool(window, slider, static_cast<UINT>(ID_SLIDER + i));
+        makeAccessible(slider, [slider, i] { return sliderFacts(slider, i); });
     }
     const PixelSize slideSize{24, record.cy < 140 ? 100 : record.cy - 40};
     eyeSlide = panel(L"EyeSlide", L"Eye", ID_EYESLIDE, childStyle | WS_CLIPCHILDREN, slideSize,
@@ -105,13 +123,98 @@ void Controls::create(const CREATESTRUCTW& record)
 
 void Controls::size()
 {
-    layout = layOutControls(clientSize(window), scaleOf(window));
+    if (sizing) return;
+    RECT whole;
+    if (!GetWindowRect(window, &whole)) throw Win32Error("controls::WM_SIZE");
+    const PixelSize size{whole.right - whole.left, whole.bottom - whole.top};
+    // By the size without the bar: else it would come and go with its own width.
+    const bool low = layOutControls(size, scaleOf(window)).exceeds(size.height);
+    sizing = true;
+    ShowScrollBar(window, SB_VERT, low);
+    sizing = false;
+    if (!low) offset = 0;
     toolbar.scale();
+    scrollTo(offset);
+}
+
+/// Lays everything out for the present size.
+void Controls::place()
+{
+    const PixelSize client = clientSize(window);
+    layout = layOutControls(client, scaleOf(window));
+    if (GetWindowLongPtrW(window, GWL_STYLE) & WS_VSCROLL) {
+        offset = std::clamp(offset, 0, std::max(0, layout.height - client.height));
+        const SCROLLINFO info{sizeof info,
+                              SIF_RANGE | SIF_PAGE | SIF_POS,
+                              0,
+                              layout.height - 1,
+                              static_cast<UINT>(client.height),
+                              offset,
+                              0};
+        layout.scroll(offset);
+        SetScrollInfo(window, SB_VERT, &info, TRUE);
+    }
     const bool moved = move(toolbar.handle(), layout.toolbar) && move(eyeSlide, layout.eyeSlide)
                        && move(plan, layout.plan) && move(elevation, layout.elevation)
                        && move(stereogram, layout.sphere);
     if (!moved) throw Win32Error("controls::WM_SIZE");
     for (std::size_t i = 0; i < sliders.size(); ++i) move(sliders[i], layout.sliders[i]);
+}
+
+void Controls::followColours()
+{
+    for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
+        SendMessageW(child, WM_SYSCOLORCHANGE, 0, 0);
+    toolbar.takeColours();
+    InvalidateRect(window, nullptr, TRUE);
+}
+
+void Controls::scrollTo(int wanted)
+{
+    offset = wanted;
+    place();
+    InvalidateRect(window, nullptr, TRUE);
+}
+
+void Controls::scroll(int code)
+{
+    SCROLLINFO info{};
+    info.cbSize = sizeof info;
+    info.fMask = SIF_ALL;
+    GetScrollInfo(window, SB_VERT, &info);
+    const int line = scaleOf(window)(18), page = std::max(static_cast<int>(info.nPage), line);
+    switch (code) {
+    case SB_LINEUP: return scrollTo(offset - line);
+    case SB_LINEDOWN: return scrollTo(offset + line);
+    case SB_PAGEUP: return scrollTo(offset - page);
+    case SB_PAGEDOWN: return scrollTo(offset + page);
+    case SB_TOP: return scrollTo(0);
+    case SB_BOTTOM: return scrollTo(info.nMax);
+    case SB_THUMBTRACK:
+    case SB_THUMBPOSITION: return scrollTo(info.nTrackPos);
+    }
+}
+
+/// The wheel over what does not turn by it.
+void Controls::wheel(int delta)
+{
+    if (!(GetWindowLongPtrW(window, GWL_STYLE) & WS_VSCROLL)) return;
+    wheelRest += delta * 3;   // lines a notch
+    const int lines = wheelRest / WHEEL_DELTA;
+    wheelRest -= lines * WHEEL_DELTA;
+    if (lines != 0) scrollTo(offset - lines * scaleOf(window)(18));
+}
+
+/// Scrolls so that the window in the strip is seen.
+void Controls::reveal(HWND child)
+{
+    RECT area;
+    if (!(GetWindowLongPtrW(window, GWL_STYLE) & WS_VSCROLL) || !GetWindowRect(child, &area)) return;
+    MapWindowPoints(nullptr, window, reinterpret_cast<POINT*>(&area), 2);
+    const int height = clientSize(window).height;
+    if (area.top < 0) scrollTo(offset + area.top);
+    else if (area.bottom > height)
+        scrollTo(offset + std::min(static_cast<int>(area.bottom) - height, static_cast<int>(area.top)));
 }
 
 void Controls::paint() const
@@ -121,12 +224,34 @@ void Controls::paint() const
     RECT separator = toRect(layout.separator), frame = toRect(layout.groupFrame);
     DrawEdge(dc.get(), &separator, EDGE_ETCHED, BF_TOP);
     DrawEdge(dc.get(), &frame, EDGE_ETCHED, BF_RECT);
-    const Selection penInDc(dc.get(), GetStockObject(NULL_PEN));
-    for (std::size_t k = 0; k < layout.colours.size(); ++k) {
-        const Selection brushInDc(dc.get(), lightBrush(static_cast<int>(k)));
-        const PixelRect& swatch = layout.colours[k];
-        Rectangle(dc.get(), swatch.left, swatch.top, swatch.right, swatch.bottom);
-    }
+    drawMarks(dc.get());
+}
+
+/// Beside each slider what it is for: the sky, the ground, or the number of a light on its colour.
+void Controls::drawMarks(HDC dc) const
+{
+    LOGFONTW face{};
+    GetObjectW(GetStockObject(DEFAULT_GUI_FONT), sizeof face, &face);
+    face.lfHeight = -scaleOf(window)(9);
+    face.lfWidth = 0;
+    face.lfWeight = FW_BOLD;
+    const GdiObject<HFONT> font(CreateFontIndirectW(&face));
+    const Selection penInDc(dc, GetStockObject(NULL_PEN)), fontInDc(dc, font.get());
+    SetBkMode(dc, TRANSPARENT);
+    const auto draw = [&](const PixelRect& mark, COLORREF colour, HBRUSH brush, const wchar_t* text) {
+        const Selection brushInDc(dc, brush);
+        Rectangle(dc, mark.left, mark.top, mark.right, mark.bottom);
+        SetTextColor(dc, isBright(colour) ? RGB(0, 0, 0) : RGB(255, 255, 255));
+        RECT area = toRect(mark);
+        DrawTextW(dc, text, 1, &area, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_NOCLIP);
+    };
+    constexpr COLORREF sky = RGB(160, 208, 255), ground = RGB(112, 80, 32);
+    const GdiObject<HBRUSH> skyBrush(CreateSolidBrush(sky)), groundBrush(CreateSolidBrush(ground));
+    draw(layout.ambientMarks[0], sky, skyBrush.get(), L"S");
+    draw(layout.ambientMarks[1], ground, groundBrush.get(), L"G");
+    for (std::size_t k = 0; k < layout.colours.size(); ++k)
+        draw(layout.colours[k], lightColour(static_cast<int>(k)), lightBrush(static_cast<int>(k)),
+             &L"12345"[k]);
 }
 
 /// A slider tells of every step of a thumb that is still held; only the end of it counts.
@@ -141,9 +266,11 @@ void Controls::sliderMoved(int code, HWND slider)
     if (!endingDrag) send(GetParent(window), UM_LIGHTINTENSITY, index, position);
 }
 
-void Controls::setSlider(WPARAM slider, LPARAM position) const
+void Controls::setSlider(WPARAM slider, LPARAM position)
 {
-    if (slider < sliders.size()) SendMessageW(sliders[slider], TBM_SETPOS, TRUE, position);
+    if (slider >= sliders.size()) return;
+    positions[slider] = position;
+    SendMessageW(sliders[slider], TBM_SETPOS, TRUE, position);
 }
 
 /// Keys must not move what is hidden. When the strip comes back, so does the focus, unless it has gone
@@ -159,8 +286,8 @@ void Controls::keepFocus(bool shown)
     }
 }
 
-/// A slider knows no end of a drag but the release of the button. Where its thumb is to stand
-/// follows with UM_LIGHTINTENSITY.
+/// A slider knows no end of a drag but the release of the button. Its thumb goes back to where the
+/// session has put it.
 void Controls::endDrag()
 {
     const HWND dragged = GetCapture();
@@ -171,6 +298,8 @@ void Controls::endDrag()
     endingDrag = true;
     SendMessageW(dragged, WM_LBUTTONUP, 0, MAKELPARAM(pointer.x, pointer.y));
     endingDrag = false;
+    const auto index = static_cast<std::size_t>(GetDlgCtrlID(dragged) - ID_SLIDER);
+    setSlider(index, positions[index]);
 }
 
 void Controls::notify(LPARAM lParam) const

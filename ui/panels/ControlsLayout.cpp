@@ -39,7 +39,33 @@ ControlsLayout layOutControls(PixelSize client, PixelScale scale) noexcept
     for (int k = 0; k < swatches; ++k)   // they stick out of the frame
         layout.colours[static_cast<std::size_t>(k)] = {x + side - scale(2), y + scale(74) + sliderHeight * k,
                                                        x + side + scale(6), y + scale(88) + sliderHeight * k};
+    for (std::size_t i = 0; i < layout.ambientMarks.size(); ++i) {
+        const int top = layout.sliders[i].y + scale(2);
+        layout.ambientMarks[i] = {x + side - scale(2), top, x + side + scale(6), top + scale(14)};
+    }
+    layout.height = layout.sliders.back().y + sliderHeight + scale(2) + gapY;
     return layout;
+}
+
+bool ControlsLayout::exceeds(int clientHeight) const noexcept
+{
+    const PixelArea& last = sliders.back();
+    return last.y + last.height / 2 > clientHeight;
+}
+
+void ControlsLayout::scroll(int by) noexcept
+{
+    groupFrame.bottom = height - gapY;
+    for (PixelArea* const area : {&toolbar, &eyeSlide, &plan, &elevation, &sphere}) area->y -= by;
+    for (PixelArea& area : sliders) area.y -= by;
+    const auto move = [by](PixelRect& area) {
+        area.top -= by;
+        area.bottom -= by;
+    };
+    move(groupFrame);
+    move(separator);
+    for (PixelRect& area : colours) move(area);
+    for (PixelRect& area : ambientMarks) move(area);
 }
 
 }   // namespace belvor

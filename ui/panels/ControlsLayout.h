@@ -22,6 +22,13 @@ struct ControlsLayout {
     PixelRect groupFrame;                            ///< About the sliders.
     PixelRect separator;   ///< Its top edge divides the sky and ground sliders from the lights.
     std::array<PixelRect, swatches> colours;   ///< Of the lights, from light 1 on.
+    std::array<PixelRect, 2> ambientMarks;     ///< The same place beside the sky and the ground slider.
+    int height = 0;   ///< Of everything, from the top of the first to the bottom of the last.
+
+    /// Whether the last slider could not be reached in a strip of that height.
+    bool exceeds(int clientHeight) const noexcept;
+    /// Ends the frame below the last slider and moves everything up by so many pixels.
+    void scroll(int by) noexcept;
 };
 
 /// The layout for a strip of that size, in pixels of the monitor. Any thread.

@@ -2,13 +2,17 @@
 
 #include "platform/Win32Error.h"
 #include "platform/win32/Window.h"
+#include "resources/Texts.h"
 #include "resources/ids.h"
 #include "ui/Messages.h"
+#include "ui/SystemColours.h"
 #include "ui/UserLocale.h"
 #include "ui/ValueText.h"
 #include "ui/WindowScale.h"
 #include "ui/panels/Markers.h"
 #include "ui/panels/PanelPainting.h"
+
+#include <oleacc.h>
 
 namespace belvor {
 namespace {
@@ -26,7 +30,8 @@ void drawBar(HDC dc, const PixelRect& bar) noexcept
 
 void drawCentreLine(HDC dc, const std::vector<PixelLine>& pieces, PixelScale scale) noexcept
 {
-    const GdiObject<HPEN> pen(CreatePen(PS_SOLID, scale(2), RGB(0, 0, 0)));
+    const GdiObject<HPEN> pen(
+        CreatePen(PS_SOLID, scale(2), highContrast() ? GetSysColor(COLOR_BTNTEXT) : RGB(0, 0, 0)));
     const Selection penInDc(dc, pen.get());
     for (const PixelLine& piece : pieces) drawLine(dc, piece);
 }
@@ -45,6 +50,11 @@ LRESULT EyeSlide::handle(UINT message, WPARAM wParam, LPARAM lParam)
         if (HIWORD(wParam) == BN_CLICKED) step(LOWORD(wParam) == ID_RETREAT);
         return 0;
     case WM_MOUSEWHEEL: wheel(wParam); return 0;
+    case WM_DRAWITEM: drawButton(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam)); return TRUE;
+    case WM_GETOBJECT:
+        if (const auto answer = accessibleObject(window, wParam, lParam, factsOf<EyeSlide>(window)))
+            return *answer;
+        break;
     case WM_NOTIFY: notify(lParam); break;
     case UM_EYESLIDE: show(payload(UM_EYESLIDE, wParam)); return 0;
     }
@@ -53,8 +63,8 @@ LRESULT EyeSlide::handle(UINT message, WPARAM wParam, LPARAM lParam)
 
 void EyeSlide::create()
 {
-    if (!advanceButton.create(window, SystemArrow::up, L"Up", ID_ADVANCE, ID_TOOLADVANCE)
-        || !retreatButton.create(window, SystemArrow::down, L"Down", ID_RETREAT, ID_TOOLRETREAT))
+    if (!advanceButton.create(window, Arrow::up, L"Up", ID_ADVANCE, ID_TOOLADVANCE)
+        || !retreatButton.create(window, Arrow::down, L"Down", ID_RETREAT, ID_TOOLRETREAT))
         throw Win32Error("EyeSlide::CreateWindow Buttons");
     size();
     ask(record);   // makes the slide known to the main window
@@ -63,8 +73,6 @@ void EyeSlide::create()
 void EyeSlide::size()
 {
     const PixelSize client = clientSize(window);
-    advanceButton.scale();
-    retreatButton.scale();
     MoveWindow(advanceButton.handle(), 0, 0, client.width, buttonHeight(window), TRUE);
     MoveWindow(retreatButton.handle(), 0, client.height - buttonHeight(window), client.width,
                buttonHeight(window), TRUE);
@@ -159,6 +167,20 @@ void EyeSlide::wheel(WPARAM wParam)
                              static_cast<std::uint32_t>(GetMessageTime())));
 }
 
+AccessibleFacts EyeSlide::facts() const
+{
+    const std::vector<PixelPoint> places = markerPixels();
+    const PixelScale pixels = scaleOf(window);
+    const std::string point = userDecimalPoint();
+    return {titleOf(window),
+            {},
+            ROLE_SYSTEM_GROUPING,
+            {{textOf(Text::slideEyeTip), slideText(record.eye, point), toRect(around(places[0], pixels)),
+              drag.chosenIndex() == 0},
+             {textOf(Text::slideLookAtTip), slideText(record.lookAt, point),
+              toRect(around(places[1], pixels)), drag.chosenIndex() == 1}}};
+}
+
 void EyeSlide::ask(const EyeSlideRecord& request)
 {
     const EyeSlideRecord asked = request;   // the answer comes into `record` within the send
@@ -171,6 +193,12 @@ void EyeSlide::show(const EyeSlideRecord& shown)
     record = shown;
     InvalidateRect(window, nullptr, TRUE);
     drag.redraw();
+    for (const int marker : {0, 1}) accessibleValueChanged(window, marker);
+}
+
+void EyeSlide::drawButton(const DRAWITEMSTRUCT& item) const noexcept
+{
+    if (!advanceButton.draw(item)) retreatButton.draw(item);
 }
 
 void EyeSlide::notify(LPARAM lParam)

@@ -16,6 +16,8 @@ class EyeSlide : private PanelDrag::Markers {
 public:
     explicit EyeSlide(HWND owner) noexcept : window(owner), drag(owner, *this, IDC_SIZENS), toolTips(owner) {}
     LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
+    /// For programs that read the screen aloud.
+    AccessibleFacts facts() const;
 
 private:
     void create();
@@ -32,6 +34,7 @@ private:
     void wheel(WPARAM wParam);
     void ask(const EyeSlideRecord& request);
     void show(const EyeSlideRecord& shown);
+    void drawButton(const DRAWITEMSTRUCT& item) const noexcept;
     void notify(LPARAM lParam);
     SlideScale scale() const noexcept;
 

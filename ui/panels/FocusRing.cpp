@@ -1,6 +1,7 @@
 #include "ui/panels/FocusRing.h"
 
 #include "resources/ids.h"
+#include "ui/Messages.h"
 
 #include <commctrl.h>
 
@@ -42,6 +43,12 @@ bool isPushButton(HWND window) noexcept
     return (SendMessageW(window, WM_GETDLGCODE, 0, 0) & (DLGC_UNDEFPUSHBUTTON | DLGC_DEFPUSHBUTTON)) != 0;
 }
 
+bool isSlider(HWND window) noexcept
+{
+    const int number = GetDlgCtrlID(window);
+    return number >= ID_SLIDER && number <= ID_SLIDERLAST;
+}
+
 LRESULT CALLBACK answerTab(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
                            DWORD_PTR controls)
 {
@@ -50,11 +57,15 @@ LRESULT CALLBACK answerTab(HWND window, UINT message, WPARAM wParam, LPARAM lPar
         focusNextControl(reinterpret_cast<HWND>(controls), GetKeyState(VK_SHIFT) < 0);
         return 0;
     }
+    const bool panelDrags = GetCapture() == window && !isSlider(window);   // it takes the key itself
+    if (message == WM_KEYDOWN && wParam == VK_ESCAPE && !panelDrags)
+        return SendMessageW(GetAncestor(window, GA_ROOT), message, wParam, lParam);
     if (message == WM_KEYDOWN && wParam == VK_RETURN && isPushButton(window)) {
         SendMessageW(window, BM_CLICK, 0, 0);   // as Space does
         return 0;
     }
-    if (message == WM_CHAR && (wParam == L'\t' || wParam == L'\r')) return 0;   // no beep
+    if (message == WM_CHAR && (wParam == L'\t' || wParam == L'\r' || wParam == VK_ESCAPE))
+        return 0;   // no beep
     return DefSubclassProc(window, message, wParam, lParam);
 }
 
@@ -79,6 +90,7 @@ void focusNextControl(HWND controls, bool backwards) noexcept
     SendMessageW(*next, WM_CHANGEUISTATE, MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS),
                  0);   // the keyboard's place is to be seen
     SetFocus(*next);
+    send(controls, UM_REVEAL, reinterpret_cast<INT_PTR>(*next));
 }
 
 void FocusMemory::activated(HWND mainWindow, bool active) noexcept

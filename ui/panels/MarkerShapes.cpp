@@ -71,6 +71,16 @@ std::vector<PixelLine> sightLines(PixelPoint eye, PixelPoint lookAt, bool parall
     return {line(-apart * u.y, apart * u.x), line(apart * u.y, -apart * u.x)};
 }
 
+std::array<PixelPoint, 3> pointerShape(PixelPoint at, PixelPoint marker, PixelScale scale) noexcept
+{
+    const PixelDirection u = directionBetween(at, marker, {1.0, 0.0});
+    const auto corner = [&](int along, int across) {
+        const double x = scale.exact(along), y = scale.exact(across);
+        return roundedPoint(at.x + x * u.x - y * u.y, at.y + x * u.y + y * u.x);
+    };
+    return {corner(7, 0), corner(-6, 4), corner(-6, -4)};
+}
+
 ZoomWedge zoomWedge(PixelPoint eye, double zoomAngle, PixelScale scale) noexcept
 {
     const double sine = std::sin(zoomAngle / 2), cosine = std::cos(zoomAngle / 2);

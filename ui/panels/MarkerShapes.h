@@ -38,6 +38,9 @@ PixelRect around(PixelPoint point, PixelScale scale = {}) noexcept;
 /// projection two, 4 pixels apart.
 std::vector<PixelLine> sightLines(PixelPoint eye, PixelPoint lookAt, bool parallel, PixelScale scale = {});
 
+/// A slim triangle within 8 pixels of `at` that points to `marker`, which lies outside the panel.
+std::array<PixelPoint, 3> pointerShape(PixelPoint at, PixelPoint marker, PixelScale scale = {}) noexcept;
+
 /// The zoom angle drawn at an eye that looks up: two sides and the bar between them.
 struct ZoomWedge {
     std::array<PixelLine, 3> strokes;

@@ -1,6 +1,7 @@
 #include "ui/panels/Markers.h"
 
 #include "platform/win32/Handles.h"
+#include "ui/SystemColours.h"
 
 #include <array>
 #include <map>
@@ -13,6 +14,17 @@ constexpr std::array lightColours{RGB(128, 128, 0), RGB(255, 0, 255),   RGB(0, 2
                                   RGB(0, 128, 128), RGB(128, 128, 128), RGB(255, 255, 0), RGB(128, 0, 0)};
 
 bool isLight(int light) noexcept { return light >= 0 && light < static_cast<int>(lightColours.size()); }
+
+// In a theme of high contrast what is drawn has an outline, in a colour that is seen on the ground.
+constexpr int outlineWidth = 4;
+COLORREF outlineColour() noexcept { return GetSysColor(COLOR_BTNTEXT); }
+COLORREF discColour() noexcept { return RGB(0, 0, 0); }   // on the sphere's white disc
+
+COLORREF pointerEdge(bool eye) noexcept
+{
+    if (highContrast()) return outlineColour();
+    return eye ? RGB(0, 96, 0) : RGB(0, 0, 128);
+}
 
 POINT toPoint(PixelPoint p) noexcept { return {p.x, p.y}; }
 
@@ -39,9 +51,13 @@ void drawEyeGlyph(HDC dc, const EyeGlyph& glyph, PixelScale scale) noexcept
     for (const PixelPoint& p : glyph.eyeball) *next++ = toPoint(p);
     for (const PixelPoint& p : glyph.pupil) *next++ = toPoint(p);
     constexpr std::array<DWORD, 3> counts{3, 4, 3};
-    const GdiObject<HPEN> pen(CreatePen(PS_SOLID, scale(2), RGB(0, 255, 0)));
-    const Selection penInDc(dc, pen.get());
-    PolyPolyline(dc, points.data(), counts.data(), counts.size());
+    const auto draw = [&](int width, COLORREF colour) {
+        const GdiObject<HPEN> pen(CreatePen(PS_SOLID, scale(width), colour));
+        const Selection penInDc(dc, pen.get());
+        PolyPolyline(dc, points.data(), counts.data(), counts.size());
+    };
+    if (highContrast()) draw(outlineWidth, outlineColour());
+    draw(2, RGB(0, 255, 0));
 }
 
 void drawCross(HDC dc, PixelPoint lookAt, PixelScale scale, bool ghost) noexcept
@@ -51,19 +67,39 @@ void drawCross(HDC dc, PixelPoint lookAt, PixelScale scale, bool ghost) noexcept
         const Selection penInDc(dc, pen.get());
         for (const PixelLine& stroke : crossStrokes(lookAt, scale)) drawLine(dc, stroke);
     };
+    if (highContrast()) strokes(outlineWidth, outlineColour());
     strokes(2, RGB(0, 0, 128));
     if (!ghost) strokes(1, RGB(0, 0, 255));
 }
 
 void drawZoomWedge(HDC dc, const ZoomWedge& wedge, PixelScale scale) noexcept
 {
-    const GdiObject<HPEN> pen(CreatePen(PS_SOLID, scale(2), RGB(128, 0, 0)));
-    const Selection penInDc(dc, pen.get());
-    for (const PixelLine& stroke : wedge.strokes) drawLine(dc, stroke);
+    const auto strokes = [&](int width, COLORREF colour) {
+        const GdiObject<HPEN> pen(CreatePen(PS_SOLID, scale(width), colour));
+        const Selection penInDc(dc, pen.get());
+        for (const PixelLine& stroke : wedge.strokes) drawLine(dc, stroke);
+    };
+    if (highContrast()) strokes(outlineWidth, outlineColour());
+    strokes(2, RGB(128, 0, 0));
+}
+
+void drawPointer(HDC dc, PixelPoint at, PixelPoint marker, bool eye, PixelScale scale) noexcept
+{
+    const auto shape = pointerShape(at, marker, scale);
+    const POINT corners[] = {toPoint(shape[0]), toPoint(shape[1]), toPoint(shape[2])};
+    const GdiObject<HPEN> pen(CreatePen(PS_SOLID, scale(1), pointerEdge(eye)));
+    const GdiObject<HBRUSH> brush(CreateSolidBrush(eye ? RGB(0, 255, 0) : RGB(0, 0, 255)));
+    const Selection penInDc(dc, pen.get()), brushInDc(dc, brush.get());
+    Polygon(dc, corners, 3);
 }
 
 void drawLight(HDC dc, PixelPoint place, int light, bool below, PixelScale scale) noexcept
 {
+    if (highContrast()) {
+        const GdiObject<HPEN> pen(CreatePen(PS_SOLID, scale(outlineWidth), discColour()));
+        const Selection outlineInDc(dc, pen.get()), hollowInDc(dc, GetStockObject(HOLLOW_BRUSH));
+        drawEllipse(dc, place, scale(7));
+    }
     const Selection brushInDc(dc,
                               below ? GetStockObject(HOLLOW_BRUSH) : static_cast<HGDIOBJ>(lightBrush(light)));
     const Selection penInDc(dc, lightPen(light, scale));
@@ -76,6 +112,16 @@ void drawBelowCircle(HDC dc, PixelPoint place, PixelScale scale) noexcept
     const Selection penInDc(dc, pen.get());
     const Selection brushInDc(dc, GetStockObject(HOLLOW_BRUSH));
     drawEllipse(dc, place, scale(8));
+}
+
+bool isBright(COLORREF colour) noexcept
+{
+    return 2126 * GetRValue(colour) + 7152 * GetGValue(colour) + 722 * GetBValue(colour) > 10000 * 117;
+}
+
+COLORREF lightColour(int light) noexcept
+{
+    return isLight(light) ? lightColours[static_cast<std::size_t>(light)] : RGB(0, 0, 0);
 }
 
 HBRUSH lightBrush(int light) noexcept

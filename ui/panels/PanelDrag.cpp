@@ -1,5 +1,6 @@
 #include "ui/panels/PanelDrag.h"
 
+#include "ui/Messages.h"
 #include "ui/WindowScale.h"
 #include "ui/panels/MarkerShapes.h"
 #include "ui/panels/PanelPainting.h"
@@ -16,6 +17,8 @@ PanelMouse mouseOf(WPARAM flags, LPARAM lParam) noexcept
 {
     return {{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}, (flags & MK_SHIFT) != 0, (flags & MK_CONTROL) != 0};
 }
+
+constexpr LPARAM keyWasDown = 1 << 30;
 
 bool endsDrag(UINT message, WPARAM wParam) noexcept
 {
@@ -63,15 +66,22 @@ std::optional<LRESULT> PanelDrag::handle(UINT message, WPARAM wParam, LPARAM lPa
     case WM_LBUTTONUP: release(mouseOf(wParam, lParam)); break;
     case WM_KEYDOWN:
         setKey(wParam, true);
+        if (!dragging && (lParam & keyWasDown) != 0) join(true);
         if (!dragging && pressKey(wParam)) return 0;
         break;
-    case WM_KEYUP: setKey(wParam, false); break;
+    case WM_KEYUP:
+        setKey(wParam, false);
+        join(false);
+        break;
     case WM_SETCURSOR:
         if (!dragging) break;
         SetCursor(cursor);
         return TRUE;
+    case WM_KILLFOCUS:
     case WM_SETFOCUS:
-    case WM_KILLFOCUS: InvalidateRect(window, nullptr, TRUE); break;   // the frame comes and goes
+        join(false);
+        InvalidateRect(window, nullptr, TRUE);   // the frame comes and goes
+        break;
     }
     return std::nullopt;
 }
@@ -94,6 +104,14 @@ void PanelDrag::paint(HDC dc) const
     DrawFocusRect(dc, &frame);
 }
 
+/// What a held key asks for is one change of the view.
+void PanelDrag::join(bool begin)
+{
+    if (begin == joined) return;
+    joined = begin;
+    send(GetAncestor(window, GA_ROOT), UM_JOINCHANGES, begin);
+}
+
 /// Space chooses the next marker; the arrow keys move it by a pixel, with Ctrl by eight.
 bool PanelDrag::pressKey(WPARAM key)
 {
@@ -104,6 +122,7 @@ bool PanelDrag::pressKey(WPARAM key)
     case VK_SPACE:
         chosen = chosenMarker(count) + 1;
         InvalidateRect(window, nullptr, TRUE);
+        accessibleFocusChanged(window, static_cast<int>(chosenMarker(count)));
         return true;
     case VK_LEFT: by.x = -step; break;
     case VK_RIGHT: by.x = step; break;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/win32/Handles.h"
+#include "ui/Accessible.h"
 #include "ui/Pixels.h"
 #include "ui/ValueTip.h"
 
@@ -68,6 +69,8 @@ public:
     std::optional<LRESULT> handle(UINT message, WPARAM wParam, LPARAM lParam);
     /// For WM_PAINT, last: the ghost, or the frame about the marker that the keys move.
     void paint(HDC dc) const;
+    /// The marker that the keys move.
+    std::size_t chosenIndex() const { return chosenMarker(markers.markerPixels().size()); }
     /// The markers have changed: draws the ghost that now belongs to the mouse.
     void redraw();
 
@@ -78,6 +81,7 @@ private:
     void setKey(WPARAM key, bool held);
     void cancel();
     bool pressKey(WPARAM key);
+    void join(bool begin);
     std::size_t chosenMarker(std::size_t count) const noexcept { return chosen % count; }
 
     HWND window;
@@ -86,6 +90,7 @@ private:
     Ghost ghost;
     ValueTip tip;
     bool dragging = false;
+    bool joined = false;          // a key is held
     PanelMouse last;              // while dragging
     std::size_t chosen = 0;       // the marker that the keys move; counts on beyond the last
     HWND formerFocus = nullptr;   // the panel has the focus meanwhile, so that the keys reach it

@@ -2,6 +2,7 @@
 
 #include "platform/Win32Error.h"
 #include "platform/win32/Window.h"
+#include "resources/Texts.h"
 #include "resources/ids.h"
 #include "ui/Messages.h"
 #include "ui/UserLocale.h"
@@ -10,6 +11,8 @@
 #include "ui/panels/Markers.h"
 #include "ui/panels/PanelPainting.h"
 #include "ui/panels/PlanGeometry.h"
+
+#include <oleacc.h>
 
 namespace belvor {
 namespace {
@@ -36,6 +39,10 @@ LRESULT Plan::handle(UINT message, WPARAM wParam, LPARAM lParam)
         return 0;
     case WM_ERASEBKGND: return 1;   // painting covers everything
     case WM_PAINT: paint(); return 0;
+    case WM_GETOBJECT:
+        if (const auto answer = accessibleObject(window, wParam, lParam, factsOf<Plan>(window)))
+            return *answer;
+        break;
     case WM_NOTIFY: notify(lParam); break;
     case UM_VIEWMARKERS: show(payload(UM_VIEWMARKERS, wParam)); return 0;
     }
@@ -48,6 +55,7 @@ void Plan::paint()
     const PixelScale scale = scaleOf(window);
     const PixelPoint lookAt = lookAtPixel(markers, client), eye = eyePixel(markers, client);
     const EyeGlyph glyph = eyeGlyph(eye, directionBetween(eye, lookAt, {1.0, 0.0}), scale);
+    const auto eyeEdge = edgePointer(eye, client, scale), lookAtEdge = edgePointer(lookAt, client, scale);
     {
         const PanelPaint picture(window);
         if (HDC const dc = picture.get()) {
@@ -58,13 +66,16 @@ void Plan::paint()
             drawCross(dc, lookAt, scale);
             drawEyeGlyph(dc, glyph, scale);
             drawSightLines(dc, eye, lookAt, markers.parallel, scale);
+            if (lookAtEdge) drawPointer(dc, *lookAtEdge, lookAt, false, scale);
+            if (eyeEdge) drawPointer(dc, *eyeEdge, eye, true, scale);
             drag.paint(dc);   // redrawn only inside the area being painted
         }
     }
     const bool plan = GetDlgCtrlID(window) == ID_PLAN;
     const UINT lookAtTool = plan ? ID_TOOLPLANLOOKAT : ID_TOOLELEVATIONLOOKAT;
     const UINT eyeTool = plan ? ID_TOOLPLANEYE : ID_TOOLELEVATIONEYE;
-    toolTips.show({{eyeTool, eyeTool, glyph.bounds()}, {lookAtTool, lookAtTool, around(lookAt, scale)}});
+    toolTips.show({{eyeTool, eyeTool, eyeEdge ? around(*eyeEdge, scale) : glyph.bounds()},
+                   {lookAtTool, lookAtTool, around(lookAtEdge.value_or(lookAt), scale)}});
 }
 
 bool Plan::takeMarker(const PanelMouse& press)
@@ -94,12 +105,31 @@ void Plan::askFor(const PanelMouse& release)
 std::vector<PixelPoint> Plan::markerPixels() const
 {
     const PixelSize client = clientSize(window);
-    return {eyePixel(markers, client), lookAtPixel(markers, client)};
+    const PixelScale scale = scaleOf(window);
+    const PixelPoint eye = eyePixel(markers, client), lookAt = lookAtPixel(markers, client);
+    return {edgePointer(eye, client, scale).value_or(eye),
+            edgePointer(lookAt, client, scale).value_or(lookAt)};
 }
 
 void Plan::nudge(std::size_t index, PixelPoint by, bool shift)
 {
     ask(nudgedMarkers(markers, dragOf(index, shift), clientSize(window), by));
+}
+
+AccessibleFacts Plan::facts() const
+{
+    const bool plan = GetDlgCtrlID(window) == ID_PLAN;
+    const Thumbnail which = plan ? Thumbnail::plan : Thumbnail::elevation;
+    const std::vector<PixelPoint> places = markerPixels();
+    const PixelScale scale = scaleOf(window);
+    const std::string point = userDecimalPoint();
+    return {titleOf(window),
+            {},
+            ROLE_SYSTEM_GROUPING,
+            {{textOf(Text::planEyeTip), panelPointText(which, markers.eyeH, markers.eyeV, point),
+              toRect(around(places[0], scale)), drag.chosenIndex() == 0},
+             {textOf(Text::planLookAtTip), panelPointText(which, markers.lookAtH, markers.lookAtV, point),
+              toRect(around(places[1], scale)), drag.chosenIndex() == 1}}};
 }
 
 void Plan::ask(const ViewMarkers& request)
@@ -114,6 +144,7 @@ void Plan::show(const ViewMarkers& shown)
     markers = shown;
     InvalidateRect(window, nullptr, TRUE);
     drag.redraw();
+    for (const int marker : {0, 1}) accessibleValueChanged(window, marker);
 }
 
 void Plan::notify(LPARAM lParam)

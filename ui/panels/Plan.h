@@ -14,6 +14,8 @@ class Plan : public BitmapWindow, private PanelDrag::Markers {
 public:
     explicit Plan(HWND owner) noexcept;
     LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
+    /// For programs that read the screen aloud.
+    AccessibleFacts facts() const;
 
 private:
     void paint();

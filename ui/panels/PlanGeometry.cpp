@@ -1,5 +1,7 @@
 #include "ui/panels/PlanGeometry.h"
 
+#include <algorithm>
+
 namespace belvor {
 namespace {
 
@@ -49,7 +51,20 @@ PixelPoint lookAtPixel(const ViewMarkers& markers, PixelSize client) noexcept
 MarkerDrag hitMarker(const ViewMarkers& markers, PixelSize client, int x, int y, bool shift,
                      PixelScale scale) noexcept
 {
-    return hitMarker(eyePixel(markers, client), lookAtPixel(markers, client), x, y, shift, scale);
+    const PixelPoint eye = eyePixel(markers, client), lookAt = lookAtPixel(markers, client);
+    const MarkerDrag taken = hitMarker(eye, lookAt, x, y, shift, scale);
+    if (taken != MarkerDrag::none) return taken;
+    return hitMarker(edgePointer(eye, client, scale).value_or(eye),
+                     edgePointer(lookAt, client, scale).value_or(lookAt), x, y, shift, scale);
+}
+
+std::optional<PixelPoint> edgePointer(PixelPoint marker, PixelSize client, PixelScale scale) noexcept
+{
+    const bool inside = marker.x >= 0 && marker.x < client.width && marker.y >= 0 && marker.y < client.height;
+    const int inset = scale(8);
+    if (inside || client.width <= 2 * inset || client.height <= 2 * inset) return std::nullopt;
+    return PixelPoint{std::clamp(marker.x, inset, client.width - 1 - inset),
+                      std::clamp(marker.y, inset, client.height - 1 - inset)};
 }
 
 PixelLine rubberLine(const ViewMarkers& markers, MarkerDrag drag, PixelSize client, int x, int y) noexcept

@@ -3,6 +3,8 @@
 #include "ui/panels/Pixels.h"
 #include "view/PanelRecords.h"
 
+#include <optional>
+
 namespace belvor {
 
 /// The pixel at which a point in panel units is drawn.
@@ -18,7 +20,10 @@ PanelPoint pixelToPanel(int x, int y, PixelSize client) noexcept;
 PixelPoint eyePixel(const ViewMarkers& markers, PixelSize client) noexcept;
 PixelPoint lookAtPixel(const ViewMarkers& markers, PixelSize client) noexcept;
 
-/// The marker that a press at pixel (x, y) takes.
+/// The pixel at the panel's edge where a marker outside of it shows as a pointer; none for one inside.
+std::optional<PixelPoint> edgePointer(PixelPoint marker, PixelSize client, PixelScale scale = {}) noexcept;
+
+/// The marker that a press at pixel (x, y) takes, by itself or by its pointer.
 MarkerDrag hitMarker(const ViewMarkers& markers, PixelSize client, int x, int y, bool shift,
                      PixelScale scale = {}) noexcept;
 

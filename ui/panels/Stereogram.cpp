@@ -2,12 +2,15 @@
 
 #include "platform/Win32Error.h"
 #include "platform/win32/Window.h"
+#include "resources/Texts.h"
 #include "resources/ids.h"
 #include "ui/Messages.h"
 #include "ui/ValueText.h"
 #include "ui/WindowScale.h"
 #include "ui/panels/Markers.h"
 #include "ui/panels/PanelPainting.h"
+
+#include <oleacc.h>
 
 #include <utility>
 
@@ -19,12 +22,12 @@ constexpr struct {
     const wchar_t* name;
     int button;
     UINT tool;
-    SystemArrow picture;
+    Arrow picture;
 } arrows[] = {
-    {L"Right", ID_EYERIGHT, ID_TOOLEYERIGHT, SystemArrow::right},
-    {L"Down", ID_EYEDOWN, ID_TOOLEYEDOWN, SystemArrow::down},
-    {L"Left", ID_EYELEFT, ID_TOOLEYELEFT, SystemArrow::left},
-    {L"Up", ID_EYEUP, ID_TOOLEYEUP, SystemArrow::up},
+    {L"Right", ID_EYERIGHT, ID_TOOLEYERIGHT, Arrow::right},
+    {L"Down", ID_EYEDOWN, ID_TOOLEYEDOWN, Arrow::down},
+    {L"Left", ID_EYELEFT, ID_TOOLEYELEFT, Arrow::left},
+    {L"Up", ID_EYEUP, ID_TOOLEYEUP, Arrow::up},
 };
 
 SphereKeys keysOf(const PanelMouse& mouse) noexcept { return {mouse.shift, mouse.control}; }
@@ -47,6 +50,11 @@ LRESULT Stereogram::handle(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_COMMAND:
         if (HIWORD(wParam) == BN_CLICKED) turn(LOWORD(wParam));
         return 0;
+    case WM_DRAWITEM: drawButton(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam)); return TRUE;
+    case WM_GETOBJECT:
+        if (const auto answer = accessibleObject(window, wParam, lParam, factsOf<Stereogram>(window)))
+            return *answer;
+        break;
     case WM_NOTIFY: notify(lParam); break;
     case UM_LIGHTMARKER: invalidate(markers.show(payload(UM_LIGHTMARKER, wParam))); return 0;
     case UM_REMOVELIGHTMARKER: invalidate(markers.hide(wParam)); return 0;
@@ -68,7 +76,6 @@ void Stereogram::size()
                            metricOf(window, SM_CXHSCROLL), metricOf(window, SM_CYHSCROLL)};
     for (std::size_t i = 0; i < buttons.size(); ++i) {
         const PixelArea area = arrowArea(static_cast<SphereArrow>(i), clientSize(window), sizes);
-        buttons[i].scale();
         if (!MoveWindow(buttons[i].handle(), area.x, area.y, area.width, area.height, TRUE))
             throw Win32Error("Stereogram::WM_SIZE");
     }
@@ -166,6 +173,20 @@ std::vector<PixelPoint> Stereogram::markerPixels() const
     return places;
 }
 
+AccessibleFacts Stereogram::facts() const
+{
+    AccessibleFacts known{titleOf(window), {}, ROLE_SYSTEM_GROUPING, {}};
+    const std::vector<PixelPoint> places = markerPixels();
+    const std::vector<int> shown = items();
+    for (std::size_t i = 0; i < shown.size(); ++i) {
+        const SphereDirection& direction = markers.of(shown[i]);
+        const Text name = shown[i] == 0 ? Text::sphereEyeTip : textAfter(Text::parallel1Tip, shown[i] - 1);
+        known.parts.push_back({textOf(name), directionText(direction.bearing, direction.elevation),
+                               toRect(around(places[i], scaleOf(window))), drag.chosenIndex() == i});
+    }
+    return known;
+}
+
 void Stereogram::nudge(std::size_t index, PixelPoint by, bool)
 {
     const int item = items()[index];
@@ -187,10 +208,18 @@ void Stereogram::ask(const SphereDirection& direction, int item)
 
 void Stereogram::invalidate(bool changed)
 {
-    if (changed) InvalidateRect(window, nullptr, TRUE);
+    if (!changed) return;
+    InvalidateRect(window, nullptr, TRUE);
+    accessibleValueChanged(window, -1);
 }
 
 SphereDisc Stereogram::disc() const noexcept { return SphereDisc(clientSize(window), scaleOf(window)); }
+
+void Stereogram::drawButton(const DRAWITEMSTRUCT& item) const noexcept
+{
+    for (const ArrowButton& button : buttons)
+        if (button.draw(item)) return;
+}
 
 void Stereogram::notify(LPARAM lParam)
 {

@@ -18,6 +18,8 @@ public:
     explicit Stereogram(HWND owner) noexcept : window(owner), drag(owner, *this, IDC_SIZEALL), toolTips(owner)
     {}
     LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
+    /// For programs that read the screen aloud.
+    AccessibleFacts facts() const;
 
 private:
     void create();
@@ -34,6 +36,7 @@ private:
     void turn(int button);
     void ask(const SphereDirection& direction, int item);
     void invalidate(bool changed);
+    void drawButton(const DRAWITEMSTRUCT& item) const noexcept;
     void notify(LPARAM lParam);
     SphereDisc disc() const noexcept;
 

@@ -52,6 +52,12 @@ void ViewToolbar::scale() noexcept
     const PixelScale now = scaleOf(window);
     if (now == shown) return;
     shown = now;
+    takeColours();
+}
+
+void ViewToolbar::takeColours() noexcept
+{
+    const PixelScale now = shown;
     const int index = pictureOf(now), size = pictureSizes[index];
     const GdiObject<HBITMAP> strip(CreateMappedBitmap(
         GetModuleHandleW(nullptr), index == 0 ? ID_TOOLBARBITMAP : ID_TOOLBARSCALED + index - 1, 0, nullptr,

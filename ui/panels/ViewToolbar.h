@@ -25,6 +25,8 @@ public:
     void enable(bool enabled) const noexcept;
     /// Takes pictures and button sizes for the scale of the monitor that the toolbar is on.
     void scale() noexcept;
+    /// The same for the user's colours as they are now.
+    void takeColours() noexcept;
 
     /// Answers a WM_NOTIFY that asks for the text of a button's tooltip: that of the menu
     /// item with the same command. Other notifications are left alone.

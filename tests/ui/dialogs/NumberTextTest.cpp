@@ -56,7 +56,7 @@ TEST(NumberText, ReadsTheNumberAtTheBeginning)
         {"0.30480060960121922", ".", 0.30480060960121922},
         {"12,5", ",", 12.5},
         {",5", ",", 0.5},
-        {"12.5", ",", 12},
+        {"12.5", ",", 12.5},
         {"12,5", ".", 12},
         {"12\xD9\xAB"
          "5",
@@ -64,6 +64,22 @@ TEST(NumberText, ReadsTheNumberAtTheBeginning)
     };
     for (const auto& [text, point, value] : cases)
         EXPECT_EQ(typedNumber(text, point), value) << '"' << text << '"';
+}
+
+TEST(NumberText, TellsANumberFromItsBeginningAndFromOtherText)
+{
+    using Kind = FieldText;
+    const struct {
+        const char *text, *point;
+        Kind kind;
+    } cases[] = {
+        {"1", ".", Kind::number},       {" -1.5e-3 ", ".", Kind::number}, {"1,5", ",", Kind::number},
+        {"1.5", ",", Kind::number},     {"", ".", Kind::unfinished},      {"-", ".", Kind::unfinished},
+        {".", ".", Kind::unfinished},   {",", ",", Kind::unfinished},     {"2e", ".", Kind::unfinished},
+        {"2e-", ".", Kind::unfinished}, {"1,5", ".", Kind::other},        {"e", ".", Kind::other},
+        {"12 mm", ".", Kind::other},    {"1-", ".", Kind::other},         {"x", ".", Kind::other},
+    };
+    for (const auto& c : cases) EXPECT_EQ(kindOfField(c.text, c.point), c.kind) << '"' << c.text << '"';
 }
 
 TEST(NumberText, PlaceholdersAreFilledInOrderAndPercentSignsInValuesStay)

@@ -1,0 +1,244 @@
+#include "session/Commands.h"
+#include "resources/ids.h"
+#include "session/LoadRemark.h"
+#include "tests/session/QuietShell.h"
+#include "tests/support/Files.h"
+#include "tests/support/Models.h"
+
+#include <gtest/gtest.h>
+
+namespace belvor {
+namespace {
+
+using test::QuietShell;
+using test::TempFile;
+
+/// Hands over what the requests lead to, at once; asks `stop` at each report.
+class HandingHost : public FakeHost {
+public:
+    void modelLoaded(std::uint32_t load, Model* model) override
+    {
+        session->loading().modelLoaded(load, model);
+    }
+    void imageEnded(std::uint32_t save, bool whole) override
+    {
+        wholeImages += whole;
+        session->saving().imageEnded(save, whole);
+    }
+    Session* session = nullptr;
+    int wholeImages = 0;
+};
+
+class SessionCommands : public testing::Test {
+protected:
+    SessionCommands() { host->session = &session; }
+
+    /// Runs what waits; `meanwhile` is called at report number `at` of each request.
+    void runRequests(int at = -1, const std::function<void()>& meanwhile = {})
+    {
+        RequestKind kind;
+        for (Handle<Request> request; shell.queue->take(kind, request); request = {}) {
+            class Counting : public Progress {
+            public:
+                using Progress::Progress;
+                bool progress(int count, int stage, double fraction) override
+                {
+                    if (reports++ == at) (*action)();
+                    return Progress::progress(count, stage, fraction);
+                }
+                int at = -1, reports = 0;
+                const std::function<void()>* action = nullptr;
+            };
+            const auto progress = makeHandle<Counting>(host, "", Text::none, 0);
+            progress->at = at;
+            progress->action = &meanwhile;
+            shell.queue->setCurrent(kind, progress);
+            try {
+                request->run(*progress);
+            } catch (const std::exception&) {}
+            shell.queue->setCurrent(0, {});
+            progress->finish();
+        }
+    }
+    void load(const std::string& path)
+    {
+        session.loading().openFile(path);
+        runRequests();
+        ASSERT_TRUE(session.model());
+    }
+    void command(int id) { EXPECT_TRUE(runCommand(session, id)) << id; }
+    double zoom() const { return session.view().zoom; }
+
+    QuietShell shell;
+    Handle<HandingHost> host = makeHandle<HandingHost>();
+    Session session{shell, host};
+};
+
+const char* const drawing =
+    "0\nSECTION\n2\nENTITIES\n0\n3DFACE\n8\n0\n10\n0\n20\n0\n30\n0\n11\n1\n21\n0\n31\n0\n12\n1\n22\n1\n32\n0"
+    "\n"
+    "13\n0\n23\n1\n33\n0\n0\nLINE\n8\n0\n10\n0\n20\n0\n30\n0\n11\n1\n21\n1\n31\n0\n0\nENDSEC\n0\nEOF\n";
+
+}   // namespace
+
+TEST_F(SessionCommands, UndoAndRedoGoThroughTheViewsAndAreChangesThemselves)
+{
+    const TempFile box("box.thf", test::boxText);
+    load(box.path());
+    const double first = zoom();
+    command(ID_UNDO);
+    EXPECT_EQ(zoom(), first) << "nothing to undo";
+    command(ID_INCREASEZOOM);
+    const double second = zoom();
+    command(ID_STANDARDVIEW + 1);
+    EXPECT_TRUE(session.view().parallel);
+    command(ID_UNDO);
+    EXPECT_EQ(zoom(), second);
+    command(ID_UNDO);
+    EXPECT_EQ(zoom(), first);
+    command(ID_REDO);
+    EXPECT_EQ(zoom(), second);
+    command(ID_PREVIOUSVIEW);
+    EXPECT_EQ(zoom(), first) << "the view before the redo";
+    EXPECT_FALSE(available(*commandOf(ID_REDO), session)) << "another change came";
+    session.joinChanges(true);
+    for (int i = 0; i < 5; ++i) command(ID_INCREASEZOOM);
+    session.joinChanges(false);
+    command(ID_UNDO);
+    EXPECT_EQ(zoom(), first) << "joined changes are one";
+}
+
+TEST_F(SessionCommands, ReadAgainKeepsTheViewInTheModel)
+{
+    const TempFile box("box.thf", test::boxText);
+    load(box.path());
+    command(ID_STANDARDVIEW);
+    const ModelPlace before = session.place();
+    const ViewParameters view = session.view();
+    command(ID_RELOAD);
+    runRequests();
+    EXPECT_EQ(session.view(), view) << "an unchanged file: to the bit";
+    std::string larger = test::boxText;
+    larger.replace(larger.find("2 4 6"), 5, "8 9 7");
+    box.write(larger);
+    session.fileChanged();
+    EXPECT_TRUE(shell.remark.find("box.thf has changed") != std::string::npos) << shell.remark;
+    command(ID_RELOAD);
+    runRequests();
+    EXPECT_NE(session.place().radius, before.radius);
+    for (int axis = 0; axis < 3; ++axis)
+        EXPECT_NEAR(session.place().viewToModel()(session.view().eye)[axis],
+                    before.viewToModel()(view.eye)[axis], 1e-9)
+            << axis;
+    EXPECT_NEAR(zoom() * session.place().radius, view.zoom * before.radius, 1e-12);
+    command(ID_UNDO);
+    EXPECT_NE(zoom(), view.zoom) << "the views before are there too";
+}
+
+TEST_F(SessionCommands, EscapeStopsALoadASaveAndFullScreenAtAnyMoment)
+{
+    const TempFile box("box.thf", test::boxText), image("image.omb", "old");
+    load(box.path());
+    const Handle<Model> model = session.model();
+    shell.chosen = ChosenFile{image.path(), 1};
+    int stopped = 0, whole = 0;
+    for (int report = 0; report < 20; ++report) {
+        SCOPED_TRACE(report);
+        const auto escape = [&] { command(ID_STOP); };
+        session.loading().openFile(box.path());
+        EXPECT_TRUE(session.loading().running());
+        runRequests(report, escape);
+        EXPECT_FALSE(session.loading().running());
+        stopped += session.model() == model;
+        session.takeModel(model, box.path());
+
+        image.write("old");
+        host->wholeImages = 0;
+        command(ID_SAVEAS);
+        runRequests(report, escape);
+        EXPECT_EQ(session.saving().running(), false);
+        EXPECT_EQ(image.bytes() == "old", host->wholeImages == 0) << "the file as it was, or the new one";
+        EXPECT_EQ(session.view().imageSaved, host->wholeImages == 1);
+        whole += host->wholeImages;
+    }
+    EXPECT_GT(stopped, 0);
+    EXPECT_LT(whole, 20);
+    command(ID_FULLSCREEN);
+    command(ID_STOP);
+    EXPECT_FALSE(shell.fullScreen);
+}
+
+TEST_F(SessionCommands, TheEndingOfAnImageChoosesItsFormatAndEdgesAreDrawn)
+{
+    const TempFile box("box.thf", test::boxText);
+    load(box.path());
+    std::string plain;
+    for (const auto& [ending, start] : {std::pair{".png", "\x89PNG"}, {".svg", "<?xml"}, {".omb", "II"}}) {
+        const TempFile image(std::string("image") + ending);
+        shell.chosen = ChosenFile{image.path(), 1};
+        command(ID_SAVEAS);
+        runRequests();
+        EXPECT_TRUE(image.bytes().starts_with(start)) << ending << shell.status;
+        if (ending == std::string(".svg")) {
+            EXPECT_NE(image.bytes().find("<path"), std::string::npos) << "edges though none are shown";
+        }
+        if (ending != std::string(".omb")) continue;
+        plain = image.bytes();
+        EXPECT_TRUE(session.view().imageSaved);
+        command(ID_EDGES);
+        EXPECT_FALSE(session.view().imageSaved) << "another picture";
+        command(ID_SAVE);
+        runRequests();
+        EXPECT_NE(image.bytes(), plain);
+    }
+}
+
+TEST_F(SessionCommands, ADrawingSaysWhatWasNotDrawnAndTheOtherReadingReadsItAgain)
+{
+    const TempFile file("drawing.dxf", drawing);
+    load(file.path());
+    EXPECT_EQ(shell.remark, "1 of 2 entities not drawn");
+    EXPECT_EQ(accountTable(session.loading().account()), "LINE\tno surface\t1\r\n");
+    const ViewParameters view = session.view();
+    command(ID_MODERNREADING);
+    EXPECT_TRUE(session.loading().running());
+    EXPECT_EQ(shell.settings, 1);
+    EXPECT_TRUE(commandOf(ID_MODERNREADING)->isOn(session));
+    runRequests();
+    EXPECT_EQ(session.view(), view);
+    command(ID_MODERNREADING);
+    runRequests();
+    session.loading().refused("Bad");
+    EXPECT_TRUE(shell.status.starts_with("Bad; ")) << shell.status;
+}
+
+TEST(LoadRemark, TellsWhatIsMissingAndWhyNothingIsDrawn)
+{
+    Account none, lines, off, repaired;
+    lines.entity("LINE").read = 1240;
+    lines.entity("LINE").skippedFor(SkipReason::noSurface) = 1240;
+    lines.entity("3DFACE").read = 1770;
+    lines.entity("3DFACE").drawn = 1770;
+    off.warn("everything is off");
+    repaired.repair(7, "POLYLINE", "left out");
+    const Handle<Model> full = test::thingsModel(test::boxText), empty = makeHandle<Model>();
+    const struct {
+        const Account& account;
+        const Model& model;
+        const char* text;
+    } cases[] = {
+        {none, *full, ""},
+        {lines, *full, "1,240 of 3,010 entities not drawn"},
+        {repaired, *full, "Damaged records: 1"},
+        {off, *full, "everything is off"},
+        {none, *empty, "Nothing is drawn: the file holds no surfaces"},
+        {lines, *empty, "Nothing is drawn: 1,240 of 3,010 entities: no surface (LINE)"},
+        {off, *empty, "Nothing is drawn: everything is off"},
+    };
+    for (const auto& c : cases) EXPECT_EQ(loadRemark(c.account, c.model, false), c.text);
+    for (const auto& [number, text] :
+         {std::pair{0u, "0"}, {999u, "999"}, {1000u, "1,000"}, {1234567u, "1,234,567"}})
+        EXPECT_EQ(groupedNumber(number), text);
+}
+
+}   // namespace belvor

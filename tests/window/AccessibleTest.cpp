@@ -1,0 +1,126 @@
+#include "tests/window/WindowTest.h"
+#include "view/ViewCommands.h"
+
+#include <initguid.h>
+#include <oleacc.h>
+
+namespace belvor::window {
+
+/// What programs that read the screen aloud are told, through their own interface.
+class AccessibleTest : public WindowTest {
+protected:
+    AccessibleTest() { CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
+    ~AccessibleTest() override { CoUninitialize(); }
+
+    struct Object {
+        explicit Object(HWND window)
+        {
+            AccessibleObjectFromWindow(window, static_cast<DWORD>(OBJID_CLIENT), IID_IAccessible,
+                                       reinterpret_cast<void**>(&object));
+            if (!object) throw Failure("no accessible object");
+        }
+        Object(const Object&) = delete;
+        Object& operator=(const Object&) = delete;
+        ~Object() { object->Release(); }
+        static VARIANT child(long number)
+        {
+            VARIANT id{};
+            id.vt = VT_I4;
+            id.lVal = number;
+            return id;
+        }
+        std::string text(HRESULT (STDMETHODCALLTYPE IAccessible::*get)(VARIANT, BSTR*), long number) const
+        {
+            BSTR text = nullptr;
+            (object->*get)(child(number), &text);
+            const std::string result = text ? toUtf8(text) : std::string();
+            SysFreeString(text);
+            return result;
+        }
+        std::string name(long number = 0) const { return text(&IAccessible::get_accName, number); }
+        std::string value(long number = 0) const { return text(&IAccessible::get_accValue, number); }
+        long role(long number = 0) const
+        {
+            VARIANT role{};
+            object->get_accRole(child(number), &role);
+            return role.vt == VT_I4 ? role.lVal : -1;
+        }
+        IAccessible* object = nullptr;
+    };
+};
+
+TEST_F(AccessibleTest, PanelsMarkersAndSlidersHaveNamesValuesRolesAndPlaces)
+{
+    startWith(boxModel());
+    const struct {
+        HWND window;
+        long child;
+        std::string name, value;
+        long role;
+    } cases[] = {
+        {drawing(), 0, "Picture", "", ROLE_SYSTEM_GRAPHIC},
+        {panel(ID_PLAN), 0, "Plan", "", ROLE_SYSTEM_GROUPING},
+        {panel(ID_PLAN), 2, "Look-at Point", "x 0.00, y 0.00 radii", ROLE_SYSTEM_INDICATOR},
+        {panel(ID_ELEVATION), 2, "Look-at Point", "x 0.00, z 0.00 radii", ROLE_SYSTEM_INDICATOR},
+        {panel(ID_EYESLIDE), 1, "Eye Position", "4.69 radii from the centre", ROLE_SYSTEM_INDICATOR},
+        {panel(ID_SPHERE), 2, "Parallel 1",
+         "bearing \xE2\x88\x92"
+         "30°, elevation 60°",
+         ROLE_SYSTEM_INDICATOR},
+        {panel(ID_SLIDER), 0, "Sky", "Sky: 0.40", ROLE_SYSTEM_SLIDER},
+        {program().child(ID_EYEUP, panel(ID_SPHERE)), 0, "Move Eye Up", "", ROLE_SYSTEM_PUSHBUTTON},
+    };
+    for (const auto& c : cases) {
+        const Object object(c.window);
+        EXPECT_EQ(object.name(c.child), c.name);
+        EXPECT_EQ(object.value(c.child), c.value) << c.name;
+        if (c.role != ROLE_SYSTEM_PUSHBUTTON) {   // the system's own, by the class of the window
+            EXPECT_EQ(object.role(c.child), c.role) << c.name;
+        }
+    }
+    const Object plan(panel(ID_PLAN));
+    long left = 0, top = 0, width = 0, height = 0;
+    plan.object->accLocation(&left, &top, &width, &height, Object::child(2));
+    RECT frame;
+    GetWindowRect(panel(ID_PLAN), &frame);
+    EXPECT_EQ(left + width / 2, (frame.left + frame.right) / 2);
+    EXPECT_EQ(top + height / 2, (frame.top + frame.bottom) / 2);
+    long children = 0;
+    const Object sphere(panel(ID_SPHERE));
+    sphere.object->get_accChildCount(&children);
+    EXPECT_EQ(children, 2 + 4) << "the eye, a light, and the four buttons";
+}
+
+TEST_F(AccessibleTest, EveryFieldOfTheViewParametersHasItsOwnName)
+{
+    startWith(boxModel());
+    const HWND dialog = program().openDialog(ID_VIEWPARAMETERS, "View Parameters");
+    std::vector<std::string> names;
+    for (HWND field = nullptr; (field = FindWindowExW(dialog, field, L"Edit", nullptr)) != nullptr;)
+        names.push_back(Object(field).name());
+    EXPECT_EQ(names.size(), 28u);
+    for (const std::string& name : names)
+        EXPECT_TRUE(!name.empty() && std::count(names.begin(), names.end(), name) == 1) << name;
+    program().answer(dialog, IDCANCEL);
+}
+
+TEST_F(AccessibleTest, AFaultOfTheProgramLeavesAReportAndSaysWhere)
+{
+    startWith(boxModel());
+    const KernelHandle thread(CreateRemoteThread(
+        program().handle(), nullptr, 0, reinterpret_cast<LPTHREAD_START_ROUTINE>(16), nullptr, 0, nullptr));
+    const HWND box = program().awaitDialog("Belvor");
+    const std::string text = program().messageOf(box);
+    const std::size_t place = text.find_last_of('\n');
+    ASSERT_NE(place, std::string::npos) << text;
+    const std::string path = text.substr(place + 1);
+    EXPECT_NE(readFile(path).find("exception c0000005"), std::string::npos) << text;
+    const std::string dump = path.substr(0, path.size() - 4) + ".dmp";
+    EXPECT_EQ(readFile(dump).substr(0, 4), "MDMP");
+    DeleteFileW(toWide(path).c_str());
+    DeleteFileW(toWide(dump).c_str());
+    PostMessageW(box, WM_COMMAND, IDOK, 0);
+    EXPECT_NE(program().exitStatus(), 0);
+}
+
+}   // namespace belvor::window

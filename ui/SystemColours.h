@@ -1,0 +1,14 @@
+#pragma once
+
+#include "platform/win32/Windows.h"
+
+namespace belvor {
+
+/// Whether the user's theme is one of high contrast. Interface thread.
+bool highContrast() noexcept;
+/// The user's colours or theme may have changed: asks the system anew.
+void refreshSystemColours() noexcept;
+/// Gives the window a dark title bar when the user's programs are dark, where the system can.
+void followDarkMode(HWND window) noexcept;
+
+}   // namespace belvor
