@@ -110,7 +110,8 @@ public:
 private:
     static std::uint8_t lightnessOf(std::uint8_t bits, const std::uint8_t* colour) noexcept
     {
-        constexpr int palest = 255, darkestSame = 191, onlyColour = 96, shape = 0;
+        constexpr int palest = 255, darkestSame = 191;
+        constexpr std::uint8_t onlyColour = 96, shape = 0;
         if (bits == 0)
             return static_cast<std::uint8_t>(darkestSame
                                              + (palest - darkestSame)

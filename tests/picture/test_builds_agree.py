@@ -29,10 +29,11 @@ SCENES = [
 
 class BuildsAgree(Folder):
     def digests(self, program, arguments):
-        outputs = ["p.omb", "p.png", "--save-view", "v.bvp"]
+        pictures = ["omb", "png", "exr", "tif", "npy", "pfm", "svg"]
+        outputs = [f"p.{name}" for name in pictures] + ["--edges", "--surfaces", "embed", "--save-view", "v.bvp"]
         info = self.render("--info", *arguments, *outputs, program=program)
         view_lines = self.read("v.bvp").replace(b"\r\n", b"\n")     # each system's own line ends
-        parts = {"info": info.encode(), "omb": self.read("p.omb"), "png": self.read("p.png"), "view": view_lines}
+        parts = {"info": info.encode(), "view": view_lines} | {name: self.read(f"p.{name}") for name in pictures}
         return {name: hashlib.sha256(data).hexdigest() for name, data in parts.items()}
 
     def check(self, model, size, parameters):
