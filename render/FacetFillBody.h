@@ -56,7 +56,7 @@ inline void findRuns(const Crossings& a, const Crossings& b, int width, Runs& ru
     const Doubles leftDepth = swapped ? b.depth : a.depth, rightDepth = swapped ? a.depth : b.depth;
     const Doubles lastColumn = all(width - 1.0), outside = all(-1.0);
     const Longs covers = (right > 0.0) & (left < lastColumn);
-    const Doubles from = covers & (left > outside) ? left : outside;
+    const Doubles from = (covers & (left > outside)) ? left : outside;
     const Doubles to = covers ? (right < lastColumn ? right : lastColumn) : outside;
     const Ints first = __builtin_convertvector(from, Ints) + 1;
     const Ints count = __builtin_convertvector(to, Ints) + 1 - first;

@@ -124,24 +124,24 @@ public:
     template <class Pause>
     void draw(std::size_t band, std::vector<PixelRow>& rows, const Workers::Turn& turn, Pause pause) const
     {
-        const Bands& bands = frame.bands;
-        const int first = static_cast<int>(band) << bands.rowBits,
-                  end = std::min(first + bands.rows(), bands.height);
-        if (rows.empty() || rows.front().width() != bands.width) rows.clear();
-        while (rows.size() < static_cast<std::size_t>(end - first)) rows.emplace_back(bands.width);
+        const Bands& picture = frame.bands;
+        const int first = static_cast<int>(band) << picture.rowBits,
+                  end = std::min(first + picture.rows(), picture.height);
+        if (rows.empty() || rows.front().width() != picture.width) rows.clear();
+        while (rows.size() < static_cast<std::size_t>(end - first)) rows.emplace_back(picture.width);
         std::vector<FillRow> targets;
         for (PixelRow& row : rows) {
             row.clear();
             targets.push_back(row.target());
         }
-        const FillRows target{targets.data(), first, end, bands.width};
+        const FillRows target{targets.data(), first, end, picture.width};
         frame.edges.forEachRun(band, [&](const SimpleFacet* facets, std::size_t count) {
             pause();
             if (!turn.stopping())
                 frame.sharing.fillFacets(facets, count, &frame.vertices.points[0][0], target);
         });
         FacetStepper& stepper = frame.steppers[turn.thread];
-        stepper.restart(model, frame.vertices.points.data(), bands.height);
+        stepper.restart(model, frame.vertices.points.data(), picture.height);
         for (int y = first; y < end && !turn.stopping(); ++y) {
             pause();
             frame.edges.forEachFacet(y, [&stepper](std::uint32_t facet) { stepper.enter(facet); });
