@@ -1,6 +1,7 @@
 #include "cli/Drawing.h"
 
 #include "cli/ConsoleReporter.h"
+#include "cli/Deadline.h"
 #include "cli/Failures.h"
 #include "cli/Info.h"
 #include "cli/Remarks.h"
@@ -9,6 +10,7 @@
 #include "imagefile/OmbrFile.h"
 #include "imagefile/Pictures.h"
 #include "platform/Files.h"
+#include "platform/Process.h"
 #include "readers/ForeignFile.h"
 #include "render/Frame.h"
 #include "render/Outlines.h"
@@ -55,6 +57,16 @@ Bounds readDrawn(const Options& options, const Job& job, ConsoleReporter& report
     return bounds;
 }
 
+/// Without hashes a picture has no texts.
+PictureTexts textsFor(const ViewParameters& view, const ModelPlace& place, const RunNotes& notes,
+                      std::size_t i)
+{
+    if (notes.hashes.empty()) return {};
+    std::string lines = view.text(place.centre, place.radius);
+    std::erase(lines, '\r');   // the same on every system
+    return {lines, notes.hashes[i]};
+}
+
 /// The pictures of all views take their names together.
 void drawViews(const Options& options, const Job& job, const std::vector<ViewParameters>& views,
                const ModelPlace& place, Reporter& reporter, RunNotes& notes)
@@ -73,7 +85,8 @@ void drawViews(const Options& options, const Job& job, const std::vector<ViewPar
         std::vector<PictureTarget> targets;
         for (const std::string& output : job.outputs[i])
             targets.push_back({output, pictureFormatOfPath(output).value()});
-        drawn.push_back(makeHandle<Pictures>(targets, *model, scene.camera, size.width, size.height));
+        drawn.push_back(makeHandle<Pictures>(targets, *model, scene.camera, size.width, size.height,
+                                             textsFor(views[i], place, notes, i)));
         drawn.back()->setBackground(options.background);
         if (options.embedSurfaces) drawn.back()->embedSurfaces();
         lines.trace = drawn.back()->trace();
@@ -92,21 +105,6 @@ Text foreignKindOfFile(const std::string& path)
     char start[16];
     const std::size_t count = file ? std::fread(start, 1, sizeof start, file.get()) : 0;
     return foreignKindOf({start, count});
-}
-
-/// Tells a user who has named a file of another kind so.
-void remarkOnKind(const std::string& path)
-{
-    if (const Text kind = foreignKindOfFile(path); kind != Text::none)
-        remark(filledText(Text::foreignRemark, {textOf(kind)}));
-}
-
-/// How a run that did all it was asked for ends, for scripts that want to know more.
-ExitStatus statusOf(const Options& options, const Reading& reading)
-{
-    if (options.failEmpty && reading.model->facetCount() == 0) return nothingDrawn;
-    if (options.failRepaired && reading.account.repairCount != 0) return repaired;
-    return done;
 }
 
 /// The failure is told even where its report cannot be written.
@@ -158,14 +156,45 @@ void draw(const Options& options, const Job& job, ConsoleReporter& reporter, Run
     drawViews(options, job, views, place, reporter, notes);
 }
 
+int statusAfter(const Options& options, const Reading& reading)
+{
+    if (options.failEmpty && reading.model->facetCount() == 0) return nothingDrawn;
+    if (options.failRepaired && reading.account.repairCount != 0) return repaired;
+    return done;
+}
+
+void remarkOnKind(const Options& options, const Job& job)
+{
+    if (job.type != FileType::dxf || options.quiet) return;
+    if (const Text kind = foreignKindOfFile(job.model); kind != Text::none)
+        remark(filledText(Text::foreignRemark, {textOf(kind)}));
+}
+
 void remarkOnReading(const Options& options, const Job& job)
 {
     if (job.type != FileType::dxf || options.rules == ReadingRules::modern || options.quiet) return;
     if (foreignKindOfFile(job.model) == Text::none) remark(textOf(Text::tryModern));
 }
 
-int drawReported(Options& options, const Job& job, ConsoleReporter& reporter)
+namespace {
+
+/// The limits of a single model hold for this process.
+void setLimits(const Options& options)
 {
+    if (options.maxMemory != 0) limitMemory(options.maxMemory);
+    if (options.timeout == 0.0) return;
+    watchDeadline([text = filledText(Text::toolRemark, {tooLongText(options, options.jobs.front())})] {
+        std::fputs(text.c_str(), stderr);
+    });
+    setDeadline(options.timeout);
+}
+
+}   // namespace
+
+int drawReported(Options& options, ConsoleReporter& reporter)
+{
+    const Job& job = options.jobs.front();
+    setLimits(options);
     RunNotes notes;
     try {
         checkPlaces(options, job);
@@ -173,13 +202,12 @@ int drawReported(Options& options, const Job& job, ConsoleReporter& reporter)
         draw(options, job, reporter, notes);
     } catch (const std::exception& error) {
         reporter.clear();
-        if (dynamic_cast<const BadFile*>(&error) && job.type == FileType::dxf && !options.quiet)
-            remarkOnKind(job.model);
+        if (dynamic_cast<const BadFile*>(&error)) remarkOnKind(options, job);
         reportAfterFailure(options, job, notes, error);
         throw;
     }
     if (!options.report.empty()) writeReport(options, job, notes);
-    return statusOf(options, notes.reading);
+    return statusAfter(options, notes.reading);
 }
 
 }   // namespace belvor

@@ -1,6 +1,6 @@
 #include "cli/Failures.h"
 
-#include "cli/Arguments.h"
+#include "cli/Options.h"
 #include "cli/Views.h"
 #include "errors/BadFile.h"
 #include "errors/FileError.h"
@@ -9,6 +9,7 @@
 #include "platform/Win32Error.h"
 
 #include <cerrno>
+#include <charconv>
 #include <cstdio>
 #include <new>
 #include <stdexcept>
@@ -48,6 +49,14 @@ int tellInternal(std::string* text, const char* what) noexcept
 }
 
 }   // namespace
+
+std::string tooLongText(const Options& options, const Job& job)
+{
+    char seconds[32];
+    const char* const end = std::to_chars(seconds, seconds + sizeof seconds, options.timeout).ptr;
+    return filledText(Text::tookTooLong,
+                      {job.model, std::string_view(seconds, static_cast<std::size_t>(end - seconds))});
+}
 
 int tellFailure(std::string* text) noexcept
 {

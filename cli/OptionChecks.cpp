@@ -105,6 +105,29 @@ void checkReport(const Options& options, Roles& roles)
 
 }   // namespace
 
+void checkTogether(const Options& options)
+{
+    if (options.changes.zoom && options.changes.unitsPerPixel) refuse(Text::zoomAndScale);
+    const struct {
+        bool given;
+        const char* name;
+    } ofMany[] = {{options.processes != 0, "--jobs"},
+                  {options.failFast, "--fail-fast"},
+                  {options.nullSeparated, "--null"},
+                  {options.skipExisting, "--skip-existing"}},
+      ofOne[] = {{!options.outputs.empty(), "--output"},
+                 {options.info, "--info"},
+                 {!options.savedView.empty(), "--save-view"}};
+    for (const auto& option : ofMany)
+        if (option.given && !options.batch) refuse(Text::needsEach, {option.name});
+    for (const auto& option : ofOne)
+        if (option.given && options.batch) refuse(Text::notWithEach, {option.name});
+    if (options.nullSeparated && options.list.empty()) refuse(Text::needsEach, {"--null"});
+    for (const std::string& pattern : options.each)
+        if (!pictureFormatOfPath(pattern)) refuse(Text::notAPicture, {pattern});
+    if (options.batch && options.each.empty() && options.report.empty()) refuse(Text::nothingToDo);
+}
+
 void checkWhole(const Options& options)
 {
     if (options.chosenViews.size() > 1)
@@ -117,7 +140,6 @@ void checkWhole(const Options& options)
     if (options.outputs.empty() && options.savedView.empty() && !options.info && options.report.empty())
         refuse(Text::nothingToDo);
     if (!options.savedView.empty() && options.chosenViews.size() > 1) refuse(Text::oneViewToSave);
-    if (options.changes.zoom && options.changes.unitsPerPixel) refuse(Text::zoomAndScale);
     for (const Job& job : options.jobs)
         if (job.type == FileType::unknown) refuse(Text::unknownEnding, {job.model});
 }

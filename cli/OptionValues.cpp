@@ -56,6 +56,25 @@ void takeThreads(const std::string& text, Options& options)
     options.threads = static_cast<unsigned>(count);
 }
 
+void takeProcesses(const std::string& value, Options& options)
+{
+    constexpr std::int32_t most = 1024;
+    std::int32_t count = 0;
+    if (!isLong(value, count) || count < 1 || count > most)
+        refuse(Text::badProcesses, {std::to_string(most), value});
+    options.processes = static_cast<unsigned>(count);
+}
+
+void takeMaxMemory(const std::string& value, Options& options)
+{
+    std::int32_t count = 0;
+    const std::size_t unit = std::string_view("kmg").find(lowerCase(value).back());
+    if (unit == std::string_view::npos || !isLong(std::string_view(value).substr(0, value.size() - 1), count)
+        || count < 1)
+        refuse(Text::badMemory, {value});
+    options.maxMemory = static_cast<std::uint64_t>(count) << (10 * (unit + 1));
+}
+
 void takeType(const std::string& value, Options& options)
 {
     const std::string word = lowerCase(value);

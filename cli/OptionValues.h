@@ -11,6 +11,9 @@ namespace belvor {
 
 void takeSize(const std::string& value, Options& options);
 void takeThreads(const std::string& value, Options& options);
+void takeProcesses(const std::string& value, Options& options);
+/// "512M".
+void takeMaxMemory(const std::string& value, Options& options);
 void takeType(const std::string& value, Options& options);
 void takeReading(const std::string& value, Options& options);
 void takeColours(const std::string& value, Options& options);

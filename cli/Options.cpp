@@ -1,5 +1,6 @@
 #include "cli/Options.h"
 
+#include "cli/ModelList.h"
 #include "cli/OptionChecks.h"
 #include "cli/OptionValues.h"
 
@@ -41,6 +42,22 @@ constexpr OptionRow optionRows[] = {
      [](const std::string& value, Options& options) { options.savedView = value; }},
     {"--output", 'o', Text::valueFile, Text::helpOutput, true,
      [](const std::string& value, Options& options) { options.outputs.push_back(value); }},
+    {"--each", 0, Text::valueTemplate, Text::helpEach, true,
+     [](const std::string& value, Options& options) { options.each.push_back(value); }},
+    {"--list", 0, Text::valueFile, Text::helpList, false,
+     [](const std::string& value, Options& options) { options.list = value; }},
+    {"--null", 0, Text::none, Text::helpNull, true,
+     [](const std::string&, Options& options) { options.nullSeparated = true; }},
+    {"--jobs", 'j', Text::valueThreads, Text::helpProcesses, false, takeProcesses},
+    {"--timeout", 0, Text::valueSeconds, Text::helpTimeout, false,
+     [](const std::string& value, Options& options) {
+         options.timeout = positiveNumberOf("--timeout", value);
+     }},
+    {"--max-memory", 0, Text::valueMemory, Text::helpMemory, false, takeMaxMemory},
+    {"--fail-fast", 0, Text::none, Text::helpFailFast, true,
+     [](const std::string&, Options& options) { options.failFast = true; }},
+    {"--skip-existing", 0, Text::none, Text::helpSkipExisting, true,
+     [](const std::string&, Options& options) { options.skipExisting = true; }},
     {"--type", 0, Text::valueType, Text::helpType, false, takeType},
     {"--threads", 0, Text::valueThreads, Text::helpThreads, false, takeThreads},
     {"--edges", 0, Text::valueEdges, Text::helpEdges, false, takeEdges, true},
@@ -86,11 +103,32 @@ Options parseOptions(std::vector<std::string> arguments)
     Options options;
     std::vector<std::string> words = parseArguments(optionRows, arguments, options);
     if (!options.answer.empty()) return options;
+    options.arguments = std::move(arguments);
     options.chosenViews = chosenViews(options.views);
-    if (words.empty()) refuse(Text::modelNeeded);
-    options.outputs.insert(options.outputs.begin(), words.begin() + 1, words.end());
-    options.jobs.push_back(jobOf(options, 1, words.front()));
+    options.batch = !options.each.empty() || !options.list.empty();
+    checkTogether(options);
+    if (options.batch) {
+        options.outputs = options.each;
+        for (std::string& model : readList(options)) words.push_back(std::move(model));
+    }
+    if (words.empty() && options.list.empty()) refuse(Text::modelNeeded);
+    if (!options.batch) {
+        options.outputs.insert(options.outputs.begin(), words.begin() + 1, words.end());
+        words.resize(1);
+    }
+    for (const std::string& model : words)
+        options.jobs.push_back(jobOf(options, options.jobs.size() + 1, model));
     checkWhole(options);
+    return options;
+}
+
+Options parseWorkerOptions(const std::vector<std::string>& arguments)
+{
+    Options options;
+    parseArguments(optionRows, arguments, options);
+    options.chosenViews = chosenViews(options.views);
+    options.batch = true;
+    options.outputs = options.each;
     return options;
 }
 

@@ -31,12 +31,26 @@ struct Options {
     bool edges = false;                 ///< Draw outlines; `lines` says how, its outlines are not set yet.
     LineStyle lines;
     std::array<std::uint8_t, 3> background{};   ///< Red, green, blue.
+    // Many models.
+    std::vector<std::string> each;   ///< Templates of the pictures' names.
+    std::string list;                ///< The file that names models, "-" for standard input.
+    bool nullSeparated = false, failFast = false, skipExisting = false;
+    unsigned processes = 0;        ///< Worker processes; 0 for as many as the process may use processors.
+    double timeout = 0.0;          ///< Seconds for one model; 0 without a limit.
+    std::uint64_t maxMemory = 0;   ///< Bytes for one model; 0 without a limit.
+    bool batch = false;
+
+    std::vector<std::string> arguments;   ///< Those of the command line, without the program's name.
     std::vector<ChosenView> chosenViews;
     std::vector<Job> jobs;
     std::string answer;   ///< Help or version: to be printed, and nothing else done, unless empty.
 };
 
-/// `arguments` begin with the program's name. Throws Usage.
+/// `arguments` begin with the program's name. Throws Usage, and FileError for a list that cannot be read.
 Options parseOptions(std::vector<std::string> arguments);
+
+/// The same for a worker process, which is told its jobs one by one: without the program's name and without
+/// looking at the models.
+Options parseWorkerOptions(const std::vector<std::string>& arguments);
 
 }   // namespace belvor

@@ -17,7 +17,20 @@ void print(const std::string& text)
     throw FileError(textOf(Text::standardOutput), Text::cannotWrite, errno);
 }
 
-void remark(const std::string& text) { std::fputs(filledText(Text::toolRemark, {text}).c_str(), stderr); }
+namespace {
+
+std::string* collected = nullptr;
+
+}   // namespace
+
+void collectRemarks(std::string* text) noexcept { collected = text; }
+
+void remark(const std::string& text)
+{
+    const std::string line = filledText(Text::toolRemark, {text});
+    if (collected) *collected += line;
+    else std::fputs(line.c_str(), stderr);
+}
 
 void remarkOn(const std::string& file, const Reading& reading)
 {

@@ -13,6 +13,9 @@ void print(const std::string& text);
 /// Writes one line of standard error, the program's name before it.
 void remark(const std::string& text);
 
+/// From now on remarks are added to `text` instead, which must outlive them; null for standard error again.
+void collectRemarks(std::string* text) noexcept;
+
 /// Tells why something is missing from a picture of the model, or why the picture cannot be exact.
 void remarkOn(const std::string& file, const Reading& reading);
 

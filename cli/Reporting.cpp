@@ -1,6 +1,8 @@
 #include "cli/Reporting.h"
 
+#include "cli/PictureHash.h"
 #include "errors/FileError.h"
+#include "platform/Files.h"
 #include "platform/OutputFile.h"
 #include "resources/Texts.h"
 
@@ -17,6 +19,14 @@ void write(const std::string& text, std::FILE* to, const std::string& path)
         throw FileError(path, Text::cannotWrite, errno);
 }
 
+/// Of pictures that were there already only the size is looked at.
+FileDigest sizeOf(const std::string& path)
+{
+    FileDigest file{path, 0, {}};
+    kindOfFile(path, file.bytes);
+    return file;
+}
+
 }   // namespace
 
 void RunNotes::stepDone(std::string name)
@@ -24,6 +34,11 @@ void RunNotes::stepDone(std::string name)
     const auto now = std::chrono::steady_clock::now();
     steps.emplace_back(std::move(name), std::chrono::duration<double>(now - latest).count());
     latest = now;
+}
+
+double RunNotes::seconds() const noexcept
+{
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - beginning).count();
 }
 
 void RunNotes::addCamera(const std::string& name, const ViewParameters& view, const ModelPlace& place)
@@ -36,7 +51,10 @@ std::string reportOn(const Options& options, const Job& job, const RunNotes& not
 {
     RunReport report;
     report.program = textOf(Text::version);
-    report.file = digestOf(job.model);
+    if (options.batch)
+        report.batch = BatchLine{job.number,      notes.status,   notes.error, hashOfAll(notes.hashes),
+                                 notes.unchanged, notes.seconds()};
+    report.file = notes.file ? *notes.file : digestOf(job.model);
     report.reading = options.rules == ReadingRules::modern ? "modern" : "strict";
     report.model = notes.reading.model.get();
     report.account = &notes.reading.account;
@@ -44,7 +62,8 @@ std::string reportOn(const Options& options, const Job& job, const RunNotes& not
     report.cameras = notes.cameras;
     if (notes.outputsWritten)
         for (const auto& names : job.outputs)
-            for (const std::string& output : names) report.outputs.push_back(digestOf(output));
+            for (const std::string& output : names)
+                report.outputs.push_back(notes.unchanged ? sizeOf(output) : digestOf(output));
     if (notes.viewWritten) report.outputs.push_back(digestOf(options.savedView));
     if (options.timing) report.timing = notes.steps;
     return toJson(report);

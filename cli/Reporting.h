@@ -7,6 +7,7 @@
 #include "view/ViewParameters.h"
 
 #include <chrono>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -28,8 +29,14 @@ public:
     std::string error;   ///< Why the run failed; empty: it did not.
     bool outputsWritten = false, viewWritten = false;
     std::vector<std::pair<std::string, double>> steps;   ///< Seconds.
+    std::optional<FileDigest> file;                      ///< The model file, where somebody has asked.
+    std::vector<std::string> hashes;                     ///< By view: of all that its pictures depend on.
+    bool unchanged = false;                              ///< The pictures were there already.
+    int status = 0;                                      ///< As the program would end.
+    double seconds() const noexcept;                     ///< Since the beginning.
 
 private:
+    const std::chrono::steady_clock::time_point beginning = std::chrono::steady_clock::now();
     std::chrono::steady_clock::time_point latest = std::chrono::steady_clock::now();
 };
 

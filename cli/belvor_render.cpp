@@ -2,11 +2,13 @@
 
 #include "cli/belvor_render.h"
 
+#include "cli/Batch.h"
 #include "cli/ConsoleReporter.h"
 #include "cli/Drawing.h"
 #include "cli/Failures.h"
 #include "cli/Options.h"
 #include "cli/Remarks.h"
+#include "cli/Worker.h"
 #include "errors/BadFile.h"
 #include "platform/Process.h"
 
@@ -14,6 +16,25 @@
 #include <utility>
 
 namespace belvor {
+namespace {
+
+int runOptions(Options& options)
+{
+    if (!options.answer.empty()) {
+        print(options.answer);
+        return done;
+    }
+    ConsoleReporter reporter(!options.quiet && standardErrorIsTerminal());
+    return options.batch ? drawAll(options, reporter) : drawReported(options, reporter);
+}
+
+/// Memory that ran out is the option's fault where it set the limit.
+int statusWithin(const Options& options, int status) noexcept
+{
+    return status == noMemory && options.maxMemory != 0 && !options.batch ? tooMuchMemory : status;
+}
+
+}   // namespace
 
 int runCommandLine(int argc, char** argv) noexcept
 {
@@ -23,6 +44,7 @@ int runCommandLine(int argc, char** argv) noexcept
     } catch (...) {
         return tellFailure();
     }
+    if (arguments.size() == 2 && arguments[1] == workerArgument) return runWorker();
     return runArguments(std::move(arguments));
 }
 
@@ -31,12 +53,7 @@ int runArguments(std::vector<std::string> arguments) noexcept
     Options options;
     try {
         options = parseOptions(std::move(arguments));
-        if (!options.answer.empty()) {
-            print(options.answer);
-            return done;
-        }
-        ConsoleReporter reporter(!options.quiet && standardErrorIsTerminal());
-        return drawReported(options, options.jobs.front(), reporter);
+        return runOptions(options);
     } catch (const BadFile&) {
         const int status = tellFailure();
         try {
@@ -45,7 +62,7 @@ int runArguments(std::vector<std::string> arguments) noexcept
         }
         return status;
     } catch (...) {
-        return tellFailure();
+        return statusWithin(options, tellFailure());
     }
 }
 

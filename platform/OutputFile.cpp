@@ -1,14 +1,18 @@
 #include "platform/OutputFile.h"
 
+#include "platform/FileNames.h"
 #include "platform/OutputPlace.h"
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
+#include <map>
 #include <mutex>
 #include <random>
 #include <set>
+#include <system_error>
 #include <utility>
 
 namespace belvor {
@@ -38,21 +42,65 @@ OutputFile::Error::Error(std::string path, int code)
 
 OutputFile::Busy::Busy(std::string path) : Error(std::move(path), EBUSY) {}
 
-std::string unusedNameFor(std::string_view name)
+namespace {
+
+constexpr std::string_view wordLetters = "abcdefghijklmnopqrstuvwxyz234567";
+constexpr std::string_view unfinishedEnd = ".part";
+constexpr std::size_t wordLength = 20;
+
+/// What the unused names for `name` begin with.
+std::string_view unfinishedPrefix(std::string_view name) noexcept
 {
-    constexpr std::size_t longestPrefix = 100;
-    std::size_t length = std::min(name.size(), longestPrefix);
+    constexpr std::size_t longest = 100;
+    std::size_t length = std::min(name.size(), longest);
     if (length < name.size())   // not in the middle of a character
         while (length > 0 && (static_cast<unsigned char>(name[length]) & 0xC0) == 0x80) --length;
-    constexpr char letters[] = "abcdefghijklmnopqrstuvwxyz234567";
+    return name.substr(0, length);
+}
+
+/// The prefix of an unused name; empty for other names.
+std::string_view prefixOfUnfinished(std::string_view entry) noexcept
+{
+    constexpr std::size_t added = 1 + wordLength + unfinishedEnd.size();
+    if (entry.size() <= added || !entry.ends_with(unfinishedEnd)) return {};
+    const std::string_view prefix = entry.substr(0, entry.size() - added);
+    const std::string_view word = entry.substr(prefix.size() + 1, wordLength);
+    const bool ours = entry[prefix.size()] == '.' && word.find_first_not_of(wordLetters) == word.npos;
+    return ours ? prefix : std::string_view();
+}
+
+}   // namespace
+
+std::string unusedNameFor(std::string_view name)
+{
     std::random_device random;
-    std::string result(name.substr(0, length));
+    std::string result(unfinishedPrefix(name));
     result += '.';
-    for (int word = 0; word < 4; ++word) {
+    for (std::size_t word = 0; word < wordLength; word += 5) {
         std::uint32_t bits = random();
-        for (int letter = 0; letter < 5; ++letter, bits >>= 5) result += letters[bits & 31];
+        for (int letter = 0; letter < 5; ++letter, bits >>= 5) result += wordLetters[bits & 31];
     }
-    return result + ".part";
+    return result += unfinishedEnd;
+}
+
+void removeAbandonedFiles(std::span<const std::string> outputs)
+{
+    std::map<std::string, std::set<std::string>> prefixes;   // by folder
+    for (const std::string& output : outputs) {
+        const std::string_view name = fileName(output);
+        prefixes[output.substr(0, output.size() - name.size())].emplace(unfinishedPrefix(name));
+    }
+    for (const auto& [folder, ours] : prefixes) {
+        std::error_code fault;
+        const std::string place = folder.empty() ? "." : folder;
+        std::filesystem::directory_iterator entry(std::u8string(place.begin(), place.end()), fault), end;
+        for (; !fault && entry != end; entry.increment(fault)) {
+            const std::u8string wide = entry->path().filename().u8string();
+            const std::string name(wide.begin(), wide.end());
+            const std::string_view prefix = prefixOfUnfinished(name);
+            if (!prefix.empty() && ours.count(std::string(prefix)) != 0) removeIfAbandoned(folder + name);
+        }
+    }
 }
 
 /// While it lives, no other output of this process has the name.

@@ -75,6 +75,10 @@ private:
 /// whatever links lead to it. There need be no such file; then its folder and name count.
 std::string fileIdentity(const std::string& path);
 
+/// Deletes what processes that are gone have left beside the names of these output files (UTF-8), which may
+/// be many and in many folders. Files that a process is writing stay. Throws std::bad_alloc.
+void removeAbandonedFiles(std::span<const std::string> outputs);
+
 /// Deletes the files beside their names that this process has not finished. May be called from
 /// a signal's handler; the process must end then.
 void removeUnfinishedFiles() noexcept;

@@ -11,6 +11,9 @@ namespace belvor {
 /// word, ".part". Short enough for any file system.
 std::string unusedNameFor(std::string_view name);
 
+/// Deletes the file of that path (UTF-8), beside an output's name, unless a process is writing it.
+void removeIfAbandoned(const std::string& path) noexcept;
+
 /// The name of an output file in its folder, and the names beside it; a body for each system.
 /// Functions that answer bool leave errno when the answer is false.
 class OutputFile::Place {

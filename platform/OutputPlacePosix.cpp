@@ -4,6 +4,7 @@
 #include "platform/OutputPlace.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -101,6 +102,7 @@ struct OutputFile::Place::System {
     std::string path;   // where the links lead
     std::string name;
     int folder = -1;
+    int lockHolder = -1;   // of the file to be: tells other processes that it is still wanted
     mode_t mode = 0;
     Unfinished* written = nullptr;   // the file to be
     Unfinished* older = nullptr;     // a second name of the file that it replaces
@@ -122,6 +124,7 @@ OutputFile::Place::System::~System()
         each->folder.store(-1);
     }
     if (folder >= 0) close(folder);
+    if (lockHolder >= 0) close(lockHolder);
 }
 
 /// What has the name now: nothing, or a file that may be replaced; else false.
@@ -170,7 +173,10 @@ int OutputFile::Place::System::create(bool existed)
         written = noteUnfinished(folder, unusedNameFor(name));   // before there is such a file
         const int number =
             openat(folder, written->name, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, first);
-        if (number >= 0) return number;
+        if (number >= 0) {
+            if (flock(number, LOCK_EX | LOCK_NB) == 0) lockHolder = fcntl(number, F_DUPFD_CLOEXEC, 0);
+            return number;
+        }
         std::exchange(written, nullptr)->folder.store(-1);
         if (errno != EEXIST) break;
     }
@@ -239,6 +245,14 @@ std::string fileIdentity(const std::string& path)
     if (stat(path.c_str(), &status) == 0) return numberOf(status);
     const std::string target = resolved(path);
     return stat(folderOf(target).c_str(), &status) == 0 ? numberOf(status) + "/" + nameIn(target) : target;
+}
+
+void removeIfAbandoned(const std::string& path) noexcept
+{
+    const int number = open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    if (number < 0) return;
+    if (flock(number, LOCK_EX | LOCK_NB) == 0) unlink(path.c_str());
+    close(number);
 }
 
 void removeUnfinishedFiles() noexcept

@@ -241,6 +241,13 @@ std::string fileIdentity(const std::string& path)
     return placeIdentity(wholePath(wide));
 }
 
+void removeIfAbandoned(const std::string& path) noexcept
+try {   // without sharing it opens only where no other process has it open
+    const HANDLE handle = CreateFileW(toWide(path).c_str(), DELETE, 0, nullptr, OPEN_EXISTING,
+                                      FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+    if (handle != INVALID_HANDLE_VALUE) CloseHandle(handle);
+} catch (...) {}
+
 void removeUnfinishedFiles() noexcept
 {
     const std::lock_guard guard(unfinished().mutex);

@@ -5,7 +5,12 @@
 #include "platform/OutputPlace.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
 #include <new>
+#include <system_error>
 
 #ifdef _WIN32
 #include "platform/Utf16.h"
@@ -44,6 +49,16 @@ bool standardErrorIsTerminal() noexcept { return _isatty(2) != 0; }
 
 void refuseMemoryBeyondMachine() noexcept {}
 
+bool limitMemory(std::uint64_t bytes) noexcept
+{
+    JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits{};
+    limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_PROCESS_MEMORY;
+    limits.ProcessMemoryLimit = static_cast<SIZE_T>(std::min<std::uint64_t>(bytes, SIZE_MAX));
+    const HANDLE job = CreateJobObjectW(nullptr, nullptr);   // kept: the limit lasts as long as the process
+    return job && SetInformationJobObject(job, JobObjectExtendedLimitInformation, &limits, sizeof limits)
+           && AssignProcessToJobObject(job, GetCurrentProcess());
+}
+
 #else
 
 std::vector<std::string> commandLine(int argc, char** argv) { return {argv, argv + argc}; }
@@ -70,7 +85,41 @@ void refuseMemoryBeyondMachine() noexcept
 #endif
 }
 
+bool limitMemory(std::uint64_t bytes) noexcept
+{
+#if defined(__linux__) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+    rlimit limit;
+    if (getrlimit(RLIMIT_DATA, &limit) != 0) return false;
+    if (limit.rlim_cur != RLIM_INFINITY && limit.rlim_cur <= bytes) return true;
+    limit.rlim_cur = bytes;
+    return setrlimit(RLIMIT_DATA, &limit) == 0;
+#else
+    static_cast<void>(bytes);
+    return false;
 #endif
+}
+
+#endif
+
+bool makeFoldersFor(const std::string& path)
+{
+    const std::string folder = path.substr(0, path.size() - fileName(path).size());
+    if (folder.empty()) return true;
+    const std::filesystem::path place(std::u8string(folder.begin(), folder.end()));
+    std::error_code fault, ignored;
+    std::filesystem::create_directories(place, fault);
+    if (fault && !std::filesystem::is_directory(place, ignored)) {
+        errno = fault.default_error_condition().value();
+        return false;
+    }
+    return true;
+}
+
+std::string environmentValue(const char* name)
+{
+    const char* const value = std::getenv(name);
+    return value ? value : "";
+}
 
 std::string temporaryNameFor(const std::string& path)
 {

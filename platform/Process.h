@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -21,6 +22,16 @@ bool standardErrorIsTerminal() noexcept;
 /// nine tenths of what the machine has or its control group grants: a system that grants more than it has
 /// would swap and stop responding instead. Does nothing where the system refuses by itself.
 void refuseMemoryBeyondMachine() noexcept;
+
+/// From now on, memory is refused to this process before it takes more than `bytes`, where that is less than
+/// what the limits before allow. False where the system offers no such limit.
+bool limitMemory(std::uint64_t bytes) noexcept;
+
+/// Makes the folders that the path (UTF-8) of a file needs. False with errno set.
+bool makeFoldersFor(const std::string& path);
+
+/// The value of an environment variable; empty when there is none.
+std::string environmentValue(const char* name);
 
 /// A path in the same folder with a random name that begins like that of `path`.
 std::string temporaryNameFor(const std::string& path);

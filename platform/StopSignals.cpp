@@ -45,6 +45,12 @@ void onSignal(int number)
 
 int stopSignal() noexcept { return noted; }
 
+void requestStop(int signal) noexcept
+{
+    int none = 0;
+    noted.compare_exchange_strong(none, signal);
+}
+
 #ifdef _WIN32
 
 void noteStopSignals() noexcept { SetConsoleCtrlHandler(onConsoleEvent, TRUE); }

@@ -12,6 +12,9 @@ void noteStopSignals() noexcept;
 /// The first such signal that has come; 0 for none.
 int stopSignal() noexcept;
 
+/// From now on stopSignal() is `signal`, unless it is one already.
+void requestStop(int signal) noexcept;
+
 /// Ends the program as `signal` does when it is not noted; where that is not possible, with the
 /// exit status 128 + signal.
 [[noreturn]] void endBySignal(int signal) noexcept;

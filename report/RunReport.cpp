@@ -31,9 +31,8 @@ Json pointOf(const Point<3>& point)
 Json fileOf(const FileDigest& file)
 {
     Json object = {{"name", file.name}};
-    if (file.sha256.empty()) return object;
-    object["bytes"] = file.bytes;
-    object["sha256"] = file.sha256;
+    if (file.bytes != 0 || !file.sha256.empty()) object["bytes"] = file.bytes;
+    if (!file.sha256.empty()) object["sha256"] = file.sha256;
     return object;
 }
 
@@ -43,6 +42,17 @@ std::string hexColour(const Colour& colour)
     for (const double channel : colour)
         for (const int shift : {4, 0}) text += "0123456789abcdef"[(toByte(channel) >> shift) & 0xF];
     return text;
+}
+
+void addBatchLine(Json& object, const RunReport& report)
+{
+    const BatchLine& line = *report.batch;
+    object["n"] = line.number;
+    object["model"] = report.file.name;
+    object["status"] = line.status;
+    object["message"] = line.message;
+    object["hash"] = line.hash;
+    object["unchanged"] = line.unchanged;
 }
 
 Json boundsOf(const Model& model)
@@ -136,10 +146,10 @@ std::string toJson(const RunReport& report)
 {
     static const Account nothing;
     const Account& account = report.account ? *report.account : nothing;
-    Json object = {{"schema", schemaVersion},
-                   {"program", report.program},
-                   {"file", fileOf(report.file)},
-                   {"reading", report.reading}};
+    Json object = {{"schema", schemaVersion}, {"program", report.program}};
+    if (report.batch) addBatchLine(object, report);
+    object["file"] = fileOf(report.file);
+    object["reading"] = report.reading;
     if (report.model) {
         const Units& units = report.model->units();
         object["units"] = {{"code", units.code}, {"scale", numberOrNull(units.scale)}};
@@ -164,7 +174,23 @@ std::string toJson(const RunReport& report)
         object["timing"] = Json::object();
         for (const auto& [step, seconds] : *report.timing) object["timing"][step] = numberOrNull(seconds);
     }
+    if (report.batch && report.timing) object["seconds"] = numberOrNull(report.batch->seconds);
     return object.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+std::vector<EarlierPicture> picturesInReport(const std::string& line)
+{
+    const Json object = Json::parse(line, nullptr, false);
+    std::vector<EarlierPicture> pictures;
+    if (!object.is_object() || !object.contains("hash") || !object["hash"].is_string()) return pictures;
+    const Json outputs = object.value("outputs", Json::array());
+    for (const Json& output : outputs) {
+        if (!output.is_object() || !output.value("name", Json()).is_string()) continue;
+        if (!output.value("bytes", Json()).is_number_unsigned()) continue;
+        pictures.push_back({output["name"].get<std::string>(), object["hash"].get<std::string>(),
+                            output["bytes"].get<std::uint64_t>()});
+    }
+    return pictures;
 }
 
 }   // namespace belvor

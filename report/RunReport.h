@@ -30,9 +30,20 @@ struct ReportCamera {
     double zoom = 0.0;   ///< Tangent of half the zoom angle.
 };
 
+/// What a run of many models tells of each besides.
+struct BatchLine {
+    std::size_t number = 0;   ///< Of the model in the call, from 1.
+    int status = 0;           ///< The exit status of a run of this model alone.
+    std::string message;      ///< Why it failed; empty: it did not.
+    std::string hash;         ///< Of all that the pictures depend on; empty where it is not known.
+    bool unchanged = false;   ///< The pictures were there already.
+    double seconds = 0.0;     ///< That the model took; told with the timing.
+};
+
 /// What one run tells of one model file. docs/report-format.md describes the fields.
 struct RunReport {
     std::string program;
+    std::optional<BatchLine> batch;
     FileDigest file;
     std::string reading;                ///< "strict" or "modern".
     const Model* model = nullptr;       ///< Null after a refusal.
@@ -50,5 +61,14 @@ const char* nameOf(SkipReason reason) noexcept;
 /// the same bytes; numbers round-trip, and those that are not finite are null. Text that is not UTF-8 has
 /// U+FFFD for what is none.
 std::string toJson(const RunReport& report);
+
+/// A picture that an earlier run has told of.
+struct EarlierPicture {
+    std::string name, hash;
+    std::uint64_t bytes;
+};
+
+/// The pictures that a line of a run of many models tells of; none of a text that is no such line.
+std::vector<EarlierPicture> picturesInReport(const std::string& line);
 
 }   // namespace belvor

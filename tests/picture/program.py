@@ -49,7 +49,9 @@ class Folder(unittest.TestCase):
     def run_program(self, *arguments, program=PROGRAM, **options):
         """The finished process; output as text."""
         options.setdefault("stdout", subprocess.PIPE)
-        return subprocess.run(command(program) + list(arguments), cwd=self.folder, stdin=subprocess.DEVNULL, stderr=subprocess.PIPE,
+        if "input" not in options:
+            options["stdin"] = subprocess.DEVNULL
+        return subprocess.run(command(program) + list(arguments), cwd=self.folder, stderr=subprocess.PIPE,
                               encoding="utf-8", errors="replace", timeout=300, **options)
 
     def render(self, *arguments, program=PROGRAM):

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace belvor {
+
+struct Options;
+
+/// The paths that the list of the options names, in order: one a line, or up to each zero byte. Empty ones
+/// are passed over. Without a list none. Throws FileError.
+std::vector<std::string> readList(const Options& options);
+
+}   // namespace belvor
