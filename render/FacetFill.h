@@ -8,12 +8,13 @@
 namespace belvor {
 
 /// A row of depths and owners that facets are drawn into. Up to fillPadding elements behind the
-/// last pixel are read and written back.
+/// last pixel are read and written back: a run is taken four pixels at a time, and one of no pixels may
+/// begin behind the last.
 struct FillRow {
     double* depths;
     std::uint32_t* owners;
 };
-constexpr std::size_t fillPadding = 3;
+constexpr std::size_t fillPadding = 4;
 
 /// Rows of a picture that lie one below the other.
 struct FillRows {
