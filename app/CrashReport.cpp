@@ -40,16 +40,23 @@ KernelHandle newFile(const wchar_t* name, const wchar_t* ending) noexcept
     return KernelHandle(CreateFileW(path, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
 }
 
-void writeDump(const wchar_t* name, EXCEPTION_POINTERS* fault) noexcept
+struct Dump {
+    const wchar_t* name;
+    MINIDUMP_EXCEPTION_INFORMATION about;
+};
+
+DWORD WINAPI writeDump(void* given) noexcept
 {
+    Dump& dump = *static_cast<Dump*>(given);
     HMODULE const library = LoadLibraryW(L"dbghelp.dll");
     const auto write = library ? reinterpret_cast<decltype(&MiniDumpWriteDump)>(
                            reinterpret_cast<void*>(GetProcAddress(library, "MiniDumpWriteDump")))
                                : nullptr;
-    const KernelHandle file = newFile(name, L".dmp");
-    if (!write || !file) return;
-    MINIDUMP_EXCEPTION_INFORMATION about{GetCurrentThreadId(), fault, FALSE};
-    write(GetCurrentProcess(), GetCurrentProcessId(), file.get(), MiniDumpNormal, &about, nullptr, nullptr);
+    const KernelHandle file = newFile(dump.name, L".dmp");
+    if (!write || !file) return 0;
+    write(GetCurrentProcess(), GetCurrentProcessId(), file.get(), MiniDumpNormal, &dump.about, nullptr,
+          nullptr);
+    return 0;
 }
 
 void writeText(const wchar_t* name, const EXCEPTION_RECORD& record) noexcept
@@ -80,7 +87,14 @@ LONG WINAPI report(EXCEPTION_POINTERS* fault) noexcept
     wchar_t name[MAX_PATH + 80];
     makeName(name);
     writeText(name, *fault->ExceptionRecord);
-    writeDump(name, fault);
+    // On a thread of its own, as dbghelp asks for; the box does not wait for a slow one.
+    constexpr DWORD patience = 5000;   // milliseconds
+    static Dump dump{};                // outlives the wait
+    static wchar_t dumpName[MAX_PATH + 80];
+    lstrcpyW(dumpName, name);
+    dump = {dumpName, {GetCurrentThreadId(), fault, FALSE}};
+    const KernelHandle writer(CreateThread(nullptr, 0, writeDump, &dump, 0, nullptr));
+    if (writer) WaitForSingleObject(writer.get(), patience);
     try {
         MessageBoxW(nullptr, toWide(filledText(Text::crashReport, {toUtf8(name) + ".txt"})).c_str(),
                     L"Belvor", MB_OK | MB_ICONSTOP | MB_TASKMODAL);

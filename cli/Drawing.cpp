@@ -15,6 +15,7 @@
 #include "render/Frame.h"
 #include "render/Outlines.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <memory>
@@ -31,7 +32,7 @@ void writeView(const std::string& path, const ViewParameters& view, const ModelP
 
 /// Where the model lies, which the views are set by.
 struct Bounds {
-    Extent<3> box = Extent<3>::nothing();
+    Extent<3> box = Extent<3>::nothing();   ///< Only for standard views.
     ModelPlace place;
 };
 
@@ -50,7 +51,9 @@ Bounds readDrawn(const Options& options, const Job& job, ConsoleReporter& report
         throw FileError(job.model + ".log", Text::cannotWrite, reading.account.logFailure);
     Bounds bounds;
     reading.model->bounds(bounds.place.centre, bounds.place.radius);
-    bounds.box = reading.model->extent();
+    const auto isStandard = [](const ChosenView& view) { return view.standard.has_value(); };
+    if (std::any_of(options.chosenViews.begin(), options.chosenViews.end(), isStandard))
+        bounds.box = reading.model->extent();
     checkBounds(bounds.place.centre, bounds.place.radius, reading.account);
     if (!options.quiet) remarkOn(job.model, reading);
     if (options.info) print(describeModel(job.model, job.type, reading, reporter) + '\n');

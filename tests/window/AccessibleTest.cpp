@@ -122,7 +122,7 @@ TEST_F(AccessibleTest, AFaultOfTheProgramLeavesAReport)
         return readFile(place + toUtf8(found.cFileName));
     };
     EXPECT_TRUE(eventually([&] { return content(".txt").find("exception c0000005") != std::string::npos; }));
-    EXPECT_TRUE(eventually([&] { return content(".dmp").starts_with("MDMP"); }));
+    EXPECT_TRUE(eventually([&] { return content(".dmp").starts_with("MDMP"); }, 30'000));   // slow under Wine
 }
 
 }   // namespace belvor::window
