@@ -143,7 +143,7 @@ int work()
         options.chosenViews[i].bytes = (*views)[i];
     if (options.maxMemory != 0) limitMemory(options.maxMemory);
     if (options.timeout != 0.0) watchDeadline([] {});   // the process that asked tells it
-    Jobs* const jobs = new Jobs;                        // its thread never ends
+    static Jobs* const jobs = new Jobs;                 // its thread never ends
     bool fresh = true;
     while (const std::optional<Texts> asked = jobs->next()) {
         if (asked->size() < 2) return usage;

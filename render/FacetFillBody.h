@@ -2,6 +2,8 @@
 // arithmetic is the same in both, number for number; the lanes of a vector are four rows of a facet, or
 // four pixels of a row. Only plain types are used here: what a header defines inline could be compiled
 // for wide vectors and then be taken by the linker for other callers too.
+#pragma once
+
 #include "render/FacetFill.h"
 
 #include <cstring>
