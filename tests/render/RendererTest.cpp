@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <map>
 #include <string>
@@ -138,13 +139,20 @@ TEST(Renderer, ReportsItsStagesAndStopsAtOnceWhenAsked)
     for (const double i : {0.0, 64.0, 128.0}) wanted.emplace_back(2, 0, 2.0 / 3.0 + i / 390);
     for (const double i : {0.0, 64.0, 128.0}) wanted.emplace_back(2, 0, 5.0 / 6.0 + i / 780);
     for (double y = 0; y < 18; ++y) wanted.emplace_back(2, 1, y / 18);
+    // A row that takes long is reported again meanwhile, which depends on the machine.
+    const auto callsWithoutRepeats = [](RecordingReporter& reporter) {
+        auto& calls = reporter.calls;
+        calls.erase(std::unique(calls.begin(), calls.end()), calls.end());
+        return calls;
+    };
     RecordingReporter reporter;
     render(*model, view, &reporter);
-    EXPECT_EQ(reporter.calls, wanted);
+    EXPECT_EQ(callsWithoutRepeats(reporter), wanted);
 
     RecordingReporter unchanged;
     render(*model, view, &unchanged);
-    EXPECT_EQ(unchanged.calls.size(), wanted.size() - 3) << "an unchanged scene is shaded in one pass";
+    EXPECT_EQ(callsWithoutRepeats(unchanged).size(), wanted.size() - 3)
+        << "an unchanged scene is shaded in one pass";
 
     for (const std::size_t call :
          {std::size_t{0}, std::size_t{3}, std::size_t{8}, unchanged.calls.size() - 1}) {
