@@ -14,7 +14,7 @@ namespace {
 /// As fileIdentity(); in folders that are not there yet, names that only differ in their spelling are equal.
 std::string identityOf(const std::string& path)
 {
-    const std::string identity = fileIdentity(path);
+    std::string identity = fileIdentity(path);
     if (identity != path) return identity;
     const auto normal = std::filesystem::path(std::u8string(path.begin(), path.end())).lexically_normal();
     const std::u8string text = normal.generic_u8string();

@@ -28,11 +28,12 @@ Pictures::Pictures(const std::vector<PictureTarget>& targets, const Model& model
 {
     ImageHeader header = headerOf(model, *camera, width, height);
     header.texts = texts;
-    for (const auto& [path, format] : targets) {
-        outputs.push_back(onFile(path, [&] { return std::make_unique<Output>(path); }));
+    for (const PictureTarget& target : targets) {
+        outputs.push_back(onFile(target.path, [&] { return std::make_unique<Output>(target.path); }));
         Output& output = *outputs.back();
-        output.picture = onFile(path, [&] { return makeImageWriter(format, output.file, header); });
-        if (format != PictureFormat::svg) continue;
+        output.picture =
+            onFile(target.path, [&] { return makeImageWriter(target.format, output.file, header); });
+        if (target.format != PictureFormat::svg) continue;
         output.vector = static_cast<SvgFile*>(output.picture.get());
         vectors = true;
     }

@@ -4,13 +4,13 @@
 #include "platform/Win32Error.h"
 
 #include <cerrno>
+#include <csignal>
 #include <mutex>
 #include <string>
 
 #ifdef _WIN32
 #include "platform/win32/Windows.h"
 #else
-#include <signal.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
