@@ -42,6 +42,8 @@ Bounds readDrawn(const Options& options, const Job& job, ConsoleReporter& report
     how.log = options.dxfLog;
     how.rules = options.rules;
     how.colours = options.colours;
+    how.curves = options.lines.curves;
+    how.curvesInBounds = options.curvesInBounds;
     reporter.setStages(formatOf(job.type)->firstStage);
     Reading& reading = notes.reading;
     reading.model = readModel(job.model, job.type, reporter, how, reading.account);
@@ -56,7 +58,8 @@ Bounds readDrawn(const Options& options, const Job& job, ConsoleReporter& report
         bounds.box = reading.model->extent();
     checkBounds(bounds.place.centre, bounds.place.radius, reading.account);
     if (!options.quiet) remarkOn(job.model, reading);
-    if (options.info) print(describeModel(job.model, job.type, reading, reporter) + '\n');
+    if (options.info)
+        print(describeModel(job.model, job.type, reading, options.lines.curves, reporter) + '\n');
     return bounds;
 }
 
@@ -161,7 +164,8 @@ void draw(const Options& options, const Job& job, ConsoleReporter& reporter, Run
 
 int statusAfter(const Options& options, const Reading& reading)
 {
-    if (options.failEmpty && reading.model->facetCount() == 0) return nothingDrawn;
+    if (options.failEmpty && reading.model->facetCount() == 0 && reading.model->curveCount() == 0)
+        return nothingDrawn;
     if (options.failRepaired && reading.account.repairCount != 0) return repaired;
     return done;
 }

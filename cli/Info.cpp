@@ -72,9 +72,23 @@ void describeMaterials(JsonText& json, const Model& model, Reporter& reporter)
     json << ']';
 }
 
+/// The chords of all curves together.
+double lineLength(const Model& model) noexcept
+{
+    double length = 0.0;
+    for (std::uint32_t i = 0; i < model.curveCount(); ++i) {
+        const Curve& curve = model.curve(i);
+        for (std::uint32_t k = 1; k < curve.pointCount; ++k)
+            length += (model.curvePoint(curve.firstPoint + k) - model.curvePoint(curve.firstPoint + k - 1))
+                          .length();
+    }
+    return length;
+}
+
 }   // namespace
 
-std::string describeModel(const std::string& file, FileType type, const Reading& reading, Reporter& reporter)
+std::string describeModel(const std::string& file, FileType type, const Reading& reading, bool lines,
+                          Reporter& reporter)
 {
     const Model& model = *reading.model;
     Point<3> centre;
@@ -87,6 +101,7 @@ std::string describeModel(const std::string& file, FileType type, const Reading&
     json.key("file").value(file).key("type").value(nameOf(type));
     json.key("vertices").value(counts.vertices).key("edges").value(counts.edges);
     json.key("facets").value(counts.facets).key("materials").value(counts.materials);
+    if (lines) json.key("lines").value(model.curveCount()).key("lineLength").value(lineLength(model));
     const double middle[] = {centre[0], centre[1], centre[2]};
     json.key("centre").numbers(middle).key("radius").value(radius);
     json.key("units") << '{';

@@ -105,6 +105,13 @@ void takeEdges(const std::string& value, Options& options)
     options.lines.everyEdge = word == "all";
 }
 
+void takeBounds(const std::string& value, Options& options)
+{
+    const std::string word = lowerCase(value);
+    if (word != "surfaces" && word != "all") refuse(Text::badBounds, {value});
+    options.curvesInBounds = word == "all";
+}
+
 void takeLineWidth(const std::string& value, Options& options)
 {
     constexpr std::int32_t maxWidth = 15;

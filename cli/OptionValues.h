@@ -17,6 +17,7 @@ void takeMaxMemory(const std::string& value, Options& options);
 void takeType(const std::string& value, Options& options);
 void takeReading(const std::string& value, Options& options);
 void takeColours(const std::string& value, Options& options);
+void takeBounds(const std::string& value, Options& options);
 void takeEdges(const std::string& value, Options& options);
 void takeLineWidth(const std::string& value, Options& options);
 void takeSurfaces(const std::string& value, Options& options);

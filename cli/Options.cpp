@@ -61,6 +61,9 @@ constexpr OptionRow optionRows[] = {
     {"--type", 0, Text::valueType, Text::helpType, false, takeType},
     {"--threads", 0, Text::valueThreads, Text::helpThreads, false, takeThreads},
     {"--edges", 0, Text::valueEdges, Text::helpEdges, false, takeEdges, true},
+    {"--lines", 0, Text::none, Text::helpLines, true,
+     [](const std::string&, Options& options) { options.lines.curves = true; }},
+    {"--bounds", 0, Text::valueBounds, Text::helpBounds, false, takeBounds},
     {"--line-width", 0, Text::valueLineWidth, Text::helpLineWidth, false, takeLineWidth},
     {"--line-colour", 0, Text::valueColour, Text::helpLineColour, false,
      [](const std::string& value, Options& options) {

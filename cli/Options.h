@@ -29,7 +29,8 @@ struct Options {
     std::vector<std::string> outputs;   ///< Names, or templates of names.
     bool embedSurfaces = false;         ///< In vector files, beneath the lines.
     bool edges = false;                 ///< Draw outlines; `lines` says how, its outlines are not set yet.
-    LineStyle lines;
+    LineStyle lines;                    ///< With `curves`, the reader takes them in.
+    bool curvesInBounds = false;        ///< Curves count for the model's bounds beside surfaces too.
     std::array<std::uint8_t, 3> background{};   ///< Red, green, blue.
     // Many models.
     std::vector<std::string> each;   ///< Templates of the pictures' names.

@@ -37,7 +37,8 @@ void remarkOn(const std::string& file, const Reading& reading)
     constexpr std::size_t maxLines = 20;
     for (const std::string& warning : reading.account.warnings)
         remark(filledText(Text::fileRemark, {file, warning}));
-    if (reading.model->facetCount() == 0) remark(filledText(Text::nothingToDraw, {file}));
+    if (reading.model->facetCount() == 0 && reading.model->curveCount() == 0)
+        remark(filledText(Text::nothingToDraw, {file}));
     std::vector<NotDrawn> skipped = reading.account.notDrawn;
     std::stable_sort(skipped.begin(), skipped.end(),
                      [](const auto& a, const auto& b) { return a.count > b.count; });

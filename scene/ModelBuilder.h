@@ -36,6 +36,8 @@ public:
         made->addCurve(material, points, bounded);
     }
 
+    void setCurvesInBounds() noexcept { made->setCurvesInBounds(); }
+
     /// The material of that key; a new one, with the program's next number and colour, when
     /// there is none.
     Material& findMaterial(std::string_view key) { return made->findMaterial(key); }

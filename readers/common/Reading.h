@@ -25,7 +25,9 @@ enum class DrawingColours {
 struct ReadingOptions {
     ReadingRules rules = ReadingRules::strict;
     DrawingColours colours = DrawingColours::byRules;
-    bool log = false;   ///< Write a diagnostic log beside the file, where the format has one.
+    bool log = false;              ///< Write a diagnostic log beside the file, where the format has one.
+    bool curves = false;           ///< Take in lines and curves, where the format has them.
+    bool curvesInBounds = false;   ///< They count for the bounds beside surfaces too.
 };
 
 /// What a reader gives: the model, and what it met in the file and did not draw.

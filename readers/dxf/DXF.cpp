@@ -42,6 +42,7 @@ void DXF::read()
     accountOfReading.byteOffsets = dxfStream->isBinary();
     readAll();
     drawPaperSpace();
+    drawCurves();
     writeAccount(accountOfReading);
     forgetContents();   // counts what is left to count
     accountOfReading.notDrawn = skippedEntities.list();
@@ -130,11 +131,11 @@ void DXF::writeAccount(Account& account)
     if (isModern())
         for (auto& [name, block] : blocks)
             if (!block.tally.walked && !(block.whenOff && block.whenOff->tally.walked)) tryBlock(block);
-    const auto isDrawn = [this](std::string_view type) { return DXFEntity::isDrawn(type, options.rules); };
-    addTo(account, {&tallyOfEntities, &tallyOfPaper}, tallyOfOrphans, blocks, isDrawn);
+    addTo(account, {&tallyOfEntities, &tallyOfPaper}, tallyOfOrphans, blocks,
+          [this](std::string_view type) { return isDrawn(type); });
     if (names.metUnknown()) account.warn(textOf(Text::codePageUnknown));
     if (account.read() == 0) account.warn(textOf(Text::noEntities));
-    else if (builder.model().facetCount() == 0 && offLayers.size() == 1)
+    else if (drawn() == 0 && offLayers.size() == 1)
         account.warn(filledText(Text::everythingOff, {*offLayers.begin()}));
 }
 

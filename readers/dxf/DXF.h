@@ -3,6 +3,7 @@
 #include "readers/common/Reading.h"
 #include "readers/dxf/DXFBlock.h"
 #include "readers/dxf/DXFDrawing.h"
+#include "readers/dxf/DXFEntity.h"
 #include "readers/dxf/DXFFarCells.h"
 #include "readers/dxf/DXFUndrawn.h"
 #include "scene/ModelBuilder.h"
@@ -75,7 +76,13 @@ private:
     void walk();
     bool entitiesEnd(std::string_view type);
     void readEntity(DXFTally* tally, std::string_view type);
-    void countEntity(DXFTally& tally, std::string_view type, std::uint32_t facetsBefore) const;
+    void countEntity(DXFTally& tally, std::string_view type, std::uint64_t drawnBefore) const;
+    /// The facets and curves that are there so far.
+    std::uint64_t drawn() const noexcept { return builder.model().facetCount() + curves.count(); }
+    bool isDrawn(std::string_view type) const noexcept
+    {
+        return DXFEntity::isDrawn(type, options.rules, options.curves);
+    }
     void playBack();
     bool countUndrawn(DXFBlock& block, std::uint64_t cells);
     bool passUndrawn(DXFExpansion& cell);
@@ -87,6 +94,8 @@ private:
     void record(Add add);
     void addMapped(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat,
                    const AffineTransform<3>& transform, std::span<const std::uint32_t> loopEnds);
+    void addMappedCurve(const DXFCurveSurface& surface, std::span<const Point<3>> points, DXFCurveKind kind,
+                        const AffineTransform<3>& transform);
     void addLoops(const Material& material, const Plane& plane, std::span<const Point<3>> corners,
                   std::span<const std::uint32_t> loopEnds);
 
@@ -94,6 +103,7 @@ private:
     ReadingRules rules() const noexcept override { return options.rules; }
     bool isModern() const noexcept { return options.rules == ReadingRules::modern; }
     DXFLog& log() override { return dxfStream->log(); }
+    bool drawsCurves() const noexcept override { return options.curves; }
 
     // DXFDamage.cpp: what the modern reading does about damage
     bool findsSection();
@@ -116,6 +126,9 @@ private:
     DXFBlock& blockOf(const DXFInsertion& insertion, bool aroundIsOff);
     bool aroundIsOff() const noexcept;
     Material& painted(const DXFPaint& paint, const DXFInherited& around);
+    Material& paintedIn(const DXFLayer& layer, DXFColour colour);
+    DXFCurveSurface curveSurface(const DXFPaint& paint, const DXFInherited& around) const noexcept;
+    void drawCurves();
     const Material& surfaceOf(DXFExpansion& cell, const DXFBlockContents::Facet& facet);
     bool buildByConventions(std::string_view type);
     bool isPassedOver(const DXFRecord& record);
@@ -136,6 +149,8 @@ private:
     void nameMaterial(std::string_view key, std::string_view name) override;
     void placeFacet(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat,
                     std::span<const std::uint32_t> loopEnds) override;
+    void placeCurve(std::string_view materialKey, std::string_view layer, std::span<const Point<3>> points,
+                    DXFCurveKind kind) override;
     void readEntities(const DXFInsertion& insertion) override;
     const DXFBlock* findBlock(std::string_view name) override;
     void skip(std::string_view type, SkippedEntities::Why why, std::string_view what) override;
@@ -179,9 +194,10 @@ private:
     Material* recentPainted = nullptr;
 
     std::vector<DXFExpansion> expansions;   // the ENTITIES section, then the insertions under way
-    std::vector<Point<3>> placed;           // the corners of one facet
+    std::vector<Point<3>> placed;           // the corners of one facet, the points of one curve
+    DXFCurves curves;                       // until all surfaces are there
     std::size_t recordedBytes = 0;          // by the contents of blocks, complete or not
-    std::uint64_t facetsMet = 0, cyclesMet = 0, namesMet = 0;   // within the whole reading
+    std::uint64_t givenMet = 0, cyclesMet = 0, namesMet = 0;   // within the whole reading
     DXFUndrawn undrawn{skippedEntities, [this] { dxfStream->checkProgress(); }};
     std::set<std::string, DXFNameOrder> missingBlocks;   // that INSERTs named
     bool inSection = false, bare = false;                // the file has no sections

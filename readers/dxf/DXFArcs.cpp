@@ -17,6 +17,13 @@ int arcSegments(double sweep, double radius) noexcept
     return static_cast<int>(byLength >= 1.0 ? std::min(byLength, 3.0) : 1.0);
 }
 
+int curveChords(double sweep) noexcept
+{
+    constexpr double degreesPerChord = 2.0 * (1.0 + 1e-12);   // a rounded sweep makes no further chord
+    const double chords = std::ceil(std::fabs(sweep) / degreesPerChord);
+    return static_cast<int>(std::clamp(chords, 1.0, 360.0));
+}
+
 double sweepBetween(double start, double end) noexcept
 {
     const double sweep = std::fmod(end - start, 360.0);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "calcore/Angle.h"
 #include "calcore/Point.h"
 
 namespace belvor {
@@ -8,6 +9,22 @@ namespace belvor {
 /// for 10 degrees, and below 25 degrees one to three by its length. A sweep below 0.001
 /// counts a full turn more.
 int arcSegments(double sweep, double radius) noexcept;
+
+/// How many chords of at most 2 degrees stand for an arc of `sweep` degrees, where it is drawn as a curve.
+int curveChords(double sweep) noexcept;
+
+/// Calls add(cosine, sine) for the ends of the chords of a curve over `sweep` degrees of a circle from
+/// `start` on; after a full turn the first again.
+template <class Add>
+void forEachArcPoint(double start, double sweep, Add add)
+{
+    const int chords = curveChords(sweep);
+    for (int k = 0; k <= chords; ++k) {
+        const bool closing = k == chords && sweep == 360.0;
+        const Angle at = Angle::degrees(closing ? start : start + sweep * k / chords);
+        add(at.cos(), at.sin());
+    }
+}
 
 /// The sweep from `start` to `end`, counter-clockwise, all in degrees; equal angles are a full turn.
 double sweepBetween(double start, double end) noexcept;

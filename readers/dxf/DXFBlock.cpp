@@ -21,7 +21,7 @@ void DXFBlockContents::addFacet(const Material& material, const DXFPaint* paint,
                                 std::span<const Point<3>> itsCorners, const DXFAxes* itsFlat,
                                 std::span<const std::uint32_t> itsLoopEnds)
 {
-    if (paint && (paints.empty() || paints.back() != *paint)) paints.push_back(*paint);
+    keepPaint(paint);
     std::int32_t loops = -1;
     if (!itsLoopEnds.empty()) {
         loopEnds.emplace_back(itsLoopEnds.begin(), itsLoopEnds.end());
@@ -39,6 +39,21 @@ void DXFBlockContents::addFacet(const Material& material, const DXFPaint* paint,
                              static_cast<std::uint32_t>(corners.size()),
                              static_cast<std::uint32_t>(itsCorners.size()), flat, loops});
     corners.insert(corners.end(), itsCorners.begin(), itsCorners.end());
+}
+
+void DXFBlockContents::keepPaint(const DXFPaint* paint)
+{
+    if (paint && (paints.empty() || paints.back() != *paint)) paints.push_back(*paint);
+}
+
+void DXFBlockContents::addCurve(const DXFCurveSurface& surface, const DXFPaint* paint,
+                                std::span<const Point<3>> points, DXFCurveKind kind)
+{
+    keepPaint(paint);
+    items.emplace_back(Curve{surface, paint ? static_cast<std::int32_t>(paints.size() - 1) : -1,
+                             static_cast<std::uint32_t>(corners.size()),
+                             static_cast<std::uint32_t>(points.size()), kind});
+    corners.insert(corners.end(), points.begin(), points.end());
 }
 
 void DXFBlockContents::addInsertion(const DXFInsertion& insertion)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "readers/dxf/DXFCurves.h"
 #include "readers/dxf/DXFDrawing.h"
 #include "readers/dxf/DXFTally.h"
 
@@ -24,22 +25,32 @@ public:
         std::int32_t flat;    ///< Index in `flats`, or −1 for world +z.
         std::int32_t loops;   ///< Index in `loopEnds`, or −1 for a single loop.
     };
+    struct Curve {
+        DXFCurveSurface surface;   ///< Where `paint` is −1.
+        std::int32_t paint;        ///< Index in `paints`: it decides, with what the INSERT hands on.
+        std::uint32_t firstCorner, cornerCount;
+        DXFCurveKind kind;
+    };
     struct MaterialName {
         std::string_view key, name;
     };
-    using Item = std::variant<Facet, DXFInsertion*, MaterialName>;
+    using Item = std::variant<Facet, Curve, DXFInsertion*, MaterialName>;
 
     /// `paint` is null for a facet that has this material in every insertion.
     void addFacet(const Material& material, const DXFPaint* paint, std::span<const Point<3>> itsCorners,
                   const DXFAxes* itsFlat, std::span<const std::uint32_t> itsLoopEnds);
+    /// `paint` is null for a curve that has the surface in every insertion.
+    void addCurve(const DXFCurveSurface& surface, const DXFPaint* paint, std::span<const Point<3>> points,
+                  DXFCurveKind kind);
     void addInsertion(const DXFInsertion& insertion);
     void addMaterialName(std::string_view key, std::string_view name)
     {
         items.emplace_back(MaterialName{key, name});
     }
-    std::span<const Point<3>> cornersOf(const Facet& facet) const noexcept
+    /// Of a Facet or a Curve.
+    std::span<const Point<3>> cornersOf(const auto& item) const noexcept
     {
-        return {corners.data() + facet.firstCorner, facet.cornerCount};
+        return {corners.data() + item.firstCorner, item.cornerCount};
     }
 
     std::span<const std::uint32_t> loopEndsOf(const Facet& facet) const noexcept
@@ -57,6 +68,9 @@ public:
     std::vector<DXFPaint> paints;
     std::vector<std::vector<std::uint32_t>> loopEnds;
     std::vector<std::unique_ptr<DXFInsertion>> insertions;
+
+private:
+    void keepPaint(const DXFPaint* paint);
 };
 
 struct DXFBlock;
@@ -67,7 +81,7 @@ struct DXFBlockSummary {
     enum class State : std::uint8_t {
         unread,
         drawsNothing,   ///< Nor does what it inserts.
-        draws,          ///< It gives facets, or so does what it inserts.
+        draws,          ///< It gives facets or curves, or so does what it inserts.
         cyclic,         ///< It inserts itself, or inserts blocks that do: what it gives depends on where.
     };
     struct Inserted {
@@ -77,7 +91,7 @@ struct DXFBlockSummary {
     State state = State::unread;
     std::uint32_t walks = 0;       ///< How often the text has been read.
     bool namesMaterials = false;   ///< It, or what it inserts: then every insertion has an effect.
-    std::uint64_t facets = 0;      ///< Given by its own entities.
+    std::uint64_t facets = 0;      ///< And curves, given by its own entities.
     std::map<SkippedEntities::Entry*, std::uint64_t> skips;   ///< Of its own entities.
     std::map<DXFBlock*, Inserted> insertions;
 
@@ -136,8 +150,8 @@ struct DXFExpansion {
     std::unique_ptr<DXFBlockContents> recording;
 
     // How far the whole reading was when the cell began.
-    std::uint64_t facetsBefore = 0, givenBefore = 0, cyclesBefore = 0, namesBefore = 0;
-    std::uint64_t emptyCells = 0;   ///< In a row, whose facets were all too far out.
+    std::uint64_t drawnBefore = 0, givenBefore = 0, cyclesBefore = 0, namesBefore = 0;
+    std::uint64_t emptyCells = 0;   ///< In a row, in which all was too far out.
 
     std::uint64_t cellsLeft() const noexcept   // the current one included
     {

@@ -65,9 +65,13 @@ DXFBlock& DXF::blockOf(const DXFInsertion& insertion, bool isOff)
 /// The material of a layer, or of a layer and colour.
 Material& DXF::painted(const DXFPaint& paint, const DXFInherited& around)
 {
-    const DXFLayer& layer = paint.layerIn(around);
+    return paintedIn(paint.layerIn(around), hasColours ? paint.colourIn(around) : dxfWhite);
+}
+
+Material& DXF::paintedIn(const DXFLayer& layer, DXFColour colour)
+{
     if (!hasColours) return findMaterial(layer.name);
-    const std::pair<const DXFLayer*, DXFColour> both(&layer, paint.colourIn(around));
+    const std::pair<const DXFLayer*, DXFColour> both(&layer, colour);
     if (recentPainted && both == recentPaint) return *recentPainted;
     Material*& known = paintedMaterials[both];
     if (!known) {
@@ -103,6 +107,23 @@ const Material& DXF::surfaceOf(DXFExpansion& cell, const DXFBlockContents::Facet
     return *known;
 }
 
+DXFCurveSurface DXF::curveSurface(const DXFPaint& paint, const DXFInherited& around) const noexcept
+{
+    return {&paint.layerIn(around), hasColours ? paint.colourIn(around) : dxfWhite, {}};
+}
+
+/// Puts the curves into the model, behind all surfaces and their materials.
+void DXF::drawCurves()
+{
+    if (options.curvesInBounds) builder.setCurvesInBounds();
+    curves.moveTo(
+        builder, options.curvesInBounds,
+        [this](const DXFCurveSurface& surface) -> const Material& {
+            return surface.layer ? paintedIn(*surface.layer, surface.colour) : findMaterial(surface.key);
+        },
+        [this] { dxfStream->checkProgress(); });
+}
+
 /// Builds the current record by the modern rules: one that is faulty is left out, hidden or not. False for
 /// one that does not count, this time.
 bool DXF::buildByConventions(std::string_view type)
@@ -114,7 +135,7 @@ bool DXF::buildByConventions(std::string_view type)
     try {
         const DXFRecord& entityRecord = dxfStream->readRecord();
         if (isPassedOver(entityRecord)) return false;
-        const DXFHandler* const handler = handlerOf(type, options.rules);
+        const DXFHandler* const handler = handlerOf(type, options.rules, options.curves);
         if (handler) paintOfEntity = paintOf(entityRecord);
         DXFEntity entity(*this, entityRecord);
         const std::optional<Hidden> hidden =
@@ -188,7 +209,7 @@ void DXF::hideSurfaces(const DXFInsertion& insertion)
 void DXF::drawPaperSpace()
 {
     using Why = SkippedEntities::Why;
-    if (builder.model().facetCount() != 0) {
+    if (drawn() != 0) {
         for (const auto& [type, count] : tallyOfPaper.types)
             if (const std::uint64_t times = count.skipped[static_cast<std::size_t>(SkipReason::paperSpace)])
                 skippedEntities.add(type, Why::paperSpace, {}, times);
@@ -207,7 +228,7 @@ void DXF::drawPaperSpace()
         }
     }
     drawsPaper = false;
-    if (builder.model().facetCount() != 0) accountOfReading.warn(textOf(Text::paperDrawn));
+    if (drawn() != 0) accountOfReading.warn(textOf(Text::paperDrawn));
 }
 
 /// A name as it is shown: in UTF-8.

@@ -48,7 +48,7 @@ std::string DXF::nameOfContent()
     if (is(type, "BLOCK")) return "BLOCKS";
     if (is(type, "TABLE")) return "TABLES";
     if (type.starts_with('$')) return "HEADER";
-    return DXFEntity::isDrawn(type, options.rules) ? "ENTITIES" : "";
+    return isDrawn(type) ? "ENTITIES" : "";
 }
 
 /// The place is lost: what has been read so far is the drawing.
@@ -128,10 +128,10 @@ void DXF::takeDefault(const DXFRecord& record, const BadFile& fault)
 /// surfaces.
 bool DXF::tryHidden(std::string_view type)
 {
-    if (!DXFEntity::isDrawn(type, options.rules)) return false;
+    if (!isDrawn(type)) return false;
     DXFTrial trial(*this);
     DXFEntity(trial, dxfStream->readRecord()).build();
-    return trial.facetsSoFar() != 0;
+    return trial.drawnSoFar() != 0;
 }
 
 /// Counts a record of a block that is never inserted.
@@ -139,8 +139,7 @@ void DXF::tryRecord(DXFTally& tally, std::string_view type)
 {
     if (!isCountedRecord(type)) return;
     const std::int32_t line = dxfStream->line();
-    reasonOfEntity =
-        DXFEntity::isDrawn(type, options.rules) ? SkipReason::blockNeverInserted : SkipReason::typeNotDrawn;
+    reasonOfEntity = isDrawn(type) ? SkipReason::blockNeverInserted : SkipReason::typeNotDrawn;
     try {
         if (dxfStream->readRecord().integerOr(60, 0) == 1 && reasonOfEntity != SkipReason::typeNotDrawn)
             reasonOfEntity = SkipReason::invisible;

@@ -31,14 +31,23 @@ constexpr DXFHandler handlers[] = {
     {"ARC_DIMENSION", buildAs<DXFPicturedByBlock>, true, true},
     {"LARGE_RADIAL_DIMENSION", buildAs<DXFPicturedByBlock>, true, true},
     {"ACAD_TABLE", buildAs<DXFPicturedByBlock>, true, true},
+    {"POINT", buildAs<DXFPoint>, false, false, true},
+    {"SPLINE", buildAs<DXFSplineEntity>, false, false, true},
+    {"HELIX", buildAs<DXFHelix>, false, false, true},
+    {"RAY", buildAs<DXFEndless>, false, false, true},
+    {"XLINE", buildAs<DXFEndless>, false, false, true},
 };
 
 }   // namespace
 
-const DXFHandler* handlerOf(std::string_view type, ReadingRules rules) noexcept
+const DXFHandler* handlerOf(std::string_view type, ReadingRules rules, bool curves) noexcept
 {
-    for (const DXFHandler& handler : handlers)
-        if (type == handler.type) return handler.modern && rules == ReadingRules::strict ? nullptr : &handler;
+    for (const DXFHandler& handler : handlers) {
+        if (type != handler.type) continue;
+        const bool passedOver =
+            (handler.modern && rules == ReadingRules::strict) || (handler.onlyCurves && !curves);
+        return passedOver ? nullptr : &handler;
+    }
     return nullptr;
 }
 

@@ -14,9 +14,10 @@ struct DXFHandler {
     void (*build)(const DXFEntity&);   ///< Adds the geometry of one.
     bool modern = false;               ///< Drawn by the modern reading only.
     bool placesBlock = false;          ///< What it draws is known when its block has been read.
+    bool onlyCurves = false;           ///< Drawn only where curves are.
 };
 
-/// The row of that type; null for types that are not drawn.
-const DXFHandler* handlerOf(std::string_view type, ReadingRules rules) noexcept;
+/// The row of that type; null for types that are not drawn. `curves`: lines and curves are drawn.
+const DXFHandler* handlerOf(std::string_view type, ReadingRules rules, bool curves) noexcept;
 
 }   // namespace belvor

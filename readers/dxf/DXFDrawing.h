@@ -56,6 +56,13 @@ struct DXFInsertion {
 
 struct DXFBlock;
 
+/// What the points of a curve stand for.
+enum class DXFCurveKind : std::uint8_t {
+    chords,   ///< Itself, from point to point; a single one is a dot.
+    ray,      ///< Two points: from the first one through the second without end.
+    line,     ///< Two points: through both without end, both ways.
+};
+
 /// The drawing as its entities see it. They know nothing of sections, blocks or the model,
 /// so that an INSERT, which has more entities read, needs none of them either.
 class DXFDrawing {
@@ -63,6 +70,8 @@ public:
     virtual DXFStream& stream() = 0;
     virtual ReadingRules rules() const noexcept = 0;
     virtual DXFLog& log() = 0;
+    /// Whether lines and curves are taken in.
+    virtual bool drawsCurves() const noexcept = 0;
     /// An end mark is missing, "SEQEND", before the stream's current record or, with `atEnd`, at the end of
     /// the data: it is taken as given, which the account tells.
     virtual void assume(std::string_view mark, bool atEnd) = 0;
@@ -83,11 +92,20 @@ public:
     void addFacet(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat,
                   std::span<const std::uint32_t> loopEnds = {})
     {
-        ++facetsGiven;
+        ++given;
         placeFacet(material, corners, flat, loopEnds);
     }
-    /// How many facets have been given to addFacet().
-    std::uint64_t facetsSoFar() const noexcept { return facetsGiven; }
+    /// Adds a curve through these points, at least one, mapped by the transform in force. Its material is
+    /// that of the key, or, where that is empty, that of the current entity, which is on `layer`; it is made
+    /// after those of all surfaces.
+    void addCurve(std::string_view materialKey, std::string_view layer, std::span<const Point<3>> points,
+                  DXFCurveKind kind)
+    {
+        ++given;
+        placeCurve(materialKey, layer, points, kind);
+    }
+    /// How many facets and curves have been given.
+    std::uint64_t drawnSoFar() const noexcept { return given; }
 
     /// Has the entities of a known block read for each cell, as soon as the current entity is done.
     virtual void readEntities(const DXFInsertion& insertion) = 0;
@@ -102,8 +120,10 @@ protected:
 private:
     virtual void placeFacet(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat,
                             std::span<const std::uint32_t> loopEnds) = 0;
+    virtual void placeCurve(std::string_view materialKey, std::string_view layer,
+                            std::span<const Point<3>> points, DXFCurveKind kind) = 0;
 
-    std::uint64_t facetsGiven = 0;
+    std::uint64_t given = 0;
 };
 
 }   // namespace belvor

@@ -14,9 +14,18 @@ void DXFEllipse::build()
     const Point<3> centre = record.pointOr(10, 0.0);
     const Vector<3> major = record.pointOr(11, 0.0).vector();
     const Vector<3> minor = frame.axes.z().cross(major) * record.real(40);
-    const double sweep = std::fabs(record.realOr(42, turn) - record.realOr(41, 0.0));
+    const double start = record.realOr(41, 0.0), end = record.realOr(42, turn);
+    const double sweep = std::fabs(end - start);
     const bool full = sweep == 0.0 || std::fabs(sweep - turn) <= 1e-6;
-    if (!full || major == Vector<3>()) return;
+    if (major == Vector<3>()) return;
+    if (drawing.drawsCurves()) {
+        DXFLoop curve;
+        const double degrees = full ? 360.0 : sweepBetween(toDegrees(start), toDegrees(end));
+        forEachArcPoint(toDegrees(start), degrees,
+                        [&](double x, double y) { curve.push_back(centre + major * x + minor * y); });
+        addOutline(curve);
+    }
+    if (!full) return;
 
     const int sides = arcSegments(360.0, major.length());
     DXFLoop ring;

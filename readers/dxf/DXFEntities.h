@@ -20,6 +20,8 @@ public:
     void build() override;
 };
 
+// Where lines and curves are drawn, the outlines of the entities below are, too.
+
 /// LINE and 3DLINE: with thickness a wall.
 class DXFLine final : public DXFGraphic {
 public:
@@ -67,6 +69,39 @@ public:
 class DXFPicturedByBlock final : public DXFEntity {
 public:
     explicit DXFPicturedByBlock(const DXFEntity& entity) : DXFEntity(entity) {}
+    void build() override;
+};
+
+// Of curves alone (DXFCurveEntities.cpp).
+
+/// A dot; with thickness a line.
+class DXFPoint final : public DXFGraphic {
+public:
+    explicit DXFPoint(const DXFEntity& entity) : DXFGraphic(entity) {}
+    void build() override;
+};
+
+/// A SPLINE, by its control points or through its fit points.
+class DXFSplineEntity final : public DXFGraphic {
+public:
+    explicit DXFSplineEntity(const DXFEntity& entity) : DXFGraphic(entity) {}
+    void build() override;
+};
+
+/// A helix: the spline that it carries, else by its axis, radius and turns.
+class DXFHelix final : public DXFGraphic {
+public:
+    explicit DXFHelix(const DXFEntity& entity) : DXFGraphic(entity) {}
+    void build() override;
+
+private:
+    void buildByAxis(std::span<const DXFGroup> groups);
+};
+
+/// RAY and XLINE: cut at the sphere of the model's bounds.
+class DXFEndless final : public DXFGraphic {
+public:
+    explicit DXFEndless(const DXFEntity& entity) : DXFGraphic(entity) {}
     void build() override;
 };
 

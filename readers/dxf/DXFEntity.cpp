@@ -57,21 +57,42 @@ const Material& DXFEntity::material()
     return *surface;
 }
 
-bool DXFEntity::isDrawn(std::string_view type, ReadingRules rules) noexcept
+bool DXFEntity::isDrawn(std::string_view type, ReadingRules rules, bool curves) noexcept
 {
-    return handlerOf(type, rules) != nullptr;
+    return handlerOf(type, rules, curves) != nullptr;
 }
 
 void DXFEntity::build()
 {
     using Why = SkippedEntities::Why;
     const std::string_view type = record.type();
-    const DXFHandler* const handler = handlerOf(type, drawing.rules());
+    const DXFHandler* const handler = handlerOf(type, drawing.rules(), drawing.drawsCurves());
     if (!handler) return drawing.skip(type, Why::typeNotDrawn, {});
     if (log()) log().line(type, " at line ", record.line());
-    const std::uint64_t before = drawing.facetsSoFar();
+    const std::uint64_t before = drawing.drawnSoFar();
     handler->build(*this);
-    if (drawing.facetsSoFar() == before && !handler->placesBlock) drawing.skip(type, Why::noSurface, {});
+    if (drawing.drawnSoFar() == before && !handler->placesBlock) drawing.skip(type, Why::noSurface, {});
+}
+
+void DXFEntity::addCurve(std::span<const Point<3>> points, DXFCurveKind kind)
+{
+    if (!points.empty() && drawing.drawsCurves()) drawing.addCurve(materialKey, layer, points, kind);
+}
+
+void DXFGraphic::addOutline(const DXFLoop& curve, const Vector<3>& thickness)
+{
+    if (curve.empty() || !drawing.drawsCurves()) return;
+    if (thickness == Vector<3>()) return addCurve(curve);
+    DXFLoop above = curve;
+    for (Point<3>& point : above) point += thickness;
+    if (curve.size() > 1 && curve.front() == curve.back()) {
+        addCurve(curve);
+        return addCurve(above);
+    }
+    DXFLoop round = curve;
+    round.insert(round.end(), above.rbegin(), above.rend());
+    round.push_back(curve.front());
+    addCurve(round);
 }
 
 void DXFGraphic::addFace(std::span<const Point<3>> corners, const DXFAxes* flat)

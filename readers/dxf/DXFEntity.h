@@ -19,14 +19,18 @@ public:
     /// Adds the entity's geometry to the drawing, by its type. Throws BadFile.
     virtual void build();
     /// Whether entities of that type can be drawn.
-    static bool isDrawn(std::string_view type, ReadingRules rules) noexcept;
+    static bool isDrawn(std::string_view type, ReadingRules rules, bool curves) noexcept;
     /// Whether its layer lets it be drawn.
     virtual bool isVisible();
 
+    bool drawsCurves() const { return drawing.drawsCurves(); }
     /// The material of its surfaces; made when the first surface asks for it.
     const Material& material();
 
 protected:
+    /// Adds a curve of the entity's material, unless curves are not drawn.
+    void addCurve(std::span<const Point<3>> points, DXFCurveKind kind = DXFCurveKind::chords);
+
     DXFEntity(const DXFEntity&) = default;   // for the types, made from what met the record
 
     DXFStream& stream() const { return drawing.stream(); }
@@ -41,7 +45,7 @@ private:
     const Material* surface = nullptr;
 };
 
-/// An entity that adds facets, in world coordinates.
+/// An entity that adds facets and curves, in world coordinates.
 class DXFGraphic : public DXFEntity {
 public:
     /// A facet with the corners as they are.
@@ -55,6 +59,11 @@ public:
     /// The quadrilateral a, b, b + thickness, a + thickness, if it covers any area.
     void addWall(const Point<3>& a, const Point<3>& b, const Vector<3>& thickness,
                  const DXFAxes* flat = nullptr);
+
+    /// The outline of what a curve and its extrusion by `thickness` give: the curve alone without thickness,
+    /// it and the one above when it is closed (its last point equals its first), else one closed curve.
+    /// Nothing when curves are not drawn.
+    void addOutline(const DXFLoop& curve, const Vector<3>& thickness = {});
 
     /// For long loops: reports progress, which may throw, when `count` is a multiple of some thousands.
     void pauseEvery(std::size_t count) const

@@ -117,8 +117,8 @@ void DXF::startCell()
 
     DXFBlock& block = *cell.block;
     cell.nextItem = 0;
-    cell.facetsBefore = builder.model().facetCount();
-    cell.givenBefore = facetsMet;
+    cell.drawnBefore = drawn();
+    cell.givenBefore = givenMet;
     cell.cyclesBefore = cyclesMet;
     cell.namesBefore = namesMet;
     cell.playing = block.contents && !log();   // a log tells of every record: it needs the text
@@ -188,7 +188,7 @@ void DXF::nextCell(DXFExpansion& cell, std::uint64_t cells)
 /// there may be more of them than anyone could wait for. True when none is left.
 bool DXF::passUndrawn(DXFExpansion& cell)
 {
-    if (builder.model().facetCount() != cell.facetsBefore) {
+    if (drawn() != cell.drawnBefore) {
         cell.emptyCells = 0;
         return false;
     }
@@ -200,7 +200,7 @@ bool DXF::passUndrawn(DXFExpansion& cell)
     return std::has_single_bit(++cell.emptyCells) && passFarCells(cell);
 }
 
-/// The same for cells whose facets are all too far out.
+/// The same for cells in which all is too far out.
 bool DXF::passFarCells(DXFExpansion& cell)
 {
     const DXFInsertion& insertion = cell.insertion;
@@ -234,6 +234,7 @@ bool DXF::passFarCells(DXFExpansion& cell)
 void DXF::countFar(const DXFFarCells& far)
 {
     if (far.facets != 0) skippedEntities.add("facet", SkippedEntities::Why::tooFarOut, {}, far.facets);
+    if (far.curves != 0) skippedEntities.add("curve", SkippedEntities::Why::tooFarOut, {}, far.curves);
     for (const auto& [block, cells] : far.played)
         block->summary.playedCells = counted(block->summary.playedCells, cells, 1);
     for (const auto& [block, cells] : far.counted)
@@ -248,7 +249,7 @@ void DXF::finishSummary(DXFExpansion& cell)
     DXFBlockSummary& summary = cell.block->summary;
     summary.namesMaterials = namesMet != cell.namesBefore;
     if (cyclesMet != cell.cyclesBefore) summary.state = State::cyclic;
-    else if (facetsMet != cell.givenBefore || summary.namesMaterials) summary.state = State::draws;
+    else if (givenMet != cell.givenBefore || summary.namesMaterials) summary.state = State::draws;
     else summary.state = State::drawsNothing;
     undrawn.addSummarised(*cell.block);
 }
@@ -286,7 +287,7 @@ bool DXF::entitiesEnd(std::string_view type)
 /// Draws the current record, and counts it in `tally` unless that is null.
 void DXF::readEntity(DXFTally* tally, std::string_view type)
 {
-    const std::uint32_t facetsBefore = builder.model().facetCount();
+    const std::uint64_t drawnBefore = drawn();
     reasonOfEntity.reset();
     blockOfEntity = nullptr;
     surfaceInherits = false;
@@ -300,18 +301,16 @@ void DXF::readEntity(DXFTally* tally, std::string_view type)
         DXFEntity entity(*this, entityRecord);
         if (entity.isVisible()) entity.build();
     }
-    if (tally && isCountedRecord(type)) countEntity(*tally, type, facetsBefore);
+    if (tally && isCountedRecord(type)) countEntity(*tally, type, drawnBefore);
 }
 
 /// Counts the entity that has been built.
-void DXF::countEntity(DXFTally& tally, std::string_view type, std::uint32_t facetsBefore) const
+void DXF::countEntity(DXFTally& tally, std::string_view type, std::uint64_t drawnBefore) const
 {
-    if (reasonOfEntity)
-        tally.skipped(type,
-                      DXFEntity::isDrawn(type, options.rules) ? *reasonOfEntity : SkipReason::typeNotDrawn);
+    if (reasonOfEntity) tally.skipped(type, isDrawn(type) ? *reasonOfEntity : SkipReason::typeNotDrawn);
     else if (blockOfEntity) tally.inserted(type, *blockOfEntity, blockEntered);
-    else if (builder.model().facetCount() != facetsBefore) tally.drawn(type);
-    else tally.skipped(type, SkipReason::noSurface);   // its facets were too far out
+    else if (drawn() != drawnBefore) tally.drawn(type);
+    else tally.skipped(type, SkipReason::noSurface);   // all of it was too far out
 }
 
 /// The same from the block's recorded contents.
@@ -328,6 +327,12 @@ void DXF::playBack()
                       contents.cornersOf(*facet),
                       facet->flat < 0 ? nullptr : &contents.flats[static_cast<std::size_t>(facet->flat)],
                       cell.transform, contents.loopEndsOf(*facet));
+        } else if (const auto* curve = std::get_if<DXFBlockContents::Curve>(&item)) {
+            addMappedCurve(
+                curve->paint < 0
+                    ? curve->surface
+                    : curveSurface(contents.paints[static_cast<std::size_t>(curve->paint)], cell.inherited),
+                contents.cornersOf(*curve), curve->kind, cell.transform);
         } else if (const auto* name = std::get_if<DXFBlockContents::MaterialName>(&item)) {
             ++namesMet;
             findMaterial(name->key).name = shown(name->name);
@@ -359,8 +364,7 @@ void DXF::skip(std::string_view type, SkippedEntities::Why why, std::string_view
     // its section open: nothing is missing from the picture.
     if (type == "VERTEX" || type == "SEQEND" || type == "EOF") return;
     if (!reasonOfEntity) reasonOfEntity = reasonOf(why);
-    if (why == SkippedEntities::Why::layerOff && !isModern() && DXFEntity::isDrawn(type, options.rules)
-        && offLayers.size() < 2)
+    if (why == SkippedEntities::Why::layerOff && !isModern() && isDrawn(type) && offLayers.size() < 2)
         offLayers.emplace(what);
     using Why = SkippedEntities::Why;
     const bool listed =
@@ -392,7 +396,7 @@ void DXF::placeFacet(const Material& material, std::span<const Point<3>> corners
 void DXF::addMapped(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat,
                     const AffineTransform<3>& transform, std::span<const std::uint32_t> loopEnds)
 {
-    ++facetsMet;
+    ++givenMet;
     if (expansions.size() > 1) {   // the section itself is drawn as it stands
         placed.resize(corners.size());
         std::transform(corners.begin(), corners.end(), placed.begin(), transform);
@@ -403,6 +407,32 @@ void DXF::addMapped(const Material& material, std::span<const Point<3>> corners,
         skippedEntities.add("facet", SkippedEntities::Why::tooFarOut);   // of an entity that may draw others
     else if (loopEnds.empty()) builder.addPolygon(material, plane, corners);
     else addLoops(material, plane, corners, loopEnds);
+}
+
+void DXF::placeCurve(std::string_view materialKey, std::string_view layer, std::span<const Point<3>> points,
+                     DXFCurveKind kind)
+{
+    const DXFExpansion& cell = expansions.back();
+    const bool byPaint = materialKey.empty() && usesPaint();
+    const DXFCurveSurface surface =
+        byPaint ? curveSurface(paintOfEntity, cell.inherited)
+                : DXFCurveSurface{nullptr, dxfWhite, materialKey.empty() ? layer : materialKey};
+    if (cell.summarising) ++cell.block->summary.facets;
+    record([&](DXFBlockContents& contents) {
+        contents.addCurve(surface, byPaint && paintOfEntity.inherits() ? &paintOfEntity : nullptr, points,
+                          kind);
+    });
+    addMappedCurve(surface, points, kind, cell.transform);
+}
+
+void DXF::addMappedCurve(const DXFCurveSurface& surface, std::span<const Point<3>> points, DXFCurveKind kind,
+                         const AffineTransform<3>& transform)
+{
+    ++givenMet;
+    placed.assign(points.begin(), points.end());
+    if (expansions.size() > 1) std::transform(placed.begin(), placed.end(), placed.begin(), transform);
+    if (!curves.add(surface, kind, placed))
+        skippedEntities.add("curve", SkippedEntities::Why::tooFarOut);   // of an entity that may draw others
 }
 
 void DXF::addLoops(const Material& material, const Plane& plane, std::span<const Point<3>> corners,

@@ -65,7 +65,7 @@ DXFCellRange DXFCellRange::cellsOf(const DXFInsertion& insertion, const Point<3>
 bool DXFFarCells::holdsNothing(DXFBlock& block, const DXFCellRange& range, std::uint64_t cells)
 {
     looked = 0;
-    facets = 0;
+    facets = curves = 0;
     played.clear();
     counted.clear();
     inItself.clear();
@@ -83,6 +83,9 @@ bool DXFFarCells::visit(DXFBlock& block, const DXFCellRange& range, std::uint64_
         if (const auto* const facet = std::get_if<DXFBlockContents::Facet>(&item)) {
             if (!isFar(*block.contents, *facet, range)) return false;
             facets = belvor::counted(facets, times, 1);
+        } else if (const auto* const curve = std::get_if<DXFBlockContents::Curve>(&item)) {
+            if (!isFar(block.contents->cornersOf(*curve), range)) return false;
+            curves = belvor::counted(curves, times, 1);
         } else if (const auto* const insertion = std::get_if<DXFInsertion*>(&item)) {
             if (!visitInsertion(**insertion, block, range, times, depth)) return false;
         }   // a material keeps the name that the cell before gave it
@@ -127,6 +130,14 @@ bool DXFFarCells::isFar(const DXFBlockContents& contents, const DXFBlockContents
     }
     return std::any_of(corners.begin(), corners.end(),
                        [&range](const Point<3>& corner) { return belvor::isFar(corner, range); });
+}
+
+/// Of a curve: one point is enough.
+bool DXFFarCells::isFar(std::span<const Point<3>> points, const DXFCellRange& range)
+{
+    looked += points.size();
+    return std::any_of(points.begin(), points.end(),
+                       [&range](const Point<3>& point) { return belvor::isFar(point, range); });
 }
 
 }   // namespace belvor

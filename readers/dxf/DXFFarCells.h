@@ -26,8 +26,8 @@ struct DXFCellRange {
                          std::int32_t row, std::int32_t columns, std::int32_t rows) const noexcept;
 };
 
-/// Finds out whether a block draws nothing in any cell of a range because all its facets are
-/// beyond what a number can hold there. Looks at a limited number of things.
+/// Finds out whether a block draws nothing in any cell of a range because all its facets and
+/// curves are beyond what a number can hold there. Looks at a limited number of things.
 class DXFFarCells {
 public:
     /// Gives the block of an insertion within a block that is seen from a layer that is off, or not.
@@ -38,7 +38,7 @@ public:
     /// multiplied by `cells`.
     bool holdsNothing(DXFBlock& block, const DXFCellRange& range, std::uint64_t cells);
 
-    std::uint64_t facets = 0;
+    std::uint64_t facets = 0, curves = 0;
     std::vector<std::pair<DXFBlock*, std::uint64_t>> played, counted, inItself;
 
 private:
@@ -47,6 +47,8 @@ private:
                         std::uint64_t times, int depth);
     bool isFar(const DXFBlockContents& contents, const DXFBlockContents::Facet& facet,
                const DXFCellRange& range);
+
+    bool isFar(std::span<const Point<3>> points, const DXFCellRange& range);
 
     FindBlock find;
     std::vector<Point<3>> placed;

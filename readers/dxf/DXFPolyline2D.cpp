@@ -1,5 +1,6 @@
 #include "readers/dxf/DXFPolylines.h"
 
+#include <algorithm>
 #include <optional>
 
 namespace belvor {
@@ -34,6 +35,7 @@ void DXFStripSurface::add(const std::vector<StripVertex>& vertices, double z)
     const bool closed = head.has(DXFPolylineHead::closed);
     const std::vector<StripSegment> segments =
         stripSegments(vertices, closed, [this](std::size_t i) { graphic.pauseEvery(i); });
+    if (graphic.drawsCurves()) addOutlines(segments, closed, z);
     StripJoint before;
     if (closed && !segments.empty()) before = StripJoint(segments.back(), segments.front());
     const StripJoint ends = before;
@@ -43,6 +45,73 @@ void DXFStripSurface::add(const std::vector<StripVertex>& vertices, double z)
         addSegment(segments[i], before, after, z);
         before = after;
     }
+}
+
+/// Segments whose outlines go over into one another.
+struct DXFStripSurface::Run {
+    const std::vector<StripSegment>& segments;
+    std::size_t first, end;
+    bool ring;   ///< The last goes over into the first.
+
+    StripJoint joint(std::size_t before) const noexcept
+    {
+        if (before + 1 < end) return {segments[before], segments[before + 1]};
+        return ring ? StripJoint(segments[before], segments[first]) : StripJoint();
+    }
+};
+
+/// Strips end where neighbours do not share their corners: each has an outline of its own.
+void DXFStripSurface::addOutlines(std::vector<StripSegment> segments, bool closed, double z)
+{
+    const auto goesOn = [&](std::size_t i) {
+        const StripSegment &before = segments[i], &after = segments[(i + 1) % segments.size()];
+        return (before.isThin() && after.isThin()) || StripJoint(before, after).shared;
+    };
+    for (StripSegment& segment : segments) segment.refine();
+    bool ring = closed && !segments.empty();
+    for (std::size_t i = 0; ring && i < segments.size(); ++i) {
+        graphic.pauseEvery(i);
+        if (goesOn(i)) continue;
+        std::rotate(segments.begin(), segments.begin() + static_cast<std::ptrdiff_t>(i + 1), segments.end());
+        ring = false;
+    }
+    for (std::size_t first = 0, end = 0; first < segments.size(); first = end) {
+        for (end = first + 1; end < segments.size() && goesOn(end - 1);) ++end;
+        addOutline({segments, first, end, ring}, z);
+    }
+}
+
+void DXFStripSurface::addOutline(const Run& run, double z)
+{
+    const Vector<3>& thickness = head.frame.thickness;
+    DXFLoop centre, left, right;
+    const auto add = [&](DXFLoop& loop, const Point<2>& p) {
+        const Point<3> point = head.frame.axes.toWorld({p[0], p[1], z});
+        if (loop.empty() || loop.back() != point) loop.push_back(point);
+    };
+    for (std::size_t i = run.first; i < run.end; ++i) {
+        graphic.pauseEvery(i);
+        const StripSegment& segment = run.segments[i];
+        const StripJoint before = run.joint(i == run.first ? run.end - 1 : i - 1), after = run.joint(i);
+        for (int k = 0; k <= segment.chords(); ++k) {
+            const StripStation station = segment.station(k);
+            const StripJoint* const joint = k == 0 ? &before : k == segment.chords() ? &after : nullptr;
+            add(centre, station.centre);
+            add(left, joint && joint->meets ? joint->left : station.left);
+            add(right, joint && joint->meets ? joint->right : station.right);
+        }
+    }
+    if (run.segments[run.first].isThin()) return graphic.addOutline(centre, thickness);
+    if (run.ring) {
+        for (DXFLoop* const side : {&left, &right}) {
+            if (side->front() != side->back()) side->push_back(side->front());
+            graphic.addOutline(*side, thickness);
+        }
+        return;
+    }
+    left.insert(left.end(), right.rbegin(), right.rend());
+    left.push_back(left.front());
+    graphic.addOutline(left, thickness);
 }
 
 void DXFStripSurface::addSegment(const StripSegment& segment, const StripJoint& before,

@@ -68,7 +68,8 @@ public:
     }
 };
 
-/// The surfaces of a polyline in a plane: with width a filled strip, with thickness its walls.
+/// The surfaces of a polyline in a plane: with width a filled strip, with thickness its walls. And its curve,
+/// or the outlines of the strip.
 class DXFStripSurface {
 public:
     /// Facets go to `entity`. Both must outlive this.
@@ -77,6 +78,9 @@ public:
     void add(const std::vector<StripVertex>& vertices, double z);
 
 private:
+    struct Run;
+    void addOutlines(std::vector<StripSegment> segments, bool closed, double z);
+    void addOutline(const Run& run, double z);
     void addSegment(const StripSegment& segment, const StripJoint& before, const StripJoint& after, double z);
 
     DXFGraphic& graphic;
@@ -97,7 +101,7 @@ public:
     void build() override;
 };
 
-/// A curve in space: draws nothing.
+/// A curve in space: has no surface.
 class DXFPolyline3D final : public DXFGraphic {
 public:
     explicit DXFPolyline3D(const DXFEntity& entity) : DXFGraphic(entity) {}

@@ -1,5 +1,7 @@
 #include "readers/dxf/DXFStrip.h"
 
+#include "calcore/Angle.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -25,6 +27,11 @@ StripSegment::StripSegment(const StripVertex& from, const Point<2>& to) noexcept
     if (!bent) return;
     arc = bulgeArc(start, end, bulge);
     bent = std::isfinite(arc.radius) && arc.radius > 0.0;
+}
+
+void StripSegment::refine() noexcept
+{
+    if (bent) arc.chords = curveChords(toDegrees(std::fabs(arc.sweep)));
 }
 
 StripStation StripSegment::station(int k) const noexcept

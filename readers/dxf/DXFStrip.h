@@ -29,6 +29,8 @@ public:
     StripSegment(const StripVertex& from, const Point<2>& to) noexcept;
 
     int chords() const noexcept { return bent ? arc.chords : 1; }
+    /// From now on an arc has chords of at most 2 degrees.
+    void refine() noexcept;
     bool isThin() const noexcept { return startWidth == 0.0 && endWidth == 0.0; }
     /// `k` from 0 to chords().
     StripStation station(int k) const noexcept;

@@ -13,6 +13,7 @@ public:
     DXFStream& stream() override { return drawing.stream(); }
     ReadingRules rules() const noexcept override { return drawing.rules(); }
     DXFLog& log() override { return noLog; }
+    bool drawsCurves() const noexcept override { return drawing.drawsCurves(); }
     void assume(std::string_view mark, bool atEnd) override { drawing.assume(mark, atEnd); }
     const DXFLayer& findLayer(std::string_view) override { return layer; }
     Material& findMaterial(std::string_view) override { return material; }
@@ -27,6 +28,7 @@ private:
     void placeFacet(const Material&, std::span<const Point<3>>, const DXFAxes*,
                     std::span<const std::uint32_t>) override
     {}
+    void placeCurve(std::string_view, std::string_view, std::span<const Point<3>>, DXFCurveKind) override {}
 
     DXFDrawing& drawing;
     DXFLog noLog;
