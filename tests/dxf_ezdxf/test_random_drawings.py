@@ -182,9 +182,11 @@ class Conventions:
 
     def cells(self, insert):
         """One transform for each cell of an array. In the strict reading the spacing is scaled with the block: it is stepped off first."""
-        if self.modern:
-            return [single.matrix44() for single in insert.multi_insert()] if insert.mcount > 1 else [insert.matrix44()]
         placement, given = insert.matrix44(), insert.dxf
+        if self.modern:
+            steps = [Vec3(column * given.column_spacing, row * given.row_spacing).rotate_deg(given.rotation)
+                     for column in range(given.column_count) for row in range(given.row_count)]
+            return [placement * Matrix44.translate(*insert.ocs().to_wcs(step)) for step in steps]
         return [Matrix44.translate(column * given.column_spacing, row * given.row_spacing, 0) * placement
                 for column in range(given.column_count) for row in range(given.row_count)]
 
