@@ -25,7 +25,7 @@ registered 'HKCU\Software\Classes\.thf\OpenWithProgids' Belvor.Model || fault "n
 wine reg query 'HKCU\Software\Classes\.dxf' /ve 2>/dev/null | grep -q Other.Drawing || fault ".dxf was taken over"
 
 wine "$folder/belvor.exe" & running=$!
-sleep 4
+sleep 10
 before=$(stat -c %Y "$folder/belvor.exe")
 wine "$setup" /S && fault "installs over a program that runs"
 [ "$(stat -c %Y "$folder/belvor.exe")" = "$before" ] || fault "replaces a program that runs"
