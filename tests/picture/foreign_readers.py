@@ -54,32 +54,6 @@ def imagemagick(path, part):
     return subprocess.run([program, f"{path}[{PAGES[part]}]"] + kind, check=True, stdout=subprocess.PIPE).stdout
 
 
-def opencv(path, part):
-    os.environ["OPENCV_IO_ENABLE_OPENEXR"] = "1"
-    import cv2
-    if path.endswith(".tif"):
-        done, pages = cv2.imreadmulti(path, flags=cv2.IMREAD_UNCHANGED)
-        image = pages[PAGES[part]]
-    else:
-        image = cv2.imread(path, cv2.IMREAD_UNCHANGED)
-    return (image[:, :, 2::-1] if part == "colour" else image).tobytes()
-
-
-def openimageio(path, part):
-    import OpenImageIO as oiio
-    file = oiio.ImageInput.open(path)
-    if path.endswith(".tif"):
-        kind = {"colour": "uint8", "distance": "float", "material": "uint16"}[part]
-        return file.read_image(PAGES[part], 0, 0, 10000, kind).tobytes()
-    names = list(file.spec().channelnames)
-    if part.startswith("text "):
-        return file.spec().get_string_attribute(part[5:]).encode()
-    channels = [names.index(name) for name in CHANNELS.get(part, [])]
-    # Its integers are fractions of the largest one; a float that holds a number is what it is.
-    kind = {"colour": "half", "code": "uint", "material": "uint"}.get(part, "float")
-    return file.read_image(0, 0, 0, len(names), kind)[:, :, channels].tobytes()
-
-
 def build_openexr_reader(program):
     """Whether there is the library, and with it now the program that openexr() runs."""
     compiler, here = shutil.which("g++"), os.path.dirname(os.path.abspath(__file__))

@@ -77,15 +77,6 @@ class ImageFormats(Folder):
     def test_openexr(self):
         self.check("openexr", [("p.exr", "colour", "halves"), ("p.exr", "distance", "float"), ("p.exr", "code", "code"), ("p.exr", "material", "number")])
 
-    # The next two are large: ./test does not install them.
-    def test_opencv(self):
-        self.check("opencv", [("p.png", "colour", "colour"), ("p.tif", "colour", "colour"), ("p.tif", "distance", "float"), ("p.tif", "material", "material"),
-                              ("p.pfm", "distance", "float")])
-
-    def test_openimageio(self):
-        self.check("openimageio", [("p.tif", "colour", "colour"), ("p.tif", "distance", "float"), ("p.tif", "material", "material"),
-                                   ("p.exr", "colour", "halves"), ("p.exr", "distance", "float")])
-
     def test_pfm_without_a_library(self):
         self.draw(size=(9, 7))
         rows = [self.expected["float"][36 * y:36 * y + 36] for y in range(6, -1, -1)]
