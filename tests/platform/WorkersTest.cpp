@@ -8,6 +8,7 @@
 #include <numeric>
 #include <stdexcept>
 #include <string>
+#include <thread>
 #include <vector>
 
 using namespace belvor;
@@ -85,11 +86,17 @@ TEST(WorkerThreads, TheFirstExceptionReachesTheCallerAndStopsTheOthers)
     for (const unsigned threads : {1u, 2u, 8u})
         for (const std::size_t bad : {0u, 17u, 99u}) {
             std::atomic<int> running = 0, begun = 0;
+            std::atomic<bool> thrown = false;
             const auto piece = [&](std::size_t first, std::size_t, const Workers::Turn&) {
                 ++running, ++begun;
                 const std::unique_ptr<std::atomic<int>, void (*)(std::atomic<int>*)> leave(
                     &running, [](std::atomic<int>* count) { --*count; });
-                if (first == bad) throw Stop(std::to_string(first));
+                if (first == bad) {
+                    thrown = true;
+                    throw Stop(std::to_string(first));
+                }
+                while (first > bad && !thrown) std::this_thread::yield();
+                if (thrown) std::this_thread::sleep_for(std::chrono::milliseconds(1));
             };
             try {
                 workers.forPieces(threads, 100000, 1, piece);

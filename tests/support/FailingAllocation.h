@@ -17,8 +17,9 @@ public:
     bool failed() const noexcept;
 };
 
-/// Calls `action` with its first allocation failing, then its second, and so on until it
-/// succeeds. Each failure must come out as std::bad_alloc. The number of failures.
+/// Calls `action` with its first allocation failing, then its second, and so on until none
+/// fails. Each failure must come out as std::bad_alloc, or `action` succeeds without what the
+/// memory was for. The number of failures.
 template <class Action>
 std::size_t failEachAllocation(Action action)
 {
@@ -27,10 +28,9 @@ std::size_t failEachAllocation(Action action)
         try {
             action();
         } catch (const std::bad_alloc&) {
-            if (failing.failed()) continue;
-            throw;
+            if (!failing.failed()) throw;
         }
-        return n;
+        if (!failing.failed()) return n;
     }
 }
 

@@ -62,6 +62,7 @@ TEST_F(KeyboardTest, EscapeGivesUpWhatGoesOn)
         << "full screen";
 
     const std::string large = sphereModel(2000000);
+    moveMouse(drawing(), 300, 200);   // the slider's hint would stand where the load shows
     program().dropFile(large);
     program().answer(program().awaitDialog(textOf(Text::imageNotSaved)), IDNO);
     await("the load to begin", [&] { return program().statusPart(0) == fileName(large); });
