@@ -2,7 +2,8 @@
 
 #include <gtest/gtest.h>
 
-namespace belvor {
+using namespace belvor;
+
 namespace {
 
 TEST(Account, UnreadableTypesShareOneRow)
@@ -10,7 +11,7 @@ TEST(Account, UnreadableTypesShareOneRow)
     const std::tuple<const char*, std::string, std::string> cases[] = {
         {"a plain type", "3DFACE", "3DFACE"},
         {"with an underscore", "ACAD_TABLE", "ACAD_TABLE"},
-        {"lower case is no type", "line", "?"},
+        {"lower case", "line", "?"},
         {"one character", "A", "?"},
         {"empty", "", "?"},
         {"a blank inside", "3D FACE", "?"},
@@ -46,4 +47,3 @@ TEST(Account, AHostileFileIsCountedInBoundedMemory)
 }
 
 }   // namespace
-}   // namespace belvor

@@ -23,9 +23,9 @@ TEST(Trigonometry, SineAndCosineRoundToTheNearestDouble)
         {"the farthest that two doubles reduce", -0x1.e847f00000000p+19, 0x1.833357b1489f3p-1,
          0x1.4efdfc640fc4dp-1},
         // Published arguments whose results lie closest to the middle of two doubles.
-        {"a sine 2^-59 of its last place beside a middle", 0x1.598bae9e632f6p-7, 0x1.598a0aea48996p-7,
-         0x1.fff8b65d498e0p-1},
-        {"a cosine 2^-58 beside a middle", 0x1.34ec2f9fc9c00p+1, 0x1.54b99c577e0e9p-1, -0x1.7e2a5c30e1d6dp-1},
+        {"a sine 2^-59 of its last bit from the middle of two doubles", 0x1.598bae9e632f6p-7,
+         0x1.598a0aea48996p-7, 0x1.fff8b65d498e0p-1},
+        {"a cosine 2^-58 from a middle", 0x1.34ec2f9fc9c00p+1, 0x1.54b99c577e0e9p-1, -0x1.7e2a5c30e1d6dp-1},
         {"a cosine almost a double", 0x1.8000000000009p-23, 0x1.7ffffffffffe5p-23, 0x1.fffffffffff70p-1},
         {"the double closest to a multiple of π/2", 0x1.6ac5b262ca1ffp+849, 1.0, -0x1.14ae72e6ba22fp-61},
         {"the closest one that two doubles reduce", 0x1.6c6cbc45dc8dep+5, 1.0, -0x1.6d61b58c99c43p-61},
@@ -57,9 +57,9 @@ TEST(Trigonometry, ArctangentIsExactInEveryQuadrantAndForEverySize)
         {1.0, 1e300, 0x1.56e1fc2f8f359p-997},
         {-2.0, 1e-300, -0x1.921fb54442d18p+0},
         {0.4, -0.7, 0x1.4fac5404fe6dbp+1},
-        {0x1.c721fd48f4418p+19, 1.0, 0x1.921fa3447af56p+0},   // 2^-58 of the last place beside a middle
+        {0x1.c721fd48f4418p+19, 1.0, 0x1.921fa3447af56p+0},   // 2^-58 of the last bit from a middle
         {3 * 0x1p-1074, 16 * 0x1p-1074, 0x1.7b97b4bce5b02p-3},
-        {3 * 0x1p-1074, 2.0, 0x1p-1074},   // the quotient is a middle, the angle just below it
+        {3 * 0x1p-1074, 2.0, 0x1p-1074},   // the quotient is the middle of two doubles, the angle just below
         {7 * 0x1p-1074, 2.0, 3 * 0x1p-1074},
         {0x1p-1074, 2.0, 0.0},
     };

@@ -88,7 +88,8 @@ void operator delete(void* memory) noexcept { std::free(memory); }
 void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
 void operator delete(void* memory, const std::nothrow_t&) noexcept { std::free(memory); }
 
-namespace belvor {
+using namespace belvor;
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -200,4 +201,3 @@ TEST_F(Allocations, ThatFailAreStatus4AndLeaveNoFile)
 }
 
 }   // namespace
-}   // namespace belvor

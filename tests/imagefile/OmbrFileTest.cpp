@@ -7,7 +7,7 @@
 #include <cerrno>
 #include <cstring>
 
-namespace belvor {
+using namespace belvor;
 
 // What a whole file holds is tests/picture/'s.
 
@@ -85,5 +85,3 @@ TEST(OmbrBuff, ASecondPictureIntoTheSameFileIsRefusedWhileTheFirstIsWritten)
     EXPECT_EQ(target.bytes().substr(0, 3), "II*");
     EXPECT_NO_THROW(OmbrBuff(target.path(), model, scene.camera, 2, 2));
 }
-
-}   // namespace belvor

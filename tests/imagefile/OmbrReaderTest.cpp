@@ -5,7 +5,8 @@
 
 #include <gtest/gtest.h>
 
-namespace belvor {
+using namespace belvor;
+
 namespace {
 
 constexpr int width = 7, height = 5;
@@ -105,5 +106,3 @@ TEST(OmbrReader, TellsFaultsOfPixelsAndRecords)
         EXPECT_EQ(faultIn(changed), static_cast<long long>(fault)) << why;
     }
 }
-
-}   // namespace belvor

@@ -7,25 +7,18 @@
 
 #include <gtest/gtest.h>
 
-namespace belvor {
+using namespace belvor;
 
 TEST(PictureFormat, FollowsFromTheExtensionInAnyCase)
 {
     const std::tuple<const char*, std::optional<PictureFormat>> cases[] = {
-        {"a.omb", PictureFormat::ombr},
-        {"a.PNG", PictureFormat::png},
-        {"a.b.exr", PictureFormat::exr},
-        {"a.Tif", PictureFormat::tiff},
-        {"x/.tiff", PictureFormat::tiff},
-        {"a.npy", PictureFormat::npy},
+        {"a.omb", PictureFormat::ombr}, {"a.PNG", PictureFormat::png},    {"a.b.exr", PictureFormat::exr},
+        {"a.Tif", PictureFormat::tiff}, {"x/.tiff", PictureFormat::tiff}, {"a.npy", PictureFormat::npy},
         {"a.pfm", PictureFormat::pfm},
-        {"a.png.", std::nullopt},
-        {"png", std::nullopt},
-        {"a.pngx", std::nullopt},
-        {"", std::nullopt},
-        {"a.png/b", std::nullopt},
     };
     for (const auto& [path, format] : cases) EXPECT_EQ(pictureFormatOfPath(path), format) << path;
+    for (const char* const path : {"a.png.", "png", "a.pngx", "", "a.png/b"})
+        EXPECT_EQ(pictureFormatOfPath(path), std::nullopt) << path;
     EXPECT_EQ(pictureFormatNamed("EXR"), PictureFormat::exr);
     EXPECT_EQ(pictureFormatNamed(".exr"), std::nullopt);
 }
@@ -94,5 +87,3 @@ TEST(PictureGeometry, PixelsAndPointsCorrespondAsInTheCamera)
             }
         }
 }
-
-}   // namespace belvor

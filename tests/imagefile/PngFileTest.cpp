@@ -6,7 +6,8 @@
 
 #include <cstddef>
 
-namespace belvor {
+using namespace belvor;
+
 namespace {
 
 constexpr std::uint32_t width = 40, height = 3000;
@@ -42,4 +43,3 @@ TEST(PngFile, FlatRowsTakeLittleSpaceAndNoiseLittleMoreThanItself)
 }
 
 }   // namespace
-}   // namespace belvor

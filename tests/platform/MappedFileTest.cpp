@@ -11,7 +11,8 @@
 #include <filesystem>
 #include <functional>
 
-namespace belvor {
+using namespace belvor;
+
 namespace {
 
 /// Whether `change` can be made while the file is mapped: a system may forbid it.
@@ -72,4 +73,3 @@ TEST(ModelFile, RefusesAModelThatIsChangedWhileItIsRead)
 }
 
 }   // namespace
-}   // namespace belvor

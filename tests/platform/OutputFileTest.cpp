@@ -7,7 +7,8 @@
 #include <array>
 #include <filesystem>
 
-namespace belvor {
+using namespace belvor;
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -94,4 +95,3 @@ TEST_F(OutputFolder, SeveralNamesOfOneFileAreTheSameFile)
 }
 
 }   // namespace
-}   // namespace belvor

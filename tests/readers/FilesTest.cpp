@@ -17,7 +17,8 @@
 #include <memory>
 #include <random>
 
-namespace belvor {
+using namespace belvor;
+
 namespace {
 
 const std::string root = BELVOR_SOURCE_DIR;
@@ -32,8 +33,7 @@ std::vector<std::string> corpus(const std::string& folder)
 
 }   // namespace
 
-/// Every input that a fuzz run found worth keeping is read and drawn, refused with a fault that tells its
-/// place, or given up.
+/// Every input kept from fuzz runs is read and drawn, refused with the line of its fault, or abandoned.
 TEST(Corpus, EveryModelIsReadOrRefused)
 {
     const std::tuple<const char*, FileType, int> cases[] = {
@@ -89,7 +89,8 @@ TEST(Corpus, EveryCutAndManyFlippedBytesAreReadOrRefused)
             std::string damaged = whole.substr(0, i);
             for (int flips = 0; i >= whole.size() && flips < 3; ++flips)
                 damaged[random() % damaged.size()] = static_cast<char>(random());
-            const std::unique_ptr<char[]> exact(new char[damaged.size()]);   // so that an over-read is seen
+            const std::unique_ptr<char[]> exact(
+                new char[damaged.size()]);   // the address sanitizer sees a read beyond it
             std::copy(damaged.begin(), damaged.end(), exact.get());
             test::RecordingReporter patience(500);
             try {
@@ -121,10 +122,10 @@ TEST(Samples, HaveTheirKnownCounts)
         SilentReporter silent;
         const std::string path = root + "/samples/" + name;
         const Handle<Model> model = readModel(path, fileTypeOf(path), silent).model;
-        EXPECT_EQ(model->vertexCount(), vertices) << name;
-        EXPECT_EQ(model->edgeCount(), edges) << name;
-        EXPECT_EQ(model->facetCount(), facets) << name;
-        EXPECT_EQ(model->materials().size(), materials) << name;
+        EXPECT_EQ(std::tuple(model->vertexCount(), model->edgeCount(), model->facetCount(),
+                             static_cast<std::uint32_t>(model->materials().size())),
+                  std::tie(vertices, edges, facets, materials))
+            << name;
     }
 }
 
@@ -173,7 +174,7 @@ TEST(ModelFile, ReportsProgressAndStopsAtOnceWhenAsked)
     }
 }
 
-/// Whoever wants a reading to stop waits for the next report, whatever the file is full of.
+/// A reading is stopped at a report, so every long file must report often.
 TEST(ModelFile, LongRecordsAndListsReportProgressRepeatedly)
 {
     const auto repeated = [](int times, const std::string& text) {
@@ -240,5 +241,3 @@ TEST(ModelFile, TheTypeFollowsFromTheExtension)
     };
     for (const auto& [path, type] : cases) EXPECT_EQ(fileTypeOf(path), type) << path;
 }
-
-}   // namespace belvor

@@ -4,7 +4,8 @@
 
 #include <string>
 
-namespace belvor {
+using namespace belvor;
+
 namespace {
 
 TEST(ForeignFile, IsRecognisedByItsFirstBytes)
@@ -37,4 +38,3 @@ TEST(ForeignFile, IsRecognisedByItsFirstBytes)
 }
 
 }   // namespace
-}   // namespace belvor

@@ -15,7 +15,8 @@
 #include <thread>
 #include <vector>
 
-namespace belvor {
+using namespace belvor;
+
 namespace {
 
 /// What a sink is given of a picture: owners, depths and colours.
@@ -205,5 +206,3 @@ TEST(Frame, IsUsableAfterAnyAllocationFailed)
     }
     EXPECT_GT(failures, 10u);
 }
-
-}   // namespace belvor

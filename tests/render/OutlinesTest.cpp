@@ -5,7 +5,8 @@
 #include <cmath>
 #include <string>
 
-namespace belvor {
+using namespace belvor;
+
 namespace {
 
 using Kind = Outlines::Kind;
@@ -80,5 +81,3 @@ TEST(Outlines, LeaveOutEdgesOfLengthZeroAndThoseThatAreNotFinite)
     EXPECT_EQ(Outlines(model).size(), 1u) << "only from A to b";
     EXPECT_EQ(Outlines(Model()).size(), 0u);
 }
-
-}   // namespace belvor

@@ -9,7 +9,8 @@
 #include <map>
 #include <string>
 
-namespace belvor {
+using namespace belvor;
+
 namespace {
 
 using test::boxText;
@@ -162,5 +163,3 @@ TEST(Renderer, ReportsItsStagesAndStopsAtOnceWhenAsked)
     }
     EXPECT_EQ(render(*model, view).size(), 18u) << "usable after having been abandoned";
 }
-
-}   // namespace belvor

@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-namespace belvor {
+using namespace belvor;
 
 // The ends that random scenes never meet; those between them are PixelwiseTest's.
 TEST(ActiveRows, EndWhereAnEdgeEndsOnARowOrBeyondAllRows)
@@ -30,5 +30,3 @@ TEST(ActiveRows, EndWhereAnEdgeEndsOnARowOrBeyondAllRows)
             << why << ": " << rows.first << " to " << rows.last;
     }
 }
-
-}   // namespace belvor

@@ -6,7 +6,8 @@
 
 #include <limits>
 
-namespace belvor {
+using namespace belvor;
+
 namespace {
 
 TEST(Sha256, GivesTheDigestsOfTheStandard)
@@ -100,4 +101,3 @@ TEST(RunReport, ARefusedFileHasAnErrorAndNoModel)
 }
 
 }   // namespace
-}   // namespace belvor

@@ -6,7 +6,8 @@
 #include <cmath>
 #include <vector>
 
-namespace belvor {
+using namespace belvor;
+
 namespace {
 
 using test::boxText;
@@ -160,5 +161,3 @@ TEST(Camera, DepthCodesKeepTheirLow32Bits)
         EXPECT_EQ(codes[0] + codes[1], 0u) << "no number; infinite";
     }
 }
-
-}   // namespace belvor

@@ -8,7 +8,7 @@
 #include <cmath>
 #include <limits>
 
-namespace belvor {
+using namespace belvor;
 
 TEST(Model, BoundsAreCentreAndRadiusOfTheExtent)
 {
@@ -116,5 +116,3 @@ TEST(Intensity, SliderStepsAreTenthsOfADecade)
         EXPECT_EQ(intensityToSlider(sliderToIntensity(position)), position);
     EXPECT_NEAR(sliderToIntensity(1), 0.1, 1e-15);
 }
-
-}   // namespace belvor

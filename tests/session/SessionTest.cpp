@@ -5,7 +5,8 @@
 
 #include <gtest/gtest.h>
 
-namespace belvor {
+using namespace belvor;
+
 namespace {
 
 #ifdef __SANITIZE_THREAD__
@@ -39,5 +40,3 @@ TEST(Session, RandomActionsWithARenderThreadBreakNoRule)
 {
     playRandomly(test::World::Threads::two, actionsOnTwoThreads);
 }
-
-}   // namespace belvor

@@ -3,7 +3,6 @@
 #include "platform/Files.h"
 #include "platform/Process.h"
 
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -11,40 +10,6 @@
 #include <string>
 
 namespace belvor::test {
-
-/// A file of its own in the temporary folder, deleted at the end of the test.
-class TempFile {
-public:
-    explicit TempFile(const std::string& name, const std::string& bytes = {})
-        : filePath(temporaryNameFor((std::filesystem::temp_directory_path() / "belvor-").string()) + "-"
-                   + name)
-    {
-        write(bytes);
-    }
-    TempFile(const TempFile&) = delete;
-    TempFile& operator=(const TempFile&) = delete;
-    ~TempFile() { removeFile(filePath); }
-
-    void write(const std::string& bytes) const
-    {
-        std::FILE* const file = openFile(filePath, "wb");
-        if (!file || std::fwrite(bytes.data(), 1, bytes.size(), file) != bytes.size()
-            || std::fclose(file) != 0)
-            throw std::runtime_error("cannot write " + filePath);
-    }
-
-    const std::string& path() const noexcept { return filePath; }
-
-    std::string bytes() const
-    {
-        std::string content;
-        if (!readWholeFile(filePath, content)) throw std::runtime_error("cannot read " + filePath);
-        return content;
-    }
-
-private:
-    std::string filePath;
-};
 
 /// A folder of its own in `parent`, deleted with all that it holds at the end of the test.
 class TempFolder {
@@ -66,7 +31,8 @@ public:
     /// Writes a file of the folder; its path.
     std::string write(const std::string& name, const std::string& bytes) const
     {
-        std::ofstream(folder / name, std::ios::binary) << bytes;
+        if (!(std::ofstream(folder / name, std::ios::binary) << bytes).flush())
+            throw std::runtime_error("cannot write " + in(name));
         return in(name);
     }
     /// The bytes of every file by name; "(folder)" for a folder.
@@ -83,6 +49,29 @@ public:
 
 private:
     std::filesystem::path folder;
+};
+
+/// A file in a folder of its own, deleted at the end of the test.
+class TempFile {
+public:
+    explicit TempFile(const std::string& name, const std::string& content = {})
+        : filePath(folder.write(name, content))
+    {}
+    const std::string& path() const noexcept { return filePath; }
+    void write(const std::string& content) const
+    {
+        folder.write(std::filesystem::path(filePath).filename().string(), content);
+    }
+    std::string bytes() const
+    {
+        std::string content;
+        if (!readWholeFile(filePath, content)) throw std::runtime_error("cannot read " + filePath);
+        return content;
+    }
+
+private:
+    const TempFolder folder;
+    const std::string filePath;
 };
 
 }   // namespace belvor::test

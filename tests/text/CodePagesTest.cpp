@@ -5,7 +5,8 @@
 
 #include <gtest/gtest.h>
 
-namespace belvor {
+using namespace belvor;
+
 namespace {
 
 TEST(Utf8, KeepsCharactersAndReplacesInvalidBytes)
@@ -119,4 +120,3 @@ TEST(UnicodeEscapes, BecomeTheirCharacters)
 }
 
 }   // namespace
-}   // namespace belvor

@@ -54,7 +54,7 @@ TEST(PanelRecords, ShowTheWholeModelViewInBothProjections)
 TEST(PanelRecords, LightsThatAreOffHaveNoMarkerAndAnEyeAtTheLookAtPointHasOne)
 {
     ViewParameters view = freshView();
-    view.lights[2].intensity = -0.5;   // darkens, but is nothing to drag
+    view.lights[2].intensity = -0.5;   // it darkens the picture and has no marker
     EXPECT_EQ(lightMarker(view, 0), (SphereMarker{-30, 60, 1}));
     EXPECT_FALSE(lightMarker(view, 1));
     EXPECT_FALSE(lightMarker(view, 2));

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace belvor {
+using namespace belvor;
 
 TEST(ProgressText, EveryStageHasAText)
 {
@@ -26,10 +26,6 @@ TEST(ProgressText, TheBarIsRoundedAndItsMarkerTruncated)
     };
     for (const auto& [left, right, fraction, highWater, end, marker, marked] : cases) {
         const ProgressBar bar = progressBar(left, right, fraction, highWater);
-        EXPECT_EQ(bar.end, end) << highWater;
-        EXPECT_EQ(bar.marker, marker) << fraction;
-        EXPECT_EQ(bar.marked, marked);
+        EXPECT_EQ(std::tie(bar.end, bar.marker, bar.marked), std::tie(end, marker, marked)) << highWater;
     }
 }
-
-}   // namespace belvor

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace belvor {
+using namespace belvor;
 
 TEST(RecentPaths, KeepTheLastEightPaths)
 {
@@ -42,5 +42,3 @@ TEST(RecentPaths, MenuTextsBeginWithAnAccessDigit)
     EXPECT_EQ(recent.menuText(0), "&1 " + std::string(500, 'x'));
     EXPECT_EQ(recent.menuText(1), "&2 C:\\R&&D\\b.thf");
 }
-
-}   // namespace belvor

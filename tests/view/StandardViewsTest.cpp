@@ -6,7 +6,8 @@
 #include <cmath>
 #include <limits>
 
-namespace belvor {
+using namespace belvor;
+
 namespace {
 
 constexpr ImageSize size{800, 600};
@@ -107,5 +108,3 @@ TEST(StandardViews, AScaleGivesTheSizeOfAPixel)
         EXPECT_NEAR(scene.camera->scale, 4.0, 1e-14) << radius;
     }
 }
-
-}   // namespace belvor

@@ -144,7 +144,7 @@ TEST(ViewEdits, ASliderReleasedAtItsPositionChangesNothing)
                                  : slider == 1 ? view.groundIntensity
                                                : view.lights[slider - 2].intensity;
         const int position = intensityToSlider(intensity);
-        expectUntouched(setIntensity(view, slider, position), view, "let go where it was");
+        expectUntouched(setIntensity(view, slider, position), view, "released at its position");
         EXPECT_NE(setIntensity(view, slider, position + 1), view) << slider;
     }
 }
@@ -167,10 +167,10 @@ TEST(ViewEdits, AnEyeOnTheLookAtPointIsRefused)
     }
     ViewParameters blind = wholeModelView();   // as a parameter file may say
     blind.eye = blind.lookAt;
-    EXPECT_NE(setIntensity(blind, 0, 20), blind) << "other requests hold";
+    EXPECT_NE(setIntensity(blind, 0, 20), blind) << "other requests are applied";
     ViewMarkers away = viewMarkers(blind, Thumbnail::plan);
     away.eyeH = 0.5;
-    EXPECT_NE(moveMarkers(blind, Thumbnail::plan, away), blind) << "the way out";
+    EXPECT_NE(moveMarkers(blind, Thumbnail::plan, away), blind) << "a marker moved away is applied";
 }
 
 TEST(ViewEdits, AClickInThePictureMovesTheLookAtPoint)

@@ -4,7 +4,8 @@
 
 #include <limits>
 
-namespace belvor {
+using namespace belvor;
+
 namespace {
 
 ViewParameters zoomed(double zoom)
@@ -38,7 +39,7 @@ TEST(ViewHistory, KeepsThePreviousViewWhenNothingChanges)
     history.show(zoomed(0.2));
     ViewParameters saved = zoomed(0.2);
     saved.imageSaved = true;
-    EXPECT_FALSE(history.show(saved)) << "that it is saved makes no other view";
+    EXPECT_FALSE(history.show(saved)) << "saved or not, it is the same view";
     EXPECT_FALSE(history.show(zoomed(std::numeric_limits<double>::quiet_NaN())));
     EXPECT_FALSE(history.show(zoomed(std::numeric_limits<double>::infinity())));
     EXPECT_EQ(history.previous().zoom, 0.1);
@@ -69,5 +70,3 @@ TEST(ViewHistory, AGestureIsOneChange)
     EXPECT_TRUE(history.show(view(6), 8));
     EXPECT_EQ(history.previous().zoom, 5.0) << "the same gesture after another change";
 }
-
-}   // namespace belvor

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace belvor {
+using namespace belvor;
 
 TEST(WindowLayout, TheDrawingAreaHasTheProportionsOfTheImage)
 {
@@ -37,5 +37,3 @@ TEST(WindowLayout, TheDrawingAreaHasTheProportionsOfTheImage)
     const int fifths[] = {313, 470, 627, 784};
     for (int part = 0; part < 4; ++part) EXPECT_EQ(layout.partEnds[part], fifths[part]);
 }
-
-}   // namespace belvor

@@ -4,7 +4,8 @@
 
 #include <limits>
 
-namespace belvor {
+using namespace belvor;
+
 namespace {
 
 TEST(DXFColours, IndexesAreThoseOfTheStandardTable)
@@ -68,4 +69,3 @@ TEST(DXFColours, EntitiesHaveTheirOwnColourOrThatOfLayerOrBlock)
 }
 
 }   // namespace
-}   // namespace belvor

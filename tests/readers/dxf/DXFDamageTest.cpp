@@ -113,10 +113,10 @@ TEST(DXFDamage, MissingAndSurplusMarkersAreRepaired)
         {"no sections", "999 a note|" + face + "0 ENDSEC|" + face + "0 EOF", "2 facets"},
         {"a section without a name", "0 SECTION|" + face + "0 ENDSEC|0 EOF",
          "1 facets; 1 SECTION it has no name: its first record says what it holds"},
-        {"a lost place", "0 SECTION|2 ENTITIES|" + face + "0 LINE|x 0|0 ENDSEC|0 EOF",
+        {"a line that is no group code", "0 SECTION|2 ENTITIES|" + face + "0 LINE|x 0|0 ENDSEC|0 EOF",
          "1 facets; 21 LINE left out: Error reading group-code at line 23; 23 LINE the reading ends here: "
          "Error reading group-code"},
-        {"a lost place without sections", face + "x 0|" + face,
+        {"the same without sections", face + "x 0|" + face,
          "0 facets; 1 3DFACE left out: Error reading group-code at line 17; 17 3DFACE the reading ends here: "
          "Error reading group-code"},
         {"no record at all", "5 0|8 0|", "the file holds no record of a DXF drawing in a.dxf"},
@@ -141,7 +141,8 @@ TEST(DXFDamage, TextAsEditorsSaveItIsRead)
     for (const char* const end : {"", "\n\n\n", "\x1A", " \n\x1A garbage"})
         EXPECT_EQ(repairsOf(cut + end), "1 facets; 23 EOF missing: taken as given at the end of the file")
             << end;
-    EXPECT_EQ(repairsOf(cut + "\n0\nEOF\n").substr(0, 8), "1 facets") << "a blank line loses the place";
+    EXPECT_EQ(repairsOf(cut + "\n0\nEOF\n").substr(0, 8), "1 facets")
+        << "after a blank line codes and values are exchanged";
 }
 
 /// The drawing "code value|..." as a binary file with today's widths.

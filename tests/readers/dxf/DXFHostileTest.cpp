@@ -88,7 +88,7 @@ TEST(HostileDXF, CellsThatDrawNothingAreCountedWithoutVisitingEach)
     const std::tuple<const char*, std::string, std::string> cases[] = {
         {"the scale takes the facet too far out", insertion("FACE", "|41 10" + array),
          "0; TEXT 1073676289; facet 1073676289"},
-        {"all cells in one place", insertion("FACE", "|41 10|70 32767|71 32767"),
+        {"all cells at one point", insertion("FACE", "|41 10|70 32767|71 32767"),
          "0; TEXT 1073676289; facet 1073676289"},
         {"the insertion point does",
          "0 INSERT|8 0|2 NEAR|10 1e308|20 0|41 1e308|70 32767|71 32767|44 1e10|45 1", "0; facet 1073676289"},

@@ -60,7 +60,7 @@ TEST(DXFStream, ReadsCodesAndValues)
         {"CR alone", "0\rLINE\r8\rA\r", "0:LINE@1 8:A@3 "},
         {"two LF are two lines: an empty value", "1\n\n8\nA\n", "1:@1 8:A@3 "},
         {"value that ends with the data", "8\nA", "8:A@1 "},
-        {"line end in each of eight places of a word", "1\nabcdefghij\n1\nabcdefg\n1\nabcdef\r\n8\nA",
+        {"a line end at each of the eight bytes of a word", "1\nabcdefghij\n1\nabcdefg\n1\nabcdef\r\n8\nA",
          "1:abcdefghij@1 1:abcdefg@3 1:abcdef@5 8:A@7 "},
         {"blanks: gone from the code, kept in the value", "  8 \n A \n", "8: A @1 "},
         {"what follows the digits does not matter", "8abc\nA\n", "8:A@1 "},

@@ -8,7 +8,8 @@
 #include <sstream>
 #include <string>
 
-namespace belvor {
+using namespace belvor;
+
 namespace {
 
 const std::string header = "KRVT v5.1.0 MAN file\nEND\n";
@@ -188,5 +189,3 @@ TEST(ManFile, FaultsNameTheFileAndTheLine)
     for (const auto& [why, text, fault, line] : cases)
         EXPECT_EQ(faultOf(text), fault + " at line " + std::to_string(line) + " in test.man") << why;
 }
-
-}   // namespace belvor

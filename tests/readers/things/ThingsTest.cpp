@@ -8,7 +8,8 @@
 #include <string>
 #include <vector>
 
-namespace belvor {
+using namespace belvor;
+
 namespace {
 
 using test::RecordingReporter;
@@ -70,13 +71,13 @@ TEST(Things, ReadsOrRefusesEveryFormOfText)
         {"edges are checked and dropped", "Y 3 0 0 0 1 0 0 0 1 0 2 1 2 Wire\n2 3 Wire\n1 1 S\n3 1 2 3\n",
          "whole 3 3 S+, 1"},
         {"edge vertex 0", "Y 3 0 0 0 1 0 0 0 1 0 1 0 2 W\n0", "vertex number out of range"},
-        {"numbers start anew in each thing",
+        {"each thing numbers its own vertices",
          "Y 3\n" + triangle + "1 A\n3 1 2 3\nyes 3\n" + triangle + "1 B\n3 3 2 1\nN 1 2 3",
          "whole 6 6 A+ B-, 2"},
-        {"no loops make room for another facet", "Y 3\n" + triangle + "0 A\n1 B\n3 1 2 3\n",
+        {"no loops leave the count to another facet", "Y 3\n" + triangle + "0 A\n1 B\n3 1 2 3\n",
          "whole 3 3 A+ B+, 2"},
-        {"a long name's tail is a number", "Y 3\n" + triangle + "1 " + std::string(31, 'a') + "12\n3 1 2 3\n",
-         "vertex number out of range"},
+        {"the end of a long name is read as a number",
+         "Y 3\n" + triangle + "1 " + std::string(31, 'a') + "12\n3 1 2 3\n", "vertex number out of range"},
         {"broken vertex", "Y 3 0 0 0 1 x 0 0 1 0 0 1 1 S\n3 1 2 3\n", "cut 1 0, 0"},
         {"ends after the vertices", "Y 3 0 0 0 1 0 0 0 1 0", "cut 3 0, 0"},
         {"ends in a loop", "Y 3\n" + triangle + "1 S\n3 1 2", "vertex number out of range"},
@@ -105,5 +106,3 @@ TEST(Things, ProgressFollowsTheCountsOfTheFile)
     ASSERT_EQ(reporter.calls.size(), 6u);
     for (std::size_t i = 0; i < 6; ++i) EXPECT_EQ(reporter.calls[i], std::make_tuple(0, 0, wanted[i])) << i;
 }
-
-}   // namespace belvor

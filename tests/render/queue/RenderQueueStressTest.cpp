@@ -9,7 +9,8 @@
 #include <random>
 #include <thread>
 
-namespace belvor {
+using namespace belvor;
+
 namespace {
 
 #ifdef __SANITIZE_THREAD__
@@ -121,5 +122,3 @@ TEST(RenderQueueStress, NoRequestLeaksWhileManyArePostedAndCancelled)
     EXPECT_GT(counts.ran.load(), 0);
     EXPECT_LT(counts.ran.load(), posted) << "some requests were cancelled before they ran";
 }
-
-}   // namespace belvor

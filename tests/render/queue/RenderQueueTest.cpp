@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace belvor {
+using namespace belvor;
 
 TEST(RenderQueue, CancelRemovesOneKindAndKeepsTheOrder)
 {
@@ -83,5 +83,3 @@ TEST(Progress, RequestsOneUpdateAtATimeAndNeverShortensTheBarWithinAStage)
     Progress(host, "quick", Text::preparingStage, 2).finish();
     EXPECT_EQ(host->events().back(), "abandoned job") << "what was never shown needs no clearing";
 }
-
-}   // namespace belvor

@@ -6,7 +6,8 @@
 #include <new>
 #include <stdexcept>
 
-namespace belvor {
+using namespace belvor;
+
 namespace {
 
 using Events = std::vector<std::string>;
@@ -110,5 +111,3 @@ TEST(RenderThread, WarnsWhenItCannotReportItsEnd)
     startRenderThread(queue, host);
     warned.wait();
 }
-
-}   // namespace belvor

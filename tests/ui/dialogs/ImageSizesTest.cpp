@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace belvor {
+using namespace belvor;
 
 TEST(ImageSizes, AChangeOfOneControlUpdatesTheOthers)
 {
@@ -24,11 +24,8 @@ TEST(ImageSizes, AChangeOfOneControlUpdatesTheOthers)
     };
     for (const auto& [why, asked, shown, width, height, button, kilobytes] : cases) {
         const SizeUpdate update = updateSize(asked, shown);
-        EXPECT_EQ(update.newWidth, width) << why;
-        EXPECT_EQ(update.newHeight, height) << why;
-        EXPECT_EQ(update.button, button) << why;
-        EXPECT_EQ(update.kilobytes, kilobytes) << why;
+        EXPECT_EQ(std::tie(update.newWidth, update.newHeight, update.button, update.kilobytes),
+                  std::tie(width, height, button, kilobytes))
+            << why;
     }
 }
-
-}   // namespace belvor

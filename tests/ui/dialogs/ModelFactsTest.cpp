@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace belvor {
+using namespace belvor;
 
 TEST(ModelFacts, MemoryIsRoundedAndCountedIn32Bits)
 {
@@ -31,5 +31,3 @@ TEST(ModelFacts, AnUnchangedScaleKeepsAllItsDigits)
     for (const auto& [why, text, scale] : cases)
         EXPECT_EQ(scaleOf(0.3048006096, "0.3048", text, "."), scale) << why;
 }
-
-}   // namespace belvor

@@ -8,7 +8,8 @@
 #include <cmath>
 #include <limits>
 
-namespace belvor {
+using namespace belvor;
+
 namespace {
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
@@ -131,5 +132,3 @@ TEST(ViewFields, AModelWithoutSizeHasPositionsOfRadiusOne)
     EXPECT_EQ(shown(fields, 3), "5.1");
     EXPECT_EQ(fields.applied(someView(), typing({{1, 3}}), false).eye[1], -2.0);
 }
-
-}   // namespace belvor

@@ -4,13 +4,9 @@
 
 using namespace belvor;
 
-namespace {
-
 using Kind = ViewGesture::Kind;
 
 constexpr PixelSize client{608, 456};
-
-}   // namespace
 
 TEST(Gestures, ADragIsOneGestureOnceItMovesFartherThanAClick)
 {
@@ -81,8 +77,6 @@ TEST(Gestures, AWheelTurnedWithoutAPauseIsOneGesture)
     };
     for (const auto& [delta, horizontal, shift, fine, kind, across, down] : cases) {
         const ViewGesture step = gestures.wheel(delta, horizontal, shift, fine, 9000);
-        EXPECT_EQ(step.kind, kind) << delta;
-        EXPECT_EQ(step.across, across) << delta;
-        EXPECT_EQ(step.down, down) << delta;
+        EXPECT_EQ(std::tie(step.kind, step.across, step.down), std::tie(kind, across, down)) << delta;
     }
 }

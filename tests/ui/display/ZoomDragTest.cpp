@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace belvor {
+using namespace belvor;
 
 TEST(ZoomDrag, TheRectangleKeepsTheProportionsAndReachesTheMouse)
 {
@@ -54,5 +54,3 @@ TEST(ZoomDrag, AClickIsNotARectangle)
         EXPECT_FALSE(drag.move({300, 300})) << "given up";
     }
 }
-
-}   // namespace belvor

@@ -6,11 +6,7 @@
 
 using namespace belvor;
 
-namespace {
-
 constexpr PixelSize client{115, 115};
-
-}   // namespace
 
 TEST(PlanGeometry, MapsPanelUnitsToPixelsAndBackWithinHalfAPixel)
 {

@@ -6,11 +6,7 @@
 
 using namespace belvor;
 
-namespace {
-
 const SphereDisc disc({115, 147});   // centre (57, 57), rings 13 pixels apart
-
-}   // namespace
 
 TEST(SphereProjection, MapsDirectionsToPixels)
 {
@@ -79,16 +75,16 @@ TEST(SphereProjection, APressHitsTheEyeFirstAndOnlyLightsThatAreOn)
 
 TEST(SphereProjection, ArrowsFormACrossAndTurnTheEye)
 {
-    // Columns: arrow, large, turned, place.
+    // Columns: arrow, large, turned, area.
     const std::tuple<SphereArrow, bool, SphereDirection, PixelArea> cases[] = {
         {SphereArrow::right, false, {180.5, 89}, {66, 127, 15, 18}},
         {SphereArrow::left, true, {174.5, 89}, {34, 127, 15, 18}},
         {SphereArrow::up, true, {179.5, 94}, {49, 113, 17, 16}},   // over the pole: the answer turns it round
         {SphereArrow::down, false, {179.5, 88}, {49, 129, 17, 16}},
     };
-    for (const auto& [arrow, large, turned, place] : cases) {
+    for (const auto& [arrow, large, turned, area] : cases) {
         EXPECT_EQ(turnedEye({179.5, 89}, arrow, large), turned) << static_cast<int>(arrow);
-        EXPECT_EQ(arrowArea(arrow, {115, 147}, {17, 16, 15, 18}), place) << static_cast<int>(arrow);
+        EXPECT_EQ(arrowArea(arrow, {115, 147}, {17, 16, 15, 18}), area) << static_cast<int>(arrow);
     }
 }
 
