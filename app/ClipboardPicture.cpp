@@ -76,7 +76,7 @@ try {
     }
     removeFile(path);
     return bytes;
-} catch (const OutputFile::Error&) {
+} catch (const FileError&) {
     return {};
 }
 

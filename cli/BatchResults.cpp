@@ -2,7 +2,7 @@
 
 #include "cli/Remarks.h"
 #include "cli/Reporting.h"
-#include "errors/FileError.h"
+#include "platform/FileError.h"
 #include "platform/Files.h"
 #include "report/RunReport.h"
 
@@ -25,11 +25,7 @@ Results::Results(const Options& given) : options(given), added(nullptr, std::fcl
             throw FileError(path, Text::cannotWrite, errno);
         return;
     }
-    try {
-        whole = std::make_unique<OutputFile>(path);
-    } catch (const OutputFile::Error& error) {
-        throw FileError(path, Text::cannotWrite, error.code());
-    }
+    whole = std::make_unique<OutputFile>(path);
 }
 
 void Results::readEarlier(const std::string& path)
@@ -101,11 +97,7 @@ void Results::finish()
     const std::lock_guard guard(lock);
     for (const auto& [number, result] : waiting) tell(result);   // behind a model that was not begun
     waiting.clear();
-    try {
-        if (whole) whole->commit();
-    } catch (const OutputFile::Error& error) {
-        throw FileError(options.report, Text::cannotWrite, error.code());
-    }
+    if (whole) whole->commit();
     if (options.quiet) return;
     std::fputs(filledText(Text::batchCounts, {std::to_string(options.jobs.size()), std::to_string(counts[0]),
                                               std::to_string(counts[1]), std::to_string(counts[2])})

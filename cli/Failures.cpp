@@ -3,8 +3,8 @@
 #include "cli/Options.h"
 #include "cli/Views.h"
 #include "errors/BadFile.h"
-#include "errors/FileError.h"
 #include "errors/Reporter.h"
+#include "platform/FileError.h"
 #include "platform/SystemError.h"
 #include "platform/Win32Error.h"
 

@@ -1,7 +1,7 @@
 #include "cli/ModelList.h"
 
 #include "cli/Options.h"
-#include "errors/FileError.h"
+#include "platform/FileError.h"
 #include "platform/Files.h"
 #include "platform/Pipe.h"
 

@@ -1,6 +1,6 @@
 #include "cli/Remarks.h"
 
-#include "errors/FileError.h"
+#include "platform/FileError.h"
 #include "resources/Texts.h"
 
 #include <algorithm>

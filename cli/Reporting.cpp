@@ -1,7 +1,7 @@
 #include "cli/Reporting.h"
 
 #include "cli/PictureHash.h"
-#include "errors/FileError.h"
+#include "platform/FileError.h"
 #include "platform/Files.h"
 #include "platform/OutputFile.h"
 #include "resources/Texts.h"
@@ -73,13 +73,9 @@ void writeReport(const Options& options, const Job& job, const RunNotes& notes)
 {
     const std::string text = reportOn(options, job, notes) + '\n';
     if (options.report == "-") return write(text, stdout, textOf(Text::standardOutput));
-    try {
-        OutputFile file(options.report);
-        write(text, file.stream(), options.report);
-        file.commit();
-    } catch (const OutputFile::Error& error) {
-        throw FileError(options.report, Text::cannotWrite, error.code());
-    }
+    OutputFile file(options.report);
+    write(text, file.stream(), options.report);
+    file.commit();
 }
 
 }   // namespace belvor

@@ -2,8 +2,8 @@
 
 #include "cli/Arguments.h"
 #include "cli/Remarks.h"
-#include "errors/FileError.h"
 #include "errors/Reporter.h"
+#include "platform/FileError.h"
 #include "platform/FileNames.h"
 
 #include <algorithm>

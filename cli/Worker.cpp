@@ -8,7 +8,7 @@
 #include "cli/PictureHash.h"
 #include "cli/Remarks.h"
 #include "errors/BadFile.h"
-#include "errors/FileError.h"
+#include "platform/FileError.h"
 #include "platform/Process.h"
 #include "platform/StopSignals.h"
 #include "platform/Thread.h"

@@ -1,6 +1,6 @@
 #include "imagefile/ByteSource.h"
 
-#include "errors/FileError.h"
+#include "platform/FileError.h"
 #include "platform/Files.h"
 
 #include <cerrno>

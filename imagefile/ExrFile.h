@@ -14,7 +14,7 @@ namespace belvor {
 /// blocks of 16 rows.
 class ExrFile : public ImageWriter {
 public:
-    /// Throws OutputFile::Error, std::bad_alloc.
+    /// Throws FileError, std::bad_alloc.
     ExrFile(OutputFile& output, const ImageHeader& header);
     ImageRow row() noexcept override { return {rgb, depth, material}; }
     void writeRow() override;

@@ -34,14 +34,14 @@ public:
 
     /// The row to write next, to be filled wholly; valid until writeRow().
     virtual ImageRow row() noexcept = 0;
-    /// Appends row(). Throws OutputFile::Error, OmbrFile::Error, std::bad_alloc.
+    /// Appends row(). Throws FileError, OmbrFile::Error, std::bad_alloc.
     virtual void writeRow() = 0;
     /// After the last row: completes the file, which its owner commits. Throws as writeRow().
     virtual void finish() = 0;
 };
 
 /// Begins a picture in `output`, which must outlive the writer. An output that takes bytes in their order
-/// only, as a pipe does, will do. Throws OutputFile::Error, OmbrFile::Error, std::bad_alloc.
+/// only, as a pipe does, will do. Throws FileError, OmbrFile::Error, std::bad_alloc.
 std::unique_ptr<ImageWriter> makeImageWriter(PictureFormat format, OutputFile& output,
                                              const ImageHeader& header);
 

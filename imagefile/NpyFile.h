@@ -11,7 +11,7 @@ namespace belvor {
 /// distance (f8) and material (u2).
 class NpyFile : public ImageWriter {
 public:
-    /// Throws OutputFile::Error, std::bad_alloc.
+    /// Throws FileError, std::bad_alloc.
     NpyFile(OutputFile& output, const ImageHeader& header);
     ImageRow row() noexcept override { return {rgb, depth, material}; }
     void writeRow() override;

@@ -98,7 +98,7 @@ try {
     return action();
 } catch (const OutputFile::Busy&) {
     throw OmbrFile::Busy();
-} catch (const OutputFile::Error& error) {
+} catch (const FileError& error) {
     throw OmbrFile::Error(error.code());
 }
 

@@ -10,7 +10,7 @@ namespace belvor {
 /// The distances of a picture as a PFM file: one float a pixel, little-endian, the bottom row first.
 class PfmFile : public ImageWriter {
 public:
-    /// Throws OutputFile::Error, std::bad_alloc.
+    /// Throws FileError, std::bad_alloc.
     PfmFile(OutputFile& output, const ImageHeader& header);
     ImageRow row() noexcept override { return {{}, depth, {}}; }
     void writeRow() override;

@@ -1,20 +1,18 @@
 #include "imagefile/Pictures.h"
 
-#include "errors/FileError.h"
 #include "imagefile/OmbrFile.h"
+#include "platform/FileError.h"
 
 #include <utility>
 
 namespace belvor {
 namespace {
 
-/// Does something with a file; a failure names the file.
+/// Does something with a file; a failure of an Ombr file, which knows no name, gets one.
 template <class Action>
 auto onFile(const std::string& path, Action action) -> decltype(action())
 try {
     return action();
-} catch (const OutputFile::Error& error) {
-    throw FileError(path, Text::cannotWrite, error.code());
 } catch (const OmbrFile::Error& error) {
     throw FileError(path, Text::cannotWrite, error.code());
 }
@@ -29,7 +27,7 @@ Pictures::Pictures(const std::vector<PictureTarget>& targets, const Model& model
     ImageHeader header = headerOf(model, *camera, width, height);
     header.texts = texts;
     for (const PictureTarget& target : targets) {
-        outputs.push_back(onFile(target.path, [&] { return std::make_unique<Output>(target.path); }));
+        outputs.push_back(std::make_unique<Output>(target.path));
         Output& output = *outputs.back();
         output.picture =
             onFile(target.path, [&] { return makeImageWriter(target.format, output.file, header); });
@@ -86,11 +84,7 @@ void Pictures::commit(const std::vector<Handle<Pictures>>& all, Reporter& progre
     for (const auto& pictures : all)
         for (const auto& output : pictures->outputs) files.push_back(&output->file);
     checkForStop(progress);
-    try {
-        OutputFile::commit(files);
-    } catch (const OutputFile::Error& error) {
-        throw FileError(error.path(), Text::cannotWrite, error.code());
-    }
+    OutputFile::commit(files);
     for (const auto& pictures : all) pictures->outputs.clear();
 }
 

@@ -17,7 +17,7 @@ namespace belvor {
 class PngFile {
 public:
     /// Writes the header into `output`, which must outlive this object; its owner commits it. Sizes
-    /// in pixels, 1 to 2³¹ − 1. Throws OutputFile::Error, std::bad_alloc.
+    /// in pixels, 1 to 2³¹ − 1. Throws FileError, std::bad_alloc.
     PngFile(OutputFile& output, std::uint32_t width, std::uint32_t height);
     /// Gives the bytes to `sink`, in their order; it throws what this class's functions throw then.
     using Sink = std::function<void(const void* bytes, std::size_t count)>;
@@ -28,14 +28,14 @@ public:
 
     /// The row to write next: red, green and blue of each pixel.
     std::span<std::uint8_t> row() noexcept { return std::span(current).subspan(1); }
-    /// Appends row(), from the top. Throws OutputFile::Error.
+    /// Appends row(), from the top. Throws FileError.
     void writeRow();
-    /// After the last row: completes the pixels. Throws OutputFile::Error.
+    /// After the last row: completes the pixels. Throws FileError.
     void finishPixels();
     /// Adds a text (UTF-8) under a keyword of 1 to 79 ASCII letters, behind the pixels. Throws
-    /// OutputFile::Error, std::bad_alloc.
+    /// FileError, std::bad_alloc.
     void addText(std::string_view keyword, std::string_view text);
-    /// Ends the file. Throws OutputFile::Error.
+    /// Ends the file. Throws FileError.
     void finish();
 
 private:

@@ -9,7 +9,7 @@ namespace belvor {
 void writeTo(OutputFile& output, const void* bytes, std::size_t count)
 {
     if (count != 0 && std::fwrite(bytes, 1, count, output.stream()) != count)
-        throw OutputFile::Error(output.path(), errno);
+        throw FileError(output.path(), Text::cannotWrite, errno);
 }
 
 SeekableOutput::SeekableOutput(OutputFile& target)
@@ -20,7 +20,7 @@ SeekableOutput::SeekableOutput(OutputFile& target)
     if (!file) fail();
 }
 
-void SeekableOutput::fail() const { throw OutputFile::Error(output.path(), errno); }
+void SeekableOutput::fail() const { throw FileError(output.path(), Text::cannotWrite, errno); }
 
 void SeekableOutput::write(const void* bytes, std::size_t count)
 {

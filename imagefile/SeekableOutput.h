@@ -13,15 +13,15 @@ namespace belvor {
 /// go to a scratch file first. Used by one thread at a time.
 class SeekableOutput {
 public:
-    /// `output` must outlive this object. Throws OutputFile::Error.
+    /// `output` must outlive this object. Throws FileError.
     explicit SeekableOutput(OutputFile& output);
 
-    /// Appends to what was written last. Throws OutputFile::Error.
+    /// Appends to what was written last. Throws FileError.
     void write(const void* bytes, std::size_t count);
     void write(std::string_view bytes) { write(bytes.data(), bytes.size()); }
-    /// The next byte goes to that position. Throws OutputFile::Error.
+    /// The next byte goes to that position. Throws FileError.
     void seek(long long position);
-    /// After the last byte. Throws OutputFile::Error.
+    /// After the last byte. Throws FileError.
     void finish();
 
 private:
@@ -32,7 +32,7 @@ private:
     std::FILE* const file;
 };
 
-/// Appends to an output. Throws OutputFile::Error.
+/// Appends to an output. Throws FileError.
 void writeTo(OutputFile& output, const void* bytes, std::size_t count);
 
 }   // namespace belvor

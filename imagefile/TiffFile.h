@@ -10,7 +10,7 @@ namespace belvor {
 /// not compressed; a BigTIFF file where 32-bit offsets do not reach. The pages' directories stand first.
 class TiffFile : public ImageWriter {
 public:
-    /// Throws OutputFile::Error, std::bad_alloc.
+    /// Throws FileError, std::bad_alloc.
     TiffFile(OutputFile& output, const ImageHeader& header);
     ImageRow row() noexcept override { return {rgb, depth, material}; }
     void writeRow() override;

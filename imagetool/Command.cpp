@@ -1,7 +1,7 @@
 #include "imagetool/Command.h"
 
-#include "errors/FileError.h"
 #include "errors/Reporter.h"
+#include "platform/FileError.h"
 #include "platform/StopSignals.h"
 
 #include <cerrno>

@@ -1,7 +1,6 @@
 // belvor-image compare: two Ombr files, or two models seen by one view.
 
 #include "cli/belvor_render.h"
-#include "errors/FileError.h"
 #include "imagefile/ImageComparison.h"
 #include "imagefile/PngFile.h"
 #include "imagetool/Command.h"
@@ -130,20 +129,16 @@ Answer compareFiles(const std::string& a, const std::string& b, const std::strin
     if (const Text why = ImageComparison::obstacle(header, second->header()); why != Text::none)
         throw WrongUse(why, {});
     ImageComparison comparison(header, second->header());
-    try {
-        std::optional<Marked> picture;
-        if (!marked.empty()) picture.emplace(marked, header.width, header.height);
-        for (int row = 0; row < header.height; ++row) {
-            checkForStop();
-            first->readRow(row);
-            second->readRow(row);
-            const auto bits = comparison.compareRow(row, *first, *second);
-            if (picture) picture->writeRow(bits, first->rgb());
-        }
-        if (picture) picture->commit();
-    } catch (const OutputFile::Error& error) {
-        throw FileError(marked, Text::cannotWrite, error.code());
+    std::optional<Marked> picture;
+    if (!marked.empty()) picture.emplace(marked, header.width, header.height);
+    for (int row = 0; row < header.height; ++row) {
+        checkForStop();
+        first->readRow(row);
+        second->readRow(row);
+        const auto bits = comparison.compareRow(row, *first, *second);
+        if (picture) picture->writeRow(bits, first->rgb());
     }
+    if (picture) picture->commit();
     printAnswer(comparison.toJson() + '\n');
     return comparison.anyDiffers() ? Answer::no : Answer::yes;
 }

@@ -1,6 +1,5 @@
 // belvor-image convert: an Ombr file in another format.
 
-#include "errors/FileError.h"
 #include "imagefile/ImageWriter.h"
 #include "imagefile/OmbrFile.h"
 #include "imagefile/PlyFile.h"
@@ -53,14 +52,10 @@ Answer convertImage(const Words& words)
         throw WrongUse(Text::notConvertible, {target});
     if (isSameFile(words[0], target)) throw WrongUse(Text::wouldOverwriteImage, {target});
     OpenImage image(words[0]);
-    try {
-        OutputFile output(target);
-        if (format) writePicture(*image, *makeImageWriter(*format, output, image->header()));
-        else writePly(*image, output, checkForStop);
-        output.commit();
-    } catch (const OutputFile::Error& error) {
-        throw FileError(target, Text::cannotWrite, error.code());
-    }
+    OutputFile output(target);
+    if (format) writePicture(*image, *makeImageWriter(*format, output, image->header()));
+    else writePly(*image, output, checkForStop);
+    output.commit();
     return Answer::yes;
 }
 

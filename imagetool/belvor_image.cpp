@@ -1,8 +1,8 @@
 // Looks into Ombr files: one command a file of this folder.
 
-#include "errors/FileError.h"
 #include "errors/Reporter.h"
 #include "imagetool/Command.h"
+#include "platform/FileError.h"
 #include "platform/Process.h"
 #include "platform/StopSignals.h"
 

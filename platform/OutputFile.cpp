@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstring>
 #include <filesystem>
 #include <map>
 #include <mutex>
@@ -34,13 +33,9 @@ NamesInUse& namesInUse()
 
 }   // namespace
 
-OutputFile::Error::Error(std::string path, int code)
-    : std::runtime_error(std::strerror(code)),
-      name(std::move(path)),
-      savedErrno(code)
+OutputFile::Busy::Busy(const std::string& path)
+    : FileError(path, Text::cannotWrite, textOf(Text::fileBeingWritten), EBUSY)
 {}
-
-OutputFile::Busy::Busy(std::string path) : Error(std::move(path), EBUSY) {}
 
 namespace {
 
@@ -133,7 +128,7 @@ OutputFile::OutputFile(const std::string& path)
     if (file && std::setvbuf(file, buffer.get(), _IOFBF, bufferSize) == 0) return;
     const int code = errno;
     if (file) std::fclose(file);
-    throw Error(name, code);
+    throw FileError(name, Text::cannotWrite, code);
 }
 
 OutputFile::~OutputFile()
@@ -148,10 +143,10 @@ bool OutputFile::isSeekable() const noexcept { return !place->special; }
 void OutputFile::finish()
 {
     if (finished) return;
-    if (!file) throw Error(name, EBADF);   // it has failed before
+    if (!file) throw FileError(name, Text::cannotWrite, EBADF);   // it has failed before
     int code = std::fflush(file) == 0 && flushToDisk(file) ? 0 : errno;
     if (std::fclose(std::exchange(file, nullptr)) != 0 && code == 0) code = errno;
-    if (code != 0) throw Error(name, code);
+    if (code != 0) throw FileError(name, Text::cannotWrite, code);
     finished = true;
 }
 
@@ -170,7 +165,7 @@ void OutputFile::commit(std::span<OutputFile* const> files)
     if (named < files.size()) {
         const int code = errno;
         for (std::size_t i = named; i-- > 0;) files[i]->place->giveBack();
-        throw Error(files[named]->name, code);
+        throw FileError(files[named]->name, Text::cannotWrite, code);
     }
     for (OutputFile* const each : files) {
         each->place->settle();

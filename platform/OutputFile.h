@@ -1,9 +1,10 @@
 #pragma once
 
+#include "platform/FileError.h"
+
 #include <cstdio>
 #include <memory>
 #include <span>
-#include <stdexcept>
 #include <string>
 
 namespace belvor {
@@ -18,25 +19,13 @@ namespace belvor {
 /// nor a planted link can have it. Used by one thread at a time.
 class OutputFile {
 public:
-    /// A call of the system failed; what() is the system's text for errno.
-    class Error : public std::runtime_error {
-    public:
-        /// `file` is the path as it was given.
-        Error(std::string file, int code);
-        int code() const noexcept { return savedErrno; }
-        const std::string& path() const noexcept { return name; }
-
-    private:
-        std::string name;
-        int savedErrno;
-    };
     /// This process is writing a file of that name already.
-    class Busy : public Error {
+    class Busy : public FileError {
     public:
-        explicit Busy(std::string file);
+        explicit Busy(const std::string& path);
     };
 
-    /// Begins the file (`path` is UTF-8). Throws Error, Busy.
+    /// Begins the file (`path` is UTF-8). Throws FileError, Busy.
     explicit OutputFile(const std::string& path);
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
@@ -51,12 +40,12 @@ public:
     /// Whether a file that is not empty had the name when this one was begun.
     bool replacesContent() const noexcept;
 
-    /// Flushes the file to the disk and closes it. Does nothing when that is done. Throws Error.
+    /// Flushes the file to the disk and closes it. Does nothing when that is done. Throws FileError.
     void finish();
-    /// Finishes the file and gives it its name. Throws Error.
+    /// Finishes the file and gives it its name. Throws FileError.
     void commit();
     /// The same for several: each name has its old file or its new one at any moment, and where one
-    /// name cannot be taken, all keep their old files. Throws Error.
+    /// name cannot be taken, all keep their old files. Throws FileError.
     static void commit(std::span<OutputFile* const> files);
 
 private:

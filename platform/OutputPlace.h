@@ -18,7 +18,7 @@ void removeIfAbandoned(const std::string& path) noexcept;
 /// Functions that answer bool leave errno when the answer is false.
 class OutputFile::Place {
 public:
-    /// Follows links and looks at what is there. Throws Error.
+    /// Follows links and looks at what is there. Throws FileError.
     explicit Place(const std::string& path);
     Place(const Place&) = delete;
     Place& operator=(const Place&) = delete;

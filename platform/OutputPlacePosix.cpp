@@ -148,9 +148,9 @@ OutputFile::Place::Place(const std::string& path) : system(std::make_unique<Syst
     }
     system->path = resolved(path);
     system->name = nameIn(system->path);
-    if (system->name.empty()) throw Error(path, path.empty() ? ENOENT : EISDIR);
+    if (system->name.empty()) throw FileError(path, Text::cannotWrite, path.empty() ? ENOENT : EISDIR);
     system->folder = ::open(folderOf(system->path).c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
-    if (system->folder < 0) throw Error(path, errno);
+    if (system->folder < 0) throw FileError(path, Text::cannotWrite, errno);
     const bool usable = fstat(system->folder, &status) == 0;
     if (usable) identity = numberOf(status) + "/" + system->name;
     if (usable && system->look(status, existed)) {
@@ -158,7 +158,7 @@ OutputFile::Place::Place(const std::string& path) : system(std::make_unique<Syst
         hadContent = existed && status.st_size > 0;
         return;
     }
-    throw Error(path, errno);
+    throw FileError(path, Text::cannotWrite, errno);
 }
 
 OutputFile::Place::~Place() = default;

@@ -158,16 +158,17 @@ std::wstring OutputFile::Place::System::besideName() const
 OutputFile::Place::Place(const std::string& path) : system(std::make_unique<System>())
 {
     system->path = resolved(toWide(path));
-    if (!system->look(existed)) throw Error(path, errno);
+    if (!system->look(existed)) throw FileError(path, Text::cannotWrite, errno);
     if (existed) {
         // Also refuses a file that the user may not write or that another program has locked.
         const KernelHandle file = openExisting(system->path, GENERIC_WRITE);
-        if (!file) throw Error(path, errnoOf(GetLastError()));
+        if (!file) throw FileError(path, Text::cannotWrite, errnoOf(GetLastError()));
         special = GetFileType(file.get()) != FILE_TYPE_DISK;
         LARGE_INTEGER size;
         hadContent = !GetFileSizeEx(file.get(), &size) || size.QuadPart > 0;
     }
-    if (path.empty() || nameStart(system->path) == system->path.size()) throw Error(path, ENOENT);
+    if (path.empty() || nameStart(system->path) == system->path.size())
+        throw FileError(path, Text::cannotWrite, ENOENT);
     identity = placeIdentity(system->path);
 }
 

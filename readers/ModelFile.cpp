@@ -2,7 +2,7 @@
 
 #include "errors/BadFile.h"
 #include "errors/FileChanged.h"
-#include "errors/FileError.h"
+#include "platform/FileError.h"
 #include "platform/FileNames.h"
 #include "platform/Files.h"
 #include "platform/MappedFile.h"

@@ -1,7 +1,7 @@
 #include "session/Saving.h"
 
-#include "errors/FileError.h"
 #include "imagefile/OmbrFile.h"
+#include "platform/FileError.h"
 #include "resources/Texts.h"
 #include "session/Session.h"
 

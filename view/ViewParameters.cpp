@@ -134,7 +134,7 @@ try {
     if (std::fwrite(lines.data(), 1, lines.size(), file.stream()) != lines.size()) return false;
     file.commit();
     return true;
-} catch (const OutputFile::Error& error) {
+} catch (const FileError& error) {
     errno = error.code();
     return false;
 } catch (const std::exception&) {

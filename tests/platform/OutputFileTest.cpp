@@ -49,7 +49,7 @@ TEST_F(OutputFolder, SeveralFilesAreCommittedTogetherOrNotAtAll)
         std::erase_if(kept, [](const auto& file) { return file.first.ends_with(".part"); });
         return kept;
     };
-    EXPECT_THROW(OutputFile::commit(files), OutputFile::Error);
+    EXPECT_THROW(OutputFile::commit(files), FileError);
     EXPECT_EQ(names(), (Contents{{"old", "old"}, {"blocked", "(folder)"}}));
 }
 
@@ -71,7 +71,7 @@ TEST_F(OutputFolder, AFileThatCannotBeWrittenIsRefusedAtTheBeginning)
     const std::string guarded = write("guarded", "old");
     fs::permissions(guarded, fs::perms::owner_read);
     for (const std::string& path : {std::string(), in("folder"), in("nowhere/a"), in("nowhere/"), guarded})
-        EXPECT_THROW(OutputFile{path}, OutputFile::Error) << path;
+        EXPECT_THROW(OutputFile{path}, FileError) << path;
     EXPECT_EQ(contents(), (Contents{{"folder", "(folder)"}, {"guarded", "old"}}));
     fs::permissions(guarded, fs::perms::owner_all);   // for systems that delete no such file
 }
