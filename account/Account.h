@@ -81,7 +81,7 @@ public:
     std::uint64_t repairCount = 0;
     std::vector<Repair> repairs;   ///< The first maxRepairs, in the order of the file's reading.
     bool byteOffsets = false;      ///< Whether the positions of repairs are byte offsets.
-    /// The blocks by name, and how many INSERT records of the whole drawing name each.
+    /// The blocks by name, and how many INSERT records of the whole drawing, drawn or not, name each.
     std::map<std::string, std::uint64_t, std::less<>> blocks;
     std::vector<std::string> warnings;
 

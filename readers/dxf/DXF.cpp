@@ -9,28 +9,24 @@
 namespace belvor {
 
 DXF::DXF(const std::string& fileName, Reporter& reporter, const ReadingOptions& how, Account& account)
-    : options(how),
-      accountOfReading(account),
-      dxfStream(DXFStream::open(fileName, reporter, how.log, how.rules)),
-      hasColours(how.colours == DrawingColours::ofDrawing
-                 || (how.colours == DrawingColours::byRules && isModern())),
-      layers(DXFNameOrder{isModern()}),
-      blocks(DXFNameOrder{isModern()}),
-      missingBlocks(DXFNameOrder{isModern()})
-{
-    read();
-}
+    : DXF(DXFStream::open(fileName, reporter, how.log, how.rules), how, account)
+{}
 
 DXF::DXF(std::string_view bytes, const std::string& fileName, Reporter& reporter, const ReadingOptions& how,
          Account& account)
+    : DXF(DXFStream::over(bytes, fileName, reporter, how.log, how.rules), how, account)
+{}
+
+DXF::DXF(std::unique_ptr<DXFStream> stream, const ReadingOptions& how, Account& account)
     : options(how),
       accountOfReading(account),
-      dxfStream(DXFStream::over(bytes, fileName, reporter, how.log, how.rules)),
+      dxfStream(std::move(stream)),
       hasColours(how.colours == DrawingColours::ofDrawing
                  || (how.colours == DrawingColours::byRules && isModern())),
       layers(DXFNameOrder{isModern()}),
       blocks(DXFNameOrder{isModern()}),
-      missingBlocks(DXFNameOrder{isModern()})
+      missingBlocks(DXFNameOrder{isModern()}),
+      insertsOfUnknown(DXFNameOrder{isModern()})
 {
     read();
 }
@@ -155,7 +151,7 @@ const DXFLayer& DXF::findLayer(std::string_view name)
     return *recentLayer;
 }
 
-const DXFBlock* DXF::findBlock(std::string_view name)
+DXFBlock* DXF::findBlock(std::string_view name)
 {
     std::string room;
     const std::string_view key = isModern() ? names.readable(name, room) : name;

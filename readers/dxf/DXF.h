@@ -47,6 +47,8 @@ public:
     Handle<Model> takeModel() noexcept { return builder.take(); }
 
 private:
+    DXF(std::unique_ptr<DXFStream> stream, const ReadingOptions& how, Account& account);
+
     // DXF.cpp: sections
     void read();
     void readAll();
@@ -66,6 +68,7 @@ private:
     void addLayer(const DXFRecord& record);
     void readBlocks();
     DXFBlock* addBlock(const DXFRecord& record);
+    void countInsert(const DXFRecord& record);
 
     // DXFExpansion.cpp: entities, and blocks within blocks
     void readAllEntities();
@@ -76,7 +79,7 @@ private:
     void walk();
     bool entitiesEnd(std::string_view type);
     void readEntity(DXFTally* tally, std::string_view type);
-    void countEntity(DXFTally& tally, std::string_view type, std::uint64_t drawnBefore) const;
+    void countEntity(DXFTally& tally, std::string_view type, std::uint64_t drawnBefore);
     /// The facets and curves that are there so far.
     std::uint64_t drawn() const noexcept { return builder.model().facetCount() + curves.count(); }
     bool isDrawn(std::string_view type) const noexcept
@@ -152,7 +155,7 @@ private:
     void placeCurve(std::string_view materialKey, std::string_view layer, std::span<const Point<3>> points,
                     DXFCurveKind kind) override;
     void readEntities(const DXFInsertion& insertion) override;
-    const DXFBlock* findBlock(std::string_view name) override;
+    DXFBlock* findBlock(std::string_view name) override;
     void skip(std::string_view type, SkippedEntities::Why why, std::string_view what) override;
 
     const ReadingOptions options;
@@ -199,9 +202,10 @@ private:
     std::size_t recordedBytes = 0;          // by the contents of blocks, complete or not
     std::uint64_t givenMet = 0, cyclesMet = 0, namesMet = 0;   // within the whole reading
     DXFUndrawn undrawn{skippedEntities, [this] { dxfStream->checkProgress(); }};
-    std::set<std::string, DXFNameOrder> missingBlocks;   // that INSERTs named
-    bool inSection = false, bare = false;                // the file has no sections
-    bool missingFound = false;                           // one of them has been read
+    std::set<std::string, DXFNameOrder> missingBlocks;   // that INSERTs named and entities were to be read of
+    std::map<std::string, std::uint64_t, DXFNameOrder> insertsOfUnknown;   // INSERT records, by such a name
+    bool inSection = false, bare = false;                                  // the file has no sections
+    bool missingFound = false;                                             // one of them has been read
 };
 
 }   // namespace belvor

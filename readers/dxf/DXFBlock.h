@@ -106,9 +106,10 @@ struct DXFBlock {
     std::string_view name;   ///< Of the drawing's map of blocks.
     Point<3> base;
     std::string layer;
-    DXFPosition entities;      ///< Just after its BLOCK record.
-    bool isEmpty = false;      ///< Its end follows at once.
-    bool isExternal = false;   ///< It stands for another file.
+    DXFPosition entities;        ///< Just after its BLOCK record.
+    bool isEmpty = false;        ///< Its end follows at once.
+    bool isExternal = false;     ///< It stands for another file.
+    std::uint64_t inserts = 0;   ///< INSERT records of the whole drawing that name it.
 
     DXFBlockSummary summary;
     DXFTally tally;
@@ -116,9 +117,11 @@ struct DXFBlock {
     bool hidSurfaces = false;                     ///< Some would be drawn if their layer were on.
 
     /// Whether an insertion of it is under way.
-    bool& expanding() noexcept { return original ? original->underWay : underWay; }
+    bool& expanding() noexcept { return whenOn().underWay; }
     /// Whether this is the block as insertions on layers that are off see it.
     bool isOff() const noexcept { return original != nullptr; }
+    /// The block as insertions on layers that are on see it.
+    DXFBlock& whenOn() noexcept { return original ? *original : *this; }
     /// The block as an insertion on the layer `ofInsert` sees it; null for the layer of the INSERT around
     /// that, which is off or not. Of a block that is not off.
     DXFBlock& on(const DXFLayer* ofInsert, bool aroundIsOff);

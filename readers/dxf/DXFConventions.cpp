@@ -58,8 +58,7 @@ bool DXF::aroundIsOff() const noexcept
 /// The block as an insertion sees it.
 DXFBlock& DXF::blockOf(const DXFInsertion& insertion, bool isOff)
 {
-    DXFBlock& block = blocks.find(insertion.block)->second;
-    return isModern() ? block.on(insertion.paint.layer, isOff) : block;
+    return isModern() ? insertion.block->on(insertion.paint.layer, isOff) : *insertion.block;
 }
 
 /// The material of a layer, or of a layer and colour.

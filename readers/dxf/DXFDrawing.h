@@ -15,11 +15,13 @@
 
 namespace belvor {
 
+struct DXFBlock;
+
 /// One INSERT: a block, placed once in each cell of an array. A cell takes a point of the
 /// block, less the block's base point, moved by (column × columnSpacing, row × rowSpacing, 0),
 /// through placement() into the coordinates in which the INSERT itself is given.
 struct DXFInsertion {
-    std::string_view block;               // a view of the file
+    DXFBlock* block = nullptr;            ///< Of the drawing.
     std::int32_t columns = 1, rows = 1;   ///< Not less.
     double columnSpacing = 0.0, rowSpacing = 0.0;
     bool spacingIsScaled = true;   ///< Else the block is scaled before it is moved to its cell.
@@ -53,8 +55,6 @@ struct DXFInsertion {
                * Move::translation(-base.vector());
     }
 };
-
-struct DXFBlock;
 
 /// What the points of a curve stand for.
 enum class DXFCurveKind : std::uint8_t {
@@ -110,7 +110,7 @@ public:
     /// Has the entities of a known block read for each cell, as soon as the current entity is done.
     virtual void readEntities(const DXFInsertion& insertion) = 0;
     /// The block of that name, or null when no BLOCK has defined it so far.
-    virtual const DXFBlock* findBlock(std::string_view name) = 0;
+    virtual DXFBlock* findBlock(std::string_view name) = 0;
 
     virtual void skip(std::string_view type, SkippedEntities::Why why, std::string_view what) = 0;
 

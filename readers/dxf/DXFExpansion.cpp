@@ -65,8 +65,6 @@ void DXF::readAllEntities()
 
 void DXF::readEntities(const DXFInsertion& insertion)
 {
-    const auto found = blocks.find(insertion.block);
-    if (found == blocks.end()) return;
     DXFBlock& block = blockOf(insertion, aroundIsOff());
     if (!expansions.empty() && expansions.back().summarising) {
         DXFBlockSummary::Inserted& met = expansions.back().block->summary.insertions[&block];
@@ -305,8 +303,14 @@ void DXF::readEntity(DXFTally* tally, std::string_view type)
 }
 
 /// Counts the entity that has been built.
-void DXF::countEntity(DXFTally& tally, std::string_view type, std::uint64_t drawnBefore) const
+void DXF::countEntity(DXFTally& tally, std::string_view type, std::uint64_t drawnBefore)
 {
+    // Those in blocks have been counted with their block.
+    const bool isInSection = &tally == &tallyOfEntities || (&tally == &tallyOfPaper && !drawsPaper);
+    if ((reasonOfEntity || blockOfEntity) && isInSection && is(type, "INSERT")) {
+        if (blockOfEntity) ++blockOfEntity->whenOn().inserts;
+        else countInsert(dxfStream->readRecord());
+    }
     if (reasonOfEntity) tally.skipped(type, isDrawn(type) ? *reasonOfEntity : SkipReason::typeNotDrawn);
     else if (blockOfEntity) tally.inserted(type, *blockOfEntity, blockEntered);
     else if (drawn() != drawnBefore) tally.drawn(type);

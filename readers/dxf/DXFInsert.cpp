@@ -7,9 +7,9 @@ void DXFInsert::build()
 {
     DXFInsertion insertion;
     using Why = SkippedEntities::Why;
-    insertion.block = record.text(2);
-    const DXFBlock* const block = drawing.findBlock(insertion.block);
-    const auto skipWithoutBlock = [&] { drawing.skip(record.type(), Why::blockUnknown, insertion.block); };
+    const std::string_view name = record.text(2);
+    DXFBlock* const block = insertion.block = drawing.findBlock(name);
+    const auto skipWithoutBlock = [&] { drawing.skip(record.type(), Why::blockUnknown, name); };
     if (!block && !record.isModern()) return skipWithoutBlock();   // whatever its other groups hold
     insertion.paint = drawing.paint();
     insertion.spacingIsScaled = !record.isModern();
@@ -27,11 +27,8 @@ void DXFInsert::build()
     insertion.tilt = DXFAxes::of(record);
     if (!block) return skipWithoutBlock();
     if (noCells) return skipWithoutCells();
-    insertion.block = block->name;
-    if (block->isEmpty) {
-        drawing.skip(record.type(), block->isExternal ? Why::blockExternal : Why::blockEmpty,
-                     insertion.block);
-    }
+    if (block->isEmpty)
+        drawing.skip(record.type(), block->isExternal ? Why::blockExternal : Why::blockEmpty, block->name);
     drawing.readEntities(insertion);
 }
 

@@ -12,10 +12,9 @@ void DXFPicturedByBlock::build()
     if (isTable) insertion.position = record.pointOr(10, 0.0).vector();
     else if (record.hasPoint(12))
         insertion.position = DXFAxes::of(record).toWorld(record.pointOr(12, 0.0)).vector();
-    const DXFBlock* const block = drawing.findBlock(name);
-    if (!block) return drawing.skip(record.type(), SkippedEntities::Why::blockUnknown, name);
-    insertion.block = block->name;
-    if (block->isEmpty) drawing.skip(record.type(), SkippedEntities::Why::blockEmpty, name);
+    insertion.block = drawing.findBlock(name);
+    if (!insertion.block) return drawing.skip(record.type(), SkippedEntities::Why::blockUnknown, name);
+    if (insertion.block->isEmpty) drawing.skip(record.type(), SkippedEntities::Why::blockEmpty, name);
     drawing.readEntities(insertion);
 }
 

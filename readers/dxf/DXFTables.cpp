@@ -135,9 +135,21 @@ void DXF::readBlocks()
         } else if (isCountedRecord(type)) {
             tally->met(type);
         }
+        if (is(type, "INSERT")) countInsert(dxfStream->readRecord());
     }
     if (latest) latest->isEmpty = true;
     if (inBlock) assume("ENDBLK", true);
+}
+
+/// For the block that it names, drawn or not.
+void DXF::countInsert(const DXFRecord& record)
+{
+    std::string room;
+    std::string_view name = record.textOr(2, "");
+    if (isModern()) name = names.readable(name, room);
+    const auto block = blocks.find(name);
+    if (block != blocks.end()) ++block->second.inserts;
+    else ++insertsOfUnknown.try_emplace(std::string(name)).first->second;
 }
 
 /// The block of a BLOCK record; in the modern reading null for one without a name, and for the second one of
@@ -163,6 +175,8 @@ DXFBlock* DXF::addBlock(const DXFRecord& record)
     log().line("Adding BLOCK definition ", place->first, " at line ", record.line());
     place->second.name = place->first;
     missingFound |= missingBlocks.contains(place->first);
+    if (const auto met = insertsOfUnknown.find(place->first); met != insertsOfUnknown.end())
+        place->second.inserts = met->second;
     return &place->second;
 }
 

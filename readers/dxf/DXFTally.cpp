@@ -56,7 +56,6 @@ void addWalked(Account& account, const DXFTally& tally, const std::set<const DXF
             else if (block->isOff()) row.skippedFor(SkipReason::layerOff) += records;
             else if (!insertions.entered) row.skippedFor(SkipReason::blockInsertsItself) += records;
             else row.skippedFor(SkipReason::noSurface) += records;
-            if (is(type, "INSERT")) account.blocks[std::string(block->name)] += records;
         }
 }
 
@@ -91,7 +90,7 @@ void addTo(Account& account, std::initializer_list<const DXFTally*> entities, co
            const DXFBlocks& blocks, const std::function<bool(std::string_view type)>& isDrawn)
 {
     const std::set<const DXFBlock*> drawing = drawingBlocks(blocks);
-    for (const auto& [name, block] : blocks) account.blocks[name] = 0;
+    for (const auto& [name, block] : blocks) account.blocks[name] = block.inserts;
     for (const DXFTally* const tally : entities) addWalked(account, *tally, drawing);
     for (const auto& [name, block] : blocks) {
         // What draws something seen from a layer that is off does so from others too.

@@ -21,7 +21,7 @@ public:
     DXFPaint paint() const noexcept override { return {}; }
     void nameMaterial(std::string_view, std::string_view) override {}
     void readEntities(const DXFInsertion&) override {}
-    const DXFBlock* findBlock(std::string_view) override { return &block; }
+    DXFBlock* findBlock(std::string_view) override { return &block; }
     void skip(std::string_view, SkippedEntities::Why, std::string_view) override {}
 
 private:

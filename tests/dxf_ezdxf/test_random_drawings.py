@@ -389,8 +389,8 @@ class RandomDrawings(unittest.TestCase):
     reading = "strict"
 
     def info(self, path):
-        """What --info and --report say."""
-        command = [PROGRAM, "--quiet", "--reading", self.reading, "--info", "--report", "-", path]
+        """What --info and --report say, the latter also of a picture of the facets, seen from the side."""
+        command = [PROGRAM, "--quiet", "--reading", self.reading, "--size", "160x120", "--view", "iso-ne", "--info", "--report", "-", path, path + ".omb"]
         done = subprocess.run(command, capture_output=True, encoding="utf-8", timeout=60)
         self.assertEqual(done.returncode, 0, done.stderr)
         return map(json.loads, done.stdout.splitlines())
@@ -402,11 +402,16 @@ class RandomDrawings(unittest.TestCase):
         self.assertEqual({key: count for key, count in counts.items() if key[0] != "VIEWPORT"}, expected.counts())
         if not data.startswith(group_counter.SENTINEL):
             self.assertEqual({row["type"]: row["read"] for row in report["entities"]}, group_counter.entity_counts(data))
+            inserts = group_counter.insert_counts(data)
+            self.assertEqual({block["name"]: block["inserts"] for block in report["blocks"]},
+                             {block["name"]: inserts[block["name"]] for block in report["blocks"]})
 
-    def check(self, drawing, format):
+    def check(self, drawing, format, pictures):
         with tempfile.NamedTemporaryFile(suffix=".dxf") as file:
             drawing.doc.saveas(file.name, fmt=format)
             info, report = self.info(file.name)
+            os.remove(file.name + ".omb")
+            pictures.add(report["outputs"][0]["sha256"])
             conventions = Conventions(drawing.doc, self.reading == "modern")
             self.check_account(conventions, report, pathlib.Path(file.name).read_bytes())
         expected = conventions.facets
@@ -432,9 +437,12 @@ class RandomDrawings(unittest.TestCase):
                 name = f"{' '.join(kinds)}, {version}, {number}"
                 drawing = Drawing(name, version, self.reading == "modern")
                 draw(drawing, kinds)
+                pictures = set()
                 for format in ("asc", "bin"):
                     with self.subTest(name, format=format):
-                        drawn += self.check(drawing, format)
+                        drawn += self.check(drawing, format, pictures)
+                with self.subTest(name, format="both"):
+                    self.assertEqual(len(pictures), 1, "text and binary give the same facets")
         self.assertGreater(drawn, 100)
 
     def flat(self, drawing, kinds):

@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <random>
 
@@ -177,32 +178,30 @@ TEST(ModelFile, ReportsProgressAndStopsAtOnceWhenAsked)
 /// A reading is stopped at a report, so every long file must report often.
 TEST(ModelFile, LongRecordsAndListsReportProgressRepeatedly)
 {
-    const auto repeated = [](int times, const std::string& text) {
+    constexpr int many = 100000;
+    const auto repeated = [](const std::string& text, int times = 100000) {
         std::string all;
         for (int i = 0; i < times; ++i) all += text;
         return all;
     };
-    constexpr int many = 100000;
     const std::string triangle = "Y 3 0 0 0 1 0 0 0 1 0 ", man = "KRVT v5.1.0 MAN file\n",
-                      section = "0\nSECTION\n2\nENTITIES\n";
+                      section = "0\nSECTION\n2\nENTITIES\n", count = std::to_string(many);
     // Columns: why, type, text, reports.
     const std::tuple<const char*, FileType, std::string, std::size_t> cases[] = {
-        {"edges", FileType::things, triangle + std::to_string(many) + repeated(many, " 1 2 A\n") + "0", 10},
-        {"a loop", FileType::things, triangle + "0 1 1 A\n" + std::to_string(many) + repeated(many, " 1"),
-         10},
-        {"loops", FileType::things,
-         triangle + "0 100000 " + std::to_string(many) + " A\n" + repeated(many, "1 1 "), 10},
-        {"line ends of two characters", FileType::things, repeated(3000000, "\r\n@") + "N", 2},
-        {"comments", FileType::man, man + repeated(many, "# no record\n") + "END\n", 20},
-        {"blank lines", FileType::man, man + "END\n" + repeated(many, "\n"), 20},
+        {"edges", FileType::things, triangle + count + repeated(" 1 2 A\n") + "0", 10},
+        {"a loop", FileType::things, triangle + "0 1 1 A\n" + count + repeated(" 1"), 10},
+        {"loops", FileType::things, triangle + "0 " + count + ' ' + count + " A\n" + repeated("1 1 "), 10},
+        {"line ends of two characters", FileType::things, repeated("\r\n@", 30 * many) + "N", 2},
+        {"comments", FileType::man, man + repeated("# no record\n") + "END\n", 20},
+        {"blank lines", FileType::man, man + "END\n" + repeated("\n"), 20},
         {"a facet of many sides", FileType::man,
-         man + "END\nCLUMP a 2 1\n0 0 0\n1 0 0\npaint\nEDGE 200000\n" + repeated(many, "1 2 1 0\n2 1 1 0\n"),
+         man + "END\nCLUMP a 2 1\n0 0 0\n1 0 0\npaint\nEDGE 200000\n" + repeated("1 2 1 0\n2 1 1 0\n"),
          200000 / 256 + 8},
-        {"a record of many groups", FileType::dxf, section + "0\nTEXT\n" + repeated(many, "1\nx\n"), 10},
+        {"a record of many groups", FileType::dxf, section + "0\nTEXT\n" + repeated("1\nx\n"), 10},
         {"a record passed over", FileType::dxf,
-         "0\nSECTION\n2\nCLASSES\n0\nX\n" + repeated(2 * many, "1\nx\n"), 4},
+         "0\nSECTION\n2\nCLASSES\n0\nX\n" + repeated("1\nx\n", 2 * many), 4},
         {"a polyline of many vertices", FileType::dxf,
-         section + "0\nLWPOLYLINE\n39\n1\n" + repeated(many, "10\n1\n20\n2\n10\n3\n20\n4\n"),
+         section + "0\nLWPOLYLINE\n39\n1\n" + repeated("10\n1\n20\n2\n10\n3\n20\n4\n"),
          400000 / 8192 + 3 * 200000 / 4096},
     };
     for (const auto& [why, type, text, reports] : cases) {
@@ -220,24 +219,21 @@ TEST(ModelFile, AFileThatCannotBeOpenedGivesTheSystemsError)
     const test::TempFile empty("empty.dxf");
     SilentReporter silent;
     EXPECT_THROW(readModel(empty.path(), FileType::dxf, silent), FileError);
-    for (const std::string& path :
-         {std::string("no/such.thf"), std::string("no/such.dxf"), std::string("no/such.man")}) {
-        try {
+    for (const std::string path : {"no/such.thf", "no/such.dxf", "no/such.man"}) try {
             readModel(path, fileTypeOf(path), silent);
             ADD_FAILURE() << path;
         } catch (const Win32Error& error) {
-            EXPECT_EQ(std::string(error.what()).find(path + ": "), 0u) << error.what();
+            EXPECT_TRUE(std::string(error.what()).starts_with(path + ": ")) << error.what();
         }
-    }
 }
 
 TEST(ModelFile, TheTypeFollowsFromTheExtension)
 {
-    const std::tuple<const char*, FileType> cases[] = {
-        {"x.THF", FileType::things}, {"x.dxf", FileType::dxf},  {"x.thf2", FileType::unknown},
-        {"x", FileType::unknown},    {"x.", FileType::unknown}, {"a.thf\\x", FileType::unknown},
-        {"x.th", FileType::unknown}, {".man", FileType::man},   {"a.b/c.Man", FileType::man},
-        {"", FileType::unknown},
-    };
+    const std::map<std::string, FileType> cases{{"x.THF", FileType::things},
+                                                {"x.dxf", FileType::dxf},
+                                                {".man", FileType::man},
+                                                {"a.b/c.Man", FileType::man}};
+    for (const char* const unknown : {"x.thf2", "x", "x.", "a.thf\\x", "x.th", ""})
+        EXPECT_EQ(fileTypeOf(unknown), FileType::unknown) << unknown;
     for (const auto& [path, type] : cases) EXPECT_EQ(fileTypeOf(path), type) << path;
 }

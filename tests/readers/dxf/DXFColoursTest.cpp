@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <map>
 
 using namespace belvor;
 
@@ -10,40 +11,23 @@ namespace {
 
 TEST(DXFColours, IndexesAreThoseOfTheStandardTable)
 {
-    const std::tuple<std::int32_t, DXFColour> cases[] = {
-        {1, 0xff0000},
-        {2, 0xffff00},
-        {5, 0x0000ff},
-        {7, 0xffffff},
-        {8, 0x808080},
-        {9, 0xc0c0c0},
-        {10, 0xff0000},
-        {12, 0xa50000},
-        {13, 0xa55252},
-        {95, 0x3f7f3f},
-        {190, 0x7f00ff},
-        {251, 0x656565},
-        {255, 0xffffff},
-        {0, dxfWhite},
-        {256, dxfWhite},
-        {-1, dxfWhite},
-        {std::numeric_limits<std::int32_t>::min(), dxfWhite}};
+    constexpr auto least = std::numeric_limits<std::int32_t>::min();
+    const std::map<std::int32_t, DXFColour> cases{
+        {1, 0xff0000},   {2, 0xffff00},  {5, 0x0000ff},   {7, 0xffffff},  {8, 0x808080},    {9, 0xc0c0c0},
+        {10, 0xff0000},  {12, 0xa50000}, {13, 0xa55252},  {95, 0x3f7f3f}, {190, 0x7f00ff},  {251, 0x656565},
+        {255, 0xffffff}, {0, dxfWhite},  {256, dxfWhite}, {-1, dxfWhite}, {least, dxfWhite}};
     for (const auto& [index, colour] : cases) EXPECT_EQ(dxfIndexColour(index), colour) << index;
 }
 
 TEST(DXFColours, LayersHaveTheirTrueColourOrIndex)
 {
-    const std::tuple<const char*, DXFColourGroups, DXFColour> cases[] = {
-        {"index", {3, {}}, 0x00ff00},
-        {"switched off", {-3, {}}, 0x00ff00},
-        {"no index", {{}, {}}, dxfWhite},
-        {"by the block", {0, {}}, dxfWhite},
-        {"by the layer", {256, {}}, dxfWhite},
-        {"true colour first", {3, 0x123456}, 0x123456},
-        {"true colour with a byte in front", {3, static_cast<std::int32_t>(0xC2123456)}, 0x123456},
-        {"no colour at all", {std::numeric_limits<std::int32_t>::min(), {}}, dxfWhite},
-    };
-    for (const auto& [why, layer, colour] : cases) EXPECT_EQ(colourOfLayer(layer), colour) << why;
+    constexpr auto least = std::numeric_limits<std::int32_t>::min();
+    const std::map<std::int32_t, DXFColour> cases{
+        {3, 0x00ff00}, {-3, 0x00ff00}, {0, dxfWhite}, {256, dxfWhite}, {least, dxfWhite}};
+    for (const auto& [index, colour] : cases) EXPECT_EQ(colourOfLayer({index, {}}), colour) << index;
+    EXPECT_EQ(colourOfLayer({{}, {}}), dxfWhite);
+    for (const std::uint32_t rgb : {0x123456u, 0xC2123456u})
+        EXPECT_EQ(colourOfLayer({3, static_cast<std::int32_t>(rgb)}), 0x123456u);
 }
 
 TEST(DXFColours, EntitiesHaveTheirOwnColourOrThatOfLayerOrBlock)

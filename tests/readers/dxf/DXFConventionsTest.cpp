@@ -35,68 +35,35 @@ std::string surfacesOf(const Reading& drawing, bool withColours = true)
     return text;
 }
 
-std::string face(const std::string& layer, const std::string& more = "")
-{
-    return "0 3DFACE|8 " + layer + "|10 0|20 0|11 1|21 0|12 0|22 1|" + more;
-}
-
-std::string block(const std::string& name, const std::string& content)
-{
-    return "0 BLOCK|2 " + name + "|8 0|" + content + "0 ENDBLK|";
-}
-
-std::string insert(const std::string& name, const std::string& layer, const std::string& more = "")
-{
-    return "0 INSERT|8 " + layer + "|2 " + name + "|10 0|20 0|" + more;
-}
-
-const std::string layers =
-    sectionOf("TABLES", "0 TABLE|2 LAYER|0 LAYER|2 0|62 3|70 0|0 LAYER|2 Red|62 1|70 0|0 LAYER|2 off|62 -5|"
-                        "70 0|0 LAYER|2 cold|62 6|70 1|0 LAYER|2 true|62 1|420 1193046|70 0|0 ENDTAB|");
-
-std::string drawing(const std::string& blocks, const std::string& content)
-{
-    return dxfText(layers + sectionOf("BLOCKS", blocks) + sectionOf("ENTITIES", content) + "0 EOF");
-}
-
 TEST(DXFConventions, ColoursAreTheDrawings)
 {
     // Columns: why, blocks, content, surfaces.
     const std::tuple<const char*, std::string, std::string, std::string> cases[] = {
-        {"of the layer, by index and true colour", "", face("Red") + face("true") + face("none"),
-         "Red #ff0000 1, true #123456 1, none #ffffff 1, "},
         {"its own", "",
-         face("Red", "62 12|") + face("Red", "62 1|") + face("Red", "62 1|420 255|") + face("Red", "62 256|"),
+         face("Red", "62 12") + face("Red", "62 1") + face("Red", "62 1|420 255") + face("Red", "62 256"),
          "Red #a50000 #a50000 1, Red #ff0000 1, Red #0000ff #0000ff 1, Red #ff0000 1, "},
-        {"0 at the top level is white", "", face("Red", "62 0|"), "Red #ffffff #ffffff 1, "},
         {"0 in a block is that of the INSERT, through two",
-         block("A", face("Red", "62 0|")) + block("B", insert("A", "true", "62 0|")),
-         insert("B", "0", "62 2|") + insert("B", "0") + insert("A", "true"),
+         block("A", face("Red", "62 0")) + block("B", insertion("A", "62 0|", "true")),
+         insertion("B", "62 2") + insertion("B") + insertion("A", "", "true"),
          "Red #ffff00 #ffff00 1, Red #00ff00 #00ff00 1, Red #123456 #123456 1, "},
         {"layer 0 in a block takes the layer, also in the third insertion, which is played back",
-         block("A", face("0") + face("Red")) + block("B", insert("A", "0")),
-         insert("B", "Red") + insert("B", "true") + insert("B", "none", "62 5|") + insert("A", "0"),
+         block("A", face() + face("Red")) + block("B", insertion("A")),
+         insertion("B", "", "Red") + insertion("B", "", "true") + insertion("B", "62 5|", "none")
+             + insertion("A"),
          "Red #ff0000 2, true #123456 1, Red #ff0000 1, none #ffffff 1, Red #ff0000 1, 0 #00ff00 1, Red "
          "#ff0000 1, "},
-        {"by layer in an array", block("A", face("0", "62 0|")), insert("A", "Red", "62 3|70 3|71 2|"),
-         "Red #00ff00 #00ff00 6, "},
-        {"materials of AVE win", block("A", face("0", "62 3|1001 AVE_FINISH|1005 1F|")),
-         "0 TEXT|5 1F|1001 AVE_MATERIAL|1000 brass|" + insert("A", "Red", "70 3|"), "brass"},
+        {"materials of AVE win", block("A", face("0", "62 3|1001 AVE_FINISH|1005 1F")),
+         "0 TEXT|5 1F|1001 AVE_MATERIAL|1000 brass|" + insertion("A", "70 3|", "Red"), "brass"},
     };
     for (const auto& [why, blocks, content, surfaces] : cases)
-        EXPECT_EQ(
-            surfacesOf(readAs(drawing(blocks, content), ReadingRules::modern)).substr(0, surfaces.size()),
-            surfaces)
+        EXPECT_EQ(surfacesOf(readModern(drawing(blocks, content))).substr(0, surfaces.size()), surfaces)
             << why;
     const std::string text =
-        drawing(block("A", face("0", "62 0|")), insert("A", "Red", "62 2|") + face("Red", "62 x|"));
+        drawing(block("A", face("0", "62 0")), insertion("A", "62 2|", "Red") + face("Red", "62 x"));
     EXPECT_EQ(surfacesOf(readAs(text, ReadingRules::modern, DrawingColours::ofLayers), false), "Red 2, ");
-    const std::string strict = dxfText(
-        layers + sectionOf("BLOCKS", "0 BLOCK|2 A|8 0|10 0|20 0|30 0|" + face("0", "62 0|") + "0 ENDBLK|")
-        + sectionOf("ENTITIES", insert("A", "Red", "62 2|") + face("Red", "62 x|")));
-    EXPECT_EQ(surfacesOf(readAs(strict, ReadingRules::strict, DrawingColours::ofDrawing)),
+    EXPECT_EQ(surfacesOf(readAs(text, ReadingRules::strict, DrawingColours::ofDrawing)),
               "0 #ffff00 #ffff00 1, Red #ff0000 1, ");
-    EXPECT_EQ(surfacesOf(readAs(strict, ReadingRules::strict), false), "0 1, Red 1, ");
+    EXPECT_EQ(surfacesOf(readAs(text, ReadingRules::strict), false), "0 1, Red 1, ");
 }
 
 TEST(DXFConventions, LayersHideWhatEndsUpOnThem)
@@ -104,51 +71,50 @@ TEST(DXFConventions, LayersHideWhatEndsUpOnThem)
     const std::string line = "0 LINE|8 0|10 0|20 0|11 1|21 0|";
     // Columns: why, blocks, content, account.
     const std::tuple<const char*, std::string, std::string, std::string> cases[] = {
-        {"an INSERT that is off hides what is on layer 0", block("A", face("0") + face("Red")),
-         insert("A", "off", "70 9|"), "3DFACE 2 = 1 + 1 layer off; INSERT 1 = 1; "},
-        {"and is off when nothing else is in it", block("A", face("0") + line),
-         insert("A", "off") + insert("none", "off"),
+        {"an INSERT that is off hides what is on layer 0", block("A", face() + face("Red")),
+         insertion("A", "70 9|", "off"), "3DFACE 2 = 1 + 1 layer off; INSERT 1 = 1; "},
+        {"and is off when nothing else is in it", block("A", face() + line),
+         insertion("A", "", "off") + insertion("none", "", "off"),
          "3DFACE 1 = 0 + 1 layer off; INSERT 2 = 0 + 2 layer off; LINE 1 = 0 + 1 layer off; everything that "
          "could be drawn is on layer off, which is off "},
-        {"drawn by another INSERT: drawn", block("A", face("0")),
-         insert("A", "off") + insert("A", "Red") + insert("A", "off"),
+        {"drawn by another INSERT: drawn", block("A", face()),
+         insertion("A", "", "off") + insertion("A", "", "Red") + insertion("A", "", "off"),
          "3DFACE 1 = 1; INSERT 3 = 1 + 2 layer off; "},
-        {"through two levels", block("A", face("0")) + block("B", insert("A", "0")),
-         insert("B", "off") + insert("B", "off") + insert("B", "0"),
+        {"through two levels", block("A", face()) + block("B", insertion("A")),
+         insertion("B", "", "off") + insertion("B", "", "off") + insertion("B"),
          "3DFACE 1 = 1; INSERT 4 = 2 + 2 layer off; "},
-        {"frozen hides all", block("A", face("Red")), insert("A", "cold"),
-         "3DFACE 1 = 0 + 1 block never inserted; INSERT 1 = 0 + 1 layer frozen; "},
-        {"an entity on layer 0 is judged by the INSERT's layer alone", block("A", face("0")),
-         insert("A", "Red"), "3DFACE 1 = 1; INSERT 1 = 1; "},
-        {"invisible, with all it holds", block("A", face("0") + face("0", "60 1|")),
-         insert("A", "0") + insert("A", "0", "60 1|") + face("0", "60 1|"),
+        {"invisible, with all it holds", block("A", face() + face("0", "60 1")),
+         insertion("A") + insertion("A", "60 1") + face("0", "60 1"),
          "3DFACE 3 = 1 + 2 invisible; INSERT 2 = 1 + 1 invisible; "},
-        {"invisible comes before never inserted and frozen", block("A", face("0", "60 1|") + face("0")),
-         face("cold", "60 1|"), "3DFACE 3 = 0 + 2 invisible + 1 block never inserted; "},
+        {"invisible comes before never inserted and frozen", block("A", face("0", "60 1") + face()),
+         face("cold", "60 1"), "3DFACE 3 = 0 + 2 invisible + 1 block never inserted; "},
         {"paper space is not drawn beside model space", "",
-         face("0") + face("cold", "67 1|") + "0 VIEWPORT|8 0|67 1|" + face("0", "67 1|60 1|"),
+         face() + face("cold", "67 1") + "0 VIEWPORT|8 0|67 1|" + face("0", "67 1|60 1"),
          "3DFACE 3 = 1 + 2 paper space; VIEWPORT 1 = 0 + 1 type not drawn; "},
-        {"it is drawn when model space has nothing", block("A", face("0")),
-         line + face("cold", "67 1|") + insert("A", "0", "67 1|") + "0 VIEWPORT|8 0|67 1|"
-             + face("0", "67 1|60 1|") + "0 LINE|67 1|10 0|",
+        {"it is drawn when model space has nothing", block("A", face()),
+         line + face("cold", "67 1") + insertion("A", "67 1") + "0 VIEWPORT|8 0|67 1|"
+             + face("0", "67 1|60 1") + "0 LINE|67 1|10 0|",
          "3DFACE 3 = 1 + 1 invisible + 1 layer frozen; INSERT 1 = 1; LINE 2 = 0 + 1 faulty + 1 no surface; "
          "VIEWPORT 1 = 0 + 1 type not drawn; "
          "model space has nothing to draw: paper space is shown "},
-        {"67 in a block says nothing", block("A", face("0", "67 1|")), insert("A", "0"),
+        {"67 in a block says nothing", block("A", face("0", "67 1")), insertion("A"),
          "3DFACE 1 = 1; INSERT 1 = 1; "},
-        {"faulty comes first", block("A", "0 LINE|8 0|10 0|60 1|"), "0 LINE|8 cold|10 0|60 1|67 1|",
+        {"faulty comes first", block("A", "0 LINE|8 0|10 0|60 1"), "0 LINE|8 cold|10 0|60 1|67 1|",
          "LINE 2 = 0 + 2 faulty; "},
-        {"a dimension hands its layer on", block("*D1", face("0")),
+        {"dimensions draw when their block does", block("*D1", face()),
+         "0 DIMENSION|8 0|2 *D1|0 DIMENSION|8 0|2 *D2|0 MTEXT|8 0",
+         "3DFACE 1 = 1; DIMENSION 2 = 1 + 1 block unknown; MTEXT 1 = 0 + 1 type not drawn; "},
+        {"a dimension hands its layer on", block("*D1", face()),
          "0 DIMENSION|8 off|2 *D1|0 DIMENSION|8 cold|2 *D1|",
          "3DFACE 1 = 0 + 1 layer off; DIMENSION 2 = 0 + 1 layer frozen + 1 layer off; everything that could "
          "be drawn is on layer off, which is off "},
-        {"names match in any case and without blanks at the end", block("Wall ", face("0")),
-         insert("WALL", "OFF") + insert("wall", "rEd"), "3DFACE 1 = 1; INSERT 2 = 1 + 1 layer off; "},
+        {"names match in any case and without blanks at the end", block("Wall ", face()),
+         insertion("WALL", "", "OFF") + insertion("wall", "", "rEd"),
+         "3DFACE 1 = 1; INSERT 2 = 1 + 1 layer off; "},
     };
     for (const auto& [why, blocks, content, account] : cases)
-        EXPECT_EQ(accountOf(readAs(drawing(blocks, content), ReadingRules::modern).account), account) << why;
-    const Reading twice = readAs(drawing("", face("0", "67 1|8 0|") + "0 LINE|67 1|10 0|" + "0 TEXT|67 1|"),
-                                 ReadingRules::modern);
+        EXPECT_EQ(accountOf(readModern(drawing(blocks, content)).account), account) << why;
+    const Reading twice = readModern(drawing("", face("0", "67 1|8 0") + "0 LINE|67 1|10 0|0 TEXT|67 1"));
     EXPECT_EQ(twice.account.repairCount, 1u) << "told once, though seen twice";
     for (const NotDrawn& entry : twice.account.notDrawn)
         EXPECT_EQ(entry.count, 1u) << entry.type << entry.reason;
@@ -156,10 +122,9 @@ TEST(DXFConventions, LayersHideWhatEndsUpOnThem)
 
 TEST(DXFConventions, SpacingIsNotScaledAndTurnsWithTheArray)
 {
-    const std::string text = drawing(block("A", "0 3DFACE|8 0|10 1|20 0|11 2|21 0|12 1|22 1|"),
-                                     insert("A", "0", "41 2|42 2|50 90|70 2|44 10|"));
-    EXPECT_EQ(written(*readAs(text, ReadingRules::modern).model),
-              "(0 2 0) (0 4 0) (-2 2 0); (0 12 0) (0 14 0) (-2 12 0)");
+    const std::string text = drawing(block("A", "0 3DFACE|8 0|10 1|20 0|11 2|21 0|12 1|22 1"),
+                                     insertion("A", "41 2|42 2|50 90|70 2|44 10"));
+    EXPECT_EQ(written(*readModern(text).model), "(0 2 0) (0 4 0) (-2 2 0); (0 12 0) (0 14 0) (-2 12 0)");
 }
 
 TEST(DXFConventions, UnitsAreTheDrawings)
@@ -168,8 +133,8 @@ TEST(DXFConventions, UnitsAreTheDrawings)
                                                     {9, 6}, {13, 1}, {0, 0}, {3, 0}, {10, 0}, {-1, 0}};
     for (const auto& [ofDrawing, code] : cases) {
         const std::string text =
-            dxfText(sectionOf("HEADER", "9 $INSUNITS|70 " + std::to_string(ofDrawing) + '|') + "0 EOF");
-        const Units units = readAs(text, ReadingRules::modern).model->units();
+            dxfText(sectionOf("HEADER", "9 $INSUNITS|70 " + std::to_string(ofDrawing)) + "0 EOF");
+        const Units units = readModern(text).model->units();
         EXPECT_EQ(units.code, code) << ofDrawing;
         EXPECT_EQ(units.scale, 1.0);
         EXPECT_EQ(readAs(text, ReadingRules::strict).model->units().code, 0u);
@@ -187,18 +152,14 @@ TEST(DXFConventions, NamesBecomeUtf8)
         {"an escape", "9 $DWGCODEPAGE|3 ANSI_1251|", "W\\U+00E4nde", "W\u00E4nde", ""},
         {"no code page, but UTF-8", "", "W\u00E4nde", "W\u00E4nde", ""},
         {"no code page", "", "W\xE4nde", "W\uFFFDnde",
-         "names are written in a code page that is not known: characters of them are missing"},
+         "names are written in a code page that is not known: characters of them are missing "},
         {"no UTF-8 where that should be", "9 $ACADVER|1 AC1032|", "W\xE4nde", "W\uFFFDnde", ""},
         {"spelt as in the table", "", "ReD ", "Red", ""},
     };
     for (const auto& [why, header, name, shown, warnings] : cases) {
-        const Reading drawing = readAs(
-            dxfText(sectionOf("HEADER", header) + layers + sectionOf("ENTITIES", face(name)) + "0 EOF"),
-            ReadingRules::modern);
-        EXPECT_EQ(drawing.model->materials().begin()->second.name, shown) << why;
-        EXPECT_EQ(drawing.account.warnings,
-                  warnings.empty() ? std::vector<std::string>{} : std::vector{warnings})
-            << why;
+        const Reading read = readModern(dxfText(sectionOf("HEADER", header)) + drawing("", face(name)));
+        EXPECT_EQ(read.model->materials().begin()->second.name, shown) << why;
+        EXPECT_EQ(accountOf(read.account), "3DFACE 1 = 1; " + warnings) << why;
     }
     const Reading strict = readAs(entities(face("W\xE4nde")), ReadingRules::strict);
     EXPECT_EQ(strict.model->materials().begin()->second.name, "W\uFFFDnde")

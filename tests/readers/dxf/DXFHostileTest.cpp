@@ -12,11 +12,6 @@ namespace {
 
 constexpr std::size_t maxReports = 20000;
 
-std::string drawing(const std::string& allBlocks, const std::string& entities)
-{
-    return sectionOf("BLOCKS", allBlocks) + sectionOf("ENTITIES", entities + "|") + "0 EOF";
-}
-
 /// Blocks B0 to B(count − 1), each inserting all others, with `more` in each.
 std::string knot(int count, const std::string& more)
 {
@@ -24,7 +19,7 @@ std::string knot(int count, const std::string& more)
     for (int i = 0; i < count; ++i) {
         std::string entities = more;
         for (int other = 0; other < count; ++other)
-            if (other != i) entities += "|" + insertion("B" + std::to_string(other));
+            if (other != i) entities += '|' + insertion("B" + std::to_string(other));
         all += block("B" + std::to_string(i), entities);
     }
     return all;
@@ -65,22 +60,20 @@ TEST(HostileDXF, BlocksThatInsertOneAnotherAreCountedWithoutVisitingEach)
         std::uint64_t paths = 0;
         const std::uint64_t circles = circlesOf(static_cast<std::uint64_t>(count), paths);
         const std::string text = drawing(knot(count, "0 TEXT|8 0|1 x"), insertion("B0", "|70 3"));
-        EXPECT_EQ(outcomeWithin(dxfText(text)), "0; INSERT in itself " + std::to_string(3 * circles)
-                                                    + "; TEXT " + std::to_string(3 * paths))
+        EXPECT_EQ(outcomeWithin(text), "0; INSERT in itself " + std::to_string(3 * circles) + "; TEXT "
+                                           + std::to_string(3 * paths))
             << count;
     }
     // Where the way to a surface leads only through a block that is under way.
-    const std::string face = "0 3DFACE|8 0|10 0|20 0|11 1|21 0|12 1|22 1";
-    const std::string gate = block("F", face) + block("GATE", insertion("F") + "|" + insertion("B0"));
-    EXPECT_EQ(
-        outcomeWithin(dxfText(drawing(knot(11, insertion("GATE")) + gate, insertion("GATE")))).substr(0, 3),
-        "1; ");
+    const std::string gate = block("F", face()) + block("GATE", insertion("F") + insertion("B0"));
+    EXPECT_EQ(outcomeWithin(drawing(knot(11, insertion("GATE")) + gate, insertion("GATE"))).substr(0, 3),
+              "1; ");
 }
 
 TEST(HostileDXF, CellsThatDrawNothingAreCountedWithoutVisitingEach)
 {
     const std::string faces = block("FACE", "0 3DFACE|8 0|10 1e308|20 0|11 1|21 0|12 1|22 1|0 TEXT|8 0")
-                              + block("NEAR", "0 3DFACE|8 0|10 0|20 0|11 1|21 0|12 1|22 1")
+                              + block("NEAR", face())
                               + block("OUTER", insertion("FACE", "|41 10|70 9|71 9|44 1|45 1"));
     std::string kinds;
     for (int i = 0; i < 1000; ++i) kinds += "|0 TYPE" + std::to_string(i) + "|8 0";
@@ -101,19 +94,18 @@ TEST(HostileDXF, CellsThatDrawNothingAreCountedWithoutVisitingEach)
          "10000; TYPE0 10000; TYPE1 10000"},
     };
     for (const auto& [why, entity, wantedOutcome] : cases) {
-        const std::string all = faces + block("KINDS", "0 TEXT|8 0" + kinds)
-                                + block("MIXED", "0 3DFACE|8 0|10 0|20 0|11 1|21 0|12 1|22 1" + kinds);
-        const std::string outcome = outcomeWithin(dxfText(drawing(all, entity)));
+        const std::string all = faces + block("KINDS", "0 TEXT|8 0" + kinds) + block("MIXED", face() + kinds);
+        const std::string outcome = outcomeWithin(drawing(all, entity));
         EXPECT_EQ(outcome.substr(0, wantedOutcome.size()), wantedOutcome) << why;
     }
 }
 
 TEST(HostileDXF, EmptySectionsDoNotCauseBlocksToBeReadAgain)
 {
-    std::string face, sections;
-    for (int i = 0; i < 100; ++i) face += "|0 3DFACE|8 0|10 0|20 0|11 1|21 0|12 1|22 1";
+    std::string faces, sections;
+    for (int i = 0; i < 100; ++i) faces += face();
     for (int i = 0; i < 1000; ++i)
-        sections += sectionOf("BLOCKS", "") + sectionOf("ENTITIES", insertion("MANY") + "|");
-    EXPECT_EQ(outcomeWithin(dxfText(sectionOf("BLOCKS", block("MANY", face.substr(1))) + sections + "0 EOF")),
+        sections += sectionOf("BLOCKS", "") + sectionOf("ENTITIES", insertion("MANY"));
+    EXPECT_EQ(outcomeWithin(dxfText(sectionOf("BLOCKS", block("MANY", faces)) + sections + "0 EOF")),
               "100000");
 }

@@ -1,38 +1,22 @@
 #include "tests/readers/dxf/DXFText.h"
 
-#include "errors/Reporter.h"
-
 #include <gtest/gtest.h>
 
 namespace belvor::test {
 namespace {
 
-std::string polyline(double x, double y, double half)
-{
-    std::string text = "92 2|72 0|73 1|93 4|";
-    for (const auto& [signX, signY] :
-         {std::pair(-1, -1), std::pair(1, -1), std::pair(1, 1), std::pair(-1, 1)})
-        text += "10 " + std::to_string(x + signX * half) + "|20 " + std::to_string(y + signY * half) + "|";
-    return text + "97 0|";
-}
-
 std::string hatch(int filled, const std::string& more = "")
 {
-    return "0 HATCH|8 0|10 0|20 0|30 7|" + more + "2 SOLID|70 " + std::to_string(filled) + "|91 2|"
-           + polyline(0, 0, 4) + polyline(0, 0, 2) + "75 0|76 1|98 0|";
+    return "0 HATCH|8 0|10 0|20 0|30 7|" + more + "2 SOLID|70 " + std::to_string(filled)
+           + "|91 2|92 2|72 0|73 1|93 4|10 -4|20 -4|10 4|20 -4|10 4|20 4|10 -4|20 4|97 0|"
+             "92 2|72 0|73 1|93 4|10 -2|20 -2|10 2|20 -2|10 2|20 2|10 -2|20 2|97 0|75 0|76 1|98 0|";
 }
 
 constexpr const char* mesh =
     "0 MESH|8 0|71 2|72 0|91 0|92 4|10 0|20 0|30 0|10 1|20 0|30 0|10 1|20 1|30 0|10 0|20 1|30 0|"
     "93 8|90 4|90 0|90 1|90 2|90 3|90 2|90 0|90 1|94 0|95 0|";
-constexpr const char* block =
-    "0 SECTION|2 BLOCKS|0 BLOCK|2 *D1|8 0|70 1|10 0|20 0|30 0|0 SOLID|8 0|10 0|20 0|30 0|11 1|21 0|31 0|"
-    "12 0|22 1|32 0|13 1|23 1|33 0|0 ENDBLK|0 ENDSEC|";
-
-std::string drawing(const std::string& content)
-{
-    return dxfText(block + ("0 SECTION|2 ENTITIES|" + content) + "0 ENDSEC|0 EOF");
-}
+const std::string square =
+    block("*D1", "0 SOLID|8 0|10 0|20 0|30 0|11 1|21 0|31 0|12 0|22 1|32 0|13 1|23 1|33 0");
 
 TEST(DXFModern, DrawsMoreKindsOfSurfaces)
 {
@@ -52,17 +36,15 @@ TEST(DXFModern, DrawsMoreKindsOfSurfaces)
         {"a dimension without a block", "0 DIMENSION|8 0|2 *D9|", ""},
     };
     for (const auto& [why, content, facets] : cases) {
-        EXPECT_EQ(written(*readModern(drawing(content)).model), facets) << why;
-        EXPECT_EQ(readDXF(drawing(content)).model->facetCount(), 0u) << why;
+        EXPECT_EQ(written(*readModern(drawing(square, content)).model), facets) << why;
+        EXPECT_EQ(readDXF(drawing(square, content)).model->facetCount(), 0u) << why;
     }
 }
 
 TEST(DXFModern, EdgesOfAnAreaWithAHoleCloseEachLoop)
 {
     // In a block that is inserted three times: the third time it is played back.
-    const std::string text = dxfText("0 SECTION|2 BLOCKS|0 BLOCK|2 B|8 0|70 0|10 0|20 0|30 0|" + hatch(1)
-                                     + "0 ENDBLK|0 ENDSEC|0 SECTION|2 ENTITIES|"
-                                       "0 INSERT|8 0|2 B|10 0|20 0|70 3|44 9|0 ENDSEC|0 EOF");
+    const std::string text = drawing(block("B", hatch(1)), insertion("B", "70 3|44 9"));
     const Handle<Model> model = readModern(text).model;
     ASSERT_EQ(model->facetCount(), 3u);
     ASSERT_EQ(model->edgeCount(), 24u);
@@ -71,18 +53,6 @@ TEST(DXFModern, EdgesOfAnAreaWithAHoleCloseEachLoop)
         EXPECT_EQ(model->edge(i).from, i);
         EXPECT_EQ(model->edge(i).to, loop + (i + 1) % 4);
     }
-}
-
-TEST(DXFModern, AccountCountsDimensionsByWhatTheirBlockDraws)
-{
-    const Account account =
-        readModern(drawing("0 DIMENSION|8 0|2 *D1|0 DIMENSION|8 0|2 *D2|0 MTEXT|8 0|")).account;
-    const EntityCount& dimensions = account.entities.at("DIMENSION");
-    EXPECT_EQ(dimensions.read, 2u);
-    EXPECT_EQ(dimensions.drawn, 1u);
-    EXPECT_EQ(dimensions.skipped[static_cast<std::size_t>(SkipReason::blockUnknown)], 1u);
-    EXPECT_EQ(account.entities.at("SOLID").drawn, 1u);
-    EXPECT_EQ(account.blocks.at("*D1"), 0u);
 }
 
 }   // namespace

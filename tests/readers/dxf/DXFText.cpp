@@ -30,6 +30,7 @@ std::string dxfText(std::string_view groups)
     while (!groups.empty()) {
         const std::string_view group = groups.substr(0, groups.find('|'));
         groups.remove_prefix(std::min(groups.size(), group.size() + 1));
+        if (group.empty()) continue;
         const std::size_t blank = std::min(group.find(' '), group.size());
         text.append(group.substr(0, blank))
             .append("\n")
@@ -39,24 +40,39 @@ std::string dxfText(std::string_view groups)
     return text;
 }
 
-std::string entities(std::string_view groups)
+std::string face(const std::string& layer, const std::string& more)
 {
-    return dxfText("0 SECTION|2 ENTITIES|" + std::string(groups) + "|0 ENDSEC|0 EOF");
+    return "0 3DFACE|8 " + layer + "|10 0|20 0|11 1|21 0|12 0|22 1|" + more + '|';
 }
 
-std::string sectionOf(const std::string& name, const std::string& content)
+std::string insertion(const std::string& name, const std::string& more, const std::string& layer)
 {
-    return "0 SECTION|2 " + name + '|' + content + "0 ENDSEC|";
+    return "0 INSERT|8 " + layer + "|2 " + name + "|10 0|20 0|" + more + '|';
 }
 
 std::string block(const std::string& name, const std::string& entities, const std::string& base)
 {
-    return "0 BLOCK|2 " + name + "|" + base + "|" + entities + "|0 ENDBLK|";
+    return "0 BLOCK|2 " + name + '|' + base + '|' + entities + "|0 ENDBLK|";
 }
 
-std::string insertion(const std::string& name, const std::string& more)
+std::string sectionOf(const std::string& name, const std::string& content)
 {
-    return "0 INSERT|8 0|2 " + name + "|10 0|20 0" + more;
+    return "0 SECTION|2 " + name + '|' + content + "|0 ENDSEC|";
+}
+
+std::string layerTable(const std::string& layers)
+{
+    return sectionOf("TABLES", "0 TABLE|2 LAYER|" + layers + "|0 ENDTAB|");
+}
+
+std::string entities(const std::string& groups) { return dxfText(sectionOf("ENTITIES", groups) + "0 EOF"); }
+
+std::string drawing(const std::string& blocks, const std::string& content)
+{
+    const std::string layers =
+        layerTable("0 LAYER|2 0|62 3|70 0|0 LAYER|2 Red|62 1|70 0|0 LAYER|2 off|62 -5|70 0|"
+                   "0 LAYER|2 cold|62 6|70 1|0 LAYER|2 true|62 1|420 1193046|70 0");
+    return dxfText(layers + sectionOf("BLOCKS", blocks) + sectionOf("ENTITIES", content) + "0 EOF");
 }
 
 Reading readDXF(const std::string& bytes, Reporter& reporter, const ReadingOptions& options)
@@ -101,21 +117,28 @@ std::string accountOf(const Account& account)
     return text;
 }
 
-std::string written(const Model& model)
+std::string written(double number)
 {
     std::ostringstream text;
     text.precision(12);
-    for (std::uint32_t facet = 0; facet < model.facetCount(); ++facet) {
-        const char* before = facet > 0 ? "; (" : "(";
-        for (const Point<3>& corner : cornersOf(model, facet)) {
-            for (int axis = 0; axis < 3; ++axis)
-                text << (axis == 0 ? before : " ")
-                     << std::round(corner[axis] * 1e8) / 1e8 + 0.0;   // no minus before a zero
-            text << ')';
-            before = " (";
-        }
-    }
+    text << std::round(number * 1e6) / 1e6 + 0.0;   // no minus before a zero
     return text.str();
+}
+
+std::string written(const Point<3>& point)
+{
+    return '(' + written(point[0]) + ' ' + written(point[1]) + ' ' + written(point[2]) + ')';
+}
+
+std::string written(const Model& model)
+{
+    std::string text;
+    for (std::uint32_t facet = 0; facet < model.facetCount(); ++facet) {
+        text += facet > 0 ? "; " : "";
+        const auto corners = cornersOf(model, facet);
+        for (std::size_t i = 0; i < corners.size(); ++i) text += (i > 0 ? " " : "") + written(corners[i]);
+    }
+    return text;
 }
 
 double areaOf(const Model& model)

@@ -153,39 +153,35 @@ TEST(ManFile, FaultsNameTheFileAndTheLine)
                       real = "Error reading double item value", integer = "Error reading integer item value",
                       loop = "degenerate loop", edgeEnd = "end-of-file reading EDGE record",
                       noEdge = "CLUMP not followed by EDGE record", vertex = "vertex number out of range";
-    // Columns: why, text, fault, line.
-    const std::tuple<const char*, std::string, std::string, int> cases[] = {
-        {"an empty file", "", notMan, 1},
-        {"another version", "KRVT v5.1.1 MAN file\nEND\n", notMan, 1},
-        {"lines that end with CR alone", "KRVT v5.1.0 MAN file\rEND\r", notMan, 1},
-        {"no END", h + "UNITS 1 1\n# END\n", header, 3},
-        {"END in small letters is an unknown record", h + "end\n", header, 2},
-        {"unit code above the list", h + "UNITS 9 1\nEND\n", integer, 2},
-        {"scale zero", h + "UNITS 1 0\nEND\n", real, 2},
-        {"a material without a name", h + "\nMATERIAL\nEND\n", "material expected", 3},
-        {"cut short behind MATERIAL", h + "MATERIAL", header, 2},
-        {"colour above 1", h + "MATERIAL m 0 1.01 0\nEND\n", real, 2},
-        {"colour below 0", h + "MATERIAL m 0 0 -1e-9\nEND\n", real, 2},
-        {"more edges than announced", triangle + "EDGE 3\n1 2 1 0\n2 3 1 0\n3 1 1 0\n1 3 0 0\n",
-         "CLUMP record expected", 12},
-        {"a count beyond 31 bits", e + "CLUMP a 2147483648 0\n", integer, 3},
-        {"the largest counts and no data", e + "CLUMP a 2147483647 2147483647\n0 0 0\n", past, 4},
-        {"ends before EDGE", e + "CLUMP a 1 0\n0 0 0\n", past, 4},
-        {"a coordinate with a letter behind", e + "CLUMP a 1 0\n0 0 1m\nEDGE 0\n", real, 4},
-        {"more vertices than announced are taken for facets", e + "CLUMP a 1 1\n0 0 0\n1 0 0\nm\nEDGE 0\n",
-         noEdge, 6},
-        {"ends behind EDGE, with a huge count", triangle + "EDGE 2147483647\n", edgeEnd, 8},
-        {"vertex 0", triangle + "EDGE 3\n0 2 1 0\n", vertex, 9},
-        {"vertex above the clump's", triangle + "EDGE 3\n1 4 1 0\n", vertex, 9},
-        {"a vertex of the clump before",
-         triangle + "EDGE 3\n1 2 1 0\n2 3 1 0\n3 1 1 0\nCLUMP b 1 0\n0 0 0\nEDGE 1\n2 1 0 0\n", vertex, 15},
-        {"facet above the clump's", triangle + "EDGE 3\n1 2 2 0\n", loop, 9},
-        {"negative facet", triangle + "EDGE 3\n1 2 1 -1\n", loop, 9},
-        {"a facet without edges", triangle + "EDGE 0\n", loop, 8},
-        {"a loop that is open", triangle + "EDGE 2\n1 2 1 0\n2 3 1 0\n", loop, 8},
-        {"a loop whose edges run against each other", triangle + "EDGE 3\n1 2 1 0\n2 3 1 0\n1 3 1 0\n", loop,
-         8},
+    // Columns: text, fault, line.
+    const std::tuple<std::string, std::string, int> cases[] = {
+        {"", notMan, 1},
+        {"KRVT v5.1.1 MAN file\nEND\n", notMan, 1},
+        {"KRVT v5.1.0 MAN file\rEND\r", notMan, 1},   // a line does not end with CR alone
+        {h + "UNITS 1 1\n# END\n", header, 3},
+        {h + "end\n", header, 2},   // in small letters it is an unknown record
+        {h + "UNITS 9 1\nEND\n", integer, 2},
+        {h + "UNITS 1 0\nEND\n", real, 2},
+        {h + "\nMATERIAL\nEND\n", "material expected", 3},
+        {h + "MATERIAL", header, 2},
+        {h + "MATERIAL m 0 1.01 0\nEND\n", real, 2},
+        {h + "MATERIAL m 0 0 -1e-9\nEND\n", real, 2},
+        {triangle + "EDGE 3\n1 2 1 0\n2 3 1 0\n3 1 1 0\n1 3 0 0\n", "CLUMP record expected", 12},
+        {e + "CLUMP a 2147483648 0\n", integer, 3},
+        {e + "CLUMP a 2147483647 2147483647\n0 0 0\n", past, 4},
+        {e + "CLUMP a 1 0\n0 0 0\n", past, 4},
+        {e + "CLUMP a 1 0\n0 0 1m\nEDGE 0\n", real, 4},
+        {e + "CLUMP a 1 1\n0 0 0\n1 0 0\nm\nEDGE 0\n", noEdge, 6},   // more vertices than announced
+        {triangle + "EDGE 2147483647\n", edgeEnd, 8},
+        {triangle + "EDGE 3\n0 2 1 0\n", vertex, 9},
+        {triangle + "EDGE 3\n1 4 1 0\n", vertex, 9},
+        {triangle + "EDGE 3\n1 2 1 0\n2 3 1 0\n3 1 1 0\nCLUMP b 1 0\n0 0 0\nEDGE 1\n2 1 0 0\n", vertex, 15},
+        {triangle + "EDGE 3\n1 2 2 0\n", loop, 9},
+        {triangle + "EDGE 3\n1 2 1 -1\n", loop, 9},
+        {triangle + "EDGE 0\n", loop, 8},                              // a facet without edges
+        {triangle + "EDGE 2\n1 2 1 0\n2 3 1 0\n", loop, 8},            // open
+        {triangle + "EDGE 3\n1 2 1 0\n2 3 1 0\n1 3 1 0\n", loop, 8},   // edges run against each other
     };
-    for (const auto& [why, text, fault, line] : cases)
-        EXPECT_EQ(faultOf(text), fault + " at line " + std::to_string(line) + " in test.man") << why;
+    for (const auto& [text, fault, line] : cases)
+        EXPECT_EQ(faultOf(text), fault + " at line " + std::to_string(line) + " in test.man") << text;
 }
