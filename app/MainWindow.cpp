@@ -82,6 +82,19 @@ LRESULT MainWindow::handle(UINT message, WPARAM wParam, LPARAM lParam)
         if (wParam == ID_STATUSBAR) ProgressDisplay::draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
         return TRUE;
     case WM_DROPFILES: fileDropped(reinterpret_cast<HDROP>(wParam)); return 0;
+    case WM_SYSCOLORCHANGE:
+    case WM_THEMECHANGED:
+    case WM_SETTINGCHANGE: coloursChanged(); break;
+    default:
+        if (const std::optional<LRESULT> answer = handleOwn(message, wParam, lParam)) return *answer;
+    }
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+/// The program's own messages; nothing for another one.
+std::optional<LRESULT> MainWindow::handleOwn(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    switch (message) {
     case UM_IMAGESIZE: setImageSize(wParam, lParam); return 0;
     case UM_PROGRESS:
         if (progress) progress->start(*reinterpret_cast<Progress*>(wParam));
@@ -95,9 +108,6 @@ LRESULT MainWindow::handle(UINT message, WPARAM wParam, LPARAM lParam)
     case UM_FILECHANGED: session().fileChanged(); return 0;
     case UM_FILEREFUSED: session().loading().refused(reinterpret_cast<const char*>(wParam)); return 0;
     case UM_JOBENDED: jobEnded(wParam != FALSE); return 0;
-    case WM_SYSCOLORCHANGE:
-    case WM_THEMECHANGED:
-    case WM_SETTINGCHANGE: coloursChanged(); break;
     case UM_MODELLOADED:
         session().loading().modelLoaded(static_cast<std::uint32_t>(wParam), reinterpret_cast<Model*>(lParam));
         return 0;
@@ -108,8 +118,8 @@ LRESULT MainWindow::handle(UINT message, WPARAM wParam, LPARAM lParam)
         return 0;
     default:
         if (applyPanelRequest(core, message, wParam, lParam)) return 0;
+        return std::nullopt;
     }
-    return DefWindowProcW(window, message, wParam, lParam);
 }
 
 void MainWindow::create(const CREATESTRUCTW& record)
@@ -139,10 +149,10 @@ void MainWindow::create(const CREATESTRUCTW& record)
 }
 
 HWND MainWindow::createChild(const wchar_t* className, const wchar_t* name, int id, DWORD style,
-                             const RECT& place) const
+                             const RECT& area) const
 {
-    return CreateWindowExW(0, className, name, WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | style, place.left,
-                           place.top, place.right - place.left, place.bottom - place.top, window,
+    return CreateWindowExW(0, className, name, WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | style, area.left,
+                           area.top, area.right - area.left, area.bottom - area.top, window,
                            reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
                            reinterpret_cast<HINSTANCE>(GetWindowLongPtrW(window, GWLP_HINSTANCE)), nullptr);
 }

@@ -15,7 +15,7 @@
 
 namespace belvor {
 
-/// The main window: its children and their places, and where each message goes.
+/// The main window: its children, where they lie, and where each message goes.
 class MainWindow {
 public:
     explicit MainWindow(HWND owner);
@@ -38,9 +38,10 @@ public:
     void setRemark(const std::string& text);
 
 private:
+    std::optional<LRESULT> handleOwn(UINT message, WPARAM wParam, LPARAM lParam);
     void create(const CREATESTRUCTW& record);
     HWND createChild(const wchar_t* className, const wchar_t* name, int id, DWORD style,
-                     const RECT& place) const;
+                     const RECT& area) const;
     void size(WPARAM type, int width, int height);
     void layOutChildren(int width, int height);
     void dpiChanged(const RECT& suggested);

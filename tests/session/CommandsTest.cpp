@@ -13,9 +13,15 @@ namespace {
 using test::QuietShell;
 using test::TempFile;
 
-/// Hands over what the requests lead to, at once; asks `stop` at each report.
+/// Hands over what the requests lead to, at once; calls `meanwhile` at report number `at` of each request.
 class HandingHost : public FakeHost {
 public:
+    void progressMade(Progress& progress) override
+    {
+        progress.updatePending();
+        progress.updateDone();
+        if (reports++ == at) meanwhile();
+    }
     void modelLoaded(std::uint32_t load, Model* model) override
     {
         session->loading().modelLoaded(load, model);
@@ -26,80 +32,55 @@ public:
         session->saving().imageEnded(save, whole);
     }
     Session* session = nullptr;
-    int wholeImages = 0;
+    int wholeImages = 0, at = -1, reports = 0;
+    std::function<void()> meanwhile;
 };
 
 class SessionCommands : public testing::Test {
 protected:
-    SessionCommands() { host->session = &session; }
-
-    /// Runs what waits; `meanwhile` is called at report number `at` of each request.
-    void runRequests(int at = -1, const std::function<void()>& meanwhile = {})
+    SessionCommands()
     {
-        RequestKind kind;
-        for (Handle<Request> request; shell.queue->take(kind, request); request = {}) {
-            class Counting : public Progress {
-            public:
-                using Progress::Progress;
-                bool progress(int count, int stage, double fraction) override
-                {
-                    if (reports++ == at) (*action)();
-                    return Progress::progress(count, stage, fraction);
-                }
-                int at = -1, reports = 0;
-                const std::function<void()>* action = nullptr;
-            };
-            const auto progress = makeHandle<Counting>(host, "", Text::none, 0);
-            progress->at = at;
-            progress->action = &meanwhile;
-            shell.queue->setCurrent(kind, progress);
-            try {
-                request->run(*progress);
-            } catch (const std::exception&) {}
-            shell.queue->setCurrent(0, {});
-            progress->finish();
-        }
+        host->session = &session;
+        load(box.path());
+    }
+
+    void runRequests()
+    {
+        for (bool failed; shell.runNext(host, failed);) host->reports = 0;
     }
     void load(const std::string& path)
     {
         session.loading().openFile(path);
         runRequests();
-        ASSERT_TRUE(session.model());
+        EXPECT_TRUE(session.model());
     }
     void command(int id) { EXPECT_TRUE(runCommand(session, id)) << id; }
     double zoom() const { return session.view().zoom; }
 
+    const TempFile box{"box.thf", test::boxText};
     QuietShell shell;
     Handle<HandingHost> host = makeHandle<HandingHost>();
     Session session{shell, host};
 };
 
-const char* const drawing =
-    "0\nSECTION\n2\nENTITIES\n0\n3DFACE\n8\n0\n10\n0\n20\n0\n30\n0\n11\n1\n21\n0\n31\n0\n12\n1\n22\n1\n32\n0"
-    "\n"
-    "13\n0\n23\n1\n33\n0\n0\nLINE\n8\n0\n10\n0\n20\n0\n30\n0\n11\n1\n21\n1\n31\n0\n0\nENDSEC\n0\nEOF\n";
-
 }   // namespace
 
 TEST_F(SessionCommands, UndoAndRedoGoThroughTheViewsAndAreChangesThemselves)
 {
-    const TempFile box("box.thf", test::boxText);
-    load(box.path());
     const double first = zoom();
     command(ID_UNDO);
-    EXPECT_EQ(zoom(), first) << "nothing to undo";
     command(ID_INCREASEZOOM);
     const double second = zoom();
     command(ID_STANDARDVIEW + 1);
     EXPECT_TRUE(session.view().parallel);
-    command(ID_UNDO);
-    EXPECT_EQ(zoom(), second);
-    command(ID_UNDO);
-    EXPECT_EQ(zoom(), first);
-    command(ID_REDO);
-    EXPECT_EQ(zoom(), second);
-    command(ID_PREVIOUSVIEW);
-    EXPECT_EQ(zoom(), first) << "the view before the redo";
+    for (const auto& [id, wanted] : {std::pair{ID_UNDO, second},
+                                     {ID_UNDO, first},
+                                     {ID_UNDO, first},
+                                     {ID_REDO, second},
+                                     {ID_PREVIOUSVIEW, first}}) {
+        command(id);
+        EXPECT_EQ(zoom(), wanted) << id;
+    }
     EXPECT_FALSE(available(*commandOf(ID_REDO), session)) << "another change came";
     session.joinChanges(true);
     for (int i = 0; i < 5; ++i) command(ID_INCREASEZOOM);
@@ -110,8 +91,6 @@ TEST_F(SessionCommands, UndoAndRedoGoThroughTheViewsAndAreChangesThemselves)
 
 TEST_F(SessionCommands, ReadAgainKeepsTheViewInTheModel)
 {
-    const TempFile box("box.thf", test::boxText);
-    load(box.path());
     command(ID_STANDARDVIEW);
     const ModelPlace before = session.place();
     const ViewParameters view = session.view();
@@ -137,17 +116,17 @@ TEST_F(SessionCommands, ReadAgainKeepsTheViewInTheModel)
 
 TEST_F(SessionCommands, EscapeStopsALoadASaveAndFullScreenAtAnyMoment)
 {
-    const TempFile box("box.thf", test::boxText), image("image.omb", "old");
-    load(box.path());
+    const TempFile image("image.omb", "old");
     const Handle<Model> model = session.model();
     shell.chosen = ChosenFile{image.path(), 1};
     int stopped = 0, whole = 0;
+    host->meanwhile = [&] { command(ID_STOP); };
     for (int report = 0; report < 20; ++report) {
         SCOPED_TRACE(report);
-        const auto escape = [&] { command(ID_STOP); };
+        host->at = report;
         session.loading().openFile(box.path());
         EXPECT_TRUE(session.loading().running());
-        runRequests(report, escape);
+        runRequests();
         EXPECT_FALSE(session.loading().running());
         stopped += session.model() == model;
         session.takeModel(model, box.path());
@@ -155,7 +134,7 @@ TEST_F(SessionCommands, EscapeStopsALoadASaveAndFullScreenAtAnyMoment)
         image.write("old");
         host->wholeImages = 0;
         command(ID_SAVEAS);
-        runRequests(report, escape);
+        runRequests();
         EXPECT_EQ(session.saving().running(), false);
         EXPECT_EQ(image.bytes() == "old", host->wholeImages == 0) << "the file as it was, or the new one";
         EXPECT_EQ(session.view().imageSaved, host->wholeImages == 1);
@@ -170,8 +149,6 @@ TEST_F(SessionCommands, EscapeStopsALoadASaveAndFullScreenAtAnyMoment)
 
 TEST_F(SessionCommands, TheEndingOfAnImageChoosesItsFormatAndEdgesAreDrawn)
 {
-    const TempFile box("box.thf", test::boxText);
-    load(box.path());
     std::string plain;
     for (const auto& [ending, start] : {std::pair{".png", "\x89PNG"}, {".svg", "<?xml"}, {".omb", "II"}}) {
         const TempFile image(std::string("image") + ending);
@@ -195,7 +172,7 @@ TEST_F(SessionCommands, TheEndingOfAnImageChoosesItsFormatAndEdgesAreDrawn)
 
 TEST_F(SessionCommands, ADrawingSaysWhatWasNotDrawnAndTheOtherReadingReadsItAgain)
 {
-    const TempFile file("drawing.dxf", drawing);
+    const TempFile file("drawing.dxf", test::drawingText(test::faceEntity + test::lineEntity));
     load(file.path());
     EXPECT_EQ(shell.remark, "1 of 2 entities not drawn");
     EXPECT_EQ(accountTable(session.loading().account()), "LINE\tno surface\t1\r\n");
@@ -215,18 +192,12 @@ TEST_F(SessionCommands, ADrawingSaysWhatWasNotDrawnAndTheOtherReadingReadsItAgai
 TEST(LoadRemark, TellsWhatIsMissingAndWhyNothingIsDrawn)
 {
     Account none, lines, off, repaired;
-    lines.entity("LINE").read = 1240;
-    lines.entity("LINE").skippedFor(SkipReason::noSurface) = 1240;
-    lines.entity("3DFACE").read = 1770;
-    lines.entity("3DFACE").drawn = 1770;
+    lines.entity("LINE").read = lines.entity("LINE").skippedFor(SkipReason::noSurface) = 1240;
+    lines.entity("3DFACE").read = lines.entity("3DFACE").drawn = 1770;
     off.warn("everything is off");
     repaired.repair(7, "POLYLINE", "left out");
     const Handle<Model> full = test::thingsModel(test::boxText), empty = makeHandle<Model>();
-    const struct {
-        const Account& account;
-        const Model& model;
-        const char* text;
-    } cases[] = {
+    const std::tuple<const Account&, const Model&, const char*> cases[] = {
         {none, *full, ""},
         {lines, *full, "1,240 of 3,010 entities not drawn"},
         {repaired, *full, "Damaged records: 1"},
@@ -235,7 +206,7 @@ TEST(LoadRemark, TellsWhatIsMissingAndWhyNothingIsDrawn)
         {lines, *empty, "Nothing is drawn: 1,240 of 3,010 entities: no surface (LINE)"},
         {off, *empty, "Nothing is drawn: everything is off"},
     };
-    for (const auto& c : cases) EXPECT_EQ(loadRemark(c.account, c.model, false), c.text);
+    for (const auto& [account, model, text] : cases) EXPECT_EQ(loadRemark(account, model, false), text);
     for (const auto& [number, text] :
          {std::pair{0u, "0"}, {999u, "999"}, {1000u, "1,000"}, {1234567u, "1,234,567"}})
         EXPECT_EQ(groupedNumber(number), text);

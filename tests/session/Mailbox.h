@@ -4,6 +4,7 @@
 #include <condition_variable>
 #include <deque>
 #include <functional>
+#include <future>
 #include <mutex>
 
 namespace belvor::test {
@@ -15,24 +16,22 @@ public:
     /// Returns when the receiver has done `task`.
     void send(std::function<void()> task)
     {
-        std::unique_lock hold(lock);
-        bool done = false;
-        tasks.push_back([&] {
-            task();
-            const std::lock_guard ended(lock);
-            done = true;
-            change.notify_all();
-        });
+        std::packaged_task<void()> sent(std::move(task));
+        std::future<void> done = sent.get_future();
+        {
+            const std::lock_guard hold(lock);
+            tasks.push_back(std::move(sent));
+        }
         change.notify_all();
-        change.wait(hold, [&] { return done; });
+        done.wait();
     }
     /// Does what has been sent; waits for that for up to a millisecond.
     bool serve()
     {
         std::unique_lock hold(lock);
-        change.wait_for(hold, std::chrono::milliseconds(1), [&] { return !tasks.empty(); });
-        if (tasks.empty()) return false;
-        const auto task = std::move(tasks.front());
+        if (!change.wait_for(hold, std::chrono::milliseconds(1), [&] { return !tasks.empty(); }))
+            return false;
+        auto task = std::move(tasks.front());
         tasks.pop_front();
         hold.unlock();
         task();
@@ -42,7 +41,7 @@ public:
 private:
     std::mutex lock;
     std::condition_variable change;
-    std::deque<std::function<void()>> tasks;
+    std::deque<std::packaged_task<void()>> tasks;
 };
 
 }   // namespace belvor::test

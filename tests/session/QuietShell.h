@@ -50,6 +50,30 @@ public:
     void leaveFullScreen() override { fullScreen = false; }
     void toggleControls() override {}
 
+    /// Runs the next request that waits, as the render thread does; false when there is none. `failed`: by
+    /// another exception than that of a stop.
+    bool runNext(const Handle<RenderHost>& host, bool& failed)
+    {
+        RequestKind kind;
+        Handle<Request> request;
+        if (!queue->take(kind, request)) return false;
+        const auto progress =
+            makeHandle<Progress>(host, request->name, request->firstStageText, request->stageTexts);
+        queue->setCurrent(kind, progress);
+        failed = false;
+        try {
+            request->run(*progress);
+            if (request->endsThread()) host->threadEnded();
+        } catch (const Reporter::Abandoned&) {
+        } catch (const std::exception&) {
+            failed = true;
+        }
+        request = {};
+        queue->setCurrent(0, {});
+        progress->finish();
+        return true;
+    }
+
     std::optional<ChosenFile> chosen;
     std::string status, remark;
     FileStamp watched;

@@ -6,8 +6,8 @@
 #include "render/queue/RenderThread.h"
 #include "resources/ids.h"
 #include "session/Commands.h"
-#include "session/Session.h"
 #include "tests/session/Mailbox.h"
+#include "tests/session/QuietShell.h"
 #include "tests/session/WorldFiles.h"
 #include "tests/support/Models.h"
 #include "view/Intensity.h"
@@ -52,7 +52,7 @@ inline std::string imageBytes(const Picture& picture, const std::string& file)
 /// - no view is lost that is not in an image file, without a question;
 /// - what was asked about one model is not applied to the next;
 /// - when all is done, the picture and the panels show the current view of the current model.
-class World : public Shell {
+class World : public QuietShell {
 public:
     enum class Threads {
         one,   ///< Requests run on the test's thread, and the user acts in between: repeatable.
@@ -62,7 +62,6 @@ public:
         : files(given),
           threads(use),
           random(seed + 1),
-          queue(makeHandle<RenderQueue>()),
           host(makeHandle<Host>(*this)),
           session(*this, host)
     {
@@ -198,13 +197,7 @@ private:
     }
     void warn(const std::string&) override { box(); }
     bool modalOpen() const override { return openBoxes != 0; }
-    void setStatus(const std::string&) override {}
     void setTitle(const std::string& text) override { title = text; }
-    void setRemark(const std::string&) override {}
-    void watchFile(const std::string&, const FileStamp&) override {}
-    void copyPicture() override {}
-    void settingsChanged() override {}
-    void showModel() override {}
     void endDrags() override { dragged = {}; }
     void showMarkers(Thumbnail panel, const ViewMarkers& markers) override
     {
@@ -214,8 +207,6 @@ private:
     void showLightMarker(const SphereMarker& marker) override { lights[marker.item] = marker; }
     void removeLightMarker(std::size_t light) override { lights[light + 1] = {}; }
     void showIntensity(std::size_t slider, int position) override { sliders[slider] = position; }
-    void imageSizeChanged() override {}
-    std::string fullPath(const std::string& path) override { return path; }
     void addRecent(const std::string& path) override { recent.insert(recent.begin(), path); }
     std::optional<std::string> recentFile(std::size_t index) override
     {
@@ -245,13 +236,6 @@ private:
         if (target == Target::mainWindow) exitPosted = false;
         queue->cancel(kindOf(target));
     }
-    void showProperties() override {}
-    void showImageSizes() override {}
-    void showAbout() override {}
-    void showHelp() override {}
-    void toggleFullScreen() override {}
-    void leaveFullScreen() override {}
-    void toggleControls() override {}
 
     // The user and the render thread.
     int number(int below) { return static_cast<int>(random() % static_cast<unsigned>(below)); }
@@ -281,8 +265,9 @@ private:
             break;
         }
         case 6: {
-            constexpr int ids[] = {ID_WHOLEMODEL, ID_INCREASEZOOM, ID_CENTRELOOKAT, ID_PREVIOUSVIEW};
-            command(ids[number(4)]);
+            constexpr int ids[] = {ID_WHOLEMODEL,   ID_INCREASEZOOM, ID_CENTRELOOKAT,
+                                   ID_PREVIOUSVIEW, ID_UNDO,         ID_REDO};
+            command(ids[number(6)]);
             break;
         }
         case 7:
@@ -367,27 +352,13 @@ private:
     bool runRequest()
     {
         if (threads == Threads::two) return host->mailbox.serve();
-        RequestKind kind;
-        Handle<Request> request;
-        if (running || !queue->take(kind, request)) return false;
-        running = true;
-        const auto progress =
-            makeHandle<Progress>(host, request->name, request->firstStageText, request->stageTexts);
-        queue->setCurrent(kind, progress);
         bool failed = false;
-        try {
-            request->run(*progress);
-            if (request->endsThread()) threadEnded();
-        } catch (const Reporter::Abandoned&) {
-        } catch (const std::exception&) {
-            failed = true;
-        }
-        request = {};
-        queue->setCurrent(0, {});
-        progress->finish();
+        if (running) return false;
+        running = true;
+        const bool ran = runNext(host, failed);
         running = false;
         if (failed) box();
-        return true;
+        return ran;
     }
     void modelLoaded(std::uint32_t load, Model* model)
     {
@@ -444,12 +415,12 @@ private:
     }
     void imagePosted(const std::string& name)
     {
-        const auto chosen = std::exchange(action.imageAsked, {});
-        const Picture shown = chosen ? *chosen : session.picture();
+        const auto asked = std::exchange(action.imageAsked, {});
+        const Picture shown = asked ? *asked : session.picture();
         std::string file;
         for (const std::string& image : files.images)
-            if (fileName(image) == name && (!chosen || !image.ends_with("folder/image.omb"))) file = image;
-        if (!chosen) {
+            if (fileName(image) == name && (!asked || !image.ends_with("folder/image.omb"))) file = image;
+        if (!asked) {
             const std::string* const known = nameOf(session.model());
             ASSERT_TRUE(known) << "written without a name";
             EXPECT_EQ(fileName(*known), name) << "not the name that last worked";
@@ -473,8 +444,12 @@ private:
         EXPECT_EQ(slide, eyeSlideRecord(view));
         EXPECT_EQ(lights[0], eyeMarker(view));
         EXPECT_EQ(sliders[0], intensityToSlider(view.skyIntensity));
-        for (std::size_t k = 0; k < view.lights.size(); ++k)
-            EXPECT_EQ(sliders[k + 2], intensityToSlider(view.lights[k].intensity));
+        for (std::size_t k = 0; k < 8; ++k) {
+            const bool present = k < view.lights.size();
+            EXPECT_EQ(lights[k + 1],
+                      present ? lightMarker(view, k).value_or(SphereMarker{}) : SphereMarker{});
+            EXPECT_EQ(sliders[k + 2], present ? intensityToSlider(view.lights[k].intensity) : 0);
+        }
         EXPECT_EQ(title, "Belvor - " + std::string(fileName(session.modelPath())));
     }
     void checkPicture() const
@@ -489,7 +464,6 @@ private:
     const WorldFiles& files;
     const Threads threads;
     std::minstd_rand random;
-    Handle<RenderQueue> queue;
     Handle<Host> host;
     Session session;
 

@@ -22,10 +22,7 @@ public:
             text.replace(text.find("Base"), 4, "Model" + std::to_string(k));
             models.push_back(folder.write("box" + std::to_string(k) + ".thf", text));
         }
-        models.push_back(folder.write(
-            "faces.dxf",
-            "0\nSECTION\n2\nENTITIES\n0\n3DFACE\n8\n0\n10\n0\n20\n0\n30\n0\n11\n1\n21\n0\n31\n0\n12\n1\n22\n"
-            "1\n32\n0\n13\n0\n23\n1\n33\n1\n0\nENDSEC\n0\nEOF\n"));
+        models.push_back(folder.write("faces.dxf", drawingText(faceEntity)));
         models.push_back(folder.write("bad.thf", "Y \n3\n0 0 0\n1 0 0\n0 1 0\n0\n1\n1 m\n3 7 2 3\n"));
         for (const char* const name : {"missing.thf", "unknown.model"}) models.push_back(in(name));
         if (std::filesystem::exists(fullDevice)) images.push_back(fullDevice);

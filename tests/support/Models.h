@@ -23,6 +23,15 @@ inline constexpr const char* boxText =
     "1 Base\n4 1 4 3 2\n1 Roof\n4 5 6 7 8\n1 Front\n4 1 2 6 5\n1 Right\n4 2 3 7 6\n"
     "1 Back\n4 3 4 8 7\n1 Left\n4 4 1 5 8\n";
 
+/// Records of a DXF drawing: a face and a line. And the drawing of some.
+inline const std::string faceEntity = "0\n3DFACE\n8\n0\n10\n0\n20\n0\n30\n0\n11\n1\n21\n0\n31\n0\n"
+                                      "12\n1\n22\n1\n32\n0\n13\n0\n23\n1\n33\n1\n",
+                         lineEntity = "0\nLINE\n8\n0\n10\n0\n20\n0\n30\n0\n11\n1\n21\n1\n31\n0\n";
+inline std::string drawingText(const std::string& entities)
+{
+    return "0\nSECTION\n2\nENTITIES\n" + entities + "0\nENDSEC\n0\nEOF\n";
+}
+
 inline ModelPlace placeOf(const Model& model)
 {
     ModelPlace place;

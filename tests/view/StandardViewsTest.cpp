@@ -23,7 +23,8 @@ constexpr Body bodies[] = {
     {"a flat drawing", {0, 0, 0}, {420, 297, 0}},
     {"a point", {5, 5, 5}, {5, 5, 5}},
     {"tiny", {1e-9, 1e-9, 0}, {3e-9, 2e-9, 1e-9}},
-    {"large", {-1e75, 0, 0}, {1e75, 1e74, 1e70}}};
+    {"large", {-1e75, 0, 0}, {1e75, 1e74, 1e70}},
+};
 
 Extent<3> boxOf(const Body& body)
 {

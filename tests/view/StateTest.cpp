@@ -1,14 +1,10 @@
-#include "calcore/Scanner.h"
 #include "platform/Files.h"
-#include "platform/Win32Error.h"
 #include "tests/support/Files.h"
 #include "text/JsonText.h"
 #include "view/ViewCommands.h"
 #include "view/ViewParameters.h"
 
 #include <gtest/gtest.h>
-
-#include <limits>
 
 using namespace belvor;
 
@@ -84,6 +80,9 @@ TEST(ViewParameters, FilesWithAnotherHeaderAreRefused)
         EXPECT_FALSE(accepts(bad)) << bad;
     EXPECT_FALSE(view.read("no/such/view.bvp", {}, 1));
     EXPECT_FALSE(view.read("/dev/zero", {}, 1)) << "a file without end is not read to its end";
+    std::string bytes;
+    EXPECT_TRUE(readViewFile(TempFile("large.bvp", header + std::string(3 << 20, '\n')).path(), bytes));
+    EXPECT_LE(bytes.size(), maxViewFileSize);
 }
 
 TEST(ViewParameters, ValuesMissingInAShortFileKeepTheirDefaults)
@@ -142,77 +141,5 @@ TEST(ViewParameters, TheFirstUnreadableNumberIsReported)
         EXPECT_EQ(fault.has_value(), line != 0) << why;
         if (!fault) continue;
         EXPECT_EQ(std::tie(fault->line, fault->value, fault->light), std::tie(line, value, light)) << why;
-    }
-}
-
-TEST(ViewParameters, OnlyTheBeginningOfALargeFileIsRead)
-{
-    const std::tuple<const char*, std::string, std::size_t> cases[] = {
-        {"zeros", std::string(1 << 20, '\0'), 100},
-        {"one endless line", "Belvor View Parameters 1.0" + std::string(1 << 20, ' '), 100},
-        {"a view with a long tail", header + std::string(3 << 20, '\n'), maxViewFileSize},
-    };
-    for (const auto& [why, wantedBytes, most] : cases) {
-        std::string bytes;
-        EXPECT_TRUE(readViewFile(TempFile("large.bvp", wantedBytes).path(), bytes)) << why;
-        EXPECT_LE(bytes.size(), most) << why;
-    }
-}
-
-TEST(Win32Error, NamesWhatFailedAndTheSystemsReason)
-{
-    const std::string reason = Win32Error("", 2).what();
-    EXPECT_NE(reason.find_first_not_of(' '), std::string::npos);
-    EXPECT_EQ(reason.find(": "), std::string::npos) << "without a subject no colon: " << reason;
-    EXPECT_EQ(Win32Error("GetClientRect", 2).what(), "GetClientRect: " + reason);
-    for (const std::string unit : {"x", "\xC3\xA9"}) {   // one byte a character, two
-        std::string path = "C:\\";
-        while (path.size() < 500) path += unit;
-        const std::string text = Win32Error(path + "\\model.thf", 2).what();
-        EXPECT_LE(text.size(), 255u);
-        EXPECT_GT(text.size(), 252u);
-        EXPECT_TRUE(text.starts_with("..." + unit)) << text;
-        EXPECT_TRUE(text.ends_with("\\model.thf: " + reason)) << text;
-    }
-}
-
-TEST(Scanner, ReadsNumbersAsStreamsDo)
-{
-    // Columns: text, good, value, rest.
-    const std::tuple<const char*, bool, double, const char*> cases[] = {
-        {"1.5.2", true, 1.5, ".2"},
-        {"+7e1x", true, 70, "x"},
-        {"1e", false, 0, ""},
-        {"-", false, 0, ""},
-        {"x", false, 0, "x"},
-        {" \t\n3", true, 3, ""},
-        {"", false, 9, ""},
-        {"-.5-3", true, -0.5, "-3"},
-        {"1e400", false, std::numeric_limits<double>::max(), ""},
-        {"-1e400", false, -std::numeric_limits<double>::max(), ""},
-        {"1e-400", true, 0, ""},
-        {"0x10", true, 0, "x10"},
-        {"inf", false, 0, "inf"},
-        {"1e+", false, 0, ""},
-        {"123456789012345678901234567890", true, 123456789012345678901234567890.0, ""},
-        {"0.1000000000000000055511151231257827", true, 0.1, ""},
-        {"9007199254740993", true, 9007199254740992.0, ""},
-        {"4.35", true, 4.35, ""},
-        {"1e22", true, 1e22, ""},
-        {"1e23", true, 1e23, ""},
-        {"-0", true, -0.0, ""},
-    };
-    for (const auto& [text, good, wantedValue, rest] : cases) {
-        Scanner<> scanner{std::string_view(text)};
-        double value = 9;
-        EXPECT_EQ(scanner.real(value), good) << text;
-        EXPECT_EQ(value, wantedValue) << text;
-        EXPECT_EQ(std::string(scanner.position(), scanner.end()), rest) << text;
-    }
-    for (const char* const text : {"9223372036854775808", "-9223372036854775808", "99999999999999999999 1"}) {
-        Scanner<> scanner{std::string_view(text)};
-        std::int64_t value = 9;
-        EXPECT_FALSE(scanner.integer(value)) << text;
-        EXPECT_EQ(value, 0) << text;
     }
 }

@@ -1,5 +1,4 @@
 #include "tests/window/WindowTest.h"
-#include "view/ViewCommands.h"
 
 #include <initguid.h>
 #include <oleacc.h>
@@ -29,21 +28,13 @@ protected:
             id.lVal = number;
             return id;
         }
-        std::string text(HRESULT (STDMETHODCALLTYPE IAccessible::*get)(VARIANT, BSTR*), long number) const
+        std::string text(HRESULT (STDMETHODCALLTYPE IAccessible::*get)(VARIANT, BSTR*), long number = 0) const
         {
             BSTR text = nullptr;
             (object->*get)(child(number), &text);
             const std::string result = text ? toUtf8(text) : std::string();
             SysFreeString(text);
             return result;
-        }
-        std::string name(long number = 0) const { return text(&IAccessible::get_accName, number); }
-        std::string value(long number = 0) const { return text(&IAccessible::get_accValue, number); }
-        long role(long number = 0) const
-        {
-            VARIANT role{};
-            object->get_accRole(child(number), &role);
-            return role.vt == VT_I4 ? role.lVal : -1;
         }
         IAccessible* object = nullptr;
     };
@@ -63,20 +54,17 @@ TEST_F(AccessibleTest, PanelsMarkersAndSlidersHaveNamesValuesRolesAndPlaces)
         {panel(ID_PLAN), 2, "Look-at Point", "x 0.00, y 0.00 radii", ROLE_SYSTEM_INDICATOR},
         {panel(ID_ELEVATION), 2, "Look-at Point", "x 0.00, z 0.00 radii", ROLE_SYSTEM_INDICATOR},
         {panel(ID_EYESLIDE), 1, "Eye Position", "4.69 radii from the centre", ROLE_SYSTEM_INDICATOR},
-        {panel(ID_SPHERE), 2, "Parallel 1",
-         "bearing \xE2\x88\x92"
-         "30°, elevation 60°",
-         ROLE_SYSTEM_INDICATOR},
+        {panel(ID_SPHERE), 2, "Parallel 1", "bearing −30°, elevation 60°", ROLE_SYSTEM_INDICATOR},
         {panel(ID_SLIDER), 0, "Sky", "Sky: 0.40", ROLE_SYSTEM_SLIDER},
-        {program().child(ID_EYEUP, panel(ID_SPHERE)), 0, "Move Eye Up", "", ROLE_SYSTEM_PUSHBUTTON},
+        {program().child(ID_EYEUP, panel(ID_SPHERE)), 0, "Move Eye Up", "", 0},
     };
     for (const auto& c : cases) {
         const Object object(c.window);
-        EXPECT_EQ(object.name(c.child), c.name);
-        EXPECT_EQ(object.value(c.child), c.value) << c.name;
-        if (c.role != ROLE_SYSTEM_PUSHBUTTON) {   // the system's own, by the class of the window
-            EXPECT_EQ(object.role(c.child), c.role) << c.name;
-        }
+        EXPECT_EQ(object.text(&IAccessible::get_accName, c.child), c.name);
+        EXPECT_EQ(object.text(&IAccessible::get_accValue, c.child), c.value) << c.name;
+        VARIANT role{};
+        object.object->get_accRole(Object::child(c.child), &role);
+        EXPECT_TRUE(c.role == 0 || role.lVal == c.role) << c.name << ": " << role.lVal;
     }
     const Object plan(panel(ID_PLAN));
     long left = 0, top = 0, width = 0, height = 0;
@@ -97,7 +85,7 @@ TEST_F(AccessibleTest, EveryFieldOfTheViewParametersHasItsOwnName)
     const HWND dialog = program().openDialog(ID_VIEWPARAMETERS, "View Parameters");
     std::vector<std::string> names;
     for (HWND field = nullptr; (field = FindWindowExW(dialog, field, L"Edit", nullptr)) != nullptr;)
-        names.push_back(Object(field).name());
+        names.push_back(Object(field).text(&IAccessible::get_accName));
     EXPECT_EQ(names.size(), 28u);
     for (const std::string& name : names)
         EXPECT_TRUE(!name.empty() && std::count(names.begin(), names.end(), name) == 1) << name;

@@ -42,25 +42,19 @@ void change(bool down, const std::string& event, int code)
 
 std::string keyName(WORD code)
 {
-    switch (code) {
-    case VK_CONTROL: return "ctrl";
-    case VK_SHIFT: return "shift";
-    case VK_MENU: return "alt";
-    case VK_ESCAPE: return "Escape";
-    case VK_UP: return "Up";
-    case VK_DOWN: return "Down";
-    case VK_F1: return "F1";
-    case VK_F5: return "F5";
-    case VK_F11: return "F11";
-    case VK_LEFT: return "Left";
-    case VK_RIGHT: return "Right";
-    case VK_HOME: return "Home";
-    case VK_END: return "End";
-    case VK_TAB: return "Tab";
-    case VK_SPACE: return "space";
-    case VK_RETURN: return "Return";
-    default: return std::string(1, static_cast<char>(code | 0x20));   // a letter
-    }
+    static const std::pair<int, const char*> names[] = {
+        {VK_CONTROL, "ctrl"}, {VK_SHIFT, "shift"}, {VK_MENU, "alt"}, {VK_ESCAPE, "Escape"}, {VK_UP, "Up"},
+        {VK_DOWN, "Down"},    {VK_TAB, "Tab"},     {VK_F1, "F1"},    {VK_F5, "F5"},         {VK_F11, "F11"}};
+    for (const auto& [key, name] : names)
+        if (key == code) return name;
+    return std::string(1, static_cast<char>(code | 0x20));   // a letter
+}
+
+/// A button of the mouse by its X number.
+void changeButton(bool down, int button)
+{
+    constexpr int codes[] = {VK_LBUTTON, VK_MBUTTON, VK_RBUTTON};
+    change(down, (down ? "mousedown " : "mouseup ") + std::to_string(button), codes[button - 1]);
 }
 
 }   // namespace
@@ -77,22 +71,14 @@ void moveMouse(HWND window, int x, int y)
     });
 }
 
-void pressButton() { change(true, "mousedown 1", VK_LBUTTON); }
-void releaseButton() { change(false, "mouseup 1", VK_LBUTTON); }
+void pressButton(int button) { changeButton(true, button); }
+void releaseButton(int button) { changeButton(false, button); }
 void rightClick()
 {
-    change(true, "mousedown 3", VK_RBUTTON);
-    change(false, "mouseup 3", VK_RBUTTON);
+    pressButton(3);
+    releaseButton(3);
 }
 
-void pressOther(int button)
-{
-    change(true, "mousedown " + std::to_string(button), button == 2 ? VK_MBUTTON : VK_RBUTTON);
-}
-void releaseOther(int button)
-{
-    change(false, "mouseup " + std::to_string(button), button == 2 ? VK_MBUTTON : VK_RBUTTON);
-}
 void turnWheel(bool away)
 {
     xdotool(away ? "click 4" : "click 5", [] { return true; });

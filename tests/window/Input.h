@@ -14,12 +14,10 @@ namespace belvor::window {
 void settleBy(HWND window);
 
 void moveMouse(HWND window, int x, int y);   ///< To a place in the client area.
-void pressButton();
-void releaseButton();
+/// `button`: its X number, 2 is the wheel, 3 the right one.
+void pressButton(int button = 1);
+void releaseButton(int button = 1);
 void rightClick();
-/// The wheel, button 3 or 2: by its X number.
-void pressOther(int button);
-void releaseOther(int button);
 void turnWheel(bool away);   ///< One notch, away from the user or towards.
 /// Down at the first place, through the others, up at the last.
 void dragMouse(HWND window, std::initializer_list<POINT> places);

@@ -1,4 +1,4 @@
-#include "tests/window/WindowTest.h"
+#include "tests/window/PanelsTest.h"
 
 #include <winternl.h>
 
@@ -34,30 +34,28 @@ int gdiObjects(HANDLE process)
 
 }   // namespace
 
-TEST_F(WindowTest, HundredsOfPaintsDragsAndResizesLeaveNoGdiObjectBehind)
+TEST_F(PanelsTest, HundredsOfPaintsDragsAndResizesLeaveNoGdiObjectBehind)
 {
     if (sizeof(void*) != 8) GTEST_SKIP() << "counts by the layout of a 64-bit process";
     startWith(boxModel());
-    const HWND controls = program().child(ID_CONTROLS), slide = panel(ID_EYESLIDE);
-    const struct {
-        HWND window;
-        POINT marker;
-    } panels[] = {
-        {panel(ID_PLAN), {58, 58}},   {panel(ID_ELEVATION), {58, 58}},
-        {panel(ID_SPHERE), {49, 72}}, {slide, {sizeOf(slide).cx / 2, (sizeOf(slide).cy - 1) / 2}},
-        {drawing(), {50, 50}},
+    from = wholeModel(freshView(), {});
+    const HWND controls = program().child(ID_CONTROLS);
+    const PixelPoint middle{58, 58};   // of the plan and the elevation: the look-at point
+    const std::pair<HWND, PixelPoint> panels[] = {
+        {panel(ID_PLAN), middle},         {panel(ID_ELEVATION), middle}, {panel(ID_SPHERE), light()},
+        {panel(ID_EYESLIDE), onSlide(0)}, {drawing(), {50, 50}},
     };
     const auto work = [&](int rounds) {
         for (int i = 0; i < rounds; ++i) {
             for (const auto& p : panels) {
-                const auto mouse = [&](UINT message, LONG x, LONG y) {
-                    program().send(p.window, message, MK_LBUTTON, MAKELPARAM(p.marker.x + x, p.marker.y + y));
+                const auto mouse = [&](UINT message, int x, int y) {
+                    program().send(p.first, message, MK_LBUTTON, MAKELPARAM(p.second.x + x, p.second.y + y));
                 };
                 mouse(WM_LBUTTONDOWN, 0, 0);
                 mouse(WM_MOUSEMOVE, 10, 15);
-                RedrawWindow(p.window, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+                RedrawWindow(p.first, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
                 mouse(WM_MOUSEMOVE, 0, 20);
-                program().send(p.window, WM_CAPTURECHANGED);
+                program().send(p.first, WM_CAPTURECHANGED);
             }
             RedrawWindow(controls, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
             program().resizeClient(clientWidth + i % 50, clientHeight - i % 60);

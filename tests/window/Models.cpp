@@ -51,11 +51,7 @@ std::string boxModel()
 
 std::string faceModel()
 {
-    static const std::string path =
-        made("face.dxf", "0\nSECTION\n2\nENTITIES\n0\n3DFACE\n8\nWALL\n10\n0\n20\n0\n30\n0\n11\n4\n21\n0\n"
-                         "31\n0\n12\n4\n22\n3\n32\n1\n13\n0\n23\n3\n33\n1\n0\n3DFACE\n8\nROOF\n10\n0\n20\n0\n"
-                         "30\n0\n11\n4\n21\n0\n31\n0\n12\n2\n22\n1\n"
-                         "32\n3\n13\n2\n23\n1\n33\n3\n0\nENDSEC\n0\nEOF\n");
+    static const std::string path = made("face.dxf", test::drawingText(test::faceEntity));
     return path;
 }
 

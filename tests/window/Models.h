@@ -12,7 +12,7 @@ std::string readFile(const std::string& path);   ///< Empty when it cannot be re
 
 /// Files in the folder, made at the first call.
 std::string boxModel();    ///< Things: a box, every side of another material.
-std::string faceModel();   ///< DXF: two 3DFACEs.
+std::string faceModel();   ///< DXF: a face.
 /// Things: that many squares, 3 by 3, close one above the other: every row is slow to draw.
 std::string stackModel(int squares);
 /// Things: a sphere of about that many facets.

@@ -1,11 +1,5 @@
-#include "tests/window/WindowTest.h"
-#include "ui/WindowScale.h"
+#include "tests/window/PanelsTest.h"
 #include "ui/panels/ControlsLayout.h"
-#include "ui/panels/PlanGeometry.h"
-#include "ui/panels/SlideScale.h"
-#include "ui/panels/SphereProjection.h"
-#include "view/ViewCommands.h"
-#include "view/ViewEdits.h"
 #include "view/WindowLayout.h"
 
 #include <commctrl.h>
@@ -15,7 +9,7 @@
 namespace belvor::window {
 
 /// At the scale of the desktop that the tests run on: ./test runs these at 96, 144 and 192 dots an inch.
-class ScaleTest : public WindowTest {
+class ScaleTest : public PanelsTest {
 protected:
     static void SetUpTestSuite()
     {
@@ -23,79 +17,91 @@ protected:
         const auto aware = dpi::find<BOOL(WINAPI*)(HANDLE)>("SetProcessDpiAwarenessContext");
         if (aware) aware(reinterpret_cast<HANDLE>(static_cast<INT_PTR>(-4)));   // per monitor, version 2
     }
-    PixelSize pixels(HWND window) { return {sizeOf(window).cx, sizeOf(window).cy}; }
-    PixelArea placeOf(HWND child)
+    static PixelArea placeOf(HWND child)
     {
         RECT r{};
         GetWindowRect(child, &r);
         MapWindowPoints(nullptr, GetParent(child), reinterpret_cast<POINT*>(&r), 2);
         return {r.left, r.top, r.right - r.left, r.bottom - r.top};
     }
-    const PixelScale scale{dpi::ofDesktop()};
 };
 
-TEST_F(ScaleTest, EverythingHasTheSizeOfTheMonitorsScale)
+TEST_F(ScaleTest, StartsEmptyWithEverythingInPlace)
 {
-    startWith(boxModel());
+    start();
     if (const char* const wanted = std::getenv("BELVOR_DPI")) {
         EXPECT_EQ(scale.dotsPerInch, std::atoi(wanted));
     }
+    EXPECT_EQ(program().title(), "Belvor");
+    EXPECT_EQ(program().statusPart(0), textOf(Text::start));
     program().resizeClient(scale(600), scale(450));
-    const HWND controls = program().child(ID_CONTROLS);
-    EXPECT_EQ(placeOf(controls).width, scale(WindowLayout::controlsWidth));
-    const ControlsLayout strip = layOutControls(pixels(controls), scale);
-    const std::pair<int, PixelArea> places[] = {
-        {ID_TOOLBAR, strip.toolbar},     {ID_EYESLIDE, strip.eyeSlide}, {ID_PLAN, strip.plan},
-        {ID_ELEVATION, strip.elevation}, {ID_SPHERE, strip.sphere},     {ID_SLIDERLAST, strip.sliders[6]},
+    const HWND main = program().main(), controls = program().child(ID_CONTROLS),
+               status = program().child(ID_STATUSBAR);
+    EXPECT_FALSE(IsWindowEnabled(controls));
+    dragMouse(drawing(), {{100, 100}, {200, 200}, {250, 150}});
+    EXPECT_EQ(countOther(screenOf(drawing()), 0x000000), 0) << "nothing is drawn yet, a drag neither";
+
+    WindowShape shape{scale(600), scale(450), placeOf(status).height, false, true, {}, scale};
+    const WindowLayout whole = layOut(shape);
+    EXPECT_EQ(whole.controls.width, scale(WindowLayout::controlsWidth));
+    const ControlsLayout strip = layOutControls(clientSize(controls), scale);
+    const struct {
+        HWND parent;
+        int number;
+        const wchar_t *className, *name;
+        PixelArea place;
+    } children[] = {
+        {main, ID_DISPLAY, L"Display", L"Drawing", whole.display},
+        {main, ID_CONTROLS, L"Controls", L"ControlPanel", whole.controls},
+        {main, ID_STATUSBAR, STATUSCLASSNAMEW, nullptr, whole.status},
+        {controls, ID_PLAN, L"Plan", L"Plan", strip.plan},
+        {controls, ID_ELEVATION, L"Plan", L"Elevation", strip.elevation},
+        {controls, ID_SPHERE, L"Stereogram", L"Stereogram", strip.sphere},
+        {controls, ID_EYESLIDE, L"EyeSlide", L"Eye", strip.eyeSlide},
+        {controls, ID_TOOLBAR, TOOLBARCLASSNAMEW, nullptr, strip.toolbar},
+        {controls, ID_SLIDERLAST, TRACKBAR_CLASSW, L"Light6", strip.sliders[6]},
     };
-    for (const auto& [number, area] : places) EXPECT_EQ(placeOf(panel(number)), area) << number;
+    for (const auto& c : children) {
+        const HWND child = program().child(c.number, c.parent);
+        EXPECT_EQ(FindWindowExW(c.parent, nullptr, c.className, c.name), child) << c.number;
+        EXPECT_EQ(placeOf(child), c.place) << c.number;
+    }
+    int parts[4] = {};
+    EXPECT_EQ(program().sendRecord(status, SB_GETPARTS, 4, parts, sizeof parts), 4);
+    EXPECT_TRUE(std::equal(parts, parts + 4, whole.partEnds));
     RECT last{};
     program().sendRecord(panel(ID_TOOLBAR), TB_GETITEMRECT, 3, &last, sizeof last);
-    EXPECT_LE(last.bottom, strip.toolbar.height) << "the buttons fit the toolbar";
-    EXPECT_GE(last.bottom, strip.toolbar.height * 9 / 10) << "and fill it";
-    EXPECT_LE(last.right, strip.toolbar.width);
+    EXPECT_TRUE(last.bottom <= strip.toolbar.height && last.bottom >= strip.toolbar.height * 9 / 10
+                && last.right <= strip.toolbar.width)
+        << "the buttons fill the toolbar";
+
+    for (const bool shown : {false, true}) {
+        program().command(ID_SHOWCONTROLS);
+        EXPECT_EQ(IsWindowVisible(controls) != FALSE, shown);
+        shape.showControls = shown;
+        EXPECT_EQ(placeOf(drawing()), layOut(shape).display) << shown;
+    }
+    EXPECT_EQ(close(), 0) << "no view to save, no question";
 }
 
 TEST_F(ScaleTest, MarkersAreTakenWithinTheirScaledReach)
 {
     startWith(boxModel());
     program().resizeClient(scale(600), scale(450));
-    ViewParameters from = wholeModel(freshView(), {});
-    from.eye = {-1.013, -0.907, 0.8};   // not between two pixels: the file keeps six digits
-    from.lookAt = {0.3, 0.1, -0.2};
-    const auto load = [&] {
-        const std::string path = inFolder("scaled.bvp");
-        from.write(path, boxCentre, boxRadius);
-        loadParameters(readFile(path));
-    };
-    load();
-    const HWND plan = panel(ID_PLAN), slide = panel(ID_EYESLIDE), sphere = panel(ID_SPHERE);
-    const ViewMarkers markers = viewMarkers(from, Thumbnail::plan);
-    const PixelPoint eye = eyePixel(markers, pixels(plan));
+    load(from);
+    const HWND sphere = panel(ID_SPHERE);
     const int reach = scale(10);
-    const auto drag = [&](HWND window, PixelPoint press, PixelPoint release) {
-        dragMouse(window, {{press.x, press.y}, {release.x, release.y}});
-    };
-    drag(plan, {eye.x - reach, eye.y}, {eye.x + 5, eye.y + 30});
+    const PixelPoint eye = planEye(), to{eye.x + 5, eye.y + scale(8)}, light = this->light(),
+                     rim{disc().centre.x + 3 * disc().radiusX, disc().centre.y};
+    dragging(panel(ID_PLAN), {eye.x - reach, eye.y}, to)();
     expectView(view(), from, "beside the marker");
-    const PixelPoint to{eye.x + 5, eye.y + scale(8)};
-    drag(plan, {eye.x - reach + 1, eye.y}, to);
-    expectView(view(),
-               moveMarkers(from, Thumbnail::plan,
-                           draggedMarkers(markers, MarkerDrag::eye, pixels(plan), to.x, to.y)),
-               "plan");
-    load();
-    const SlideScale along(pixels(slide), metricOf(slide, SM_CYVSCROLL), scale);
-    const EyeSlideRecord record = eyeSlideRecord(from);
-    const int down = along.toPixel(0.7);
-    drag(slide, {along.x + reach - 1, along.toPixel(record.eye)}, {along.x, down});
-    expectView(view(), moveAlongSight(from, draggedSlide(record, MarkerDrag::eye, along, down)), "slide");
-    load();
-    const SphereDisc disc(pixels(sphere), scale);
-    const PixelPoint light = disc.toPixel({-30, 60}), rim{disc.centre.x + 3 * disc.radiusX, disc.centre.y};
-    const SphereDirection asked = disc.toDirection(rim.x, rim.y, {});
-    drag(sphere, {light.x, light.y + reach - 1}, rim);
-    expectView(view(), turn(from, {asked.bearing, asked.elevation, 1}), "sphere");
+    expectViews({
+        {"plan", dragging(panel(ID_PLAN), {eye.x - reach + 1, eye.y}, to),
+         planDrag(Thumbnail::plan, MarkerDrag::eye, to)},
+        {"slide", dragging(panel(ID_EYESLIDE), {slideEye().x + reach - 1, slideEye().y}, onSlide(0.7)),
+         slideDrag(MarkerDrag::eye, 0.7)},
+        {"sphere", dragging(sphere, {light.x, light.y + reach - 1}, rim), sphereDrag(1, rim)},
+    });
 }
 
 }   // namespace belvor::window

@@ -1,10 +1,10 @@
 #include "tests/window/Screen.h"
 
+#include "imagefile/OmbrReader.h"
 #include "platform/win32/Handles.h"
 #include "tests/window/Program.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace belvor::window {
 
@@ -14,44 +14,39 @@ Picture screenOf(HWND window)
     GetClientRect(window, &client);
     POINT origin{0, 0};
     ClientToScreen(window, &origin);
-    Picture picture{client.right, client.bottom,
-                    std::vector<std::uint32_t>(static_cast<std::size_t>(client.right * client.bottom))};
     const WindowDC screen(nullptr);   // the device context of another program's window cannot be had
     const MemoryDC memory(screen.get());
-    BITMAPINFO info{};
-    info.bmiHeader = {sizeof info.bmiHeader, picture.width, -picture.height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-    const GdiObject<HBITMAP> bitmap(CreateCompatibleBitmap(screen.get(), picture.width, picture.height));
+    const GdiObject<HBITMAP> bitmap(CreateCompatibleBitmap(screen.get(), client.right, client.bottom));
     {
         const Selection selected(memory.get(), bitmap.get());
-        BitBlt(memory.get(), 0, 0, picture.width, picture.height, screen.get(), origin.x, origin.y, SRCCOPY);
+        BitBlt(memory.get(), 0, 0, client.right, client.bottom, screen.get(), origin.x, origin.y, SRCCOPY);
     }
-    if (!GetDIBits(memory.get(), bitmap.get(), 0, static_cast<UINT>(picture.height), picture.pixels.data(),
+    return pictureOf(bitmap.get(), client.right, client.bottom);
+}
+
+Picture pictureOf(HBITMAP bitmap, int width, int height)
+{
+    Picture picture{width, height, std::vector<std::uint32_t>(static_cast<std::size_t>(width * height))};
+    BITMAPINFO info{};
+    info.bmiHeader = {sizeof info.bmiHeader, width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    if (!GetDIBits(WindowDC(nullptr).get(), bitmap, 0, static_cast<UINT>(height), picture.pixels.data(),
                    &info, DIB_RGB_COLORS))
-        throw Failure("the screen cannot be read");
+        throw Failure("the picture cannot be read");
     for (std::uint32_t& pixel : picture.pixels) pixel &= 0xFFFFFF;
     return picture;
 }
 
-Picture pictureIn(const std::string& bytes)
+Picture pictureIn(const std::string& ombr)
 {
-    const auto number = [&](std::size_t at, std::size_t size) {
-        std::uint32_t value = 0;
-        std::memcpy(&value, bytes.substr(at, size).data(), size);
-        return value;
-    };
-    const std::size_t directory = number(4, 4);
-    const auto entry = [&](std::uint32_t tag) {
-        std::size_t at = directory + 2;
-        while (number(at, 2) != tag) at += 12;
-        return number(at + 8, 4);
-    };
-    Picture picture{static_cast<int>(entry(256) & 0xFFFF), static_cast<int>(entry(257) & 0xFFFF), {}};
-    const std::size_t strips = entry(273);
-    for (std::size_t y = 0; y < static_cast<std::size_t>(picture.height); ++y)
-        for (std::size_t x = 0; x < static_cast<std::size_t>(picture.width); ++x) {
-            const std::uint32_t rgb = number(number(strips + 4 * y, 4) + 3 * x, 3);
-            picture.pixels.push_back((rgb & 0xFF) << 16 | (rgb & 0xFF00) | rgb >> 16);
-        }
+    MemorySource bytes(ombr);
+    OmbrReader file(bytes);
+    Picture picture{file.header().width, file.header().height, {}};
+    for (int row = 0; row < picture.height; ++row) {
+        file.readRow(row);
+        for (std::size_t at = 0; at < file.rgb().size(); at += 3)
+            picture.pixels.push_back(static_cast<std::uint32_t>(file.rgb()[at] << 16 | file.rgb()[at + 1] << 8
+                                                                | file.rgb()[at + 2]));
+    }
     return picture;
 }
 

@@ -18,6 +18,8 @@ struct Picture {
 
 /// What the screen shows of a window's client area.
 Picture screenOf(HWND window);
+/// The pixels of a bitmap of that size that no device context has selected.
+Picture pictureOf(HBITMAP bitmap, int width, int height);
 /// The colour image in the bytes of an Ombr file.
 Picture pictureIn(const std::string& ombr);
 /// Empty when the pictures are equal, else how much differs.

@@ -35,11 +35,13 @@ protected:
     /// Starts it with a model and waits until that is there.
     Program& startWith(const std::string& model);
     Program& program() { return *running; }
+    const Program& program() const { return *running; }
 
     HWND drawing() const { return running->child(ID_DISPLAY); }
     HWND panel(int number) const { return running->child(number, running->child(ID_CONTROLS)); }
-    static SIZE sizeOf(HWND window);
-    void press(HWND window, int number);   ///< A button of the window, with the mouse.
+    HWND focus() const;
+    /// Presses Tab until that window has the focus.
+    void tabTo(HWND wanted) const;
 
     void awaitModel(const std::string& path);
     /// Chooses Open Model and the file; answers No to the question about the picture.
@@ -56,7 +58,9 @@ protected:
     void loadParameters(const std::string& text);
     /// The view of a program that shows the box. Six digits survive the file.
     ViewParameters view();
-    /// Makes it show that view, and waits until the picture is there.
+    /// Makes it show that view.
+    void load(const ViewParameters& record);
+    /// The same, and waits until the picture is there.
     void show(const ViewParameters& record);
     static void expectView(const ViewParameters& is, const ViewParameters& wanted, const std::string& why);
 

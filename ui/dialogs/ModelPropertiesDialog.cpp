@@ -64,13 +64,13 @@ void ModelPropertiesDialog::fill()
 void ModelPropertiesDialog::showAccount()
 {
     HWND list = GetDlgItem(window(), ID_ACCOUNT);
-    RECT place{7, 153, 293, 215}, room{0, 0, 0, 69};
-    MapDialogRect(window(), &place);
+    RECT area{7, 153, 293, 215}, room{0, 0, 0, 69};
+    MapDialogRect(window(), &area);
     MapDialogRect(window(), &room);
     if (!list && !model->account.empty()) {
         list = CreateWindowExW(WS_EX_CLIENTEDGE, L"EDIT", L"",
-                               WS_CHILD | WS_TABSTOP | WS_VSCROLL | ES_MULTILINE | ES_READONLY, place.left,
-                               place.top, place.right - place.left, place.bottom - place.top, window(),
+                               WS_CHILD | WS_TABSTOP | WS_VSCROLL | ES_MULTILINE | ES_READONLY, area.left,
+                               area.top, area.right - area.left, area.bottom - area.top, window(),
                                reinterpret_cast<HMENU>(static_cast<INT_PTR>(ID_ACCOUNT)), nullptr, nullptr);
         SendMessageW(list, WM_SETFONT, static_cast<WPARAM>(SendMessageW(window(), WM_GETFONT, 0, 0)), FALSE);
         const int stops[] = {90, 200};   // dialog units

@@ -138,7 +138,7 @@ void Controls::size()
 }
 
 /// Lays everything out for the present size.
-void Controls::place()
+void Controls::layOutPanels()
 {
     const PixelSize client = clientSize(window);
     layout = layOutControls(client, scaleOf(window));
@@ -172,7 +172,7 @@ void Controls::followColours()
 void Controls::scrollTo(int wanted)
 {
     offset = wanted;
-    place();
+    layOutPanels();
     InvalidateRect(window, nullptr, TRUE);
 }
 

@@ -21,7 +21,7 @@ public:
 private:
     void create(const CREATESTRUCTW& record);
     void size();
-    void place();
+    void layOutPanels();
     void scrollTo(int offset);
     void scroll(int code);
     void wheel(int delta);

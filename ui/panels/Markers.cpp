@@ -93,25 +93,25 @@ void drawPointer(HDC dc, PixelPoint at, PixelPoint marker, bool eye, PixelScale 
     Polygon(dc, corners, 3);
 }
 
-void drawLight(HDC dc, PixelPoint place, int light, bool below, PixelScale scale) noexcept
+void drawLight(HDC dc, PixelPoint position, int light, bool below, PixelScale scale) noexcept
 {
     if (highContrast()) {
         const GdiObject<HPEN> pen(CreatePen(PS_SOLID, scale(outlineWidth), discColour()));
         const Selection outlineInDc(dc, pen.get()), hollowInDc(dc, GetStockObject(HOLLOW_BRUSH));
-        drawEllipse(dc, place, scale(7));
+        drawEllipse(dc, position, scale(7));
     }
     const Selection brushInDc(dc,
                               below ? GetStockObject(HOLLOW_BRUSH) : static_cast<HGDIOBJ>(lightBrush(light)));
     const Selection penInDc(dc, lightPen(light, scale));
-    drawEllipse(dc, place, scale(6));
+    drawEllipse(dc, position, scale(6));
 }
 
-void drawBelowCircle(HDC dc, PixelPoint place, PixelScale scale) noexcept
+void drawBelowCircle(HDC dc, PixelPoint position, PixelScale scale) noexcept
 {
     const GdiObject<HPEN> pen(CreatePen(PS_SOLID, scale(2), RGB(0, 255, 0)));
     const Selection penInDc(dc, pen.get());
     const Selection brushInDc(dc, GetStockObject(HOLLOW_BRUSH));
-    drawEllipse(dc, place, scale(8));
+    drawEllipse(dc, position, scale(8));
 }
 
 bool isBright(COLORREF colour) noexcept

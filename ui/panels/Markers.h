@@ -19,9 +19,9 @@ void drawZoomWedge(HDC dc, const ZoomWedge& wedge, PixelScale scale) noexcept;
 /// The pointer at the panel's edge to the eye (green) or the look-at point (blue) outside of it.
 void drawPointer(HDC dc, PixelPoint at, PixelPoint marker, bool eye, PixelScale scale) noexcept;
 /// A light's disc of radius 6; only its outline for a light below the equator.
-void drawLight(HDC dc, PixelPoint place, int light, bool below, PixelScale scale) noexcept;
+void drawLight(HDC dc, PixelPoint position, int light, bool below, PixelScale scale) noexcept;
 /// The circle about an eye below the equator.
-void drawBelowCircle(HDC dc, PixelPoint place, PixelScale scale) noexcept;
+void drawBelowCircle(HDC dc, PixelPoint position, PixelScale scale) noexcept;
 
 /// Whether black is easier to read on that colour than white.
 bool isBright(COLORREF colour) noexcept;

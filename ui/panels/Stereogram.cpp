@@ -115,10 +115,10 @@ std::vector<Tool> Stereogram::drawMarkers(HDC dc, const SphereDisc& shown) const
     for (int k = sphereLights - 1; k >= 0; --k) {
         const SphereMarkers::Light& light = markers.lights[static_cast<std::size_t>(k)];
         if (!light.present) continue;
-        const PixelPoint place = shown.toPixel(light.direction);
-        drawLight(dc, place, k, light.direction.elevation < 0.0, shown.pixels);
+        const PixelPoint position = shown.toPixel(light.direction);
+        drawLight(dc, position, k, light.direction.elevation < 0.0, shown.pixels);
         tools.insert(tools.begin(), {static_cast<UINT>(ID_TOOLLIGHT + k),
-                                     static_cast<UINT>(ID_SLIDER + 2 + k), around(place, shown.pixels)});
+                                     static_cast<UINT>(ID_SLIDER + 2 + k), around(position, shown.pixels)});
     }
     const PixelPoint eye = shown.toPixel(markers.eye);
     if (markers.eye.elevation < 0.0) drawBelowCircle(dc, eye, shown.pixels);
@@ -138,11 +138,11 @@ bool Stereogram::takeMarker(const PanelMouse& press)
 Ghost::Shape Stereogram::ghostAt(const PanelMouse& mouse) const
 {
     const SphereDisc on = disc();
-    const PixelPoint place = on.toPixel(on.toDirection(mouse.at.x, mouse.at.y, keysOf(mouse)));
-    return [place, on, item = taken, below = mouse.control](HDC dc) {
-        if (item > 0) return drawLight(dc, place, item - 1, below, on.pixels);
-        if (below) drawBelowCircle(dc, place, on.pixels);
-        drawEyeGlyph(dc, glyphAt(place, on.centre, on.pixels), on.pixels);
+    const PixelPoint position = on.toPixel(on.toDirection(mouse.at.x, mouse.at.y, keysOf(mouse)));
+    return [position, on, item = taken, below = mouse.control](HDC dc) {
+        if (item > 0) return drawLight(dc, position, item - 1, below, on.pixels);
+        if (below) drawBelowCircle(dc, position, on.pixels);
+        drawEyeGlyph(dc, glyphAt(position, on.centre, on.pixels), on.pixels);
     };
 }
 
@@ -168,21 +168,21 @@ std::vector<int> Stereogram::items() const
 
 std::vector<PixelPoint> Stereogram::markerPixels() const
 {
-    std::vector<PixelPoint> places;
-    for (const int item : items()) places.push_back(disc().toPixel(markers.of(item)));
-    return places;
+    std::vector<PixelPoint> positions;
+    for (const int item : items()) positions.push_back(disc().toPixel(markers.of(item)));
+    return positions;
 }
 
 AccessibleFacts Stereogram::facts() const
 {
     AccessibleFacts known{titleOf(window), {}, ROLE_SYSTEM_GROUPING, {}};
-    const std::vector<PixelPoint> places = markerPixels();
+    const std::vector<PixelPoint> positions = markerPixels();
     const std::vector<int> shown = items();
     for (std::size_t i = 0; i < shown.size(); ++i) {
         const SphereDirection& direction = markers.of(shown[i]);
         const Text name = shown[i] == 0 ? Text::sphereEyeTip : textAfter(Text::parallel1Tip, shown[i] - 1);
         known.parts.push_back({textOf(name), directionText(direction.bearing, direction.elevation),
-                               toRect(around(places[i], scaleOf(window))), drag.chosenIndex() == i});
+                               toRect(around(positions[i], scaleOf(window))), drag.chosenIndex() == i});
     }
     return known;
 }

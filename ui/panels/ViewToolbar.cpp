@@ -152,16 +152,16 @@ void ViewToolbar::choose(int button)
 /// The rectangle inverts what is below it: it may only be drawn where the buttons have just been painted.
 void ViewToolbar::drawFocus(HRGN painted) const
 {
-    RECT place;
+    RECT area;
     const WindowDC dc(window);
     if (!dc
         || !SendMessageW(window, TB_GETITEMRECT, static_cast<WPARAM>(chosen),
-                         reinterpret_cast<LPARAM>(&place)))
+                         reinterpret_cast<LPARAM>(&area)))
         return;
     const SavedDC saved(dc.get());
     SelectClipRgn(dc.get(), painted);
-    InflateRect(&place, -shown(3), -shown(3));
-    DrawFocusRect(dc.get(), &place);
+    InflateRect(&area, -shown(3), -shown(3));
+    DrawFocusRect(dc.get(), &area);
 }
 
 }   // namespace belvor

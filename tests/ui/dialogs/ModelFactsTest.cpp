@@ -8,10 +8,7 @@ TEST(ModelFacts, MemoryIsRoundedAndCountedIn32Bits)
 {
     // Columns: count, vertices, edges, facets.
     const std::tuple<std::uint32_t, std::uint32_t, std::uint32_t, std::uint32_t> cases[] = {
-        {10, 0, 0, 1},
-        {1000, 47, 39, 55},
-        {89478486, 0, 3495253, 699051},
-    };
+        {10, 0, 0, 1}, {1000, 47, 39, 55}, {89478486, 0, 3495253, 699051}};
     for (const auto& [count, vertices, edges, facets] : cases) {
         EXPECT_EQ(vertexMemoryKB(count), vertices) << count;
         EXPECT_EQ(edgeMemoryKB(count), edges) << count;

@@ -11,18 +11,10 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 TEST(NumberText, ShowsFourDigits)
 {
     const std::tuple<double, const char*, const char*> cases[] = {
-        {2000, ".", "2000"},
-        {123456, ".", "1.235E+05"},
-        {0.00001234, ".", "1.234E-05"},
-        {-9.73641, ".", "-9.736"},
-        {-0.0, ".", "-0"},
-        {0.0001, ".", "0.0001"},
-        {9999.6, ".", "1E+04"},
-        {infinity, ".", "INF"},
-        {123456, ",", "1,235E+05"},
-        {2.5, "\xD9\xAB",
-         "2\xD9\xAB"
-         "5"},
+        {2000, ".", "2000"},       {123456, ".", "1.235E+05"}, {0.00001234, ".", "1.234E-05"},
+        {-9.73641, ".", "-9.736"}, {-0.0, ".", "-0"},          {0.0001, ".", "0.0001"},
+        {9999.6, ".", "1E+04"},    {infinity, ".", "INF"},     {123456, ",", "1,235E+05"},
+        {2.5, "٫", "2٫5"},
     };
     for (const auto& [value, point, text] : cases) EXPECT_EQ(shownNumber(value, point), text);
 }
@@ -44,9 +36,7 @@ TEST(NumberText, ReadsTheNumberAtTheBeginning)
         {",5", ",", 0.5},
         {"12.5", ",", 12.5},
         {"12,5", ".", 12},
-        {"12\xD9\xAB"
-         "5",
-         "\xD9\xAB", 12.5},
+        {"12٫5", "٫", 12.5},
     };
     for (const auto& [text, point, value] : cases)
         EXPECT_EQ(typedNumber(text, point), value) << '"' << text << '"';
