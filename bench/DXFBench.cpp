@@ -7,7 +7,7 @@
 #include "platform/Files.h"
 #include "platform/MappedFile.h"
 #include "platform/Process.h"
-#include "readers/dxf/DXF.h"
+#include "readers/ModelFile.h"
 
 #include <benchmark/benchmark.h>
 
@@ -274,8 +274,7 @@ void readDXF(benchmark::State& state)
         state.PauseTiming();
         model = {};
         state.ResumeTiming();
-        Account account;
-        model = DXF(one.path, silent, {}, account).takeModel();
+        model = readModel(one.path, FileType::dxf, silent).model;
     }
     count(state, "bytes", one.size);
     count(state, "facets", model->facetCount());

@@ -1,13 +1,12 @@
 // Reading a Things file of a million triangles, beside two limits of the same run: reading
 // its bytes once, and converting its numbers with nothing around them.
-#include "account/Account.h"
 #include "bench/Limits.h"
 #include "bench/Scenes.h"
 #include "errors/Reporter.h"
 #include "platform/Files.h"
 #include "platform/MappedFile.h"
 #include "platform/Process.h"
-#include "readers/things/Things.h"
+#include "readers/ModelFile.h"
 
 #include <benchmark/benchmark.h>
 
@@ -87,8 +86,7 @@ void readThings(benchmark::State& state)
         state.PauseTiming();
         model = {};
         state.ResumeTiming();
-        Account account;
-        model = Things(triangles.path, silent, account).takeModel();
+        model = readModel(triangles.path, FileType::things, silent).model;
     }
     countBytes(state);
     state.counters["facets"] = benchmark::Counter(

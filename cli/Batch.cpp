@@ -157,7 +157,7 @@ private:
     {
         const int end = leave(worker);
         std::vector<std::string> outputs;
-        for (const auto& names : job.outputs) outputs.insert(outputs.end(), names.begin(), names.end());
+        forEachOutput(job, [&](const std::string& name) { outputs.push_back(name); });
         removeAbandonedFiles(outputs);
         if (end == timedOut) return all.failed(job, timedOut, tooLongText(options, job));
         if (end == -9) return all.failed(job, noMemory, filledText(Text::workerKilled, {job.model}));
@@ -210,7 +210,7 @@ void removeLeftovers(const Options& options)
 {
     std::vector<std::string> outputs;
     for (const Job& job : options.jobs)
-        for (const auto& names : job.outputs) outputs.insert(outputs.end(), names.begin(), names.end());
+        forEachOutput(job, [&](const std::string& name) { outputs.push_back(name); });
     removeAbandonedFiles(outputs);
 }
 

@@ -45,10 +45,10 @@ void Results::readEarlier(const std::string& path)
 
 void Results::addEarlier(const Job& job, std::vector<std::string>& texts) const
 {
-    for (const auto& names : job.outputs)
-        for (const std::string& output : names)
-            if (const auto found = earlier.find(output); found != earlier.end())
-                texts.insert(texts.end(), {output, found->second.hash, std::to_string(found->second.bytes)});
+    forEachOutput(job, [&](const std::string& output) {
+        if (const auto found = earlier.find(output); found != earlier.end())
+            texts.insert(texts.end(), {output, found->second.hash, std::to_string(found->second.bytes)});
+    });
 }
 
 Result Results::failed(const Job& job, int status, const std::string& why) const

@@ -4,6 +4,7 @@
 #include "cli/Deadline.h"
 #include "cli/Failures.h"
 #include "cli/Info.h"
+#include "cli/ModelList.h"
 #include "cli/Remarks.h"
 #include "errors/BadFile.h"
 #include "imagefile/OmbrFile.h"
@@ -46,7 +47,9 @@ Bounds readDrawn(const Options& options, const Job& job, ConsoleReporter& report
     how.curvesInBounds = options.curvesInBounds;
     reporter.setStages(formatOf(job.type)->firstStage);
     Reading& reading = notes.reading;
-    reading.model = readModel(job.model, job.type, reporter, how, reading.account);
+    if (job.input)
+        reading.model = readModel(*job.input, job.shownModel(), job.type, reporter, how, reading.account);
+    else reading.model = readModel(job.model, job.type, reporter, how, reading.account);
     notes.stepDone("read");
     reporter.clear();
     if (reading.account.logFailure != 0)
@@ -57,7 +60,7 @@ Bounds readDrawn(const Options& options, const Job& job, ConsoleReporter& report
     if (std::any_of(options.chosenViews.begin(), options.chosenViews.end(), isStandard))
         bounds.box = reading.model->extent();
     checkBounds(bounds.place.centre, bounds.place.radius, reading.account);
-    if (!options.quiet) remarkOn(job.model, reading);
+    if (!options.quiet) remarkOn(job.shownModel(), reading);
     if (options.info)
         print(describeModel(job.model, job.type, reading, options.lines.curves, reporter) + '\n');
     return bounds;
@@ -90,9 +93,9 @@ void drawViews(const Options& options, const Job& job, const std::vector<ViewPar
         const Scene scene = buildScene(views[i], place, size, size.width, size.height);
         std::vector<PictureTarget> targets;
         for (const std::string& output : job.outputs[i])
-            targets.push_back({output, pictureFormatOfPath(output).value()});
+            targets.push_back({output, pictureFormatOf(options, output).value(), output == standardStream});
         drawn.push_back(makeHandle<Pictures>(targets, *model, scene.camera, size.width, size.height,
-                                             textsFor(views[i], place, notes, i)));
+                                             textsFor(views[i], place, notes, i), options.rows));
         drawn.back()->setBackground(options.background);
         if (options.embedSurfaces) drawn.back()->embedSurfaces();
         lines.trace = drawn.back()->trace();
@@ -104,10 +107,11 @@ void drawViews(const Options& options, const Job& job, const std::vector<ViewPar
     notes.stepDone("render");
 }
 
-/// What a file of another kind is; Text::none when that is not known.
-Text foreignKindOfFile(const std::string& path)
+/// What a model of another kind is; Text::none when that is not known.
+Text foreignKindOfModel(const Job& job)
 {
-    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(openFile(path, "rb"), std::fclose);
+    if (job.fromInput()) return job.input ? foreignKindOf(*job.input) : Text::none;
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(openFile(job.model, "rb"), std::fclose);
     char start[16];
     const std::size_t count = file ? std::fread(start, 1, sizeof start, file.get()) : 0;
     return foreignKindOf({start, count});
@@ -129,18 +133,19 @@ void reportAfterFailure(const Options& options, const Job& job, RunNotes& notes,
 
 void checkPlaces(const Options& options, const Job& job)
 {
-    for (const auto& names : job.outputs)
-        for (const std::string& output : names) {
-            if (!mayWriteFile(output)) throw FileError(output, Text::cannotWrite, errno);
-            try {
-                if (pictureFormatOfPath(output) == PictureFormat::ombr)
-                    OmbrFile::checkSize(options.width, options.height, 0);
-            } catch (const OmbrFile::Error&) {
-                throw FileError(output, Text::cannotWrite,
-                                filledText(Text::ombrTooLarge,
-                                           {std::to_string(options.width), std::to_string(options.height)}));
-            }
+    const int height = options.rows ? options.rows->end - options.rows->first : options.height;
+    forEachOutput(job, [&](const std::string& output) {
+        if (output != standardStream && !mayWriteFile(output))
+            throw FileError(output, Text::cannotWrite, errno);
+        try {
+            if (pictureFormatOf(options, output) == PictureFormat::ombr)
+                OmbrFile::checkSize(options.width, height, 0);
+        } catch (const OmbrFile::Error&) {
+            throw FileError(
+                output, Text::cannotWrite,
+                filledText(Text::ombrTooLarge, {std::to_string(options.width), std::to_string(height)}));
         }
+    });
     if (!options.savedView.empty() && !mayWriteFile(options.savedView))
         throw FileError(options.savedView, Text::cannotWrite, errno);
 }
@@ -173,14 +178,14 @@ int statusAfter(const Options& options, const Reading& reading)
 void remarkOnKind(const Options& options, const Job& job)
 {
     if (job.type != FileType::dxf || options.quiet) return;
-    if (const Text kind = foreignKindOfFile(job.model); kind != Text::none)
+    if (const Text kind = foreignKindOfModel(job); kind != Text::none)
         remark(filledText(Text::foreignRemark, {textOf(kind)}));
 }
 
 void remarkOnReading(const Options& options, const Job& job)
 {
     if (job.type != FileType::dxf || options.rules == ReadingRules::modern || options.quiet) return;
-    if (foreignKindOfFile(job.model) == Text::none) remark(textOf(Text::tryModern));
+    if (foreignKindOfModel(job) == Text::none) remark(textOf(Text::tryModern));
 }
 
 namespace {
@@ -200,12 +205,13 @@ void setLimits(const Options& options)
 
 int drawReported(Options& options, ConsoleReporter& reporter)
 {
-    const Job& job = options.jobs.front();
+    Job& job = options.jobs.front();
     setLimits(options);
     RunNotes notes;
     try {
         checkPlaces(options, job);
         readViews(options.chosenViews, options.changes, reporter);
+        if (job.fromInput()) job.input = readStandardInput();
         draw(options, job, reporter, notes);
     } catch (const std::exception& error) {
         reporter.clear();

@@ -55,7 +55,7 @@ std::string tooLongText(const Options& options, const Job& job)
     char seconds[32];
     const char* const end = std::to_chars(seconds, seconds + sizeof seconds, options.timeout).ptr;
     return filledText(Text::tookTooLong,
-                      {job.model, std::string_view(seconds, static_cast<std::size_t>(end - seconds))});
+                      {job.shownModel(), std::string_view(seconds, static_cast<std::size_t>(end - seconds))});
 }
 
 int tellFailure(std::string* text) noexcept

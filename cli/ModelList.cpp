@@ -1,27 +1,33 @@
 #include "cli/ModelList.h"
 
 #include "cli/Options.h"
+#include "errors/Reporter.h"
 #include "platform/FileError.h"
 #include "platform/Files.h"
-#include "platform/Pipe.h"
+#include "platform/StopSignals.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <string_view>
 
 namespace belvor {
+
+std::string readStandardInput()
+{
+    std::string bytes;
+    const bool whole = readStandardInputWhile(bytes, [](const std::string&) { return stopSignal() == 0; });
+    if (stopSignal() != 0) throw Reporter::Abandoned();
+    if (!whole) throw FileError(textOf(Text::standardInput), Text::cannotRead, errno);
+    return bytes;
+}
+
 namespace {
 
 std::string listBytes(const std::string& path)
 {
+    if (path == standardStream) return readStandardInput();
     std::string bytes;
-    if (path != "-") {
-        if (!readWholeFile(path, bytes)) throw FileError(path, Text::cannotRead, errno);
-        return bytes;
-    }
-    char block[65536];
-    while (const std::size_t count = standardInputPipe().readSome(block, sizeof block))
-        bytes.append(block, count);
+    if (!readWholeFile(path, bytes)) throw FileError(path, Text::cannotRead, errno);
     return bytes;
 }
 

@@ -42,7 +42,7 @@ struct Roles {
     explicit Roles(const Options& options)
     {
         for (const Job& job : options.jobs) {
-            models.add(job.model);
+            if (!job.fromInput()) models.add(job.model);
             if (options.dxfLog) logs.add(job.model + ".log");
         }
         for (const ChosenView& view : options.chosenViews) views.add(view.file);
@@ -51,11 +51,41 @@ struct Roles {
 };
 
 template <class Visit>
-void forEachOutput(const Options& options, Visit visit)
+void forEachFile(const Options& options, Visit visit)
 {
     for (const Job& job : options.jobs)
-        for (const auto& names : job.outputs)
-            for (const std::string& name : names) visit(name);
+        forEachOutput(job, [&](const std::string& name) {
+            if (name != standardStream) visit(name);
+        });
+}
+
+/// Whether a picture of that name can hold what is asked for.
+void checkFormat(const Options& options, const std::string& output)
+{
+    const std::optional<PictureFormat> format = pictureFormatOf(options, output);
+    if (!format) refuse(output == standardStream ? Text::outputNeedsFormat : Text::notAPicture, {output});
+    if (format == PictureFormat::svg && !options.edges && !options.lines.curves)
+        refuse(Text::vectorsNeedLines, {output});
+    if (options.rows && format != PictureFormat::ombr && format != PictureFormat::png)
+        refuse(Text::rowsNeedFormat, {output});
+}
+
+/// Standard input is one model, and standard output takes one thing.
+void checkStreams(const Options& options)
+{
+    std::size_t pictures = 0;
+    for (const Job& job : options.jobs) {
+        if (job.fromInput() && options.batch) refuse(Text::notWithEach, {standardStream});
+        if (job.fromInput() && options.dxfLog) refuse(Text::logNeedsFile);
+        if (job.fromInput() && job.type == FileType::unknown) refuse(Text::inputNeedsType);
+        forEachOutput(job, [&](const std::string& name) {
+            checkFormat(options, name);
+            pictures += name == standardStream;
+        });
+    }
+    if (options.format && pictures == 0) refuse(Text::formatNeedsOutput);
+    if (pictures + options.info + (options.report == standardStream) > 1 && pictures > 0)
+        refuse(Text::outputTwice);
 }
 
 /// No two files that are written have one name.
@@ -63,11 +93,7 @@ void checkOutputs(const Options& options, Roles& roles)
 {
     FileSet saved;
     saved.add(options.savedView);
-    forEachOutput(options, [&](const std::string& output) {
-        const std::optional<PictureFormat> format = pictureFormatOfPath(output);
-        if (!format) refuse(Text::notAPicture, {output});
-        if (format == PictureFormat::svg && !options.edges && !options.lines.curves)
-            refuse(Text::vectorsNeedLines, {output});
+    forEachFile(options, [&](const std::string& output) {
         if (!roles.outputs.add(output)) refuse(Text::namedTwice, {output});
         if (saved.find(output)) refuse(Text::pictureIsView, {output});
     });
@@ -79,7 +105,7 @@ void checkInputsKept(const Options& options, const Roles& roles)
     const auto check = [](const std::string& written, const FileSet& kept, Text refusal) {
         if (kept.find(written)) refuse(refusal, {written});
     };
-    forEachOutput(options, [&](const std::string& output) {
+    forEachFile(options, [&](const std::string& output) {
         check(output, roles.models, Text::wouldOverwriteModel);
         check(output, roles.views, Text::wouldOverwriteView);
         check(output, roles.logs, Text::wouldOverwriteLog);
@@ -117,11 +143,15 @@ void checkTogether(const Options& options)
                   {options.skipExisting, "--skip-existing"}},
       ofOne[] = {{!options.outputs.empty(), "--output"},
                  {options.info, "--info"},
+                 {options.format.has_value(), "--format"},
+                 {options.rows.has_value(), "--rows"},
                  {!options.savedView.empty(), "--save-view"}};
     for (const auto& option : ofMany)
         if (option.given && !options.batch) refuse(Text::needsEach, {option.name});
     for (const auto& option : ofOne)
         if (option.given && options.batch) refuse(Text::notWithEach, {option.name});
+    if (options.rows && options.rows->end > options.height)
+        refuse(Text::rowsOutside, {std::to_string(options.height)});
     if (options.nullSeparated && options.list.empty()) refuse(Text::needsEach, {"--null"});
     for (const std::string& pattern : options.each)
         if (!pictureFormatOfPath(pattern)) refuse(Text::notAPicture, {pattern});
@@ -133,6 +163,7 @@ void checkWhole(const Options& options)
     if (options.chosenViews.size() > 1)
         for (const std::string& output : options.outputs)
             if (!hasViewWord(output)) refuse(Text::viewWordNeeded, {output});
+    checkStreams(options);
     Roles roles(options);
     checkOutputs(options, roles);
     checkInputsKept(options, roles);

@@ -83,6 +83,24 @@ void takeType(const std::string& value, Options& options)
     if (options.type == FileType::unknown) refuse(Text::badType, {value});
 }
 
+void takeFormat(const std::string& value, Options& options)
+{
+    options.format = pictureFormatNamed(value);
+    if (!options.format) refuse(Text::badFormat, {value});
+}
+
+void takeRows(const std::string& value, Options& options)
+{
+    const std::string_view text = value;
+    const std::size_t colon = text.find(':');
+    RowRange rows{};
+    if (colon == text.npos || !isDigit(text[0]) || !isLong(text.substr(0, colon), rows.first)
+        || colon + 1 == text.size() || !isDigit(text[colon + 1]) || !isLong(text.substr(colon + 1), rows.end)
+        || rows.first >= rows.end)
+        refuse(Text::badRows, {value});
+    options.rows = rows;
+}
+
 void takeReading(const std::string& value, Options& options)
 {
     const std::string word = lowerCase(value);

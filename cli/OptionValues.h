@@ -15,6 +15,9 @@ void takeProcesses(const std::string& value, Options& options);
 /// "512M".
 void takeMaxMemory(const std::string& value, Options& options);
 void takeType(const std::string& value, Options& options);
+void takeFormat(const std::string& value, Options& options);
+/// "0:100".
+void takeRows(const std::string& value, Options& options);
 void takeReading(const std::string& value, Options& options);
 void takeColours(const std::string& value, Options& options);
 void takeBounds(const std::string& value, Options& options);

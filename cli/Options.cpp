@@ -59,6 +59,8 @@ constexpr OptionRow optionRows[] = {
     {"--skip-existing", 0, Text::none, Text::helpSkipExisting, true,
      [](const std::string&, Options& options) { options.skipExisting = true; }},
     {"--type", 0, Text::valueType, Text::helpType, false, takeType},
+    {"--format", 0, Text::valueFormat, Text::helpFormat, false, takeFormat},
+    {"--rows", 0, Text::valueRows, Text::helpRows, false, takeRows},
     {"--threads", 0, Text::valueThreads, Text::helpThreads, false, takeThreads},
     {"--edges", 0, Text::valueEdges, Text::helpEdges, false, takeEdges, true},
     {"--lines", 0, Text::none, Text::helpLines, true,
@@ -99,6 +101,11 @@ constexpr OptionRow optionRows[] = {
 std::string help() { return textOf(Text::helpBegin) + optionList(optionRows) + textOf(Text::helpEnd); }
 
 }   // namespace
+
+std::optional<PictureFormat> pictureFormatOf(const Options& options, const std::string& output)
+{
+    return output == standardStream ? options.format : pictureFormatOfPath(output);
+}
 
 Options parseOptions(std::vector<std::string> arguments)
 {

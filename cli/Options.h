@@ -3,11 +3,14 @@
 #include "cli/Arguments.h"
 #include "cli/Job.h"
 #include "cli/Views.h"
+#include "imagefile/ImageHeader.h"
+#include "imagefile/PictureFormat.h"
 #include "readers/ModelFile.h"
 #include "render/LineStyle.h"
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -21,6 +24,8 @@ struct Options {
     ViewChanges changes;
     std::string savedView;   ///< Parameter file to write; empty for none.
     FileType type = FileType::unknown;
+    std::optional<PictureFormat> format;   ///< Of a picture on standard output.
+    std::optional<RowRange> rows;          ///< The only ones that pictures get.
     bool info = false, quiet = false, dxfLog = false;
     ReadingRules rules = ReadingRules::strict;
     DrawingColours colours = DrawingColours::byRules;
@@ -46,6 +51,9 @@ struct Options {
     std::vector<Job> jobs;
     std::string answer;   ///< Help or version: to be printed, and nothing else done, unless empty.
 };
+
+/// The format of a picture of that name; none for other names.
+std::optional<PictureFormat> pictureFormatOf(const Options& options, const std::string& output);
 
 /// `arguments` begin with the program's name. Throws Usage, and FileError for a list that cannot be read.
 Options parseOptions(std::vector<std::string> arguments);

@@ -4,6 +4,7 @@
 #include "platform/FileError.h"
 #include "platform/Files.h"
 #include "platform/OutputFile.h"
+#include "report/Sha256.h"
 #include "resources/Texts.h"
 
 #include <cerrno>
@@ -17,6 +18,22 @@ void write(const std::string& text, std::FILE* to, const std::string& path)
     errno = 0;
     if (std::fwrite(text.data(), 1, text.size(), to) != text.size() || std::fflush(to) != 0)
         throw FileError(path, Text::cannotWrite, errno);
+}
+
+/// What is known of a model's bytes.
+FileDigest digestOfModel(const Job& job, const RunNotes& notes)
+{
+    if (notes.file) return *notes.file;
+    if (!job.fromInput()) return digestOf(job.model);
+    FileDigest digest{job.model, 0, {}};
+    if (job.input) digest = {job.model, job.input->size(), sha256Of(*job.input)};
+    return digest;
+}
+
+/// What has gone to standard output has no file to look at.
+FileDigest digestOfPicture(const std::string& output)
+{
+    return output == standardStream ? FileDigest{output, 0, {}} : digestOf(output);
 }
 
 /// Of pictures that were there already only the size is looked at.
@@ -54,16 +71,16 @@ std::string reportOn(const Options& options, const Job& job, const RunNotes& not
     if (options.batch)
         report.batch = BatchLine{job.number,      notes.status,   notes.error, hashOfAll(notes.hashes),
                                  notes.unchanged, notes.seconds()};
-    report.file = notes.file ? *notes.file : digestOf(job.model);
+    report.file = digestOfModel(job, notes);
     report.reading = options.rules == ReadingRules::modern ? "modern" : "strict";
     report.model = notes.reading.model.get();
     report.account = &notes.reading.account;
     report.error = notes.error;
     report.cameras = notes.cameras;
     if (notes.outputsWritten)
-        for (const auto& names : job.outputs)
-            for (const std::string& output : names)
-                report.outputs.push_back(notes.unchanged ? sizeOf(output) : digestOf(output));
+        forEachOutput(job, [&](const std::string& output) {
+            report.outputs.push_back(notes.unchanged ? sizeOf(output) : digestOfPicture(output));
+        });
     if (notes.viewWritten) report.outputs.push_back(digestOf(options.savedView));
     if (options.timing) report.timing = notes.steps;
     return toJson(report);

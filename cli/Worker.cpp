@@ -9,6 +9,7 @@
 #include "cli/Remarks.h"
 #include "errors/BadFile.h"
 #include "platform/FileError.h"
+#include "platform/Files.h"
 #include "platform/Process.h"
 #include "platform/StopSignals.h"
 #include "platform/Thread.h"
@@ -83,9 +84,9 @@ EarlierFiles earlierIn(const Texts& job)
 
 void makeFolders(const Job& job)
 {
-    for (const auto& names : job.outputs)
-        for (const std::string& output : names)
-            if (!makeFoldersFor(output)) throw FileError(output, Text::cannotWrite, errno);
+    forEachOutput(job, [](const std::string& output) {
+        if (!makeFoldersFor(output)) throw FileError(output, Text::cannotWrite, errno);
+    });
 }
 
 /// The picture files of a job, or the finding that they are there.

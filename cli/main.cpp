@@ -7,6 +7,7 @@
 int main(int argc, char** argv)
 {
     belvor::useSystemLibrariesOnly();
+    belvor::writeUtf8ToConsole();
     belvor::noteStopSignals();
     belvor::refuseMemoryBeyondMachine();
     const int status = belvor::runCommandLine(argc, argv);

@@ -11,7 +11,6 @@ namespace {
 
 static_assert(std::endian::native == std::endian::little, "numbers are written as they lie in memory");
 
-constexpr int rowsPerBlock = 16;
 constexpr int packingLevel = 4;   // higher ones shrink a picture by some 3 % more
 
 /// The half nearest to byte / 255, which is 0 or no smaller than 2⁻⁸.
@@ -70,10 +69,10 @@ ExrFile::ExrFile(OutputFile& file, const ImageHeader& header)
       depth(static_cast<std::size_t>(header.width)),
       material(depth.size()),
       rowBytes(bytesPerPixel() * depth.size()),
-      block(rowsPerBlock * rowBytes),
+      block(exrRowsPerBlock * rowBytes),
       reordered(block.size()),
       deflater(packingLevel, block.size()),
-      blockStarts(static_cast<std::size_t>((header.height + rowsPerBlock - 1) / rowsPerBlock))
+      blockStarts(static_cast<std::size_t>((header.height + exrRowsPerBlock - 1) / exrRowsPerBlock))
 {
     const std::string begin = exrHeader(header, matte);
     output.write(begin);
@@ -104,7 +103,7 @@ void ExrFile::addRow(std::uint8_t* to) const
 void ExrFile::writeRow()
 {
     addRow(block.data() + rowsInBlock * static_cast<std::ptrdiff_t>(rowBytes));
-    if (++rowsInBlock == rowsPerBlock || rowsDone + rowsInBlock == height) writeBlock();
+    if (++rowsInBlock == exrRowsPerBlock || rowsDone + rowsInBlock == height) writeBlock();
 }
 
 void ExrFile::writeBlock()
@@ -117,7 +116,7 @@ void ExrFile::writeBlock()
     start.u32(static_cast<std::uint32_t>(rowsDone)).u32(static_cast<std::uint32_t>(bytes.size()));
     output.write(start.data());
     output.write(bytes.data(), bytes.size());
-    blockStarts[static_cast<std::size_t>(rowsDone / rowsPerBlock)] = static_cast<std::uint64_t>(position);
+    blockStarts[static_cast<std::size_t>(rowsDone / exrRowsPerBlock)] = static_cast<std::uint64_t>(position);
     position += static_cast<long long>(start.data().size() + bytes.size());
     rowsDone += rowsInBlock;
     rowsInBlock = 0;

@@ -57,7 +57,7 @@ std::string exrHeader(const ImageHeader& header, const Cryptomatte& matte)
     const PictureGeometry geometry(header.camera, header.width, header.height);
 
     Attributes attributes;
-    attributes.bytes.u32(20000630).u32(2);
+    attributes.bytes.u32(exrMagic).u32(exrVersion);
     attributes.addString("belvor", describeImage(header));
     attributes.add("channels", "chlist", channelList());
     attributes.add("compression", "compression", LittleEndian().u8(zipOf16Rows));

@@ -30,6 +30,9 @@ inline constexpr ExrChannel exrChannels[] = {
     {"depth.code", ExrType::uint},
 };
 
+inline constexpr std::uint32_t exrMagic = 20000630, exrVersion = 2;
+inline constexpr int exrRowsPerBlock = 16;
+
 /// The start of an EXR file up to the table of its blocks.
 std::string exrHeader(const ImageHeader& header, const Cryptomatte& matte);
 

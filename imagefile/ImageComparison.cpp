@@ -35,7 +35,9 @@ bool sameCamera(const CameraRecord& a, const CameraRecord& b) noexcept
 
 Text ImageComparison::obstacle(const ImageHeader& a, const ImageHeader& b)
 {
-    if (a.width != b.width || a.height != b.height) return Text::sizesDiffer;
+    if (a.width != b.width || a.height != b.height || a.firstRow() != b.firstRow()
+        || a.wholeHeight() != b.wholeHeight())
+        return Text::sizesDiffer;
     return sameCamera(a.camera, b.camera) ? Text::none : Text::camerasDiffer;
 }
 

@@ -4,7 +4,7 @@ namespace belvor {
 
 ImageHeader headerOf(const Model& model, const Camera& camera, int width, int height)
 {
-    ImageHeader header{width, height, camera.describe(), {}, {}, {}};
+    ImageHeader header{width, height, camera.describe(), {}, {}, {}, {}};
     header.camera.unitsScale = model.units().scale;
     header.camera.unitsCode = model.units().code;
     header.materials.reserve(model.materials().size());

@@ -30,13 +30,33 @@ struct ModelBounds {
     double radius;
 };
 
+/// Rows `first` to `end` − 1 of a picture, counted from 0 at the top.
+struct RowRange {
+    int first, end;
+};
+
 /// What an image file tells besides its pixels.
 struct ImageHeader {
-    int width, height;   ///< Pixels, at least 1.
+    int width, height;   ///< Pixels of the file, at least 1.
     CameraRecord camera;
     std::vector<ImageMaterial> materials;   ///< In the order of the file.
     std::optional<ModelBounds> bounds;      ///< Of the model, where they are known.
     PictureTexts texts;
+    /// Of a file that is a band of a picture: its first row in the picture and the height of that. The camera
+    /// is the whole picture's.
+    struct Band {
+        int firstRow, wholeHeight;
+    };
+    std::optional<Band> band;
+
+    int firstRow() const noexcept { return band ? band->firstRow : 0; }
+    int wholeHeight() const noexcept { return band ? band->wholeHeight : height; }
+    /// Makes this the header of a band of the picture.
+    void keepRows(const RowRange& rows)
+    {
+        band = Band{rows.first, height};
+        height = rows.end - rows.first;
+    }
 };
 
 /// Of a picture of `model` seen by `camera`, which is built for width × height. Throws std::bad_alloc.

@@ -49,7 +49,7 @@ OmbrPicture::OmbrPicture(const std::string& path, const ImageHeader& header)
 OmbrPicture::OmbrPicture(OutputFile& output, const ImageHeader& header)
     : materials(header.materials),
       file(output, Sizes(header).width, static_cast<std::uint16_t>(header.height), version, header.camera,
-           materialRecords(header))
+           materialRecords(header), header.band)
 {}
 
 void OmbrPicture::finish()

@@ -35,9 +35,9 @@ enum Tag : std::uint16_t {
 };
 
 /// What an image holds, as its private block says.
-enum ChannelKind : std::uint32_t { colourChannel = 0, depthChannel = 1, materialChannel = 2 };
+enum BlockKind : std::uint32_t { colourChannel = 0, depthChannel = 1, materialChannel = 2, bandRows = 3 };
 
-LittleEndian blockOf(ChannelKind kind)
+LittleEndian blockOf(BlockKind kind)
 {
     LittleEndian block;
     block.u32(kind).u16(1).u16(0);
@@ -108,14 +108,15 @@ constexpr std::uint32_t madeEven(std::uint32_t position) { return position + pos
 
 /// Where the directory of the colour image stands in a file with so many bytes of material records.
 std::uint32_t colourDirectoryAt(std::uint32_t width, std::uint32_t height, std::uint32_t materialRecords,
-                                std::size_t versionLength)
+                                std::size_t versionLength, bool isBand)
 {
+    const std::uint32_t bandBlock = isBand ? 16 : 0;
     constexpr std::uint32_t materialBlock = 16, depthBlock = 212, directory = 2 + 9 * 12 + 4, bits = 6,
                             resolutions = 16, colourBlock = 8;
     const std::uint32_t strips = (4 + 2) * height;
     const std::uint32_t versionAt = headerBytes + height * strideOf(width) + materialRecords + strips
-                                    + materialBlock + directory + strips + depthBlock + directory + bits
-                                    + strips + resolutions;
+                                    + materialBlock + directory + strips + bandBlock + depthBlock + directory
+                                    + bits + strips + resolutions;
     return madeEven(versionAt + static_cast<std::uint32_t>(versionLength) + 1) + colourBlock;
 }
 
@@ -138,7 +139,8 @@ OmbrFile::OmbrFile(const std::string& path, std::uint16_t w, std::uint16_t h, st
 }
 
 OmbrFile::OmbrFile(OutputFile& target, std::uint16_t w, std::uint16_t h, std::string versionText,
-                   const CameraRecord& view, std::uint32_t materialRecords)
+                   const CameraRecord& view, std::uint32_t materialRecords,
+                   const std::optional<ImageHeader::Band>& rows)
     : record(strideOf(w)),
       depth(numbersIn<std::uint32_t>(record, 0, w)),
       material(numbersIn<std::uint16_t>(record, 4u * w, w)),
@@ -147,9 +149,10 @@ OmbrFile::OmbrFile(OutputFile& target, std::uint16_t w, std::uint16_t h, std::st
       width(w),
       height(h),
       version(std::move(versionText)),
-      camera(view)
+      camera(view),
+      band(rows)
 {
-    writeHeader(colourDirectoryAt(w, h, materialRecords, version.size()));
+    writeHeader(colourDirectoryAt(w, h, materialRecords, version.size(), band.has_value()));
 }
 
 OmbrFile::~OmbrFile()
@@ -244,8 +247,14 @@ std::uint32_t OmbrFile::writeMaterialImage()
 std::uint32_t OmbrFile::writeDepthImage(std::uint32_t next)
 {
     const Channel strips = writeStrips(0, static_cast<std::uint16_t>(4 * width));
+    const std::uint32_t bandAt = band ? position() : 0;
+    if (band)
+        write(blockOf(bandRows)
+                  .u32(static_cast<std::uint32_t>(band->firstRow))
+                  .u32(static_cast<std::uint32_t>(band->wholeHeight))
+                  .data());
     LittleEndian block = blockOf(depthChannel);
-    block.u32(0).u32(camera.kind);
+    block.u32(bandAt).u32(camera.kind);
     addVector(block, camera.eye.vector());
     for (const Vector<3>* v : {&camera.right, &camera.up, &camera.forward, &camera.vertical,
                                &camera.firstPixel, &camera.lastPixel})

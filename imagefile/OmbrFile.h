@@ -1,10 +1,11 @@
 #pragma once
 
+#include "imagefile/ImageHeader.h"
 #include "platform/OutputFile.h"
-#include "scene/Camera.h"
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <stdexcept>
 #include <string>
@@ -53,9 +54,10 @@ public:
     /// Writes into `output`, which must outlive this object, and leaves it to the caller to commit
     /// it after close(). `materialRecords` is the number of bytes of all material records to come
     /// (materialBytes(), each made even): with it the header is right from the start, so that the
-    /// file can go to a pipe. Throws Error.
+    /// file can go to a pipe. With `band` the file holds `height` rows of a picture. Throws Error.
     OmbrFile(OutputFile& output, std::uint16_t width, std::uint16_t height, std::string version,
-             const CameraRecord& camera, std::uint32_t materialRecords);
+             const CameraRecord& camera, std::uint32_t materialRecords,
+             const std::optional<ImageHeader::Band>& band);
     OmbrFile(const OmbrFile&) = delete;
     OmbrFile& operator=(const OmbrFile&) = delete;
     /// Closes what is still open, silently. A file that has not been closed is not whole: it takes
@@ -102,6 +104,7 @@ private:
     const std::uint16_t width, height;
     const std::string version;
     const CameraRecord camera;
+    const std::optional<ImageHeader::Band> band;
     std::uint32_t dataStart = 0;
     std::uint32_t lastMaterial = 0, materialCount = 0;
     bool closed = false, failed = false;

@@ -13,7 +13,7 @@ namespace {
 static_assert(std::endian::native == std::endian::little, "numbers are read as they lie in memory");
 
 constexpr std::uint64_t singleDirectory = 2 + 9 * 12 + 4, colourDirectory = 2 + 14 * 12 + 4;
-constexpr std::uint64_t materialBlock = 16, depthBlock = 212, colourBlock = 8;
+constexpr std::uint64_t materialBlock = 16, bandBlock = 16, depthBlock = 212, colourBlock = 8;
 constexpr std::uint64_t mostMaterialBytes = std::uint64_t{256} << 20;   // far more than any drawing has
 constexpr std::size_t longestText = 4096;
 
@@ -62,14 +62,15 @@ std::string blockStart(std::uint32_t channel) { return LittleEndian().u32(channe
 /// Where the parts of a file behind its material records begin; each image's private block follows its
 /// strip arrays, its directory the block.
 struct OmbrReader::Layout {
-    Layout(std::uint64_t begin, std::uint64_t height, std::size_t lengthOfText)
+    Layout(std::uint64_t begin, std::uint64_t height, std::size_t lengthOfText, bool isBand)
         : material(begin),
           textLength(lengthOfText)
     {
         materialBlockAt = material + 6 * height;
         materialDirectory = materialBlockAt + materialBlock;
         depth = materialDirectory + singleDirectory;
-        depthBlockAt = depth + 6 * height;
+        if (isBand) bandBlockAt = depth + 6 * height;
+        depthBlockAt = depth + 6 * height + (isBand ? bandBlock : 0);
         depthDirectory = depthBlockAt + depthBlock;
         bits = depthDirectory + singleDirectory;
         colour = bits + 6;
@@ -80,6 +81,7 @@ struct OmbrReader::Layout {
     }
     std::uint64_t material, materialBlockAt, materialDirectory, depth, depthBlockAt, depthDirectory;
     std::uint64_t bits, colour, resolutions, text, colourBlockAt, directory;
+    std::uint64_t bandBlockAt = 0;   // 0: none
     std::size_t textLength;
 };
 
@@ -161,7 +163,9 @@ OmbrReader::Layout OmbrReader::findLayout()
     const std::uint64_t before = materialBlock + 6 * height;
     if (materialDirectory < rowAt(about.height) + before)
         throw OmbrFault(depthDirectory + singleDirectory - 4, Text::ombrBadDirectory);
-    const Layout layout(materialDirectory - before, height, textLength);
+    // A band's block stands before the depth image's, which names it.
+    const bool isBand = depthDirectory >= depthBlock && u32(depthDirectory - depthBlock + 8) != 0;
+    const Layout layout(materialDirectory - before, height, textLength, isBand);
     if (layout.depthDirectory != depthDirectory)
         throw OmbrFault(directory + colourDirectory - 4, Text::ombrBadDirectory);
     if (layout.directory != directory) throw OmbrFault(textEntry + 4, Text::ombrBadDirectory);
@@ -213,8 +217,21 @@ void OmbrReader::checkDepth(const Layout& layout)
            singleChannel(about, strips, 32, layout.depthBlockAt, layout.materialDirectory),
            Text::ombrBadDirectory);
     expectStrips(layout.depth, strips.inRecord, strips.bytes);
-    expect(layout.depthBlockAt, blockStart(1) + std::string(4, '\0'), Text::ombrBadBlock);
+    const auto band = static_cast<std::uint32_t>(layout.bandBlockAt);
+    expect(layout.depthBlockAt, blockStart(1) + LittleEndian().u32(band).data(), Text::ombrBadBlock);
+    if (band != 0) readBand(layout.bandBlockAt);
     readCamera(layout.depthBlockAt + 12);
+}
+
+void OmbrReader::readBand(std::uint64_t block)
+{
+    constexpr std::uint32_t largestHeight = 65535;
+    expect(block, blockStart(3), Text::ombrBadBlock);
+    const std::uint32_t first = u32(block + 8), whole = u32(block + 12);
+    if (whole > largestHeight) throw OmbrFault(block + 12, Text::ombrBadBlock);
+    if (first > whole || whole - first < static_cast<std::uint32_t>(about.height))
+        throw OmbrFault(block + 8, Text::ombrBadBlock);
+    about.band = ImageHeader::Band{static_cast<int>(first), static_cast<int>(whole)};
 }
 
 void OmbrReader::readCamera(std::uint64_t block)

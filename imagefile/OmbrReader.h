@@ -74,6 +74,7 @@ private:
     void checkColour(const Layout& layout);
     void checkDepth(const Layout& layout);
     void checkMaterial(const Layout& layout);
+    void readBand(std::uint64_t block);
     void readCamera(std::uint64_t block);
     void readMaterials(const Layout& layout);
     std::uint64_t readMaterial(std::uint64_t at, std::uint64_t end, std::uint64_t previous);

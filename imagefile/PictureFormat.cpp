@@ -36,10 +36,4 @@ std::optional<PictureFormat> pictureFormatOfPath(std::string_view path)
     return dot == path.npos ? std::nullopt : pictureFormatNamed(path.substr(dot + 1));
 }
 
-bool holdsTexts(PictureFormat format) noexcept
-{
-    return format == PictureFormat::png || format == PictureFormat::exr || format == PictureFormat::tiff
-           || format == PictureFormat::svg;
-}
-
 }   // namespace belvor

@@ -14,7 +14,5 @@ enum class PictureFormat { ombr, png, exr, tiff, npy, pfm, svg };
 std::optional<PictureFormat> pictureFormatOfPath(std::string_view path);
 /// By its name, which is the ending without the dot, in upper or lower case.
 std::optional<PictureFormat> pictureFormatNamed(std::string_view name);
-/// Whether a file of that format holds the view and the hash (PictureTexts).
-bool holdsTexts(PictureFormat format) noexcept;
 
 }   // namespace belvor

@@ -19,18 +19,26 @@ try {
 
 }   // namespace
 
+Pictures::Output::Output(const PictureTarget& target)
+    : file(target.standardOutput ? OutputFile(OutputFile::StandardOutput(), textOf(Text::standardOutput))
+                                 : OutputFile(target.path))
+{}
+
 Pictures::Pictures(const std::vector<PictureTarget>& targets, const Model& model, Handle<Camera> view,
-                   int width, int height, const PictureTexts& texts)
+                   int width, int height, const PictureTexts& texts, const std::optional<RowRange>& rows)
     : Buffer(width),
-      camera(std::move(view))
+      camera(std::move(view)),
+      wanted(rows.value_or(RowRange{0, height}))
 {
     ImageHeader header = headerOf(model, *camera, width, height);
     header.texts = texts;
+    if (rows) header.keepRows(*rows);
+    setRows(wanted.first, wanted.end);
     for (const PictureTarget& target : targets) {
-        outputs.push_back(std::make_unique<Output>(target.path));
+        outputs.push_back(std::make_unique<Output>(target));
         Output& output = *outputs.back();
         output.picture =
-            onFile(target.path, [&] { return makeImageWriter(target.format, output.file, header); });
+            onFile(output.file.path(), [&] { return makeImageWriter(target.format, output.file, header); });
         if (target.format != PictureFormat::svg) continue;
         output.vector = static_cast<SvgFile*>(output.picture.get());
         vectors = true;
@@ -54,8 +62,9 @@ void Pictures::surfacesDone(int row)
     }
 }
 
-void Pictures::lineDone(int)
+void Pictures::lineDone(int row)
 {
+    if (row < wanted.first || row >= wanted.end) return;
     for (const auto& output : outputs)
         if (!output->vector) addRow(*output);
 }

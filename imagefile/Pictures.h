@@ -11,6 +11,7 @@
 #include "scene/Model.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,7 @@ namespace belvor {
 struct PictureTarget {
     std::string path;   ///< UTF-8.
     PictureFormat format;
+    bool standardOutput = false;   ///< Instead of a file of that name.
 };
 
 /// Several picture files made from one render. Each is written beside its name and takes it
@@ -27,9 +29,9 @@ struct PictureTarget {
 class Pictures : public Buffer {
 public:
     /// `camera` is the one of the render, built for width × height; the texts go where a format
-    /// holds them. Throws FileError, std::bad_alloc.
+    /// holds them. With `rows` the pictures are bands of these. Throws FileError, std::bad_alloc.
     Pictures(const std::vector<PictureTarget>& targets, const Model& model, Handle<Camera> camera, int width,
-             int height, const PictureTexts& texts = {});
+             int height, const PictureTexts& texts = {}, const std::optional<RowRange>& rows = {});
 
     /// What the render's style is to name, so that vector files get their lines; null without such files.
     LineTrace* trace() noexcept { return vectors ? &shown : nullptr; }
@@ -48,7 +50,7 @@ public:
 
 private:
     struct Output {
-        explicit Output(const std::string& path) : file(path) {}
+        explicit Output(const PictureTarget& target);
         OutputFile file;
         std::unique_ptr<ImageWriter> picture;   // goes first: it writes into the file
         SvgFile* vector = nullptr;              // the same, of a vector file
@@ -56,6 +58,7 @@ private:
     void addRow(Output& output);
 
     Handle<Camera> camera;
+    const RowRange wanted;
     std::vector<std::unique_ptr<Output>> outputs;
     LineTrace shown;
     bool vectors = false, embeds = false;

@@ -1,7 +1,9 @@
 #include "imagefile/PngFile.h"
 
+#include "imagefile/ImageDescription.h"
 #include "imagefile/SeekableOutput.h"
 #include "imagefile/ZlibMemory.h"
+#include "text/JsonText.h"
 
 #include <algorithm>
 #include <cstring>
@@ -114,15 +116,22 @@ void PngFile::addText(std::string_view keyword, std::string_view text)
 void PngFile::finish() { writeChunk("IEND", {}); }
 
 PngPicture::PngPicture(OutputFile& output, const ImageHeader& header)
-    : file(output, static_cast<std::uint32_t>(header.width), static_cast<std::uint32_t>(header.height)),
-      texts(header.texts)
-{}
+    : file(output, static_cast<std::uint32_t>(header.width), static_cast<std::uint32_t>(header.height))
+{
+    if (!header.texts.view.empty()) texts.emplace_back("Belvor view", header.texts.view);
+    if (!header.texts.hash.empty()) texts.emplace_back("Belvor hash", header.texts.hash);
+    if (!header.band) return;
+    texts.emplace_back("Belvor band", std::to_string(header.band->firstRow) + ' '
+                                          + std::to_string(header.band->wholeHeight));
+    JsonText camera;
+    describeCamera(camera, header.camera);
+    texts.emplace_back("Belvor camera", camera.text());
+}
 
 void PngPicture::finish()
 {
     file.finishPixels();
-    if (!texts.view.empty()) file.addText("Belvor view", texts.view);
-    if (!texts.hash.empty()) file.addText("Belvor hash", texts.hash);
+    for (const auto& [keyword, text] : texts) file.addText(keyword, text);
     file.finish();
 }
 

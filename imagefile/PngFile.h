@@ -7,7 +7,9 @@
 #include <functional>
 #include <memory>
 #include <span>
+#include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace belvor {
@@ -59,7 +61,7 @@ public:
 
 private:
     PngFile file;
-    const PictureTexts texts;
+    std::vector<std::pair<const char*, std::string>> texts;   // keyword and text
 };
 
 }   // namespace belvor

@@ -4,6 +4,7 @@
 #include "platform/FileError.h"
 #include "platform/StopSignals.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 
@@ -21,6 +22,29 @@ try {
 }   // namespace
 
 OpenImage::OpenImage(const std::string& path) : source(path), reader(readerOf(path, source)) {}
+
+namespace {
+
+template <class T>
+void copyInto(std::span<const T> from, std::span<T> to)
+{
+    if (!to.empty()) std::copy(from.begin(), from.end(), to.begin());
+}
+
+}   // namespace
+
+void copyRows(OmbrReader& image, ImageWriter& picture)
+{
+    for (int y = 0; y < image.header().height; ++y) {
+        checkForStop();
+        image.readRow(y);
+        const ImageRow row = picture.row();
+        copyInto(image.rgb(), row.rgb);
+        copyInto(image.depth(), row.depth);
+        copyInto(image.material(), row.material);
+        picture.writeRow();
+    }
+}
 
 void checkForStop()
 {

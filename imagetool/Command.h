@@ -1,6 +1,7 @@
 #pragma once
 
 #include "imagefile/ByteSource.h"
+#include "imagefile/ImageWriter.h"
 #include "imagefile/OmbrReader.h"
 #include "resources/Texts.h"
 
@@ -42,6 +43,7 @@ Answer verifyImage(const Words& words);
 Answer convertImage(const Words& words);
 Answer compareImages(const Words& words);
 Answer showPoints(const Words& words);
+Answer joinBands(const Words& words);
 
 /// An Ombr file that is read; a fault names the file.
 class OpenImage {
@@ -55,6 +57,9 @@ private:
     FileSource source;
     OmbrReader reader;
 };
+
+/// Appends all rows of the image to the picture. Throws as the commands, and what the picture throws.
+void copyRows(OmbrReader& image, ImageWriter& picture);
 
 /// Ends a lengthy command after a signal: throws Reporter::Abandoned.
 void checkForStop();

@@ -6,31 +6,8 @@
 #include "imagetool/Command.h"
 #include "platform/Files.h"
 
-#include <algorithm>
-#include <cstring>
-
 namespace belvor {
 namespace {
-
-template <class T>
-void copyInto(std::span<const T> from, std::span<T> to)
-{
-    if (!to.empty()) std::copy(from.begin(), from.end(), to.begin());
-}
-
-void writePicture(OmbrReader& image, ImageWriter& picture)
-{
-    for (int y = 0; y < image.header().height; ++y) {
-        checkForStop();
-        image.readRow(y);
-        const ImageRow row = picture.row();
-        copyInto(image.rgb(), row.rgb);
-        copyInto(image.depth(), row.depth);
-        copyInto(image.material(), row.material);
-        picture.writeRow();
-    }
-    picture.finish();
-}
 
 bool endsWithPly(const std::string& path)
 {
@@ -52,9 +29,15 @@ Answer convertImage(const Words& words)
         throw WrongUse(Text::notConvertible, {target});
     if (isSameFile(words[0], target)) throw WrongUse(Text::wouldOverwriteImage, {target});
     OpenImage image(words[0]);
+    if (image->header().band) throw WrongUse(Text::isBand, {words[0]});
     OutputFile output(target);
-    if (format) writePicture(*image, *makeImageWriter(*format, output, image->header()));
-    else writePly(*image, output, checkForStop);
+    if (format) {
+        const auto picture = makeImageWriter(*format, output, image->header());
+        copyRows(*image, *picture);
+        picture->finish();
+    } else {
+        writePly(*image, output, checkForStop);
+    }
     output.commit();
     return Answer::yes;
 }

@@ -36,9 +36,12 @@ Pixel pixelOf(const std::string& word, const ImageHeader& header)
     std::int32_t column = 0, row = 0;
     if (comma == word.npos || !isLong(text.substr(0, comma), column) || !isLong(text.substr(comma + 1), row))
         throw WrongUse(Text::badPixel, {word});
-    if (column < 0 || row < 0 || column >= header.width || row >= header.height)
+    if (column < 0 || row < 0 || column >= header.width || row >= header.wholeHeight())
         throw WrongUse(Text::pixelOutside,
-                       {word, std::to_string(header.width), std::to_string(header.height)});
+                       {word, std::to_string(header.width), std::to_string(header.wholeHeight())});
+    const int last = header.firstRow() + header.height - 1;
+    if (row < header.firstRow() || row > last)
+        throw WrongUse(Text::rowNotInBand, {word, std::to_string(header.firstRow()), std::to_string(last)});
     return {column, row};
 }
 
@@ -54,12 +57,12 @@ const ImageMaterial* materialOf(const ImageHeader& header, std::uint16_t number)
 std::string lineOf(OmbrReader& image, const Pixel& pixel)
 {
     const ImageHeader& header = image.header();
-    image.readRow(pixel.row);
+    image.readRow(pixel.row - header.firstRow());
     const auto column = static_cast<std::size_t>(pixel.column);
     const std::uint32_t code = image.depth()[column];
     if (code == noDepthCode) return "null\n";
     const double distance = DepthScale(header.camera).distance(code);
-    const PictureGeometry geometry(header.camera, header.width, header.height);
+    const PictureGeometry geometry(header.camera, header.width, header.wholeHeight());
     const Point<3> point = geometry.point(pixel.column, pixel.row, distance);
     const double numbers[] = {point[0], point[1], point[2]};
     JsonText json;
@@ -90,8 +93,9 @@ Answer showInfo(const Words& words)
         for (const std::uint16_t number : image->material()) ++pixels[number];
     }
     JsonText json;
-    json.beginObject().key("width").value(header.width).key("height").value(header.height);
-    json.key("rows").beginList().value(0).value(header.height).endList().key("camera");
+    json.beginObject().key("width").value(header.width).key("height").value(header.wholeHeight());
+    json.key("rows").beginList().value(header.firstRow()).value(header.firstRow() + header.height).endList();
+    json.key("camera");
     describeCamera(json, header.camera);
     json.key("units");
     describeUnits(json, header.camera);

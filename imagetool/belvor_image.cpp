@@ -23,7 +23,7 @@ struct CommandRow {
 
 constexpr CommandRow commands[] = {
     {"info", showInfo},         {"verify", verifyImage}, {"convert", convertImage},
-    {"compare", compareImages}, {"at", showPoints},
+    {"compare", compareImages}, {"at", showPoints},      {"join", joinBands},
 };
 
 int tell(int status, const std::string& text)
@@ -76,6 +76,7 @@ int run(Words words)
 int main(int argc, char** argv)
 {
     belvor::useSystemLibrariesOnly();
+    belvor::writeUtf8ToConsole();
     belvor::noteStopSignals();
     belvor::refuseMemoryBeyondMachine();
     int status = 0;

@@ -14,7 +14,7 @@ namespace belvor {
 FileStamp stampOf(const std::string& path) noexcept
 try {
     WIN32_FILE_ATTRIBUTE_DATA found;
-    if (!GetFileAttributesExW(toWide(path).c_str(), GetFileExInfoStandard, &found)) return {};
+    if (!GetFileAttributesExW(toWidePath(path).c_str(), GetFileExInfoStandard, &found)) return {};
     const FILETIME& time = found.ftLastWriteTime;
     return {true, static_cast<std::uint64_t>(found.nFileSizeHigh) << 32 | found.nFileSizeLow,
             static_cast<std::int64_t>(static_cast<std::uint64_t>(time.dwHighDateTime) << 32

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <filesystem>
 #include <functional>
 #include <string>
 
@@ -40,6 +41,12 @@ FileKind kindOfFile(const std::string& path, std::uint64_t& size) noexcept;
 /// no folder has the name, its own folder is there, and nothing is write-protected. False with errno set.
 bool mayWriteFile(const std::string& path) noexcept;
 
+/// Makes the folders that the path (UTF-8) of a file needs. False with errno set.
+bool makeFoldersFor(const std::string& path);
+
+/// The path (UTF-8) of a file or folder, of any length, for the standard library.
+std::filesystem::path systemPath(const std::string& path);
+
 /// The whole file as bytes; false when it cannot be opened or read, errno set.
 bool readWholeFile(const std::string& path, std::string& bytes);
 
@@ -49,6 +56,10 @@ bool readWholeFile(const std::string& path, std::string& bytes);
 /// be opened or read, errno set.
 bool readFileWhile(const std::string& path, std::size_t most, std::string& bytes,
                    const std::function<bool(const std::string& bytesSoFar)>& goOn);
+
+/// The same of what standard input still has, without a limit.
+bool readStandardInputWhile(std::string& bytes,
+                            const std::function<bool(const std::string& bytesSoFar)>& goOn);
 
 /// The position in `file`, 64 bits wide; −1 on failure, errno set.
 long long tellFile(std::FILE* file) noexcept;

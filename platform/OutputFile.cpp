@@ -1,6 +1,7 @@
 #include "platform/OutputFile.h"
 
 #include "platform/FileNames.h"
+#include "platform/Files.h"
 #include "platform/OutputPlace.h"
 
 #include <algorithm>
@@ -87,8 +88,7 @@ void removeAbandonedFiles(std::span<const std::string> outputs)
     }
     for (const auto& [folder, ours] : prefixes) {
         std::error_code fault;
-        const std::string place = folder.empty() ? "." : folder;
-        std::filesystem::directory_iterator entry(std::u8string(place.begin(), place.end()), fault), end;
+        std::filesystem::directory_iterator entry(systemPath(folder.empty() ? "." : folder), fault), end;
         for (; !fault && entry != end; entry.increment(fault)) {
             const std::u8string wide = entry->path().filename().u8string();
             const std::string name(wide.begin(), wide.end());
@@ -118,11 +118,17 @@ private:
     const std::string identity;
 };
 
-OutputFile::OutputFile(const std::string& path)
-    : name(path),
+OutputFile::OutputFile(const std::string& path) : OutputFile(path, std::make_unique<Place>(path)) {}
+
+OutputFile::OutputFile(StandardOutput, const std::string& shownName)
+    : OutputFile(shownName, std::make_unique<Place>())
+{}
+
+OutputFile::OutputFile(std::string shownName, std::unique_ptr<Place> where)
+    : name(std::move(shownName)),
       buffer(new char[bufferSize]),
-      place(std::make_unique<Place>(path)),
-      claim(place->special ? nullptr : std::make_unique<Claim>(path, place->identity)),
+      place(std::move(where)),
+      claim(place->special ? nullptr : std::make_unique<Claim>(name, place->identity)),
       file(place->open())
 {
     if (file && std::setvbuf(file, buffer.get(), _IOFBF, bufferSize) == 0) return;

@@ -27,6 +27,10 @@ public:
 
     /// Begins the file (`path` is UTF-8). Throws FileError, Busy.
     explicit OutputFile(const std::string& path);
+    /// Writes to this process's standard output, whatever that is, as to a pipe. `shownName` stands in
+    /// errors.
+    struct StandardOutput {};
+    OutputFile(StandardOutput, const std::string& shownName);
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
     /// Deletes what has not taken its name.
@@ -51,6 +55,7 @@ public:
 private:
     class Place;
     class Claim;
+    OutputFile(std::string shownName, std::unique_ptr<Place> where);
 
     const std::string name;
     const std::unique_ptr<char[]> buffer;   // of the stream, until it is closed

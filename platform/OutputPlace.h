@@ -20,6 +20,8 @@ class OutputFile::Place {
 public:
     /// Follows links and looks at what is there. Throws FileError.
     explicit Place(const std::string& path);
+    /// Standard output.
+    Place();
     Place(const Place&) = delete;
     Place& operator=(const Place&) = delete;
     /// Deletes the files beside the name.

@@ -161,6 +161,8 @@ OutputFile::Place::Place(const std::string& path) : system(std::make_unique<Syst
     throw FileError(path, Text::cannotWrite, errno);
 }
 
+OutputFile::Place::Place() : system(std::make_unique<System>()), special(true), existed(true) {}
+
 OutputFile::Place::~Place() = default;
 
 /// Creates the file beside the name; its descriptor, or −1.
@@ -185,8 +187,9 @@ int OutputFile::Place::System::create(bool existed)
 
 std::FILE* OutputFile::Place::open()
 {
-    const int number =
-        special ? ::open(system->path.c_str(), O_WRONLY | O_NOCTTY | O_CLOEXEC) : system->create(existed);
+    const int number = !special               ? system->create(existed)
+                       : system->path.empty() ? fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0)
+                                              : ::open(system->path.c_str(), O_WRONLY | O_NOCTTY | O_CLOEXEC);
     if (number < 0) return nullptr;
     std::FILE* const file = fdopen(number, "wb");
     if (!file) close(number);

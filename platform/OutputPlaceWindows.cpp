@@ -157,7 +157,7 @@ std::wstring OutputFile::Place::System::besideName() const
 
 OutputFile::Place::Place(const std::string& path) : system(std::make_unique<System>())
 {
-    system->path = resolved(toWide(path));
+    system->path = resolved(toWidePath(path));
     if (!system->look(existed)) throw FileError(path, Text::cannotWrite, errno);
     if (existed) {
         // Also refuses a file that the user may not write or that another program has locked.
@@ -172,10 +172,32 @@ OutputFile::Place::Place(const std::string& path) : system(std::make_unique<Syst
     identity = placeIdentity(system->path);
 }
 
+OutputFile::Place::Place() : system(std::make_unique<System>()), special(true), existed(true) {}
+
 OutputFile::Place::~Place() = default;
+
+namespace {
+
+/// A stream of bytes on a descriptor, which it owns; null with errno set.
+std::FILE* streamOn(int descriptor)
+{
+    std::FILE* const file = descriptor < 0 ? nullptr : _fdopen(descriptor, "wb");
+    if (!file && descriptor >= 0) _close(descriptor);
+    return file;
+}
+
+std::FILE* openStandardOutput()
+{
+    const int descriptor = _dup(_fileno(stdout));
+    if (descriptor >= 0) _setmode(descriptor, _O_BINARY);
+    return streamOn(descriptor);
+}
+
+}   // namespace
 
 std::FILE* OutputFile::Place::open()
 {
+    if (special && system->path.empty()) return openStandardOutput();
     if (!special) {
         system->older = system->besideName();
         system->written = system->besideName();
@@ -185,10 +207,8 @@ std::FILE* OutputFile::Place::open()
                                       special ? OPEN_EXISTING : CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (handle == INVALID_HANDLE_VALUE) return failed(), nullptr;
     const int number = _open_osfhandle(reinterpret_cast<intptr_t>(handle), _O_WRONLY | _O_BINARY);
-    if (number < 0) return CloseHandle(handle), nullptr;
-    std::FILE* const file = _fdopen(number, "wb");
-    if (!file) _close(number);
-    return file;
+    if (number < 0) CloseHandle(handle);
+    return streamOn(number);
 }
 
 bool OutputFile::Place::takeName(bool keepOlder) noexcept
@@ -236,7 +256,7 @@ bool flushToDisk(std::FILE* file) noexcept
 
 std::string fileIdentity(const std::string& path)
 {
-    const std::wstring wide = toWide(path);
+    const std::wstring wide = toWidePath(path);
     if (const KernelHandle file = openExisting(wide, 0))
         if (std::string number = numberOf(file.get()); !number.empty()) return number;
     return placeIdentity(wholePath(wide));
@@ -244,7 +264,7 @@ std::string fileIdentity(const std::string& path)
 
 void removeIfAbandoned(const std::string& path) noexcept
 try {   // without sharing it opens only where no other process has it open
-    const HANDLE handle = CreateFileW(toWide(path).c_str(), DELETE, 0, nullptr, OPEN_EXISTING,
+    const HANDLE handle = CreateFileW(toWidePath(path).c_str(), DELETE, 0, nullptr, OPEN_EXISTING,
                                       FILE_FLAG_DELETE_ON_CLOSE, nullptr);
     if (handle != INVALID_HANDLE_VALUE) CloseHandle(handle);
 } catch (...) {}

@@ -6,12 +6,14 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
 #include <memory>
 
 #ifdef _WIN32
 #include "platform/win32/Windows.h"
 
+#include <fcntl.h>
 #include <io.h>
 #include <share.h>
 #else
@@ -33,6 +35,16 @@ std::wstring toWide(std::string_view utf8)
     std::wstring wide(static_cast<std::size_t>(length), L'\0');
     MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), wide.data(), length);
     return wide;
+}
+
+std::wstring toWidePath(std::string_view utf8)
+{
+    constexpr std::size_t longestPlain = 200;   // names beside a file's own are longer
+    const std::wstring path = toWide(utf8);
+    std::wstring whole(32768, L'\0');
+    whole.resize(GetFullPathNameW(path.c_str(), 32768, whole.data(), nullptr));
+    if (whole.size() <= longestPlain || whole.starts_with(L"\\\\?\\")) return path;
+    return whole.starts_with(L"\\\\") ? L"\\\\?\\UNC\\" + whole.substr(2) : L"\\\\?\\" + whole;
 }
 
 std::string toUtf8(std::wstring_view wide)
@@ -68,7 +80,7 @@ std::string systemErrorText(std::uint32_t code, std::uint32_t& failure)
 std::FILE* openFile(const std::string& path, const char* mode) noexcept
 try {
     const bool writes = std::strpbrk(mode, "wa+") != nullptr;
-    return _wfsopen(toWide(path).c_str(), toWide(mode).c_str(), writes ? _SH_DENYWR : _SH_DENYNO);
+    return _wfsopen(toWidePath(path).c_str(), toWide(mode).c_str(), writes ? _SH_DENYWR : _SH_DENYNO);
 } catch (...) {
     errno = ENOMEM;
     return nullptr;
@@ -89,14 +101,14 @@ std::FILE* openScratchFile() noexcept
 
 void removeFile(const std::string& path) noexcept
 try {
-    DeleteFileW(toWide(path).c_str());
+    DeleteFileW(toWidePath(path).c_str());
 } catch (...) {}
 
 FileKind kindOfFile(const std::string& path, std::uint64_t& size) noexcept
 try {
     WIN32_FILE_ATTRIBUTE_DATA found;
     size = 0;
-    if (!GetFileAttributesExW(toWide(path).c_str(), GetFileExInfoStandard, &found)) {
+    if (!GetFileAttributesExW(toWidePath(path).c_str(), GetFileExInfoStandard, &found)) {
         errno = GetLastError() == ERROR_ACCESS_DENIED ? EACCES : ENOENT;
         return FileKind::none;
     }
@@ -109,22 +121,49 @@ try {
     return FileKind::none;
 }
 
-static bool mayWriteTo(const std::string& path) noexcept { return _waccess(toWide(path).c_str(), 2) == 0; }
+static bool mayWriteTo(const std::string& path) noexcept
+{
+    return _waccess(toWidePath(path).c_str(), 2) == 0;
+}
+
+static bool makeFolder(const std::string& path)
+{
+    if (CreateDirectoryW(toWidePath(path).c_str(), nullptr)) return true;
+    const DWORD code = GetLastError();
+    errno = code == ERROR_ALREADY_EXISTS  ? EEXIST
+            : code == ERROR_ACCESS_DENIED ? EACCES
+            : code == ERROR_DISK_FULL     ? ENOSPC
+                                          : ENOENT;
+    return false;
+}
+
+std::filesystem::path systemPath(const std::string& path) { return toWidePath(path); }
+
+static bool readWhile(std::FILE* file, std::size_t most, std::string& bytes,
+                      const std::function<bool(const std::string&)>& goOn)
+{
+    bytes.clear();
+    char block[65536];
+    for (std::size_t wanted = 64; bytes.size() < most; wanted = sizeof block) {
+        const std::size_t count = std::fread(block, 1, std::min(wanted, most - bytes.size()), file);
+        if (count == 0) break;
+        bytes.append(block, count);
+        if (!goOn(bytes)) return true;
+    }
+    return std::ferror(file) == 0;
+}
 
 bool readFileWhile(const std::string& path, std::size_t most, std::string& bytes,
                    const std::function<bool(const std::string&)>& goOn)
 {
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(openFile(path, "rb"), std::fclose);
-    if (!file) return false;
-    bytes.clear();
-    char block[65536];
-    for (std::size_t wanted = 64; bytes.size() < most; wanted = sizeof block) {
-        const std::size_t count = std::fread(block, 1, std::min(wanted, most - bytes.size()), file.get());
-        if (count == 0) break;
-        bytes.append(block, count);
-        if (!goOn(bytes)) return true;
-    }
-    return std::ferror(file.get()) == 0;
+    return file && readWhile(file.get(), most, bytes, goOn);
+}
+
+bool readStandardInputWhile(std::string& bytes, const std::function<bool(const std::string&)>& goOn)
+{
+    _setmode(_fileno(stdin), _O_BINARY);
+    return readWhile(stdin, SIZE_MAX, bytes, goOn);
 }
 
 long long tellFile(std::FILE* file) noexcept { return _ftelli64(file); }
@@ -160,17 +199,13 @@ FileKind kindOfFile(const std::string& path, std::uint64_t& size) noexcept
 }
 
 static bool mayWriteTo(const std::string& path) noexcept { return access(path.c_str(), W_OK) == 0; }
+static bool makeFolder(const std::string& path) { return mkdir(path.c_str(), 0777) == 0; }
+std::filesystem::path systemPath(const std::string& path) { return path; }
 
-bool readFileWhile(const std::string& path, std::size_t most, std::string& bytes,
-                   const std::function<bool(const std::string&)>& goOn)
+// Reading from a pipe that has nothing to give would wait without hearing a Ctrl-C.
+static bool readWhile(int number, std::size_t most, std::string& bytes,
+                      const std::function<bool(const std::string&)>& goOn)
 {
-    // Opening a pipe nobody writes to would wait without hearing a Ctrl-C; so does reading it.
-    const int number = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
-    if (number < 0) return false;
-    const struct Closing {
-        int descriptor;
-        ~Closing() { close(descriptor); }
-    } closing{number};
     bytes.clear();
     char block[65536];
     for (std::size_t wanted = 64; bytes.size() < most;) {
@@ -188,6 +223,24 @@ bool readFileWhile(const std::string& path, std::size_t most, std::string& bytes
         if (!goOn(bytes)) return true;
     }
     return true;
+}
+
+bool readFileWhile(const std::string& path, std::size_t most, std::string& bytes,
+                   const std::function<bool(const std::string&)>& goOn)
+{
+    // Opening a pipe nobody writes to would wait as well.
+    const int number = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
+    if (number < 0) return false;
+    const struct Closing {
+        int descriptor;
+        ~Closing() { close(descriptor); }
+    } closing{number};
+    return readWhile(number, most, bytes, goOn);
+}
+
+bool readStandardInputWhile(std::string& bytes, const std::function<bool(const std::string&)>& goOn)
+{
+    return readWhile(STDIN_FILENO, SIZE_MAX, bytes, goOn);
 }
 
 long long tellFile(std::FILE* file) noexcept { return ftello(file); }
@@ -217,6 +270,21 @@ try {
 } catch (...) {
     errno = ENOMEM;
     return false;
+}
+
+bool makeFoldersFor(const std::string& path)
+{
+    const std::filesystem::path whole(std::u8string(path.begin(), path.end()));
+    const std::u8string parent = whole.parent_path().u8string();
+    const std::string folder(parent.begin(), parent.end());
+    std::uint64_t size = 0;
+    if (folder.empty() || kindOfFile(folder, size) == FileKind::folder) return true;
+    if (!makeFoldersFor(folder)) return false;
+    if (makeFolder(folder)) return true;
+    const int code = errno;   // another process may have made it meanwhile
+    const bool there = kindOfFile(folder, size) == FileKind::folder;
+    errno = code == EEXIST ? ENOTDIR : code;
+    return there;
 }
 
 bool readWholeFile(const std::string& path, std::string& bytes)

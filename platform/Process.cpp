@@ -5,12 +5,9 @@
 #include "platform/OutputPlace.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cstdint>
 #include <cstdlib>
-#include <filesystem>
 #include <new>
-#include <system_error>
 
 #ifdef _WIN32
 #include "platform/Utf16.h"
@@ -45,6 +42,13 @@ void useSystemLibrariesOnly() noexcept
     if (function) function(0x800);   // LOAD_LIBRARY_SEARCH_SYSTEM32
 }
 
+void writeUtf8ToConsole() noexcept
+{
+    static const UINT before = GetConsoleOutputCP();   // 0: there is no console
+    if (before == 0 || before == CP_UTF8 || !SetConsoleOutputCP(CP_UTF8)) return;
+    std::atexit([] { SetConsoleOutputCP(before); });
+}
+
 bool standardErrorIsTerminal() noexcept { return _isatty(2) != 0; }
 
 void refuseMemoryBeyondMachine() noexcept {}
@@ -64,6 +68,8 @@ bool limitMemory(std::uint64_t bytes) noexcept
 std::vector<std::string> commandLine(int argc, char** argv) { return {argv, argv + argc}; }
 
 void useSystemLibrariesOnly() noexcept {}
+
+void writeUtf8ToConsole() noexcept {}
 
 bool standardErrorIsTerminal() noexcept { return isatty(2) != 0; }
 
@@ -100,20 +106,6 @@ bool limitMemory(std::uint64_t bytes) noexcept
 }
 
 #endif
-
-bool makeFoldersFor(const std::string& path)
-{
-    const std::string folder = path.substr(0, path.size() - fileName(path).size());
-    if (folder.empty()) return true;
-    const std::filesystem::path place(std::u8string(folder.begin(), folder.end()));
-    std::error_code fault, ignored;
-    std::filesystem::create_directories(place, fault);
-    if (fault && !std::filesystem::is_directory(place, ignored)) {
-        errno = fault.default_error_condition().value();
-        return false;
-    }
-    return true;
-}
 
 std::string environmentValue(const char* name)
 {

@@ -15,6 +15,10 @@ std::vector<std::string> commandLine(int argc, char** argv);
 /// program; does nothing on other systems than Windows.
 void useSystemLibrariesOnly() noexcept;
 
+/// From now on what is written to a console is taken as UTF-8, until the program ends. Does nothing on other
+/// systems than Windows.
+void writeUtf8ToConsole() noexcept;
+
 /// Whether somebody is watching standard error.
 bool standardErrorIsTerminal() noexcept;
 
@@ -26,9 +30,6 @@ void refuseMemoryBeyondMachine() noexcept;
 /// From now on, memory is refused to this process before it takes more than `bytes`, where that is less than
 /// what the limits before allow. False where the system offers no such limit.
 bool limitMemory(std::uint64_t bytes) noexcept;
-
-/// Makes the folders that the path (UTF-8) of a file needs. False with errno set.
-bool makeFoldersFor(const std::string& path);
 
 /// The value of an environment variable; empty when there is none.
 std::string environmentValue(const char* name);

@@ -6,6 +6,7 @@
 #include "platform/FileNames.h"
 #include "platform/Files.h"
 #include "platform/MappedFile.h"
+#include "readers/Gzip.h"
 #include "readers/dxf/DXF.h"
 #include "readers/man/ManFile.h"
 #include "readers/things/Things.h"
@@ -19,17 +20,14 @@ namespace {
 
 constexpr ModelFormat formats[] = {
     {FileType::things, "things", "thf", Text::thingsFilter, Text::thingsStage, 0, false,
-     [](const std::string& path, Reporter& reporter, const ReadingOptions&, Account& account) {
-         return Things(path, reporter, account).takeModel();
-     }},
+     [](std::string_view bytes, const std::string& name, Reporter& reporter, const ReadingOptions&,
+        Account& account) { return Things(bytes, name, reporter, account).takeModel(); }},
     {FileType::dxf, "dxf", "dxf", Text::dxfFilter, Text::dxfStage, 1, true,
-     [](const std::string& path, Reporter& reporter, const ReadingOptions& options, Account& account) {
-         return DXF(path, reporter, options, account).takeModel();
-     }},
+     [](std::string_view bytes, const std::string& name, Reporter& reporter, const ReadingOptions& options,
+        Account& account) { return DXF(bytes, name, reporter, options, account).takeModel(); }},
     {FileType::man, "man", "man", Text::manFilter, Text::manStage, 1, false,
-     [](const std::string& path, Reporter& reporter, const ReadingOptions&, Account&) {
-         return ManFile(path, reporter).takeModel();
-     }},
+     [](std::string_view bytes, const std::string& name, Reporter& reporter, const ReadingOptions&,
+        Account&) { return ManFile(bytes, name, reporter).takeModel(); }},
 };
 
 /// Says what a mapping of the file would only call an invalid argument.
@@ -40,6 +38,23 @@ void checkKind(const std::string& path, FileType type)
     if (kind == FileKind::other) throw FileError(path, Text::cannotRead, textOf(Text::notARegularFile));
     if (kind == FileKind::regular && size == 0 && type == FileType::dxf)
         throw FileError(path, Text::cannotRead, textOf(Text::fileIsEmpty));
+}
+
+constexpr std::string_view packedExtension = "gz";
+
+/// The model of bytes that may be packed.
+Handle<Model> readBytes(const ModelFormat& format, std::string_view bytes, bool packed,
+                        const std::string& name, Reporter& reporter, const ReadingOptions& options,
+                        Account& account)
+{
+    std::string whole;
+    if (packed) {
+        whole = unpackGzip(bytes, name, [&] { reporter.check(format.stageCount, 0, 0.0); });
+        bytes = whole;
+    }
+    if (bytes.empty() && format.type == FileType::dxf)
+        throw FileError(name, Text::cannotRead, textOf(Text::fileIsEmpty));
+    return format.read(bytes, name, reporter, options, account);
 }
 
 }   // namespace
@@ -60,6 +75,12 @@ FileType fileTypeOf(std::string_view path) noexcept
     return FileType::unknown;
 }
 
+FileType fileTypeOfPacked(std::string_view path) noexcept
+{
+    if (hasExtension(path, packedExtension)) path.remove_suffix(packedExtension.size() + 1);
+    return fileTypeOf(path);
+}
+
 const char* nameOf(FileType type) noexcept
 {
     const ModelFormat* const format = formatOf(type);
@@ -75,13 +96,23 @@ Handle<Model> readModel(const std::string& path, FileType type, Reporter& report
     MappedFile::takeDamage();   // of a reading that failed otherwise
     Handle<Model> model;
     try {
-        model = format->read(path, reporter, options, account);
+        const MappedFile file(path, true);
+        model = readBytes(*format, file.bytes(), hasExtension(path, packedExtension), path, reporter, options,
+                          account);
     } catch (const BadFile&) {
         if (MappedFile::takeDamage()) throw FileChanged(path);   // the fault is not the file's
         throw;
     }
     if (MappedFile::takeDamage()) throw FileChanged(path);
     return model;
+}
+
+Handle<Model> readModel(std::string_view bytes, const std::string& name, FileType type, Reporter& reporter,
+                        const ReadingOptions& options, Account& account)
+{
+    const ModelFormat* const format = formatOf(type);
+    if (!format) return {};
+    return readBytes(*format, bytes, isGzip(bytes), name, reporter, options, account);
 }
 
 void checkBounds(const Point<3>& centre, double radius, Account& account)

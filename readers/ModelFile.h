@@ -23,7 +23,9 @@ struct ModelFormat {
     Text firstStage;         ///< What the status bar says of a reading.
     int stageCount;          ///< 0: the stages are objects, counted as they come.
     bool drawsInPart;        ///< Files hold things that are not drawn, which the account tells.
-    Handle<Model> (*read)(const std::string& path, Reporter&, const ReadingOptions&, Account&);
+    /// `name` is for messages and the log.
+    Handle<Model> (*read)(std::string_view bytes, const std::string& name, Reporter&, const ReadingOptions&,
+                          Account&);
 };
 
 /// All formats, in the order of the Open Model dialog.
@@ -38,14 +40,22 @@ FileType fileTypeOf(std::string_view path) noexcept;
 /// "man", "dxf" or "things"; empty for unknown.
 const char* nameOf(FileType type) noexcept;
 
-/// Reads the whole file (`path` is UTF-8); no model for an unknown type. What was met stands in `account`,
-/// after a failure as far as the reading came. Throws Win32Error, FileError (a pipe, a device, an empty
-/// drawing), FileChanged when another program changes the file meanwhile, BadFile, Reporter::Abandoned,
-/// std::bad_alloc.
+/// The same for a path that may end in .gz behind the ending.
+FileType fileTypeOfPacked(std::string_view path) noexcept;
+
+/// Reads the whole file (`path` is UTF-8), unpacked first where its name ends in .gz; no model for an unknown
+/// type. What was met stands in `account`, after a failure as far as the reading came. Throws Win32Error,
+/// FileError (a pipe, a device, an empty drawing), FileChanged when another program changes the file
+/// meanwhile, BadFile, Reporter::Abandoned, std::bad_alloc.
 Handle<Model> readModel(const std::string& path, FileType type, Reporter& reporter,
                         const ReadingOptions& options, Account& account);
 
-/// The same with the account in the result.
+/// The same from bytes in memory, unpacked first where they begin as a gzip file does; `name` says in
+/// messages where they come from.
+Handle<Model> readModel(std::string_view bytes, const std::string& name, FileType type, Reporter& reporter,
+                        const ReadingOptions& options, Account& account);
+
+/// The same of a file, with the account in the result.
 Reading readModel(const std::string& path, FileType type, Reporter& reporter,
                   const ReadingOptions& options = {});
 

@@ -20,6 +20,7 @@ namespace belvor {
 class Buffer : public TSHandlable {
 public:
     static constexpr std::uint32_t noFacet = PixelRow::noFacet;
+    static constexpr int largestHeight = 1 << 30;
 
     /// `width` in pixels, at least 1.
     explicit Buffer(int width);
@@ -41,6 +42,19 @@ public:
     }
     /// The colour that sinks give to empty pixels: red, green, blue; black unless set.
     void setBackground(const std::array<std::uint8_t, 3>& colour) noexcept { empty = colour; }
+    /// Only rows `first` to `end` − 1 will be looked at: a render may deliver others without their surfaces.
+    void setRows(int first, int end) noexcept
+    {
+        firstRow = first;
+        endRow = end;
+    }
+    /// Whether the surfaces of rows `first` to `end` − 1 can matter: to a thick line in a row that is looked
+    /// at, those of near rows may.
+    bool needsRows(int first, int end) const noexcept
+    {
+        constexpr int reach = 16;
+        return end > firstRow - reach && first - reach < endRow;
+    }
     const std::uint8_t* background() const noexcept { return empty.data(); }
 
     /// Empties the row.
@@ -93,6 +107,7 @@ private:
     const FacetShade* looks = nullptr;
     const LineTable* lines = nullptr;
     std::uint32_t firstLine = noFacet;
+    int firstRow = 0, endRow = largestHeight;
     std::array<std::uint8_t, 3> empty{};
     PixelRow surfaces;
 };

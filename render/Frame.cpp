@@ -114,10 +114,11 @@ Bands Frame::chooseBands(const Model& model, int width, int height) noexcept
 /// Draws bands, each on any thread.
 class Frame::BandPainter {
 public:
-    BandPainter(Frame& owner, const Model& drawn, const Camera& view)
+    BandPainter(Frame& owner, const Model& drawn, const Camera& view, const Buffer& sink)
         : frame(owner),
           model(drawn),
-          camera(view)
+          camera(view),
+          buffer(sink)
     {}
 
     /// Calls `pause` now and then.
@@ -134,6 +135,7 @@ public:
             row.clear();
             targets.push_back(row.target());
         }
+        if (!buffer.needsRows(first, end)) return;
         const FillRows target{targets.data(), first, end, picture.width};
         frame.edges.forEachRun(band, [&](const SimpleFacet* facets, std::size_t count) {
             pause();
@@ -153,6 +155,7 @@ private:
     Frame& frame;
     const Model& model;
     const Camera& camera;
+    const Buffer& buffer;
 };
 
 /// The surfaces of all rows, in bands by all threads; the buffer takes their rows in order.
@@ -164,7 +167,7 @@ void Frame::scanRows(const Model& model, const Camera& camera, Buffer& buffer, R
     slots.resize(std::max(slots.size(), slotCount));
     Patience patience(progress);
     int taken = 0;
-    const BandPainter painter(*this, model, camera);
+    const BandPainter painter(*this, model, camera, buffer);
     const auto drawBand = [&](std::size_t band, std::size_t slot, const Workers::Turn& turn) {
         painter.draw(band, slots[slot], turn, [&] {
             if (turn.thread == 0) patience.check(static_cast<double>(taken) / bands.height);

@@ -8,19 +8,11 @@
 
 namespace belvor {
 
-DXF::DXF(const std::string& fileName, Reporter& reporter, const ReadingOptions& how, Account& account)
-    : DXF(DXFStream::open(fileName, reporter, how.log, how.rules), how, account)
-{}
-
 DXF::DXF(std::string_view bytes, const std::string& fileName, Reporter& reporter, const ReadingOptions& how,
          Account& account)
-    : DXF(DXFStream::over(bytes, fileName, reporter, how.log, how.rules), how, account)
-{}
-
-DXF::DXF(std::unique_ptr<DXFStream> stream, const ReadingOptions& how, Account& account)
     : options(how),
       accountOfReading(account),
-      dxfStream(std::move(stream)),
+      dxfStream(DXFStream::over(bytes, fileName, reporter, how.log, how.rules)),
       hasColours(how.colours == DrawingColours::ofDrawing
                  || (how.colours == DrawingColours::byRules && isModern())),
       layers(DXFNameOrder{isModern()}),

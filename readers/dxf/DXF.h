@@ -35,10 +35,8 @@ inline bool endsBlock(std::string_view type) noexcept
 /// Reads a DXF drawing, text or binary: its surfaces, with blocks inserted, and one material a layer.
 class DXF final : private DXFDrawing {
 public:
-    /// Reads the whole file (UTF-8 name), reporting one stage of progress. Throws BadFile,
-    /// Win32Error, Reporter::Abandoned, std::bad_alloc.
-    DXF(const std::string& fileName, Reporter& reporter, const ReadingOptions& how, Account& account);
-    /// The same from bytes that only need to last for the call; `fileName` is for messages and the log.
+    /// Reads a file's bytes, which only need to last for the call, reporting one stage of progress;
+    /// `fileName` is for messages and the log. Throws BadFile, Reporter::Abandoned, std::bad_alloc.
     DXF(std::string_view bytes, const std::string& fileName, Reporter& reporter, const ReadingOptions& how,
         Account& account);
     ~DXF();
@@ -47,8 +45,6 @@ public:
     Handle<Model> takeModel() noexcept { return builder.take(); }
 
 private:
-    DXF(std::unique_ptr<DXFStream> stream, const ReadingOptions& how, Account& account);
-
     // DXF.cpp: sections
     void read();
     void readAll();

@@ -11,7 +11,6 @@ DXFStream::DXFStream(Source source)
     : begin(source.bytes.data()),
       end(begin + source.bytes.size()),
       here{begin, 1},
-      file(std::move(source.file)),
       name(std::move(source.name)),
       reporter(source.reporter),
       record(name, source.rules)
@@ -22,18 +21,10 @@ DXFStream::DXFStream(Source source)
 
 DXFStream::~DXFStream() = default;
 
-std::unique_ptr<DXFStream> DXFStream::open(const std::string& fileName, Reporter& reporter, bool logging,
-                                           ReadingRules rules)
-{
-    auto mapped = std::make_unique<MappedFile>(fileName);
-    const std::string_view bytes = mapped->bytes();
-    return make({std::move(mapped), bytes, fileName, reporter, logging, rules});
-}
-
 std::unique_ptr<DXFStream> DXFStream::over(std::string_view bytes, const std::string& fileName,
                                            Reporter& reporter, bool logging, ReadingRules rules)
 {
-    return make({nullptr, bytes, fileName, reporter, logging, rules});
+    return make({bytes, fileName, reporter, logging, rules});
 }
 
 std::unique_ptr<DXFStream> DXFStream::make(Source source)

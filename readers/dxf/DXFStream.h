@@ -1,7 +1,6 @@
 #pragma once
 
 #include "errors/Reporter.h"
-#include "platform/MappedFile.h"
 #include "readers/common/Reading.h"
 #include "readers/dxf/DXFLog.h"
 #include "readers/dxf/DXFRecord.h"
@@ -21,15 +20,12 @@ struct DXFPosition {
 };
 
 /// A DXF file as a sequence of records, whatever its encoding. Knows no section and no
-/// entity. The bytes stay mapped and every text is a view of them, so nothing taken from a
+/// entity. Every text is a view of the bytes, so nothing taken from a
 /// record may outlive the stream.
 class DXFStream {
 public:
-    /// Opens and maps the file (UTF-8 name) and decides the encoding. With `logging` the log
-    /// is the file of that name with ".log" appended. Throws Win32Error.
-    static std::unique_ptr<DXFStream> open(const std::string& fileName, Reporter& reporter, bool logging,
-                                           ReadingRules rules = ReadingRules::strict);
-    /// The same over bytes that the caller keeps; `fileName` is for messages and the log.
+    /// Over a file's bytes, which the caller keeps; decides the encoding. `fileName` is for messages; with
+    /// `logging` the log is the file of that name with ".log" appended.
     static std::unique_ptr<DXFStream> over(std::string_view bytes, const std::string& fileName,
                                            Reporter& reporter, bool logging,
                                            ReadingRules rules = ReadingRules::strict);
@@ -71,7 +67,6 @@ public:
 protected:
     /// What open() hands to the two encodings.
     struct Source {
-        std::unique_ptr<MappedFile> file;   // none when the caller keeps the bytes
         std::string_view bytes;
         std::string name;
         Reporter& reporter;
@@ -97,7 +92,6 @@ private:
     static std::unique_ptr<DXFStream> makeBinary(Source source);   // DXFBinaryStream.cpp
     static bool isBinaryFile(std::string_view bytes) noexcept;     // has the 22 bytes that mark a binary file
 
-    std::unique_ptr<MappedFile> file;
     const std::string name;
     Reporter& reporter;
     DXFRecord record;

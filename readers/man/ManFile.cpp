@@ -2,7 +2,6 @@
 
 #include "errors/BadFile.h"
 #include "errors/Reporter.h"
-#include "platform/MappedFile.h"
 #include "readers/man/ManClump.h"
 #include "readers/man/ManLines.h"
 
@@ -58,13 +57,6 @@ std::uint32_t facetNumber(ManLines& lines, std::int32_t facets)
 }
 
 }   // namespace
-
-ManFile::ManFile(const std::string& path, Reporter& progress)
-{
-    const MappedFile file(path, true);
-    ManLines lines(file.bytes(), path);
-    read(lines, progress);
-}
 
 ManFile::ManFile(std::string_view bytes, const std::string& name, Reporter& progress)
 {

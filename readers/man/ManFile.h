@@ -15,10 +15,8 @@ class Reporter;
 /// stored in file order, then its facets.
 class ManFile {
 public:
-    /// Reads the file `path` (UTF-8), telling `progress` how far it is, in one stage. Throws
-    /// BadFile with file and line, Win32Error, Reporter::Abandoned, std::bad_alloc.
-    ManFile(const std::string& path, Reporter& progress);
-    /// Reads a file's bytes; `name` stands in faults. Throws as above, but no Win32Error.
+    /// Reads a file's bytes, telling `progress` how far it is, in one stage; `name` stands in faults. Throws
+    /// BadFile with name and line, Reporter::Abandoned, std::bad_alloc.
     ManFile(std::string_view bytes, const std::string& name, Reporter& progress);
 
     /// What was read; to be taken once.

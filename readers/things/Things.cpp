@@ -4,7 +4,6 @@
 #include "calcore/TextMode.h"
 #include "errors/BadFile.h"
 #include "errors/Reporter.h"
-#include "platform/MappedFile.h"
 #include "resources/Texts.h"
 
 #include <algorithm>
@@ -36,10 +35,6 @@ std::int64_t facetsLeft(std::int64_t count, std::int64_t loops)
 }
 
 }   // namespace
-
-Things::Things(const std::string& file, Reporter& reporter, Account& account)
-    : Things(MappedFile(file, true).bytes(), file, reporter, account)
-{}
 
 Things::Things(std::string_view bytes, const std::string& file, Reporter& reporter, Account& account)
     : path(file),

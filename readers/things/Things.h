@@ -16,11 +16,8 @@ class Reporter;
 /// name vertices by number. The format is described in docs/things-format.md.
 class Things {
 public:
-    /// Reads the file (`path` is UTF-8) to its end. Reports the number of the thing as the
-    /// stage. Throws Win32Error when the file cannot be opened, BadFile for a fault in it,
-    /// Reporter::Abandoned, std::bad_alloc.
-    Things(const std::string& path, Reporter& reporter, Account& account);
-    /// The same from bytes that only need to last for the call; `path` is for messages.
+    /// Reads a file's bytes, which only need to last for the call; `path` is for messages. Reports the number
+    /// of the thing as the stage. Throws BadFile, Reporter::Abandoned, std::bad_alloc.
     Things(std::string_view bytes, const std::string& path, Reporter& reporter, Account& account);
 
     /// What was read; to be taken once.

@@ -116,7 +116,10 @@ class Ombr:
 
     def read_camera(self):
         place = self.private[1]
-        need(self.take(place + 8, 4, "depth block") == bytes(4), "depth block")
+        band, = struct.unpack("<I", self.take(place + 8, 4, "depth block"))
+        need(band in (0, place - 16), "place of the band's block")
+        kind, one, zero, *self.band = struct.unpack("<IHHII", self.take(band, 16, "band's block")) if band else (3, 1, 0, 0, self.height)
+        need((kind, one, zero) == (3, 1, 0), "band's block")
         self.kind, *numbers = struct.unpack("<I24dI", self.take(place + 12, 200, "camera"))
         vectors = [tuple(numbers[3 * i:3 * i + 3]) for i in range(7)]
         self.eye, self.right, self.up, self.forward, self.vertical, self.first, self.last = vectors

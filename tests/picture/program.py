@@ -1,5 +1,6 @@
 """Runs belvor-render as a script does. BELVOR_RENDER names the program (a .exe runs under Wine); BELVOR_SANITIZED is set when it
 was built with sanitizers, which take too much address space for the test of full memory."""
+import hashlib
 import os
 import pathlib
 import shutil
@@ -10,6 +11,7 @@ import unittest
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 SAMPLES = ROOT / "samples"
 PROGRAM = os.environ.get("BELVOR_RENDER", str(ROOT / "build/release/bin/belvor-render"))
+TOOL = os.environ.get("BELVOR_IMAGE") or PROGRAM.replace("belvor-render", "belvor-image")
 WINDOWS = PROGRAM.endswith(".exe")
 SANITIZED = bool(os.environ.get("BELVOR_SANITIZED"))
 
@@ -45,6 +47,11 @@ class Folder(unittest.TestCase):
 
     def names(self):
         return sorted(path.name for path in self.folder.iterdir())
+
+    def tree(self, folder="."):
+        """The digest of every file below the folder, by its path there."""
+        top = self.folder / folder
+        return {str(path.relative_to(top)): hashlib.sha256(path.read_bytes()).hexdigest() for path in top.rglob("*") if path.is_file()}
 
     def run_program(self, *arguments, program=PROGRAM, **options):
         """The finished process; output as text."""

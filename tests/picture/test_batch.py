@@ -1,5 +1,4 @@
 """Many models a call: names, order, statuses, limits, what is passed over, and that a killed run can be begun again."""
-import hashlib
 import json
 import os
 import pathlib
@@ -26,9 +25,6 @@ class Batch(Folder):
         for i in range(1, 6):
             self.write(f"in/m{i}.thf", PLATES.replace("4 3 0", f"4 {2 + i} 0", 1))
         self.write("in/bad.thf", BAD)
-
-    def tree(self):
-        return {str(path.relative_to(self.folder)): hashlib.sha256(path.read_bytes()).hexdigest() for path in self.folder.rglob("*") if path.is_file()}
 
     def run_batch(self, status, *arguments, **options):
         done = self.run_program("-s40x30", *arguments, **options)

@@ -5,9 +5,8 @@ import struct
 import unittest
 
 from files import Ombr, read_png
-from program import PROGRAM, SAMPLES, Folder
+from program import SAMPLES, TOOL, Folder
 
-TOOL = os.environ.get("BELVOR_IMAGE") or PROGRAM.replace("belvor-render", "belvor-image")
 STRIDE = 552        # of a row of 61 pixels
 
 

@@ -1,33 +1,79 @@
 """The examples of docs/scripts.md, run as they stand there."""
 import json
 import os
+import re
+import shutil
+import signal
 import subprocess
+import time
 import unittest
 
-from program import PROGRAM, ROOT, WINDOWS, Folder
+from program import PROGRAM, ROOT, TOOL, WINDOWS, Folder
 
 FACE = "0\nSECTION\n2\nENTITIES\n0\n3DFACE\n8\nWALL\n" + "".join(
     f"{10 + i}\n{x}\n{20 + i}\n{y}\n{30 + i}\n0\n" for i, (x, y) in enumerate(((0, 0), (4, 0), (4, 3), (0, 3)))) + "0\nENDSEC\n0\nEOF\n"
+TEXT = (ROOT / "docs/scripts.md").read_text(encoding="utf-8")
+FILES = dict(re.findall(r"(?ms)^```\w+ (\S+)\n(.*?)^```", TEXT))
 
 
 @unittest.skipIf(WINDOWS, "examples for a shell")
 class Scripts(Folder):
+    def setUp(self):
+        super().setUp()
+        for name in ("in", "bin"):
+            (self.folder / name).mkdir()
+        for program in (PROGRAM, TOOL):
+            os.symlink(program, self.folder / "bin" / os.path.basename(program))
+        for name, text in FILES.items():
+            self.write(name, text)
+        self.shell = {"cwd": self.folder, "env": {**os.environ, "PATH": f"{self.folder}/bin:{os.environ['PATH']}", "HOME": str(self.folder)}}
+
+    def example(self, word):
+        return next(line.strip() for line in TEXT.splitlines() if line.startswith("    ") and word in line)
+
     def test_examples_run(self):
-        (self.folder / "in").mkdir()
-        (self.folder / "bin").mkdir()
         for name in ("a", "b", "c"):
             self.write(f"in/{name}.dxf", FACE)
-        os.symlink(PROGRAM, self.folder / "bin/belvor-render")
-        lines = (ROOT / "docs/scripts.md").read_text(encoding="utf-8").splitlines()
-        examples = [line.strip() for line in lines if line.startswith("    ")]
-        self.assertGreaterEqual(len(examples), 6)
+        examples = [line.strip() for line in re.sub(r"(?ms)^```.*?^```", "", TEXT).splitlines() if line.startswith("    ")]
+        self.assertGreaterEqual(len(examples), 14)
         for example in examples:
-            done = subprocess.run(["bash", "-c", example], cwd=self.folder, stderr=subprocess.PIPE, encoding="utf-8",
-                                  env={**os.environ, "PATH": f"{self.folder}/bin:{os.environ['PATH']}"}, check=False)
-            self.assertEqual((done.returncode, done.stderr.startswith("3 models: ")), (0, True), (example, done.stderr))
+            needed = next((word for word in ("make ", "ninja", "parallel") if word in example and not shutil.which(word.strip())), None)
+            if needed or ("belvor-image" in example and not os.path.exists(TOOL)):
+                continue
+            done = subprocess.run(["bash", "-c", example], stderr=subprocess.PIPE, stdout=subprocess.DEVNULL, encoding="utf-8", check=False, **self.shell)
+            self.assertEqual((done.returncode, done.stderr.startswith("3 models: ")), (0, example.startswith(("belvor-render", "find in -name '*.dxf' -print0"))
+                                                                                       and "--each" in example), (example, done.stderr))
         self.assertEqual([path.name for path in sorted((self.folder / "out/plan").iterdir())],
                          ["a.omb", "a.png", "b.omb", "b.png", "c.omb", "c.png"])
         self.assertEqual([json.loads(line)["model"] for line in self.read("report.jsonl").splitlines()], ["in/a.dxf", "in/b.dxf", "in/c.dxf"])
+        tools = {"made": "make", "drawn": "ninja", "farm": "bash"}
+        for folder in tools:
+            self.assertIn(len(self.tree(folder)), (3,) if folder == "farm" or shutil.which(tools[folder]) else (0,), folder)
+
+    def test_policy_follows_the_statuses(self):
+        rows = re.findall(r"(?m)^\| ([\d, ]+) \|.*\| (yes|no) \|$", TEXT)
+        final = sorted(int(number) for numbers, retry in rows if retry == "no" for number in numbers.split(","))
+        listed = re.search(r"values: \[(.*)\]", FILES["job.yaml"])[1]
+        self.assertEqual(sorted(map(int, listed.split(", "))), final)
+
+    @unittest.skipUnless(shutil.which("parallel"), "needs GNU parallel")
+    def test_parallel_is_killed_and_run_again(self):
+        for i in range(500):
+            self.write(f"in/m{i}.dxf", FACE.replace("\n4\n", f"\n{2 + i % 7}\n") if i % 50 != 9 else FACE[:-40])
+        quiet = ["belvor-render", "-q", "-s400x300", "--each", "quiet/{name}.png", *sorted(f"in/m{i}.dxf" for i in range(500))]
+        self.assertEqual(subprocess.run(quiet, stderr=subprocess.DEVNULL, **self.shell).returncode, 1)
+        line = self.example("parallel")
+        with subprocess.Popen(["bash", "-c", line], start_new_session=True, stderr=subprocess.DEVNULL, **self.shell) as running:
+            while len(list(self.folder.glob("out/*.png"))) < 150 and running.poll() is None:
+                time.sleep(0.005)
+            self.assertIsNone(running.poll(), "it is still at work")
+            os.killpg(running.pid, signal.SIGKILL)
+        self.assertLess(len(list(self.folder.glob("out/*.png"))), 490)
+        (self.folder / "out" / ("m1.png." + "a2" * 10 + ".part")).write_bytes(b"left")
+        for _ in range(2):
+            subprocess.run(["bash", "-c", line], stderr=subprocess.DEVNULL, **self.shell)
+        self.assertEqual(self.tree("out"), self.tree("quiet"))
+        self.assertEqual(len(self.tree("out")), 490)
 
 
 if __name__ == "__main__":

@@ -11,10 +11,9 @@ namespace belvor::test {
 inline Handle<Model> thingsModel(const std::string& text)
 {
     MaterialSequence::ofProgram().reset();
-    const TempFile file("model.thf", text);
     SilentReporter silent;
     Account account;
-    return Things(file.path(), silent, account).takeModel();
+    return Things(text, "model.thf", silent, account).takeModel();
 }
 
 /// A box of 2 × 4 × 6 at the origin, every side of another material.

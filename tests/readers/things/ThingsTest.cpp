@@ -13,16 +13,14 @@ using namespace belvor;
 namespace {
 
 using test::RecordingReporter;
-using test::TempFile;
 
 /// What a text leaves: whether it is whole, counts, each facet as "material(normal)", or the fault.
 std::string outcome(const std::string& text)
 {
-    const TempFile file("case.thf", text);
     SilentReporter silent;
     try {
         Account account;
-        const Handle<Model> model = Things(file.path(), silent, account).takeModel();
+        const Handle<Model> model = Things(text, "case.thf", silent, account).takeModel();
         std::string result = std::string(account.warnings.empty() ? "whole " : "cut ")
                              + std::to_string(model->vertexCount()) + " "
                              + std::to_string(model->edgeCount());
@@ -35,7 +33,7 @@ std::string outcome(const std::string& text)
         }
         return result + ", " + std::to_string(model->materials().size());
     } catch (const BadFile& fault) {
-        EXPECT_EQ(fault.file(), file.path());
+        EXPECT_EQ(fault.file(), "case.thf");
         EXPECT_EQ(fault.line(), BadFile::noLine);
         const std::string what = fault.what();
         return what.substr(0, what.find(" in "));
@@ -98,10 +96,9 @@ TEST(Things, ProgressFollowsTheCountsOfTheFile)
     for (int i = 0; i < 600; ++i) text += "1 2 3\n";
     text += "0 130\n";
     for (int i = 0; i < 130; ++i) text += "1 A\n1 1\n";
-    const TempFile file("progress.thf", text);
     RecordingReporter reporter;
     Account account;
-    const Things reader(file.path(), reporter, account);
+    const Things reader(text, "progress.thf", reporter, account);
     const double wanted[] = {0, 256.0 / 1200, 512.0 / 1200, 0.5, 64.0 / 260 + 0.5, 128.0 / 260 + 0.5};
     ASSERT_EQ(reporter.calls.size(), 6u);
     for (std::size_t i = 0; i < 6; ++i) EXPECT_EQ(reporter.calls[i], std::make_tuple(0, 0, wanted[i])) << i;
