@@ -172,11 +172,11 @@ void SvgFile::writeRow()
     picture->writeRow();
 }
 
-void SvgFile::addLines(LineTrace& trace, const Buffer& owners)
+void SvgFile::addLines(const LineTrace& trace, const Buffer& owners)
 {
     lineWidth = trace.lineWidth();
-    trace.forEachPath([&](std::uint32_t chain, LineTrace::Path points) {
-        const std::uint32_t owner = owners.lineOwner(chain);
+    trace.forEachPath([&](std::uint32_t place, LineTrace::Path points) {
+        const std::uint32_t owner = owners.lineOwner(place);
         Layer& layer = layers[owners.material(owner)];
         const std::uint8_t* const colour = owners.colour(owner);
         if (layer.paths.empty() || !std::equal(layer.colour.begin(), layer.colour.end(), colour)) {

@@ -27,7 +27,7 @@ public:
     void writeRow() override;
     /// After the render, before finish(): takes the lines that show, with the colours and materials that
     /// `owners` knows them by.
-    void addLines(LineTrace& trace, const Buffer& owners);
+    void addLines(const LineTrace& trace, const Buffer& owners);
     void finish() override;
 
 private:

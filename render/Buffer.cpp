@@ -11,15 +11,14 @@ void Buffer::scanFacets(std::span<const ActiveFacet> active, const Camera& camer
     surfaces.scanFacets(active, *facets, camera);
 }
 
-void Buffer::addLines(const LineRow& lineRow, bool keepSurfaces)
+void Buffer::addLines(const LineRow& lineRow) noexcept
 {
-    if (!keepSurfaces) Buffer::clear();
     if (lineRow.empty()) return;
     const std::span<std::uint32_t> owners = surfaces.owners();
     const std::span<double> depths = surfaces.depths();
     for (std::size_t i = 0; i < owners.size(); ++i) {
-        if (lineRow.chain(i) == LineRow::noChain) continue;
-        owners[i] = firstLine + lineRow.chain(i);
+        if (lineRow.place(i) == LineRow::noPlace) continue;
+        owners[i] = firstLine + lineRow.place(i);
         depths[i] = lineRow.depth(i);
     }
 }

@@ -33,7 +33,7 @@ public:
         looks = shades.data();
         firstLine = noFacet;
     }
-    /// Takes lines as owners too: the chain of index 0 is owner `first`, and so on; the shades
+    /// Takes lines as owners too: that of place 0 is owner `first`, and so on; the shades
     /// of the scene hold their colours. Called after setScene().
     void setLines(std::uint32_t first, const LineTable& table) noexcept
     {
@@ -69,8 +69,10 @@ public:
 
     /// Exchanges the row for another one of the same width.
     void exchange(PixelRow& other) noexcept { std::swap(surfaces, other); }
-    /// Puts the lines over the surfaces, which are taken away unless `keepSurfaces`.
-    void addLines(const LineRow& lineRow, bool keepSurfaces);
+    /// Empties the row of what was drawn.
+    void removeSurfaces() noexcept { surfaces.clear(); }
+    /// Puts the lines over what is in the row.
+    void addLines(const LineRow& lineRow) noexcept;
 
     /// Called where lines are drawn, with the surfaces alone in the row, counted from 0 at the top.
     virtual void surfacesDone(int) {}
@@ -95,10 +97,10 @@ public:
     /// The material number of an owner.
     std::uint16_t material(std::uint32_t owner) const noexcept
     {
-        return isLine(owner) ? lines->chain(owner - firstLine).material : facet(owner).material->index;
+        return isLine(owner) ? lines->material(owner - firstLine) : facet(owner).material->index;
     }
-    /// The owner that the chain of that index is.
-    std::uint32_t lineOwner(std::uint32_t chain) const noexcept { return firstLine + chain; }
+    /// The owner that the line of a place is.
+    std::uint32_t lineOwner(std::uint32_t place) const noexcept { return firstLine + place; }
     /// Red, green and blue of an owner.
     const std::uint8_t* colour(std::uint32_t index) const noexcept { return looks[index].colour; }
 

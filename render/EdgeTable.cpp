@@ -87,7 +87,7 @@ struct Sorter {
     const Model& model;
     const ProjectedVertices& vertices;
     const Bands& bands;
-    FacetBands& byBand;
+    BandLists<SimpleFacet>& byBand;
     FacetRows& byRow;
 
     void add(std::uint32_t index) const
@@ -111,7 +111,7 @@ private:
         if (box.surelyMisses()) return true;
         const EdgeRows rows = activeRows(box.top(), -1.0, box.bottom(), -1.0, bands.height);
         if (rows.none() || box.coversNoColumn(bands.width)) return true;
-        const int first = rows.first >> bands.rowBits, last = rows.last >> bands.rowBits;
+        const int first = bands.firstBandOf(rows.first), last = bands.lastBandOf(rows.last);
         if (last - first >= mostBands) return false;
         SimpleFacet simple;
         if (loop.size == 3) simple = simpleTriangle(index, loop, projected);
@@ -152,9 +152,8 @@ void EdgeTable::order(const Model& model, const ProjectedVertices& vertices, con
         const Facet& last = model.facet(model.facetCount() - 1);
         report.upTo(last.firstEdge + last.edgeCount, fraction);
     }
-    workers.forPieces(threads, used, 1, [&](std::size_t i, std::size_t, const Workers::Turn&) {
-        parts[i]->rows.sort(bands.height, bands.rows());
-    });
+    workers.forPieces(threads, used, 1,
+                      [&](std::size_t i, std::size_t, const Workers::Turn&) { parts[i]->rows.sort(bands); });
 }
 
 }   // namespace belvor

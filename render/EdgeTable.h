@@ -1,9 +1,11 @@
 #pragma once
 
 #include "platform/LargeMemory.h"
-#include "render/FacetBands.h"
+#include "render/BandLists.h"
+#include "render/Bands.h"
 #include "render/FacetRows.h"
 #include "render/Sharing.h"
+#include "render/SimpleFacet.h"
 #include "scene/Model.h"
 
 #include <cstddef>
@@ -17,18 +19,6 @@ namespace belvor {
 struct ProjectedVertices {
     LargeVector<Point<3>> points;
     bool allInFront = false;   ///< All are numbers and lie in front of the eye.
-};
-
-/// A picture cut into bands of rows, each drawn as a whole.
-struct Bands {
-    int width, height;   ///< Of the picture.
-    int rowBits;         ///< A band has 2^rowBits rows, the last one maybe fewer.
-
-    int rows() const noexcept { return 1 << rowBits; }
-    std::size_t count() const noexcept
-    {
-        return static_cast<std::size_t>(height + rows() - 1) >> static_cast<unsigned>(rowBits);
-    }
 };
 
 /// Which facets cross which row of a picture. Facets that cross none are left out; simple ones that
@@ -47,17 +37,23 @@ public:
     {
         for (std::size_t i = 0; i < used; ++i) parts[i]->bands.forEachRun(band, take);
     }
-    /// Calls `take` with each other facet whose stepping begins on row `y`.
+    /// Calls `take` with each other facet whose first row is `y`.
     template <class Take>
     void forEachFacet(int y, Take take) const
     {
         for (std::size_t i = 0; i < used; ++i) parts[i]->rows.forEach(y, take);
     }
+    /// Calls `take` with each other facet that crosses the first row drawn with a band and rows above it.
+    template <class Take>
+    void forEachFromAbove(std::size_t band, Take take) const
+    {
+        for (std::size_t i = 0; i < used; ++i) parts[i]->rows.forEachFromAbove(band, take);
+    }
 
 private:
     /// What one thread adds.
     struct Part {
-        FacetBands bands;
+        BandLists<SimpleFacet> bands;
         FacetRows rows;
     };
     std::vector<std::unique_ptr<Part>> parts;

@@ -1,14 +1,15 @@
 #pragma once
 
+#include "render/Bands.h"
+
 #include <cstddef>
 #include <cstdint>
-#include <span>
 #include <vector>
 
 namespace belvor {
 
-/// Facets by the rows on which stepping them begins: the first row that they cross, and the
-/// first row of each band of rows that they reach into.
+/// Facets by the rows on which stepping them begins: the first row that they cross, and the first row
+/// that is drawn with each further band that they reach into.
 class FacetRows {
 public:
     /// Forgets all facets.
@@ -17,31 +18,35 @@ public:
     /// Adds the facet of that index, which crosses the rows `first` to `last`, 0 at the least.
     void add(int first, int last, std::uint32_t facet) { entries.push_back({first, last, facet}); }
 
-    /// Sorts what was added (a counting sort) for a picture of `height` rows in bands of
-    /// `bandRows` rows. Rows are less than `height`.
-    void sort(int height, int bandRows)
+    /// Sorts what was added (a counting sort) for a picture of these bands.
+    void sort(const Bands& picture)
     {
-        band = bandRows;
+        bands = picture;
         tall.clear();
-        rowStarts.assign(static_cast<std::size_t>(height) + 1, 0);
+        listStarts.assign(static_cast<std::size_t>(bands.height) + bands.count() + 1, 0);
         for (const Entry& entry : entries) {
-            forEachBegin(entry, [this](std::size_t row) { ++rowStarts[row + 1]; });
+            forEachList(entry, [this](std::size_t list) { ++listStarts[list + 1]; });
             if (isTall(entry)) tall.push_back(entry);
         }
-        for (std::size_t y = 1; y < rowStarts.size(); ++y) rowStarts[y] += rowStarts[y - 1];
-        facetsByRow.resize(rowStarts.back());
-        nextOfRow.assign(rowStarts.begin(), rowStarts.end() - 1);
+        for (std::size_t i = 1; i < listStarts.size(); ++i) listStarts[i] += listStarts[i - 1];
+        facets.resize(listStarts.back());
+        nextOfList.assign(listStarts.begin(), listStarts.end() - 1);
         for (const Entry& entry : entries)
-            forEachBegin(entry, [&](std::size_t row) { facetsByRow[nextOfRow[row]++] = entry.facet; });
+            forEachList(entry, [&](std::size_t list) { facets[nextOfList[list]++] = entry.facet; });
     }
 
-    /// Calls `take` with each facet whose stepping begins on `row`, once sorted.
+    /// Calls `take` with each facet whose first row is `row`, once sorted.
     template <class Take>
     void forEach(int row, Take take) const
     {
-        const auto index = static_cast<std::size_t>(row);
-        for (std::uint32_t i = rowStarts[index]; i < rowStarts[index + 1]; ++i) take(facetsByRow[i]);
-        if (row % band != 0) return;
+        takeList(static_cast<std::size_t>(row), take);
+    }
+    /// Calls `take` with each facet that crosses the first row drawn with a band and rows above it.
+    template <class Take>
+    void forEachFromAbove(std::size_t band, Take take) const
+    {
+        takeList(listOf(band), take);
+        const int row = bands.drawnRowsOf(band).first;
         for (const Entry& entry : tall)
             if (entry.first < row && row <= entry.last) take(entry.facet);
     }
@@ -53,21 +58,37 @@ private:
     };
 
     /// Facets over many bands are not entered into each: there may be millions of them.
-    bool isTall(const Entry& entry) const noexcept { return entry.last / band - entry.first / band > 8; }
+    bool isTall(const Entry& entry) const noexcept
+    {
+        return bands.lastBandOf(entry.last) - bands.firstBandOf(entry.first) > 8;
+    }
+
+    /// The lists of the bands stand behind those of the rows.
+    std::size_t listOf(std::size_t band) const noexcept
+    {
+        return static_cast<std::size_t>(bands.height) + band;
+    }
 
     template <class Take>
-    void forEachBegin(const Entry& entry, Take take) const
+    void forEachList(const Entry& entry, Take take) const
     {
         take(static_cast<std::size_t>(entry.first));
         if (isTall(entry)) return;
-        for (int row = (entry.first / band + 1) * band; row <= entry.last; row += band)
-            take(static_cast<std::size_t>(row));
+        const auto last = static_cast<std::size_t>(bands.lastBandOf(entry.last));
+        for (auto band = static_cast<std::size_t>(bands.firstBandOf(entry.first)); band <= last; ++band)
+            if (bands.drawnRowsOf(band).first > entry.first) take(listOf(band));
     }
 
-    int band = 1;   // rows
+    template <class Take>
+    void takeList(std::size_t list, Take take) const
+    {
+        for (std::uint32_t i = listStarts[list]; i < listStarts[list + 1]; ++i) take(facets[i]);
+    }
+
+    Bands bands{};
     std::vector<Entry> entries, tall;
-    std::vector<std::uint32_t> rowStarts;   // of each row, in facetsByRow
-    std::vector<std::uint32_t> facetsByRow, nextOfRow;
+    std::vector<std::uint32_t> listStarts;   // in `facets`: of each row, then of each band
+    std::vector<std::uint32_t> facets, nextOfList;
 };
 
 }   // namespace belvor

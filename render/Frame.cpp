@@ -2,13 +2,14 @@
 
 #include "errors/Reporter.h"
 #include "render/Buffer.h"
+#include "render/LinePainter.h"
+#include "render/Projection.h"
 #include "scene/Camera.h"
 
 #include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <cstddef>
-#include <new>
 #include <utility>
 
 namespace belvor {
@@ -33,29 +34,6 @@ private:
     std::chrono::steady_clock::time_point last = std::chrono::steady_clock::now();
 };
 
-/// Projects the vertices `first` to `end` − 1, at most a block of them. Whether all are numbers and lie in
-/// front of the eye.
-bool projectBlock(const Model& model, const Camera& camera, std::size_t first, std::size_t end,
-                  Point<3>* projected)
-{
-    CoordinateBlock block{};
-    const std::size_t count = end - first;
-    for (std::size_t i = 0; i < count; ++i) {
-        const Point<3>& position = model.vertex(static_cast<std::uint32_t>(first + i)).position;
-        block.x[i] = position[0];
-        block.y[i] = position[1];
-        block.z[i] = position[2];
-    }
-    camera.project(block);
-    bool inFront = true;
-    for (std::size_t i = 0; i < count; ++i) {
-        const double x = block.x[i], y = block.y[i], depth = block.z[i];
-        projected[first + i] = {x, y, depth};
-        inFront &= x == x && y == y && depth < 0.0;
-    }
-    return inFront;
-}
-
 }   // namespace
 
 void Frame::render(const Model& model, const Camera& camera, const LightSet& lighting, Buffer& buffer,
@@ -64,12 +42,12 @@ void Frame::render(const Model& model, const Camera& camera, const LightSet& lig
     const int width = buffer.width(), height = static_cast<int>(camera.height);
     ended = false;
     project(model, camera, progress);
-    bands = chooseBands(model, width, height);
+    bands = chooseBands(model, width, height, style);
     edges.order(model, vertices, bands, sharing, progress);
     shadeFacets(model, camera, lighting, shades, brightness, sharing, progress);
-    buffer.setScene(model, shades);
-    if (style.any()) walkRowsWithLines(model, camera, buffer, progress, style);
-    else scanRows(model, camera, buffer, progress, [&buffer](int y) { buffer.lineDone(y); });
+    if (style.draws()) collectLines(model, camera, buffer, style, progress);
+    else buffer.setScene(model, shades);
+    drawBands(model, camera, buffer, progress, style);
     ended = true;
 }
 
@@ -80,13 +58,14 @@ void Frame::project(const Model& model, const Camera& camera, Reporter& progress
     std::atomic<bool> allInFront = true;
     StageReport report(progress, interval);
     const auto fraction = [count](double vertex) { return vertex / (3.0 * static_cast<double>(count)); };
+    const auto positionOf = [&model](std::uint32_t i) -> const Point<3>& { return model.vertex(i).position; };
     vertices.points.resize(count);
     const auto projectPiece = [&](std::size_t first, std::size_t end, const Workers::Turn& turn) {
         bool inFront = true;
         for (std::size_t i = first; i < end && !turn.stopping();) {
             if (turn.thread == 0) report.upTo(i + 1, fraction);
             const std::size_t blockEnd = std::min(end, i + CoordinateBlock::size);
-            inFront &= projectBlock(model, camera, i, blockEnd, vertices.points.data());
+            inFront &= projectPoints(camera, i, blockEnd, positionOf, vertices.points.data());
             i = blockEnd;
         }
         if (!inFront) allInFront = false;
@@ -99,35 +78,60 @@ void Frame::project(const Model& model, const Camera& camera, Reporter& progress
 
 /// Few enough rows that they stay in a processor's cache and every thread has several bands, enough
 /// that facets reach into few. One thread where there is little work and others would come too late.
-Bands Frame::chooseBands(const Model& model, int width, int height) noexcept
+Bands Frame::chooseBands(const Model& model, int width, int height, const LineStyle& style) noexcept
 {
     constexpr int cachedPixels = 65536, mostBits = 6;
-    const double work = static_cast<double>(width) * height + 16.0 * model.facetCount();
+    const double lineWork = style.draws() ? 16.0 * (model.curveCount() + model.facetCount()) : 0.0;
+    const double work = static_cast<double>(width) * height + 16.0 * model.facetCount() + lineWork;
     drawingThreads = work <= 100.0 * static_cast<double>(sharing.pieceSize) ? 1 : sharing.threads;
     int rows = cachedPixels / width;
     if (drawingThreads > 1) rows = std::min(rows, height / static_cast<int>(4 * drawingThreads));
     int bits = 1;
     while (bits < mostBits && 2 << bits <= rows) ++bits;
-    return {width, height, bits};
+    return {width, height, bits, style.draws() ? 1 : 0};
+}
+
+void Frame::collectLines(const Model& model, const Camera& camera, Buffer& buffer, const LineStyle& style,
+                         Reporter& progress)
+{
+    Patience patience(progress);
+    lines.collect(model, camera, vertices.points.data(), style, shades, bands, sharing,
+                  [&patience] { patience.check(0.0); });
+    buffer.setScene(model, shades);
+    buffer.setLines(model.facetCount(), lines);
+    if (style.trace) style.trace->restart(lines, style.width, drawingThreads);
 }
 
 /// Draws bands, each on any thread.
 class Frame::BandPainter {
 public:
-    BandPainter(Frame& owner, const Model& drawn, const Camera& view, const Buffer& sink)
+    BandPainter(Frame& owner, const Model& drawn, const Camera& view, const Buffer& sink,
+                const LineStyle& style)
         : frame(owner),
           model(drawn),
           camera(view),
-          buffer(sink)
-    {}
+          buffer(sink),
+          drawsLines(style.draws())
+    {
+        for (unsigned i = 0; drawsLines && i < frame.drawingThreads; ++i)
+            linePainters.emplace_back(model, camera, frame.lines, style,
+                                      style.trace ? style.trace->part(i) : nullptr);
+    }
 
     /// Calls `pause` now and then.
     template <class Pause>
-    void draw(std::size_t band, std::vector<PixelRow>& rows, const Workers::Turn& turn, Pause pause) const
+    void draw(std::size_t band, BandRows& rows, const Workers::Turn& turn, Pause pause)
+    {
+        drawSurfaces(band, rows.surfaces, turn, pause);
+        if (drawsLines && !turn.stopping()) drawLines(band, rows, turn, pause);
+    }
+
+private:
+    template <class Pause>
+    void drawSurfaces(std::size_t band, std::vector<PixelRow>& rows, const Workers::Turn& turn, Pause pause)
     {
         const Bands& picture = frame.bands;
-        const int first = static_cast<int>(band) << picture.rowBits,
-                  end = std::min(first + picture.rows(), picture.height);
+        const auto [first, end] = picture.drawnRowsOf(band);
         if (rows.empty() || rows.front().width() != picture.width) rows.clear();
         while (rows.size() < static_cast<std::size_t>(end - first)) rows.emplace_back(picture.width);
         std::vector<FillRow> targets;
@@ -143,83 +147,72 @@ public:
                 frame.sharing.fillFacets(facets, count, &frame.vertices.points[0][0], target);
         });
         FacetStepper& stepper = frame.steppers[turn.thread];
+        const auto enter = [&stepper](std::uint32_t facet) { stepper.enter(facet); };
         stepper.restart(model, frame.vertices.points.data(), picture.height);
+        frame.edges.forEachFromAbove(band, enter);
         for (int y = first; y < end && !turn.stopping(); ++y) {
             pause();
-            frame.edges.forEachFacet(y, [&stepper](std::uint32_t facet) { stepper.enter(facet); });
+            frame.edges.forEachFacet(y, enter);
             rows[static_cast<std::size_t>(y - first)].scanFacets(stepper.row(y), model, camera);
         }
     }
 
-private:
+    template <class Pause>
+    void drawLines(std::size_t band, BandRows& rows, const Workers::Turn& turn, Pause pause)
+    {
+        constexpr std::size_t segmentsBetweenPauses = 1024;
+        const Bands::Rows own = frame.bands.rowsOf(band);
+        const auto rowCount = static_cast<std::size_t>(own.end - own.first);
+        if (rows.lines.size() < rowCount) rows.lines.resize(rowCount);
+        for (LineRow& row : rows.lines) row.clear(frame.bands.width);
+        if (!buffer.needsRows(own.first, own.end)) return;
+        LinePainter& painter = linePainters[turn.thread];
+        painter.setRows(own, rows.lines.data(), frame.bands.drawnRowsOf(band), rows.surfaces.data());
+        std::size_t drawn = 0;
+        frame.lines.forEachSegment(band, [&](const LineSegment& segment) {
+            if (++drawn % segmentsBetweenPauses == 0) pause();
+            if (!turn.stopping()) painter.draw(segment);
+        });
+    }
+
     Frame& frame;
     const Model& model;
     const Camera& camera;
     const Buffer& buffer;
+    const bool drawsLines;
+    std::vector<LinePainter> linePainters;   // one a thread
 };
 
-/// The surfaces of all rows, in bands by all threads; the buffer takes their rows in order.
-void Frame::scanRows(const Model& model, const Camera& camera, Buffer& buffer, Reporter& progress,
-                     const RowTaker& take)
+/// The rows of all bands, by all threads; the buffer takes them in order.
+void Frame::drawBands(const Model& model, const Camera& camera, Buffer& buffer, Reporter& progress,
+                      const LineStyle& style)
 {
     const std::size_t slotCount = drawingThreads == 1 ? 1 : std::min(2 * drawingThreads, drawingThreads + 8);
     steppers.resize(std::max<std::size_t>(steppers.size(), drawingThreads));
     slots.resize(std::max(slots.size(), slotCount));
     Patience patience(progress);
     int taken = 0;
-    const BandPainter painter(*this, model, camera, buffer);
+    BandPainter painter(*this, model, camera, buffer, style);
     const auto drawBand = [&](std::size_t band, std::size_t slot, const Workers::Turn& turn) {
         painter.draw(band, slots[slot], turn, [&] {
             if (turn.thread == 0) patience.check(static_cast<double>(taken) / bands.height);
         });
     };
     const auto takeBand = [&](std::size_t band, std::size_t slot) {
-        const int end = std::min((static_cast<int>(band) + 1) << bands.rowBits, bands.height);
-        for (std::size_t i = 0; taken < end; ++i, ++taken) {
+        const Bands::Rows own = bands.rowsOf(band);
+        const int above = own.first - bands.drawnRowsOf(band).first;
+        for (; taken < own.end; ++taken) {
             progress.check(2, 1, static_cast<double>(taken) / bands.height);
+            const int row = taken - own.first;
             // The buffer's own row is the calling thread's: it is exchanged while others draw.
-            buffer.exchange(slots[slot][i]);
-            take(taken);
+            buffer.exchange(slots[slot].surfaces[static_cast<std::size_t>(row + above)]);
+            if (style.any()) buffer.surfacesDone(taken);
+            if (!style.surfaces) buffer.removeSurfaces();
+            if (style.draws()) buffer.addLines(slots[slot].lines[static_cast<std::size_t>(row)]);
+            buffer.lineDone(taken);
         }
     };
     Workers::ofProcess().inOrder(drawingThreads, bands.count(), slotCount, drawBand, takeBand);
-}
-
-void Frame::collectLines(const Model& model, const Camera& camera, Buffer& buffer, const LineStyle& style)
-{
-    lines.collect(model, camera, vertices.points.data(), style, shades);
-    if (shades.size() >= Buffer::noFacet) throw std::bad_alloc();   // owners have 32 bits
-    buffer.setScene(model, shades);
-    buffer.setLines(model.facetCount(), lines);
-    lineStepper.restart(lines, buffer.width(), static_cast<int>(camera.height), style.width, style.trace);
-    for (LineRow& row : lineRows) row.clear(buffer.width());
-    if (rowAbove.width() != buffer.width()) rowAbove = PixelRow(buffer.width());
-}
-
-/// Each row is delivered when the surfaces of the next one are known: a line between two rows
-/// needs both.
-void Frame::walkRowsWithLines(const Model& model, const Camera& camera, Buffer& buffer, Reporter& progress,
-                              const LineStyle& style)
-{
-    collectLines(model, camera, buffer, style);
-    const int height = static_cast<int>(camera.height);
-    LineVisibility visibility(model, camera, lines, style.outlines);
-    const auto step = [&](int y, const SurfaceRow& below) {
-        SurfaceRow above;
-        if (y > 0) above = {rowAbove.owners(), rowAbove.depths()};
-        visibility.setRows(y - 1, above, below);
-        lineRows[1].clear(buffer.width());
-        lineStepper.step(y - 1, visibility, lineRows[0], lineRows[1]);
-        buffer.exchange(rowAbove);
-        if (y > 0) {
-            buffer.surfacesDone(y - 1);
-            buffer.addLines(lineRows[0], style.surfaces);
-            buffer.lineDone(y - 1);
-        }
-        std::swap(lineRows[0], lineRows[1]);
-    };
-    scanRows(model, camera, buffer, progress, [&](int y) { step(y, {buffer.owners(), buffer.depths()}); });
-    step(height, {});
 }
 
 Extent<3> Frame::screenExtent() const noexcept

@@ -1,15 +1,15 @@
 #pragma once
 
+#include "render/Bands.h"
 #include "render/EdgeTable.h"
 #include "render/FacetStepper.h"
-#include "render/LineStepper.h"
+#include "render/LineRow.h"
 #include "render/LineStyle.h"
 #include "render/LineTable.h"
 #include "render/PixelRow.h"
 #include "render/Shading.h"
 
 #include <cstdint>
-#include <functional>
 #include <vector>
 
 namespace belvor {
@@ -45,29 +45,29 @@ public:
     Extent<3> screenExtent() const noexcept;
 
 private:
-    void project(const Model& model, const Camera& camera, Reporter& progress);
-    /// Called with the surfaces of row `y` in the buffer.
-    using RowTaker = std::function<void(int y)>;
+    /// The surfaces of a band with its margins, and its lines where the picture has any.
+    struct BandRows {
+        std::vector<PixelRow> surfaces;
+        std::vector<LineRow> lines;
+    };
     class BandPainter;
-    Bands chooseBands(const Model& model, int width, int height) noexcept;
-    void scanRows(const Model& model, const Camera& camera, Buffer& buffer, Reporter& progress,
-                  const RowTaker& take);
-    void collectLines(const Model& model, const Camera& camera, Buffer& buffer, const LineStyle& style);
-    void walkRowsWithLines(const Model& model, const Camera& camera, Buffer& buffer, Reporter& progress,
-                           const LineStyle& style);
+
+    void project(const Model& model, const Camera& camera, Reporter& progress);
+    Bands chooseBands(const Model& model, int width, int height, const LineStyle& style) noexcept;
+    void collectLines(const Model& model, const Camera& camera, Buffer& buffer, const LineStyle& style,
+                      Reporter& progress);
+    void drawBands(const Model& model, const Camera& camera, Buffer& buffer, Reporter& progress,
+                   const LineStyle& style);
 
     const Sharing sharing;
     ProjectedVertices vertices;
     EdgeTable edges;
-    Bands bands{};                              // what a thread takes at a time
-    unsigned drawingThreads = 1;                // that take bands
-    std::vector<FacetStepper> steppers;         // one a thread
-    std::vector<std::vector<PixelRow>> slots;   // of finished bands
+    Bands bands{};                        // what a thread takes at a time
+    unsigned drawingThreads = 1;          // that take bands
+    std::vector<FacetStepper> steppers;   // one a thread
+    std::vector<BandRows> slots;          // of finished bands
     LargeVector<FacetShade> shades;
     LineTable lines;
-    LineStepper lineStepper;
-    LineRow lineRows[2];
-    PixelRow rowAbove;
     bool ended = false;
     double brightness = 1.0;   // the brightest channel of the last shading
 };

@@ -22,8 +22,6 @@ struct Integers {
     {}
     bool none() const noexcept { return first > last; }
     bool holds(double value) const noexcept { return value >= first && value <= last; }
-    /// Whether an integer of the range is one of the two at either end.
-    bool nearEnd(double value) const noexcept { return value <= first + 1.0 || value >= last - 1.0; }
     bool leavesOut(double value) const noexcept { return none() || value < first || value > last; }
     double first, last;
 };

@@ -1,10 +1,14 @@
 #include "render/LineTable.h"
 
 #include "render/Outlines.h"
+#include "render/Projection.h"
 #include "scene/Camera.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
+#include <new>
+#include <span>
 
 namespace belvor {
 namespace {
@@ -17,9 +21,10 @@ bool isFinite(const Point<3>& p) noexcept
 /// Whether an integer lies between the two, themselves included.
 bool holdsInteger(double a, double b) noexcept { return std::ceil(std::min(a, b)) <= std::max(a, b); }
 
-/// Whether a straight segment takes any pixel by the rules of columns and rows.
+/// Whether a segment takes any pixel by the rules of columns and rows, or as a dot.
 bool takesPixel(const LineSegment& segment) noexcept
 {
+    if (segment.kind != LineSegment::Kind::straight) return segment.kind == LineSegment::Kind::dot;
     const double x0 = segment.from[0], y0 = segment.from[1], x1 = segment.to[0], y1 = segment.to[1];
     return (x0 != x1 && holdsInteger(x0, x1)) || (y0 != y1 && holdsInteger(y0, y1));
 }
@@ -31,7 +36,8 @@ public:
     explicit EyeCut(const Camera& view)
         : camera(view),
           perspective(view.describe().kind == 0),
-          limit(view.radius * 0x1p-20)
+          limit(view.radius * 0x1p-20),
+          sureDepth(-view.scale / (2.0 * limit))
     {}
 
     bool inFront(const Point<3>& p) const noexcept { return !perspective || ahead(p) >= 0.0; }
@@ -51,7 +57,7 @@ public:
     /// Whether the screen depth alone tells that inFront() is true.
     bool surelyInFront(double depth) const noexcept
     {
-        return !perspective || (depth < 0.0 && depth > -camera.scale / (2.0 * limit));
+        return !perspective || (depth < 0.0 && depth > sureDepth);
     }
 
 private:
@@ -62,107 +68,195 @@ private:
 
     const Camera& camera;
     const bool perspective;
-    const double limit;
+    const double limit;       // ahead of the eye
+    const double sureDepth;   // of twice the limit
 };
 
 }   // namespace
 
+/// Fills a table, in pieces of it on any thread.
 class LineTable::Collector {
 public:
     Collector(LineTable& filled, const Model& scene, const Camera& view, const LineStyle& lines,
-              LargeVector<FacetShade>& paints)
+              LargeVector<FacetShade>& paints, const Sharing& threads, const std::function<void()>& pauses)
         : table(filled),
           model(scene),
           camera(view),
           style(lines),
           shades(paints),
-          eye(view)
+          sharing(threads),
+          pause(pauses),
+          eye(view),
+          reach(lines.width / 2)
     {}
 
-    void addCurves()
+    void run(const Point<3>* projected)
     {
-        for (std::uint32_t i = 0; i < model.curveCount(); ++i) {
-            const Curve& curve = model.curve(i);
-            const Colour& colour = curve.material->colour;
-            pattern.rule = LineRule::curve;
-            begin({noOutline, curve.material->index},
-                  {{toByte(colour[0]), toByte(colour[1]), toByte(colour[2])}, false});
-            if (curve.pointCount == 1) addDot(model.curvePoint(curve.firstPoint));
-            for (std::uint32_t k = 1; k < curve.pointCount; ++k)
-                addPiece(model.curvePoint(curve.firstPoint + k - 1), model.curvePoint(curve.firstPoint + k));
-            end();
+        const std::uint32_t curves = style.curves ? model.curveCount() : 0;
+        const std::uint32_t points = curves == 0 ? 0 : endOf(model.curve(curves - 1));
+        const std::size_t edges = style.outlines ? style.outlines->size() : 0;
+        const std::size_t facets = shades.size(), places = points + edges;
+        if (facets + places >= noFacet) throw std::bad_alloc();   // owners have 32 bits
+        table.scene = &model;
+        table.curvePlaces = points;
+        table.sources.resize(places);
+        table.kept.assign(style.trace ? places : 0, LineSegment{});
+        shades.resize(facets + places);
+        placeShades = shades.data() + facets;
+        if (points != 0) {
+            projectCurves(points);
+            const std::size_t piece = std::max<std::size_t>(sharing.pieceSize * curves / points, 1);
+            forPieces(curves, piece, [&](std::size_t i, unsigned thread) {
+                addCurve(model.curve(static_cast<std::uint32_t>(i)), thread);
+            });
         }
-    }
-
-    void addOutlines(const Point<3>* projected)
-    {
-        const Outlines& outlines = *style.outlines;
-        for (std::uint32_t i = 0; i < outlines.size(); ++i) {
-            const Outlines::Outline& edge = outlines[i];
-            const bool freeStanding =
-                edge.kind == Outlines::Kind::border || outlines.isContour(i, model, camera, shades.data());
-            if (!freeStanding && !style.everyEdge && edge.kind == Outlines::Kind::smooth) continue;
-            const std::uint32_t facet = outlines.colouringFacet(i, shades.data());
-            FacetShade shade = shades[facet];
-            for (std::uint8_t& channel : shade.colour)
-                channel = static_cast<std::uint8_t>(channel * 35 / 100);
-            const std::span<const Outlines::Use> uses = outlines.uses(i);
-            pattern.rule = freeStanding ? LineRule::outline : LineRule::crease;
-            pattern.ownFacets[0] = uses[0].facet();
-            pattern.ownFacets[1] = uses.size() > 1 ? uses[1].facet() : noFacet;
-            pattern.hasMoreFacets = uses.size() > 2;
-            begin({i, model.facet(facet).material->index}, shade);
-            const Point<3>&from = projected[edge.from], &to = projected[edge.to];
-            if (eye.surelyInFront(from[2]) && eye.surelyInFront(to[2])) addProjected(from, to);
-            else addPiece(model.vertex(edge.from).position, model.vertex(edge.to).position);
-            end();
-        }
+        forPieces(edges, sharing.pieceSize, [&](std::size_t i, unsigned thread) {
+            addEdge(static_cast<std::uint32_t>(i), projected, thread);
+        });
     }
 
 private:
-    void begin(const LineChain& chain, FacetShade shade)
+    static std::uint32_t endOf(const Curve& curve) noexcept { return curve.firstPoint + curve.pointCount; }
+
+    template <class Work>
+    void forPieces(std::size_t count, std::size_t pieceSize, Work work)
     {
+        Workers::ofProcess().forPieces(sharing.threads, count, pieceSize,
+                                       [&](std::size_t first, std::size_t end, const Workers::Turn& turn) {
+                                           if (turn.thread == 0) pause();
+                                           for (std::size_t i = first; i < end && !turn.stopping(); ++i)
+                                               work(i, turn.thread);
+                                       });
+    }
+
+    void projectCurves(std::uint32_t points)
+    {
+        table.curvePoints.resize(points);
+        const std::size_t blocks = (points + CoordinateBlock::size - 1) / CoordinateBlock::size;
+        forPieces(blocks, std::max<std::size_t>(sharing.pieceSize / CoordinateBlock::size, 1),
+                  [&](std::size_t number, unsigned) {
+                      const std::size_t first = number * CoordinateBlock::size;
+                      projectPoints(
+                          camera, first, std::min<std::size_t>(first + CoordinateBlock::size, points),
+                          [this](std::uint32_t i) -> const Point<3>& { return model.curvePoint(i); },
+                          table.curvePoints.data());
+                  });
+    }
+
+    void addCurve(const Curve& curve, unsigned thread)
+    {
+        const Colour& colour = curve.material->colour;
+        FacetShade shade{{toByte(colour[0]), toByte(colour[1]), toByte(colour[2])}, false};
         if (style.colour) std::copy_n(style.colour->begin(), 3, shade.colour);
-        table.chains.push_back(chain);
-        shades.push_back(shade);
-        pattern.chain = static_cast<std::uint32_t>(table.chains.size() - 1);
-        firstSegment = table.segments.size();
-        hasPixel = false;
+        const std::uint32_t first = curve.firstPoint, end = endOf(curve);
+        std::fill(placeShades + first, placeShades + end, shade);
+        std::fill(table.sources.begin() + first, table.sources.begin() + end, curve.material->index);
+
+        // Too short to take a pixel, it gets the one next to the middle of its first piece.
+        LineSegment segment{{},   {}, first, {noFacet, noFacet}, LineSegment::Kind::nothing, LineRule::curve,
+                            false};
+        LineSegment firstPiece = segment;
+        std::uint32_t at = first;
+        for (; at < end; ++at) {
+            makePiece(curve, at, segment);
+            if (takesPixel(segment)) break;
+            if (firstPiece.kind == LineSegment::Kind::nothing) firstPiece = segment;
+        }
+        if (at == end) {
+            if (firstPiece.kind == LineSegment::Kind::nothing) return;
+            firstPiece.kind = LineSegment::Kind::middle;
+            return list(firstPiece, thread);
+        }
+        for (at = style.trace ? first : at; at < end; ++at) {
+            makePiece(curve, at, segment);
+            if (style.trace ? segment.kind != LineSegment::Kind::nothing : takesPixel(segment))
+                list(segment, thread);
+        }
     }
 
-    void addDot(const Point<3>& point)
+    /// The piece from a point of a curve to the next one, or the point that is all of it.
+    void makePiece(const Curve& curve, std::uint32_t at, LineSegment& segment) const
     {
-        if (!eye.inFront(point)) return;
-        const Point<3> projected = camera.project(point);
-        if (isFinite(projected)) add(projected, projected, LineSegment::Kind::dot);
+        segment.kind = LineSegment::Kind::nothing;
+        segment.place = at;
+        const Point<3>* const projected = &table.curvePoints[at];
+        if (at + 1 < endOf(curve)) {
+            setEnds(segment, model.curvePoint(at), model.curvePoint(at + 1), projected[0], projected[1]);
+        } else if (curve.pointCount == 1 && isFinite(*projected) && eye.inFront(model.curvePoint(at))) {
+            segment.from = segment.to = *projected;
+            segment.kind = LineSegment::Kind::dot;
+        }
     }
 
-    void addPiece(Point<3> from, Point<3> to)
+    void addEdge(std::uint32_t index, const Point<3>* projected, unsigned thread)
     {
-        if (eye.cut(from, to)) addProjected(camera.project(from), camera.project(to));
+        using Kind = Outlines::Kind;
+        const Outlines& outlines = *style.outlines;
+        const Outlines::Outline& edge = outlines[index];
+        if (edge.kind == Kind::border && edge.hasCurve && style.curves) return;
+        const bool freeStanding =
+            edge.kind == Kind::border || outlines.isContour(index, model, camera, shades.data());
+        if (!freeStanding && edge.kind == Kind::smooth && !style.everyEdge) return;
+
+        const std::uint32_t facet = outlines.colouringFacet(index, shades.data());
+        const std::uint32_t place = table.curvePlaces + index;
+        FacetShade shade = shades[facet];
+        for (std::uint8_t& channel : shade.colour) channel = static_cast<std::uint8_t>(channel * 35 / 100);
+        if (style.colour) std::copy_n(style.colour->begin(), 3, shade.colour);
+        placeShades[place] = shade;
+        table.sources[place] = facet;
+        const std::span<const Outlines::Use> uses = outlines.uses(index);
+        LineSegment segment{{},
+                            {},
+                            place,
+                            {uses[0].facet(), uses.size() > 1 ? uses[1].facet() : noFacet},
+                            LineSegment::Kind::nothing,
+                            freeStanding ? LineRule::outline : LineRule::crease,
+                            uses.size() > 2};
+        setEnds(segment, model.vertex(edge.from).position, model.vertex(edge.to).position,
+                projected[edge.from], projected[edge.to]);
+        if (segment.kind == LineSegment::Kind::nothing) return;
+        if (!takesPixel(segment)) segment.kind = LineSegment::Kind::middle;
+        list(segment, thread);
     }
 
-    void addProjected(const Point<3>& from, const Point<3>& to)
+    void setEnds(LineSegment& segment, const Point<3>& from, const Point<3>& to,
+                 const Point<3>& projectedFrom, const Point<3>& projectedTo) const
     {
-        if (isFinite(from) && isFinite(to)) add(from, to, LineSegment::Kind::straight);
+        segment.from = projectedFrom;
+        segment.to = projectedTo;
+        if (!eye.surelyInFront(projectedFrom[2]) || !eye.surelyInFront(projectedTo[2])) {
+            Point<3> start = from, end = to;
+            if (!eye.cut(start, end)) return;
+            segment.from = camera.project(start);
+            segment.to = camera.project(end);
+        }
+        if (isFinite(segment.from) && isFinite(segment.to)) segment.kind = LineSegment::Kind::straight;
     }
 
-    void add(const Point<3>& from, const Point<3>& to, LineSegment::Kind kind)
+    /// Puts a segment into the list of the bands that it may have pixels in.
+    void list(const LineSegment& segment, unsigned thread)
     {
-        pattern.from = from;
-        pattern.to = to;
-        pattern.kind = kind;
-        pattern.index = static_cast<std::uint32_t>(table.segments.size());
-        table.segments.push_back(pattern);
-        hasPixel = hasPixel || kind == LineSegment::Kind::dot || takesPixel(table.segments.back());
-    }
-
-    /// A chain too short to take a pixel gets the one next to the middle of its first segment.
-    void end()
-    {
-        if (hasPixel || table.segments.size() == firstSegment) return;
-        table.segments.resize(firstSegment + 1);
-        table.segments.back().kind = LineSegment::Kind::middle;
+        constexpr double rounded =
+            0x1p30;   // from there on a point between the ends may lie rows beside them
+        if (style.trace) table.kept[segment.place] = segment;
+        const Bands& bands = table.bandsOfPicture;
+        const double left = std::min(segment.from[0], segment.to[0]),
+                     right = std::max(segment.from[0], segment.to[0]);
+        const double top = std::min(segment.from[1], segment.to[1]),
+                     bottom = std::max(segment.from[1], segment.to[1]);
+        const double margin = reach + 2.0;
+        if (right < -margin || left > bands.width + margin) return;
+        double first = 0.0, last = bands.height - 1.0;
+        if (std::abs(top) < rounded && std::abs(bottom) < rounded) {
+            first = std::max(first, std::floor(top) - reach);
+            last = std::min(last, std::floor(bottom) + 1.0 + reach);
+        }
+        if (!(first <= last)) return;
+        const auto firstBand = static_cast<unsigned>(first) >> bands.rowBits,
+                   lastBand = static_cast<unsigned>(last) >> bands.rowBits;
+        const auto level = static_cast<std::size_t>(std::bit_width(firstBand ^ lastBand));
+        table.parts[thread]->add(table.levelStarts[level] + (firstBand >> level), segment);
     }
 
     LineTable& table;
@@ -170,21 +264,34 @@ private:
     const Camera& camera;
     const LineStyle& style;
     LargeVector<FacetShade>& shades;
+    FacetShade* placeShades = nullptr;
+    const Sharing& sharing;
+    const std::function<void()>& pause;
     const EyeCut eye;
-    LineSegment pattern{{},    {}, 0, {noFacet, noFacet}, LineSegment::Kind::straight, LineRule::curve,
-                        false, 0};
-    std::size_t firstSegment = 0;   // of the chain at hand
-    bool hasPixel = false;
+    const int reach;   // pixels to each side of a line's middle
 };
 
-void LineTable::collect(const Model& model, const Camera& camera, const Point<3>* projected,
-                        const LineStyle& style, LargeVector<FacetShade>& shades)
+void LineTable::restart(const Bands& bands, unsigned threads)
 {
-    chains.clear();
-    segments.clear();
-    Collector collector(*this, model, camera, style, shades);
-    if (style.curves) collector.addCurves();
-    if (style.outlines) collector.addOutlines(projected);
+    bandsOfPicture = bands;
+    levelStarts.clear();
+    std::size_t lists = 0;
+    for (std::size_t level = 0;; ++level) {
+        const std::size_t ofLevel = ((bands.count() - 1) >> level) + 1;
+        levelStarts.push_back(lists);
+        lists += ofLevel;
+        if (ofLevel == 1) break;
+    }
+    while (parts.size() < threads) parts.push_back(std::make_unique<BandLists<LineSegment>>());
+    for (const auto& part : parts) part->restart(lists);
+}
+
+void LineTable::collect(const Model& model, const Camera& camera, const Point<3>* projected,
+                        const LineStyle& style, LargeVector<FacetShade>& shades, const Bands& bands,
+                        const Sharing& sharing, const std::function<void()>& pause)
+{
+    restart(bands, std::min(sharing.threads, Workers::maxThreads));
+    Collector(*this, model, camera, style, shades, sharing, pause).run(projected);
 }
 
 }   // namespace belvor

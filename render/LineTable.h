@@ -1,13 +1,18 @@
 #pragma once
 
 #include "platform/LargeMemory.h"
+#include "render/BandLists.h"
+#include "render/Bands.h"
 #include "render/LineStyle.h"
 #include "render/Shading.h"
+#include "render/Sharing.h"
 #include "scene/Model.h"
 
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
-#include <span>
+#include <functional>
+#include <memory>
 #include <vector>
 
 namespace belvor {
@@ -21,52 +26,80 @@ enum class LineRule : std::uint8_t {
     crease     ///< Any other edge: the other sample point beside it, if a facet of its own has it.
 };
 
-/// A curve of the model, or one edge.
-struct LineChain {
-    std::uint32_t outline;   ///< Of the Outlines; LineTable::noOutline for a curve.
-    std::uint16_t material;
-};
-
-/// A straight piece of a chain on the screen: pixels right, pixels down, depth.
+/// A straight piece of a curve, or an edge, on the screen: pixels right, pixels down, depth.
 struct LineSegment {
     enum class Kind : std::uint8_t {
+        nothing,   ///< A piece that the camera cannot project, or none.
         straight,
-        middle,   ///< Only the pixel next to its middle: no piece of the chain has another.
+        middle,   ///< Only the pixel next to its middle: no piece of the curve has another.
         dot       ///< A point, `from`.
     };
     Point<3> from, to;
-    std::uint32_t chain;
+    std::uint32_t place;          ///< See LineTable.
     std::uint32_t ownFacets[2];   ///< The first two of an edge; LineTable::noFacet where there is none.
-    Kind kind;
+    Kind kind = Kind::nothing;
     LineRule rule;
     bool hasMoreFacets;
-    std::uint32_t index;   ///< Its own in the table.
 
     /// At least as many columns as rows.
     bool mostlyAcross() const noexcept { return std::abs(to[0] - from[0]) >= std::abs(to[1] - from[1]); }
 };
 
-/// The lines of a picture: chains in the order in which a later one wins over an earlier one, and their
-/// segments by the first row where they may be drawn.
+/// The lines of a picture. Every point of a curve has a place, for the piece that begins there, and behind
+/// all of them every outline: where two lines are equally near, that of the later place wins. The segments
+/// stand in lists by the bands of rows where they may have pixels.
 class LineTable {
 public:
-    static constexpr std::uint32_t noOutline = 0xFFFFFFFF, noFacet = 0xFFFFFFFF;
+    static constexpr std::uint32_t noFacet = 0xFFFFFFFF;
 
     /// Fills the table, whatever it held. `projected` are the model's vertices on the screen; the
-    /// colours of the chains are appended to `shades`, which holds those of the facets. Throws
-    /// std::bad_alloc.
+    /// colours of the places are appended to `shades`, which holds those of the facets. `pause` is called
+    /// now and then, on this thread, and may throw. Throws std::bad_alloc. What is given must outlive the
+    /// table's use.
     void collect(const Model& model, const Camera& camera, const Point<3>* projected, const LineStyle& style,
-                 LargeVector<FacetShade>& shades);
+                 LargeVector<FacetShade>& shades, const Bands& bands, const Sharing& sharing,
+                 const std::function<void()>& pause);
 
-    const LineChain& chain(std::uint32_t index) const noexcept { return chains[index]; }
-    std::uint32_t chainCount() const noexcept { return static_cast<std::uint32_t>(chains.size()); }
-    const LineSegment& segment(std::uint32_t index) const noexcept { return segments[index]; }
-    std::uint32_t segmentCount() const noexcept { return static_cast<std::uint32_t>(segments.size()); }
+    /// The material number of the line of a place.
+    std::uint16_t material(std::uint32_t place) const noexcept
+    {
+        const std::uint32_t source = sources[place];
+        return place < curvePlaces ? static_cast<std::uint16_t>(source)
+                                   : scene->facet(source).material->index;
+    }
+    /// Of the Outlines, for the place of an edge.
+    std::uint32_t outline(std::uint32_t place) const noexcept { return place - curvePlaces; }
+    /// In the order of the places: where the style has a trace; a curve ends with `nothing` or a dot.
+    const LargeVector<LineSegment>& all() const noexcept { return kept; }
+
+    /// Calls `take` with each segment that may have pixels in a band, and maybe some more, in any order.
+    template <class Take>
+    void forEachSegment(std::size_t band, Take take) const
+    {
+        for (std::size_t level = 0; level < levelStarts.size(); ++level)
+            for (const auto& part : parts)
+                part->forEachRun(levelStarts[level] + (band >> level),
+                                 [&take](const LineSegment* segments, std::size_t count) {
+                                     for (std::size_t i = 0; i < count; ++i) take(segments[i]);
+                                 });
+    }
 
 private:
     class Collector;
-    LargeVector<LineChain> chains;
-    LargeVector<LineSegment> segments;
+
+    void restart(const Bands& bands, unsigned threads);
+
+    const Model* scene = nullptr;
+    std::uint32_t curvePlaces = 0;
+    LargeVector<std::uint32_t>
+        sources;   // by place: the material number of a curve, the facet that colours an edge
+    LargeVector<Point<3>> curvePoints;   // on the screen
+    LargeVector<LineSegment> kept;       // by place
+    // One list for each band, then one for each two of them, and so on: each segment stands in one, of the
+    // fewest bands that hold all of it, so that long ones take no more room than short ones.
+    std::vector<std::size_t> levelStarts;
+    std::vector<std::unique_ptr<BandLists<LineSegment>>> parts;   // one a thread
+    Bands bandsOfPicture{};
 };
 
 }   // namespace belvor

@@ -5,8 +5,6 @@
 namespace belvor {
 namespace {
 
-constexpr std::uint32_t noRun = 0xFFFFFFFF;
-
 int longerAxis(const LineSegment& segment) noexcept { return segment.mostlyAcross() ? 0 : 1; }
 
 /// All pixels of a straight segment, shown or not, by their indices: the integers of its longer axis, and one
@@ -73,9 +71,10 @@ public:
 
     void add(const LineSegment& segment, std::span<const Run> visible)
     {
+        if (segment.kind == LineSegment::Kind::nothing) return end();
         if (!continues(segment)) {
             end();
-            chain = segment.chain;
+            place = segment.place;
             joints = {segment.from};
             atStart = true;
         }
@@ -87,6 +86,7 @@ public:
         }
         joints.push_back(segment.to);
         atStart = atStart && pixels.none();
+        if (segment.kind == LineSegment::Kind::dot) end();
     }
 
     /// The line's end: what is open goes up to it.
@@ -102,7 +102,7 @@ public:
 private:
     bool continues(const LineSegment& segment) const noexcept
     {
-        return !joints.empty() && chain == segment.chain && joints.back() == segment.from;
+        return segment.rule == LineRule::curve && !joints.empty() && joints.back() == segment.from;
     }
 
     void addRuns(const SegmentPixels& pixels, std::span<const Run> visible)
@@ -142,13 +142,13 @@ private:
     void finish()
     {
         if (path.size() == 1) path.push_back(path[0]);
-        take(chain, path);
+        take(place, path);
         path.clear();
         open = false;
     }
 
     const Take& take;
-    std::uint32_t chain = 0;
+    std::uint32_t place = 0;
     std::vector<Point<3>> path;     // the open one
     std::vector<Point<3>> joints;   // of segments since the latest pixel
     Point<3> lastPoint;             // the line's, in that pixel
@@ -156,54 +156,56 @@ private:
     bool atStart = false;           // there is no such pixel yet
 };
 
-void LineTrace::restart(const LineTable& lines, int lineWidth)
+void LineTrace::restart(const LineTable& lines, int lineWidth, unsigned threads)
 {
     table = &lines;
     width = lineWidth;
-    runs.clear();
-    lastRuns.assign(lines.segmentCount(), noRun);
+    parts.assign(threads, Part());
 }
 
-void LineTrace::add(const LineSegment& segment, const Point<3>& point)
+/// The pixels of a segment come one after another, those beside its ends apart.
+void LineTrace::Part::add(const LineSegment& segment, const Point<3>& point)
 {
     const auto index = static_cast<std::int32_t>(SegmentPixels(segment).indexOf(point));
-    std::uint32_t& last = lastRuns[segment.index];
-    if (last != noRun) {
-        Run& run = runs[last];
+    if (!runs.empty() && runs.back().place == segment.place) {
+        Run& run = runs.back();
         if (index >= run.low - 1 && index <= run.high + 1) {
             run.low = std::min(run.low, index);
             run.high = std::max(run.high, index);
             return;
         }
     }
-    last = static_cast<std::uint32_t>(runs.size());
-    runs.push_back({segment.index, index, index});
+    runs.push_back({segment.place, index, index});
 }
 
-void LineTrace::mergeRuns()
+/// All runs in order, without those that touch.
+std::vector<LineTrace::Run> LineTrace::mergedRuns() const
 {
+    std::vector<Run> runs;
+    for (const Part& part : parts) runs.insert(runs.end(), part.runs.begin(), part.runs.end());
     std::sort(runs.begin(), runs.end(), [](const Run& a, const Run& b) {
-        return a.segment != b.segment ? a.segment < b.segment : a.low < b.low;
+        return a.place != b.place ? a.place < b.place : a.low < b.low;
     });
     std::size_t kept = 0;
     for (const Run& run : runs) {
-        if (kept != 0 && runs[kept - 1].segment == run.segment && run.low <= runs[kept - 1].high + 1)
+        if (kept != 0 && runs[kept - 1].place == run.place && run.low <= runs[kept - 1].high + 1)
             runs[kept - 1].high = std::max(runs[kept - 1].high, run.high);
         else runs[kept++] = run;
     }
     runs.resize(kept);
+    return runs;
 }
 
-void LineTrace::forEachPath(const std::function<void(std::uint32_t, Path)>& take)
+void LineTrace::forEachPath(const std::function<void(std::uint32_t, Path)>& take) const
 {
     if (!table) return;
-    mergeRuns();
+    const std::vector<Run> runs = mergedRuns();
     Tracer tracer(take);
     std::size_t at = 0;
-    for (std::uint32_t i = 0; i < table->segmentCount(); ++i) {
+    for (std::uint32_t place = 0; place < table->all().size(); ++place) {
         const std::size_t first = at;
-        while (at < runs.size() && runs[at].segment == i) ++at;
-        tracer.add(table->segment(i), std::span(runs).subspan(first, at - first));
+        while (at < runs.size() && runs[at].place == place) ++at;
+        tracer.add(table->all()[place], std::span(runs).subspan(first, at - first));
     }
     tracer.end();
 }

@@ -1,31 +1,32 @@
 #pragma once
 
+#include "render/LineTable.h"
 #include "render/Outlines.h"
+#include "render/PixelRow.h"
 #include "scene/Camera.h"
 #include "scene/Model.h"
 
+#include <cmath>
+#include <cstddef>
 #include <cstdint>
-#include <span>
+#include <vector>
 
 namespace belvor {
 
-struct LineSegment;
-class LineTable;
-
-/// Owners and depths of one row of finished surfaces; empty for a row outside the picture.
-struct SurfaceRow {
-    std::span<const std::uint32_t> owners;
-    std::span<const double> depths;
-};
-
-/// Whether surfaces hide a point of a line.
+/// Whether surfaces hide a point of a line: a facet that the line does not belong to does when its plane,
+/// carried from the sample point to the line's own point, is nearer.
 class LineVisibility {
 public:
-    LineVisibility(const Model& scene, const Camera& view, const LineTable& lines,
-                   const Outlines* edges) noexcept;
+    /// Throws std::bad_alloc.
+    LineVisibility(const Model& scene, const Camera& view, const LineTable& lines, const Outlines* edges);
 
-    /// Takes two rows, the upper one with that index.
-    void setRows(int upperIndex, const SurfaceRow& upper, const SurfaceRow& lower) noexcept;
+    /// Takes the finished surfaces of the rows `first` to `end` − 1, those of `first` in `surfaces[0]`.
+    void setRows(const PixelRow* surfaces, int first, int end) noexcept
+    {
+        rows = surfaces;
+        firstRow = first;
+        endRow = end;
+    }
 
     /// A sample point of the picture, by its column and row.
     struct Sample {
@@ -34,16 +35,49 @@ public:
     };
 
     /// Whether `point` of a line shows in the pixel `drawn`, which lies in the picture on one of
-    /// the two rows. `other` is the other sample point beside it, equal to `drawn` when there is
-    /// none; one outside the picture tells nothing.
-    bool shows(const LineSegment& segment, const Point<3>& point, Sample drawn, Sample other) const noexcept;
+    /// the rows. `other` is the other sample point beside it, equal to `drawn` when there is
+    /// none; one outside the picture tells nothing, any other lies on one of the rows.
+    bool shows(const LineSegment& segment, const Point<3>& point, Sample drawn, Sample other) noexcept
+    {
+        if (!hides(segment, point, drawn)) return true;
+        if (segment.rule == LineRule::curve || other == drawn || !holds(other)) return false;
+        if (segment.rule == LineRule::outline) return !hides(segment, point, other);
+        const std::uint32_t owner = rowOf(other).owners()[static_cast<std::size_t>(other.column)];
+        return owner != noFacet && isOwn(segment, owner);
+    }
 
 private:
     static constexpr std::uint32_t noFacet = 0xFFFFFFFF;
-    bool hides(const LineSegment& segment, const Point<3>& point, Sample at) const noexcept;
-    bool holds(Sample at) const noexcept;
-    const SurfaceRow& rowOf(Sample at) const noexcept { return rows[at.row - upperRow]; }
-    bool isOwn(const LineSegment& segment, std::uint32_t facet) const noexcept;
+    static constexpr std::size_t knownFacets = 2048;
+    /// How the depth of a facet's plane grows with x and y.
+    struct Slopes {
+        double x, y;
+        std::uint32_t facet = noFacet;
+    };
+
+    bool hides(const LineSegment& segment, const Point<3>& point, Sample at) noexcept
+    {
+        const PixelRow& row = rowOf(at);
+        const std::uint32_t owner = row.owners()[static_cast<std::size_t>(at.column)];
+        if (owner == noFacet || isOwn(segment, owner)) return false;
+        Slopes& slopes = known[owner % knownFacets];
+        if (owner != slopes.facet) slopes = slopesOf(owner);
+        const double surface = row.depths()[static_cast<std::size_t>(at.column)]
+                               + slopes.x * (point[0] - at.column) + slopes.y * (point[1] - at.row);
+        const double tolerance = perspective ? 0x1p-20 * std::abs(point[2]) : parallelTolerance;
+        return point[2] > surface + tolerance;
+    }
+    bool holds(Sample at) const noexcept
+    {
+        return at.row >= firstRow && at.row < endRow && at.column >= 0 && at.column < rows->width();
+    }
+    const PixelRow& rowOf(Sample at) const noexcept { return rows[at.row - firstRow]; }
+    bool isOwn(const LineSegment& segment, std::uint32_t facet) const noexcept
+    {
+        return facet == segment.ownFacets[0] || facet == segment.ownFacets[1]
+               || (segment.hasMoreFacets && outlines->belongsTo(table.outline(segment.place), facet));
+    }
+    Slopes slopesOf(std::uint32_t facet) const noexcept;
 
     const Model& model;
     const Camera& camera;
@@ -51,11 +85,9 @@ private:
     const Outlines* outlines;
     const bool perspective;
     const double parallelTolerance;
-    int upperRow = 0;
-    SurfaceRow rows[2];
-    // The slopes of the facet that was asked for last.
-    mutable std::uint32_t slopesOf = noFacet;
-    mutable double slopeX = 0.0, slopeY = 0.0;
+    const PixelRow* rows = nullptr;
+    int firstRow = 0, endRow = 0;
+    std::vector<Slopes> known;   // of facets that were asked for, each at a place that follows from its index
 };
 
 }   // namespace belvor

@@ -1,12 +1,13 @@
 #include "render/Outlines.h"
 
-#include "render/Shading.h"
 #include "scene/Camera.h"
 
 #include <algorithm>
 #include <bit>
 #include <cmath>
 #include <new>
+#include <unordered_map>
+#include <vector>
 
 namespace belvor {
 namespace {
@@ -14,30 +15,67 @@ namespace {
 constexpr double cosineOf20Degrees = 0.93969262078590838405;
 constexpr std::uint32_t none = 0xFFFFFFFF;
 
+/// Calls its function every few thousand steps.
+class Pauses {
+public:
+    explicit Pauses(const std::function<void()>& function) : pause(function) {}
+    void step()
+    {
+        if (++steps % 65536 == 0 && pause) pause();
+    }
+
+private:
+    const std::function<void()>& pause;
+    std::uint32_t steps = 0;
+};
+
 /// For every vertex the first one at the same position; none for one that is not finite.
 class SamePositions {
 public:
-    explicit SamePositions(const Model& model) : firstOf(model.vertexCount())
+    SamePositions(const Model& scene, Pauses& pauses)
+        : model(scene),
+          firstOf(scene.vertexCount()),
+          table(std::bit_ceil(std::size_t{scene.vertexCount()} * 2 + 2), none)
     {
         const std::uint32_t count = model.vertexCount();
-        const std::size_t size = std::bit_ceil(std::size_t{count} * 2 + 2);
-        LargeVector<std::uint32_t> table(size, none);
-        for (std::uint32_t i = 0; i < count; ++i) {
-            const Point<3>& position = model.vertex(i).position;
-            firstOf[i] = none;
-            if (!std::isfinite(position[0]) || !std::isfinite(position[1]) || !std::isfinite(position[2]))
-                continue;
-            std::size_t slot = hash(position) & (size - 1);
-            while (table[slot] != none && !(model.vertex(table[slot]).position == position))
-                slot = (slot + 1) & (size - 1);
-            if (table[slot] == none) table[slot] = i;
-            firstOf[i] = table[slot];
-        }
+        for (std::uint32_t i = 0; i < count; i += blockSize)
+            addBlock(i, std::min(i + blockSize, count), pauses);
+        table = {};
     }
 
     std::uint32_t operator[](std::uint32_t vertex) const noexcept { return firstOf[vertex]; }
 
 private:
+    static constexpr std::uint32_t blockSize = 32;
+
+    /// What one step reads from anywhere in the table and the model, an earlier one asks for.
+    void addBlock(std::uint32_t first, std::uint32_t end, Pauses& pauses)
+    {
+        std::size_t slots[blockSize];
+        for (std::uint32_t i = first; i < end; ++i) {
+            slots[i - first] = hash(model.vertex(i).position) & (table.size() - 1);
+            __builtin_prefetch(&table[slots[i - first]]);
+        }
+        for (std::uint32_t i = first; i < end; ++i)
+            if (const std::uint32_t found = table[slots[i - first]]; found != none)
+                __builtin_prefetch(&model.vertex(found));
+        for (std::uint32_t i = first; i < end; ++i) {
+            firstOf[i] = firstAt(i, slots[i - first]);
+            pauses.step();
+        }
+    }
+
+    std::uint32_t firstAt(std::uint32_t vertex, std::size_t slot)
+    {
+        const Point<3>& position = model.vertex(vertex).position;
+        if (!std::isfinite(position[0]) || !std::isfinite(position[1]) || !std::isfinite(position[2]))
+            return none;
+        while (table[slot] != none && !(model.vertex(table[slot]).position == position))
+            slot = (slot + 1) & (table.size() - 1);
+        if (table[slot] == none) table[slot] = vertex;
+        return table[slot];
+    }
+
     static std::size_t hash(const Point<3>& position) noexcept
     {
         std::uint64_t mixed = 0;
@@ -49,70 +87,10 @@ private:
         return static_cast<std::size_t>(mixed);
     }
 
+    const Model& model;
     LargeVector<std::uint32_t> firstOf;
+    LargeVector<std::uint32_t> table;
 };
-
-/// The edges of a model that coincide, as chains in store order.
-class CoincidingEdges {
-public:
-    CoincidingEdges(const Model& model, const SamePositions& positions)
-        : next(model.edgeCount(), none),
-          first(model.edgeCount(), 0)
-    {
-        // 1. Edges by their lower end (a counting sort: stable, keeps store order).
-        LargeVector<std::uint32_t> starts(std::size_t{model.vertexCount()} + 1, 0);
-        const auto endsOf = [&](std::uint32_t edge) {
-            const std::uint32_t a = positions[model.edge(edge).from], b = positions[model.edge(edge).to];
-            return a < b ? std::pair(a, b) : std::pair(b, a);
-        };
-        const auto isEdge = [](const std::pair<std::uint32_t, std::uint32_t>& ends) {
-            return ends.first != ends.second && ends.second != none;
-        };
-        for (std::uint32_t edge = 0; edge < model.edgeCount(); ++edge)
-            if (const auto ends = endsOf(edge); isEdge(ends)) ++starts[ends.first + std::size_t{1}];
-        for (std::size_t i = 1; i < starts.size(); ++i) starts[i] += starts[i - 1];
-        LargeVector<OtherEnd> byLowerEnd(starts.back());
-        for (std::uint32_t edge = 0; edge < model.edgeCount(); ++edge)
-            if (const auto ends = endsOf(edge); isEdge(ends))
-                byLowerEnd[starts[ends.first]++] = {ends.second, edge};
-
-        // 2. Within those of one lower end, by the other end. Placing has moved each start to the next one's.
-        for (std::size_t i = 0, begin = 0; i + 1 < starts.size(); begin = starts[i++])
-            linkEqual(byLowerEnd.data() + begin, byLowerEnd.data() + starts[i]);
-    }
-
-    bool isFirst(std::uint32_t edge) const noexcept { return first[edge] != 0; }
-    std::uint32_t after(std::uint32_t edge) const noexcept { return next[edge]; }
-
-private:
-    struct OtherEnd {
-        std::uint32_t end, edge;
-    };
-
-    void linkEqual(OtherEnd* begin, OtherEnd* end)
-    {
-        std::sort(begin, end, [](const OtherEnd& a, const OtherEnd& b) {
-            return a.end != b.end ? a.end < b.end : a.edge < b.edge;
-        });
-        for (const OtherEnd* at = begin; at != end; ++at) {
-            if (at == begin || at[-1].end != at->end) first[at->edge] = 1;
-            else next[at[-1].edge] = at->edge;
-        }
-    }
-
-    LargeVector<std::uint32_t> next;
-    LargeVector<std::uint8_t> first;
-};
-
-LargeVector<std::uint32_t> facetsOfEdges(const Model& model)
-{
-    LargeVector<std::uint32_t> facets(model.edgeCount());
-    for (std::uint32_t i = 0; i < model.facetCount(); ++i) {
-        const Facet& facet = model.facet(i);
-        std::fill_n(facets.begin() + facet.firstEdge, facet.edgeCount, i);
-    }
-    return facets;
-}
 
 /// Whether two facets at one edge differ in material or by more than 20 degrees. Drawings turn
 /// normals at random: those of facets that run along the edge in the same direction face
@@ -125,43 +103,154 @@ bool differ(const Model& model, Outlines::Use a, Outlines::Use b)
     return (a.forward() == b.forward() ? -cosine : cosine) < cosineOf20Degrees;
 }
 
-Outlines::Kind kindOf(const Model& model, std::span<const Outlines::Use> uses, std::uint32_t edges)
+/// The same of any two of three facets and more. There may be a million of them, as good as all alike:
+/// those that lie within ten degrees of the first differ from none of the same.
+bool anyDiffer(const Model& model, std::span<const Outlines::Use> uses, Pauses& pauses)
 {
-    if (uses.size() == 1) return edges == 1 ? Outlines::Kind::border : Outlines::Kind::smooth;
-    for (std::size_t i = 1; i < uses.size(); ++i)
-        for (std::size_t k = 0; k < i; ++k)
-            if (differ(model, uses[k], uses[i])) return Outlines::Kind::sharp;
-    return Outlines::Kind::smooth;
+    constexpr double cosineOfLessThan10Degrees = 0.985;
+    std::vector<Outlines::Use> aside;   // of the first
+    const Vector<3>& normal = model.facet(uses[0].facet()).plane.normal();
+    const auto isAside = [&](Outlines::Use use) {
+        const double cosine = dot(normal, model.facet(use.facet()).plane.normal());
+        return !((use.forward() == uses[0].forward() ? -cosine : cosine) > cosineOfLessThan10Degrees);
+    };
+    for (const Outlines::Use use : uses.subspan(1)) {
+        if (differ(model, uses[0], use)) return true;
+        if (isAside(use)) aside.push_back(use);
+    }
+    for (const Outlines::Use one : aside)
+        for (const Outlines::Use other : uses) {
+            if (one.facet() != other.facet() && differ(model, one, other)) return true;
+            pauses.step();
+        }
+    return false;
 }
 
 }   // namespace
 
-Outlines::Outlines(const Model& model)
+/// Puts the edges of a model together, in store order: each is looked for among the edges met so far that
+/// have the same lower end.
+class Outlines::Matcher {
+public:
+    Matcher(Outlines& filled, const Model& scene, const std::function<void()>& pause)
+        : result(filled),
+          model(scene),
+          pauses(pause),
+          positions(scene, pauses),
+          newest(scene.vertexCount(), none)
+    {
+        result.outlines.reserve(model.edgeCount() / 2 + std::size_t{1});
+        links.reserve(model.edgeCount() / 2 + std::size_t{1});
+    }
+
+    void run()
+    {
+        auto outlined = model.outlinedFacets().begin();
+        for (std::uint32_t facet = 0; facet < model.facetCount(); ++facet) {
+            const Facet& owner = model.facet(facet);
+            hasCurve = outlined != model.outlinedFacets().end() && *outlined == facet;
+            if (hasCurve) ++outlined;
+            for (std::uint32_t i = owner.firstEdge; i < owner.firstEdge + owner.edgeCount; ++i) {
+                const Edge& edge = model.edge(i);
+                const std::uint32_t from = positions[edge.from], to = positions[edge.to];
+                pauses.step();
+                if (from == to || from == none || to == none) continue;
+                const bool forward = from < to;
+                const Use use{facet << 1 | std::uint32_t{forward}};
+                std::uint32_t& index = forward ? find(from, to) : find(to, from);
+                if (index == none) index = add(edge, use, forward ? from : to, forward ? to : from);
+                else addUse(index, use);
+            }
+        }
+        gatherUses();
+    }
+
+private:
+    /// Of an outline: its upper end, and the outline before it with the same lower end.
+    struct Link {
+        std::uint32_t upper, before;
+    };
+    struct FurtherUse {
+        std::uint32_t outline;
+        Use use;
+    };
+    /// Lists do not grow beyond this: what does not fit is found by a map of both ends.
+    static constexpr std::uint32_t longestList = 64;
+
+    /// The index of the edge between two ends; `none`, where that of a new one goes.
+    std::uint32_t& find(std::uint32_t lower, std::uint32_t upper)
+    {
+        listLength = 0;
+        for (std::uint32_t i = newest[lower]; i != none; i = links[i].before, ++listLength)
+            if (links[i].upper == upper) return found = i;
+        if (listLength < longestList) return found = none;
+        return crowded.emplace(std::uint64_t{lower} << 32 | upper, none).first->second;
+    }
+
+    /// Of an edge that find() has just not found.
+    std::uint32_t add(const Edge& edge, Use use, std::uint32_t lower, std::uint32_t upper)
+    {
+        const std::uint32_t index = result.size();
+        result.outlines.push_back({edge.from, edge.to, {use, {0}}, 1, Kind::border, hasCurve});
+        links.push_back({upper, newest[lower]});
+        if (listLength < longestList) newest[lower] = index;
+        return index;
+    }
+
+    /// A facet that has the edge several times comes several times, one after another.
+    void addUse(std::uint32_t index, Use use)
+    {
+        Outline& outline = result.outlines[index];
+        if (outline.kind == Kind::border) outline.kind = Kind::smooth;
+        if (outline.useCount > 2) {
+            further.push_back({index, use});
+        } else if (const Use last = outline.firstUses[outline.useCount - 1]; last.facet() != use.facet()) {
+            if (outline.useCount == 2) further.push_back({index, use});
+            else outline.firstUses[1] = use;
+            if (++outline.useCount == 2 && differ(model, last, use)) outline.kind = Kind::sharp;
+        }
+    }
+
+    /// The uses of edges with three facets and more, side by side.
+    void gatherUses()
+    {
+        const auto byOutline = [](const FurtherUse& a, const FurtherUse& b) { return a.outline < b.outline; };
+        std::stable_sort(further.begin(), further.end(), byOutline);
+        LargeVector<Use>& store = result.useStore;
+        for (auto at = further.begin(); at != further.end();) {
+            Outline& outline = result.outlines[at->outline];
+            const auto first = static_cast<std::uint32_t>(store.size());
+            store.insert(store.end(), {outline.firstUses[0], outline.firstUses[1]});
+            for (const std::uint32_t index = at->outline; at != further.end() && at->outline == index; ++at)
+                if (store.back().facet() != at->use.facet()) store.push_back(at->use);
+            const auto count = static_cast<std::uint32_t>(store.size()) - first;
+            outline.firstUses[0] = {first};
+            outline.firstUses[1] = {count};
+            if (outline.kind != Kind::sharp && anyDiffer(model, {&store[first], count}, pauses))
+                outline.kind = Kind::sharp;
+        }
+    }
+
+    Outlines& result;
+    const Model& model;
+    Pauses pauses;
+    const SamePositions positions;
+    LargeVector<std::uint32_t> newest;   // of the edges of each lower end
+    LargeVector<Link> links;             // by outline
+    std::unordered_map<std::uint64_t, std::uint32_t> crowded;
+    std::uint32_t found = none, listLength = 0;   // of the last find()
+    bool hasCurve = false;                        // the facet at hand, as its border
+    std::vector<FurtherUse> further;              // than the second of an edge
+};
+
+Outlines::Outlines(const Model& model, const std::function<void()>& pause)
 {
     if (model.facetCount() > none >> 1) throw std::bad_alloc();   // what a Use can name
-    const SamePositions positions(model);
-    const CoincidingEdges coinciding(model, positions);
-    const LargeVector<std::uint32_t> facets = facetsOfEdges(model);
-    outlines.reserve(model.edgeCount() / 2 + std::size_t{1});
-    useStore.reserve(model.edgeCount());
-    for (std::uint32_t edge = 0; edge < model.edgeCount(); ++edge) {
-        if (!coinciding.isFirst(edge)) continue;
-        const auto firstUse = static_cast<std::uint32_t>(useStore.size());
-        std::uint32_t count = 0;
-        for (std::uint32_t i = edge; i != none; i = coinciding.after(i), ++count) {
-            const bool forward = positions[model.edge(i).from] < positions[model.edge(i).to];
-            if (useStore.size() == firstUse || useStore.back().facet() != facets[i])
-                useStore.push_back({facets[i] << 1 | std::uint32_t{forward}});
-        }
-        const Kind kind = kindOf(model, {useStore.data() + firstUse, useStore.size() - firstUse}, count);
-        outlines.push_back({model.edge(edge).from, model.edge(edge).to, firstUse, kind});
-    }
-    outlines.push_back({0, 0, static_cast<std::uint32_t>(useStore.size()), Kind::smooth});
-    useStore.push_back({0});   // so that uses() of the last one may point behind its last
+    Matcher(*this, model, pause).run();
 }
 
-bool Outlines::isContour(std::uint32_t index, const Model& model, const Camera& camera,
-                         const FacetShade* shades) const
+bool Outlines::hasFacetsOfBothSides(std::uint32_t index, const Model& model, const Camera& camera,
+                                    const FacetShade* shades) const
 {
     const std::span<const Use> all = uses(index);
     const bool firstFaces = !shades[all[0].facet()].reversed;

@@ -102,6 +102,12 @@ public:
     /// A facet of one loop, with vertices of its own at the corners and an edge from each to the next.
     void addPolygon(const Material& material, const Plane& plane, std::span<const Point<3>> corners);
 
+    /// A curve of the model is the border of the facet added last: where curves are drawn, the sides of its
+    /// polygon are not drawn as borders too.
+    void setOutlined() { outlined.push_back(facetCount() - 1); }
+    /// Those facets, by growing index.
+    std::span<const std::uint32_t> outlinedFacets() const noexcept { return outlined; }
+
     /// A curve through `points`, in model coordinates: at least one. `bounded` as in Curve.
     void addCurve(const Material& material, std::span<const Point<3>> points, bool bounded = true);
     void setCurvesInBounds() noexcept { curvesInBounds = true; }
@@ -144,6 +150,7 @@ private:
     BlockStore<Curve> curveStore{pool};
     BlockStore<Point<3>> curvePoints{pool};
     bool curvesInBounds = false;
+    std::vector<std::uint32_t> outlined;
     Materials materialsByKey;
     Units unitsOfModel;
 

@@ -36,6 +36,8 @@ public:
         made->addCurve(material, points, bounded);
     }
 
+    /// A curve is the border of the facet added last.
+    void setOutlined() { made->setOutlined(); }
     void setCurvesInBounds() noexcept { made->setCurvesInBounds(); }
 
     /// The material of that key; a new one, with the program's next number and colour, when

@@ -92,9 +92,10 @@ private:
     template <class Add>
     void record(Add add);
     void addMapped(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat,
-                   const AffineTransform<3>& transform, std::span<const std::uint32_t> loopEnds);
+                   const AffineTransform<3>& transform, std::span<const std::uint32_t> loopEnds,
+                   bool outlined);
     void addMappedCurve(const DXFCurveSurface& surface, std::span<const Point<3>> points, DXFCurveKind kind,
-                        const AffineTransform<3>& transform);
+                        std::int32_t line, const AffineTransform<3>& transform);
     void addLoops(const Material& material, const Plane& plane, std::span<const Point<3>> corners,
                   std::span<const std::uint32_t> loopEnds);
 
@@ -147,7 +148,7 @@ private:
     DXFPaint paint() const noexcept override { return paintOfEntity; }
     void nameMaterial(std::string_view key, std::string_view name) override;
     void placeFacet(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat,
-                    std::span<const std::uint32_t> loopEnds) override;
+                    std::span<const std::uint32_t> loopEnds, bool outlined) override;
     void placeCurve(std::string_view materialKey, std::string_view layer, std::span<const Point<3>> points,
                     DXFCurveKind kind) override;
     void readEntities(const DXFInsertion& insertion) override;
@@ -195,7 +196,9 @@ private:
     std::vector<DXFExpansion> expansions;   // the ENTITIES section, then the insertions under way
     std::vector<Point<3>> placed;           // the corners of one facet, the points of one curve
     DXFCurves curves;                       // until all surfaces are there
-    std::size_t recordedBytes = 0;          // by the contents of blocks, complete or not
+    std::map<std::pair<DXFTally*, std::int32_t>, std::string_view>
+        endlessEntities;                                       // where counted, by line
+    std::size_t recordedBytes = 0;                             // by the contents of blocks, complete or not
     std::uint64_t givenMet = 0, cyclesMet = 0, namesMet = 0;   // within the whole reading
     DXFUndrawn undrawn{skippedEntities, [this] { dxfStream->checkProgress(); }};
     std::set<std::string, DXFNameOrder> missingBlocks;   // that INSERTs named and entities were to be read of

@@ -19,7 +19,7 @@ DXFBlock& DXFBlock::on(const DXFLayer* ofInsert, bool aroundIsOff)
 
 void DXFBlockContents::addFacet(const Material& material, const DXFPaint* paint,
                                 std::span<const Point<3>> itsCorners, const DXFAxes* itsFlat,
-                                std::span<const std::uint32_t> itsLoopEnds)
+                                std::span<const std::uint32_t> itsLoopEnds, bool outlined)
 {
     keepPaint(paint);
     std::int32_t loops = -1;
@@ -37,7 +37,7 @@ void DXFBlockContents::addFacet(const Material& material, const DXFPaint* paint,
     items.emplace_back(Facet{paint ? nullptr : &material,
                              paint ? static_cast<std::uint32_t>(paints.size() - 1) : 0,
                              static_cast<std::uint32_t>(corners.size()),
-                             static_cast<std::uint32_t>(itsCorners.size()), flat, loops});
+                             static_cast<std::uint32_t>(itsCorners.size()), flat, loops, outlined});
     corners.insert(corners.end(), itsCorners.begin(), itsCorners.end());
 }
 
@@ -47,12 +47,12 @@ void DXFBlockContents::keepPaint(const DXFPaint* paint)
 }
 
 void DXFBlockContents::addCurve(const DXFCurveSurface& surface, const DXFPaint* paint,
-                                std::span<const Point<3>> points, DXFCurveKind kind)
+                                std::span<const Point<3>> points, DXFCurveKind kind, std::int32_t line)
 {
     keepPaint(paint);
     items.emplace_back(Curve{surface, paint ? static_cast<std::int32_t>(paints.size() - 1) : -1,
                              static_cast<std::uint32_t>(corners.size()),
-                             static_cast<std::uint32_t>(points.size()), kind});
+                             static_cast<std::uint32_t>(points.size()), line, kind});
     corners.insert(corners.end(), points.begin(), points.end());
 }
 

@@ -24,11 +24,13 @@ public:
         std::uint32_t firstCorner, cornerCount;
         std::int32_t flat;    ///< Index in `flats`, or −1 for world +z.
         std::int32_t loops;   ///< Index in `loopEnds`, or −1 for a single loop.
+        bool outlined;        ///< A curve is its border.
     };
     struct Curve {
         DXFCurveSurface surface;   ///< Where `paint` is −1.
         std::int32_t paint;        ///< Index in `paints`: it decides, with what the INSERT hands on.
         std::uint32_t firstCorner, cornerCount;
+        std::int32_t line;   ///< Of the record.
         DXFCurveKind kind;
     };
     struct MaterialName {
@@ -38,10 +40,10 @@ public:
 
     /// `paint` is null for a facet that has this material in every insertion.
     void addFacet(const Material& material, const DXFPaint* paint, std::span<const Point<3>> itsCorners,
-                  const DXFAxes* itsFlat, std::span<const std::uint32_t> itsLoopEnds);
+                  const DXFAxes* itsFlat, std::span<const std::uint32_t> itsLoopEnds, bool outlined);
     /// `paint` is null for a curve that has the surface in every insertion.
     void addCurve(const DXFCurveSurface& surface, const DXFPaint* paint, std::span<const Point<3>> points,
-                  DXFCurveKind kind);
+                  DXFCurveKind kind, std::int32_t line);
     void addInsertion(const DXFInsertion& insertion);
     void addMaterialName(std::string_view key, std::string_view name)
     {

@@ -24,7 +24,7 @@ void DXFCircle::build()
         const Angle at = Angle::degrees(360.0 * k / sides);
         ring.push_back(frame.axes.toWorld(centre + Vector<3>(at.cos(), at.sin(), 0.0) * radius));
     }
-    DXFPolygon(*this, frame).addPrism(std::move(ring));
+    DXFPolygon(*this, frame).addPrism(std::move(ring), true);
 }
 
 }   // namespace belvor

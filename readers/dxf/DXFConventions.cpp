@@ -115,12 +115,18 @@ DXFCurveSurface DXF::curveSurface(const DXFPaint& paint, const DXFInherited& aro
 void DXF::drawCurves()
 {
     if (options.curvesInBounds) builder.setCurvesInBounds();
-    curves.moveTo(
+    using Why = SkippedEntities::Why;
+    const DXFCurves::Endless endless = curves.moveTo(
         builder, options.curvesInBounds,
         [this](const DXFCurveSurface& surface) -> const Material& {
             return surface.layer ? paintedIn(*surface.layer, surface.colour) : findMaterial(surface.key);
         },
         [this] { dxfStream->checkProgress(); });
+    // Only now it is known which lines without end miss the rest of the drawing.
+    for (const auto& [where, type] : endlessEntities)
+        if (!endless.drawn.contains(where.second)) where.first->undrawn(type);
+    if (endless.missedRays != 0) skippedEntities.add("RAY", Why::noSurface, {}, endless.missedRays);
+    if (endless.missedLines != 0) skippedEntities.add("XLINE", Why::noSurface, {}, endless.missedLines);
 }
 
 /// Builds the current record by the modern rules: one that is faulty is left out, hidden or not. False for

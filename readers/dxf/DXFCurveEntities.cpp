@@ -2,9 +2,11 @@
 #include "readers/dxf/DXFArcs.h"
 #include "readers/dxf/DXFBSpline.h"
 #include "readers/dxf/DXFEntities.h"
+#include "readers/dxf/DXFFitCurve.h"
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 namespace belvor {
 namespace {
@@ -60,25 +62,45 @@ struct SplineGroups {
             case 11:
             case 21:
             case 31: fit.take(record, group, 11); break;
+            case 12:
+            case 22:
+            case 32: startTangent.take(record, group, 12); break;
+            case 13:
+            case 23:
+            case 33: endTangent.take(record, group, 13); break;
             }
         controls.finish(record, 10);
         fit.finish(record, 11);
+        startTangent.finish(record, 12);
+        endTangent.finish(record, 13);
         if (weights.size() != controls.points.size()) weights.clear();
     }
 
     bool closed = false;
     int degree = 3;
     std::vector<double> knots, weights;
-    PointList controls, fit;
+    PointList controls, fit, startTangent, endTangent;
 };
 
-/// A spline that its knots do not fit is its fit points, or its control points, joined by straight lines.
+std::optional<Vector<3>> directionIn(const PointList& list)
+{
+    if (list.points.empty() || list.points.front() == Point<3>::origin()) return {};
+    return list.points.front().vector();
+}
+
+/// A spline that its knots do not fit goes through its fit points, else straight from one control point to
+/// the next.
 DXFLoop pointsOf(const SplineGroups& groups)
 {
     constexpr int chordsPerSpan = 16;
     const DXFBSpline<3> spline{groups.degree, groups.knots, groups.controls.points, groups.weights};
     if (!spline.isUsable()) {
-        DXFLoop points = groups.fit.points.size() > 1 ? groups.fit.points : groups.controls.points;
+        if (groups.fit.points.size() > 1) {
+            const DXFCurveEnds ends{groups.closed, directionIn(groups.startTangent),
+                                    directionIn(groups.endTangent)};
+            return curveThrough(groups.fit.points, ends, chordsPerSpan);
+        }
+        DXFLoop points = groups.controls.points;
         if (groups.closed && points.size() > 2 && points.front() != points.back())
             points.push_back(points.front());
         return points;

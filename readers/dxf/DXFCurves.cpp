@@ -13,11 +13,12 @@ bool isFinite(const Point<3>& p) noexcept
 
 }   // namespace
 
-bool DXFCurves::add(const DXFCurveSurface& surface, DXFCurveKind kind, std::span<const Point<3>> itsPoints)
+bool DXFCurves::add(const DXFCurveSurface& surface, DXFCurveKind kind, std::span<const Point<3>> itsPoints,
+                    std::int32_t line)
 {
     if (!std::all_of(itsPoints.begin(), itsPoints.end(), isFinite)) return false;
     points.insert(points.end(), itsPoints.begin(), itsPoints.end());
-    items.push_back({surface, itsPoints.size(), kind});
+    items.push_back({surface, itsPoints.size(), line, kind});
     anyEndless |= kind != DXFCurveKind::chords;
     ++added;
     return true;
@@ -61,12 +62,13 @@ std::optional<std::pair<Point<3>, Point<3>>> DXFCurves::cut(const std::vector<Po
     return std::pair(from, to);
 }
 
-void DXFCurves::moveTo(ModelBuilder& builder, bool inBounds, const FindMaterial& find,
-                       const std::function<void()>& pause)
+DXFCurves::Endless DXFCurves::moveTo(ModelBuilder& builder, bool inBounds, const FindMaterial& find,
+                                     const std::function<void()>& pause)
 {
     constexpr std::size_t curvesBetweenPauses = 1024;
     const Sphere sphere = anyEndless ? sphereOf(builder.model(), inBounds) : Sphere{};
     std::vector<Point<3>> curve;
+    Endless endless;
     for (std::size_t moved = 0; !items.empty(); ++moved) {
         if (moved % curvesBetweenPauses == curvesBetweenPauses - 1) pause();
         const Item item = items.front();
@@ -79,8 +81,12 @@ void DXFCurves::moveTo(ModelBuilder& builder, bool inBounds, const FindMaterial&
         } else if (const auto part = cut(curve, item.kind == DXFCurveKind::ray, sphere)) {
             const Point<3> ends[] = {part->first, part->second};
             builder.addCurve(find(item.surface), ends, false);
+            endless.drawn.insert(item.line);
+        } else {
+            ++(item.kind == DXFCurveKind::ray ? endless.missedRays : endless.missedLines);
         }
     }
+    return endless;
 }
 
 }   // namespace belvor

@@ -7,6 +7,7 @@
 #include <deque>
 #include <functional>
 #include <optional>
+#include <set>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -25,21 +26,29 @@ struct DXFCurveSurface {
 /// rest.
 class DXFCurves {
 public:
-    /// World coordinates. False, and nothing added, when a point is beyond what a number can hold.
-    bool add(const DXFCurveSurface& surface, DXFCurveKind kind, std::span<const Point<3>> itsPoints);
+    /// World coordinates; `line` is that of the record in the file. False, and nothing added, when a point is
+    /// beyond what a number can hold.
+    bool add(const DXFCurveSurface& surface, DXFCurveKind kind, std::span<const Point<3>> itsPoints,
+             std::int32_t line);
     /// How many were added.
     std::uint64_t count() const noexcept { return added; }
 
     using FindMaterial = std::function<const Material&(const DXFCurveSurface&)>;
+    /// What became of the lines without end.
+    struct Endless {
+        std::uint64_t missedRays = 0, missedLines = 0;   ///< Beside the sphere: not in the model.
+        std::set<std::int32_t> drawn;                    ///< The lines of records of which something is.
+    };
     /// Moves all into the model. `inBounds`: curves count for its bounds beside surfaces too. `pause` is
     /// called now and then and may throw.
-    void moveTo(ModelBuilder& builder, bool inBounds, const FindMaterial& find,
-                const std::function<void()>& pause);
+    Endless moveTo(ModelBuilder& builder, bool inBounds, const FindMaterial& find,
+                   const std::function<void()>& pause);
 
 private:
     struct Item {
         DXFCurveSurface surface;
         std::size_t pointCount;
+        std::int32_t line;   // of the record
         DXFCurveKind kind;
     };
     struct Sphere {

@@ -31,6 +31,7 @@ constexpr DXFHandler handlers[] = {
     {"ARC_DIMENSION", buildAs<DXFPicturedByBlock>, true, true},
     {"LARGE_RADIAL_DIMENSION", buildAs<DXFPicturedByBlock>, true, true},
     {"ACAD_TABLE", buildAs<DXFPicturedByBlock>, true, true},
+    {"HATCH", buildAs<DXFHatchFill>, false, false, true},
     {"POINT", buildAs<DXFPoint>, false, false, true},
     {"SPLINE", buildAs<DXFSplineEntity>, false, false, true},
     {"HELIX", buildAs<DXFHelix>, false, false, true},
@@ -46,7 +47,7 @@ const DXFHandler* handlerOf(std::string_view type, ReadingRules rules, bool curv
         if (type != handler.type) continue;
         const bool passedOver =
             (handler.modern && rules == ReadingRules::strict) || (handler.onlyCurves && !curves);
-        return passedOver ? nullptr : &handler;
+        if (!passedOver) return &handler;
     }
     return nullptr;
 }

@@ -89,11 +89,12 @@ public:
     /// Adds a facet with these corners, mapped by the transform in force. `flat` gives its
     /// normal where the corners have none: the axes of its entity, or null for world +z.
     /// With `loopEnds` the corners are those of several loops, one after another: holes are loops too.
+    /// `outlined`: a curve is its border.
     void addFacet(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat,
-                  std::span<const std::uint32_t> loopEnds = {})
+                  std::span<const std::uint32_t> loopEnds = {}, bool outlined = false)
     {
         ++given;
-        placeFacet(material, corners, flat, loopEnds);
+        placeFacet(material, corners, flat, loopEnds, outlined);
     }
     /// Adds a curve through these points, at least one, mapped by the transform in force. Its material is
     /// that of the key, or, where that is empty, that of the current entity, which is on `layer`; it is made
@@ -119,7 +120,7 @@ protected:
 
 private:
     virtual void placeFacet(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat,
-                            std::span<const std::uint32_t> loopEnds) = 0;
+                            std::span<const std::uint32_t> loopEnds, bool outlined) = 0;
     virtual void placeCurve(std::string_view materialKey, std::string_view layer,
                             std::span<const Point<3>> points, DXFCurveKind kind) = 0;
 

@@ -33,7 +33,7 @@ void DXFEllipse::build()
         const Angle at = Angle::radians(turn * k / sides);
         ring.push_back(centre + major * at.cos() + minor * at.sin());
     }
-    addFace(ring, &frame.axes);
+    addFace(ring, &frame.axes, true);
 }
 
 }   // namespace belvor

@@ -4,6 +4,8 @@
 
 namespace belvor {
 
+struct DXFHatch;
+
 // The entity types that draw something, one file each.
 
 /// Three or four corners in space.
@@ -57,11 +59,16 @@ public:
     void build() override;
 };
 
-/// The modern reading's: the areas of a solid fill or gradient, each with its holes one facet.
+/// In the modern reading the areas of a solid fill or gradient, each with its holes one facet; where curves
+/// are drawn, the dashes of a pattern.
 class DXFHatchFill final : public DXFGraphic {
 public:
     explicit DXFHatchFill(const DXFEntity& entity) : DXFGraphic(entity) {}
     void build() override;
+
+private:
+    void addAreas(const DXFHatch& hatch);
+    void addPatterns(const DXFHatch& hatch);
 };
 
 /// The modern reading's: a dimension or a table, drawn by the block that the program which wrote the drawing

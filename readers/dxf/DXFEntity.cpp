@@ -95,9 +95,9 @@ void DXFGraphic::addOutline(const DXFLoop& curve, const Vector<3>& thickness)
     addCurve(round);
 }
 
-void DXFGraphic::addFace(std::span<const Point<3>> corners, const DXFAxes* flat)
+void DXFGraphic::addFace(std::span<const Point<3>> corners, const DXFAxes* flat, bool hasCurve)
 {
-    drawing.addFacet(material(), corners, flat);
+    drawing.addFacet(material(), corners, flat, {}, hasCurve && drawing.drawsCurves());
 }
 
 void DXFGraphic::addLoop(DXFLoop loop, const DXFAxes* flat)
@@ -119,15 +119,15 @@ DXFPrimitive::DXFPrimitive(const DXFRecord& record) : axes(DXFAxes::of(record))
     thickness = axes.z() * record.realOr(39, 0.0);
 }
 
-void DXFPolygon::addPrism(DXFLoop loop)
+void DXFPolygon::addPrism(DXFLoop loop, bool hasCurve)
 {
     dropRepeats(loop);
     if (loop.size() < 3) return;
-    graphic.addFace(loop, &frame.axes);
+    graphic.addFace(loop, &frame.axes, hasCurve);
     if (!frame.isThick()) return;
     DXFLoop top = loop;
     for (Point<3>& corner : top) corner += frame.thickness;
-    graphic.addFace(top, &frame.axes);
+    graphic.addFace(top, &frame.axes, hasCurve);
     for (std::size_t i = 0; i < loop.size(); ++i)
         graphic.addWall(loop[i], loop[(i + 1) % loop.size()], frame.thickness, &frame.axes);
 }

@@ -48,8 +48,8 @@ private:
 /// An entity that adds facets and curves, in world coordinates.
 class DXFGraphic : public DXFEntity {
 public:
-    /// A facet with the corners as they are.
-    void addFace(std::span<const Point<3>> corners, const DXFAxes* flat = nullptr);
+    /// A facet with the corners as they are; `hasCurve`: its border is drawn as a curve, where those are.
+    void addFace(std::span<const Point<3>> corners, const DXFAxes* flat = nullptr, bool hasCurve = false);
     void addFace(std::initializer_list<Point<3>> corners, const DXFAxes* flat = nullptr)
     {
         addFace(std::span<const Point<3>>(corners.begin(), corners.size()), flat);
@@ -98,8 +98,8 @@ public:
     /// Facets go to `entity`. Both must outlive this.
     DXFPolygon(DXFGraphic& entity, const DXFPrimitive& primitive) : graphic(entity), frame(primitive) {}
 
-    /// World corners. Base, top, then one wall a side.
-    void addPrism(DXFLoop loop);
+    /// World corners. Base, top, then one wall a side. `hasCurve` as for addFace(), of base and top.
+    void addPrism(DXFLoop loop, bool hasCurve = false);
 
 private:
     DXFGraphic& graphic;

@@ -313,8 +313,12 @@ void DXF::countEntity(DXFTally& tally, std::string_view type, std::uint64_t draw
     }
     if (reasonOfEntity) tally.skipped(type, isDrawn(type) ? *reasonOfEntity : SkipReason::typeNotDrawn);
     else if (blockOfEntity) tally.inserted(type, *blockOfEntity, blockEntered);
-    else if (drawn() != drawnBefore) tally.drawn(type);
-    else tally.skipped(type, SkipReason::noSurface);   // all of it was too far out
+    else if (drawn() == drawnBefore)
+        tally.skipped(type, SkipReason::noSurface);   // all of it was too far out
+    else {
+        tally.drawn(type);
+        if (is(type, "RAY") || is(type, "XLINE")) endlessEntities[{&tally, dxfStream->line()}] = type;
+    }
 }
 
 /// The same from the block's recorded contents.
@@ -330,13 +334,13 @@ void DXF::playBack()
             addMapped(facet->material ? *facet->material : surfaceOf(cell, *facet),
                       contents.cornersOf(*facet),
                       facet->flat < 0 ? nullptr : &contents.flats[static_cast<std::size_t>(facet->flat)],
-                      cell.transform, contents.loopEndsOf(*facet));
+                      cell.transform, contents.loopEndsOf(*facet), facet->outlined);
         } else if (const auto* curve = std::get_if<DXFBlockContents::Curve>(&item)) {
             addMappedCurve(
                 curve->paint < 0
                     ? curve->surface
                     : curveSurface(contents.paints[static_cast<std::size_t>(curve->paint)], cell.inherited),
-                contents.cornersOf(*curve), curve->kind, cell.transform);
+                contents.cornersOf(*curve), curve->kind, curve->line, cell.transform);
         } else if (const auto* name = std::get_if<DXFBlockContents::MaterialName>(&item)) {
             ++namesMet;
             findMaterial(name->key).name = shown(name->name);
@@ -388,17 +392,19 @@ void DXF::nameMaterial(std::string_view key, std::string_view name)
 }
 
 void DXF::placeFacet(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat,
-                     std::span<const std::uint32_t> loopEnds)
+                     std::span<const std::uint32_t> loopEnds, bool outlined)
 {
     if (expansions.back().summarising) ++expansions.back().block->summary.facets;
     record([&](DXFBlockContents& contents) {
-        contents.addFacet(material, surfaceInherits ? &paintOfEntity : nullptr, corners, flat, loopEnds);
+        contents.addFacet(material, surfaceInherits ? &paintOfEntity : nullptr, corners, flat, loopEnds,
+                          outlined);
     });
-    addMapped(material, corners, flat, expansions.back().transform, loopEnds);
+    addMapped(material, corners, flat, expansions.back().transform, loopEnds, outlined);
 }
 
 void DXF::addMapped(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat,
-                    const AffineTransform<3>& transform, std::span<const std::uint32_t> loopEnds)
+                    const AffineTransform<3>& transform, std::span<const std::uint32_t> loopEnds,
+                    bool outlined)
 {
     ++givenMet;
     if (expansions.size() > 1) {   // the section itself is drawn as it stands
@@ -407,10 +413,13 @@ void DXF::addMapped(const Material& material, std::span<const Point<3>> corners,
         corners = placed;
     }
     Plane plane;
-    if (!facetPlane(corners, flat, transform, plane))
+    if (!facetPlane(corners, flat, transform, plane)) {
         skippedEntities.add("facet", SkippedEntities::Why::tooFarOut);   // of an entity that may draw others
-    else if (loopEnds.empty()) builder.addPolygon(material, plane, corners);
+        return;
+    }
+    if (loopEnds.empty()) builder.addPolygon(material, plane, corners);
     else addLoops(material, plane, corners, loopEnds);
+    if (outlined) builder.setOutlined();
 }
 
 void DXF::placeCurve(std::string_view materialKey, std::string_view layer, std::span<const Point<3>> points,
@@ -424,18 +433,18 @@ void DXF::placeCurve(std::string_view materialKey, std::string_view layer, std::
     if (cell.summarising) ++cell.block->summary.facets;
     record([&](DXFBlockContents& contents) {
         contents.addCurve(surface, byPaint && paintOfEntity.inherits() ? &paintOfEntity : nullptr, points,
-                          kind);
+                          kind, dxfStream->line());
     });
-    addMappedCurve(surface, points, kind, cell.transform);
+    addMappedCurve(surface, points, kind, dxfStream->line(), cell.transform);
 }
 
 void DXF::addMappedCurve(const DXFCurveSurface& surface, std::span<const Point<3>> points, DXFCurveKind kind,
-                         const AffineTransform<3>& transform)
+                         std::int32_t line, const AffineTransform<3>& transform)
 {
     ++givenMet;
     placed.assign(points.begin(), points.end());
     if (expansions.size() > 1) std::transform(placed.begin(), placed.end(), placed.begin(), transform);
-    if (!curves.add(surface, kind, placed))
+    if (!curves.add(surface, kind, placed, line))
         skippedEntities.add("curve", SkippedEntities::Why::tooFarOut);   // of an entity that may draw others
 }
 

@@ -19,6 +19,7 @@ public:
         // The style ends the boundary; what follows are pattern lines, seed points and gradients.
         for (; i < groups.size() && groups[i].code != 75 && groups[i].code != 76; ++i) take(groups[i]);
         finishPath();
+        for (; !hatch.filled && i < groups.size() && groups[i].code != 98; ++i) takeOfPattern(groups[i]);
         checkCount(static_cast<std::int64_t>(hatch.paths.size()), pathCount);
         hatch.style = record.integerOr(75, 0);
         return std::move(hatch);
@@ -118,6 +119,21 @@ private:
         case 20: edge.controls.push_back(pointEnding(group)); break;
         case 21: edge.fitPoints.push_back(pointEnding(group)); break;
         default: break;   // 97 counts the fit points here: it does not end the path
+        }
+    }
+
+    void takeOfPattern(const DXFGroup& group)
+    {
+        if (group.code == 53) hatch.patterns.push_back({record.realOf(group), {}, {}, {}});
+        if (hatch.patterns.empty()) return;
+        DXFHatchPattern& pattern = hatch.patterns.back();
+        switch (group.code) {
+        case 43:
+        case 44: pattern.base[group.code - 43] = record.realOf(group); break;
+        case 45:
+        case 46: pattern.offset[group.code - 45] = record.realOf(group); break;
+        case 49: pattern.dashes.push_back(record.realOf(group)); break;
+        default: break;
         }
     }
 

@@ -37,12 +37,22 @@ struct DXFHatchPath {
     std::vector<DXFHatchEdge> edges;
 };
 
+/// The lines of one family of a pattern: parallel ones, `offset` from one to the next.
+struct DXFHatchPattern {
+    double degrees = 0.0;
+    Point<2> base;   ///< On one of them.
+    Vector<2> offset;
+    std::vector<double>
+        dashes;   ///< From there on: lengths of dashes, negative those of gaps; 0 a dot. None: whole lines.
+};
+
 /// What a HATCH record says of its areas.
 struct DXFHatch {
     bool filled = false;   ///< A solid fill or a gradient, no pattern of lines.
     int style = 0;         ///< Group 75.
     double elevation = 0.0;
     std::vector<DXFHatchPath> paths;
+    std::vector<DXFHatchPattern> patterns;   ///< Of one that is not filled.
 };
 
 /// Reads the groups of a HATCH record, which belong to what they follow. Throws BadFile for values that are

@@ -43,6 +43,14 @@ public:
         ++count.read;
         ++count.drawn;
     }
+    /// One of those that were counted as drawn is not.
+    void undrawn(std::string_view type)
+    {
+        EntityCount& count = row(type);
+        if (count.drawn == 0) return;
+        --count.drawn;
+        ++count.skippedFor(SkipReason::noSurface);
+    }
     void skipped(std::string_view type, SkipReason reason)
     {
         EntityCount& count = row(type);

@@ -26,7 +26,7 @@ public:
 
 private:
     void placeFacet(const Material&, std::span<const Point<3>>, const DXFAxes*,
-                    std::span<const std::uint32_t>) override
+                    std::span<const std::uint32_t>, bool) override
     {}
     void placeCurve(std::string_view, std::string_view, std::span<const Point<3>>, DXFCurveKind) override {}
 

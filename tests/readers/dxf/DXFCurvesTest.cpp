@@ -24,6 +24,17 @@ std::string curvesOf(const Model& model)
            + written(model.curvePoint(model.curve(0).pointCount - 1)) + ", " + written(length);
 }
 
+/// A hatch of a square from 0 to 4 with a hole from 1 to 2, one unit up.
+std::string hatch(const std::string& spacing, const std::string& dashes)
+{
+    return "0 HATCH|8 0|10 0|20 0|30 1|70 0|91 2|92 2|72 0|73 1|93 4|10 0|20 0|10 4|20 0|10 4|20 4|10 0|20 "
+           "4|97 0|"
+           "92 2|72 0|73 1|93 4|10 1|20 1|10 2|20 1|10 2|20 2|10 1|20 2|97 0|75 0|76 1|52 0|41 1|77 0|78 "
+           "1|53 0|"
+           "43 0|44 0.5|45 0|46 "
+           + spacing + dashes + "|98 0";
+}
+
 /// With curves and without; in both readings. Arcs have chords of 2 degrees.
 TEST(DXFCurves, AreWhatTheEntitySaysAndChangeNothingWhenTheyAreNotAskedFor)
 {
@@ -46,8 +57,17 @@ TEST(DXFCurves, AreWhatTheEntitySaysAndChangeNothingWhenTheyAreNotAskedFor)
          "4|30 4|"
          "10 3|20 6|30 6",
          "1: (0 0 0) (3 6 6), 9"},
-        {"a spline by fit points", "0 SPLINE|8 0|71 3|11 0|21 0|31 0|11 3|21 4|31 0|11 3|21 4|31 5",
-         "1: (0 0 0) (3 4 5), 10"},
+        {"a spline by fit points, smooth: up 1.5 t - 0.5 t^3",
+         "0 SPLINE|8 0|71 3|11 0|21 0|31 0|11 1|21 1|31 0|11 1|21 1|31 0|11 2|21 0|31 0",
+         "1: (0 0 0) (2 0 0), 2.913847"},
+        {"by two, with tangents along it",
+         "0 SPLINE|8 0|71 3|12 3|22 0|32 0|13 1|23 0|33 0|11 0|21 0|31 0|11 3|21 0|31 0",
+         "1: (0 0 0) (3 0 0), 3"},
+        {"lines of a hatch, around its hole", hatch("1", ""), "5: (0 0.5 1) (4 0.5 1), 15"},
+        {"dashes", hatch("1", "|79 2|49 1|49 -1"), "8: (0 0.5 1) (1 0.5 1), 8"},
+        {"dashes that a hole cuts", hatch("1", "|79 2|49 1.5|49 -0.5"), "8: (0 0.5 1) (1.5 0.5 1), 11.5"},
+        {"dots", hatch("1", "|79 2|49 0|49 -2"), "8: (0 0.5 1) (0 0.5 1), 0"},
+        {"lines that lie on each other", hatch("0", ""), "1: (0 0.5 1) (4 0.5 1), 4"},
         {"a helix by its axis",
          "0 HELIX|8 0|100 AcDbSpline|71 3|100 AcDbHelix|10 0|20 0|30 0|11 2|21 0|31 0|12 0|22 0|32 1|40 2|41 "
          "1|"
@@ -68,7 +88,7 @@ TEST(DXFCurves, AreWhatTheEntitySaysAndChangeNothingWhenTheyAreNotAskedFor)
         {"a point", "0 POINT|8 0|10 1|20 2|30 3", "1: (1 2 3) (1 2 3), 0"},
         {"lines without end within the sphere of the others",
          "0 LINE|8 0|10 -5|20 0|30 0|11 5|21 0|31 0|0 XLINE|8 0|10 3|20 99|30 0|11 0|21 1|31 0|"
-         "0 RAY|8 0|10 0|20 0|30 0|11 0|21 0|31 9|0 RAY|8 0|10 0|20 6|30 0|11 1|21 0|31 0",
+         "0 RAY|8 0|10 0|20 0|30 0|11 0|21 0|31 9",
          "3: (-5 0 0) (5 0 0), 23"},
     };
     for (const ReadingRules rules : {ReadingRules::strict, ReadingRules::modern})
@@ -81,6 +101,41 @@ TEST(DXFCurves, AreWhatTheEntitySaysAndChangeNothingWhenTheyAreNotAskedFor)
             EXPECT_EQ(written(*without.model), written(*with.model)) << why;
             EXPECT_EQ(without.model->materials().empty(), without.model->facetCount() == 0) << why;
         }
+}
+
+TEST(DXFCurves, PatternsThatAskForTooMuchAreLeftOut)
+{
+    for (const auto& [spacing, dashes] :
+         {std::pair{"1e-9", ""}, {"1e-300", ""}, {"1", "|49 1e-12|49 -1e-300"}}) {
+        const Reading reading = readWithCurves(entities(hatch(spacing, dashes)), ReadingRules::modern);
+        EXPECT_EQ(curvesOf(*reading.model), "none") << spacing << dashes;
+        EXPECT_EQ(reading.account.skipped(), 1u) << spacing << dashes;
+    }
+}
+
+TEST(DXFCurves, RaysThatMissTheRestInEveryInsertionAreSkipped)
+{
+    const std::string ray = block("B", "0 RAY|8 0|10 0|20 9|30 0|11 1|21 0|31 0");
+    std::string all = "0 LINE|8 0|10 -5|20 0|30 0|11 5|21 0|31 0|";
+    for (const auto& [down, hits] : {std::pair{"0", false}, {"1", false}, {"2", false}, {"-9", true}}) {
+        all += std::string("0 INSERT|8 0|2 B|10 0|20 ") + down + "|";
+        const Reading reading = readWithCurves(drawing(ray, all), ReadingRules::strict);
+        const EntityCount& rays = reading.account.entities.at("RAY");
+        EXPECT_EQ(rays.drawn, hits ? 1u : 0u) << down;
+        EXPECT_EQ(rays.skipped[static_cast<std::size_t>(SkipReason::noSurface)], hits ? 0u : 1u) << down;
+        EXPECT_EQ(reading.model->curveCount(), hits ? 2u : 1u) << down;
+    }
+}
+
+TEST(DXFCurves, DiscsAreMarkedAsOutlinedAlsoInBlocks)
+{
+    const std::string disc =
+        block("B", "0 CIRCLE|8 0|10 0|20 0|30 0|40 5|0 SOLID|8 0|10 0|20 0|11 1|21 0|12 0|22 1");
+    std::string all;
+    for (int i = 0; i < 4; ++i) all += insertion("B");   // the last ones are not read from the text again
+    const Reading reading = readWithCurves(drawing(disc, all), ReadingRules::strict);
+    const auto outlined = reading.model->outlinedFacets();
+    EXPECT_EQ(std::vector(outlined.begin(), outlined.end()), (std::vector<std::uint32_t>{0, 2, 4, 6}));
 }
 
 /// Materials, bounds and what becomes of a block that is inserted often and within others.

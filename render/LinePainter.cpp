@@ -1,0 +1,184 @@
+#include "render/LinePainter.h"
+
+#include "render/LinePixels.h"
+#include "scene/Camera.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace belvor {
+namespace {
+
+/// A coordinate between two sample points: the nearer one, of equally near ones the larger, and the other.
+struct Neighbours {
+    explicit Neighbours(double value) noexcept : drawn(std::floor(value + 0.5)), other(drawn)
+    {
+        if (const double below = std::floor(value); below != value)
+            other = drawn == below ? below + 1.0 : below;
+    }
+    double drawn, other;   // equal when the coordinate is a sample point's
+};
+
+/// The columns of the picture that a segment crosses, counted from its upper end.
+class CrossedColumns {
+public:
+    CrossedColumns(const LineSegment& segment, int width) noexcept
+    {
+        const Integers all(segment.from[0], segment.to[0]);
+        first = static_cast<int>(std::clamp(all.first, 0.0, static_cast<double>(width)));
+        count = static_cast<int>(std::clamp(all.last, -1.0, width - 1.0)) + 1 - first;
+        downwards = (segment.to[1] >= segment.from[1]) == (segment.to[0] >= segment.from[0]);
+    }
+    int column(int number) const noexcept { return downwards ? first + number : first + count - 1 - number; }
+
+    /// How many come before those whose pixels lie on `row` or below it.
+    int above(const LineSegment& segment, int row) const noexcept
+    {
+        int low = 0;
+        for (int high = count; low < high;) {
+            const int middle = low + (high - low) / 2;
+            if (std::floor(pointAt(segment, 0, column(middle))[1] + 0.5) < row) low = middle + 1;
+            else high = middle;
+        }
+        return low;
+    }
+    int count;
+
+private:
+    int first;
+    bool downwards;
+};
+
+/// The integers of a range that are one of the two at either end, each once.
+template <class Take>
+void forEachNearEnds(const Integers& range, Take take)
+{
+    double before = -HUGE_VAL;
+    for (const double value : {range.first, range.first + 1.0, range.last - 1.0, range.last}) {
+        if (!(value > before) || !range.holds(value)) continue;
+        before = value;
+        take(value);
+    }
+}
+
+}   // namespace
+
+LinePainter::LinePainter(const Model& model, const Camera& camera, const LineTable& lines,
+                         const LineStyle& style, LineTrace::Part* shown)
+    : visibility(model, camera, lines, style.outlines),
+      trace(shown),
+      width(static_cast<int>(camera.width)),
+      reach(style.width / 2)
+{}
+
+void LinePainter::setRows(Bands::Rows own, LineRow* rows, Bands::Rows drawn,
+                          const PixelRow* surfaces) noexcept
+{
+    first = own.first;
+    end = own.end;
+    lineRows = rows;
+    visibility.setRows(surfaces, drawn.first, drawn.end);
+}
+
+void LinePainter::draw(const LineSegment& segment)
+{
+    // One that spans many bands stands in their common list: it may have no pixel in this one.
+    const double top = std::min(segment.from[1], segment.to[1]),
+                 bottom = std::max(segment.from[1], segment.to[1]);
+    const double margin = reach + 2.0 + std::max(std::abs(top), std::abs(bottom)) * 0x1p-48;
+    if (bottom < first - margin || top > end + margin) return;
+    if (segment.kind != LineSegment::Kind::straight) drawSinglePixel(segment);
+    else if (segment.mostlyAcross()) drawAcross(segment);
+    else drawDown(segment);
+}
+
+/// Offers the point in the pixel `column`, `row`, if that is one of the rows and the point shows there.
+void LinePainter::put(const LineSegment& segment, const Point<3>& point, double column, double row,
+                      double otherColumn, double otherRow)
+{
+    if (!(column >= 0.0 && column < width && row >= first && row < end)) return;
+    const LineVisibility::Sample drawn{static_cast<int>(column), static_cast<int>(row)};
+    const LineVisibility::Sample other{static_cast<int>(otherColumn), static_cast<int>(otherRow)};
+    if (!visibility.shows(segment, point, drawn, other)) return;
+    lineRows[drawn.row - first].offer(drawn.column, point[2], segment.place);
+    if (trace && column == std::floor(point[0] + 0.5) && row == std::floor(point[1] + 0.5))
+        trace->add(segment, point);   // the line's own pixel, not one that its width adds
+}
+
+/// A pixel in each column, repeated upwards and downwards.
+void LinePainter::drawAcross(const LineSegment& segment)
+{
+    constexpr int few = 8;   // too few to look for the first
+    const CrossedColumns columns(segment, width);
+    int begin = 0, stop = columns.count;
+    if (stop > few) {
+        begin = columns.above(segment, first - reach);
+        stop = columns.above(segment, end + reach);
+    }
+    for (int i = begin; i < stop; ++i) {
+        const int column = columns.column(i);
+        const Point<3> point = pointAt(segment, 0, column);
+        const Neighbours rows(point[1]);
+        for (int shift = -reach; shift <= reach; ++shift)
+            put(segment, point, column, rows.drawn + shift, column, rows.other + shift);
+    }
+    if (segment.from[1] != segment.to[1]) drawRowsBesideColumns(segment);
+}
+
+/// A pixel in each row that is crossed before the first column or behind the last.
+void LinePainter::drawRowsBesideColumns(const LineSegment& segment)
+{
+    const Integers columns(segment.from[0], segment.to[0]), rows(segment.from[1], segment.to[1]);
+    forEachNearEnds(rows, [&](double row) {
+        const Point<3> point = pointAt(segment, 1, row);
+        if (!columns.leavesOut(point[0])) return;
+        const Neighbours beside(point[0]);
+        for (int shift = -reach; shift <= reach; ++shift)
+            put(segment, point, beside.drawn, row + shift, beside.other, row + shift);
+    });
+}
+
+/// A pixel in each row, repeated to the left and to the right.
+void LinePainter::drawDown(const LineSegment& segment)
+{
+    const Integers rows(segment.from[1], segment.to[1]);
+    const int from = static_cast<int>(
+                  std::clamp(rows.first, static_cast<double>(first), static_cast<double>(end))),
+              to = static_cast<int>(std::clamp(rows.last, first - 1.0, end - 1.0));
+    for (int row = from; row <= to; ++row) {
+        const Point<3> point = pointAt(segment, 1, row);
+        const Neighbours beside(point[0]);
+        for (int shift = -reach; shift <= reach; ++shift)
+            put(segment, point, beside.drawn + shift, row, beside.other + shift, row);
+    }
+    if (segment.from[0] != segment.to[0]) drawColumnsBesideRows(segment);
+}
+
+/// A pixel in each column that is crossed before the first row or behind the last.
+void LinePainter::drawColumnsBesideRows(const LineSegment& segment)
+{
+    const Integers rows(segment.from[1], segment.to[1]), columns(segment.from[0], segment.to[0]);
+    forEachNearEnds(columns, [&](double column) {
+        const Point<3> point = pointAt(segment, 0, column);
+        if (!rows.leavesOut(point[1])) return;
+        const Neighbours below(point[1]);
+        for (int shift = -reach; shift <= reach; ++shift)
+            put(segment, point, column + shift, below.drawn, column + shift, below.other);
+    });
+}
+
+/// The pixel of a point, or the one next to the middle of a short line.
+void LinePainter::drawSinglePixel(const LineSegment& segment)
+{
+    const bool dot = segment.kind == LineSegment::Kind::dot;
+    Point<3> point;
+    for (int i = 0; i < 3; ++i) point[i] = dot ? segment.from[i] : (segment.from[i] + segment.to[i]) * 0.5;
+    const double column = std::floor(point[0] + 0.5), row = std::floor(point[1] + 0.5);
+    const int rowReach = dot || segment.mostlyAcross() ? reach : 0;
+    const int columnReach = dot || !segment.mostlyAcross() ? reach : 0;
+    for (int up = -rowReach; up <= rowReach; ++up)
+        for (int shift = -columnReach; shift <= columnReach; ++shift)
+            put(segment, point, column + shift, row + up, column + shift, row + up);
+}
+
+}   // namespace belvor

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "render/LineRow.h"
+#include "render/LineTable.h"
+#include "render/LineTrace.h"
+#include "render/LineVisibility.h"
+
+#include <cstddef>
+#include <cstdint>
+
+namespace belvor {
+
+/// Draws the lines of a table into rows of a picture, for one thread. `model`, `lines` and what `style`
+/// names must outlive it.
+class LinePainter {
+public:
+    /// `trace`, unless null, takes what shows. Throws std::bad_alloc.
+    LinePainter(const Model& model, const Camera& camera, const LineTable& lines, const LineStyle& style,
+                LineTrace::Part* trace);
+
+    /// The rows that are drawn into: `first` to `end` − 1, the lines of `first` in `rows[0]`. `surfaces` are
+    /// those of `drawn`, which holds these rows and, in the picture, the one above and the one below.
+    void setRows(Bands::Rows own, LineRow* rows, Bands::Rows drawn, const PixelRow* surfaces) noexcept;
+
+    /// Draws what a segment has in these rows, in any order of segments.
+    void draw(const LineSegment& segment);
+
+private:
+    void drawAcross(const LineSegment& segment);
+    void drawRowsBesideColumns(const LineSegment& segment);
+    void drawDown(const LineSegment& segment);
+    void drawColumnsBesideRows(const LineSegment& segment);
+    void drawSinglePixel(const LineSegment& segment);
+    void put(const LineSegment& segment, const Point<3>& point, double column, double row, double otherColumn,
+             double otherRow);
+
+    LineVisibility visibility;
+    LineTrace::Part* const trace;
+    const int width, reach;   // pixels; of the picture, to each side of a line's middle
+    int first = 0, end = 0;
+    LineRow* lineRows = nullptr;
+};
+
+}   // namespace belvor
