@@ -78,8 +78,8 @@ void takeMaxMemory(const std::string& value, Options& options)
 void takeType(const std::string& value, Options& options)
 {
     const std::string word = lowerCase(value);
-    for (const FileType type : {FileType::things, FileType::dxf, FileType::man})
-        if (word == nameOf(type)) options.type = type;
+    for (const ModelFormat& format : modelFormats())
+        if (word == format.name) options.type = format.type;
     if (options.type == FileType::unknown) refuse(Text::badType, {value});
 }
 

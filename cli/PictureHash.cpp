@@ -79,6 +79,7 @@ void addDrawing(Basis& basis, const Options& options)
     basis.add("edges", !options.edges ? "off" : lines.everyEdge ? "all" : "on");
     basis.add("curves", lines.curves ? "on" : "off").add("embed", options.embedSurfaces ? "on" : "off");
     basis.add("colours", static_cast<double>(options.colours));
+    if (options.curvesInBounds) basis.add("bounds", "all");
     basis.add("surfaces", lines.surfaces ? "on" : "off").add("line-width", lines.width);
     if (lines.colour) basis.add("line-colour", hexOf(*lines.colour));
 }

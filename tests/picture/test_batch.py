@@ -2,6 +2,7 @@
 import json
 import os
 import pathlib
+import re
 import signal
 import subprocess
 import time
@@ -116,6 +117,25 @@ class Batch(Folder):
         self.run_batch(0, *png)
         lines = [json.loads(line) for line in self.run_batch(0, *png).stdout.splitlines()]
         self.assertEqual([(line["unchanged"], len(line["hash"])) for line in lines], [(True, 64)] * 5)
+
+    @unittest.skipIf(WINDOWS, "an option counts or does not on any system")
+    def test_what_pictures_depend_on_is_in_their_hash(self):
+        """Every option is in one of the lists: a new one that changes pixels and is not in PictureHash.cpp leaves old pictures standing."""
+        counts = {"--size": "41x30", "--view": "front", "--eye": "9,9,9", "--look-at": "1,1,1", "--zoom": "0.3", "--scale": "0.3", "--parallel": None,
+                  "--perspective": None, "--light": "1=0,0,1", "--sky": "0.3", "--ground": "0.3", "--type": "man", "--edges": None, "--lines": None,
+                  "--bounds": "all", "--line-width": "3", "--line-colour": "#123456", "--background": "#123456", "--surfaces": "off",
+                  "--reading": "modern", "--colours": "drawing"}
+        others = {"--save-view", "--output", "--each", "--list", "--null", "--jobs", "--timeout", "--max-memory", "--fail-fast", "--skip-existing", "--threads",
+                  "--info", "--report", "--timing", "--format", "--rows", "--fail-empty", "--fail-repaired", "--dxf-log", "--quiet", "--version", "--help"}
+        listed = re.findall(r"^ {2}(?: {4}|-., )(--[a-z-]+)", self.run_program("--help").stdout, re.M)
+        self.assertEqual(sorted(listed), sorted(counts.keys() | others))
+        options = {"": []} | {name: [name] if value is None else [f"{name}={value}"] for name, value in counts.items()}
+        base = {"--size": "-s40x30", "--view": "-vplan"}
+        hashes = {}
+        for name, option in options.items():
+            call = [*option, *(value for key, value in base.items() if key != name), "-j1", "--report", "-", "--each", "{name}.png", "in/m1.thf"]
+            hashes[name] = json.loads(self.run_program(*call).stdout)["hash"]
+        self.assertEqual(len(set(hashes.values())), len(options), hashes)
 
     @unittest.skipIf(WINDOWS, "a signal does not reach a program under Wine")
     def test_killed_and_begun_again(self):
