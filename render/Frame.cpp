@@ -160,7 +160,6 @@ private:
     template <class Pause>
     void drawLines(std::size_t band, BandRows& rows, const Workers::Turn& turn, Pause pause)
     {
-        constexpr std::size_t segmentsBetweenPauses = 1024;
         const Bands::Rows own = frame.bands.rowsOf(band);
         const auto rowCount = static_cast<std::size_t>(own.end - own.first);
         if (rows.lines.size() < rowCount) rows.lines.resize(rowCount);
@@ -168,10 +167,9 @@ private:
         if (!buffer.needsRows(own.first, own.end)) return;
         LinePainter& painter = linePainters[turn.thread];
         painter.setRows(own, rows.lines.data(), frame.bands.drawnRowsOf(band), rows.surfaces.data());
-        std::size_t drawn = 0;
-        frame.lines.forEachSegment(band, [&](const LineSegment& segment) {
-            if (++drawn % segmentsBetweenPauses == 0) pause();
-            if (!turn.stopping()) painter.draw(segment);
+        frame.lines.forEachRun(band, [&](const LineSegment* segments, std::size_t count) {
+            pause();
+            if (!turn.stopping()) painter.draw(segments, count);
         });
     }
 

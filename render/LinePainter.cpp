@@ -80,6 +80,15 @@ void LinePainter::setRows(Bands::Rows own, LineRow* rows, Bands::Rows drawn,
     visibility.setRows(surfaces, drawn.first, drawn.end);
 }
 
+void LinePainter::draw(const LineSegment* segments, std::size_t count)
+{
+    constexpr std::size_t ahead = 6;
+    for (std::size_t i = 0; i < count; ++i) {
+        if (i + ahead < count) visibility.expect(segments[i + ahead].from);
+        draw(segments[i]);
+    }
+}
+
 void LinePainter::draw(const LineSegment& segment)
 {
     // One that spans many bands stands in their common list: it may have no pixel in this one.
@@ -128,7 +137,9 @@ void LinePainter::drawAcross(const LineSegment& segment)
 /// A pixel in each row that is crossed before the first column or behind the last.
 void LinePainter::drawRowsBesideColumns(const LineSegment& segment)
 {
-    const Integers columns(segment.from[0], segment.to[0]), rows(segment.from[1], segment.to[1]);
+    const Integers rows(segment.from[1], segment.to[1]);
+    if (rows.none()) return;
+    const Integers columns(segment.from[0], segment.to[0]);
     forEachNearEnds(rows, [&](double row) {
         const Point<3> point = pointAt(segment, 1, row);
         if (!columns.leavesOut(point[0])) return;
@@ -157,7 +168,9 @@ void LinePainter::drawDown(const LineSegment& segment)
 /// A pixel in each column that is crossed before the first row or behind the last.
 void LinePainter::drawColumnsBesideRows(const LineSegment& segment)
 {
-    const Integers rows(segment.from[1], segment.to[1]), columns(segment.from[0], segment.to[0]);
+    const Integers columns(segment.from[0], segment.to[0]);
+    if (columns.none()) return;
+    const Integers rows(segment.from[1], segment.to[1]);
     forEachNearEnds(columns, [&](double column) {
         const Point<3> point = pointAt(segment, 0, column);
         if (!rows.leavesOut(point[1])) return;

@@ -22,10 +22,11 @@ public:
     /// those of `drawn`, which holds these rows and, in the picture, the one above and the one below.
     void setRows(Bands::Rows own, LineRow* rows, Bands::Rows drawn, const PixelRow* surfaces) noexcept;
 
-    /// Draws what a segment has in these rows, in any order of segments.
-    void draw(const LineSegment& segment);
+    /// Draws what segments have in these rows, in any order of segments.
+    void draw(const LineSegment* segments, std::size_t count);
 
 private:
+    void draw(const LineSegment& segment);
     void drawAcross(const LineSegment& segment);
     void drawRowsBesideColumns(const LineSegment& segment);
     void drawDown(const LineSegment& segment);

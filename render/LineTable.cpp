@@ -110,9 +110,16 @@ public:
                 addCurve(model.curve(static_cast<std::uint32_t>(i)), thread);
             });
         }
-        forPieces(edges, sharing.pieceSize, [&](std::size_t i, unsigned thread) {
-            addEdge(static_cast<std::uint32_t>(i), projected, thread);
-        });
+        constexpr std::size_t groupSize = 256;
+        const std::size_t groups = (edges + groupSize - 1) / groupSize;
+        forPieces(groups, std::max<std::size_t>(sharing.pieceSize / groupSize, 1),
+                  [&](std::size_t group, unsigned thread) {
+                      std::uint32_t chosen[groupSize];
+                      const std::size_t first = group * groupSize, end = std::min(first + groupSize, edges);
+                      const std::uint32_t count =
+                          choose(static_cast<std::uint32_t>(first), static_cast<std::uint32_t>(end), chosen);
+                      for (std::uint32_t i = 0; i < count; ++i) addEdge(chosen[i], projected, thread);
+                  });
     }
 
 private:
@@ -186,6 +193,22 @@ private:
             segment.from = segment.to = *projected;
             segment.kind = LineSegment::Kind::dot;
         }
+    }
+
+    /// Puts into `chosen` which outlines of a range may be drawn; returns their number. Without a branch for
+    /// each: which of them are can hardly be foretold.
+    std::uint32_t choose(std::uint32_t first, std::uint32_t end, std::uint32_t* chosen) const
+    {
+        std::uint32_t count = 0;
+        for (std::uint32_t i = first; i < end; ++i) {
+            const Outlines::Outline& outline = (*style.outlines)[i];
+            const bool one = shades[outline.hasPair ? outline.firstUses[0].facet() : 0].reversed,
+                       other = shades[outline.hasPair ? outline.firstUses[1].facet() : 0].reversed;
+            chosen[count] = i;
+            count += (outline.kind != Outlines::Kind::smooth) | !outline.hasPair | (one != other)
+                     | style.everyEdge;
+        }
+        return count;
     }
 
     void addEdge(std::uint32_t index, const Point<3>* projected, unsigned thread)

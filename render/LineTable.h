@@ -72,16 +72,13 @@ public:
     /// In the order of the places: where the style has a trace; a curve ends with `nothing` or a dot.
     const LargeVector<LineSegment>& all() const noexcept { return kept; }
 
-    /// Calls `take` with each segment that may have pixels in a band, and maybe some more, in any order.
+    /// Calls `take` with runs of segments, a pointer and a number of at most a few hundred: all that may have
+    /// pixels in a band, and maybe some more, in any order.
     template <class Take>
-    void forEachSegment(std::size_t band, Take take) const
+    void forEachRun(std::size_t band, Take take) const
     {
         for (std::size_t level = 0; level < levelStarts.size(); ++level)
-            for (const auto& part : parts)
-                part->forEachRun(levelStarts[level] + (band >> level),
-                                 [&take](const LineSegment* segments, std::size_t count) {
-                                     for (std::size_t i = 0; i < count; ++i) take(segments[i]);
-                                 });
+            for (const auto& part : parts) part->forEachRun(levelStarts[level] + (band >> level), take);
     }
 
 private:

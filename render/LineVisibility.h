@@ -46,9 +46,20 @@ public:
         return owner != noFacet && isOwn(segment, owner);
     }
 
+    /// A point near this one will be asked for: gets the surface there from memory meanwhile.
+    void expect(const Point<3>& point) const noexcept
+    {
+        if (!(point[0] > 0.0 && point[0] < rows->width() - 1 && point[1] > firstRow && point[1] < endRow - 1))
+            return;
+        const auto column = static_cast<std::size_t>(point[0] + 0.5);
+        const std::uint32_t owner = rows[static_cast<int>(point[1] + 0.5) - firstRow].owners()[column];
+        if (owner != noFacet && known[owner % knownFacets].facet != owner)
+            __builtin_prefetch(&model.facet(owner));
+    }
+
 private:
     static constexpr std::uint32_t noFacet = 0xFFFFFFFF;
-    static constexpr std::size_t knownFacets = 2048;
+    static constexpr std::size_t knownFacets = 8192;
     /// How the depth of a facet's plane grows with x and y.
     struct Slopes {
         double x, y;

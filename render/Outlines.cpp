@@ -191,7 +191,7 @@ private:
     std::uint32_t add(const Edge& edge, Use use, std::uint32_t lower, std::uint32_t upper)
     {
         const std::uint32_t index = result.size();
-        result.outlines.push_back({edge.from, edge.to, {use, {0}}, 1, Kind::border, hasCurve});
+        result.outlines.push_back({edge.from, edge.to, {use, {0}}, 1, Kind::border, hasCurve, false});
         links.push_back({upper, newest[lower]});
         if (listLength < longestList) newest[lower] = index;
         return index;
@@ -207,7 +207,8 @@ private:
         } else if (const Use last = outline.firstUses[outline.useCount - 1]; last.facet() != use.facet()) {
             if (outline.useCount == 2) further.push_back({index, use});
             else outline.firstUses[1] = use;
-            if (++outline.useCount == 2 && differ(model, last, use)) outline.kind = Kind::sharp;
+            outline.hasPair = ++outline.useCount == 2 && last.forward() != use.forward();
+            if (outline.useCount == 2 && differ(model, last, use)) outline.kind = Kind::sharp;
         }
     }
 

@@ -37,6 +37,7 @@ public:
         std::uint8_t useCount;   // 1, 2 or more
         Kind kind;
         bool hasCurve;   // of a border: a curve of the model stands for it
+        bool hasPair;    // two facets run along it, in opposite directions
     };
 
     /// Edges whose ends coincide or are not finite are left out. `pause` is called now and then and may
@@ -65,10 +66,10 @@ public:
                    const FacetShade* shades) const
     {
         const Outline& outline = outlines[index];
+        if (outline.hasPair)   // nearly always
+            return shades[outline.firstUses[0].facet()].reversed
+                   != shades[outline.firstUses[1].facet()].reversed;
         if (outline.useCount == 1) return false;
-        const Use one = outline.firstUses[0], other = outline.firstUses[1];
-        if (outline.useCount == 2 && one.forward() != other.forward())   // nearly always
-            return shades[one.facet()].reversed != shades[other.facet()].reversed;
         return hasFacetsOfBothSides(index, model, camera, shades);
     }
     /// The facet that colours it: the first whose normal faces the eye, else the first.

@@ -157,6 +157,7 @@ def rgb_of(entity, otherwise):
 
 class Conventions:
     """What is drawn of a drawing by ezdxf's reckoning: of which material and where, and what becomes of each entity."""
+    given_by = FACETS
 
     def __init__(self, doc, modern):
         self.doc, self.modern, self.outcomes, self.facets = doc, modern, {}, []
@@ -207,7 +208,7 @@ class Conventions:
                 if not given and self.modern and self.doc.layers.get(material[0]).is_off():
                     outcome = "layer off"
             elif not outcome:
-                given = [(material, corners) for corners in FACETS[entity.dxftype()](entity)]
+                given = [(material, corners) for corners in self.given_by[entity.dxftype()](entity)]
             outcome = outcome or ("drawn" if given else "no surface")
             # Of several insertions the one that shows most counts.
             before = self.outcomes[entity]

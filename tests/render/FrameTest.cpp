@@ -1,12 +1,8 @@
 #include "render/Frame.h"
 
-#include "errors/Reporter.h"
-#include "scene/Camera.h"
-#include "scene/Light.h"
 #include "tests/render/Keeper.h"
 #include "tests/support/FailingAllocation.h"
-#include "tests/support/Reporters.h"
-#include "view/SceneBuilder.h"
+#include "tests/support/Models.h"
 
 #include <gtest/gtest.h>
 
@@ -19,28 +15,7 @@ using namespace belvor;
 
 namespace {
 
-/// What a sink is given of a picture: owners, depths and colours.
-struct Picture {
-    test::Image image;
-    std::vector<std::uint8_t> colours;
-    friend bool operator==(const Picture&, const Picture&) = default;
-};
-
-class PictureKeeper : public test::Keeper {
-public:
-    PictureKeeper(int width, Picture& target) : Keeper(width, target.image), picture(target) {}
-    void lineDone(int row) override
-    {
-        Keeper::lineDone(row);
-        for (int i = 0; i < width(); ++i) {
-            if (owner(i) == noFacet) continue;
-            picture.colours.insert(picture.colours.end(), colour(owner(i)), colour(owner(i)) + 3);
-        }
-    }
-
-private:
-    Picture& picture;
-};
+using test::Image;
 
 /// Triangles, small ones and large ones, and one polygon of many edges.
 Handle<Model> jumble(int triangles)
@@ -65,23 +40,20 @@ Handle<Model> jumble(int triangles)
 
 Scene sceneOf(const Model& model, int width, int height, double turned)
 {
-    ModelPlace place;
-    model.bounds(place.centre, place.radius);
     ViewParameters view = wholeModel(freshView(), {width, height});
     view.eye = view.eye + Vector<3>(turned, -turned, turned * 0.5);
     view.parallel = turned > 1.0;
-    return buildScene(view, place, {width, height}, width, height);
+    return buildScene(view, test::placeOf(model), {width, height}, width, height);
 }
 
-Picture drawn(const Model& model, const Scene& scene, Frame* frame)
+Image drawn(const Model& model, const Scene& scene, Frame* frame)
 {
-    Picture picture;
+    if (frame) return test::drawn(*frame, model, *scene.camera, *scene.lights);
+    Image image;
     SilentReporter silent;
-    const Handle<PictureKeeper> sink =
-        makeHandle<PictureKeeper>(static_cast<int>(scene.camera->width), picture);
-    if (frame) frame->render(model, *scene.camera, *scene.lights, *sink, silent);
-    else model.render(*scene.camera, *scene.lights, *sink, silent);
-    return picture;
+    model.render(*scene.camera, *scene.lights,
+                 *makeHandle<test::Keeper>(static_cast<int>(scene.camera->width), image), silent);
+    return image;
 }
 
 }   // namespace
@@ -91,7 +63,7 @@ TEST(Frame, SimultaneousRendersOfOneModelEqualSingleRenders)
     const Handle<Model> model = jumble(400);
     constexpr int threadCount = 4;
     std::vector<Scene> scenes;
-    std::vector<Picture> wanted;
+    std::vector<Image> wanted;
     for (int i = 0; i < threadCount; ++i) {
         scenes.push_back(sceneOf(*model, 40 + 7 * i, 30 + 3 * i, 0.6 * i));
         wanted.push_back(drawn(*model, scenes.back(), nullptr));
@@ -127,15 +99,15 @@ TEST(FrameThreads, AnyNumberOfThreadsGivesTheSamePictureAndReports)
     };
     for (const double turned : {0.0, 0.7, 1.4}) {   // from without, from within, parallel
         const Scene scene = sceneOf(*model, 173, 131, turned);
-        Picture wanted;
+        Image wanted;
         ThreadReporter wantedReports;
         for (const unsigned threads : {1u, 2u, 3u, 8u}) {
             Frame frame(Sharing{threads, 50});
             for (int repeat = 0; repeat < 2; ++repeat) {
                 ThreadReporter reporter;
                 reporter.asking = asking;
-                Picture picture;
-                frame.render(*model, *scene.camera, *scene.lights, *makeHandle<PictureKeeper>(173, picture),
+                Image picture;
+                frame.render(*model, *scene.camera, *scene.lights, *makeHandle<test::Keeper>(173, picture),
                              reporter);
                 // A fraction may be reported again while rows take long.
                 reporter.calls.erase(std::unique(reporter.calls.begin(), reporter.calls.end()),
@@ -155,16 +127,16 @@ TEST(FrameThreads, ARenderStopsInEveryStageWhenAsked)
 {
     const Handle<Model> model = jumble(3000);
     const Scene scene = sceneOf(*model, 173, 131, 0.7);
-    Picture wanted = drawn(*model, scene, nullptr), ignored;
+    Image wanted = drawn(*model, scene, nullptr), ignored;
     Frame frame(Sharing{8, 50});
     drawn(*model, scene, &frame);   // a new frame shades twice
     test::RecordingReporter all;
-    frame.render(*model, *scene.camera, *scene.lights, *makeHandle<PictureKeeper>(173, ignored), all);
+    frame.render(*model, *scene.camera, *scene.lights, *makeHandle<test::Keeper>(173, ignored), all);
     all.calls.erase(std::unique(all.calls.begin(), all.calls.end()), all.calls.end());
     for (std::size_t call = 0; call < all.calls.size(); call += 7) {
         test::RecordingReporter impatient(call);
         EXPECT_THROW(frame.render(*model, *scene.camera, *scene.lights,
-                                  *makeHandle<PictureKeeper>(173, ignored = {}), impatient),
+                                  *makeHandle<test::Keeper>(173, ignored = {}), impatient),
                      Reporter::Abandoned);
         EXPECT_EQ(impatient.calls.size(), call + 1);
         EXPECT_FALSE(frame.complete());
@@ -175,7 +147,7 @@ TEST(FrameThreads, ARenderStopsInEveryStageWhenAsked)
 TEST(Frame, IsUsableAfterAnyAllocationFailed)
 {
     const Scene scene = sceneOf(*jumble(60), 30, 20, 0.3);
-    const Picture wanted = drawn(*jumble(60), scene, nullptr);
+    const Image wanted = drawn(*jumble(60), scene, nullptr);
     SilentReporter silent;
     class Sink : public Buffer {
     public:
