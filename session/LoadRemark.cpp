@@ -57,9 +57,13 @@ std::string groupedNumber(std::uint64_t count)
 
 std::string loadRemark(const Account& account, const Model& model, bool curvesShown)
 {
-    const bool onlyLines = model.facetCount() == 0 && model.curveCount() != 0;
-    if (onlyLines && !curvesShown) return textOf(Text::linesRemark);
-    if (model.facetCount() == 0 && !onlyLines) return filledText(Text::emptyRemark, {whyEmpty(account)});
+    if (model.facetCount() == 0 && model.curveCount() == 0) {
+        const std::vector<Skipped> most = skippedOf(account);
+        const bool lines = !most.empty() && most[0].reason == static_cast<std::size_t>(SkipReason::noSurface);
+        return lines && !curvesShown && account.warnings.empty()
+                   ? textOf(Text::linesRemark)
+                   : filledText(Text::emptyRemark, {whyEmpty(account)});
+    }
     const std::uint64_t skipped = account.skipped();
     const std::string repairs = groupedNumber(account.repairCount);
     std::string text;

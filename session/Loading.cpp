@@ -77,9 +77,23 @@ void Loading::readBy(ReadingRules rules)
     if (rules == reading.rules) return;
     reading.rules = rules;
     session.shell().settingsChanged();
-    // A load that is under way goes on by the new rules too.
+    readAgain(true);
+}
+
+void Loading::readCurves(bool wanted)
+{
+    if (wanted == reading.curves) return;
+    reading.curves = wanted;
+    // A drawing of lines alone had no size until they were read: it gets its first view then.
+    readAgain(session.model() && session.model()->facetCount() != 0);
+}
+
+/// A drawing by the options that have just changed; a load that is under way goes on by them too.
+void Loading::readAgain(bool keepView)
+{
     if (running()) post(pending, pendingType, keepsView);
-    else if (type == FileType::dxf) reload();
+    else if (type == FileType::dxf && session.model() && !session.closing())
+        post(session.modelPath(), type, keepView);
 }
 
 void Loading::refused(const std::string& why)

@@ -30,6 +30,8 @@ public:
     /// The rules for drawings from here on; a drawing that is shown is read again by them.
     void readBy(ReadingRules rules);
     ReadingRules rules() const noexcept { return reading.rules; }
+    /// Whether lines and curves are read from here on; a drawing that is shown is read again.
+    void readCurves(bool wanted);
 
     /// Whether a file is being read or about to be.
     bool running() const noexcept { return !pending.empty() && result && !result->ended; }
@@ -54,6 +56,7 @@ public:
 private:
     void loadFile(const std::string& path, FileType kind);
     void post(const std::string& path, FileType kind, bool keepView);
+    void readAgain(bool keepView);
 
     Session& session;
     Handle<RenderHost> host;

@@ -75,7 +75,9 @@ void Session::redraw(Target target)
     }
     const char* const name = textOf(target == Target::display ? Text::rendering : Text::renderingThumbnail);
     const auto request = makeHandle<RenderRequest>(name, held, drawn.camera, drawn.lights, canvas->sink);
-    if (target == Target::display) request->drawLines(lines, lineDrawing);
+    // A thumbnail shows lines where there is nothing else to show.
+    if (target == Target::display || (lines.curves && held->facetCount() == 0))
+        request->drawLines(lines, lineDrawing);
     surroundings.post(target, request);
 }
 
@@ -164,6 +166,7 @@ void Session::showLines(const ShownLines& shown)
     lines = shown;
     history.markUnsaved(view());
     surroundings.settingsChanged();
+    loads.readCurves(shown.curves);
     loads.tellRemark();
     redraw(Target::display);
 }

@@ -7,12 +7,22 @@ namespace {
 
 std::optional<bool> contrast;
 
+/// Dark blue and dark red are not seen on the user's ground, whether or not the system calls its theme one of
+/// high contrast.
+bool groundIsDark() noexcept
+{
+    constexpr int dark = 64;
+    const COLORREF ground = GetSysColor(COLOR_BTNFACE);
+    return GetRValue(ground) < dark && GetGValue(ground) < dark && GetBValue(ground) < dark;
+}
+
 bool askContrast() noexcept
 {
     HIGHCONTRASTW theme{};
     theme.cbSize = sizeof theme;
-    return SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof theme, &theme, 0)
-           && (theme.dwFlags & HCF_HIGHCONTRASTON) != 0;
+    return groundIsDark()
+           || (SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof theme, &theme, 0)
+               && (theme.dwFlags & HCF_HIGHCONTRASTON) != 0);
 }
 
 bool programsAreDark() noexcept

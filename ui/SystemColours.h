@@ -4,7 +4,8 @@
 
 namespace belvor {
 
-/// Whether the user's theme is one of high contrast. Interface thread.
+/// Whether the user's theme is one of high contrast, or has dark windows: then what is drawn in fixed colours
+/// needs outlines. Interface thread.
 bool highContrast() noexcept;
 /// The user's colours or theme may have changed: asks the system anew.
 void refreshSystemColours() noexcept;

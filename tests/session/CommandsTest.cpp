@@ -4,6 +4,7 @@
 #include "tests/session/QuietShell.h"
 #include "tests/support/Files.h"
 #include "tests/support/Models.h"
+#include "view/ViewCommands.h"
 
 #include <gtest/gtest.h>
 
@@ -189,6 +190,28 @@ TEST_F(SessionCommands, ADrawingSaysWhatWasNotDrawnAndTheOtherReadingReadsItAgai
     EXPECT_TRUE(shell.status.starts_with("Bad; ")) << shell.status;
 }
 
+TEST_F(SessionCommands, LinesAreReadWhenTheyAreToBeShown)
+{
+    const TempFile mixed("mixed.dxf", test::drawingText(test::faceEntity + test::lineEntity)),
+        only("only.dxf", test::drawingText(test::lineEntity));
+    load(mixed.path());
+    const ViewParameters view = session.view();
+    const auto showLines = [&] {
+        command(ID_LINES);
+        runRequests();
+        return session.model()->curveCount();
+    };
+    EXPECT_EQ(showLines(), 1u);
+    EXPECT_TRUE(shell.remark.empty()) << shell.remark;
+    EXPECT_EQ(showLines(), 0u);
+    EXPECT_EQ(session.view(), view) << "the surfaces stay where they are";
+    load(only.path());
+    EXPECT_EQ(shell.remark, textOf(Text::linesRemark));
+    EXPECT_EQ(showLines(), 1u);
+    EXPECT_GT(session.place().radius, 0.5) << "of the lines";
+    EXPECT_EQ(session.view(), wholeModel(session.view(), session.imageSize()));
+}
+
 TEST(LoadRemark, TellsWhatIsMissingAndWhyNothingIsDrawn)
 {
     Account none, lines, off, repaired;
@@ -203,7 +226,7 @@ TEST(LoadRemark, TellsWhatIsMissingAndWhyNothingIsDrawn)
         {repaired, *full, "Damaged records: 1"},
         {off, *full, "everything is off"},
         {none, *empty, "Nothing is drawn: the file holds no surfaces"},
-        {lines, *empty, "Nothing is drawn: 1,240 of 3,010 entities: no surface (LINE)"},
+        {lines, *empty, textOf(Text::linesRemark)},
         {off, *empty, "Nothing is drawn: everything is off"},
     };
     for (const auto& [account, model, text] : cases) EXPECT_EQ(loadRemark(account, model, false), text);

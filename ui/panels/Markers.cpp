@@ -43,7 +43,7 @@ void drawLine(HDC dc, const PixelLine& line) noexcept
     LineTo(dc, line.to.x, line.to.y);
 }
 
-void drawEyeGlyph(HDC dc, const EyeGlyph& glyph, PixelScale scale) noexcept
+void drawEyeGlyph(HDC dc, const EyeGlyph& glyph, PixelScale scale, bool onDisc) noexcept
 {
     std::array<POINT, 10> points;
     auto next = points.begin();
@@ -56,7 +56,7 @@ void drawEyeGlyph(HDC dc, const EyeGlyph& glyph, PixelScale scale) noexcept
         const Selection penInDc(dc, pen.get());
         PolyPolyline(dc, points.data(), counts.data(), counts.size());
     };
-    if (highContrast()) draw(outlineWidth, outlineColour());
+    if (highContrast()) draw(outlineWidth, onDisc ? discColour() : outlineColour());
     draw(2, RGB(0, 255, 0));
 }
 
@@ -108,15 +108,22 @@ void drawLight(HDC dc, PixelPoint position, int light, bool below, PixelScale sc
 
 void drawBelowCircle(HDC dc, PixelPoint position, PixelScale scale) noexcept
 {
-    const GdiObject<HPEN> pen(CreatePen(PS_SOLID, scale(2), RGB(0, 255, 0)));
-    const Selection penInDc(dc, pen.get());
     const Selection brushInDc(dc, GetStockObject(HOLLOW_BRUSH));
-    drawEllipse(dc, position, scale(8));
+    const auto draw = [&](int width, COLORREF colour) {
+        const GdiObject<HPEN> pen(CreatePen(PS_SOLID, scale(width), colour));
+        const Selection penInDc(dc, pen.get());
+        drawEllipse(dc, position, scale(8));
+    };
+    if (highContrast()) draw(outlineWidth, discColour());
+    draw(2, RGB(0, 255, 0));
 }
 
 bool isBright(COLORREF colour) noexcept
 {
-    return 2126 * GetRValue(colour) + 7152 * GetGValue(colour) + 722 * GetBValue(colour) > 10000 * 117;
+    // The luminance, by a gamma of 2, against the one from which black and white differ equally.
+    const auto light = [](int part) { return part * part; };
+    return 2126 * light(GetRValue(colour)) + 7152 * light(GetGValue(colour)) + 722 * light(GetBValue(colour))
+           > 1790 * 255 * 255;
 }
 
 COLORREF lightColour(int light) noexcept

@@ -12,7 +12,8 @@ namespace belvor {
 RECT toRect(const PixelRect& rectangle) noexcept;
 
 void drawLine(HDC dc, const PixelLine& line) noexcept;   // with the selected pen
-void drawEyeGlyph(HDC dc, const EyeGlyph& glyph, PixelScale scale) noexcept;
+/// `onDisc`: on the white disc of the sphere, where the outline of a contrast theme is black.
+void drawEyeGlyph(HDC dc, const EyeGlyph& glyph, PixelScale scale, bool onDisc = false) noexcept;
 /// Blue on dark blue; as a ghost the strokes must be drawn once only, so it gets one pen.
 void drawCross(HDC dc, PixelPoint lookAt, PixelScale scale, bool ghost = false) noexcept;
 void drawZoomWedge(HDC dc, const ZoomWedge& wedge, PixelScale scale) noexcept;

@@ -123,7 +123,7 @@ std::vector<Tool> Stereogram::drawMarkers(HDC dc, const SphereDisc& shown) const
     const PixelPoint eye = shown.toPixel(markers.eye);
     if (markers.eye.elevation < 0.0) drawBelowCircle(dc, eye, shown.pixels);
     const EyeGlyph glyph = glyphAt(eye, shown.centre, shown.pixels);
-    drawEyeGlyph(dc, glyph, shown.pixels);
+    drawEyeGlyph(dc, glyph, shown.pixels, true);
     tools.insert(tools.begin(), {ID_TOOLSPHEREEYE, ID_TOOLSPHEREEYE, glyph.bounds()});
     tools.push_back({ID_TOOLSPHERELOOKAT, ID_TOOLSPHERELOOKAT, around(shown.centre, shown.pixels)});
     return tools;
@@ -142,7 +142,7 @@ Ghost::Shape Stereogram::ghostAt(const PanelMouse& mouse) const
     return [position, on, item = taken, below = mouse.control](HDC dc) {
         if (item > 0) return drawLight(dc, position, item - 1, below, on.pixels);
         if (below) drawBelowCircle(dc, position, on.pixels);
-        drawEyeGlyph(dc, glyphAt(position, on.centre, on.pixels), on.pixels);
+        drawEyeGlyph(dc, glyphAt(position, on.centre, on.pixels), on.pixels, true);
     };
 }
 

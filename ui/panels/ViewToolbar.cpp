@@ -4,6 +4,7 @@
 #include "platform/win32/Handles.h"
 #include "platform/win32/Window.h"
 #include "resources/ids.h"
+#include "ui/SystemColours.h"
 #include "ui/WindowScale.h"
 
 #include <algorithm>
@@ -39,6 +40,7 @@ void ViewToolbar::create(HWND parent)
                              sizeof(TBBUTTON));
     if (!window) throw Win32Error("Controls::WM_CREATE Toolbar");
     SetWindowSubclass(window, subclass, 1, reinterpret_cast<DWORD_PTR>(this));
+    if (highContrast()) takeColours();
 }
 
 void ViewToolbar::enable(bool enabled) const noexcept
@@ -59,12 +61,17 @@ void ViewToolbar::takeColours() noexcept
 {
     const PixelScale now = shown;
     const int index = pictureOf(now), size = pictureSizes[index];
+    // The pictures' grey becomes the user's button colour; in a theme of high contrast, where their dark
+    // lines would not be seen, they keep a light ground.
+    const bool light = highContrast();
+    COLORMAP toWhite{RGB(192, 192, 192), RGB(255, 255, 255)};
     const GdiObject<HBITMAP> strip(CreateMappedBitmap(
-        GetModuleHandleW(nullptr), index == 0 ? ID_TOOLBARBITMAP : ID_TOOLBARSCALED + index - 1, 0, nullptr,
-        0));   // its grey becomes the user's button colour
+        GetModuleHandleW(nullptr), index == 0 ? ID_TOOLBARBITMAP : ID_TOOLBARSCALED + index - 1, 0,
+        light ? &toWhite : nullptr, light ? 1 : 0));
     ImageList next(ImageList_Create(size, size, ILC_COLOR24 | ILC_MASK, pictures, 0));
     if (!strip || !next) return;
-    ImageList_AddMasked(next.get(), strip.get(), GetSysColor(COLOR_BTNFACE));
+    if (light) ImageList_Add(next.get(), strip.get(), nullptr);
+    else ImageList_AddMasked(next.get(), strip.get(), GetSysColor(COLOR_BTNFACE));
     SendMessageW(window, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(next.get()));
     SendMessageW(window, TB_SETBUTTONSIZE, 0, MAKELPARAM(now(buttonWidth), now(buttonHeight)));
     images = std::move(next);
