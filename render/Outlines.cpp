@@ -103,27 +103,21 @@ bool differ(const Model& model, Outlines::Use a, Outlines::Use b)
     return (a.forward() == b.forward() ? -cosine : cosine) < cosineOf20Degrees;
 }
 
-/// The same of any two of three facets and more. There may be a million of them, as good as all alike:
-/// those that lie within ten degrees of the first differ from none of the same.
-bool anyDiffer(const Model& model, std::span<const Outlines::Use> uses, Pauses& pauses)
+/// Whether any two of three facets and more do. There may be a million of them, but three normals are enough:
+/// two of those facets run along the edge in the same direction, so they differ or face opposite sides, and
+/// then the third differs from one of them.
+bool anyDiffer(const Model& model, std::span<const Outlines::Use> uses)
 {
-    constexpr double cosineOfLessThan10Degrees = 0.985;
-    std::vector<Outlines::Use> aside;   // of the first
-    const Vector<3>& normal = model.facet(uses[0].facet()).plane.normal();
-    const auto isAside = [&](Outlines::Use use) {
-        const double cosine = dot(normal, model.facet(use.facet()).plane.normal());
-        return !((use.forward() == uses[0].forward() ? -cosine : cosine) > cosineOfLessThan10Degrees);
-    };
-    for (const Outlines::Use use : uses.subspan(1)) {
-        if (differ(model, uses[0], use)) return true;
-        if (isAside(use)) aside.push_back(use);
+    std::uint32_t count = 0;
+    Outlines::Use found[2];
+    for (const Outlines::Use use : uses) {
+        const Facet& facet = model.facet(use.facet());
+        if (facet.material != model.facet(uses[0].facet()).material) return true;
+        if (!std::isfinite(facet.plane.normal().length())) continue;   // differs from none
+        if (count == 2) return true;
+        found[count++] = use;
     }
-    for (const Outlines::Use one : aside)
-        for (const Outlines::Use other : uses) {
-            if (one.facet() != other.facet() && differ(model, one, other)) return true;
-            pauses.step();
-        }
-    return false;
+    return count == 2 && differ(model, found[0], found[1]);
 }
 
 }   // namespace
@@ -227,7 +221,7 @@ private:
             const auto count = static_cast<std::uint32_t>(store.size()) - first;
             outline.firstUses[0] = {first};
             outline.firstUses[1] = {count};
-            if (outline.kind != Kind::sharp && anyDiffer(model, {&store[first], count}, pauses))
+            if (outline.kind != Kind::sharp && anyDiffer(model, {&store[first], count}))
                 outline.kind = Kind::sharp;
         }
     }

@@ -61,6 +61,10 @@ TEST(Outlines, FindTheFacetsAtAnEdgeForAnyVerticesAndWinding)
         {"wound the other way, folded", {{"abc", up, 0}, {"abd", d, 0}}, Kind::sharp, 2},
         {"between materials", {{"abc", up, 0}, {"bad", up, 1}}, Kind::sharp, 2},
         {"three facets", {{"abc", up, 0}, {"bad", up, 0}, {"abf", {1, 0, 0}, 0}}, Kind::sharp, 3},
+        {"three in one plane: two are folded",
+         {{"abc", up, 0}, {"bad", up, 0}, {"bac", up, 0}},
+         Kind::sharp,
+         3},
     };
     for (const auto& c : cases) {
         Model model;
