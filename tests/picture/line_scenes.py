@@ -32,7 +32,7 @@ class Scene:
         self.is_drawing, self.is_exact = r.random() < 0.6, r.random() < 0.3
         self.size = (48, 36) if self.is_exact else r.choice([(48, 36)] * 4 + [(61, 23), (9, 50), (1, 1), (2, 7)])
         self.digits = 0 if self.is_exact else r.choice((0, 1, 2, 17))
-        bodies = [self.prism] * 3 + [self.terrain] * 2 + [self.slit, self.round_body, self.loose, self.slivers, self.fan, self.tee, self.doubled]
+        bodies = [self.prism] * 3 + [self.terrain] * 2 + [self.tee] * 2 + [self.slit, self.round_body, self.loose, self.slivers, self.fan, self.doubled]
         for _ in range(r.choice((0, 1, 1, 2, 3) if self.is_drawing else (1, 1, 2, 3))):
             r.choice(bodies)()
         if r.random() < 0.4:
@@ -123,7 +123,7 @@ class Scene:
         """Facets at one edge, nearly in one plane, that run along it in both directions; some have it twice."""
         place, r = self.placed(), self.random
         a, b = place(0, -1, 0), place(0, 1, 0)
-        for _ in range(r.randint(2, 4)):
+        for _ in range(r.randint(2, 5)):
             end = place(r.choice((-1, 1)), r.choice((0, 0.5)), r.choice((0, 0, 0.1, 0.3, 0.5)))
             loop = [b, a, end] if self.is_drawing or r.random() < 0.7 else [b, a, end, place(0.5, 0.25, 0), end, b, a, end]
             self.add_facet(*r.choice((loop, loop[::-1])), material=r.choice("AAAB"))

@@ -1,5 +1,8 @@
 """Pictures with lines of random scenes, compared bit for bit with what line_rule.py works out."""
+import pathlib
 import random
+import shutil
+import tempfile
 import unittest
 
 from files import Ombr
@@ -8,7 +11,8 @@ from line_scenes import Scene
 from program import WINDOWS, Folder
 from surface_rule import Eye, shade, surfaces
 
-SCENES = 10 if WINDOWS else 200      # Wine takes its time to start a program
+SCENES = 10 if WINDOWS else 800      # Wine takes its time to start a program
+MEMORY = pathlib.Path("/dev/shm")    # a disk takes its time to keep a picture
 
 
 def some_options(r):
@@ -25,6 +29,12 @@ def some_options(r):
 
 
 class RandomScenes(Folder):
+    def setUp(self):
+        super().setUp()
+        if MEMORY.is_dir() and not WINDOWS:
+            self.folder = pathlib.Path(tempfile.mkdtemp(dir=MEMORY))
+            self.addCleanup(shutil.rmtree, self.folder)
+
     def shot(self, scene, *options):
         self.render("--view", "v.bvp", "--size", "%dx%d" % scene.size, *options, self.name, "p.omb")
         return Ombr(self.read("p.omb"))
