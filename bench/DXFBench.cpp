@@ -8,6 +8,7 @@
 #include "platform/MappedFile.h"
 #include "platform/Process.h"
 #include "readers/ModelFile.h"
+#include "readers/dxf/DXFGroup.h"
 
 #include <benchmark/benchmark.h>
 

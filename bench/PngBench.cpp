@@ -17,14 +17,14 @@
 namespace belvor::bench {
 namespace {
 
-constexpr int width = 1600, height = 1200;
-constexpr std::size_t rowBytes = 3 * width;
+constexpr int pictureWidth = 1600, height = 1200;
+constexpr std::size_t rowBytes = 3 * pictureWidth;
 
 /// The colours of a picture.
 class Colours : public Buffer {
 public:
     Colours(const Model& model, const Scene& scene)
-        : Buffer(width),
+        : Buffer(pictureWidth),
           camera(*scene.camera),
           rgb(rowBytes * height)
     {
@@ -48,7 +48,7 @@ const std::vector<Colours*>& pictures()
     static const auto* const all = [] {
         auto* const made = new std::vector<Colours*>;
         for (const Handle<Model>& model : {terrain(100000), city(100000), stack(200)})
-            made->push_back(new Colours(*model, wholeScene(*model, width, height)));
+            made->push_back(new Colours(*model, wholeScene(*model, pictureWidth, height)));
         return made;
     }();
     return *all;
@@ -60,7 +60,7 @@ void pngRows(benchmark::State& state)
     std::size_t bytes = 0;
     for (auto _ : state) {
         bytes = 0;
-        PngFile file([&bytes](const void*, std::size_t count) { bytes += count; }, width, height);
+        PngFile file([&bytes](const void*, std::size_t count) { bytes += count; }, pictureWidth, height);
         for (int y = 0; y < height; ++y) {
             std::copy_n(picture.row(y), rowBytes, file.row().begin());
             file.writeRow();

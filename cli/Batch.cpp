@@ -16,6 +16,7 @@
 #include <charconv>
 #include <chrono>
 #include <csignal>
+#include <deque>
 #include <list>
 #include <mutex>
 #include <set>
@@ -69,19 +70,28 @@ public:
     }
 
 private:
+    /// A worker and its jobs, the one that it draws first.
+    struct Turn {
+        std::unique_ptr<ChildProcess> worker;
+        std::deque<const Job*> jobs;
+        std::size_t told = 0;   // jobs that the worker knows of
+        std::chrono::steady_clock::duration latest{};
+    };
+
     /// One thread: jobs in turn, until there are none or the run is to end.
     void serve() noexcept
     {
         try {
-            std::unique_ptr<ChildProcess> worker;
-            while (const Job* const job = next()) {
-                Result result = runJob(*job, worker);
+            Turn turn;
+            while (takeJobs(turn)) {
+                Result result = runJob(turn);
                 const bool failed = result.status != 0;
                 if (ending()) break;
-                all.add(job->number, std::move(result));
+                all.add(turn.jobs.front()->number, std::move(result));
+                turn.jobs.pop_front();
                 if (failed && options.failFast) takeNoMore();
             }
-            if (worker) leave(worker);
+            if (turn.worker) leave(turn.worker);
         } catch (...) {
             const std::lock_guard guard(lock);
             if (!failure) failure = std::current_exception();
@@ -89,6 +99,20 @@ private:
         }
         const std::lock_guard guard(lock);
         ++ended;
+    }
+
+    /// Small jobs are told one ahead, so that no worker waits for the next; a large one would keep that from
+    /// other workers. False when there are none.
+    bool takeJobs(Turn& turn)
+    {
+        constexpr auto small = std::chrono::milliseconds(50);
+        const bool ahead = !options.failFast && turn.latest != turn.latest.zero() && turn.latest < small;
+        while (turn.jobs.size() < (ahead ? 2 : 1)) {
+            const Job* const job = next();
+            if (!job) break;
+            turn.jobs.push_back(job);
+        }
+        return !turn.jobs.empty();
     }
 
     const Job* next()
@@ -107,26 +131,43 @@ private:
         return stopping;
     }
 
-    Result runJob(const Job& job, std::unique_ptr<ChildProcess>& worker)
+    /// What the turn's first job comes to.
+    Result runJob(Turn& turn)
     {
+        const Job& job = *turn.jobs.front();
         for (;;) {
-            if (!worker) start(worker);
-            Texts ask{std::to_string(job.number), job.model};
-            all.addEarlier(job, ask);
-            std::optional<Texts> answer;
-            if (worker->send(packed(ask))) answer = receive(worker->output());
-            if (!answer || answer->size() != 5) return afterDeath(job, worker);
+            const auto began = std::chrono::steady_clock::now();
+            tellJobs(turn);
+            const std::optional<Texts> answer = receive(turn.worker->output());
+            turn.latest = std::chrono::steady_clock::now() - began;
+            if (!answer || answer->size() != 5) return afterDeath(job, turn.worker);
+            --turn.told;
             Result result;
             std::from_chars((*answer)[0].data(), (*answer)[0].data() + (*answer)[0].size(), result.status);
             // Memory that a process has used it does not give back wholly.
-            if (result.status == noMemory || result.status == tooMuchMemory) leave(worker);
+            if (result.status == noMemory || result.status == tooMuchMemory) leave(turn.worker);
             if ((*answer)[4] == "again" && !ending()) continue;
             result.kind = (*answer)[1] == "drawn"     ? Result::Kind::drawn
                           : (*answer)[1] == "skipped" ? Result::Kind::skipped
                                                       : Result::Kind::failed;
-            result.told = std::move((*answer)[2]);
-            result.line = std::move((*answer)[3]);
+            result.told = (*answer)[2];
+            result.line = (*answer)[3];
             return result;
+        }
+    }
+
+    /// A worker that has ended is told nothing; its answers tell.
+    void tellJobs(Turn& turn)
+    {
+        if (!turn.worker) {
+            start(turn.worker);
+            turn.told = 0;
+        }
+        for (; turn.told < turn.jobs.size(); ++turn.told) {
+            const Job& job = *turn.jobs[turn.told];
+            Texts ask{std::to_string(job.number), job.model};
+            all.addEarlier(job, ask);
+            turn.worker->send(packed(ask));
         }
     }
 

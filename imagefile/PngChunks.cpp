@@ -25,13 +25,19 @@ PngChunks::PngChunks(std::FILE* opened) : file(opened)
 
 bool PngChunks::readAll(void* into, std::size_t count) { return std::fread(into, 1, count, file) == count; }
 
+/// Steps behind the chunk that has begun.
+void PngChunks::end()
+{
+    unsigned char sum[4], passed[16384];
+    while (read(passed, sizeof passed) != 0) {}
+    good = good && readAll(sum, sizeof sum) && bigEndian(sum) == static_cast<std::uint32_t>(check);
+    begun = false;
+}
+
 bool PngChunks::next()
 {
-    unsigned char start[8], passed[16384];
-    if (begun) {
-        while (read(passed, sizeof passed) != 0) {}
-        good = good && readAll(start, 4) && bigEndian(start) == static_cast<std::uint32_t>(check);
-    }
+    unsigned char start[8];
+    if (begun) end();
     begun = good && readAll(start, sizeof start);
     if (!begun) return false;
     left = bigEndian(start);
@@ -59,7 +65,12 @@ std::string PngChunks::rest(std::size_t most)
     return data;
 }
 
-bool PngChunks::complete() { return is("IEND") && !next() && good && std::feof(file) != 0; }
+bool PngChunks::complete()
+{
+    if (!begun || !is("IEND")) return false;
+    end();
+    return good && std::fgetc(file) == EOF;
+}
 
 namespace {
 

@@ -29,6 +29,7 @@ public:
     bool complete();
 
 private:
+    void end();
     bool readAll(void* into, std::size_t count);
 
     std::FILE* const file;

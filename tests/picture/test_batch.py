@@ -113,10 +113,19 @@ class Batch(Folder):
             call[:0] = changed
             arguments = call if "-s41x30" in call else ["-s40x30"] + call
             self.assertIn("5 drawn", self.counts(self.run_program(*arguments)))
-        png = ["--skip-existing", "--report", "-", "--each", "p/{name}.png", *models]     # without a file the PNG texts are enough
-        self.run_batch(0, *png)
-        lines = [json.loads(line) for line in self.run_batch(0, *png).stdout.splitlines()]
+
+    def test_pictures_with_texts_need_no_report(self):
+        models, endings = [f"in/m{i}.thf" for i in range(1, 6)], ("png", "exr", "tif", "svg")
+        call = ["--skip-existing", "--edges", "--report", "-", *(word for ending in endings for word in ("--each", f"p/{{name}}.{ending}")), *models]
+        self.run_batch(0, *call)
+        lines = [json.loads(line) for line in self.run_batch(0, *call).stdout.splitlines()]
         self.assertEqual([(line["unchanged"], len(line["hash"])) for line in lines], [(True, 64)] * 5)
+        before = self.tree("p")
+        for i, ending in enumerate(endings):
+            data = self.read(f"p/m{i + 1}.{ending}")
+            for changed in (data[:-1], data + b"\0", data[:len(data) // 2], data.replace(lines[i]["hash"].encode(), b"0" * 64), b""):
+                (self.folder / f"p/m{i + 1}.{ending}").write_bytes(changed)
+                self.assertEqual((self.counts(self.run_batch(0, *call)), self.tree("p")), ("5 models: 1 drawn, 4 skipped, 0 failed", before), ending)
 
     @unittest.skipIf(WINDOWS, "an option counts or does not on any system")
     def test_what_pictures_depend_on_is_in_their_hash(self):
