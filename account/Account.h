@@ -55,6 +55,7 @@ struct NotDrawn {
     std::string type;          ///< As the file writes it; "?" where that is unreadable.
     std::string reason;        ///< For the user, in words, without control characters.
     std::uint64_t count = 0;   ///< At most the largest number that this holds.
+    bool canBeDrawn = false;   ///< Once the user thaws a layer, mends a block, asks for the other reading ...
 };
 
 /// What a reader met in a file and what became of it: filled by one reader, constant afterwards.

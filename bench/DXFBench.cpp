@@ -266,7 +266,7 @@ void scanBareNumbers(benchmark::State& state)
 }
 
 template <const Drawing& (*drawing)()>
-void readDXF(benchmark::State& state)
+void readAs(benchmark::State& state, ReadingRules rules)
 {
     const Drawing& one = drawing();
     SilentReporter silent;
@@ -275,10 +275,22 @@ void readDXF(benchmark::State& state)
         state.PauseTiming();
         model = {};
         state.ResumeTiming();
-        model = readModel(one.path, FileType::dxf, silent).model;
+        model = readModel(one.path, FileType::dxf, silent, {.rules = rules}).model;
     }
     count(state, "bytes", one.size);
     count(state, "facets", model->facetCount());
+}
+
+template <const Drawing& (*drawing)()>
+void readDXF(benchmark::State& state)
+{
+    readAs<drawing>(state, ReadingRules::strict);
+}
+
+template <const Drawing& (*drawing)()>
+void readModern(benchmark::State& state)
+{
+    readAs<drawing>(state, ReadingRules::modern);
 }
 
 #define BELVOR_DXF_BENCH(what, drawing)                                                                      \
@@ -287,13 +299,18 @@ BELVOR_DXF_BENCH(readBytesOnce, textFaces);
 BELVOR_DXF_BENCH(seekLineEnds, textFaces);
 BELVOR_DXF_BENCH(scanBareNumbers, textFaces);
 BELVOR_DXF_BENCH(readDXF, textFaces);
+BELVOR_DXF_BENCH(readModern, textFaces);
 BELVOR_DXF_BENCH(readBytesOnce, binaryFaces);
 BELVOR_DXF_BENCH(scanBareNumbers, binaryFaces);
 BELVOR_DXF_BENCH(readDXF, binaryFaces);
+BELVOR_DXF_BENCH(readModern, binaryFaces);
 BELVOR_DXF_BENCH(scanBareNumbers, textPolyfaces);
 BELVOR_DXF_BENCH(readDXF, textPolyfaces);
+BELVOR_DXF_BENCH(readModern, textPolyfaces);
 BELVOR_DXF_BENCH(readDXF, insertions100);
+BELVOR_DXF_BENCH(readModern, insertions100);
 BELVOR_DXF_BENCH(readDXF, insertions6);
+BELVOR_DXF_BENCH(readModern, insertions6);
 
 }   // namespace
 }   // namespace belvor::bench

@@ -92,10 +92,11 @@ public:
     /// Counter-clockwise; about +z in three dimensions.
     static UniformTransform rotation(Angle angle) noexcept
     {
+        const double sine = angle.sin();
         Matrix<N> m;
         m(0, 0) = m(1, 1) = angle.cos();
-        m(1, 0) = angle.sin();
-        m(0, 1) = -angle.sin();
+        m(1, 0) = sine;
+        m(0, 1) = -sine;
         return {m, {}, 1.0};
     }
     /// Takes +x and +z to the unit vectors `x` and `z`, which are perpendicular.

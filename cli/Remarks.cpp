@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <tuple>
 #include <vector>
 
 namespace belvor {
@@ -40,8 +41,10 @@ void remarkOn(const std::string& file, const Reading& reading)
     if (reading.model->facetCount() == 0 && reading.model->curveCount() == 0)
         remark(filledText(Text::nothingToDraw, {file}));
     std::vector<NotDrawn> skipped = reading.account.notDrawn;
-    std::stable_sort(skipped.begin(), skipped.end(),
-                     [](const auto& a, const auto& b) { return a.count > b.count; });
+    // What the user can do something about comes first, and of that the most frequent.
+    std::stable_sort(skipped.begin(), skipped.end(), [](const auto& a, const auto& b) {
+        return std::tie(a.canBeDrawn, a.count) > std::tie(b.canBeDrawn, b.count);
+    });
     for (std::size_t i = 0; i < skipped.size() && i < maxLines; ++i)
         remark(filledText(Text::notDrawn,
                           {std::to_string(skipped[i].count), skipped[i].type, skipped[i].reason}));

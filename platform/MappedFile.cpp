@@ -224,10 +224,10 @@ struct MappedFile::System {
     ~System()
     {
         if (view) {
-            void* const first = const_cast<char*>(view->first.load());
-            const std::size_t size = view->size;
+            void* const start = const_cast<char*>(view->first.load());
+            const std::size_t length = view->size;
             release(*view);
-            if (first) munmap(first, size);
+            if (start) munmap(start, length);
         }
         if (file >= 0) close(file);
     }

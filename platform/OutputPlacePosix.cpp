@@ -113,7 +113,7 @@ struct OutputFile::Place::System {
     ~System();
     bool look(struct stat& status, bool& exists) const noexcept;
     bool inherit(const struct stat* status) noexcept;
-    int create(bool existed);
+    int create(bool replaces);
 };
 
 OutputFile::Place::System::~System()
@@ -166,10 +166,10 @@ OutputFile::Place::Place() : system(std::make_unique<System>()), special(true), 
 OutputFile::Place::~Place() = default;
 
 /// Creates the file beside the name; its descriptor, or −1.
-int OutputFile::Place::System::create(bool existed)
+int OutputFile::Place::System::create(bool replaces)
 {
     const mode_t first =
-        existed ? 0600 : 0666;   // the new version of a private file is never readable by others
+        replaces ? 0600 : 0666;   // the new version of a private file is never readable by others
     older = noteUnfinished(folder, unusedNameFor(name));
     for (int attempts = 0; attempts < 100; ++attempts) {
         written = noteUnfinished(folder, unusedNameFor(name));   // before there is such a file
@@ -191,9 +191,9 @@ std::FILE* OutputFile::Place::open()
                        : system->path.empty() ? fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0)
                                               : ::open(system->path.c_str(), O_WRONLY | O_NOCTTY | O_CLOEXEC);
     if (number < 0) return nullptr;
-    std::FILE* const file = fdopen(number, "wb");
-    if (!file) close(number);
-    return file;
+    std::FILE* const opened = fdopen(number, "wb");
+    if (!opened) close(number);
+    return opened;
 }
 
 /// The written file gets what the one that it replaces has, or had. Few users may give an owner

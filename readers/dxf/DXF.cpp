@@ -30,6 +30,7 @@ void DXF::read()
     accountOfReading.byteOffsets = dxfStream->isBinary();
     readAll();
     drawPaperSpace();
+    warnOfOutliers();
     drawCurves();
     writeAccount(accountOfReading);
     forgetContents();   // counts what is left to count
@@ -125,6 +126,36 @@ void DXF::writeAccount(Account& account)
     if (account.read() == 0) account.warn(textOf(Text::noEntities));
     else if (drawn() == 0 && offLayers.size() == 1)
         account.warn(filledText(Text::everythingOff, {*offLayers.begin()}));
+}
+
+/// Of the few entities that make the extent much larger, by their handles or lines.
+void DXF::warnOfOutliers()
+{
+    constexpr std::size_t mostNamed = 10;
+    outliers.begin({}, builder.model().vertexCount(), curves.pointCount());
+    const DXFOutliers::Result found =
+        outliers.find(builder.model(), curves, [this] { dxfStream->checkProgress(); });
+    if (found.positions.empty()) return;
+    std::string list;
+    for (std::size_t i = 0; i < found.positions.size() && i < mostNamed; ++i)
+        list += (i == 0 ? "" : ", ") + nameOfEntity(found.positions[i]);
+    if (found.positions.size() > mostNamed) list += ", ...";
+    accountOfReading.warn(filledText(Text::fewEntitiesFarOut, {std::to_string(found.positions.size()),
+                                                               std::to_string(found.entities), list}));
+}
+
+/// "handle 1F", of the entity whose record is at that position behind its type; without one "line 12".
+std::string DXF::nameOfEntity(const DXFPosition& position)
+{
+    constexpr std::size_t longest = 32;
+    dxfStream->seek(position);
+    for (DXFGroup group; dxfStream->readGroupCode(group) && !startsRecord(group.code); group = {}) {
+        dxfStream->readGroupValue(group);
+        if (group.code == 5 && !group.text.empty())
+            return filledText(Text::handleOf, {validUtf8(group.text.substr(0, longest))});
+    }
+    return filledText(accountOfReading.byteOffsets ? Text::byteOf : Text::lineOf,
+                      {std::to_string(position.line)});
 }
 
 const DXFLayer& DXF::findLayer(std::string_view name)

@@ -5,6 +5,7 @@
 #include "readers/dxf/DXFDrawing.h"
 #include "readers/dxf/DXFEntity.h"
 #include "readers/dxf/DXFFarCells.h"
+#include "readers/dxf/DXFOutliers.h"
 #include "readers/dxf/DXFUndrawn.h"
 #include "scene/ModelBuilder.h"
 
@@ -53,6 +54,8 @@ private:
     void readSection(const std::string& name);
     void passSection();
     void writeAccount(Account& account);
+    void warnOfOutliers();
+    std::string nameOfEntity(const DXFPosition& position);
     void readEntitiesSection();
     void forgetContents();
 
@@ -75,7 +78,7 @@ private:
     void walk();
     bool entitiesEnd(std::string_view type);
     void readEntity(DXFTally* tally, std::string_view type);
-    void countEntity(DXFTally& tally, std::string_view type, std::uint64_t drawnBefore);
+    void countEntity(DXFTally& tally, std::string_view type);
     /// The facets and curves that are there so far.
     std::uint64_t drawn() const noexcept { return builder.model().facetCount() + curves.count(); }
     bool isDrawn(std::string_view type) const noexcept
@@ -193,11 +196,13 @@ private:
     std::pair<const DXFLayer*, DXFColour> recentPaint{};
     Material* recentPainted = nullptr;
 
+    DXFRotations rotations;
     std::vector<DXFExpansion> expansions;   // the ENTITIES section, then the insertions under way
     std::vector<Point<3>> placed;           // the corners of one facet, the points of one curve
     DXFCurves curves;                       // until all surfaces are there
     std::map<std::pair<DXFTally*, std::int32_t>, std::string_view>
-        endlessEntities;                                       // where counted, by line
+        endlessEntities;   // where counted, by line
+    DXFOutliers outliers;
     std::size_t recordedBytes = 0;                             // by the contents of blocks, complete or not
     std::uint64_t givenMet = 0, cyclesMet = 0, namesMet = 0;   // within the whole reading
     DXFUndrawn undrawn{skippedEntities, [this] { dxfStream->checkProgress(); }};

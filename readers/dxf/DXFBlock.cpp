@@ -1,5 +1,7 @@
 #include "readers/dxf/DXFBlock.h"
 
+#include <bit>
+
 namespace belvor {
 
 DXFBlock& DXFBlock::on(const DXFLayer* ofInsert, bool aroundIsOff)
@@ -15,6 +17,15 @@ DXFBlock& DXFBlock::on(const DXFLayer* ofInsert, bool aroundIsOff)
         whenOff->original = this;
     }
     return *whenOff;
+}
+
+const AffineTransform<3>& DXFRotations::of(const DXFInsertion& insertion)
+{
+    if (known.empty()) known.resize(std::size_t{1} << indexBits);
+    const auto bits = std::bit_cast<std::uint64_t>(insertion.degrees);
+    Entry& entry = known[static_cast<std::size_t>((bits * 0x9E3779B97F4A7C15u) >> (64 - indexBits))];
+    if (entry.degrees != bits) entry = {bits, insertion.rotation()};
+    return entry.rotation;
 }
 
 void DXFBlockContents::addFacet(const Material& material, const DXFPaint* paint,

@@ -135,6 +135,22 @@ private:
     bool underWay = false;
 };
 
+/// The rotations of insertions. Most drawings turn their blocks by a few angles only, whose sines are exact
+/// and slow.
+class DXFRotations {
+public:
+    /// The same as insertion.rotation(); until the next call.
+    const AffineTransform<3>& of(const DXFInsertion& insertion);
+
+private:
+    struct Entry {
+        std::uint64_t degrees = ~std::uint64_t{0};   // the bits of the number, at first of none
+        AffineTransform<3> rotation;
+    };
+    static constexpr unsigned indexBits = 9;
+    std::vector<Entry> known;   // by a hash of the number
+};
+
 /// A reading of entities under way: of the ENTITIES section, or of a block for the cells of
 /// one insertion. Insertions within insertions stand on a stack of these, so that the depth
 /// of a drawing costs memory and not the thread's stack.

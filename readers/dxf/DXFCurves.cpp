@@ -21,6 +21,7 @@ bool DXFCurves::add(const DXFCurveSurface& surface, DXFCurveKind kind, std::span
     items.push_back({surface, itsPoints.size(), line, kind});
     anyEndless |= kind != DXFCurveKind::chords;
     ++added;
+    pointsAdded += itsPoints.size();
     return true;
 }
 

@@ -32,6 +32,16 @@ public:
              std::int32_t line);
     /// How many were added.
     std::uint64_t count() const noexcept { return added; }
+    std::uint64_t pointCount() const noexcept { return pointsAdded; }   ///< Of them.
+    /// visit(point, whether its curve has no end) for every point, in order.
+    template <class Visit>
+    void forEachPoint(Visit visit) const
+    {
+        auto next = points.begin();
+        for (const Item& item : items)
+            for (std::size_t i = 0; i < item.pointCount; ++i)
+                visit(*next++, item.kind != DXFCurveKind::chords);
+    }
 
     using FindMaterial = std::function<const Material&(const DXFCurveSurface&)>;
     /// What became of the lines without end.
@@ -62,7 +72,7 @@ private:
 
     std::deque<Item> items;        // a deque gives memory back while it is moved
     std::deque<Point<3>> points;   // of all
-    std::uint64_t added = 0;
+    std::uint64_t added = 0, pointsAdded = 0;
     bool anyEndless = false;
 };
 

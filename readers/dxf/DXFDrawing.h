@@ -36,11 +36,17 @@ struct DXFInsertion {
         return static_cast<std::uint64_t>(columns) * static_cast<std::uint64_t>(rows);
     }
 
-    /// From the cells to where the INSERT is given; with the scale where that holds for the spacing too.
-    AffineTransform<3> placement() const noexcept
+    /// About z, by `degrees`.
+    AffineTransform<3> rotation() const noexcept
     {
-        const AffineTransform<3> turned = tilt.toWorld() * UniformTransform<3>::translation(position)
-                                          * UniformTransform<3>::rotation(Angle::degrees(degrees));
+        return UniformTransform<3>::rotation(Angle::degrees(degrees));
+    }
+    /// From the cells to where the INSERT is given, given its rotation(); with the scale where that holds for
+    /// the spacing too.
+    AffineTransform<3> placement(const AffineTransform<3>& rotation) const noexcept
+    {
+        const AffineTransform<3> turned =
+            tilt.toWorld() * UniformTransform<3>::translation(position) * rotation;
         return spacingIsScaled ? turned * NonUniformTransform<3>::scale(scale) : turned;
     }
 

@@ -32,6 +32,14 @@ SkipReason reasonOf(SkippedEntities::Why why) noexcept
     }
 }
 
+/// Whether a user can do something about it: not for texts, and lines are no surfaces.
+bool canBeDrawn(std::string_view type, SkippedEntities::Why why) noexcept
+{
+    using Why = SkippedEntities::Why;
+    if (why == Why::typeNotDrawn) return DXFEntity::isDrawn(type, ReadingRules::modern, true);
+    return why != Why::noSurface && why != Why::blockInItself && why != Why::unreadable && why != Why::more;
+}
+
 /// Whether it is worth a closer look: nearly all records are entities.
 bool mayBeMark(std::string_view type) noexcept
 {
@@ -87,7 +95,7 @@ void DXF::readEntities(const DXFInsertion& insertion)
     inner.block = &block;
     inner.insertion = insertion;
     inner.inherited = handedOn(insertion.paint);
-    inner.placement = expansions.back().transform * insertion.placement();
+    inner.placement = expansions.back().transform * insertion.placement(rotations.of(insertion));
     block.expanding() = true;
     expansions.push_back(std::move(inner));
     startCell();
@@ -286,6 +294,9 @@ bool DXF::entitiesEnd(std::string_view type)
 void DXF::readEntity(DXFTally* tally, std::string_view type)
 {
     const std::uint64_t drawnBefore = drawn();
+    if (expansions.size() == 1)
+        outliers.begin({dxfStream->position().at, dxfStream->line()}, builder.model().vertexCount(),
+                       curves.pointCount());
     reasonOfEntity.reset();
     blockOfEntity = nullptr;
     surfaceInherits = false;
@@ -299,26 +310,28 @@ void DXF::readEntity(DXFTally* tally, std::string_view type)
         DXFEntity entity(*this, entityRecord);
         if (entity.isVisible()) entity.build();
     }
-    if (tally && isCountedRecord(type)) countEntity(*tally, type, drawnBefore);
+    if (!tally) return;
+    if (!reasonOfEntity && !blockOfEntity && drawn() != drawnBefore) {
+        tally->drawn(type);
+        if (options.curves && (is(type, "RAY") || is(type, "XLINE")))
+            endlessEntities[{tally, dxfStream->line()}] = type;
+    } else if (isCountedRecord(type)) {
+        countEntity(*tally, type);
+    }
 }
 
-/// Counts the entity that has been built.
-void DXF::countEntity(DXFTally& tally, std::string_view type, std::uint64_t drawnBefore)
+/// Counts the entity that has been built and has drawn nothing itself.
+void DXF::countEntity(DXFTally& tally, std::string_view type)
 {
     // Those in blocks have been counted with their block.
     const bool isInSection = &tally == &tallyOfEntities || (&tally == &tallyOfPaper && !drawsPaper);
-    if ((reasonOfEntity || blockOfEntity) && isInSection && is(type, "INSERT")) {
+    if (isInSection && is(type, "INSERT")) {
         if (blockOfEntity) ++blockOfEntity->whenOn().inserts;
         else countInsert(dxfStream->readRecord());
     }
     if (reasonOfEntity) tally.skipped(type, isDrawn(type) ? *reasonOfEntity : SkipReason::typeNotDrawn);
     else if (blockOfEntity) tally.inserted(type, *blockOfEntity, blockEntered);
-    else if (drawn() == drawnBefore)
-        tally.skipped(type, SkipReason::noSurface);   // all of it was too far out
-    else {
-        tally.drawn(type);
-        if (is(type, "RAY") || is(type, "XLINE")) endlessEntities[{&tally, dxfStream->line()}] = type;
-    }
+    else tally.skipped(type, SkipReason::noSurface);   // all of it was too far out
 }
 
 /// The same from the block's recorded contents.
@@ -381,6 +394,7 @@ void DXF::skip(std::string_view type, SkippedEntities::Why why, std::string_view
     std::string room;
     if (isModern() && why == Why::blockUnknown) what = names.readable(what, room);
     SkippedEntities::Entry& entry = skippedEntities.add(type, why, what);
+    if (entry.count == 1) entry.canBeDrawn = canBeDrawn(type, why);
     if (expansions.back().summarising) ++expansions.back().block->summary.skips[&entry];
 }
 
@@ -409,14 +423,16 @@ void DXF::addMapped(const Material& material, std::span<const Point<3>> corners,
     ++givenMet;
     if (expansions.size() > 1) {   // the section itself is drawn as it stands
         placed.resize(corners.size());
-        std::transform(corners.begin(), corners.end(), placed.begin(), transform);
+        for (std::size_t i = 0; i < corners.size(); ++i) placed[i] = transform(corners[i]);
         corners = placed;
     }
     Plane plane;
-    if (!facetPlane(corners, flat, transform, plane)) {
+    double radiusSquare;
+    if (!facetPlane(corners, flat, transform, plane, radiusSquare)) {
         skippedEntities.add("facet", SkippedEntities::Why::tooFarOut);   // of an entity that may draw others
         return;
     }
+    outliers.add(corners[0], radiusSquare);
     if (loopEnds.empty()) builder.addPolygon(material, plane, corners);
     else addLoops(material, plane, corners, loopEnds);
     if (outlined) builder.setOutlined();
@@ -446,6 +462,8 @@ void DXF::addMappedCurve(const DXFCurveSurface& surface, std::span<const Point<3
     if (expansions.size() > 1) std::transform(placed.begin(), placed.end(), placed.begin(), transform);
     if (!curves.add(surface, kind, placed, line))
         skippedEntities.add("curve", SkippedEntities::Why::tooFarOut);   // of an entity that may draw others
+    else if (kind == DXFCurveKind::chords)
+        for (const Point<3>& point : placed) outliers.add(point, 0.0);
 }
 
 void DXF::addLoops(const Material& material, const Plane& plane, std::span<const Point<3>> corners,

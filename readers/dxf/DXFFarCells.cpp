@@ -13,14 +13,6 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr std::size_t maxCornersLookedAt = 20000;
 constexpr int maxDepth = 50;
 
-/// And small enough to be added up.
-bool isFinite(std::span<const Point<3>> corners) noexcept
-{
-    double sum = 0.0;   // a term that is infinite or no number leaves no number behind
-    for (const Point<3>& corner : corners) sum += (corner[0] + corner[1] + corner[2]) * 0.0;
-    return sum == 0.0;
-}
-
 /// Whether `linear`·p + t is infinite or no number for every t of the range. Each component
 /// grows with that of t, rounded or not.
 bool isFar(const Point<3>& p, const DXFCellRange& range) noexcept
@@ -34,19 +26,10 @@ bool isFar(const Point<3>& p, const DXFCellRange& range) noexcept
 
 }   // namespace
 
-bool facetPlane(std::span<const Point<3>> corners, const DXFAxes* flat, const AffineTransform<3>& transform,
-                Plane& plane) noexcept
-{
-    const Vector<3> flatNormal = flat ? transform(flat->x()).cross(transform(flat->y())) : Vector<3>(0, 0, 1);
-    plane = planeOf(corners, flatNormal);
-    return std::isfinite(plane.offset())
-           || isFinite(corners);   // a corner that is not leaves no finite offset
-}
-
 DXFCellRange DXFCellRange::cellsOf(const DXFInsertion& insertion, const Point<3>& base, std::int32_t column,
                                    std::int32_t row, std::int32_t columns, std::int32_t rows) const noexcept
 {
-    const AffineTransform<3> placement = insertion.placement(), least = low * placement,
+    const AffineTransform<3> placement = insertion.placement(insertion.rotation()), least = low * placement,
                              most = high * placement;
     Vector<3> smallest(infinity, infinity, infinity), largest(-infinity, -infinity, -infinity);
     DXFCellRange cells;
@@ -126,7 +109,8 @@ bool DXFFarCells::isFar(const DXFBlockContents& contents, const DXFBlockContents
         Plane plane;
         const DXFAxes* const flat =
             facet.flat < 0 ? nullptr : &contents.flats[static_cast<std::size_t>(facet.flat)];
-        return !facetPlane(placed, flat, range.low, plane);
+        double radiusSquare;
+        return !facetPlane(placed, flat, range.low, plane, radiusSquare);
     }
     return std::any_of(corners.begin(), corners.end(),
                        [&range](const Point<3>& corner) { return belvor::isFar(corner, range); });

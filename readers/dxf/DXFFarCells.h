@@ -10,12 +10,6 @@
 
 namespace belvor {
 
-/// The plane of a facet with these corners, given its own axes (null: the world's) and the
-/// transform that took the corners where they are. False when a corner is beyond what a
-/// number can hold, so that there is no facet.
-bool facetPlane(std::span<const Point<3>> corners, const DXFAxes* flat, const AffineTransform<3>& transform,
-                Plane& plane) noexcept;
-
 /// The transforms of all cells of an array, or of arrays within: one matrix, and each
 /// component of the translation between that of `low` and that of `high`.
 struct DXFCellRange {

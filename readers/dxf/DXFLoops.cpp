@@ -37,6 +37,44 @@ double largestCoordinate(std::span<const Point<3>> corners) noexcept
     return largest;
 }
 
+/// planeOf() with a normal that is asked for only where it is needed.
+template <class FlatNormal>
+[[gnu::always_inline]] inline Plane planeWith(std::span<const Point<3>> corners, double& longestSquare,
+                                              FlatNormal flatNormalOf) noexcept
+{
+    constexpr double flat = 1e-12;   // of the square of the loop's size
+    // Nearly all loops have four corners: told so, the compiler writes the sums out.
+    const SpokeSums sums = corners.size() == 4 ? SpokeSums(corners.first<4>(), 1.0) : SpokeSums(corners, 1.0);
+    Vector<3> normal = sums.area;
+    double square = longestSquare = sums.longestSquare;
+    if (!(square > 1e-100 && square < 1e100)) {   // fourth powers would leave the range of a double
+        const double largest = largestCoordinate(corners);
+        if (largest > 0.0 && std::isfinite(1.0 / largest)) {
+            const SpokeSums scaled(corners, 1.0 / largest);
+            normal = scaled.area;
+            square = scaled.longestSquare;
+        }
+    }
+    const Point<3> mean = corners[0] + sums.spokes * (1.0 / static_cast<double>(corners.size()));
+    const double length = normal.length();
+    if (length > flat * square && std::isfinite(length)) {
+        const Vector<3> unit(normal[0] / length, normal[1] / length, normal[2] / length);
+        return {unit, dot(unit, mean.vector())};
+    }
+    const Vector<3> flatNormal = flatNormalOf();
+    if (flatNormal.unit() == Vector<3>() || !std::isfinite(flatNormal.length()))
+        return {Vector<3>(0, 0, 1), mean};
+    return {flatNormal, mean};
+}
+
+/// And small enough to be added up.
+bool isFinite(std::span<const Point<3>> corners) noexcept
+{
+    double sum = 0.0;   // a term that is infinite or no number leaves no number behind
+    for (const Point<3>& corner : corners) sum += (corner[0] + corner[1] + corner[2]) * 0.0;
+    return sum == 0.0;
+}
+
 }   // namespace
 
 void dropRepeats(DXFLoop& loop)
@@ -52,28 +90,18 @@ bool makesWall(const Point<3>& a, const Point<3>& b, const Vector<3>& thickness)
 
 Plane planeOf(std::span<const Point<3>> corners, const Vector<3>& flatNormal) noexcept
 {
-    constexpr double flat = 1e-12;   // of the square of the loop's size
-    // Nearly all loops have four corners: told so, the compiler writes the sums out.
-    const SpokeSums sums = corners.size() == 4 ? SpokeSums(corners.first<4>(), 1.0) : SpokeSums(corners, 1.0);
-    Vector<3> normal = sums.area;
-    double square = sums.longestSquare;
-    if (!(square > 1e-100 && square < 1e100)) {   // fourth powers would leave the range of a double
-        const double largest = largestCoordinate(corners);
-        if (largest > 0.0 && std::isfinite(1.0 / largest)) {
-            const SpokeSums scaled(corners, 1.0 / largest);
-            normal = scaled.area;
-            square = scaled.longestSquare;
-        }
-    }
-    const Point<3> mean = corners[0] + sums.spokes * (1.0 / static_cast<double>(corners.size()));
-    const double length = normal.length();
-    if (length > flat * square && std::isfinite(length)) {
-        const Vector<3> unit(normal[0] / length, normal[1] / length, normal[2] / length);
-        return {unit, dot(unit, mean.vector())};
-    }
-    if (flatNormal.unit() == Vector<3>() || !std::isfinite(flatNormal.length()))
-        return {Vector<3>(0, 0, 1), mean};
-    return {flatNormal, mean};
+    double longestSquare;
+    return planeWith(corners, longestSquare, [&flatNormal] { return flatNormal; });
+}
+
+bool facetPlane(std::span<const Point<3>> corners, const DXFAxes* flat, const AffineTransform<3>& transform,
+                Plane& plane, double& radiusSquare) noexcept
+{
+    plane = planeWith(corners, radiusSquare, [flat, &transform] {
+        return flat ? transform(flat->x()).cross(transform(flat->y())) : Vector<3>(0, 0, 1);
+    });
+    return std::isfinite(plane.offset())
+           || isFinite(corners);   // a corner that is not leaves no finite offset
 }
 
 }   // namespace belvor

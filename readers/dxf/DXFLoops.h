@@ -21,4 +21,11 @@ bool makesWall(const Point<3>& a, const Point<3>& b, const Vector<3>& thickness)
 /// vector area. Where that vanishes the normal is `flatNormal`, or +z when that is zero too.
 Plane planeOf(std::span<const Point<3>> corners, const Vector<3>& flatNormal) noexcept;
 
+/// The plane of a facet with these corners, given its own axes (null: the world's) and the
+/// transform that took the corners where they are. False when a corner is beyond what a
+/// number can hold, so that there is no facet. `radiusSquare`: that of the
+/// sphere around the first corner that holds all.
+bool facetPlane(std::span<const Point<3>> corners, const DXFAxes* flat, const AffineTransform<3>& transform,
+                Plane& plane, double& radiusSquare) noexcept;
+
 }   // namespace belvor

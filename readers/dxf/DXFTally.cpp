@@ -80,9 +80,14 @@ bool isCountedRecord(std::string_view type) noexcept
 
 void DXFTally::inserted(std::string_view type, DXFBlock& block, bool entered)
 {
-    Insertions& those = insertions[&block];
-    ++those.records[type];
-    those.entered |= entered;
+    if (&block != recentBlock || !isSameText(type, recentInserted)) {
+        recentInsertions = &insertions[&block];
+        recentRecords = &recentInsertions->records[type];
+        recentBlock = &block;
+        recentInserted = type;
+    }
+    ++*recentRecords;
+    recentInsertions->entered |= entered;
     somethingNotEntered |= !entered;
 }
 

@@ -82,6 +82,10 @@ private:
     bool somethingNotEntered = false;
     EntityCount* recent = nullptr;   // drawings come in runs of one type
     std::string_view recentType;
+    const DXFBlock* recentBlock = nullptr;   // and of INSERTs of one block
+    Insertions* recentInsertions = nullptr;
+    std::string_view recentInserted;
+    std::uint64_t* recentRecords = nullptr;
 };
 
 /// Adds to the account of a whole drawing what stands in the tallies of its ENTITIES sections, of the records

@@ -53,6 +53,49 @@ TEST(DXFAccount, EachRecordIsCountedOnceWithOneReason)
         "3DFACE 1 = 1; the drawing ends early, within a section or without EOF: something may be missing ");
 }
 
+TEST(DXFAccount, FewEntitiesFarFromAllOthersAreToldByHandleOrLine)
+{
+    const auto at = [](const std::string& x, const std::string& y, const std::string& handle = "") {
+        return "0 3DFACE|" + handle + "|8 0|10 " + x + "|20 " + y + "|11 100|21 100|12 100|22 101|";
+    };
+    std::string many;
+    for (int i = 0; i < 200; ++i) many += at(std::to_string(i % 20), std::to_string(i / 20));
+    for (int i = 0; i < 20; ++i) many += insertion("B", "30 " + std::to_string(i));
+    const std::string stray = at("1e6", "0", "5 2F"), curve = "0 LINE|5 C|8 0|10 0|20 -9e4|11 0|21 0|",
+                      told = " entities make the extent more than 100 times larger: ";
+    // Columns: why, content, warning.
+    const std::tuple<const char*, std::string, std::string> cases[] = {
+        {"none", many, ""},
+        {"the last", many + stray, "1 of 221" + told + "handle 2F"},
+        {"the first, without a handle", at("0", "-3e5") + many, "1 of 221" + told + "line 93"},
+        {"both", stray + many + at("0", "1e7", "5 A"), "2 of 222" + told + "handle 2F, handle A"},
+        {"an INSERT", many + insertion("B", "5 3|30 1e9"), "1 of 221" + told + "handle 3"},
+        {"more than a hundredth", stray + stray + many + stray, ""},
+        {"not far enough", many + at("9e3", "0"), ""},
+        {"all in one point but one", stray + many.substr(many.find("0 INSERT")), ""},
+        {"a curve", many + curve, "1 of 221" + told + "handle C"},
+    };
+    for (const ReadingRules rules : {ReadingRules::strict, ReadingRules::modern})
+        for (const auto& [why, content, warning] : cases) {
+            const Reading read =
+                readDXF(drawing(block("B", face()), content), {.rules = rules, .curves = true});
+            EXPECT_EQ(read.account.warnings, std::vector<std::string>(warning.empty() ? 0 : 1, warning))
+                << why;
+        }
+    EXPECT_TRUE(readDXF(drawing(block("B", face()), many + curve)).account.warnings.empty()) << "not drawn";
+}
+
+TEST(DXFAccount, WhatTheUserCanHaveDrawnIsMarked)
+{
+    const std::string content =
+        face("off") + face("cold") + "0 TEXT|8 0|0 HATCH|8 0|" + line + insertion("none") + "0 x|8 0";
+    std::string marked;
+    for (const NotDrawn& entry : readDXF(drawing("", content)).account.notDrawn)
+        if (entry.canBeDrawn) marked += entry.type + ": " + entry.reason + "; ";
+    EXPECT_EQ(marked, "3DFACE: layer cold is frozen; 3DFACE: layer off is off; HATCH: this type is not "
+                      "drawn; INSERT: block none is not defined; ");
+}
+
 TEST(DXFAccount, TheInsertsOfEachBlockAreCounted)
 {
     // In a block that nothing inserts, before the block, in an array, frozen, empty, of itself.

@@ -1,0 +1,171 @@
+#include "readers/dxf/DXFOutliers.h"
+
+#include "calcore/Extent.h"
+#include "readers/dxf/DXFCurves.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+namespace belvor {
+namespace {
+
+constexpr std::size_t firstEntities = 64;   // that the reference is chosen from
+constexpr double farFactor = 16.0;   // of their distances: what is nearer makes no extent 100 times larger
+constexpr double factor = 100.0;
+constexpr std::uint64_t share = 100;   // one of so many entities
+
+void add(Extent<3>& to, const Extent<3>& box) noexcept
+{
+    if (box.degenerate()) return;
+    to += box.lo();
+    to += box.hi();
+}
+
+double sizeOf(const Extent<3>& box) noexcept
+{
+    return box.degenerate() ? 0.0 : (box.hi() - box.lo()).length();
+}
+
+/// The median of each coordinate, so that a few that are far away do not matter.
+template <class Items>
+Point<3> middleOf(const Items& items)
+{
+    Point<3> middle;
+    std::vector<double> values(items.size());
+    for (int axis = 0; axis < 3; ++axis) {
+        std::transform(items.begin(), items.end(), values.begin(),
+                       [axis](const auto& item) { return item.at[axis]; });
+        const auto median = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+        std::nth_element(values.begin(), median, values.end());
+        middle[axis] = *median;
+    }
+    return middle;
+}
+
+}   // namespace
+
+/// Of an entity that is far from the reference, or of any until there is one.
+void DXFOutliers::endFar(std::uint32_t vertices, std::uint64_t curvePoints)
+{
+    current.endVertex = vertices;
+    current.endPoint = curvePoints;
+    if (limitSquare >= 0.0) keep(current);
+    else if (first.push_back(current); first.size() == firstEntities) chooseReference();
+    current.reach = 0.0;
+    isFar = false;
+}
+
+void DXFOutliers::addFar(const Point<3>& point, double distanceSquare, double radiusSquare)
+{
+    if (!isFar) current.at = point;
+    isFar = true;
+    const double distance = limitSquare < 0.0 ? (point - current.at).length() : std::sqrt(distanceSquare);
+    current.reach = std::max(current.reach, distance + std::sqrt(radiusSquare));
+}
+
+/// Among the first entities; those far from it are kept from now on.
+void DXFOutliers::chooseReference()
+{
+    reference = middleOf(first);
+    std::vector<double> distances;
+    for (Entity& entity : first) {
+        distances.push_back((entity.at - reference).length());
+        entity.reach += distances.back();
+    }
+    std::sort(distances.begin(), distances.end());
+    const double limit = farFactor * distances[distances.size() * 9 / 10];
+    limitSquare = limit * limit;
+    for (const Entity& entity : first)
+        if (entity.reach > limit) keep(entity);
+    first.clear();
+}
+
+/// Of too many the nearer half is nothing unusual.
+void DXFOutliers::keep(const Entity& entity)
+{
+    constexpr std::size_t fewest = 256;
+    kept.push_back(entity);
+    if (kept.size() <= fewest + entities / (share / 2)) return;
+    const auto middle = kept.begin() + static_cast<std::ptrdiff_t>(kept.size() / 2);
+    std::nth_element(kept.begin(), middle, kept.end(),
+                     [](const Entity& a, const Entity& b) { return a.reach < b.reach; });
+    limitSquare = std::max(limitSquare, middle->reach * middle->reach);
+    kept.erase(kept.begin(), middle);
+}
+
+/// The boxes of the entities in `far`, which are in the order of the file, and of all else, of which only
+/// every `step`-th vertex is looked at.
+DXFOutliers::Boxes DXFOutliers::boxesOf(const Model& model, const DXFCurves& curves,
+                                        const std::vector<Entity>& far, std::uint32_t step,
+                                        const std::function<void()>& pause)
+{
+    constexpr std::uint32_t verticesBetweenPauses = 1 << 20;
+    Boxes boxes{Extent<3>::nothing(), std::vector<Extent<3>>(far.size(), Extent<3>::nothing())};
+    std::size_t next = 0;
+    for (std::uint32_t i = 0; i < model.vertexCount(); i += step) {
+        while (next < far.size() && far[next].endVertex <= i) ++next;
+        const bool isFar = next < far.size() && far[next].firstVertex <= i;
+        (isFar ? boxes.far[next] : boxes.others) += model.vertex(i).position;
+        if (i % verticesBetweenPauses == 0) pause();
+    }
+    next = 0;
+    std::uint64_t index = 0;
+    curves.forEachPoint([&](const Point<3>& point, bool isEndless) {
+        while (next < far.size() && far[next].endPoint <= index) ++next;
+        const bool isFar = next < far.size() && far[next].firstPoint <= index;
+        if (!isEndless && index % step == 0) (isFar ? boxes.far[next] : boxes.others) += point;
+        ++index;
+    });
+    return boxes;
+}
+
+DXFOutliers::Result DXFOutliers::find(const Model& model, const DXFCurves& curves,
+                                      const std::function<void()>& pause)
+{
+    // 1. The farthest hundredth.
+    Result result{entities, {}};
+    const auto most = static_cast<std::size_t>(std::min<std::uint64_t>(entities / share, kept.size()));
+    const auto farther = [](const Entity& a, const Entity& b) { return a.reach > b.reach; };
+    std::nth_element(kept.begin(), kept.begin() + static_cast<std::ptrdiff_t>(most), kept.end(), farther);
+    kept.resize(most);
+    if (most == 0) return result;
+    const double reach = std::max_element(kept.begin(), kept.end(), [](const Entity& a, const Entity& b) {
+                             return a.reach < b.reach;
+                         })->reach;
+    std::sort(kept.begin(), kept.end(), [](const Entity& a, const Entity& b) {
+        return a.firstVertex != b.firstVertex ? a.firstVertex < b.firstVertex : a.firstPoint < b.firstPoint;
+    });
+
+    // 2. A few vertices of the others often show that their box is large enough.
+    const std::uint32_t samples = 1000, step = 1 + model.vertexCount() / samples;
+    const double diagonal = 2.0 * std::sqrt(3.0) * reach;   // of everything, at most
+    if (step > 1 && diagonal <= factor * sizeOf(boxesOf(model, curves, kept, step, pause).others))
+        return result;
+
+    // 3. Else all of them; those that the extent is not large without are no outliers.
+    const Boxes boxes = boxesOf(model, curves, kept, 1, pause);
+    Extent<3> all = boxes.others, rest = boxes.others;
+    for (const Extent<3>& box : boxes.far) belvor::add(all, box);
+    std::vector<std::size_t> byReach(kept.size());
+    std::iota(byReach.begin(), byReach.end(), std::size_t{0});
+    std::sort(byReach.begin(), byReach.end(),
+              [this](std::size_t a, std::size_t b) { return kept[a].reach < kept[b].reach; });
+    std::size_t near = 0;
+    const auto isLarge = [&all](const Extent<3>& box) {
+        return sizeOf(box) > 0.0 && sizeOf(all) > factor * sizeOf(box);
+    };
+    for (; near < byReach.size(); ++near) {
+        Extent<3> more = rest;
+        belvor::add(more, boxes.far[byReach[near]]);
+        if (isLarge(rest) && !isLarge(more)) break;
+        rest = more;
+    }
+    if (near == byReach.size()) return result;
+    byReach.erase(byReach.begin(), byReach.begin() + static_cast<std::ptrdiff_t>(near));
+    std::sort(byReach.begin(), byReach.end());
+    for (const std::size_t index : byReach) result.positions.push_back(kept[index].position);
+    return result;
+}
+
+}   // namespace belvor

@@ -1,0 +1,81 @@
+#pragma once
+
+#include "calcore/Extent.h"
+#include "readers/dxf/DXFStream.h"
+#include "scene/Model.h"
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace belvor {
+
+class DXFCurves;
+
+/// Finds the few entities of a drawing that make its extent much larger than that of all others. What it
+/// costs is a comparison for each facet: only entities far from the first ones are kept, and the model is
+/// looked through only where they may be such.
+class DXFOutliers {
+public:
+    /// An entity begins, which ends the one before. `position` has the line of its record and where the
+    /// record's other groups start; so many vertices and curve points are there already.
+    void begin(const DXFPosition& position, std::uint32_t vertices, std::uint64_t curvePoints)
+    {
+        if (vertices != current.firstVertex || curvePoints != current.firstPoint) {
+            ++entities;
+            if (isFar) endFar(vertices, curvePoints);
+            current.firstVertex = vertices;
+            current.firstPoint = curvePoints;
+        }
+        current.position = position;
+    }
+
+    /// Something of the current entity that was added: all of it is within `radiusSquare` (of the radius)
+    /// around `point`.
+    void add(const Point<3>& point, double radiusSquare)
+    {
+        const Vector<3> away = point - reference;
+        const double distanceSquare = dot(away, away);
+        if (!(distanceSquare <= limitSquare) || radiusSquare > limitSquare)
+            addFar(point, distanceSquare, radiusSquare);
+    }
+
+    struct Result {
+        std::uint64_t entities = 0;           ///< Of which something is drawn.
+        std::vector<DXFPosition> positions;   ///< Those that make the extent larger, by place in the file.
+    };
+    /// Those that make the extent more than 100 times larger, if they are 1 % of all at most. After the last
+    /// begin(). `pause` is called now and then and may throw.
+    Result find(const Model& model, const DXFCurves& curves, const std::function<void()>& pause);
+
+private:
+    struct Entity {
+        DXFPosition position;
+        std::uint32_t firstVertex = 0, endVertex = 0;
+        std::uint64_t firstPoint = 0, endPoint = 0;
+        Point<3> at;        // something of it
+        double reach = 0;   // how far it is from the reference at most; without one, from `at`
+    };
+
+    void addFar(const Point<3>& point, double distanceSquare, double radiusSquare);
+    void endFar(std::uint32_t vertices, std::uint64_t curvePoints);
+    void chooseReference();
+    void keep(const Entity& entity);
+    struct Boxes {
+        Extent<3> others;
+        std::vector<Extent<3>> far;
+    };
+    static Boxes boxesOf(const Model& model, const DXFCurves& curves, const std::vector<Entity>& far,
+                         std::uint32_t step, const std::function<void()>& pause);
+
+    Point<3> reference;
+    double limitSquare = -1.0;   // of the distance from the reference; negative: there is none yet
+    std::vector<Entity> first;   // until there is one
+    std::vector<Entity> kept;    // far from it
+    Entity current;
+    bool isFar = false;
+    std::uint64_t entities = 0;
+};
+
+}   // namespace belvor
