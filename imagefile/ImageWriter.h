@@ -40,6 +40,17 @@ public:
     virtual void finish() = 0;
 };
 
+/// A picture whose rows go straight into its file, with distances.
+class PlainImageWriter : public ImageWriter {
+public:
+    void finish() override {}
+
+protected:
+    PlainImageWriter(OutputFile& file, const ImageHeader& header) : output(file), scale(header.camera) {}
+    OutputFile& output;
+    const DepthScale scale;
+};
+
 /// Begins a picture in `output`, which must outlive the writer. An output that takes bytes in their order
 /// only, as a pipe does, will do. Throws FileError, OmbrFile::Error, std::bad_alloc.
 std::unique_ptr<ImageWriter> makeImageWriter(PictureFormat format, OutputFile& output,

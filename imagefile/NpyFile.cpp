@@ -26,8 +26,7 @@ std::string describe(const ImageHeader& header)
 }   // namespace
 
 NpyFile::NpyFile(OutputFile& file, const ImageHeader& header)
-    : output(file),
-      scale(header.camera),
+    : PlainImageWriter(file, header),
       rgb(3 * static_cast<std::size_t>(header.width)),
       depth(static_cast<std::size_t>(header.width)),
       material(depth.size()),

@@ -9,17 +9,14 @@ namespace belvor {
 
 /// A picture as an array of records for numpy: shape (height, width), fields colour (3 x u1), code (u4),
 /// distance (f8) and material (u2).
-class NpyFile : public ImageWriter {
+class NpyFile : public PlainImageWriter {
 public:
     /// Throws FileError, std::bad_alloc.
     NpyFile(OutputFile& output, const ImageHeader& header);
     ImageRow row() noexcept override { return {rgb, depth, material}; }
     void writeRow() override;
-    void finish() override {}
 
 private:
-    OutputFile& output;
-    const DepthScale scale;
     std::vector<std::uint8_t> rgb;
     std::vector<std::uint32_t> depth;
     std::vector<std::uint16_t> material;

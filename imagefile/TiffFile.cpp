@@ -179,8 +179,7 @@ std::span<T> numbersIn(std::vector<std::uint8_t>& record, std::size_t at, std::s
 }   // namespace
 
 TiffFile::TiffFile(OutputFile& file, const ImageHeader& header)
-    : output(file),
-      scale(header.camera),
+    : PlainImageWriter(file, header),
       record(strideOf(header)),
       distances(numbersIn<float>(record, 0, static_cast<std::size_t>(header.width))),
       material(numbersIn<std::uint16_t>(record, 4 * distances.size(), distances.size())),

@@ -9,7 +9,7 @@
 #include <string>
 
 #ifdef _WIN32
-#include "platform/win32/Windows.h"
+#include "platform/win32/Handles.h"
 #else
 #include <spawn.h>
 #include <sys/wait.h>
@@ -21,8 +21,6 @@ namespace belvor {
 #ifdef _WIN32
 
 namespace {
-
-HANDLE handleOf(const PipeEnd& end) noexcept { return reinterpret_cast<HANDLE>(end.get()); }
 
 std::wstring ownPath()
 {
@@ -40,13 +38,13 @@ ChildProcess::ChildProcess(const char* argument)
     const std::lock_guard guard(starting);
     auto [itsInput, ours] = makePipe();
     auto [oursToo, itsOutput] = makePipe();
-    SetHandleInformation(handleOf(itsInput), HANDLE_FLAG_INHERIT, HANDLE_FLAG_INHERIT);
-    SetHandleInformation(handleOf(itsOutput), HANDLE_FLAG_INHERIT, HANDLE_FLAG_INHERIT);
+    SetHandleInformation(handleOf(itsInput.get()), HANDLE_FLAG_INHERIT, HANDLE_FLAG_INHERIT);
+    SetHandleInformation(handleOf(itsOutput.get()), HANDLE_FLAG_INHERIT, HANDLE_FLAG_INHERIT);
     STARTUPINFOW start{};
     start.cb = sizeof start;
     start.dwFlags = STARTF_USESTDHANDLES;
-    start.hStdInput = handleOf(itsInput);
-    start.hStdOutput = handleOf(itsOutput);
+    start.hStdInput = handleOf(itsInput.get());
+    start.hStdOutput = handleOf(itsOutput.get());
     start.hStdError = GetStdHandle(STD_ERROR_HANDLE);
     const std::wstring path = ownPath();
     std::wstring line = L'"' + path + L"\" " + toWide(argument);
@@ -63,12 +61,12 @@ ChildProcess::ChildProcess(const char* argument)
 void ChildProcess::kill() noexcept
 {
     const std::lock_guard guard(lock);
-    if (process) TerminateProcess(reinterpret_cast<HANDLE>(process), 137);
+    if (process) TerminateProcess(handleOf(process), 137);
 }
 
 int ChildProcess::wait() noexcept
 {
-    const auto handle = reinterpret_cast<HANDLE>(process);
+    const auto handle = handleOf(process);
     if (!handle) return status;
     WaitForSingleObject(handle, INFINITE);
     DWORD code = 0;

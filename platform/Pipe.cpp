@@ -6,7 +6,7 @@
 #include <cerrno>
 
 #ifdef _WIN32
-#include "platform/win32/Windows.h"
+#include "platform/win32/Handles.h"
 #else
 #include <fcntl.h>
 #include <unistd.h>
@@ -17,8 +17,6 @@ namespace belvor {
 #ifdef _WIN32
 
 namespace {
-
-HANDLE handleOf(std::intptr_t handle) noexcept { return reinterpret_cast<HANDLE>(handle); }
 
 PipeEnd standardPipe(DWORD which) noexcept
 {

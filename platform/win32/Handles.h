@@ -2,9 +2,13 @@
 
 #include "platform/win32/Windows.h"
 
+#include <cstdint>
 #include <utility>
 
 namespace belvor {
+
+/// A handle that a portable class keeps as a number.
+inline HANDLE handleOf(std::intptr_t number) noexcept { return reinterpret_cast<HANDLE>(number); }
 
 /// Owns a pen, brush, font, bitmap or region. Move-only; a null object is nothing to delete.
 template <class T>

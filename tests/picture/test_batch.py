@@ -186,7 +186,3 @@ class Batch(Folder):
         self.assertEqual(process.returncode, 70, told)
         self.assertIn("in/m3.thf ended with signal 11", told)
         self.assertEqual(sorted(path.name for path in self.folder.glob("out/*")), ["m1.png", "m2.png"])
-
-
-if __name__ == "__main__":
-    unittest.main()

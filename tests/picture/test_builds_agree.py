@@ -62,7 +62,3 @@ class BuildsAgree(Folder):
 
 def load_tests(loader, tests, pattern):
     return tests if OTHER else unittest.TestSuite()
-
-
-if __name__ == "__main__":
-    unittest.main()

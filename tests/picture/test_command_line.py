@@ -281,7 +281,3 @@ class CommandLine(Folder):
         self.assertEqual(self.read("plain.omb"), self.read(folder + "Bild é.omb"))
         self.assertEqual(json.loads(self.run_program("--info", model).stdout)["file"], model)
         self.refused(3, [folder + "fehlt.thf", "p.png"], ["fehlt.thf", "図面"])
-
-
-if __name__ == "__main__":
-    unittest.main()

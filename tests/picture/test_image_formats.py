@@ -56,26 +56,16 @@ class ImageFormats(Folder):
         self.assertEqual(done.returncode, 0, done.stderr.decode(errors="replace"))
         return done.stdout
 
-    def check(self, library, rows):
+    def test_values_read_by_other_libraries(self):
         self.draw()
-        for file, part, expected in rows:
-            with self.subTest(library=library, file=file, part=part):
-                self.assertEqual(self.foreign(library, file, part), self.expected[expected])
-
-    def test_numpy(self):
-        self.check("numpy", [("p.npy", part, expected) for part, expected in (("colour",) * 2, ("code",) * 2, ("distance", "double"), ("material",) * 2)])
-
-    def test_pillow(self):
-        self.check("pillow", [("p.png", "colour", "colour"), ("p.tif", "colour", "colour"), ("p.tif", "distance", "float"), ("p.tif", "material", "material")])
-
-    def test_libtiff(self):
-        self.check("libtiff", [("p.tif", "colour", "colour"), ("p.tif", "distance", "float"), ("p.tif", "material", "material")])
-
-    def test_imagemagick(self):
-        self.check("imagemagick", [("p.png", "colour", "colour"), ("p.tif", "colour", "colour"), ("p.tif", "material", "material")])
-
-    def test_openexr(self):
-        self.check("openexr", [("p.exr", "colour", "halves"), ("p.exr", "distance", "float"), ("p.exr", "code", "code"), ("p.exr", "material", "number")])
+        tiff = {"colour": "colour", "distance": "float", "material": "material"}
+        for library, file, parts in (
+                ("numpy", "p.npy", tiff | {"code": "code", "distance": "double"}), ("pillow", "p.png", {"colour": "colour"}), ("pillow", "p.tif", tiff), ("libtiff", "p.tif", tiff),
+                ("imagemagick", "p.png", {"colour": "colour"}), ("imagemagick", "p.tif", {"colour": "colour", "material": "material"}),
+                ("openexr", "p.exr", {"colour": "halves", "distance": "float", "code": "code", "material": "number"})):
+            for part, expected in parts.items():
+                with self.subTest(library=library, file=file, part=part):
+                    self.assertEqual(self.foreign(library, file, part), self.expected[expected])
 
     def test_pfm_without_a_library(self):
         self.draw(size=(9, 7))
@@ -84,13 +74,10 @@ class ImageFormats(Folder):
 
     def test_sizes_at_the_borders_of_blocks(self):
         for size in ((3, 16), (3, 17), (1, 1), (300, 2)):
-            self.draw_any(size)
+            self.render("--size", "{}x{}".format(*size), "plates.thf", "p.omb", "p.exr", "p.tif")
             with self.subTest(size=size):
                 self.assertEqual(self.foreign("openexr", "p.exr", "code"), b"".join(Ombr(self.read("p.omb")).rows[1]))
                 self.assertEqual(self.foreign("libtiff", "p.tif", "material"), b"".join(Ombr(self.read("p.omb")).rows[2]))
-
-    def draw_any(self, size):
-        self.render("--size", "{}x{}".format(*size), "plates.thf", "p.omb", "p.exr", "p.tif")
 
     def test_cryptomatte_leads_from_names_to_pixels(self):
         self.draw()
@@ -139,7 +126,3 @@ class ImageFormats(Folder):
             reader.join(60)
             self.assertEqual(process.wait(60), 0)
             self.assertEqual(content, [self.read(f"p.{name}")], name)
-
-
-if __name__ == "__main__":
-    unittest.main()

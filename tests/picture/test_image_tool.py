@@ -126,7 +126,3 @@ class ImageTool(Folder):
         self.assertEqual(self.names(), before)
         for option in ("--help", "--version"):
             self.assertIn("belvor-image", self.tool(0, option))
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -83,7 +83,3 @@ class WrittenFromHelp(Folder):
         subprocess.run([sys.executable, str(ROOT / "docs/make_command_docs.py"), PROGRAM, str(self.folder)], check=True)
         for name in WRITTEN:
             self.assertEqual(self.read(name), (ROOT / "docs" / name).read_bytes(), f"run docs/make_command_docs.py: docs/{name} is not what the help says")
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -109,7 +109,3 @@ class OmbrBytes(Folder):
                     self.assertEqual(tiff.TIFFReadRawStrip(handle, y, row, len(expected)), len(expected))
                     self.assertEqual(row.raw, expected)
             tiff.TIFFClose(handle)
-
-
-if __name__ == "__main__":
-    unittest.main()

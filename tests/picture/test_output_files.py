@@ -165,7 +165,3 @@ class OutputFiles(Folder):
             self.assertEqual([each.wait(60) for each in both], [0, 0])
             self.assertEqual(self.names(), ["p.omb", "p.png", "plates.thf", "wanted.omb", "wanted.png"])
             self.assertEqual((self.read("p.png"), self.read("p.omb")), (self.read("wanted.png"), self.read("wanted.omb")))
-
-
-if __name__ == "__main__":
-    unittest.main()

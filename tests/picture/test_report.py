@@ -123,7 +123,3 @@ class Reports(Folder):
             self.assertEqual(done.returncode, 1)
             self.assertEqual("looks like" in done.stderr, kind is not None)
             self.assertIn(kind or "", done.stderr)
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -74,7 +74,3 @@ class Scripts(Folder):
             subprocess.run(["bash", "-c", line], stderr=subprocess.DEVNULL, **self.shell)
         self.assertEqual(self.tree("out"), self.tree("quiet"))
         self.assertEqual(len(self.tree("out")), 490)
-
-
-if __name__ == "__main__":
-    unittest.main()

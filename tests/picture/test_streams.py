@@ -152,7 +152,3 @@ class Bands(Folder):
         self.join(3, "missing.omb", "20.omb", "j.omb", says="missing.omb")
         self.join(3, "0.png", "name.png", "j.png", says="name.png")
         self.assertEqual(self.names(), before)
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -138,7 +138,3 @@ class SvgFiles(Folder):
         done = self.run_program("plates.thf", "p.svg")
         self.assertEqual((done.returncode, "p.svg" in self.names()), (2, False))
         self.assertIn("--edges", done.stderr)
-
-
-if __name__ == "__main__":
-    unittest.main()
