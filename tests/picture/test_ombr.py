@@ -2,7 +2,6 @@
 import ctypes
 import ctypes.util
 import struct
-import unittest
 
 from files import Ombr, read_png
 from program import Folder

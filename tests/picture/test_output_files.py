@@ -5,7 +5,6 @@ import resource
 import shutil
 import signal
 import subprocess
-import threading
 import time
 import unittest
 
@@ -66,17 +65,6 @@ class OutputFiles(Folder):
         self.assertEqual(self.read("target.png"), self.read("new.png"))
         self.assertEqual(self.run_program("plates.thf", "guarded.png").returncode, 3)
         self.assertEqual(self.read("guarded.png"), OLD)
-
-    def test_a_pipe_takes_every_kind_of_picture(self):
-        for output in ("pipe.png", "pipe.omb"):
-            self.render("plates.thf", "plain" + output[4:])
-            os.mkfifo(self.folder / output)
-            taken = []
-            reader = threading.Thread(target=lambda: taken.append(self.read(output)))
-            reader.start()
-            self.render("plates.thf", output)
-            reader.join(60)
-            self.assertEqual(taken, [self.read("plain" + output[4:])])
 
     def check_whole(self, *names):
         for name in names:

@@ -1,7 +1,6 @@
 """The report of belvor-render: its fields, that it is always written, and that it agrees with the files it names."""
 import hashlib
 import json
-import unittest
 
 import jsonschema
 

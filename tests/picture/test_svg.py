@@ -1,7 +1,6 @@
 """SVG files: their segments, drawn by the rule for pixels, give the line pixels of the PNG of the same call; and what stands around them."""
 import base64
 import math
-import unittest
 import xml.etree.ElementTree as ElementTree
 
 from files import read_png
