@@ -62,11 +62,11 @@ public:
 
     bool isBinary() const noexcept override { return false; }
 
-    bool takeCode(const DXFPosition& place, DXFGroup& group)
+    bool takeCode(const DXFPosition& position, DXFGroup& group)
     {
-        if (place.at == end) return false;
-        group.line = place.line;
-        const char* p = place.at;
+        if (position.at == end) return false;
+        group.line = position.line;
+        const char* p = position.at;
         while (p != end && *p == ' ') ++p;
         unsigned code = 0;
         const char* const digits = p;
@@ -78,17 +78,17 @@ public:
             group.code = static_cast<std::uint16_t>(code);
             return true;
         }
-        codeLineEnd = place.at;   // not known: the line is looked through again
-        if constexpr (modern) return takeOddCode(place, group);
-        group.code = parseCode(place);
+        codeLineEnd = position.at;   // not known: the line is looked through again
+        if constexpr (modern) return takeUnusualCode(position, group);
+        group.code = parseCode(position);
         return true;
     }
 
     static DXFGroup* retake(const DXFPosition&, DXFGroup* group, const DXFGroup*) noexcept { return group; }
 
-    void takeValue(DXFPosition& place, DXFGroup& group)
+    void takeValue(DXFPosition& position, DXFGroup& group)
     {
-        group.text = takeLine(place, group);
+        group.text = takeLine(position, group);
         group.type = valueTypeOf(group.code);
         if constexpr (modern) {   // numbers are taken without blanks anyway
             if (group.type == DXFValueType::text) group.text = withoutBlanks(group.text);
@@ -96,7 +96,7 @@ public:
         group.number = DXFGroup::notConverted;
     }
 
-    void passValue(DXFPosition& place, const DXFGroup& group) { takeLine(place, group); }
+    void passValue(DXFPosition& position, const DXFGroup& group) { takeLine(position, group); }
 
 private:
     /// Lines beyond 31 bits are told as the largest.
@@ -107,12 +107,12 @@ private:
     }
 
     /// The value's line, which ends the group.
-    std::string_view takeLine(DXFPosition& place, const DXFGroup& group) const
+    std::string_view takeLine(DXFPosition& position, const DXFGroup& group) const
     {
         const char* textEnd;
         const char* const value = stepOver(codeLineEnd, textEnd);
         if (value == end) throw BadFile(BadFile::badGroupValue, fileName(), group.line);
-        place = {stepOver(value, textEnd), twoLinesOn(place.line)};
+        position = {stepOver(value, textEnd), twoLinesOn(position.line)};
         return {value, static_cast<std::size_t>(textEnd - value)};
     }
 
@@ -126,13 +126,13 @@ private:
         return p != end && *p == other ? p + 1 : p;
     }
 
-    std::uint16_t parseCode(DXFPosition place);
-    bool takeOddCode(const DXFPosition& place, DXFGroup& group) const;
+    std::uint16_t parseCode(DXFPosition position);
+    bool takeUnusualCode(const DXFPosition& position, DXFGroup& group) const;
 
     const char* codeLineEnd;   // the line end of the code that takeCode() read last
 
     // The number found last beyond a run of blanks, and where that run starts: blank lines
-    // lead to the same number from each of their places, and are looked through once.
+    // lead to the same number from each of their positions, and are looked through once.
     const char* wordStart;
     const char* wordEnd;
     std::uint16_t wordCode = 0;
@@ -141,10 +141,10 @@ private:
 /// An integer as the C library would read it from there: blanks, line ends among them, a
 /// sign, digits; what follows does not matter. Never looks beyond the end of the data.
 template <bool modern>
-std::uint16_t DXFAsciiStream<modern>::parseCode(DXFPosition place)
+std::uint16_t DXFAsciiStream<modern>::parseCode(DXFPosition position)
 {
-    if (place.at >= wordStart && place.at < wordEnd) return wordCode;
-    const char* p = place.at;
+    if (position.at >= wordStart && position.at < wordEnd) return wordCode;
+    const char* p = position.at;
     while (p != end && isBlank(*p)) ++p;
     const char* const word = p;
     const bool negative = p != end && *p == '-';
@@ -154,21 +154,22 @@ std::uint16_t DXFAsciiStream<modern>::parseCode(DXFPosition place)
     std::int64_t value = 0;
     for (; p != end && isDigit(*p); ++p) {
         value = value * 10 + (*p - '0');
-        if (value > most + (negative ? 1 : 0)) throw BadFile(BadFile::badGroupCode, fileName(), place.line);
+        if (value > most + (negative ? 1 : 0))
+            throw BadFile(BadFile::badGroupCode, fileName(), position.line);
     }
-    if (p == digits) throw BadFile(BadFile::badGroupCode, fileName(), place.line);
-    wordStart = place.at;
+    if (p == digits) throw BadFile(BadFile::badGroupCode, fileName(), position.line);
+    wordStart = position.at;
     wordEnd = word + 1;
     wordCode = static_cast<std::uint16_t>(negative ? -value : value);
     return wordCode;
 }
 
 /// The code of a line that is more than blanks before the digits, for the modern reading: false at the end of
-/// the text. Only blanks may stand around the number, or the place is lost.
+/// the text. Only blanks may stand around the number, or the position is lost.
 template <bool modern>
-bool DXFAsciiStream<modern>::takeOddCode(const DXFPosition& place, DXFGroup& group) const
+bool DXFAsciiStream<modern>::takeUnusualCode(const DXFPosition& position, DXFGroup& group) const
 {
-    std::string_view rest(place.at, static_cast<std::size_t>(end - place.at));
+    std::string_view rest(position.at, static_cast<std::size_t>(end - position.at));
     std::string_view line = withoutBlanks(rest.substr(0, rest.find_first_of("\r\n")));
     if (line.empty()) {   // blank lines may follow the last group
         while (!rest.empty() && isBlank(rest.front())) rest.remove_prefix(1);
@@ -177,7 +178,7 @@ bool DXFAsciiStream<modern>::takeOddCode(const DXFPosition& place, DXFGroup& gro
         return false;
     }
     std::int32_t code = 0;
-    if (!isLong(line, code)) throw BadFile(BadFile::badGroupCode, fileName(), place.line);
+    if (!isLong(line, code)) throw BadFile(BadFile::badGroupCode, fileName(), position.line);
     group.code = static_cast<std::uint16_t>(code);
     return true;
 }

@@ -46,24 +46,24 @@ public:
 
     bool isBinary() const noexcept override { return true; }
 
-    bool takeCode(const DXFPosition& place, DXFGroup& group) const
+    bool takeCode(const DXFPosition& position, DXFGroup& group) const
     {
-        if (place.at == end) return false;
-        group.line = place.line;
-        const std::size_t width = codeWidth(place);
-        need(width, place.at, place.line);
-        group.code = width == 1 ? static_cast<unsigned char>(*place.at)
-                                : littleEndian<std::uint16_t>(place.at + width - 2);
+        if (position.at == end) return false;
+        group.line = position.line;
+        const std::size_t width = codeWidth(position);
+        need(width, position.at, position.line);
+        group.code = width == 1 ? static_cast<unsigned char>(*position.at)
+                                : littleEndian<std::uint16_t>(position.at + width - 2);
         return true;
     }
 
     /// Takes groups while they have the codes of those from `group` on and are reals, which get
     /// the new values, or short texts that have not changed, which keep the view they have.
     /// Returns the first that is neither.
-    DXFGroup* retake(DXFPosition& place, DXFGroup* group, const DXFGroup* last) const noexcept
+    DXFGroup* retake(DXFPosition& position, DXFGroup* group, const DXFGroup* last) const noexcept
     {
         if constexpr (!twoByteCodes) return group;
-        const char* at = place.at;
+        const char* at = position.at;
         const auto isNext = [&](DXFValueType type) {
             return group != last && at <= lastWide && littleEndian<std::uint16_t>(at) == group->code
                    && group->type == type;
@@ -79,58 +79,58 @@ public:
             at += 2 + group->text.size() + 1;
             ++group;
         }
-        go(place, at);
+        go(position, at);
         return group;
     }
 
-    void takeValue(DXFPosition& place, DXFGroup& group) const
+    void takeValue(DXFPosition& position, DXFGroup& group) const
     {
-        const char* const value = place.at + codeWidth(place);
+        const char* const value = position.at + codeWidth(position);
         const DXFValueType type = modern ? modernValueTypeOf(group.code) : valueTypeOf(group.code);
         const auto set = [&group, type](double number, std::string_view text = {}) {
             group = {group.code, type, group.line, text, number};
         };
         switch (type) {
-        case DXFValueType::real: set(real(need(8, value, place.line))); return go(place, value + 8);
+        case DXFValueType::real: set(real(need(8, value, position.line))); return go(position, value + 8);
         case DXFValueType::integer16:
-            set(static_cast<std::int16_t>(littleEndian<std::uint16_t>(need(2, value, place.line))));
-            return go(place, value + 2);
+            set(static_cast<std::int16_t>(littleEndian<std::uint16_t>(need(2, value, position.line))));
+            return go(position, value + 2);
         case DXFValueType::integer32:
-            set(static_cast<std::int32_t>(littleEndian<std::uint32_t>(need(4, value, place.line))));
-            return go(place, value + 4);
+            set(static_cast<std::int32_t>(littleEndian<std::uint32_t>(need(4, value, position.line))));
+            return go(position, value + 4);
         case DXFValueType::integer8:
-            set(static_cast<signed char>(*need(1, value, place.line)));
-            return go(place, value + 1);
+            set(static_cast<signed char>(*need(1, value, position.line)));
+            return go(position, value + 1);
         case DXFValueType::integer64:
             set(static_cast<double>(
-                static_cast<std::int64_t>(littleEndian<std::uint64_t>(need(8, value, place.line)))));
-            return go(place, value + 8);
+                static_cast<std::int64_t>(littleEndian<std::uint64_t>(need(8, value, position.line)))));
+            return go(position, value + 8);
         case DXFValueType::bytes: {
-            const std::size_t length = static_cast<unsigned char>(*need(1, value, place.line));
-            set(0.0, {need(length, value + 1, place.line), length});
-            return go(place, value + 1 + length);
+            const std::size_t length = static_cast<unsigned char>(*need(1, value, position.line));
+            set(0.0, {need(length, value + 1, position.line), length});
+            return go(position, value + 1 + length);
         }
         case DXFValueType::text: break;
         }
         if (repeats(group.text, value)) {
             set(0.0, group.text);
-            return go(place, value + group.text.size() + 1);
+            return go(position, value + group.text.size() + 1);
         }
         const void* const zero =
             value == end ? nullptr : std::memchr(value, 0, static_cast<std::size_t>(end - value));
-        if (!zero) failPastEnd(place.line);
+        if (!zero) failPastEnd(position.line);
         const char* const textEnd = static_cast<const char*>(zero);
         set(0.0, {value, static_cast<std::size_t>(textEnd - value)});
-        go(place, textEnd + 1);
+        go(position, textEnd + 1);
     }
 
-    void passValue(DXFPosition& place, DXFGroup& group) const { takeValue(place, group); }
+    void passValue(DXFPosition& position, DXFGroup& group) const { takeValue(position, group); }
 
 private:
-    std::size_t codeWidth(const DXFPosition& place) const noexcept
+    std::size_t codeWidth(const DXFPosition& position) const noexcept
     {
         if constexpr (twoByteCodes) return 2;
-        return static_cast<unsigned char>(*place.at) == escape ? 3 : 1;
+        return static_cast<unsigned char>(*position.at) == escape ? 3 : 1;
     }
 
     /// Whether the text at `value` is that earlier one again; of long texts nothing is said.
@@ -153,7 +153,7 @@ private:
     {
         return at - begin > largestOffset ? largestOffset : static_cast<std::int32_t>(at - begin);
     }
-    void go(DXFPosition& place, const char* to) const noexcept { place = {to, offsetOf(to)}; }
+    void go(DXFPosition& position, const char* to) const noexcept { position = {to, offsetOf(to)}; }
 
     /// `from`, if `count` bytes follow there; `line` is that of the group.
     const char* need(std::size_t count, const char* from, std::int32_t line) const

@@ -44,7 +44,8 @@ constexpr DXFHandler handlers[] = {
 const DXFHandler* handlerOf(std::string_view type, ReadingRules rules, bool curves) noexcept
 {
     for (const DXFHandler& handler : handlers) {
-        if (type != handler.type) continue;
+        if (type.size() != handler.type.size() || type[0] != handler.type[0] || type != handler.type)
+            continue;
         const bool passedOver =
             (handler.modern && rules == ReadingRules::strict) || (handler.onlyCurves && !curves);
         if (!passedOver) return &handler;

@@ -91,13 +91,15 @@ void DXF::readEntities(const DXFInsertion& insertion)
     }
     if (block.hidSurfaces) hideSurfaces(insertion);
     if (countUndrawn(block, insertion.cells())) return;
-    DXFExpansion inner;
+    const DXFInherited inherited = handedOn(insertion.paint);
+    const AffineTransform<3> placement =
+        expansions.back().transform * insertion.placement(rotations.of(insertion));
+    block.expanding() = true;
+    DXFExpansion& inner = expansions.emplace_back();
     inner.block = &block;
     inner.insertion = insertion;
-    inner.inherited = handedOn(insertion.paint);
-    inner.placement = expansions.back().transform * insertion.placement(rotations.of(insertion));
-    block.expanding() = true;
-    expansions.push_back(std::move(inner));
+    inner.inherited = inherited;
+    inner.placement = placement;
     startCell();
 }
 

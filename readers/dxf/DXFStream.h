@@ -13,7 +13,7 @@
 
 namespace belvor {
 
-/// A place between two groups, to come back to. Valid for the stream's life.
+/// A position between two groups, to come back to. Valid for the stream's life.
 struct DXFPosition {
     const char* at = nullptr;
     std::int32_t line = 0;   ///< The line there, or the byte offset in a binary file.
@@ -102,7 +102,7 @@ private:
 /// What a stream does with groups, over the takeCode(), takeValue() and passValue() of an
 /// encoding, and its retake(), which may take a run of groups that are like given ones. None
 /// of these is virtual, and they move a position of the caller's: the loops make no call for a
-/// group and keep their place in registers.
+/// group and keep their position in registers.
 template <class Encoding>
 class DXFGroupStream : public DXFStream {
 public:
@@ -116,37 +116,37 @@ private:
     bool takeRecordStart(DXFGroup& group) final
     {
         constexpr std::uint32_t groupsBetweenReports = 65536;
-        DXFPosition place = here;
+        DXFPosition position = here;
         bool found = false;
-        for (std::uint32_t passed = 1; !found && encoding().takeCode(place, group); ++passed) {
+        for (std::uint32_t passed = 1; !found && encoding().takeCode(position, group); ++passed) {
             found = startsRecord(group.code);
-            if (found) encoding().takeValue(place, group);
-            else encoding().passValue(place, group);
-            if (passed % groupsBetweenReports == 0) reportAt(place);
+            if (found) encoding().takeValue(position, group);
+            else encoding().passValue(position, group);
+            if (passed % groupsBetweenReports == 0) reportAt(position);
         }
-        here = place;
+        here = position;
         return found;
     }
 
     void appendGroups(DXFRecord& groups) final
     {
-        DXFPosition place = here;
+        DXFPosition position = here;
         groups.appendWhile(
-            [&place, this](DXFGroup* first, const DXFGroup* last) {
-                return encoding().retake(place, first, last);
+            [&position, this](DXFGroup* first, const DXFGroup* last) {
+                return encoding().retake(position, first, last);
             },
-            [&place, this](DXFGroup& group) {
-                if (!encoding().takeCode(place, group) || startsRecord(group.code)) return false;
-                encoding().takeValue(place, group);
+            [&position, this](DXFGroup& group) {
+                if (!encoding().takeCode(position, group) || startsRecord(group.code)) return false;
+                encoding().takeValue(position, group);
                 return true;
             },
-            [&place, this] { reportAt(place); });
-        here = place;
+            [&position, this] { reportAt(position); });
+        here = position;
     }
 
-    void reportAt(const DXFPosition& place)
+    void reportAt(const DXFPosition& position)
     {
-        here = place;
+        here = position;
         checkProgress();
     }
 
