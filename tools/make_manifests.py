@@ -34,7 +34,7 @@ def winget(version, base, files):
     return {
         f"{PACKAGE}.yaml": head + f"DefaultLocale: en-GB\nManifestType: version\n{end}",
         f"{PACKAGE}.installer.yaml": head + "InstallerType: nullsoft\nScope: user\nUpgradeBehavior: install\n"
-            "FileExtensions:\n- thf\n- dxf\n- man\n- omb\n" f"Installers:\n{installers}ManifestType: installer\n{end}",
+            "FileExtensions:\n- thf\n- dxf\n- man\n" f"Installers:\n{installers}ManifestType: installer\n{end}",
         f"{PACKAGE}.locale.en-GB.yaml": head + "PackageLocale: en-GB\nPublisher: Calderwood\nPackageName: Belvor\n"
             f"License: Proprietary\nShortDescription: {SUMMARY}\nManifestType: defaultLocale\n{end}",
     }
@@ -47,7 +47,9 @@ def scoop(version, base, files):
         "description": SUMMARY,
         "homepage": base.rsplit("/", 1)[0],
         "license": "Proprietary",
-        "architecture": {names[1]: {"url": f"{base}/{path.name}", "hash": sha256(path)} for names, path in of_kind(files, ".zip")},
+        # The archive holds one folder of its own name.
+        "architecture": {names[1]: {"url": f"{base}/{path.name}", "hash": sha256(path), "extract_dir": path.stem}
+                         for names, path in of_kind(files, ".zip")},
         "bin": ["belvor-render.exe", "belvor-image.exe"],
         "shortcuts": [["belvor.exe", "Belvor"]],
     }, indent=4) + "\n"

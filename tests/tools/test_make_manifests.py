@@ -23,7 +23,8 @@ class Manifests(unittest.TestCase):
             scoop = json.loads((top / "scoop/belvor.json").read_text())
             for size, bits in ("64bit", "win64"), ("32bit", "win32"):
                 name = f"belvor-9.8.7-{bits}.zip"
-                self.assertEqual(scoop["architecture"][size], {"url": f"https://here.test/b/v9.8.7/{name}", "hash": hashes[name]})
+                self.assertEqual(scoop["architecture"][size], {"url": f"https://here.test/b/v9.8.7/{name}", "hash": hashes[name],
+                                                               "extract_dir": f"belvor-9.8.7-{bits}"})
             installers = (top / "winget/Calderwood.Belvor.installer.yaml").read_text().split("- Architecture: ")[1:]
             for text, size, bits in zip(installers, ("x64", "x86"), ("win64", "win32"), strict=True):
                 name = f"belvor-9.8.7-{bits}-setup.exe"

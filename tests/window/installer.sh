@@ -1,49 +1,41 @@
-#!/ bin / bash
-#installer.sh SETUP.EXE : the installer installs, upgrades in place, keeps what opens a type of file,        \
-    refuses while the program
-#runs, and takes everything away again.Started with tools / with - wine.sh.
-set - eu setup = $1 faults = 0 fault()
-{
-    echo "fault: $1";
-    faults = 1;
-}
-user = $WINEPREFIX / drive_c / users / $(id - un) folder =
-    $user / AppData / Local / Programs / Belvor registered()
-{
-    wine reg query "$1" ${2 : + / v "$2"} > / dev / null 2 > &1;
-}
+#!/bin/bash
+# installer.sh SETUP.EXE: the installer installs, upgrades in place, keeps what opens a type of file, refuses while the program
+# runs, and takes everything away again. Started with tools/with-wine.sh.
+set -eu
+setup=$1
+faults=0
+fault() { echo "fault: $1"; faults=1; }
+user=$WINEPREFIX/drive_c/users/$(id -un)
+folder=$user/AppData/Local/Programs/Belvor
+registered() { wine reg query "$1" ${2:+/v "$2"} >/dev/null 2>&1; }
 uninstall='HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\Belvor'
 
 rm -rf "$folder"
 wine reg add 'HKCU\Software\Classes\.dxf' /ve /d Other.Drawing /f >/dev/null 2>&1
-for round in first upgrade;
-do
+for round in first upgrade; do
     wine "$setup" /S || fault "$round: status $?"
-    for file in belvor.exe belvor-render.exe Belvor.html uninstall.exe;
-do
-    [-s "$folder/$file"]
-        || fault "$round: $file is missing" done["$round" = first]
-               && echo old > "$folder/Belvor.html" done["$(cat " $folder / Belvor.html ")" != old]
-        || fault "the upgrade keeps an old file" registered "$uninstall" DisplayVersion
-        || fault
-           "no entry among the programs" registered 'HKCU\Software\Classes\.thf\OpenWithProgids' Belvor.Model
-        || fault "not offered for .thf" wine reg query 'HKCU\Software\Classes\.dxf' / ve 2 > / dev / null
-               | grep - q Other.Drawing
-        || fault ".dxf was taken over"
+    for file in belvor.exe belvor-render.exe Belvor.html uninstall.exe; do
+        [ -s "$folder/$file" ] || fault "$round: $file is missing"
+    done
+    [ "$round" = first ] && echo old >"$folder/Belvor.html"
+done
+[ "$(cat "$folder/Belvor.html")" != old ] || fault "the upgrade keeps an old file"
+registered "$uninstall" DisplayVersion || fault "no entry among the programs"
+registered 'HKCU\Software\Classes\.thf\OpenWithProgids' Belvor.Model || fault "not offered for .thf"
+wine reg query 'HKCU\Software\Classes\.dxf' /ve 2>/dev/null | grep -q Other.Drawing || fault ".dxf was taken over"
 
-        wine "$folder/belvor.exe" & running = $ !sleep 10 before =
-        $(stat - c % Y "$folder/belvor.exe") wine "$setup" / S
-            && fault "installs over a program that runs"["$(stat -c %Y " $folder / belvor.exe ")" = "$before"]
-        || fault "replaces a program that runs" kill $running; wait $running 2>/dev/null || true
+wine "$folder/belvor.exe" & running=$!
+sleep 10
+before=$(stat -c %Y "$folder/belvor.exe")
+wine "$setup" /S && fault "installs over a program that runs"
+[ "$(stat -c %Y "$folder/belvor.exe")" = "$before" ] || fault "replaces a program that runs"
+kill $running; wait $running 2>/dev/null || true
 
 wine "$folder/uninstall.exe" /S
-for _ in $(seq 50);
-do [-e "$folder"] || break;
-sleep 0.1;
-done #it goes on in a copy of itself[!-e "$folder"]
-    || fault "left behind: $(ls " $folder ")" registered "$uninstall"
-           && fault "still among the programs" registered 'HKCU\Software\Classes\Belvor.Model'
-           && fault "the type is still there" registered 'HKCU\Software\Classes\.thf\OpenWithProgids'
-           && fault "still offered for .thf" wine reg query 'HKCU\Software\Classes\.dxf' / ve 2 > / dev / null
-                  | grep - q Other.Drawing
-    || fault ".dxf is lost" exit $faults
+for _ in $(seq 50); do [ -e "$folder" ] || break; sleep 0.1; done    # it goes on in a copy of itself
+[ ! -e "$folder" ] || fault "left behind: $(ls "$folder")"
+registered "$uninstall" && fault "still among the programs"
+registered 'HKCU\Software\Classes\Belvor.Model' && fault "the type is still there"
+registered 'HKCU\Software\Classes\.thf\OpenWithProgids' && fault "still offered for .thf"
+wine reg query 'HKCU\Software\Classes\.dxf' /ve 2>/dev/null | grep -q Other.Drawing || fault ".dxf is lost"
+exit $faults
