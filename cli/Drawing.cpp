@@ -84,7 +84,7 @@ void drawViews(const Options& options, const Job& job, const std::vector<ViewPar
     const ImageSize size{options.width, options.height};
     LineStyle lines = options.lines;
     std::optional<Outlines> outlines;
-    if (options.edges) lines.outlines = &outlines.emplace(*model);
+    if (options.edges) lines.outlines = &outlines.emplace(*model, [&reporter] { reporter.check(2, 0, 0.0); });
     Sharing sharing;
     if (options.threads > 0) sharing.threads = options.threads;
     Frame frame(sharing);

@@ -9,7 +9,7 @@ void LineDrawing::render(const Model& model, const Camera& camera, const LightSe
     style.curves = lines.curves;
     style.trace = trace;
     if (lines.edges) {
-        if (!outlines) outlines.emplace(model);
+        if (!outlines) outlines.emplace(model, [&progress] { progress.check(2, 0, 0.0); });
         style.outlines = &*outlines;
     }
     frame.render(model, camera, lighting, buffer, progress, style);
