@@ -154,8 +154,9 @@ struct MappedFile::System {
 
 MappedFile::MappedFile(const std::string& path, bool emptyAllowed) : system(std::make_unique<System>())
 {
-    system->file = KernelHandle(CreateFileW(toWidePath(path).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
-                                            OPEN_EXISTING, 0, nullptr));
+    system->file =
+        KernelHandle(CreateFileW(toWidePath(path).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                 nullptr, OPEN_EXISTING, 0, nullptr));
     const HANDLE file = system->file.get();
     if (!file || !stateOf(file, system->state)) throw Win32Error(path);
     const auto length = static_cast<unsigned long long>(system->state.size.QuadPart);
