@@ -62,16 +62,25 @@ void truncateAll(std::span<const double> depths, std::uint32_t* codes, Exact exa
 
 // The projections with all that they need beside them: a loop over many points keeps it at hand.
 
-class PerspectiveMap {
-public:
-    explicit PerspectiveMap(const PerspectiveCamera& camera) noexcept
-        : eye(camera.eye),
-          right(camera.frame.right),
+struct ScreenFrame {
+    explicit ScreenFrame(const Camera& camera) noexcept
+        : right(camera.frame.right),
           up(camera.frame.up),
           forward(camera.frame.forward),
           scale(camera.scale),
           centreX(camera.centreX),
-          centreY(camera.centreY),
+          centreY(camera.centreY)
+    {}
+
+    const Vector<3> right, up, forward;
+    const double scale, centreX, centreY;
+};
+
+class PerspectiveMap : ScreenFrame {
+public:
+    explicit PerspectiveMap(const PerspectiveCamera& camera) noexcept
+        : ScreenFrame(camera),
+          eye(camera.eye),
           justBehind(-(camera.far - camera.near) * 5e-13)
     {}
 
@@ -86,20 +95,14 @@ public:
 
 private:
     const Point<3> eye;
-    const Vector<3> right, up, forward;
-    const double scale, centreX, centreY, justBehind;
+    const double justBehind;
 };
 
-class ParallelMap {
+class ParallelMap : ScreenFrame {
 public:
     explicit ParallelMap(const ParallelCamera& camera) noexcept
-        : reference(camera.reference),
-          right(camera.frame.right),
-          up(camera.frame.up),
-          forward(camera.frame.forward),
-          scale(camera.scale),
-          centreX(camera.centreX),
-          centreY(camera.centreY)
+        : ScreenFrame(camera),
+          reference(camera.reference)
     {}
 
     Point<3> operator()(const Point<3>& point) const noexcept
@@ -110,8 +113,6 @@ public:
 
 private:
     const Point<3> reference;
-    const Vector<3> right, up, forward;
-    const double scale, centreX, centreY;
 };
 
 template <class Map>
