@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <cstdio>
-#include <filesystem>
 #include <functional>
 #include <string>
 
@@ -43,9 +42,6 @@ bool mayWriteFile(const std::string& path) noexcept;
 
 /// Makes the folders that the path (UTF-8) of a file needs. False with errno set.
 bool makeFoldersFor(const std::string& path);
-
-/// The path (UTF-8) of a file or folder, of any length, for the standard library.
-std::filesystem::path systemPath(const std::string& path);
 
 /// The whole file as bytes; false when it cannot be opened or read, errno set.
 bool readWholeFile(const std::string& path, std::string& bytes);

@@ -1,18 +1,15 @@
 #include "platform/OutputFile.h"
 
 #include "platform/FileNames.h"
-#include "platform/Files.h"
 #include "platform/OutputPlace.h"
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <filesystem>
 #include <map>
 #include <mutex>
 #include <random>
 #include <set>
-#include <system_error>
 #include <utility>
 
 namespace belvor {
@@ -87,11 +84,7 @@ void removeAbandonedFiles(std::span<const std::string> outputs)
         prefixes[output.substr(0, output.size() - name.size())].emplace(unfinishedPrefix(name));
     }
     for (const auto& [folder, ours] : prefixes) {
-        std::error_code fault;
-        std::filesystem::directory_iterator entry(systemPath(folder.empty() ? "." : folder), fault), end;
-        for (; !fault && entry != end; entry.increment(fault)) {
-            const std::u8string wide = entry->path().filename().u8string();
-            const std::string name(wide.begin(), wide.end());
+        for (const std::string& name : namesIn(folder.empty() ? "." : folder)) {
             const std::string_view prefix = prefixOfUnfinished(name);
             if (!prefix.empty() && ours.count(std::string(prefix)) != 0) removeIfAbandoned(folder + name);
         }

@@ -4,12 +4,16 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace belvor {
 
 /// A name that no file has but by intent of somebody who knows it: the first part of `name`, a random
 /// word, ".part". Short enough for any file system.
 std::string unusedNameFor(std::string_view name);
+
+/// The names in a folder; none of a folder that cannot be read. All UTF-8.
+std::vector<std::string> namesIn(const std::string& folder);
 
 /// Deletes the file of that path (UTF-8), beside an output's name, unless a process is writing it.
 void removeIfAbandoned(const std::string& path) noexcept;

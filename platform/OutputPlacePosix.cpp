@@ -12,7 +12,9 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <mutex>
+#include <system_error>
 #include <utility>
 
 #ifndef O_PATH
@@ -248,6 +250,16 @@ std::string fileIdentity(const std::string& path)
     if (stat(path.c_str(), &status) == 0) return numberOf(status);
     const std::string target = resolved(path);
     return stat(folderOf(target).c_str(), &status) == 0 ? numberOf(status) + "/" + nameIn(target) : target;
+}
+
+std::vector<std::string> namesIn(const std::string& folder)
+{
+    std::vector<std::string> names;
+    std::error_code fault;
+    for (std::filesystem::directory_iterator entry(folder, fault), end; !fault && entry != end;
+         entry.increment(fault))
+        names.push_back(entry->path().filename().string());
+    return names;
 }
 
 void removeIfAbandoned(const std::string& path) noexcept

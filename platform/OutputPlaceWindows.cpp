@@ -8,6 +8,7 @@
 #include <io.h>
 
 #include <cerrno>
+#include <memory>
 #include <mutex>
 #include <set>
 #include <utility>
@@ -260,6 +261,19 @@ std::string fileIdentity(const std::string& path)
     if (const KernelHandle file = openExisting(wide, 0))
         if (std::string number = numberOf(file.get()); !number.empty()) return number;
     return placeIdentity(wholePath(wide));
+}
+
+std::vector<std::string> namesIn(const std::string& folder)
+{
+    std::vector<std::string> names;
+    WIN32_FIND_DATAW entry;
+    const HANDLE search = FindFirstFileW(toWidePath(folder + "\\*").c_str(), &entry);
+    if (search == INVALID_HANDLE_VALUE) return names;
+    const std::unique_ptr<void, BOOL(WINAPI*)(HANDLE)> closed(search, FindClose);
+    do {
+        names.push_back(toUtf8(entry.cFileName));
+    } while (FindNextFileW(search, &entry));
+    return names;
 }
 
 void removeIfAbandoned(const std::string& path) noexcept

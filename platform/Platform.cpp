@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
+#include <filesystem>
 #include <memory>
 
 #ifdef _WIN32
@@ -137,8 +138,6 @@ static bool makeFolder(const std::string& path)
     return false;
 }
 
-std::filesystem::path systemPath(const std::string& path) { return toWidePath(path); }
-
 static bool readWhile(std::FILE* file, std::size_t most, std::string& bytes,
                       const std::function<bool(const std::string&)>& goOn)
 {
@@ -200,8 +199,6 @@ FileKind kindOfFile(const std::string& path, std::uint64_t& size) noexcept
 
 static bool mayWriteTo(const std::string& path) noexcept { return access(path.c_str(), W_OK) == 0; }
 static bool makeFolder(const std::string& path) { return mkdir(path.c_str(), 0777) == 0; }
-std::filesystem::path systemPath(const std::string& path) { return path; }
-
 // Reading from a pipe that has nothing to give would wait without hearing a Ctrl-C.
 static bool readWhile(int number, std::size_t most, std::string& bytes,
                       const std::function<bool(const std::string&)>& goOn)

@@ -94,4 +94,20 @@ TEST_F(OutputFolder, SeveralNamesOfOneFileAreTheSameFile)
     EXPECT_TRUE(isSameFile(path().filename().string() + "/a", in("a"))) << "relative and absolute";
 }
 
+TEST_F(OutputFolder, AbandonedFilesAreDeletedInAFolderOfAnyDepth)
+{
+    for (const std::string& deep :
+         {std::string(), std::string(120, 'a') + "/" + std::string(120, 'b') + "/"}) {
+        const std::string output = in(deep + "a.png"), other = in(deep + "b.png");
+        ASSERT_TRUE(makeFoldersFor(output));
+        const std::string abandoned = temporaryNameFor(output), kept = temporaryNameFor(other);
+        for (const std::string& each : {abandoned, kept}) std::fclose(openFile(each, "wb"));
+        removeAbandonedFiles(std::array{output});
+        std::uint64_t size = 0;
+        EXPECT_EQ(kindOfFile(abandoned, size), FileKind::none) << deep;
+        EXPECT_EQ(kindOfFile(kept, size), FileKind::regular) << "another output's";
+        removeFile(kept);
+    }
+}
+
 }   // namespace
