@@ -22,7 +22,10 @@ constexpr std::uint64_t mostBytes = std::uint64_t{4} << 30;   // far more than a
 /// Unpacks a file piece by piece.
 class Unpacker {
 public:
-    Unpacker(std::string_view packed, const std::string& name) : rest(packed), file(name)
+    Unpacker(std::string_view packed, const std::string& name, const std::function<void()>& betweenSteps)
+        : rest(packed),
+          file(name),
+          pause(betweenSteps)
     {
         constexpr int gzipOnly = 15 + 16;
         if (inflateInit2(&stream, gzipOnly) != Z_OK) throw std::bad_alloc();
@@ -35,6 +38,7 @@ public:
     std::string_view next()
     {
         while (!atEnd) {
+            pause();   // also between members that hold nothing
             stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(rest.data()));   // not written to
             stream.avail_in = static_cast<uInt>(std::min<std::size_t>(rest.size(), 1u << 30));
             const std::size_t given = stream.avail_in;
@@ -64,6 +68,7 @@ private:
 
     std::string_view rest;
     const std::string& file;
+    const std::function<void()>& pause;
     z_stream stream{};
     bool atEnd = false;
     char piece[1u << 16];
@@ -76,11 +81,8 @@ bool isGzip(std::string_view bytes) noexcept { return bytes.starts_with("\x1F\x8
 std::string unpackGzip(std::string_view packed, const std::string& file, const std::function<void()>& pause)
 {
     const auto walk = [&](auto take) {
-        Unpacker unpacker(packed, file);
-        for (std::string_view piece = unpacker.next(); !piece.empty(); piece = unpacker.next()) {
-            take(piece);
-            pause();
-        }
+        Unpacker unpacker(packed, file, pause);
+        for (std::string_view piece = unpacker.next(); !piece.empty(); piece = unpacker.next()) take(piece);
     };
     std::uint64_t size = 0;
     walk([&](std::string_view piece) {
