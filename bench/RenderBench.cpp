@@ -5,11 +5,13 @@
 #include "imagefile/OmbrBuff.h"
 #include "platform/Files.h"
 #include "platform/Process.h"
+#include "platform/Workers.h"
 #include "render/Frame.h"
 #include "render/Outlines.h"
 
 #include <benchmark/benchmark.h>
 
+#include <chrono>
 #include <filesystem>
 #include <limits>
 #include <map>
@@ -72,12 +74,17 @@ void renderToCounter(benchmark::State& state, Kind kind)
     const Handle<CountingBuffer> rows = makeHandle<CountingBuffer>(width);
     Frame frame(Sharing{static_cast<unsigned>(state.range(2))});
     frame.render(model, *scene.camera, *scene.lights, *rows, silent);   // the first one shades twice
+    const auto start = std::chrono::steady_clock::now();
+    const auto sharedBefore = Workers::ofProcess().timeInCalls();
     for (auto _ : state) {
         rows->covered = 0;
         frame.render(model, *scene.camera, *scene.lights, *rows, silent);
     }
+    const std::chrono::duration<double> shared = Workers::ofProcess().timeInCalls() - sharedBefore,
+                                        whole = std::chrono::steady_clock::now() - start;
     state.counters["facets"] = model.facetCount();
     state.counters["covered"] = static_cast<double>(rows->covered);
+    state.counters["serial_percent"] = 100.0 * (1.0 - shared / whole);   // time that no other thread shares
 }
 
 /// What finding the edges of a whole model takes, once after loading.

@@ -1,6 +1,11 @@
 #include "bench/Scenes.h"
 
+#include "platform/Files.h"
+#include "platform/Process.h"
+
 #include <cmath>
+#include <cstdio>
+#include <filesystem>
 #include <numbers>
 #include <random>
 #include <vector>
@@ -108,6 +113,28 @@ Handle<Model> stack(std::uint32_t polygons)
     }
     return model;
 }
+
+ThingsFile::ThingsFile(std::uint32_t triangles)
+    : path(temporaryNameFor((std::filesystem::temp_directory_path() / "belvor-bench.thf").string()))
+{
+    const Handle<Model> model = terrain(triangles);
+    std::FILE* const file = openFile(path, "wb");
+    std::fprintf(file, "Y %u\n", model->vertexCount());
+    for (std::uint32_t i = 0; i < model->vertexCount(); ++i) {
+        const Point<3>& p = model->vertex(i).position;
+        std::fprintf(file, "%.6f %.6f %.6f\n", p[0], p[1], p[2]);
+    }
+    std::fprintf(file, "0\n%u\n", model->facetCount());
+    for (std::uint32_t i = 0; i < model->facetCount(); ++i) {
+        const std::uint32_t first = model->facet(i).firstEdge;
+        std::fprintf(file, "1 Earth\n3 %u %u %u\n", model->edge(first).from + 1,
+                     model->edge(first + 1).from + 1, model->edge(first + 2).from + 1);
+    }
+    std::fclose(file);
+    size = static_cast<double>(std::filesystem::file_size(path));
+}
+
+ThingsFile::~ThingsFile() { removeFile(path); }
 
 Scene wholeScene(const Model& model, int width, int height)
 {

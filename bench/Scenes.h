@@ -18,6 +18,18 @@ Handle<Model> city(std::uint32_t boxes);
 /// `polygons` large polygons of 24 corners, one above the other, each a little tilted.
 Handle<Model> stack(std::uint32_t polygons);
 
+/// A terrain as a Things file, which is deleted at the end.
+class ThingsFile {
+public:
+    explicit ThingsFile(std::uint32_t triangles);
+    ThingsFile(const ThingsFile&) = delete;
+    ThingsFile& operator=(const ThingsFile&) = delete;
+    ~ThingsFile();
+
+    const std::string path;
+    double size = 0;   // bytes
+};
+
 /// The whole model from the usual side, for pictures of that size.
 Scene wholeScene(const Model& model, int width, int height);
 

@@ -45,6 +45,9 @@ public:
         if (negative || *p == '+') ++p;
         std::uint64_t magnitude = 0;
         const char* const digits = p;
+        const char* const sureEnd = last - p > 18 ? p + 18 : last;   // so many digits fit, whatever they are
+        for (; p != sureEnd && isDigit(*p); ++p)
+            magnitude = magnitude * 10 + static_cast<std::uint64_t>(*p - '0');
         bool overflow = false;
         for (; p != last && isDigit(*p); ++p) {
             const std::uint64_t next = magnitude * 10 + static_cast<std::uint64_t>(*p - '0');

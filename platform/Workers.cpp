@@ -134,6 +134,27 @@ private:
     const Take& take;
 };
 
+/// Adds the time of a call that is not part of another one.
+class Workers::CallTimer {
+public:
+    explicit CallTimer(std::atomic<std::int64_t>& total) noexcept : sum(total) { ++depth; }
+    CallTimer(const CallTimer&) = delete;
+    CallTimer& operator=(const CallTimer&) = delete;
+    ~CallTimer()
+    {
+        if (--depth > 0) return;
+        const auto time = std::chrono::steady_clock::now() - start;
+        sum += std::chrono::duration_cast<std::chrono::nanoseconds>(time).count();
+    }
+
+private:
+    static thread_local int depth;
+    std::atomic<std::int64_t>& sum;
+    const std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
+};
+
+thread_local int Workers::CallTimer::depth = 0;
+
 Workers& Workers::ofProcess()
 {
     static Workers workers;
@@ -174,6 +195,7 @@ void Workers::inOrder(unsigned threadCount, std::size_t count, std::size_t slots
 
 void Workers::run(Job& job, unsigned threadCount)
 {
+    const CallTimer timer(callTime);
     if (threadCount > 1) enlist(job, threadCount);
     job.workOn(0);
     if (threadCount > 1) {

@@ -3,7 +3,9 @@
 #include "platform/Thread.h"
 
 #include <atomic>
+#include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -65,7 +67,11 @@ public:
     void inOrder(unsigned threadCount, std::size_t count, std::size_t slots, const Make& make,
                  const Take& take);
 
+    /// How long asking threads have been in calls altogether, those out of a piece of work left out.
+    std::chrono::nanoseconds timeInCalls() const noexcept { return std::chrono::nanoseconds(callTime); }
+
 private:
+    class CallTimer;
     class Job;   // one call
     class Pieces;
     class Ordered;
@@ -74,7 +80,8 @@ private:
     void enlist(Job& job, unsigned threadCount);
     void serve() noexcept;
 
-    Lock lock;   // guards what follows
+    std::atomic<std::int64_t> callTime{0};   // nanoseconds
+    Lock lock;                               // guards what follows
     Condition jobsChanged;
     std::vector<Job*> openJobs;   // those that want more threads
     bool ending = false;

@@ -121,7 +121,7 @@ std::int64_t Things::readFacet(Text& text)
         pauseEvery(i);
         start = readLoop(text, normal);
     }
-    if (normal.length() == 0.0) normal = {0, 0, 1};
+    if (dot(normal, normal) == 0.0) normal = {0, 0, 1};   // its length is 0 then, and only then
     facet.plane = Plane(normal, loops < 1 ? Point<3>::origin() : model().vertex(start).position);
     return loops;
 }
