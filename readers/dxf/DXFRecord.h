@@ -40,7 +40,7 @@ public:
     /// may give the first of them new values under their old codes, without looking up the type
     /// of each value, and returns the one after those it has taken. The index of codes stays as it
     /// is for them, which makes binary drawings a fifth faster to read.
-    /// `pause` is called after every few thousand groups.
+    /// `pause` is called after every few thousand groups that are appended, or moved to more room.
     template <class Refill, class Fill, class Pause>
     void appendWhile(Refill refill, Fill fill, Pause pause);
 
@@ -132,6 +132,10 @@ private:
         return place < count && list[place].code == indexedCode ? &list[place] : nullptr;
     }
     void index(std::size_t place) noexcept;
+    template <class Pause>
+    void makeRoom(const Pause& pause);
+
+    static constexpr std::size_t groupsBetweenPauses = 8192;
 
     const std::string* file;
     bool modern;                  // numbers may have a comma for the point, integers a point
@@ -149,13 +153,12 @@ private:
 template <class Refill, class Fill, class Pause>
 void DXFRecord::appendWhile(Refill refill, Fill fill, Pause pause)
 {
-    constexpr std::size_t groupsBetweenPauses = 8192;
     std::size_t stop = std::min(list.size(), count + groupsBetweenPauses);
     for (bool more = true; more; ++count) {
         if (count < indexed)
             count = static_cast<std::size_t>(refill(&list[count], list.data() + indexed) - list.data());
         if (count >= stop) {
-            if (count == list.size()) list.resize(2 * count);
+            if (count == list.size()) makeRoom(pause);
             if (count >= groupsBetweenPauses) pause();
             stop = std::min(list.size(), count + groupsBetweenPauses);
         }
@@ -165,6 +168,26 @@ void DXFRecord::appendWhile(Refill refill, Fill fill, Pause pause)
     }
     --count;
     if (count < indexed) indexed = count;   // `fill` may have changed the next one
+}
+
+/// Makes the list longer by at least one group and a few thousand at most. A record can be of hundreds of
+/// megabytes: so much is not moved at once, and fresh memory is touched just before it is filled.
+template <class Pause>
+void DXFRecord::makeRoom(const Pause& pause)
+{
+    if (list.size() == list.capacity()) {
+        LargeVector<DXFGroup> larger;
+        larger.reserve(2 * list.size());
+        for (std::size_t moved = 0; moved < list.size();) {
+            const std::size_t next = std::min(groupsBetweenPauses, list.size() - moved);
+            const DXFGroup* const from = list.data() + moved;
+            larger.insert(larger.end(), from, from + next);
+            moved += next;
+            if (moved >= groupsBetweenPauses) pause();
+        }
+        list.swap(larger);
+    }
+    list.resize(std::min(list.capacity(), list.size() + groupsBetweenPauses));
 }
 
 inline const DXFGroup* DXFRecord::find(int code, int n) const noexcept

@@ -87,6 +87,7 @@ std::vector<StripSegment> stripSegments(const std::vector<StripVertex>& vertices
                                         const std::function<void(std::size_t)>& pause)
 {
     std::vector<StripSegment> segments;
+    segments.reserve(vertices.size());   // never moved: there can be millions
     for (std::size_t i = 0; i < vertices.size(); ++i) {
         const bool last = i + 1 == vertices.size();
         if (last && !closed) break;

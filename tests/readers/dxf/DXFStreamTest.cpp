@@ -1,6 +1,7 @@
 #include "readers/dxf/DXFStream.h"
 #include "errors/BadFile.h"
 #include "tests/readers/dxf/DXFText.h"
+#include "tests/support/Reporters.h"
 
 #include <gtest/gtest.h>
 
@@ -155,6 +156,32 @@ TEST(DXFRecord, FindsGroups)
     EXPECT_EQ(record.next(*record.find(10, 3), 10), nullptr);
     stream->nextRecord();
     EXPECT_FALSE(stream->readRecord().has(8)) << "of the record before";
+}
+
+TEST(DXFRecord,
+     ReportsAsOftenAsAHugeOneNeedsWork)   // its groups are read, and moved when they need more room
+{
+    constexpr std::size_t groups = 1 << 20, groupsBetweenReports = 8192;
+    std::string text = "0\nODD\n", binary = mark + "\0\0ODD\0"s;
+    for (std::size_t i = 1; i < groups; ++i) {
+        text += i % 2 ? "1\na\n" : "70\n7\n";
+        binary += i % 2 ? "\1\0a\0"s : "\106\0\7\0"s;
+    }
+    for (const std::string& bytes : {text, binary}) {
+        RecordingReporter reporter;
+        const auto stream = DXFStream::over(bytes, "a.dxf", reporter, false);
+        stream->nextRecord();
+        const DXFRecord& record = stream->readRecord();
+        EXPECT_GE(reporter.calls.size(), 2 * groups / groupsBetweenReports - 4);
+        ASSERT_EQ(record.groups().size(), groups);
+        for (const DXFGroup& group : record.groups().subspan(1))
+            ASSERT_TRUE(group.code == 1 ? group.text == "a" : record.integerOf(group) == 7);
+
+        RecordingReporter stopping(150);   // while groups are moved
+        const auto stopped = DXFStream::over(bytes, "a.dxf", stopping, false);
+        stopped->nextRecord();
+        EXPECT_THROW(stopped->readRecord(), Reporter::Abandoned);
+    }
 }
 
 /// Groups of a code that records have often, or of one that breaks the run; as text or binary.
