@@ -7,7 +7,7 @@
 namespace belvor {
 namespace {
 
-constexpr wchar_t keyName[] = L"Software\\Calderwood\\Belvor\\Recent File List";
+constexpr wchar_t recentFilesKey[] = L"Software\\Calderwood\\Belvor\\Recent File List";
 
 std::wstring valueName(std::size_t number) { return L"File" + std::to_wstring(number); }
 
@@ -53,7 +53,8 @@ const std::string* RecentFileList::pathOf(UINT id) const noexcept
 void RecentFileList::load()
 {
     HKEY opened = nullptr;
-    if (RegOpenKeyExW(HKEY_CURRENT_USER, keyName, 0, KEY_QUERY_VALUE, &opened) != ERROR_SUCCESS) return;
+    if (RegOpenKeyExW(HKEY_CURRENT_USER, recentFilesKey, 0, KEY_QUERY_VALUE, &opened) != ERROR_SUCCESS)
+        return;
     const RegistryKey key(opened);
     for (std::size_t number = RecentPaths::maxCount; number >= 1; --number)
         if (const std::wstring path = readValue(key.get(), number); !path.empty()) paths.add(toUtf8(path));
@@ -62,7 +63,8 @@ void RecentFileList::load()
 void RecentFileList::save() const
 {
     HKEY opened = nullptr;
-    if (RegCreateKeyExW(HKEY_CURRENT_USER, keyName, 0, nullptr, 0, KEY_SET_VALUE, nullptr, &opened, nullptr)
+    if (RegCreateKeyExW(HKEY_CURRENT_USER, recentFilesKey, 0, nullptr, 0, KEY_SET_VALUE, nullptr, &opened,
+                        nullptr)
         != ERROR_SUCCESS)
         return;
     const RegistryKey key(opened);

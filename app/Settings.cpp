@@ -6,13 +6,13 @@
 namespace belvor {
 namespace {
 
-constexpr wchar_t keyName[] = L"Software\\Calderwood\\Belvor\\Settings";
+constexpr wchar_t settingsKey[] = L"Software\\Calderwood\\Belvor\\Settings";
 constexpr wchar_t modernReading[] = L"ModernReading", lines[] = L"Lines", edges[] = L"Edges";
 
 bool isSet(const wchar_t* name)
 {
     DWORD value = 0, size = sizeof value;
-    return RegGetValueW(HKEY_CURRENT_USER, keyName, name, RRF_RT_REG_DWORD, nullptr, &value, &size)
+    return RegGetValueW(HKEY_CURRENT_USER, settingsKey, name, RRF_RT_REG_DWORD, nullptr, &value, &size)
                == ERROR_SUCCESS
            && value != 0;
 }
@@ -35,7 +35,8 @@ void loadSettings(Session& session)
 void saveSettings(const Session& session) noexcept
 {
     HKEY opened = nullptr;
-    if (RegCreateKeyExW(HKEY_CURRENT_USER, keyName, 0, nullptr, 0, KEY_SET_VALUE, nullptr, &opened, nullptr)
+    if (RegCreateKeyExW(HKEY_CURRENT_USER, settingsKey, 0, nullptr, 0, KEY_SET_VALUE, nullptr, &opened,
+                        nullptr)
         != ERROR_SUCCESS)
         return;
     const RegistryKey key(opened);

@@ -16,7 +16,7 @@
 namespace belvor {
 namespace {
 
-constexpr std::uint64_t longestText = 64 << 20;
+constexpr std::uint64_t maxPictureText = 64 << 20;
 
 /// A file read from its start on, number by number. What lies outside the file is zero, and told by `good`.
 class Bytes {
@@ -33,7 +33,7 @@ public:
     }
     std::string text(std::uint64_t count)
     {
-        if (count > longestText || !need(count)) return {};
+        if (count > maxPictureText || !need(count)) return {};
         std::string bytes(static_cast<std::size_t>(count), '\0');
         source.read(at, bytes.data(), bytes.size());
         at += count;

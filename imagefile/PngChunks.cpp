@@ -1,20 +1,13 @@
 #include "imagefile/PngChunks.h"
 
+#include "calcore/BigEndian.h"
+
 #include <zlib.h>
 
 #include <algorithm>
 #include <cstring>
 
 namespace belvor {
-namespace {
-
-std::uint32_t bigEndian(const unsigned char* bytes) noexcept
-{
-    return std::uint32_t{bytes[0]} << 24 | std::uint32_t{bytes[1]} << 16 | std::uint32_t{bytes[2]} << 8
-           | bytes[3];
-}
-
-}   // namespace
 
 PngChunks::PngChunks(std::FILE* opened) : file(opened)
 {
@@ -30,7 +23,7 @@ void PngChunks::end()
 {
     unsigned char sum[4], passed[16384];
     while (read(passed, sizeof passed) != 0) {}
-    good = good && readAll(sum, sizeof sum) && bigEndian(sum) == static_cast<std::uint32_t>(check);
+    good = good && readAll(sum, sizeof sum) && readBigEndian(sum) == static_cast<std::uint32_t>(check);
     begun = false;
 }
 
@@ -40,7 +33,7 @@ bool PngChunks::next()
     if (begun) end();
     begun = good && readAll(start, sizeof start);
     if (!begun) return false;
-    left = bigEndian(start);
+    left = readBigEndian(start);
     std::memcpy(name.data(), start + 4, name.size());
     check = crc32(0, start + 4, 4);
     return true;
@@ -79,8 +72,8 @@ void takeHeader(const std::string& data, PngAccount& about)
     constexpr std::string_view plainRgb("\x08\x02\0\0\0", 5);
     if (data.size() != 13) return;
     const auto* const bytes = reinterpret_cast<const unsigned char*>(data.data());
-    about.width = bigEndian(bytes);
-    about.height = bigEndian(bytes + 4);
+    about.width = readBigEndian(bytes);
+    about.height = readBigEndian(bytes + 4);
     about.plain = data.substr(8) == plainRgb;
 }
 

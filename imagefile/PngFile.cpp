@@ -1,5 +1,6 @@
 #include "imagefile/PngFile.h"
 
+#include "calcore/BigEndian.h"
 #include "imagefile/ImageDescription.h"
 #include "imagefile/SeekableOutput.h"
 #include "imagefile/ZlibMemory.h"
@@ -15,11 +16,6 @@ namespace {
 
 constexpr std::size_t pixelBytes = 3;
 enum Filter : std::uint8_t { noFilter = 0, upFilter = 2 };
-
-void bigEndian(std::uint8_t* bytes, std::uint32_t value) noexcept
-{
-    for (int i = 0; i < 4; ++i) bytes[i] = static_cast<std::uint8_t>(value >> (24 - 8 * i));
-}
 
 }   // namespace
 
@@ -56,8 +52,8 @@ PngFile::PngFile(Sink sink, std::uint32_t width, std::uint32_t height)
     static constexpr std::uint8_t signature[] = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
     write(signature, sizeof signature);
     std::uint8_t header[13] = {0, 0, 0, 0, 0, 0, 0, 0, 8, 2, 0, 0, 0};   // 8 bits, red green blue
-    bigEndian(header, width);
-    bigEndian(header + 4, height);
+    writeBigEndian(header, width);
+    writeBigEndian(header + 4, height);
     writeChunk("IHDR", header);
     current[0] = above[0] = noFilter;
     noDifference[0] = upFilter;
@@ -68,11 +64,11 @@ PngFile::~PngFile() = default;
 void PngFile::writeChunk(const char (&type)[5], std::span<const std::uint8_t> data)
 {
     std::uint8_t start[8], end[4];
-    bigEndian(start, static_cast<std::uint32_t>(data.size()));
+    writeBigEndian(start, static_cast<std::uint32_t>(data.size()));
     std::memcpy(start + 4, type, 4);
     uLong check = crc32(0, start + 4, 4);
     if (!data.empty()) check = crc32(check, data.data(), static_cast<uInt>(data.size()));
-    bigEndian(end, static_cast<std::uint32_t>(check));
+    writeBigEndian(end, static_cast<std::uint32_t>(check));
     write(start, sizeof start);
     write(data.data(), data.size());
     write(end, sizeof end);

@@ -1,5 +1,7 @@
 #include "report/Sha256.h"
 
+#include "calcore/BigEndian.h"
+
 #include <algorithm>
 #include <bit>
 #include <cstring>
@@ -17,17 +19,11 @@ constexpr std::uint32_t roundConstants[64] = {
     0x19a4c116, 0x1e376c08, 0x2748774c, 0x34b0bcb5, 0x391c0cb3, 0x4ed8aa4a, 0x5b9cca4f, 0x682e6ff3,
     0x748f82ee, 0x78a5636f, 0x84c87814, 0x8cc70208, 0x90befffa, 0xa4506ceb, 0xbef9a3f7, 0xc67178f2};
 
-std::uint32_t bigEndian(const unsigned char* from) noexcept
-{
-    return std::uint32_t{from[0]} << 24 | std::uint32_t{from[1]} << 16 | std::uint32_t{from[2]} << 8
-           | std::uint32_t{from[3]};
-}
-
 /// The 64 words that a block of 16 becomes.
 std::array<std::uint32_t, 64> scheduleOf(const unsigned char* block) noexcept
 {
     std::array<std::uint32_t, 64> words;
-    for (std::size_t i = 0; i < 16; ++i) words[i] = bigEndian(block + 4 * i);
+    for (std::size_t i = 0; i < 16; ++i) words[i] = readBigEndian(block + 4 * i);
     for (std::size_t i = 16; i < 64; ++i) {
         const std::uint32_t early = words[i - 15], late = words[i - 2];
         words[i] = words[i - 16] + words[i - 7] + (std::rotr(early, 7) ^ std::rotr(early, 18) ^ (early >> 3))

@@ -9,6 +9,7 @@ namespace belvor {
 /// The texts of strings.def by name; the value is the text's number.
 enum class Text : int {
     none = 0,   ///< No text.
+// NOLINTNEXTLINE(bugprone-macro-parentheses): an enumerator
 #define BELVOR_TEXT(number, name, text) name = number,
 #include "resources/strings.def"
 #undef BELVOR_TEXT

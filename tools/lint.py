@@ -2,7 +2,8 @@
 """lint.py REPORT.xml [--build FOLDER]: source files out of format, and what clang-tidy reports.
 
 Every .h and .cpp that git knows must be as clang-format leaves it. With --build, a folder with compile_commands.json,
-each .cpp named there but the tests, benchmarks and fuzzers goes through clang-tidy with the checks of .clang-tidy.
+each .cpp named there but the tests, benchmarks and fuzzers goes through clang-tidy with the checks of .clang-tidy;
+a unity build takes a third of the time, since it reads the library's headers once for several files.
 Leaves a JUnit-style report of two cases, and prints what was found. Exit status 1 when anything was.
 """
 import argparse
@@ -16,7 +17,7 @@ import xml.etree.ElementTree as tree
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 # GCC decides about these: clang counts the members of an enclosing class as shadowed.
-NO_WARNINGS = ("--extra-arg=-Wno-shadow", "--extra-arg=-Wno-sign-conversion")
+NO_WARNINGS = ("--extra-arg=-Wno-shadow", "--extra-arg=-Wno-sign-conversion", "--extra-arg=-Wno-unknown-warning-option")
 NOT_TIDIED = ("tests/", "bench/", "fuzz/", "build/")
 
 
@@ -37,7 +38,7 @@ def tidied(build):
     commands = json.loads((build / "compile_commands.json").read_text())
     names = (pathlib.Path(entry["file"]) for entry in commands)
     inside = (path.relative_to(ROOT).as_posix() for path in names if path.is_relative_to(ROOT))
-    return sorted(name for name in set(inside) if not name.startswith(NOT_TIDIED))
+    return sorted(name for name in set(inside) if "/Unity/" in name or not name.startswith(NOT_TIDIED))
 
 
 def tidy(build):

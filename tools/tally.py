@@ -2,8 +2,10 @@
 """tally.py RESULTS.xml...: counts the test cases of JUnit-style reports (GoogleTest's and ctest's).
 
 Prints "PASSED FAILED SKIPPED" on one line. A file that is missing or cut off counts as one failed case,
-since its program died before it could say what it ran. The names of failed cases go to standard error.
+since its program died before it could say what it ran. RESULTS may be patterns. The names of failed cases go to
+standard error.
 """
+import glob
 import sys
 import xml.etree.ElementTree as tree
 
@@ -18,7 +20,7 @@ def outcome(case):
 
 def main():
     count = {"passed": 0, "failed": 0, "skipped": 0}
-    for path in sys.argv[1:]:
+    for path in (path for pattern in sys.argv[1:] for path in sorted(glob.glob(pattern)) or [pattern]):
         try:
             cases = list(tree.parse(path).iter("testcase"))
         except (OSError, tree.ParseError) as fault:

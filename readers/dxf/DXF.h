@@ -60,6 +60,7 @@ private:
     void forgetContents();
 
     // DXFTables.cpp
+    /// The release that the drawing names. Kept for this interface; the reading does not depend on it.
     int readHeader();
     void readDrawingVariable();
     void readTables();

@@ -29,7 +29,8 @@ private:
     struct Crossing {
         double line;    // lines from that through the base
         double along;   // from the line's own base
-        friend auto operator<=>(const Crossing&, const Crossing&) = default;
+        friend auto operator<=>(const Crossing&,
+                                const Crossing&) = default;   // NOLINT(modernize-use-nullptr)
     };
 
     bool addCrossings(const DXFLoop2& loop, const DXFHatchPattern& pattern, const Vector<2>& direction);

@@ -43,6 +43,26 @@ Point<3> middleOf(const Items& items)
     return middle;
 }
 
+/// Takes boxes to `others` in the given order: how many until the next one makes their extent large, while
+/// without it that of all is `factor` times larger. All when there is no such one.
+std::size_t countNear(const Extent<3>& others, const std::vector<Extent<3>>& boxes,
+                      const std::vector<std::size_t>& order)
+{
+    Extent<3> all = others, rest = others;
+    for (const Extent<3>& box : boxes) add(all, box);
+    const auto isSmall = [&all](const Extent<3>& box) {
+        return sizeOf(box) > 0.0 && sizeOf(all) > factor * sizeOf(box);
+    };
+    std::size_t near = 0;
+    for (; near < order.size(); ++near) {
+        Extent<3> more = rest;
+        add(more, boxes[order[near]]);
+        if (isSmall(rest) && !isSmall(more)) break;
+        rest = more;
+    }
+    return near;
+}
+
 }   // namespace
 
 /// Of an entity that is far from the reference, or of any until there is one.
@@ -145,22 +165,11 @@ DXFOutliers::Result DXFOutliers::find(const Model& model, const DXFCurves& curve
 
     // 3. Else all of them; those that the extent is not large without are no outliers.
     const Boxes boxes = boxesOf(model, curves, kept, 1, pause);
-    Extent<3> all = boxes.others, rest = boxes.others;
-    for (const Extent<3>& box : boxes.far) belvor::add(all, box);
     std::vector<std::size_t> byReach(kept.size());
     std::iota(byReach.begin(), byReach.end(), std::size_t{0});
     std::sort(byReach.begin(), byReach.end(),
               [this](std::size_t a, std::size_t b) { return kept[a].reach < kept[b].reach; });
-    std::size_t near = 0;
-    const auto isLarge = [&all](const Extent<3>& box) {
-        return sizeOf(box) > 0.0 && sizeOf(all) > factor * sizeOf(box);
-    };
-    for (; near < byReach.size(); ++near) {
-        Extent<3> more = rest;
-        belvor::add(more, boxes.far[byReach[near]]);
-        if (isLarge(rest) && !isLarge(more)) break;
-        rest = more;
-    }
+    const std::size_t near = countNear(boxes.others, boxes.far, byReach);
     if (near == byReach.size()) return result;
     byReach.erase(byReach.begin(), byReach.begin() + static_cast<std::ptrdiff_t>(near));
     std::sort(byReach.begin(), byReach.end());

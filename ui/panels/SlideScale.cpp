@@ -46,8 +46,8 @@ double SlideScale::toPosition(int y) const noexcept { return (2.0 * y - bottom -
 MarkerDrag hitMarker(const EyeSlideRecord& record, const SlideScale& scale, int x, int y, bool shift) noexcept
 {
     if (!scale.usable()) return MarkerDrag::none;
-    return hitMarker({scale.x, scale.toPixel(record.eye)}, {scale.x, scale.toPixel(record.lookAt)}, x, y,
-                     shift, scale.pixels);
+    const PixelPoint eye{scale.x, scale.toPixel(record.eye)}, lookAt{scale.x, scale.toPixel(record.lookAt)};
+    return hitMarker(eye, lookAt, x, y, shift, scale.pixels);
 }
 
 SlideGhost slideGhost(const EyeSlideRecord& record, MarkerDrag drag, const SlideScale& scale, int y) noexcept
