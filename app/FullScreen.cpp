@@ -17,6 +17,15 @@ RECT screenOf(HWND window)
     return {0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
 }
 
+/// The window's place at which its client area covers the screen that it is on.
+RECT coverOf(HWND window)
+{
+    RECT frame = screenOf(window);
+    adjustWindowRect(window, frame, static_cast<DWORD>(GetWindowLongPtrW(window, GWL_STYLE)), true,
+                     static_cast<DWORD>(GetWindowLongPtrW(window, GWL_EXSTYLE)));
+    return frame;
+}
+
 }   // namespace
 
 void FullScreen::toggle()
@@ -31,6 +40,14 @@ void FullScreen::toggle()
     }
     ShowWindow(window, SW_HIDE);   // a maximised window does not take another maximised size
     ShowWindow(window, SW_SHOWMAXIMIZED);
+    if (!on()) return;
+    // On a monitor that is larger than the first one the system adds the difference to a size as large as
+    // ours.
+    const RECT wanted = coverOf(window);
+    RECT frame;
+    if (GetWindowRect(window, &frame) && !EqualRect(&frame, &wanted))
+        SetWindowPos(window, nullptr, wanted.left, wanted.top, wanted.right - wanted.left,
+                     wanted.bottom - wanted.top, SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void FullScreen::limit(MINMAXINFO& limits) const
@@ -38,10 +55,7 @@ void FullScreen::limit(MINMAXINFO& limits) const
     const PixelScale scale = scaleOf(window);
     limits.ptMinTrackSize = {scale(smallestWindowWidth), scale(smallestWindowHeight)};
     if (!on()) return;
-    const RECT screen = screenOf(window);
-    RECT frame = screen;
-    adjustWindowRect(window, frame, static_cast<DWORD>(GetWindowLongPtrW(window, GWL_STYLE)), true,
-                     static_cast<DWORD>(GetWindowLongPtrW(window, GWL_EXSTYLE)));
+    const RECT screen = screenOf(window), frame = coverOf(window);
     // The place counts from the monitor's corner.
     limits.ptMaxPosition = {frame.left - screen.left, frame.top - screen.top};
     limits.ptMaxSize = {frame.right - frame.left, frame.bottom - frame.top};

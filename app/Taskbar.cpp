@@ -4,6 +4,7 @@
 #include <shobjidl.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace belvor {
 namespace {
@@ -24,13 +25,17 @@ Taskbar::~Taskbar()
     if (list) list->Release();
 }
 
+void Taskbar::findList() noexcept
+{
+    if (std::exchange(asked, true)) return;
+    CoCreateInstance(CLSID_TaskbarList, nullptr, CLSCTX_INPROC_SERVER, IID_ITaskbarList3,
+                     reinterpret_cast<void**>(&list));
+    if (list && FAILED(list->HrInit())) std::exchange(list, nullptr)->Release();
+}
+
 void Taskbar::show(const Progress& progress) noexcept
 {
-    if (!asked) {
-        asked = true;
-        CoCreateInstance(CLSID_TaskbarList, nullptr, CLSCTX_INPROC_SERVER, IID_ITaskbarList3,
-                         reinterpret_cast<void**>(&list));
-    }
+    findList();
     if (began == 0) began = GetTickCount64();
     if (!list) return;
     constexpr double whole = 1000.0;

@@ -12,6 +12,9 @@ namespace belvor {
 class Taskbar {
 public:
     explicit Taskbar(HWND mainWindow) noexcept : window(mainWindow) {}
+    /// One that has a taskbar already, which it takes over.
+    Taskbar(HWND mainWindow, ITaskbarList3* taskbar) noexcept : window(mainWindow), list(taskbar), asked(true)
+    {}
     Taskbar(const Taskbar&) = delete;
     Taskbar& operator=(const Taskbar&) = delete;
     ~Taskbar();
@@ -21,6 +24,8 @@ public:
     void clear() noexcept;
 
 private:
+    void findList() noexcept;
+
     HWND window;
     ITaskbarList3* list = nullptr;
     bool asked = false;    // for the list

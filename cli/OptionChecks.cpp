@@ -3,9 +3,9 @@
 #include "cli/Options.h"
 #include "cli/Templates.h"
 #include "imagefile/PictureFormat.h"
+#include "platform/Files.h"
 #include "platform/OutputFile.h"
 
-#include <filesystem>
 #include <unordered_map>
 
 namespace belvor {
@@ -15,10 +15,7 @@ namespace {
 std::string identityOf(const std::string& path)
 {
     std::string identity = fileIdentity(path);
-    if (identity != path) return identity;
-    const auto normal = std::filesystem::path(std::u8string(path.begin(), path.end())).lexically_normal();
-    const std::u8string text = normal.generic_u8string();
-    return {text.begin(), text.end()};
+    return identity != path ? identity : normalPath(path);
 }
 
 /// Files told apart whatever name or link leads to them.

@@ -10,7 +10,6 @@
 
 #include <array>
 #include <cstring>
-#include <filesystem>
 #include <optional>
 #include <utility>
 
@@ -57,7 +56,7 @@ bool isOmbrFile(const std::string& path)
 class Scratch {
 public:
     explicit Scratch(const char* ending)
-        : path(temporaryNameFor((std::filesystem::temp_directory_path() / "belvor-image").string()) + ending)
+        : path(temporaryNameFor(temporaryFolder() + "/belvor-image") + ending)
     {}
     Scratch(const Scratch&) = delete;
     Scratch& operator=(const Scratch&) = delete;

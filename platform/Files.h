@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <functional>
 #include <string>
+#include <string_view>
 
 namespace belvor {
 
@@ -21,6 +22,13 @@ std::FILE* openFile(const std::string& path, const char* mode) noexcept;
 /// A new file for both reading and writing in the folder for temporary files, deleted when it is closed;
 /// null with errno set on failure.
 std::FILE* openScratchFile() noexcept;
+
+/// The folder for temporary files, UTF-8.
+std::string temporaryFolder();
+
+/// The path (UTF-8) in one spelling: without ".", repeated separators and "x/..", its parts separated by "/".
+/// Nothing is looked at.
+std::string normalPath(std::string_view path);
 
 /// Deletes `path` (UTF-8) if it is there; silent.
 void removeFile(const std::string& path) noexcept;

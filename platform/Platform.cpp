@@ -7,9 +7,10 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
-#include <filesystem>
 #include <memory>
+#include <vector>
 
 #ifdef _WIN32
 #include "platform/win32/Windows.h"
@@ -87,6 +88,12 @@ try {
     return nullptr;
 }
 
+std::string temporaryFolder()
+{
+    wchar_t folder[MAX_PATH + 2];
+    return toUtf8({folder, GetTempPathW(MAX_PATH + 2, folder)});
+}
+
 std::FILE* openScratchFile() noexcept
 {
     wchar_t folder[MAX_PATH + 1], name[MAX_PATH + 1];
@@ -121,6 +128,8 @@ try {
     errno = ENOMEM;
     return FileKind::none;
 }
+
+static constexpr char separators[] = "/\\";
 
 static bool mayWriteTo(const std::string& path) noexcept
 {
@@ -184,6 +193,12 @@ std::FILE* openFile(const std::string& path, const char* mode) noexcept
 {
     return std::fopen(path.c_str(), mode);
 }
+std::string temporaryFolder()
+{
+    for (const char* const name : {"TMPDIR", "TMP", "TEMP", "TEMPDIR"})
+        if (const char* const folder = std::getenv(name)) return folder;
+    return "/tmp";
+}
 std::FILE* openScratchFile() noexcept { return std::tmpfile(); }
 void removeFile(const std::string& path) noexcept { unlink(path.c_str()); }
 FileKind kindOfFile(const std::string& path, std::uint64_t& size) noexcept
@@ -197,6 +212,7 @@ FileKind kindOfFile(const std::string& path, std::uint64_t& size) noexcept
     return FileKind::regular;
 }
 
+static constexpr char separators[] = "/";
 static bool mayWriteTo(const std::string& path) noexcept { return access(path.c_str(), W_OK) == 0; }
 static bool makeFolder(const std::string& path) { return mkdir(path.c_str(), 0777) == 0; }
 // Reading from a pipe that has nothing to give would wait without hearing a Ctrl-C.
@@ -269,13 +285,43 @@ try {
     return false;
 }
 
+std::string normalPath(std::string_view path)
+{
+    const bool rooted = !path.empty() && path.find_first_of(separators) == 0;
+    std::vector<std::string_view> parts;
+    while (!path.empty()) {
+        const std::string_view part = path.substr(0, path.find_first_of(separators));
+        path.remove_prefix(std::min(part.size() + 1, path.size()));
+        const bool mayGo = !parts.empty() && parts.back() != ".." && !parts.back().ends_with(':');
+        if (part == ".." && mayGo) parts.pop_back();
+        else if (!part.empty() && part != "." && (part != ".." || !rooted)) parts.push_back(part);
+    }
+    std::string text(rooted ? "/" : "");
+    for (const std::string_view part : parts) {
+        if (!text.empty() && text.back() != '/') text += '/';
+        text += part;
+    }
+    return text;
+}
+
+/// The path without its last part and the separators before that; a root stays whole.
+static std::string folderOf(const std::string& path)
+{
+    const std::size_t last = path.find_last_of(separators);
+    if (last == path.npos) return {};
+    const std::size_t end = path.find_last_not_of(separators, last);
+    return path.substr(0, end == path.npos ? last + 1 : end + 1);
+}
+
 bool makeFoldersFor(const std::string& path)
 {
-    const std::filesystem::path whole(std::u8string(path.begin(), path.end()));
-    const std::u8string parent = whole.parent_path().u8string();
-    const std::string folder(parent.begin(), parent.end());
+    const std::string folder = folderOf(path);
     std::uint64_t size = 0;
     if (folder.empty() || kindOfFile(folder, size) == FileKind::folder) return true;
+    if (folder.size() == path.size()) {   // a root that is not there
+        errno = ENOENT;
+        return false;
+    }
     if (!makeFoldersFor(folder)) return false;
     if (makeFolder(folder)) return true;
     const int code = errno;   // another process may have made it meanwhile

@@ -3,9 +3,11 @@
 #include "render/Frame.h"
 #include "scene/Model.h"
 
-#include <locale>
+#include <charconv>
 #include <memory>
 #include <ostream>
+#include <string>
+#include <system_error>
 
 namespace belvor {
 namespace {
@@ -31,10 +33,41 @@ private:
     std::unique_ptr<Frame> frame;
 };
 
-void writePoint(std::ostream& stream, const Point<3>& p)
-{
-    stream << ' ' << p[0] << ' ' << p[1] << ' ' << p[2];
-}
+/// What a stream writes without settings: of a number six digits.
+class DumpText {
+public:
+    void add(std::uint32_t number) { text += std::to_string(number); }
+    void add(double value)
+    {
+        char digits[32];
+        text.append(digits,
+                    std::to_chars(digits, digits + sizeof digits, value, std::chars_format::general, 6).ptr);
+    }
+    void add(const void* address)
+    {
+        char digits[32];
+        text += "0x";
+        text.append(
+            digits,
+            std::to_chars(digits, digits + sizeof digits, reinterpret_cast<std::uintptr_t>(address), 16).ptr);
+    }
+    void add(char mark) { text += mark; }
+    void add(const Point<3>& p)
+    {
+        for (int axis = 0; axis < 3; ++axis) {
+            text += ' ';
+            add(p[axis]);
+        }
+    }
+    /// Past the stream's formatting, which would bring all of the library's locales into every program.
+    void writeTo(std::ostream& stream) const
+    {
+        if (stream.rdbuf()) stream.rdbuf()->sputn(text.data(), static_cast<std::streamsize>(text.size()));
+    }
+
+private:
+    std::string text;
+};
 
 }   // namespace
 
@@ -50,27 +83,25 @@ void Model::dump(std::ostream& stream, std::uint32_t number) const
 {
     const FrameInUse inUse(keptFrame);
     const Frame* const picture = inUse.picture();
-    const std::locale before = stream.imbue(std::locale::classic());
     const Facet& which = facet(number);
     const Plane plane = picture && picture->reversed(number) ? -which.plane : which.plane;
-    stream << number << ' ' << static_cast<const void*>(&which) << ' ' << plane.normal()[0] << ' '
-           << plane.normal()[1] << ' ' << plane.normal()[2] << ' ' << plane.offset() << "\n\n";
+    DumpText text;
+    const auto line = [&text](const auto&... parts) { (text.add(parts), ...); };
     const auto projected = [picture](std::uint32_t index) {
         return picture ? picture->projected(index) : Point<3>();
     };
+    const Vector<3>& normal = plane.normal();
+    line(number, ' ', static_cast<const void*>(&which), ' ', normal[0], ' ', normal[1], ' ', normal[2], ' ',
+         plane.offset(), '\n', '\n');
     for (std::uint32_t i = which.firstEdge; i < which.firstEdge + which.edgeCount; ++i) {
         std::uint32_t ends[2] = {edge(i).from, edge(i).to};
         if (projected(ends[0])[1] > projected(ends[1])[1])
             std::swap(ends[0], ends[1]);   // the upper one first
-        for (const std::uint32_t end : ends) {
-            stream << i << ' ' << static_cast<const void*>(&vertex(end));
-            writePoint(stream, vertex(end).position);
-            writePoint(stream, projected(end));
-            stream << '\n';
-        }
+        for (const std::uint32_t end : ends)
+            line(i, ' ', static_cast<const void*>(&vertex(end)), vertex(end).position, projected(end), '\n');
     }
-    stream << '\n';
-    stream.imbue(before);
+    line('\n');
+    text.writeTo(stream);
 }
 
 }   // namespace belvor

@@ -9,9 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <filesystem>
 #include <memory>
-#include <system_error>
 #include <unordered_map>
 
 namespace belvor {
@@ -126,10 +124,8 @@ const char* nameOf(SkipReason reason) noexcept
 FileDigest digestOf(const std::string& path)
 {
     FileDigest digest{path, 0, {}};
-    std::error_code ignored;
-    const std::filesystem::path name(std::u8string(path.begin(), path.end()));
-    if (!std::filesystem::is_regular_file(name, ignored))
-        return digest;   // reading a pipe would take its bytes
+    std::uint64_t size = 0;
+    if (kindOfFile(path, size) != FileKind::regular) return digest;   // reading a pipe would take its bytes
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(openFile(path, "rb"), std::fclose);
     if (!file) return digest;
     Sha256 sum;

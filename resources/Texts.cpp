@@ -1,5 +1,9 @@
 #include "resources/Texts.h"
 
+#define BELVOR_QUOTED(text) #text
+#define BELVOR_QUOTED_VALUE(macro) BELVOR_QUOTED(macro)
+#define BELVOR_VERSION BELVOR_QUOTED_VALUE(BELVOR_DOTTED_VERSION)
+
 namespace belvor {
 
 const char* textOf(Text text) noexcept

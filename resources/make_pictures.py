@@ -10,6 +10,7 @@ import struct
 import subprocess
 import sys
 import tempfile
+import zlib
 
 HERE = pathlib.Path(__file__).resolve().parent
 SIZES = (16, 20, 24, 32)   # of what is drawn for monitors of 96, 120, 144 and 192 dots an inch
@@ -276,22 +277,38 @@ def gem_colour(faces):
     return at
 
 
+def icon_bitmap(rows):
+    """The rows as an icon holds them: colours from the bottom up, then a mask of one bit a pixel."""
+    size = len(rows)
+    pixels = b"".join(b"".join(bytes((b, g, r, a)) for r, g, b, a in row) for row in reversed(rows))
+    mask = b""
+    for row in reversed(rows):
+        bits = 0
+        for r, g, b, a in row:
+            bits = bits << 1 | (a < 128)
+        line = (bits << -size % 8).to_bytes((size + 7) // 8, "big")
+        mask += line + b"\0" * (-len(line) % 4)
+    return struct.pack("<IiiHHIIiiII", 40, size, size * 2, 1, 32, 0, len(pixels) + len(mask), 0, 0, 0, 0) + pixels + mask
+
+
+def png(rows):
+    """The rows as a PNG file: of an icon's largest size everyone takes that."""
+    def chunk(kind, data):
+        return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
+    lines = b"".join(b"\0" + b"".join(bytes(pixel) for pixel in row) for row in rows)
+    return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">IIBBBBB", len(rows[0]), len(rows), 8, 6, 0, 0, 0))
+            + chunk(b"IDAT", zlib.compress(lines, 9)) + chunk(b"IEND", b""))
+
+
 def icon():
-    sizes, images = (16, 24, 32, 48), []
+    """In the sizes that windows, lists, the taskbar and large symbols have from 96 to 192 dots an inch."""
+    sizes, images = (16, 20, 24, 32, 40, 48, 64, 256), []
     for size in sizes:
         rows = sampled(size, size, gem_colour(gem(size * 0.5, size * 0.5, size * 0.47)), 5)
-        pixels = b"".join(b"".join(bytes((b, g, r, a)) for r, g, b, a in row) for row in reversed(rows))
-        mask = b""
-        for row in reversed(rows):
-            bits = 0
-            for r, g, b, a in row:
-                bits = bits << 1 | (a < 128)
-            line = (bits << -size % 8).to_bytes((size + 7) // 8, "big")
-            mask += line + b"\0" * (-len(line) % 4)
-        images.append(struct.pack("<IiiHHIIiiII", 40, size, size * 2, 1, 32, 0, len(pixels) + len(mask), 0, 0, 0, 0) + pixels + mask)
+        images.append(png(rows) if size == 256 else icon_bitmap(rows))
     offset, directory = 6 + 16 * len(sizes), b""
     for size, image in zip(sizes, images):
-        directory += struct.pack("<BBBBHHII", size, size, 0, 0, 1, 32, len(image), offset)
+        directory += struct.pack("<BBBBHHII", size % 256, size % 256, 0, 0, 1, 32, len(image), offset)
         offset += len(image)
     (HERE / "belvor.ico").write_bytes(struct.pack("<HHH", 0, 1, len(sizes)) + directory + b"".join(images))
 

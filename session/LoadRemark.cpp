@@ -1,5 +1,6 @@
 #include "session/LoadRemark.h"
 
+#include "readers/dxf/DXFDispatch.h"
 #include "resources/Texts.h"
 
 #include <algorithm>
@@ -32,14 +33,50 @@ std::string reasonText(std::size_t reason)
     return textOf(textAfter(Text::skippedFaulty, static_cast<int>(reason)));
 }
 
-/// Why a model has no surfaces: what the reader warned of, or the most frequent reason.
-std::string whyEmpty(const Account& account)
+/// What the user can do about a row.
+enum class Remedy { none, mend, showLines, modernReading };
+
+/// Whether an entity of the type is a line or curve where it is no surface.
+bool isLine(std::string_view type) noexcept
 {
-    if (!account.warnings.empty()) return account.warnings.front();
-    const std::vector<Skipped> skipped = skippedOf(account);
-    if (skipped.empty()) return textOf(Text::noSurfacesReason);
-    return filledText(Text::emptyReason, {groupedNumber(skipped[0].count), groupedNumber(account.read()),
-                                          reasonText(skipped[0].reason), skipped[0].type});
+    const DXFHandler* const handler = handlerOf(type, ReadingRules::modern, true);
+    return handler && !handler->placesBlock && type != "3DFACE" && type != "SOLID" && type != "TRACE"
+           && type != "MESH";
+}
+
+Remedy remedyOf(const Skipped& row, const ReadingOptions& options) noexcept
+{
+    switch (static_cast<SkipReason>(row.reason)) {
+    case SkipReason::layerFrozen:
+    case SkipReason::layerOff:
+    case SkipReason::blockInAnotherFile:
+    case SkipReason::blockUnknown: return Remedy::mend;
+    case SkipReason::noSurface: return !options.curves && isLine(row.type) ? Remedy::showLines : Remedy::none;
+    case SkipReason::typeNotDrawn:
+        if (const DXFHandler* const drawn = handlerOf(row.type, options.rules, true))
+            return drawn->onlyCurves && !options.curves ? Remedy::showLines : Remedy::none;
+        return handlerOf(row.type, ReadingRules::modern, true) ? Remedy::modernReading : Remedy::none;
+    default: return Remedy::none;
+    }
+}
+
+/// Why a model has nothing to draw: what the reader warned of; else the most frequent reason that the user
+/// can do something about; else the most frequent one.
+std::string emptyRemark(const Account& account, const ReadingOptions& options)
+{
+    if (!account.warnings.empty()) return filledText(Text::emptyRemark, {account.warnings.front()});
+    const std::vector<Skipped> rows = skippedOf(account);
+    if (rows.empty()) return filledText(Text::emptyRemark, {textOf(Text::noSurfacesReason)});
+    const auto acts = [&](const Skipped& row) { return remedyOf(row, options) != Remedy::none; };
+    const auto found = std::find_if(rows.begin(), rows.end(), acts);
+    const Skipped& told = found == rows.end() ? rows.front() : *found;
+    const Remedy remedy = remedyOf(told, options);
+    if (remedy == Remedy::showLines) return textOf(Text::linesRemark);
+    const std::string text =
+        filledText(Text::emptyRemark,
+                   {filledText(Text::emptyReason, {groupedNumber(told.count), groupedNumber(account.read()),
+                                                   reasonText(told.reason), told.type})});
+    return remedy == Remedy::modernReading ? filledText(Text::modernMayShow, {text}) : text;
 }
 
 }   // namespace
@@ -55,15 +92,9 @@ std::string groupedNumber(std::uint64_t count)
     return text;
 }
 
-std::string loadRemark(const Account& account, const Model& model, bool curvesShown)
+std::string loadRemark(const Account& account, const Model& model, const ReadingOptions& options)
 {
-    if (model.facetCount() == 0 && model.curveCount() == 0) {
-        const std::vector<Skipped> most = skippedOf(account);
-        const bool lines = !most.empty() && most[0].reason == static_cast<std::size_t>(SkipReason::noSurface);
-        return lines && !curvesShown && account.warnings.empty()
-                   ? textOf(Text::linesRemark)
-                   : filledText(Text::emptyRemark, {whyEmpty(account)});
-    }
+    if (model.facetCount() == 0 && model.curveCount() == 0) return emptyRemark(account, options);
     const std::uint64_t skipped = account.skipped();
     const std::string repairs = groupedNumber(account.repairCount);
     std::string text;

@@ -1,15 +1,17 @@
 #pragma once
 
 #include "account/Account.h"
+#include "readers/ModelFile.h"
 #include "scene/Model.h"
 
 #include <string>
 
 namespace belvor {
 
-/// What the status bar says of a model that has been read: what was not drawn of its file, or why nothing
-/// was. Empty when there is nothing to say. `curvesShown`: the model's lines are drawn too.
-std::string loadRemark(const Account& account, const Model& model, bool curvesShown);
+/// What the status bar says of a model that was read by these options: what was not drawn of its file, or why
+/// nothing was: a reason that the user can do something about comes before a more frequent one. Empty when
+/// there is nothing to say.
+std::string loadRemark(const Account& account, const Model& model, const ReadingOptions& options);
 
 /// A count as it is shown, "1,240".
 std::string groupedNumber(std::uint64_t count);

@@ -105,7 +105,7 @@ void Loading::refused(const std::string& why)
 void Loading::tellRemark()
 {
     if (const Handle<Model>& model = session.model())
-        session.shell().setRemark(loadRemark(accountOfModel, *model, session.shownLines().curves));
+        session.shell().setRemark(loadRemark(accountOfModel, *model, reading));
 }
 
 void Loading::giveUp()

@@ -1,5 +1,5 @@
 ; The installer of the window and the tools: for one user, without the rights of an administrator; /S is silent.
-; makensis -DSTAGE=folder -DOUTPUT=file -DVERSION=1.1.7 -DTARGET=amd64-unicode belvor.nsi
+; makensis -DSTAGE=folder -DOUTPUT=file -DVERSION=1.2.0 -DTARGET=amd64-unicode belvor.nsi
 Unicode true
 Target ${TARGET}
 Name "Belvor"
@@ -26,12 +26,15 @@ UninstPage uninstConfirm
 UninstPage instfiles
 
 ; A type of file is offered to the program under "Open with"; what opens it now stays.
-!macro Offer ending
-  WriteRegStr HKCU "Software\Classes\.${ending}\OpenWithProgids" "Belvor.Model" ""
+!macro Offer ending kind
+  WriteRegStr HKCU "Software\Classes\.${ending}\OpenWithProgids" "Belvor.${kind}" ""
+!macroend
+!macro OfferModel ending
+  !insertmacro Offer ${ending} Model
   WriteRegStr HKCU "Software\Classes\Applications\belvor.exe\SupportedTypes" ".${ending}" ""
 !macroend
-!macro Withdraw ending
-  DeleteRegValue HKCU "Software\Classes\.${ending}\OpenWithProgids" "Belvor.Model"
+!macro Withdraw ending kind
+  DeleteRegValue HKCU "Software\Classes\.${ending}\OpenWithProgids" "Belvor.${kind}"
   DeleteRegKey /ifempty HKCU "Software\Classes\.${ending}\OpenWithProgids"
   DeleteRegKey /ifempty HKCU "Software\Classes\.${ending}"
 !macroend
@@ -51,6 +54,7 @@ writable:
 free:
   File "${STAGE}\belvor.exe"
   File "${STAGE}\belvor-render.exe"
+  File "${STAGE}\belvor-image.exe"
   File "${STAGE}\Belvor.html"
   WriteUninstaller "$INSTDIR\uninstall.exe"
   CreateShortCut "$SMPROGRAMS\Belvor.lnk" "$INSTDIR\belvor.exe"
@@ -70,22 +74,32 @@ free:
   WriteRegStr HKCU "Software\Classes\Belvor.Model\DefaultIcon" "" "$INSTDIR\belvor.exe,0"
   WriteRegStr HKCU "Software\Classes\Belvor.Model\shell\open\command" "" '"$INSTDIR\belvor.exe" "%1"'
   WriteRegStr HKCU "Software\Classes\Applications\belvor.exe\shell\open\command" "" '"$INSTDIR\belvor.exe" "%1"'
-  !insertmacro Offer "thf"
-  !insertmacro Offer "dxf"
-  !insertmacro Offer "man"
+  !insertmacro OfferModel thf
+  !insertmacro OfferModel dxf
+  !insertmacro OfferModel man
+  ; A picture is not shown by the window: the tool says what it holds, in a console that stays.
+  WriteRegStr HKCU "Software\Classes\Belvor.Picture" "" "Ombr picture"
+  WriteRegStr HKCU "Software\Classes\Belvor.Picture\Application" "ApplicationName" "belvor-image info"
+  WriteRegStr HKCU "Software\Classes\Belvor.Picture\DefaultIcon" "" "$INSTDIR\belvor.exe,0"
+  WriteRegStr HKCU "Software\Classes\Belvor.Picture\shell\open\command" "" \
+              '"$SYSDIR\cmd.exe" /k ""$INSTDIR\belvor-image.exe" info "%1""'
+  !insertmacro Offer omb Picture
   System::Call 'shell32::SHChangeNotify(i 0x08000000, i 0, p 0, p 0)'
 SectionEnd
 
 Section "Uninstall"
   Delete "$INSTDIR\belvor.exe"
   Delete "$INSTDIR\belvor-render.exe"
+  Delete "$INSTDIR\belvor-image.exe"
   Delete "$INSTDIR\Belvor.html"
   Delete "$INSTDIR\uninstall.exe"
   RMDir "$INSTDIR"
   Delete "$SMPROGRAMS\Belvor.lnk"
-  !insertmacro Withdraw "thf"
-  !insertmacro Withdraw "dxf"
-  !insertmacro Withdraw "man"
+  !insertmacro Withdraw thf Model
+  !insertmacro Withdraw dxf Model
+  !insertmacro Withdraw man Model
+  !insertmacro Withdraw omb Picture
+  DeleteRegKey HKCU "Software\Classes\Belvor.Picture"
   DeleteRegKey HKCU "Software\Classes\Belvor.Model"
   DeleteRegKey HKCU "Software\Classes\Applications\belvor.exe"
   DeleteRegKey HKCU "${UNINSTALL}"

@@ -94,6 +94,14 @@ TEST_F(OutputFolder, SeveralNamesOfOneFileAreTheSameFile)
     EXPECT_TRUE(isSameFile(path().filename().string() + "/a", in("a"))) << "relative and absolute";
 }
 
+TEST_F(OutputFolder, FoldersAreMadeHoweverTheirPathIsWritten)
+{
+    for (const char* const path : {"a.png", "a//b///c.png", "d/./e/", "/d/e/f.png"})
+        EXPECT_TRUE(makeFoldersFor(in(path)) && fs::is_directory(fs::path(in(path)).parent_path())) << path;
+    std::fclose(openFile(in("file"), "wb"));
+    EXPECT_FALSE(makeFoldersFor(in("file/x.png")));
+}
+
 TEST_F(OutputFolder, AbandonedFilesAreDeletedInAFolderOfAnyDepth)
 {
     for (const std::string& deep :

@@ -7,6 +7,7 @@
 
 #include <cmath>
 #include <limits>
+#include <sstream>
 
 using namespace belvor;
 
@@ -49,6 +50,20 @@ TEST(Model, ReferencesStayValidWhenTheStoresGrow)
     }
     EXPECT_EQ(&vertex, &model.vertex(0));
     EXPECT_EQ(&facet, &model.facet(0));
+}
+
+TEST(Model, DumpsBothEndsOfEveryEdgeOfAFacet)
+{
+    Model model;
+    const Facet& facet = model.addFacet(model.findMaterial("a"), Plane(Vector<3>(0, 0, 1), 0.25));
+    for (const Point<3>& p : {Point<3>(0, -1e-7, 2.0 / 3), Point<3>(1234567.5, 0, 0)}) model.addVertex(p);
+    model.addEdge(0, 1);
+    std::ostringstream stream, wanted;
+    model.dump(stream, 0);
+    const auto at = [&](std::uint32_t vertex) { return static_cast<const void*>(&model.vertex(vertex)); };
+    wanted << "0 " << static_cast<const void*>(&facet) << " 0 0 1 0.25\n\n0 " << at(0)
+           << " 0 -1e-07 0.666667 0 0 0\n0 " << at(1) << " 1.23457e+06 0 0 0 0 0\n\n";
+    EXPECT_EQ(stream.str(), wanted.str());
 }
 
 TEST(MaterialSequence, GivesTheComputedColoursAndCountsIn16Bits)

@@ -214,22 +214,38 @@ TEST_F(SessionCommands, LinesAreReadWhenTheyAreToBeShown)
 
 TEST(LoadRemark, TellsWhatIsMissingAndWhyNothingIsDrawn)
 {
-    Account none, lines, off, repaired;
+    Account none, lines, off, repaired, frozen, meshes, texts;
     lines.entity("LINE").read = lines.entity("LINE").skippedFor(SkipReason::noSurface) = 1240;
     lines.entity("3DFACE").read = lines.entity("3DFACE").drawn = 1770;
     off.warn("everything is off");
     repaired.repair(7, "POLYLINE", "left out");
-    const Handle<Model> full = test::thingsModel(test::boxText), empty = makeHandle<Model>();
-    const std::tuple<const Account&, const Model&, const char*> cases[] = {
-        {none, *full, ""},
-        {lines, *full, "1,240 of 3,010 entities not drawn"},
-        {repaired, *full, "Damaged records: 1"},
-        {off, *full, "everything is off"},
-        {none, *empty, "Nothing is drawn: the file holds no surfaces"},
-        {lines, *empty, textOf(Text::linesRemark)},
-        {off, *empty, "Nothing is drawn: everything is off"},
+    const auto skip = [](Account& account, const char* type, SkipReason why, unsigned count) {
+        account.entity(type).read += account.entity(type).skippedFor(why) = count;
     };
-    for (const auto& [account, model, text] : cases) EXPECT_EQ(loadRemark(account, model, false), text);
+    for (Account* const account : {&frozen, &meshes, &texts})
+        skip(*account, "TEXT", SkipReason::typeNotDrawn, 9);
+    skip(frozen, "SOLID", SkipReason::layerFrozen, 2);
+    skip(frozen, "INSERT", SkipReason::noSurface, 5);
+    skip(meshes, "MESH", SkipReason::typeNotDrawn, 1);
+    const Handle<Model> full = test::thingsModel(test::boxText), empty = makeHandle<Model>();
+    const ReadingOptions strict, curves{.curves = true}, modern{.rules = ReadingRules::modern};
+    const std::tuple<const Account&, const Model&, const ReadingOptions&, const char*> cases[] = {
+        {none, *full, strict, ""},
+        {lines, *full, strict, "1,240 of 3,010 entities not drawn"},
+        {repaired, *full, strict, "Damaged records: 1"},
+        {off, *full, strict, "everything is off"},
+        {none, *empty, strict, "Nothing is drawn: the file holds no surfaces"},
+        {lines, *empty, strict, textOf(Text::linesRemark)},
+        {lines, *empty, curves, "Nothing is drawn: 1,240 of 3,010 entities: no surface (LINE)"},
+        {off, *empty, strict, "Nothing is drawn: everything is off"},
+        {texts, *empty, strict, "Nothing is drawn: 9 of 9 entities: type not drawn (TEXT)"},
+        {frozen, *empty, strict, "Nothing is drawn: 2 of 16 entities: layer frozen (SOLID)"},
+        {meshes, *empty, strict,
+         "Nothing is drawn: 1 of 10 entities: type not drawn (MESH); File > Modern DXF Reading draws them"},
+        {meshes, *empty, modern, "Nothing is drawn: 9 of 10 entities: type not drawn (TEXT)"},
+    };
+    for (const auto& [account, model, options, text] : cases)
+        EXPECT_EQ(loadRemark(account, model, options), text);
     for (const auto& [number, text] :
          {std::pair{0u, "0"}, {999u, "999"}, {1000u, "1,000"}, {1234567u, "1,234,567"}})
         EXPECT_EQ(groupedNumber(number), text);

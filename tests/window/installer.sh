@@ -14,14 +14,17 @@ rm -rf "$folder"
 wine reg add 'HKCU\Software\Classes\.dxf' /ve /d Other.Drawing /f >/dev/null 2>&1
 for round in first upgrade; do
     wine "$setup" /S || fault "$round: status $?"
-    for file in belvor.exe belvor-render.exe Belvor.html uninstall.exe; do
+    for file in belvor.exe belvor-render.exe belvor-image.exe Belvor.html uninstall.exe; do
         [ -s "$folder/$file" ] || fault "$round: $file is missing"
+        [ "$(stat -c %s "$folder/$file")" -lt 3000000 ] || fault "$round: $file is larger than 3 MB"
     done
     [ "$round" = first ] && echo old >"$folder/Belvor.html"
 done
 [ "$(cat "$folder/Belvor.html")" != old ] || fault "the upgrade keeps an old file"
 registered "$uninstall" DisplayVersion || fault "no entry among the programs"
-registered 'HKCU\Software\Classes\.thf\OpenWithProgids' Belvor.Model || fault "not offered for .thf"
+for type in thf/Model dxf/Model man/Model omb/Picture; do
+    registered "HKCU\Software\Classes\.${type%/*}\OpenWithProgids" Belvor.${type#*/} || fault "not offered for ${type%/*}"
+done
 wine reg query 'HKCU\Software\Classes\.dxf' /ve 2>/dev/null | grep -q Other.Drawing || fault ".dxf was taken over"
 
 wine "$folder/belvor.exe" & running=$!
@@ -35,7 +38,8 @@ wine "$folder/uninstall.exe" /S
 for _ in $(seq 50); do [ -e "$folder" ] || break; sleep 0.1; done    # it goes on in a copy of itself
 [ ! -e "$folder" ] || fault "left behind: $(ls "$folder")"
 registered "$uninstall" && fault "still among the programs"
-registered 'HKCU\Software\Classes\Belvor.Model' && fault "the type is still there"
-registered 'HKCU\Software\Classes\.thf\OpenWithProgids' && fault "still offered for .thf"
+for key in Belvor.Model Belvor.Picture .thf .man .omb; do
+    registered "HKCU\Software\Classes\$key" && fault "$key is still there"
+done
 wine reg query 'HKCU\Software\Classes\.dxf' /ve 2>/dev/null | grep -q Other.Drawing || fault ".dxf is lost"
 exit $faults

@@ -46,6 +46,7 @@ private:
     void command(int control, int notification);
     void choose(bool parallelProjection);
     void showField(int field);
+    std::string zoomRemark() const;
     void readFields();
     INT_PTR labelBrush(HDC dc, HWND label) const;
 
@@ -100,6 +101,14 @@ void ViewParametersDialog::showField(int field)
     EnableWindow(GetDlgItem(window, controlOf(field)), value.has_value());
 }
 
+/// What a number is taken for that is no zoom: the zoom as it is.
+std::string ViewParametersDialog::zoomRemark() const
+{
+    const double number = typedNumber(itemText(window, ID_ZOOM, longestNumber), decimalPoint);
+    if (number >= 0.0 && (parallel || number < 180.0)) return {};
+    return filledText(Text::readAs, {initial[ViewFields::zoom]});
+}
+
 /// The zoom field starts afresh: an angle that was typed is no width.
 void ViewParametersDialog::choose(bool parallelProjection)
 {
@@ -123,7 +132,8 @@ void ViewParametersDialog::command(int control, int notification)
     case IDCANCEL: EndDialog(window, IDCANCEL); break;
     default:
         if (notification == EN_ERRSPACE) failOutOfSpace();
-        if (notification == EN_CHANGE && !writing) marks.check(window, control, decimalPoint);
+        if (notification == EN_CHANGE && !writing)
+            marks.check(window, control, decimalPoint, control == ID_ZOOM ? zoomRemark() : "");
         break;
     }
 }
