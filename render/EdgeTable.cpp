@@ -1,10 +1,12 @@
 #include "render/EdgeTable.h"
 
 #include "render/ScreenBox.h"
+#include "render/ScreenCells.h"
 #include "render/ScreenEdge.h"
 
 #include <algorithm>
 #include <cstddef>
+#include <numeric>
 #include <utility>
 
 namespace belvor {
@@ -38,16 +40,8 @@ struct Loop {
     std::uint32_t size;
 };
 
-bool isLoop(const Model& model, const Facet& facet, Loop& loop)
+bool isLoop(const Edge* edges, std::uint32_t count, Loop& loop)
 {
-    const std::uint32_t count = facet.edgeCount;
-    if (count != 3 && count != 4) return false;
-    Edge copies[4];
-    const Edge* edges = model.edgesOf(facet);
-    if (!edges) {
-        for (std::uint32_t i = 0; i < count; ++i) copies[i] = model.edge(facet.firstEdge + i);
-        edges = copies;
-    }
     loop.size = count;
     for (std::uint32_t i = 0; i < 3; ++i) loop.corners[i] = edges[i].from;
     if ((edges[0].to != edges[1].from) | (edges[1].to != edges[2].from)) return false;
@@ -82,6 +76,66 @@ bool makeSimple(std::uint32_t facet, const Loop& loop, const Point<3>* projected
     return true;
 }
 
+/// Facets that follow one another, with their edges side by side.
+class FacetGroup {
+public:
+    static constexpr std::uint32_t size = 32;
+    /// A facet, and its first edge, both counted from the group's first.
+    struct Chosen {
+        std::uint32_t facet, edge;
+    };
+
+    /// The facets `first` to `end` − 1, all of one block of `size`; `edge` is the first one of the first.
+    FacetGroup(const Model& model, std::uint32_t first, std::uint32_t end, std::uint32_t edge)
+        : count(end - first),
+          counts(model.edgeCounts(first, count)),
+          edgeCount(std::accumulate(counts, counts + count, 0u))
+    {
+        if (edgeCount > mostEdges) return;   // so that no count is Model::manyEdges
+        edges = model.edgesFrom(edge, edgeCount);
+        if (edges) return;
+        for (std::uint32_t i = 0; i < edgeCount; ++i) copies[i] = model.edge(edge + i);
+        edges = copies;
+    }
+
+    /// Puts into `chosen` which facets may hold a sample point; returns their number. Without a branch for
+    /// each: which of them do can hardly be foretold. Needs edges.
+    std::uint32_t choose(const std::uint32_t* cells, Chosen* chosen) const
+    {
+        std::uint32_t number = 0, at = 0;
+        for (std::uint32_t i = 0; i < count; ++i) {
+            const std::uint32_t sides = counts[i];
+            chosen[number] = {i, at};
+            if (sides == 3) number += mayHoldSample<3>(edges + at, cells);
+            else if (sides == 4) number += mayHoldSample<4>(edges + at, cells);
+            else ++number;
+            at += sides;
+        }
+        return number;
+    }
+
+    const std::uint32_t count;
+    const std::uint8_t* const counts;   ///< Of edges.
+    const std::uint32_t edgeCount;      ///< Of all facets.
+    const Edge* edges = nullptr;        ///< None when there are too many.
+
+private:
+    static constexpr std::uint32_t mostEdges = Model::manyEdges - 1;
+
+    template <std::uint32_t sides>
+    static bool mayHoldSample(const Edge* at, const std::uint32_t* cells)
+    {
+        std::uint32_t corners[sides], gaps = 0;
+        for (std::uint32_t i = 0; i < sides; ++i) {
+            corners[i] = cells[at[i].from];
+            gaps |= at[i].to ^ at[(i + 1) % sides].from;
+        }
+        return ScreenCells::mayHoldSample(corners) | (gaps != 0);   // with a gap there are more corners
+    }
+
+    Edge copies[mostEdges];
+};
+
 /// Where one thread puts the facets of a picture.
 struct Sorter {
     const Model& model;
@@ -90,17 +144,39 @@ struct Sorter {
     BandLists<SimpleFacet>& byBand;
     FacetRows& byRow;
 
-    void add(std::uint32_t index) const
+    /// The facets of `group`, of which `first` is the first.
+    void addGroup(const FacetGroup& group, std::uint32_t first) const
     {
-        const Facet& facet = model.facet(index);
-        const Point<3>* const projected = vertices.points.data();
-        Loop loop;
-        if (vertices.allInFront && isLoop(model, facet, loop) && addLoop(index, loop)) return;
-        const EdgeRows crossed = rowsOf(model, facet, bands, projected);
-        if (!crossed.none()) byRow.add(crossed.first, crossed.last, index);
+        if (!group.edges || !vertices.hasCells) {
+            for (std::uint32_t i = 0; i < group.count; ++i) add(first + i);
+            return;
+        }
+        FacetGroup::Chosen chosen[FacetGroup::size];
+        const std::uint32_t count = group.choose(vertices.cells.data(), chosen);
+        for (std::uint32_t i = 0; i < count; ++i)
+            add(first + chosen[i].facet, group.edges + chosen[i].edge, group.counts[chosen[i].facet]);
     }
 
 private:
+    void add(std::uint32_t index) const
+    {
+        const Facet& facet = model.facet(index);
+        Edge edges[4];
+        if (facet.edgeCount <= 4)
+            for (std::uint32_t i = 0; i < facet.edgeCount; ++i) edges[i] = model.edge(facet.firstEdge + i);
+        add(index, edges, facet.edgeCount);
+    }
+
+    void add(std::uint32_t index, const Edge* edges, std::uint32_t edgeCount) const
+    {
+        Loop loop;
+        if (vertices.allInFront && (edgeCount == 3 || edgeCount == 4) && isLoop(edges, edgeCount, loop)
+            && addLoop(index, loop))
+            return;
+        const EdgeRows crossed = rowsOf(model, model.facet(index), bands, vertices.points.data());
+        if (!crossed.none()) byRow.add(crossed.first, crossed.last, index);
+    }
+
     /// False when the facet is not simple or reaches into too many bands.
     bool addLoop(std::uint32_t index, const Loop& loop) const
     {
@@ -108,7 +184,6 @@ private:
         ScreenBox box;
         for (std::uint32_t i = 0; i < 3; ++i) box.add(projected[loop.corners[i]]);
         if (loop.size == 4) box.add(projected[loop.corners[3]]);
-        if (box.surelyMisses()) return true;
         const EdgeRows rows = activeRows(box.top(), -1.0, box.bottom(), -1.0, bands.height);
         if (rows.none() || box.coversNoColumn(bands.width)) return true;
         const int first = bands.firstBandOf(rows.first), last = bands.lastBandOf(rows.last);
@@ -140,9 +215,20 @@ void EdgeTable::order(const Model& model, const ProjectedVertices& vertices, con
     const auto addPiece = [&](std::size_t first, std::size_t end, const Workers::Turn& turn) {
         Part& part = *parts[turn.thread];
         const Sorter sorter{model, vertices, bands, part.bands, part.rows};
-        for (auto i = static_cast<std::uint32_t>(first); i < end && !turn.stopping(); ++i) {
-            if (turn.thread == 0) report.upTo(model.facet(i).firstEdge + model.facet(i).edgeCount, fraction);
-            sorter.add(i);
+        auto i = static_cast<std::uint32_t>(first);
+        for (std::uint32_t edge = model.facet(i).firstEdge; i < end && !turn.stopping();) {
+            const auto groupEnd = static_cast<std::uint32_t>(
+                std::min<std::size_t>(end, (i / FacetGroup::size + 1) * FacetGroup::size));
+            const FacetGroup group(model, i, groupEnd, edge);
+            if (group.edges) {
+                edge += group.edgeCount;
+            } else {
+                const Facet& last = model.facet(groupEnd - 1);
+                edge = last.firstEdge + last.edgeCount;
+            }
+            if (turn.thread == 0) report.upTo(edge, fraction);
+            sorter.addGroup(group, i);
+            i = groupEnd;
         }
     };
     Workers& workers = Workers::ofProcess();

@@ -18,7 +18,9 @@ namespace belvor {
 /// The vertices of a model on the screen: pixels right, pixels down, depth.
 struct ProjectedVertices {
     LargeVector<Point<3>> points;
-    bool allInFront = false;   ///< All are numbers and lie in front of the eye.
+    LargeVector<std::uint32_t> cells;   ///< Of each; see ScreenCells.
+    bool allInFront = false;            ///< All are numbers and lie in front of the eye.
+    bool hasCells = false;              ///< They do, and cells can be looked at.
 };
 
 /// Which facets cross which row of a picture. Facets that cross none are left out; simple ones that

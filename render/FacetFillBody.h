@@ -51,7 +51,15 @@ struct Runs {
     int first[4], count[4];
 };
 
-inline void findRuns(const Crossings& a, const Crossings& b, int width, Runs& runs)
+inline bool anyPositive(Ints counts)
+{
+    using Pair = long long __attribute__((vector_size(16)));
+    const Pair bits = (Pair)(counts > 0);
+    return (bits[0] | bits[1]) != 0;
+}
+
+/// False when none has a pixel.
+inline bool findRuns(const Crossings& a, const Crossings& b, int width, Runs& runs)
 {
     const Longs swapped = b.x < a.x;
     const Doubles left = swapped ? b.x : a.x, right = swapped ? a.x : b.x;
@@ -62,12 +70,14 @@ inline void findRuns(const Crossings& a, const Crossings& b, int width, Runs& ru
     const Doubles to = covers ? (right < lastColumn ? right : lastColumn) : outside;
     const Ints first = __builtin_convertvector(from, Ints) + 1;
     const Ints count = __builtin_convertvector(to, Ints) + 1 - first;
+    if (!anyPositive(count)) return false;
     const Doubles step = (rightDepth - leftDepth) / (right - left);   // equal ends cover no pixel
     const Doubles depth = leftDepth + (__builtin_convertvector(first, Doubles) - left) * step;
     std::memcpy(runs.depth, &depth, sizeof depth);
     std::memcpy(runs.step, &step, sizeof step);
     std::memcpy(runs.first, &first, sizeof first);
     std::memcpy(runs.count, &count, sizeof count);
+    return true;
 }
 
 /// Offers a run of pixels, four at a time; the last ones may lie behind it and stay as they are.
@@ -121,7 +131,7 @@ inline void fillFacet(const SimpleFacet& facet, const double* points, const Fill
             lowerB = choose(pastSecond, bottom, choose(pastFirst, second, first));
         }
         Runs runs;
-        findRuns(cross(upperA, lowerA, rows), cross(upperB, lowerB, rows), target.width, runs);
+        if (!findRuns(cross(upperA, lowerA, rows), cross(upperB, lowerB, rows), target.width, runs)) continue;
         const FillRow* const filled = target.rows + (row - target.first);
         const int lanes = end - row < 4 ? end - row : 4;
         for (int i = 0; i < lanes; ++i)
@@ -133,7 +143,12 @@ inline void fillFacet(const SimpleFacet& facet, const double* points, const Fill
 inline void fillAll(const SimpleFacet* facets, std::size_t count, const double* points,
                     const FillRows& target)
 {
+    constexpr std::size_t ahead = 8;
     for (const SimpleFacet* facet = facets; facet != facets + count; ++facet) {
+        if (static_cast<std::size_t>(facets + count - facet) > ahead) {
+            __builtin_prefetch(points + 3 * std::size_t{facet[ahead].top});
+            __builtin_prefetch(points + 3 * std::size_t{facet[ahead].bottom});
+        }
         if (facet->other == SimpleFacet::noCorner) fillFacet<false>(*facet, points, target);
         else fillFacet<true>(*facet, points, target);
     }

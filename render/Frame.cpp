@@ -4,6 +4,7 @@
 #include "render/Buffer.h"
 #include "render/LinePainter.h"
 #include "render/Projection.h"
+#include "render/ScreenCells.h"
 #include "scene/Camera.h"
 
 #include <algorithm>
@@ -41,7 +42,7 @@ void Frame::render(const Model& model, const Camera& camera, const LightSet& lig
 {
     const int width = buffer.width(), height = static_cast<int>(camera.height);
     ended = false;
-    project(model, camera, progress);
+    project(model, camera, width, progress);
     bands = chooseBands(model, width, height, style);
     edges.order(model, vertices, bands, sharing, progress);
     shadeFacets(model, camera, lighting, shades, brightness, sharing, progress);
@@ -51,7 +52,7 @@ void Frame::render(const Model& model, const Camera& camera, const LightSet& lig
     ended = true;
 }
 
-void Frame::project(const Model& model, const Camera& camera, Reporter& progress)
+void Frame::project(const Model& model, const Camera& camera, int width, Reporter& progress)
 {
     constexpr std::size_t interval = 256;
     const std::size_t count = model.vertexCount();
@@ -59,13 +60,17 @@ void Frame::project(const Model& model, const Camera& camera, Reporter& progress
     StageReport report(progress, interval);
     const auto fraction = [count](double vertex) { return vertex / (3.0 * static_cast<double>(count)); };
     const auto positionOf = [&model](std::uint32_t i) -> const Point<3>& { return model.vertex(i).position; };
+    const ScreenCells cells(width, static_cast<int>(camera.height));
     vertices.points.resize(count);
+    vertices.cells.resize(count);
     const auto projectPiece = [&](std::size_t first, std::size_t end, const Workers::Turn& turn) {
         bool inFront = true;
+        CoordinateBlock block{};
         for (std::size_t i = first; i < end && !turn.stopping();) {
             if (turn.thread == 0) report.upTo(i + 1, fraction);
             const std::size_t blockEnd = std::min(end, i + CoordinateBlock::size);
-            inFront &= projectPoints(camera, i, blockEnd, positionOf, vertices.points.data());
+            inFront &= projectPoints(camera, i, blockEnd, positionOf, vertices.points.data(), block);
+            cells.find(block, blockEnd - i, &vertices.cells[i]);
             i = blockEnd;
         }
         if (!inFront) allInFront = false;
@@ -74,6 +79,7 @@ void Frame::project(const Model& model, const Camera& camera, Reporter& progress
                                    (sharing.pieceSize + interval - 1) / interval * interval, projectPiece);
     report.upTo(count, fraction);
     vertices.allInFront = allInFront;
+    vertices.hasCells = allInFront && ScreenCells::fit(width, static_cast<int>(camera.height));
 }
 
 /// Few enough rows that they stay in a processor's cache and every thread has several bands, enough

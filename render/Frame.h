@@ -52,7 +52,7 @@ private:
     };
     class BandPainter;
 
-    void project(const Model& model, const Camera& camera, Reporter& progress);
+    void project(const Model& model, const Camera& camera, int width, Reporter& progress);
     Bands chooseBands(const Model& model, int width, int height, const LineStyle& style) noexcept;
     void collectLines(const Model& model, const Camera& camera, Buffer& buffer, const LineStyle& style,
                       Reporter& progress);

@@ -143,10 +143,11 @@ private:
         forPieces(blocks, std::max<std::size_t>(sharing.pieceSize / CoordinateBlock::size, 1),
                   [&](std::size_t number, unsigned) {
                       const std::size_t first = number * CoordinateBlock::size;
+                      CoordinateBlock block{};
                       projectPoints(
                           camera, first, std::min<std::size_t>(first + CoordinateBlock::size, points),
                           [this](std::uint32_t i) -> const Point<3>& { return model.curvePoint(i); },
-                          table.curvePoints.data());
+                          table.curvePoints.data(), block);
                   });
     }
 

@@ -8,12 +8,11 @@
 namespace belvor {
 
 /// Projects the points `first` to `end` − 1, at most a block of them, which `pointAt` gives by their indices.
-/// Whether all are numbers and lie in front of the eye.
+/// `block` then holds them too. Whether all are numbers and lie in front of the eye.
 template <class PointAt>
 bool projectPoints(const Camera& camera, std::size_t first, std::size_t end, PointAt pointAt,
-                   Point<3>* projected)
+                   Point<3>* projected, CoordinateBlock& block)
 {
-    CoordinateBlock block{};
     const std::size_t count = end - first;
     for (std::size_t i = 0; i < count; ++i) {
         const Point<3>& position = pointAt(static_cast<std::uint32_t>(first + i));

@@ -38,15 +38,6 @@ public:
         return right <= -margin || left >= columns
                || (left >= margin && static_cast<int>(left - margin) == static_cast<int>(right + margin));
     }
-    /// For facets in front of the eye: true only when no sample point can lie between the sides, or
-    /// between the top and the bottom. One test for the most of the facets of a large model.
-    bool surelyMisses() const noexcept
-    {
-        const Pair from = low - Pair{margin, 0.0}, to = high + Pair{margin, 0.0};
-        if (!(from[0] >= 0.0 && from[1] >= 0.0 && to[0] < exactEnough && to[1] < exactEnough)) return false;
-        return (static_cast<int>(from[0]) == static_cast<int>(to[0]))
-               | (static_cast<int>(from[1]) == static_cast<int>(to[1]));
-    }
 
 private:
     using Pair = double __attribute__((vector_size(16)));

@@ -18,6 +18,12 @@ Point<3> middleOf(const Extent<3>& extent)
     return middle;
 }
 
+/// What the store of edge counts says.
+constexpr std::uint8_t fewEdges(std::uint32_t count) noexcept
+{
+    return count < Model::manyEdges ? static_cast<std::uint8_t>(count) : Model::manyEdges;
+}
+
 }   // namespace
 
 /// The points that the bounds are made of.
@@ -83,13 +89,15 @@ Vertex& Model::addVertex(const Point<3>& position) { return vertexStore.append(p
 
 Facet& Model::addFacet(const Material& material, const Plane& plane)
 {
+    edgeCountStore.append(std::uint8_t{0});
     return facetStore.append(plane, &material, edgeCount(), 0u);
 }
 
 Edge& Model::addEdge(std::uint32_t from, std::uint32_t to)
 {
     Edge& added = edgeStore.append(from, to);
-    ++facetStore[facetCount() - 1].edgeCount;
+    const std::uint32_t facet = facetCount() - 1;
+    edgeCountStore[facet] = fewEdges(++facetStore[facet].edgeCount);
     return added;
 }
 
@@ -104,6 +112,7 @@ void Model::addPolygon(const Material& material, const Plane& plane, std::span<c
             return Edge{first + i, first + (i + 1 == sides ? 0 : i + 1)};
         });
         facet.edgeCount = sides;
+        edgeCountStore[facetCount() - 1] = fewEdges(sides);
     };
     // Nearly all have four corners: told so, the compiler writes the loops out.
     if (corners.size() == 4) addSides(corners.first<4>());

@@ -124,12 +124,19 @@ public:
     std::uint32_t facetCount() const noexcept { return facetStore.size(); }
     const Vertex& vertex(std::uint32_t number) const noexcept { return vertexStore[number]; }
     const Edge& edge(std::uint32_t number) const noexcept { return edgeStore[number]; }
-    /// The edges of a facet, when they lie side by side in memory; else none.
-    const Edge* edgesOf(const Facet& facet) const noexcept
-    {
-        return edgeStore.sideBySide(facet.firstEdge, facet.edgeCount);
-    }
     const Facet& facet(std::uint32_t number) const noexcept { return facetStore[number]; }
+    /// The numbers of edges of `number` facets from `first` on, at most manyEdges each, when they lie side by
+    /// side in memory; else none. Reading these is quicker than reading the facets.
+    const std::uint8_t* edgeCounts(std::uint32_t first, std::uint32_t number) const noexcept
+    {
+        return edgeCountStore.sideBySide(first, number);
+    }
+    static constexpr std::uint8_t manyEdges = 255;   ///< Or more.
+    /// `number` edges from `first` on, when they lie side by side in memory; else none.
+    const Edge* edgesFrom(std::uint32_t first, std::uint32_t number) const noexcept
+    {
+        return edgeStore.sideBySide(first, number);
+    }
 
     std::uint32_t curveCount() const noexcept { return curveStore.size(); }
     const Curve& curve(std::uint32_t index) const noexcept { return curveStore[index]; }
@@ -147,6 +154,7 @@ private:
     BlockStore<Vertex> vertexStore{pool};
     BlockStore<Edge> edgeStore{pool};
     BlockStore<Facet> facetStore{pool};
+    BlockStore<std::uint8_t> edgeCountStore{pool};   // by facet
     BlockStore<Curve> curveStore{pool};
     BlockStore<Point<3>> curvePoints{pool};
     bool curvesInBounds = false;

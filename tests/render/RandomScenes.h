@@ -78,7 +78,10 @@ private:
         made.addFacet(material, Plane(normal, a));
         for (int loop = whole(0, 3) == 0 ? 2 : 1; loop > 0; --loop) {
             const std::uint32_t first = made.vertexCount();
-            const auto corners = static_cast<std::uint32_t>(whole(0, 20) == 0 ? whole(1, 2) : whole(3, 9));
+            const int kind = whole(0, 120);   // few corners, more than a store of counts holds, or the usual
+            const auto corners = static_cast<std::uint32_t>(kind < 6    ? whole(1, 2)
+                                                            : kind == 6 ? whole(250, 260)
+                                                                        : whole(3, 9));
             for (std::uint32_t i = 0; i < corners; ++i) {
                 const double u = style < 2 ? 1.0 * whole(-1, 2) : real(-reach, reach),
                              v = style < 2 ? 1.0 * whole(-1, 2) : real(-reach, reach);
