@@ -10,18 +10,23 @@ namespace belvor {
 
 DXF::DXF(std::string_view bytes, const std::string& fileName, Reporter& reporter, const ReadingOptions& how,
          Account& account)
-    : options(how),
+    : DXF(DXFStream::over(bytes, fileName, reporter, how.log, how.rules), how, account)
+{
+    read();
+}
+
+DXF::DXF(std::unique_ptr<DXFStream> stream, const ReadingOptions& how, Account& account)
+    : DXFDrawing(*stream, stream->log(), how.rules, how.curves,
+                 how.rules == ReadingRules::modern || hasColours(how)),
+      options(how),
       accountOfReading(account),
-      dxfStream(DXFStream::over(bytes, fileName, reporter, how.log, how.rules)),
-      hasColours(how.colours == DrawingColours::ofDrawing
-                 || (how.colours == DrawingColours::byRules && isModern())),
+      dxfStream(std::move(stream)),
+      coloured(hasColours(how)),
       layers(DXFNameOrder{isModern()}),
       blocks(DXFNameOrder{isModern()}),
       missingBlocks(DXFNameOrder{isModern()}),
       insertsOfUnknown(DXFNameOrder{isModern()})
-{
-    read();
-}
+{}
 
 DXF::~DXF() = default;
 
@@ -158,9 +163,8 @@ std::string DXF::nameOfEntity(const DXFPosition& position)
                       {std::to_string(position.line)});
 }
 
-const DXFLayer& DXF::findLayer(std::string_view name)
+const DXFLayer& DXF::lookUpLayer(std::string_view name)
 {
-    if (recentLayer && isSameText(recentLayerName, name)) return *recentLayer;
     std::string room;
     const std::string_view key = isModern() ? names.readable(name, room) : name;
     auto place = layers.lower_bound(key);
@@ -169,9 +173,7 @@ const DXFLayer& DXF::findLayer(std::string_view name)
         place->second.name = place->first;
         log().line("Adding LAYER ", name);
     }
-    recentLayer = &place->second;
-    recentLayerName = name;
-    return *recentLayer;
+    return place->second;
 }
 
 DXFBlock* DXF::findBlock(std::string_view name)
@@ -184,17 +186,15 @@ DXFBlock* DXF::findBlock(std::string_view name)
     return nullptr;
 }
 
-Material& DXF::findMaterial(std::string_view key)
+Material& DXF::lookUpMaterial(std::string_view key)
 {
-    if (recentMaterial && isSameText(recentMaterialKey, key)) return *recentMaterial;
     const std::size_t before = builder.model().materials().size();
-    recentMaterial = &builder.findMaterial(key);
-    recentMaterialKey = key;
+    Material& material = builder.findMaterial(key);
     if (builder.model().materials().size() != before) {
-        recentMaterial->name = validUtf8(key);
+        material.name = validUtf8(key);
         log().line("add new material ", key);
     }
-    return *recentMaterial;
+    return material;
 }
 
 }   // namespace belvor

@@ -46,6 +46,8 @@ public:
     Handle<Model> takeModel() noexcept { return builder.take(); }
 
 private:
+    DXF(std::unique_ptr<DXFStream> stream, const ReadingOptions& how, Account& account);
+
     // DXF.cpp: sections
     void read();
     void readAll();
@@ -103,11 +105,7 @@ private:
     void addLoops(const Material& material, const Plane& plane, std::span<const Point<3>> corners,
                   std::span<const std::uint32_t> loopEnds);
 
-    DXFStream& stream() override { return *dxfStream; }
-    ReadingRules rules() const noexcept override { return options.rules; }
     bool isModern() const noexcept { return options.rules == ReadingRules::modern; }
-    DXFLog& log() override { return dxfStream->log(); }
-    bool drawsCurves() const noexcept override { return options.curves; }
 
     // DXFDamage.cpp: what the modern reading does about damage
     bool findsSection();
@@ -124,7 +122,12 @@ private:
     void tryBlock(DXFBlock& block);
 
     // DXFConventions.cpp: layers and colours that are handed on, and what hides entities
-    bool usesPaint() const noexcept { return isModern() || hasColours; }
+    static bool hasColours(const ReadingOptions& how) noexcept
+    {
+        return how.colours == DrawingColours::ofDrawing
+               || (how.colours == DrawingColours::byRules && how.rules == ReadingRules::modern);
+    }
+    bool usesPaint() const noexcept { return isModern() || coloured; }
     DXFPaint paintOf(const DXFRecord& record);
     DXFInherited handedOn(const DXFPaint& paint) const noexcept;
     DXFBlock& blockOf(const DXFInsertion& insertion, bool aroundIsOff);
@@ -146,9 +149,9 @@ private:
     void drawPaperSpace();
     std::string shown(std::string_view name);
 
-    const DXFLayer& findLayer(std::string_view name) override;
-    Material& findMaterial(std::string_view key) override;
-    Material& findSurface(std::string_view layer) override;
+    const DXFLayer& lookUpLayer(std::string_view name) override;
+    Material& lookUpMaterial(std::string_view key) override;
+    Material& paintSurface() override;
     DXFPaint paint() const noexcept override { return paintOfEntity; }
     void nameMaterial(std::string_view key, std::string_view name) override;
     void placeFacet(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat,
@@ -163,7 +166,7 @@ private:
     Account& accountOfReading;
     ModelBuilder builder;
     std::unique_ptr<DXFStream> dxfStream;   // during construction
-    const bool hasColours;                  // the materials are of layers and colours
+    const bool coloured;                    // the materials are of layers and colours
     DXFNameEncoding names;                  // in the modern reading
     std::map<std::string, DXFLayer, DXFNameOrder> layers;
     DXFBlocks blocks;
@@ -188,11 +191,6 @@ private:
     DXFPosition entitiesStart;                // of the current ENTITIES section
     std::vector<DXFPosition> paperSections;   // those that hold something in paper space
 
-    // Drawings come in runs of one layer and one material. The names are views of the file.
-    const DXFLayer* recentLayer = nullptr;
-    std::string_view recentLayerName;
-    Material* recentMaterial = nullptr;
-    std::string_view recentMaterialKey;
     std::map<std::pair<const DXFLayer*, DXFColour>, Material*> paintedMaterials;
     std::pair<const DXFLayer*, DXFColour> recentPaint{};
     Material* recentPainted = nullptr;

@@ -64,12 +64,13 @@ public:
     {
         if constexpr (!twoByteCodes) return group;
         const char* at = position.at;
-        const auto isNext = [&](DXFValueType type) {
-            return group != last && at <= lastWide && littleEndian<std::uint16_t>(at) == group->code
-                   && group->type == type;
+        const auto has = [&](DXFValueType type) {
+            return littleEndian<std::uint16_t>(at) == group->code && group->type == type;
         };
+        const auto isNext = [&](DXFValueType type) { return group != last && at <= lastWide && has(type); };
         for (bool more = true; more;) {
-            for (; isNext(DXFValueType::real); ++group, at += 10) {
+            std::ptrdiff_t most = std::min(last - group, lastWide < at ? 0 : (lastWide - at) / 10 + 1);
+            for (; most > 0 && has(DXFValueType::real); --most, ++group, at += 10) {
                 group->line = static_cast<std::int32_t>(at - begin);
                 group->number = real(at + 2);
             }

@@ -38,7 +38,7 @@ DXFPaint DXF::paintOf(const DXFRecord& record)
     const std::string_view layer = record.textOr(8, "");
     const bool handedDown = isModern() && expansions.back().block && withoutBlanksAtEnd(layer) == "0";
     if (!handedDown) paint.layer = &findLayer(layer);
-    if (hasColours) takeColour(paint, record);
+    if (coloured) takeColour(paint, record);
     return paint;
 }
 
@@ -64,12 +64,12 @@ DXFBlock& DXF::blockOf(const DXFInsertion& insertion, bool isOff)
 /// The material of a layer, or of a layer and colour.
 Material& DXF::painted(const DXFPaint& paint, const DXFInherited& around)
 {
-    return paintedIn(paint.layerIn(around), hasColours ? paint.colourIn(around) : dxfWhite);
+    return paintedIn(paint.layerIn(around), coloured ? paint.colourIn(around) : dxfWhite);
 }
 
 Material& DXF::paintedIn(const DXFLayer& layer, DXFColour colour)
 {
-    if (!hasColours) return findMaterial(layer.name);
+    if (!coloured) return findMaterial(layer.name);
     const std::pair<const DXFLayer*, DXFColour> both(&layer, colour);
     if (recentPainted && both == recentPaint) return *recentPainted;
     Material*& known = paintedMaterials[both];
@@ -89,9 +89,8 @@ Material& DXF::paintedIn(const DXFLayer& layer, DXFColour colour)
     return *(recentPainted = known);
 }
 
-Material& DXF::findSurface(std::string_view layer)
+Material& DXF::paintSurface()
 {
-    if (!usesPaint()) return findMaterial(layer);
     surfaceInherits = paintOfEntity.inherits();
     return painted(paintOfEntity, expansions.back().inherited);
 }
@@ -108,7 +107,7 @@ const Material& DXF::surfaceOf(DXFExpansion& cell, const DXFBlockContents::Facet
 
 DXFCurveSurface DXF::curveSurface(const DXFPaint& paint, const DXFInherited& around) const noexcept
 {
-    return {&paint.layerIn(around), hasColours ? paint.colourIn(around) : dxfWhite, {}};
+    return {&paint.layerIn(around), coloured ? paint.colourIn(around) : dxfWhite, {}};
 }
 
 /// Puts the curves into the model, behind all surfaces and their materials.
@@ -140,7 +139,7 @@ bool DXF::buildByConventions(std::string_view type)
     try {
         const DXFRecord& entityRecord = dxfStream->readRecord();
         if (isPassedOver(entityRecord)) return false;
-        const DXFHandler* const handler = handlerOf(type, options.rules, options.curves);
+        const DXFHandler* const handler = handlerOf(type);
         if (handler) paintOfEntity = paintOf(entityRecord);
         DXFEntity entity(*this, entityRecord);
         const std::optional<Hidden> hidden =

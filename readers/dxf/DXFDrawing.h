@@ -2,6 +2,7 @@
 
 #include "calcore/Transform.h"
 #include "readers/common/Reading.h"
+#include "readers/dxf/DXFDispatch.h"
 #include "readers/dxf/DXFLoops.h"
 #include "readers/dxf/DXFPaint.h"
 #include "readers/dxf/DXFStream.h"
@@ -73,20 +74,46 @@ enum class DXFCurveKind : std::uint8_t {
 /// so that an INSERT, which has more entities read, needs none of them either.
 class DXFDrawing {
 public:
-    virtual DXFStream& stream() = 0;
-    virtual ReadingRules rules() const noexcept = 0;
-    virtual DXFLog& log() = 0;
+    DXFStream& stream() const noexcept { return records; }
+    ReadingRules rules() const noexcept { return rulesOfReading; }
+    DXFLog& log() const noexcept { return diagnostics; }
     /// Whether lines and curves are taken in.
-    virtual bool drawsCurves() const noexcept = 0;
+    bool drawsCurves() const noexcept { return takesCurves; }
+    /// The row of that type; null for types that are not drawn.
+    const DXFHandler* handlerOf(std::string_view type) noexcept
+    {
+        if (!isSameText(recentType, type)) {
+            recentHandler = belvor::handlerOf(type, rulesOfReading, takesCurves);
+            recentType = type;
+        }
+        return recentHandler;
+    }
     /// An end mark is missing, "SEQEND", before the stream's current record or, with `atEnd`, at the end of
     /// the data: it is taken as given, which the account tells.
     virtual void assume(std::string_view mark, bool atEnd) = 0;
 
     /// The layer of that name, added with its defaults when there is none.
-    virtual const DXFLayer& findLayer(std::string_view name) = 0;
-    virtual Material& findMaterial(std::string_view key) = 0;
+    const DXFLayer& findLayer(std::string_view name)
+    {
+        if (!recentLayer || !isSameText(recentLayerName, name)) {
+            recentLayer = &lookUpLayer(name);
+            recentLayerName = name;
+        }
+        return *recentLayer;
+    }
+    Material& findMaterial(std::string_view key)
+    {
+        if (!recentMaterial || !isSameText(recentMaterialKey, key)) {
+            recentMaterial = &lookUpMaterial(key);
+            recentMaterialKey = key;
+        }
+        return *recentMaterial;
+    }
     /// The material of the current entity, which is on `layer`, where it has none of its own.
-    virtual Material& findSurface(std::string_view layer) = 0;
+    Material& findSurface(std::string_view layer)
+    {
+        return paintsSurfaces ? paintSurface() : findMaterial(layer);
+    }
     /// Of the current entity, where layers or colours are handed on.
     virtual DXFPaint paint() const noexcept = 0;
     /// Gives the material of `key` a name, which a later definition may change again.
@@ -122,13 +149,38 @@ public:
     virtual void skip(std::string_view type, SkippedEntities::Why why, std::string_view what) = 0;
 
 protected:
+    /// All must outlive the drawing. `withPaint`: a surface has the material of paint(), not that of the
+    /// layer's name.
+    DXFDrawing(DXFStream& stream, DXFLog& log, ReadingRules rules, bool curves, bool withPaint) noexcept
+        : records(stream),
+          diagnostics(log),
+          rulesOfReading(rules),
+          takesCurves(curves),
+          paintsSurfaces(withPaint)
+    {}
     ~DXFDrawing() = default;
 
 private:
+    virtual const DXFLayer& lookUpLayer(std::string_view name) = 0;
+    virtual Material& lookUpMaterial(std::string_view key) = 0;
+    virtual Material& paintSurface() = 0;
     virtual void placeFacet(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat,
                             std::span<const std::uint32_t> loopEnds, bool outlined) = 0;
     virtual void placeCurve(std::string_view materialKey, std::string_view layer,
                             std::span<const Point<3>> points, DXFCurveKind kind) = 0;
+
+    DXFStream& records;
+    DXFLog& diagnostics;
+    const ReadingRules rulesOfReading;
+    const bool takesCurves, paintsSurfaces;
+
+    // Drawings come in runs of one type, one layer and one material. The names are views of the file.
+    const DXFHandler* recentHandler = nullptr;
+    std::string_view recentType;
+    const DXFLayer* recentLayer = nullptr;
+    std::string_view recentLayerName;
+    Material* recentMaterial = nullptr;
+    std::string_view recentMaterialKey;
 
     std::uint64_t given = 0;
 };

@@ -15,12 +15,9 @@ std::string_view firstText(std::span<const DXFGroup> run, int code) noexcept
 
 }   // namespace
 
-DXFEntity::DXFEntity(DXFDrawing& model, const DXFRecord& entity)
-    : drawing(model),
-      record(entity),
-      layer(entity.textOr(8, ""))
+/// Of extended data.
+void DXFEntity::takeMaterial()
 {
-    if (!record.isExtended()) return;
     if (const auto definition = record.extendedData("AVE_MATERIAL"); !definition.empty()) {
         materialKey = record.textOr(5, "");
         drawing.findMaterial(materialKey);
@@ -33,11 +30,9 @@ DXFEntity::DXFEntity(DXFDrawing& model, const DXFRecord& entity)
     }
 }
 
-bool DXFEntity::isVisible()
+/// Whether it is drawn although its layer is frozen or off.
+bool DXFEntity::isKeptOn(const DXFLayer& itsLayer)
 {
-    const DXFLayer& itsLayer = drawing.findLayer(layer);
-    if (!itsLayer.frozen() && !itsLayer.off()) return true;
-
     const bool drawn =
         is(record.type(), "INSERT") && !itsLayer.frozen();   // its entities have layers of their own
     if (log())
@@ -50,13 +45,6 @@ bool DXFEntity::isVisible()
     return drawn;
 }
 
-const Material& DXFEntity::material()
-{
-    if (!surface)
-        surface = materialKey.empty() ? &drawing.findSurface(layer) : &drawing.findMaterial(materialKey);
-    return *surface;
-}
-
 bool DXFEntity::isDrawn(std::string_view type, ReadingRules rules, bool curves) noexcept
 {
     return handlerOf(type, rules, curves) != nullptr;
@@ -66,7 +54,7 @@ void DXFEntity::build()
 {
     using Why = SkippedEntities::Why;
     const std::string_view type = record.type();
-    const DXFHandler* const handler = handlerOf(type, drawing.rules(), drawing.drawsCurves());
+    const DXFHandler* const handler = drawing.handlerOf(type);
     if (!handler) return drawing.skip(type, Why::typeNotDrawn, {});
     if (log()) log().line(type, " at line ", record.line());
     const std::uint64_t before = drawing.drawnSoFar();

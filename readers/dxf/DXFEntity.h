@@ -13,7 +13,13 @@ namespace belvor {
 class DXFEntity {
 public:
     /// Also takes in the material definition that the record may carry.
-    DXFEntity(DXFDrawing& drawing, const DXFRecord& record);
+    DXFEntity(DXFDrawing& itsDrawing, const DXFRecord& itsRecord)
+        : drawing(itsDrawing),
+          record(itsRecord),
+          layer(itsRecord.textOr(8, ""))
+    {
+        if (record.isExtended()) takeMaterial();
+    }
     virtual ~DXFEntity() = default;
 
     /// Adds the entity's geometry to the drawing, by its type. Throws BadFile.
@@ -21,11 +27,20 @@ public:
     /// Whether entities of that type can be drawn.
     static bool isDrawn(std::string_view type, ReadingRules rules, bool curves) noexcept;
     /// Whether its layer lets it be drawn.
-    virtual bool isVisible();
+    virtual bool isVisible()
+    {
+        const DXFLayer& itsLayer = drawing.findLayer(layer);
+        return (!itsLayer.frozen() && !itsLayer.off()) || isKeptOn(itsLayer);
+    }
 
     bool drawsCurves() const { return drawing.drawsCurves(); }
     /// The material of its surfaces; made when the first surface asks for it.
-    const Material& material();
+    const Material& material()
+    {
+        if (!surface)
+            surface = materialKey.empty() ? &drawing.findSurface(layer) : &drawing.findMaterial(materialKey);
+        return *surface;
+    }
 
 protected:
     /// Adds a curve of the entity's material, unless curves are not drawn.
@@ -40,6 +55,9 @@ protected:
     const DXFRecord& record;
 
 private:
+    void takeMaterial();
+    bool isKeptOn(const DXFLayer& hidden);
+
     std::string_view materialKey;   // views of the file: they outlive the record
     std::string_view layer;
     const Material* surface = nullptr;

@@ -296,7 +296,7 @@ bool DXF::entitiesEnd(std::string_view type)
 void DXF::readEntity(DXFTally* tally, std::string_view type)
 {
     const std::uint64_t drawnBefore = drawn();
-    if (expansions.size() == 1)
+    if (!expansions.back().block)   // of the section itself
         outliers.begin({dxfStream->position().at, dxfStream->line()}, builder.model().vertexCount(),
                        curves.pointCount());
     reasonOfEntity.reset();
@@ -308,7 +308,7 @@ void DXF::readEntity(DXFTally* tally, std::string_view type)
         tally = tallyOfEntity;
     } else {
         const DXFRecord& entityRecord = dxfStream->readRecord();
-        if (hasColours) paintOfEntity = paintOf(entityRecord);
+        if (coloured) paintOfEntity = paintOf(entityRecord);
         DXFEntity entity(*this, entityRecord);
         if (entity.isVisible()) entity.build();
     }
@@ -423,7 +423,7 @@ void DXF::addMapped(const Material& material, std::span<const Point<3>> corners,
                     bool outlined)
 {
     ++givenMet;
-    if (expansions.size() > 1) {   // the section itself is drawn as it stands
+    if (expansions.back().block) {   // the section itself is drawn as it stands
         placed.resize(corners.size());
         for (std::size_t i = 0; i < corners.size(); ++i) placed[i] = transform(corners[i]);
         corners = placed;

@@ -96,7 +96,7 @@ void DXF::addLayer(const DXFRecord& record)
     DXFLayer layer;
     layer.flags = static_cast<std::int16_t>(flags);
     layer.colour = static_cast<std::int16_t>(colour);
-    if (hasColours) layer.shown = colourOfLayer({colour, integerIfAny(record, 420)});
+    if (coloured) layer.shown = colourOfLayer({colour, integerIfAny(record, 420)});
     std::string room;
     const auto [place, isNew] = layers.emplace(isModern() ? names.readable(name, room) : name, layer);
     if (!isNew) {
