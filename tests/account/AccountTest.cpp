@@ -8,22 +8,19 @@ namespace {
 
 TEST(Account, UnreadableTypesShareOneRow)
 {
-    const std::tuple<const char*, std::string, std::string> cases[] = {
-        {"a plain type", "3DFACE", "3DFACE"},
-        {"with an underscore", "ACAD_TABLE", "ACAD_TABLE"},
-        {"lower case", "line", "?"},
-        {"one character", "A", "?"},
-        {"empty", "", "?"},
-        {"a blank inside", "3D FACE", "?"},
-        {"bytes of a number", std::string("\x40\x10\0\x7f", 4), "?"},
-        {"64 characters", std::string(64, 'A'), std::string(64, 'A')},
-        {"65 characters", std::string(65, 'A'), "?"},
-    };
-    for (const auto& [why, type, row] : cases) {
+    const std::pair<std::string, bool> cases[] = {{"ACAD_TABLE", true},
+                                                  {std::string(64, 'A'), true},
+                                                  {"line", false},
+                                                  {"A", false},
+                                                  {"", false},
+                                                  {"3D FACE", false},
+                                                  {std::string("\x40\x10\0\x7f", 4), false},
+                                                  {std::string(65, 'A'), false}};
+    for (const auto& [type, readable] : cases) {
         Account account;
         account.entity(type).read = 7;
-        EXPECT_EQ(account.entities.begin()->first, row) << why;
-        EXPECT_EQ(account.read(), 7u) << why;
+        EXPECT_EQ(account.entities.begin()->first, readable ? type : "?");
+        EXPECT_EQ(account.read(), 7u) << type;
     }
 }
 

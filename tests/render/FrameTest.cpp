@@ -1,13 +1,14 @@
 #include "render/Frame.h"
 
 #include "tests/render/Keeper.h"
+#include "tests/render/RandomScenes.h"
 #include "tests/support/FailingAllocation.h"
 #include "tests/support/Models.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <random>
+#include <cmath>
 #include <thread>
 #include <vector>
 
@@ -17,26 +18,7 @@ namespace {
 
 using test::Image;
 
-/// Triangles, small ones and large ones, and one polygon of many edges.
-Handle<Model> jumble(int triangles)
-{
-    const Handle<Model> model = makeHandle<Model>();
-    const Material& material = model->addMaterial("a", {1, {0.5, 0.7, 0.9}, "a"});
-    std::mt19937 random(5);
-    std::uniform_real_distribution<double> anywhere(-1.0, 1.0);
-    for (int i = 0; i < triangles; ++i) {
-        const double size = i % 10 == 0 ? 1.0 : 0.05;
-        const Point<3> middle(anywhere(random), anywhere(random), anywhere(random));
-        Point<3> corners[3];
-        for (Point<3>& corner : corners)
-            corner = middle + Vector<3>(anywhere(random), anywhere(random), anywhere(random)) * size;
-        model->addPolygon(material, Plane(corners[0], corners[1], corners[2]), corners);
-    }
-    std::vector<Point<3>> star;
-    for (int i = 0; i < 12; ++i) star.push_back({(i % 2 + 1) * 0.5 * (i % 4 - 1.5), (i % 3 - 1) * 0.9, 0.1});
-    model->addPolygon(material, Plane(Vector<3>(0, 0, 1), star[0]), star);
-    return model;
-}
+Handle<Model> jumble(int facets) { return test::RandomScenes(5).model(facets, 2); }
 
 Scene sceneOf(const Model& model, int width, int height, double turned)
 {
@@ -46,14 +28,28 @@ Scene sceneOf(const Model& model, int width, int height, double turned)
     return buildScene(view, test::placeOf(model), {width, height}, width, height);
 }
 
+/// With `frame` or, without one, with that of the model.
+Image drawn(const Model& model, const Scene& scene, Frame* frame, Reporter& reporter)
+{
+    Image image;
+    const auto sink = makeHandle<test::Keeper>(static_cast<int>(scene.camera->width), image);
+    if (frame) frame->render(model, *scene.camera, *scene.lights, *sink, reporter);
+    else model.render(*scene.camera, *scene.lights, *sink, reporter);
+    return image;
+}
+
 Image drawn(const Model& model, const Scene& scene, Frame* frame)
 {
-    if (frame) return test::drawn(*frame, model, *scene.camera, *scene.lights);
-    Image image;
     SilentReporter silent;
-    model.render(*scene.camera, *scene.lights,
-                 *makeHandle<test::Keeper>(static_cast<int>(scene.camera->width), image), silent);
-    return image;
+    return drawn(model, scene, frame, silent);
+}
+
+/// What was reported. A fraction that was reported again, as while rows take long, comes once.
+auto callsOf(test::RecordingReporter& reporter)
+{
+    auto& calls = reporter.calls;
+    calls.erase(std::unique(calls.begin(), calls.end()), calls.end());
+    return calls;
 }
 
 }   // namespace
@@ -85,40 +81,28 @@ TEST(Frame, SimultaneousRendersOfOneModelEqualSingleRenders)
 
 TEST(FrameThreads, AnyNumberOfThreadsGivesTheSamePictureAndReports)
 {
-    const Handle<Model> model = jumble(3000);
-    const std::thread::id asking = std::this_thread::get_id();
     class ThreadReporter : public test::RecordingReporter {
     public:
-        using RecordingReporter::RecordingReporter;
         bool progress(int stageCount, int stage, double fraction) override
         {
             EXPECT_EQ(std::this_thread::get_id(), asking);
             return RecordingReporter::progress(stageCount, stage, fraction);
         }
-        std::thread::id asking;
+        const std::thread::id asking = std::this_thread::get_id();
     };
+    const Handle<Model> model = jumble(3000);
     for (const double turned : {0.0, 0.7, 1.4}) {   // from without, from within, parallel
         const Scene scene = sceneOf(*model, 173, 131, turned);
         Image wanted;
         ThreadReporter wantedReports;
         for (const unsigned threads : {1u, 2u, 3u, 8u}) {
             Frame frame(Sharing{threads, 50});
-            for (int repeat = 0; repeat < 2; ++repeat) {
-                ThreadReporter reporter;
-                reporter.asking = asking;
-                Image picture;
-                frame.render(*model, *scene.camera, *scene.lights, *makeHandle<test::Keeper>(173, picture),
-                             reporter);
-                // A fraction may be reported again while rows take long.
-                reporter.calls.erase(std::unique(reporter.calls.begin(), reporter.calls.end()),
-                                     reporter.calls.end());
-                if (threads == 1 && repeat == 0) wanted = picture;
-                if (threads == 1) wantedReports.calls = reporter.calls;
-                EXPECT_TRUE(picture == wanted) << threads << " threads";
-                if (repeat == 1) {   // shaded in one pass
-                    EXPECT_EQ(reporter.calls, wantedReports.calls) << threads << " threads";
-                }
-            }
+            ThreadReporter reporter;
+            const Image first = drawn(*model, scene, &frame);   // shaded in two passes
+            const Image second = drawn(*model, scene, &frame, reporter);
+            if (threads == 1) wanted = first, wantedReports.calls = callsOf(reporter);
+            EXPECT_TRUE(first == wanted && second == wanted) << threads << " threads";
+            EXPECT_EQ(callsOf(reporter), wantedReports.calls) << threads << " threads";
         }
     }
 }
@@ -127,17 +111,14 @@ TEST(FrameThreads, ARenderStopsInEveryStageWhenAsked)
 {
     const Handle<Model> model = jumble(3000);
     const Scene scene = sceneOf(*model, 173, 131, 0.7);
-    Image wanted = drawn(*model, scene, nullptr), ignored;
+    const Image wanted = drawn(*model, scene, nullptr);
     Frame frame(Sharing{8, 50});
     drawn(*model, scene, &frame);   // a new frame shades twice
     test::RecordingReporter all;
-    frame.render(*model, *scene.camera, *scene.lights, *makeHandle<test::Keeper>(173, ignored), all);
-    all.calls.erase(std::unique(all.calls.begin(), all.calls.end()), all.calls.end());
-    for (std::size_t call = 0; call < all.calls.size(); call += 7) {
+    drawn(*model, scene, &frame, all);
+    for (std::size_t call = 0; call < callsOf(all).size(); call += 7) {
         test::RecordingReporter impatient(call);
-        EXPECT_THROW(frame.render(*model, *scene.camera, *scene.lights,
-                                  *makeHandle<test::Keeper>(173, ignored = {}), impatient),
-                     Reporter::Abandoned);
+        EXPECT_THROW(drawn(*model, scene, &frame, impatient), Reporter::Abandoned);
         EXPECT_EQ(impatient.calls.size(), call + 1);
         EXPECT_FALSE(frame.complete());
     }
@@ -149,8 +130,7 @@ TEST(Frame, IsUsableAfterAnyAllocationFailed)
     const Scene scene = sceneOf(*jumble(60), 30, 20, 0.3);
     const Image wanted = drawn(*jumble(60), scene, nullptr);
     SilentReporter silent;
-    class Sink : public Buffer {
-    public:
+    struct Sink : Buffer {
         using Buffer::Buffer;
         void lineDone(int) override { ++rows; }
         int rows = 0;
@@ -177,4 +157,38 @@ TEST(Frame, IsUsableAfterAnyAllocationFailed)
         EXPECT_EQ(drawn(*model, scene, nullptr), wanted) << failures;
     }
     EXPECT_GT(failures, 10u);
+}
+
+TEST(Frame, ACornerThatIsNotFiniteDoesNotStopTheRender)
+{
+    for (const double corner : {std::nan(""), HUGE_VAL, 1e308, -1e308}) {
+        Model model;
+        const Point<3> corners[] = {{0, 0, 0}, {1, 0, 0}, {corner, 1, 0}};
+        model.addPolygon(model.findMaterial("a"), Plane(Vector<3>(0, 0, 1), 0.0), corners);
+        const Image image = drawn(model, sceneOf(model, 24, 18, 0.0), nullptr);
+        EXPECT_EQ(image.size(), 18u);
+        EXPECT_TRUE(!std::isnan(corner) || image == Image(18, std::vector<test::Pixel>(24)));
+    }
+}
+
+TEST(Frame, ReportsItsStages)
+{
+    const Handle<Model> model = jumble(130);
+    const double vertices = model->vertexCount(), edges = model->edgeCount();
+    std::vector<std::tuple<int, int, double>> wanted;
+    for (double i = 0; i < vertices; i += 256) wanted.emplace_back(2, 0, i / (3 * vertices));
+    for (double i = 0; i < edges; i += 256) wanted.emplace_back(2, 0, i / (3 * edges) + 1.0 / 3.0);
+    // The first pass finds the scene darker than the stored brightness: no sign of a second pass before it
+    // comes.
+    for (const double i : {0.0, 64.0, 128.0}) wanted.emplace_back(2, 0, 2.0 / 3.0 + i / 390);
+    for (const double i : {0.0, 64.0, 128.0}) wanted.emplace_back(2, 0, 5.0 / 6.0 + i / 780);
+    for (double y = 0; y < 18; ++y) wanted.emplace_back(2, 1, y / 18);
+    Frame frame;
+    const Scene scene = sceneOf(*model, 24, 18, 0.0);
+    for (const std::size_t fewer : {0u, 3u}) {   // an unchanged scene is shaded in one pass
+        test::RecordingReporter reporter;
+        drawn(*model, scene, &frame, reporter);
+        EXPECT_EQ(callsOf(reporter).size() + fewer, wanted.size());
+        EXPECT_TRUE(fewer != 0 || reporter.calls == wanted);
+    }
 }

@@ -15,8 +15,6 @@ namespace {
 /// Adds what plain random facets lack: bodies whose facets meet, wound at random, and curves.
 void addBodiesAndCurves(Model& model, RandomScenes& scenes)
 {
-    static constexpr int faces[6][4] = {{0, 3, 2, 1}, {4, 5, 6, 7}, {0, 1, 5, 4},
-                                        {1, 2, 6, 5}, {2, 3, 7, 6}, {3, 0, 4, 7}};
     const bool lattice = scenes.whole(0, 1) == 0;
     const auto coordinate = [&] { return lattice ? 0.5 * scenes.whole(-6, 6) : scenes.real(-3, 3); };
     std::vector<const Material*> materials;
@@ -26,18 +24,17 @@ void addBodiesAndCurves(Model& model, RandomScenes& scenes)
     };
     for (int body = scenes.whole(0, 3); body > 0; --body) {
         const Point<3> low(coordinate(), coordinate(), coordinate());
-        const Vector<3> size(scenes.real(0.1, 2), scenes.whole(1, 3) * 0.5, scenes.real(0.1, 2));
-        const Material* material = anyMaterial();
-        for (const auto& face : faces) {
+        const double size[] = {scenes.real(0.1, 2), scenes.whole(1, 3) * 0.5, scenes.real(0.1, 2)};
+        for (int side = 0; side < 6; ++side) {
             if (scenes.whole(0, 9) == 0) continue;   // an open body
-            std::vector<Point<3>> corners;
-            for (const int corner : face)
-                corners.push_back(low
-                                  + Vector<3>((corner % 4 == 1 || corner % 4 == 2) ? size[0] : -0.0,
-                                              corner % 4 >= 2 ? size[1] : 0.0, corner >= 4 ? size[2] : 0.0));
+            Vector<3> across, up, outwards;
+            across[side % 3] = size[side % 3];
+            up[(side + 1) % 3] = size[(side + 1) % 3];
+            outwards[(side + 2) % 3] = side < 3 ? -0.0 : size[(side + 2) % 3];
+            const Point<3> start = low + outwards;
+            std::vector<Point<3>> corners{start, start + across, start + across + up, start + up};
             if (scenes.whole(0, 1) == 0) std::reverse(corners.begin(), corners.end());
-            if (scenes.whole(0, 5) == 0) material = anyMaterial();
-            model.addPolygon(*material, Plane(corners[0], corners[1], corners[2]), corners);
+            model.addPolygon(*anyMaterial(), Plane(corners[0], corners[1], corners[2]), corners);
         }
     }
     for (int curve = scenes.whole(0, 6); curve > 0; --curve) {

@@ -112,41 +112,39 @@ private:
             if (!std::isfinite(slope)) slope = 0.0;
         }
         if (slope > 0.0) {
-            for (int i = 0; i < width && i < std::trunc(at->x) + 1.0; ++i)
-                offer(facet, i, at->depth - slope * at->x, slope, i);
+            cover(facet, 0.0, at->x, at->depth - slope * at->x, slope);
             ++at;
         }
         for (; at != list.end() && std::next(at) != list.end(); std::advance(at, 2))
             span(facet, *at, *std::next(at));
         if (slope < 0.0 && at != list.end()) {
-            const double start = std::max(std::trunc(at->x) + 1.0, 0.0);
-            for (int i = 0; i < width; ++i)
-                if (i >= start)
-                    offer(facet, i, at->depth - (at->x - start) * slope, slope, i - static_cast<int>(start));
+            const double start = startBehind(at->x);
+            cover(facet, start, width, at->depth - (at->x - start) * slope, slope);
         }
     }
+
+    static double startBehind(double x) { return std::max(std::trunc(x) + 1.0, 0.0); }
 
     void span(std::uint32_t facet, const Crossing& left, const Crossing& right)
     {
         if (right.x <= 0.0 || left.x >= width - 1) return;
-        const double start = std::max(std::trunc(left.x) + 1.0, 0.0);
+        const double start = startBehind(left.x);
         double step = right.depth - left.depth;
         if (right.x - left.x != 0.0) step /= right.x - left.x;
-        const double first = left.depth + (start - left.x) * step;
-        for (int i = 0; i < width; ++i)
-            if (i >= start && i < std::trunc(right.x) + 1.0)
-                offer(facet, i, first, step, i - static_cast<int>(start));
+        cover(facet, start, right.x, left.depth + (start - left.x) * step, step);
     }
 
-    /// Depth `first` grown by `step`, `steps` times, one addition after another.
-    void offer(std::uint32_t facet, int column, double first, double step, int steps)
+    /// Offers the columns from `start` to `last`. The depth grows from `depth` by one addition after another.
+    void cover(std::uint32_t facet, double start, double last, double depth, double step)
     {
-        double depth = first;
-        for (int i = 0; i < steps; ++i) depth += step;
-        Pixel& pixel = row[static_cast<std::size_t>(column)];
-        const bool later = pixel.owner == Buffer::noFacet || facet >= pixel.owner;
-        if (depth < pixel.depth || (depth == pixel.depth && later))
-            pixel = {facet, false, depth, {}, model.facet(facet).material->index};
+        for (int i = 0; i < width && i < std::trunc(last) + 1.0; ++i) {
+            if (i < start) continue;
+            Pixel& pixel = row[static_cast<std::size_t>(i)];
+            const bool later = pixel.owner == Buffer::noFacet || facet >= pixel.owner;
+            if (depth < pixel.depth || (depth == pixel.depth && later))
+                pixel = {facet, false, depth, {}, model.facet(facet).material->index};
+            depth += step;
+        }
     }
 
     const Model& model;

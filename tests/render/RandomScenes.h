@@ -16,13 +16,14 @@ class RandomScenes {
 public:
     explicit RandomScenes(std::uint64_t seed) : random(seed) {}
 
-    Handle<Model> model()
+    Handle<Model> model() { return model(whole(1, whole(0, 9) == 0 ? 40 : 8), whole(0, 3)); }
+    /// Of `facets` facets; in the styles 0 and 1 their corners lie on lattices.
+    Handle<Model> model(int facets, int wantedStyle)
     {
         const Handle<Model> made = makeHandle<Model>();
         Material material;
         material.index = 1;
-        style = whole(0, 3);
-        const int facets = whole(1, whole(0, 9) == 0 ? 40 : 8);
+        style = wantedStyle;
         for (int i = 0; i < facets; ++i) {
             material.colour = {real(0, 1), real(0, 1), real(0, 1)};
             addFacet(*made, made->addMaterial(std::to_string(i), material));

@@ -253,23 +253,18 @@ private:
         const Action outer = std::exchange(action, {});
         const ViewParameters before = session.view();
         const bool wasClosing = session.closing();
+        constexpr int fileCommands[] = {ID_OPENMODEL, ID_SAVE, ID_SAVEAS};
+        constexpr int others[] = {
+            ID_SAVEPARAMETERS, ID_LOADPARAMETERS, ID_VIEWPARAMETERS, ID_WHOLEMODEL, ID_INCREASEZOOM,
+            ID_CENTRELOOKAT,   ID_PREVIOUSVIEW,   ID_UNDO,           ID_REDO,       999};
         switch (number(12)) {
-        case 0: command(ID_OPENMODEL); break;
-        case 1: session.loading().openFile(oneOf(files.models)); break;
-        case 2: command(ID_RECENT + number(8)); break;
-        case 3: command(ID_SAVE); break;
-        case 4: command(ID_SAVEAS); break;
-        case 5: {
-            constexpr int ids[] = {ID_SAVEPARAMETERS, ID_LOADPARAMETERS, ID_VIEWPARAMETERS, 999};
-            command(ids[number(4)]);
-            break;
-        }
-        case 6: {
-            constexpr int ids[] = {ID_WHOLEMODEL,   ID_INCREASEZOOM, ID_CENTRELOOKAT,
-                                   ID_PREVIOUSVIEW, ID_UNDO,         ID_REDO};
-            command(ids[number(6)]);
-            break;
-        }
+        case 0:
+        case 1:
+        case 2: command(fileCommands[number(3)]); break;
+        case 3: command(ID_RECENT + number(8)); break;
+        case 4: session.loading().openFile(oneOf(files.models)); break;
+        case 5:
+        case 6: command(others[number(10)]); break;
         case 7:
             if (number(40) == 0) session.close();
             else session.reasonToStay();
@@ -279,13 +274,12 @@ private:
             if (!locked) edit();   // the windows are disabled
             break;
         }
-        if (locked) {
-            EXPECT_TRUE(session.view() == before && session.closing() == wasClosing)
-                << "a command under an open box";
-        }
-        if (action.answered && action.asked && action.asked->model != action.answered->first) {
-            EXPECT_EQ(session.view(), action.answered->second) << "an answer about a model that has gone";
-        }
+        EXPECT_TRUE(!locked || (session.view() == before && session.closing() == wasClosing))
+            << "a command under an open box";
+        const bool modelHasGone =
+            action.answered && action.asked && action.asked->model != action.answered->first;
+        EXPECT_TRUE(!modelHasGone || session.view() == action.answered->second)
+            << "an answer about a model that has gone";
         if (!running || threads == Threads::one) checkPanels();
         action = outer;
         --depth;
@@ -294,9 +288,7 @@ private:
     {
         const bool locked = modalOpen(), done = runCommand(session, id);
         // A box of the render thread may have opened or closed meanwhile.
-        if (locked == modalOpen()) {
-            EXPECT_EQ(done, id != 999 || session.closing() || locked);
-        }
+        EXPECT_TRUE(locked != modalOpen() || done == (id != 999 || session.closing() || locked));
     }
     void edit()
     {
@@ -324,23 +316,16 @@ private:
         EXPECT_EQ(began, session.model()) << "a drag of a marker of another model";
         session.moveMarkers(Thumbnail::elevation, {real(), real(), real(), real(), false});
     }
-    void underBox()
-    {
-        ++openBoxes;
-        meanwhile();
-        --openBoxes;
-    }
     /// While a box is open: the render thread goes on, and what other programs and the system send
     /// must find the session closed to commands.
-    void meanwhile()
+    void underBox()
     {
-        if (depth > 2) return;
-        ++depth;
-        for (int k = number(4); k > 0; --k) {
+        ++openBoxes, ++depth;
+        for (int k = depth > 3 ? 0 : number(4); k > 0; --k) {
             if (number(3) != 0) runRequest();
             else user();
         }
-        --depth;
+        --openBoxes, --depth;
     }
     /// A box that says why something failed, on either thread.
     void box()
@@ -380,14 +365,10 @@ private:
     {
         {
             const std::lock_guard hold(savesLock);
-            ASSERT_LE(number, saves.size());
-            Save& save = saves[number - 1];
-            EXPECT_TRUE(save.running);
-            save.running = false;
+            Save& save = saves.at(number - 1);
+            EXPECT_TRUE(std::exchange(save.running, false));
             save.failed = !whole;
-            if (whole) {
-                EXPECT_TRUE(bytes == save.bytes) << save.file << " is not the picture that was shown";
-            }
+            EXPECT_TRUE(!whole || bytes == save.bytes) << save.file << " is not the picture that was shown";
         }
         session.saving().imageEnded(number, whole);
     }
@@ -439,10 +420,9 @@ private:
         EXPECT_TRUE(!view.imageSaved || !session.model() || inAnImageFile(session.picture()))
             << "counts as saved and is not";
         if (!session.model()) return;
-        EXPECT_EQ(plan, viewMarkers(view, Thumbnail::plan));
-        EXPECT_EQ(elevation, viewMarkers(view, Thumbnail::elevation));
-        EXPECT_EQ(slide, eyeSlideRecord(view));
-        EXPECT_EQ(lights[0], eyeMarker(view));
+        EXPECT_TRUE(plan == viewMarkers(view, Thumbnail::plan)
+                    && elevation == viewMarkers(view, Thumbnail::elevation));
+        EXPECT_TRUE(slide == eyeSlideRecord(view) && lights[0] == eyeMarker(view));
         EXPECT_EQ(sliders[0], intensityToSlider(view.skyIntensity));
         for (std::size_t k = 0; k < 8; ++k) {
             const bool present = k < view.lights.size();

@@ -1,29 +1,12 @@
 #include "view/PanelRecords.h"
 
-#include "view/Direction.h"
 #include "view/ViewCommands.h"
 
 #include <gtest/gtest.h>
 
-#include <cmath>
+#include <numbers>
 
 using namespace belvor;
-
-TEST(Direction, SquashAndUnsquashAreInverse)
-{
-    const std::tuple<double, double> cases[] = {
-        {0, 0},
-        {-1, -0.295167235300867},
-        {2, 0.5},
-        {2.85830369275204, 0.61132125765973},
-        {1303.79627115479, 0.9990234375},
-    };
-    for (const auto& [distance, position] : cases) {
-        EXPECT_NEAR(squash(distance), position, 1e-12) << distance;
-        EXPECT_NEAR(unsquash(position), distance, 1e-9 * std::fabs(distance))
-            << position;   // steep at the end
-    }
-}
 
 TEST(PanelRecords, ShowTheWholeModelViewInBothProjections)
 {

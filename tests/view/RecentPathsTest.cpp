@@ -16,17 +16,11 @@ TEST(RecentPaths, KeepTheLastEightPaths)
 TEST(RecentPaths, LongNamesAreShortenedAtASeparator)
 {
     const std::tuple<const char*, const char*, const char*> cases[] = {
-        {"19 characters", "C:\\models\\tower.thf", "C:\\models\\tower.thf"},
-        {"several folders", "C:\\m\\x\\y\\bridges\\tower.thf", "C:\\...\\tower.thf"},
         {"server and share stay", "\\\\server\\share\\models\\tower.thf",
          "\\\\server\\share\\...\\tower.thf"},
-        {"nothing to cut", "C:\\a_very_long_file_name_indeed.dxf", "C:\\a_very_long_file_name_indeed.dxf"},
         {"the file name is never cut", "C:\\d\\a_very_long_file_name_indeed.dxf",
          "C:\\...\\a_very_long_file_name_indeed.dxf"},
-        {"a relative path", "models/sub/other/tower.thf", ".../other/tower.thf"},
         {"as much of the end as fits", "/models/a/b/tower.thf", "/.../a/b/tower.thf"},
-        {"no separator at all", "a_very_long_file_name_indeed.dxf", "a_very_long_file_name_indeed.dxf"},
-        {"a share without a file", "\\\\a_long_server_name\\share", "\\\\a_long_server_name\\share"},
         {"characters count, not bytes", "C:\\äöüäöüä\\tower.thf", "C:\\äöüäöüä\\tower.thf"},
         {"those beyond 16 bits twice", "C:\\\U0001F600\U0001F600\U0001F600\U0001F600\\tower.thf",
          "C:\\...\\tower.thf"},

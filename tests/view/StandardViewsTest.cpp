@@ -29,9 +29,7 @@ constexpr Body bodies[] = {
 Extent<3> boxOf(const Body& body)
 {
     Extent<3> box = Extent<3>::nothing();
-    box += body.lo;
-    box += body.hi;
-    return box;
+    return (box += body.lo) += body.hi;
 }
 
 ModelPlace placeOf(const Body& body)
@@ -97,15 +95,4 @@ TEST(StandardViews, AnEmptyModelHasAFiniteViewAndAHugeOneHasNone)
     const Body all{"", {-most, -most, -most}, {most, most, most}};
     EXPECT_FALSE(
         standardView(freshView(), StandardView::plan, boxOf(all), {{}, most}, size).finiteInModel({}, most));
-}
-
-TEST(StandardViews, AScaleGivesTheSizeOfAPixel)
-{
-    for (const double radius : {0.0, 3.0, 1e9}) {
-        ViewParameters view = freshView();
-        view.parallel = true;
-        view.zoom = zoomForScale(0.25, radius, size);
-        const Scene scene = buildScene(view, {{}, radius}, size, size.width, size.height);
-        EXPECT_NEAR(scene.camera->scale, 4.0, 1e-14) << radius;
-    }
 }

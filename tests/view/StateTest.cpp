@@ -21,7 +21,6 @@ TEST(ViewCommands, WholeModelFitsTheSphereIntoThePicture)
 {
     const std::tuple<int, int, double> cases[] = {
         {800, 600, 4.68668256792222},
-        {600, 800, 4.68668256792222},
         {1280, 1024, 4.51001180672511},
     };
     for (const auto& [width, height, distance] : cases) {
@@ -90,21 +89,13 @@ TEST(ViewParameters, ValuesMissingInAShortFileKeepTheirDefaults)
     // Columns: why, text, [x of the eye, zoom, sky, parallel, five lights]. The eye is 0 in model
     // coordinates.
     const std::tuple<const char*, std::string, const char*> cases[] = {
-        {"empty", "", "[-1,0.8,0.4,false,0,0,0,0,0]"},
         {"a broken number is 0 and ends the reading", "1 x 3\n4 5 6\n0.5\n",
          "[-0.5,0.8,0.4,false,0,0,0,0,0]"},
         {"broken zoom", "2 4 6 2 4 6 zoom 1 0.9 0.9 1 1 1", "[0,0,0.4,false,0,0,0,0,0]"},
         {"unknown projection", "2 4 6 2 4 6 0.5 2 0.9 0.9 1 1 1", "[0,0.5,0.4,true,0,0,0,0,0]"},
-        {"two lights", "2 4 6 2 4 6 0.5 1 0.9 0.9 10 20 0.3 30 40 0.7\n", "[0,0.5,0.9,true,0.3,0.7,0,0,0]"},
         {"half a light", "2 4 6 2 4 6 0.5 1 0.9 0.9 10 20 0.3 30 40", "[0,0.5,0.9,true,0.3,0,0,0,0]"},
         {"seven lights", "2 4 6 2 4 6 0.5 1 0.9 0.9 1 1 1 1 1 2 1 1 3 1 1 4 1 1 5 1 1 6 1 1 7",
          "[0,0.5,0.9,true,1,2,3,4,5]"},
-        {"after the first megabyte", std::string(2 << 20, ' ') + "2 4 6 2 4 6 0.5",
-         "[-1,0.8,0.4,false,0,0,0,0,0]"},
-        {"projection too large for 64 bits", "2 4 6 2 4 6 0.5 99999999999999999999 0.9",
-         "[0,0.5,0.4,true,0,0,0,0,0]"},
-        {"zoom too large for a double", "2 4 6 2 4 6 1e999 1",
-         "[0,1.7976931348623157e+308,0.4,false,0,0,0,0,0]"},
     };
     for (const auto& [why, text, values] : cases) {
         ViewParameters view;
@@ -123,15 +114,8 @@ TEST(ViewParameters, TheFirstUnreadableNumberIsReported)
     // Columns: why, text, line, value, light.
     const std::tuple<const char*, std::string, int, ViewValue, int> cases[] = {
         {"whole", "1 2 3\n4 5 6\n0.5\n1\n1\n1\n1 1 1\n", 0, {}, 0},
-        {"no lights", "1 2 3\n4 5 6\n0.5\n0\n1\n1", 0, {}, 0},
-        {"more lights than there are", "1 2 3 4 5 6 0.5 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 x", 0, {}, 0},
-        {"header alone", "", 2, ViewValue::eye, 0},
-        {"a letter in the eye", "1 2x 3\n4 5 6\n", 2, ViewValue::eye, 0},
-        {"a comma in the look-at point", "1 2 3\r\n4,5 5 6\r\n", 3, ViewValue::lookAt, 0},
         {"zoom too large", "1 2 3\n4 5 6\n1e999\n1\n", 4, ViewValue::zoom, 0},
-        {"projection in words", "1 2 3\n4 5 6\n0.5\nperspective\n", 5, ViewValue::projection, 0},
         {"projection 2", "1 2 3\n4 5 6\n0.5\n2\n1\n1\n", 5, ViewValue::projection, 0},
-        {"cut before the sky", "1 2 3\n4 5 6\n0.5\n1", 5, ViewValue::sky, 0},
         {"cut before the ground", "1 2 3\n4 5 6\n0.5\n1\n1\n", 7, ViewValue::ground, 0},
         {"half of the second light", "1 2 3\n4 5 6\n0.5\n1\n1\n1\n1 1 1\n30 60\n", 10, ViewValue::light, 2},
     };

@@ -1,8 +1,7 @@
 #include "view/ViewEdits.h"
 
+#include "tests/view/Views.h"
 #include "view/Intensity.h"
-#include "view/SceneBuilder.h"
-#include "view/ViewCommands.h"
 
 #include <gtest/gtest.h>
 
@@ -14,21 +13,9 @@ using namespace belvor;
 
 namespace {
 
-const ModelPlace boxPlace{{1, 2, 3}, 3.74165738677394};   // a box of 2 × 4 × 6, a corner at the origin
-
-ViewParameters wholeModelView(bool parallel = false)
-{
-    ViewParameters view = wholeModel(freshView(), ImageSize{800, 600});
-    view.imageSaved = true;
-    view.parallel = parallel;
-    return view;
-}
-
 void expectPoint(const Point<3>& actual, const Point<3>& expected, const char* why)
 {
-    for (int axis = 0; axis < 3; ++axis)
-        EXPECT_NEAR(actual[axis], expected[axis], 1e-11 * std::max(1.0, std::fabs(expected[axis])))
-            << why << ", axis " << axis;
+    EXPECT_LT((actual - expected).length(), 1e-11 * (1.0 + expected.vector().length())) << why;
 }
 
 /// Equal and still saved: what setView drops without a trace.
@@ -42,7 +29,7 @@ void expectUntouched(const ViewParameters& next, const ViewParameters& view, con
 
 TEST(ViewEdits, APlanDragSetsTheShownCoordinatesAndKeepsTheOthers)
 {
-    const ViewParameters view = wholeModelView();
+    const ViewParameters view = test::savedView();
     const ViewParameters next = moveMarkers(view, Thumbnail::plan, {0.25, -0.5, 0, 0, false});
     expectPoint(next.eye, {0.5, 1, 2.34473197831402}, "eye");
     EXPECT_EQ(next.lookAt, view.lookAt);
@@ -54,7 +41,7 @@ TEST(ViewEdits, APlanDragSetsTheShownCoordinatesAndKeepsTheOthers)
     EXPECT_EQ(tilted.lookAt, (Point<3>{0.2, 0, 0.4}));
     EXPECT_EQ(tilted.eye, view.eye) << "an undragged marker comes back bit for bit";
 
-    const ViewParameters parallel = wholeModelView(true);
+    const ViewParameters parallel = test::savedView(true);
     asked = viewMarkers(parallel, Thumbnail::plan);
     asked.eyeH += 0.125, asked.lookAtH += 0.125;   // the whole sight line is shifted: no tilt
     const ViewParameters shifted = moveMarkers(parallel, Thumbnail::plan, asked);
@@ -71,7 +58,7 @@ TEST(ViewEdits, MarkersSentBackUnchangedChangeNothing)
     std::mt19937 random(7);
     std::uniform_real_distribution<double> coordinate(-5, 5);
     for (int i = 0; i < 1000; ++i) {
-        ViewParameters view = wholeModelView(i % 2 == 0);
+        ViewParameters view = test::savedView(i % 2 == 0);
         view.eye = {coordinate(random), coordinate(random), coordinate(random)};
         view.lookAt = {coordinate(random), coordinate(random), coordinate(random)};
         expectUntouched(moveMarkers(view, Thumbnail::plan, viewMarkers(view, Thumbnail::plan)), view, "plan");
@@ -85,14 +72,12 @@ TEST(ViewEdits, MarkersSentBackUnchangedChangeNothing)
 
 TEST(ViewEdits, TheSlideMovesTheEyeAlongTheLineOfSight)
 {
-    const ViewParameters view = wholeModelView(), parallel = wholeModelView(true);
+    const ViewParameters view = test::savedView(), parallel = test::savedView(true);
     EyeSlideRecord asked = eyeSlideRecord(view);
-    const std::tuple<double, Point<3>> cases[] = {
-        {0.9, {-7.73120447536699, -7.73120447536699, 6.31749851415703}},
-        {1.0, {-798.250892760822, -798.250892760822, 652.285015227415}},   // no eye at infinity
-        {-0.5, {1.22450249386555, 1.22450249386555, -1.00059346641585}},   // past the look-at point
-    };
-    for (const auto& [position, eye] : cases) {
+    for (const auto& [position, eye] :
+         {std::pair{1.0,
+                    Point<3>(-798.250892760822, -798.250892760822, 652.285015227415)},   // not at infinity
+          {-0.5, {1.22450249386555, 1.22450249386555, -1.00059346641585}}}) {   // past the look-at point
         asked.eye = position;
         expectPoint(moveAlongSight(view, asked).eye, eye, "eye");
         EXPECT_EQ(moveAlongSight(view, asked).lookAt, view.lookAt);
@@ -109,36 +94,30 @@ TEST(ViewEdits, TheSlideMovesTheEyeAlongTheLineOfSight)
 
 TEST(ViewEdits, SphereAndSlidersChangeTheEyeAndTheLights)
 {
-    const ViewParameters view = wholeModelView();
+    const ViewParameters view = test::savedView();
     expectPoint(turn(view, {90, 0, 0}).eye, {4.68668256792222, 0, 0}, "from the side");
     const SphereMarker over = eyeMarker(turn(view, {0, 100, 0}));
     EXPECT_NEAR(std::fabs(over.bearing), 180, 1e-9) << "over the pole";
     EXPECT_NEAR(over.elevation, 80, 1e-9);
 
-    EXPECT_EQ(turn(view, {200, -95, 2}).lights[1], (ParallelLightSetting{200, -95, 0}))
-        << "as asked, not wrapped";
-    EXPECT_FALSE(turn(view, {200, -95, 2}).imageSaved);
+    EXPECT_EQ(turn(view, {200, -95, 2}).lights[1], (ParallelLightSetting{200, -95, 0})) << "not wrapped";
     expectUntouched(turn(view, {200, -95, 6}), view, "there are five lights");
     EXPECT_EQ(removeLight(view, 0).lights[0].intensity, 0.0);
     expectUntouched(removeLight(view, 1), view, "is off");
     expectUntouched(removeLight(view, 5), view, "there are five lights");
 
     EXPECT_NEAR(setIntensity(view, 0, 21).skyIntensity, 10.0, 1e-11);
-    EXPECT_EQ(setIntensity(view, 1, 0).groundIntensity, 0.0);
-    EXPECT_EQ(setIntensity(view, 4, 11).lights[2].intensity, 1.0);
     EXPECT_NEAR(setIntensity(view, 4, 40).lights[2].intensity, 10.0, 1e-11) << "clamped";
     const ViewParameters nine = setIntensity(view, 10, 11);
     ASSERT_EQ(nine.lights.size(), 9u);
-    EXPECT_EQ(nine.lights[7], (ParallelLightSetting{-30, 60, 0}));
     EXPECT_EQ(nine.lights[8], (ParallelLightSetting{-30, 60, 1}));
-    for (const std::size_t slider : {std::size_t{11}, static_cast<std::size_t>(-1)})
-        expectUntouched(setIntensity(view, slider, 11), view, "a stray message must not allocate");
+    expectUntouched(setIntensity(view, 11, 11), view, "a stray message must not allocate");
 }
 
 TEST(ViewEdits, ASliderReleasedAtItsPositionChangesNothing)
 {
-    ViewParameters view = wholeModelView();   // sky 0.4 and light 0.6 stand between two positions
-    view.lights[1].intensity = 0.05;          // shown as off
+    ViewParameters view = test::savedView();   // sky 0.4 and light 0.6 stand between two positions
+    view.lights[1].intensity = 0.05;           // shown as off
     for (std::size_t slider = 0; slider < 7; ++slider) {
         const double intensity = slider == 0   ? view.skyIntensity
                                  : slider == 1 ? view.groundIntensity
@@ -152,7 +131,7 @@ TEST(ViewEdits, ASliderReleasedAtItsPositionChangesNothing)
 TEST(ViewEdits, AnEyeOnTheLookAtPointIsRefused)
 {
     for (const bool parallel : {false, true}) {
-        ViewParameters view = wholeModelView(parallel);
+        ViewParameters view = test::savedView(parallel);
         view.eye = {-1.0, -2.0, 0.25};
         view.lookAt = {0.5, 0.75, 0.25};   // level: the plan shows all of the distance
         ViewMarkers plan = viewMarkers(view, Thumbnail::plan);
@@ -165,7 +144,7 @@ TEST(ViewEdits, AnEyeOnTheLookAtPointIsRefused)
         slide.eye = slide.lookAt;
         expectUntouched(moveAlongSight(view, slide), view, "on the slide");
     }
-    ViewParameters blind = wholeModelView();   // as a parameter file may say
+    ViewParameters blind = test::savedView();   // as a parameter file may say
     blind.eye = blind.lookAt;
     EXPECT_NE(setIntensity(blind, 0, 20), blind) << "other requests are applied";
     ViewMarkers away = viewMarkers(blind, Thumbnail::plan);
@@ -175,28 +154,24 @@ TEST(ViewEdits, AnEyeOnTheLookAtPointIsRefused)
 
 TEST(ViewEdits, AClickInThePictureMovesTheLookAtPoint)
 {
-    const Point<3> eye{-2.86942724618848, -2.86942724618848, 2.34473197831402};
-    const Point<3> shifted{-3.22757229176457, -1.9563520956518, 3.02384224662244};
-    // Columns: parallel, x, y, lookAt, eye.
-    const std::tuple<bool, int, int, Point<3>, Point<3>> cases[] = {
-        {false, 304, 228, {0, 0, 0}, eye},
-        {false, 100, 50, {-0.445094431196602, 0.808606420670602, 0.744834406570543}, eye},
-        {false, 607, 455, {0.393403937808866, -1.41505868939504, -0.689034370337608}, eye},
-        {true, 304, 228, {0, 0, 0}, eye},
-        {true, 100, 50, {-0.358145045576085, 0.913075150536683, 0.679110268308423}, shifted},
-    };
-    for (const auto& [parallel, x, y, lookAt, wantedEye] : cases) {
-        const ViewParameters view = wholeModelView(parallel);
-        const Scene scene = buildScene(view, boxPlace, {800, 600}, 608, 456);
-        const ViewParameters next = lookAtPixel(view, *scene.camera, boxPlace.viewToModel(), x, y);
-        expectPoint(next.lookAt, lookAt, parallel ? "parallel, look-at point" : "perspective, look-at point");
-        expectPoint(next.eye, wantedEye, parallel ? "parallel, eye" : "perspective, eye");
-    }
+    for (const bool parallel : {false, true})
+        for (const auto& [x, y] : {std::pair{304, 228}, {100, 50}, {607, 455}}) {
+            const ViewParameters view = test::savedView(parallel);
+            const Handle<Camera> camera = test::cameraOf(view);
+            const ViewParameters next = lookAtPixel(view, *camera, test::boxPlace.viewToModel(), x, y);
+            const Point<3> seen = camera->project(test::boxPlace.viewToModel()(next.lookAt));
+            EXPECT_NEAR(std::hypot(seen[0] - x, seen[1] - y), 0, 1e-9) << parallel;
+            const Vector<3> before = view.eye - view.lookAt, sight = next.eye - next.lookAt;
+            EXPECT_NEAR(sight.length(), before.length(), 1e-11) << parallel;
+            const double change = parallel ? (sight - before).length() : (next.eye - view.eye).length();
+            EXPECT_NEAR(change, 0, 1e-11) << "a parallel view is shifted, the other one turned";
+            EXPECT_NEAR(parallel ? dot(next.lookAt - view.lookAt, before) : 0, 0, 1e-11) << "no nearer";
+        }
 }
 
 TEST(ViewEdits, NumbersThatAreNotFiniteAreIgnored)
 {
-    const ViewParameters view = wholeModelView();
+    const ViewParameters view = test::savedView();
     const double none = std::nan(""), endless = std::numeric_limits<double>::infinity();
     EXPECT_EQ(zoomBy(view, 1.25).zoom, 0.364 * 1.25);
     EXPECT_EQ(zoomBy(view, 0.0).zoom, 0.0);

@@ -57,4 +57,8 @@ TEST(ViewHistory, AGestureIsOneChangeAndAViewWithoutEndIsNone)
         EXPECT_EQ(history.show(zoomed(zoom), gesture), changed) << why;
         EXPECT_EQ(history.previous().zoom, before) << why;
     }
+    for (int i = 0; i < 200; ++i) history.show(zoomed(10 + i));
+    std::size_t undone = 0;
+    while (history.undo()) ++undone;
+    EXPECT_EQ(undone, ViewHistory::depth);
 }

@@ -13,57 +13,38 @@ Reading readAs(const std::string& bytes, ReadingRules rules, DrawingColours colo
     return readDXF(bytes, {.rules = rules, .colours = colours});
 }
 
-std::string hex(const Colour& colour)
-{
-    std::string text = "#";
-    for (const double channel : colour)
-        for (const int shift : {4, 0}) text += "0123456789abcdef"[(toByte(channel) >> shift) & 0xF];
-    return text;
-}
-
-/// "WALL #ff0000 2, ...": the material and its colour of each run of facets, and their number.
-std::string surfacesOf(const Reading& drawing, bool withColours = true)
+/// "WALL 2, ...": the material of each run of facets, and their number.
+std::string surfacesOf(const Reading& drawing)
 {
     std::string text;
     const Model& model = *drawing.model;
     for (std::uint32_t i = 0, run = 0; i < model.facetCount(); i = run) {
         while (run < model.facetCount() && model.facet(run).material == model.facet(i).material) ++run;
-        const Material& material = *model.facet(i).material;
-        text += material.name + ' ' + (withColours ? hex(material.colour) + ' ' : "")
-                + std::to_string(run - i) + ", ";
+        text += model.facet(i).material->name + ' ' + std::to_string(run - i) + ", ";
     }
     return text;
 }
 
 TEST(DXFConventions, ColoursAreTheDrawings)
 {
-    // Columns: why, blocks, content, surfaces.
+    // Columns: why, blocks, content, surfaces. More is held against tests/dxf_ezdxf/.
     const std::tuple<const char*, std::string, std::string, std::string> cases[] = {
-        {"its own", "",
-         face("Red", "62 12") + face("Red", "62 1") + face("Red", "62 1|420 255") + face("Red", "62 256"),
-         "Red #a50000 #a50000 1, Red #ff0000 1, Red #0000ff #0000ff 1, Red #ff0000 1, "},
-        {"0 in a block is that of the INSERT, through two",
-         block("A", face("Red", "62 0")) + block("B", insertion("A", "62 0|", "true")),
-         insertion("B", "62 2") + insertion("B") + insertion("A", "", "true"),
-         "Red #ffff00 #ffff00 1, Red #00ff00 #00ff00 1, Red #123456 #123456 1, "},
         {"layer 0 in a block takes the layer, also in the third insertion, which is played back",
          block("A", face() + face("Red")) + block("B", insertion("A")),
          insertion("B", "", "Red") + insertion("B", "", "true") + insertion("B", "62 5|", "none")
              + insertion("A"),
-         "Red #ff0000 2, true #123456 1, Red #ff0000 1, none #ffffff 1, Red #ff0000 1, 0 #00ff00 1, Red "
-         "#ff0000 1, "},
+         "Red 2, true 1, Red 1, none 1, Red 1, 0 1, Red 1, "},
         {"materials of AVE win", block("A", face("0", "62 3|1001 AVE_FINISH|1005 1F")),
-         "0 TEXT|5 1F|1001 AVE_MATERIAL|1000 brass|" + insertion("A", "70 3|", "Red"), "brass"},
+         "0 TEXT|5 1F|1001 AVE_MATERIAL|1000 brass|" + insertion("A", "70 3|", "Red"), "brass 3, "},
     };
     for (const auto& [why, blocks, content, surfaces] : cases)
-        EXPECT_EQ(surfacesOf(readModern(drawing(blocks, content))).substr(0, surfaces.size()), surfaces)
-            << why;
+        EXPECT_EQ(surfacesOf(readModern(drawing(blocks, content))), surfaces) << why;
     const std::string text =
         drawing(block("A", face("0", "62 0")), insertion("A", "62 2|", "Red") + face("Red", "62 x"));
-    EXPECT_EQ(surfacesOf(readAs(text, ReadingRules::modern, DrawingColours::ofLayers), false), "Red 2, ");
+    EXPECT_EQ(surfacesOf(readAs(text, ReadingRules::modern, DrawingColours::ofLayers)), "Red 2, ");
     EXPECT_EQ(surfacesOf(readAs(text, ReadingRules::strict, DrawingColours::ofDrawing)),
-              "0 #ffff00 #ffff00 1, Red #ff0000 1, ");
-    EXPECT_EQ(surfacesOf(readAs(text, ReadingRules::strict), false), "0 1, Red 1, ");
+              "0 #ffff00 1, Red 1, ");
+    EXPECT_EQ(surfacesOf(readAs(text, ReadingRules::strict)), "0 1, Red 1, ");
 }
 
 TEST(DXFConventions, LayersHideWhatEndsUpOnThem)
@@ -71,43 +52,25 @@ TEST(DXFConventions, LayersHideWhatEndsUpOnThem)
     const std::string line = "0 LINE|8 0|10 0|20 0|11 1|21 0|";
     // Columns: why, blocks, content, account.
     const std::tuple<const char*, std::string, std::string, std::string> cases[] = {
-        {"an INSERT that is off hides what is on layer 0", block("A", face() + face("Red")),
-         insertion("A", "70 9|", "off"), "3DFACE 2 = 1 + 1 layer off; INSERT 1 = 1; "},
         {"and is off when nothing else is in it", block("A", face() + line),
          insertion("A", "", "off") + insertion("none", "", "off"),
          "3DFACE 1 = 0 + 1 layer off; INSERT 2 = 0 + 2 layer off; LINE 1 = 0 + 1 layer off; everything that "
          "could be drawn is on layer off, which is off "},
-        {"drawn by another INSERT: drawn", block("A", face()),
-         insertion("A", "", "off") + insertion("A", "", "Red") + insertion("A", "", "off"),
-         "3DFACE 1 = 1; INSERT 3 = 1 + 2 layer off; "},
-        {"through two levels", block("A", face()) + block("B", insertion("A")),
-         insertion("B", "", "off") + insertion("B", "", "off") + insertion("B"),
-         "3DFACE 1 = 1; INSERT 4 = 2 + 2 layer off; "},
         {"invisible, with all it holds", block("A", face() + face("0", "60 1")),
          insertion("A") + insertion("A", "60 1") + face("0", "60 1"),
          "3DFACE 3 = 1 + 2 invisible; INSERT 2 = 1 + 1 invisible; "},
         {"invisible comes before never inserted and frozen", block("A", face("0", "60 1") + face()),
          face("cold", "60 1"), "3DFACE 3 = 0 + 2 invisible + 1 block never inserted; "},
-        {"paper space is not drawn beside model space", "",
-         face() + face("cold", "67 1") + "0 VIEWPORT|8 0|67 1|" + face("0", "67 1|60 1"),
-         "3DFACE 3 = 1 + 2 paper space; VIEWPORT 1 = 0 + 1 type not drawn; "},
         {"it is drawn when model space has nothing", block("A", face()),
          line + face("cold", "67 1") + insertion("A", "67 1") + "0 VIEWPORT|8 0|67 1|"
              + face("0", "67 1|60 1") + "0 LINE|67 1|10 0|",
          "3DFACE 3 = 1 + 1 invisible + 1 layer frozen; INSERT 1 = 1; LINE 2 = 0 + 1 faulty + 1 no surface; "
-         "VIEWPORT 1 = 0 + 1 type not drawn; "
-         "model space has nothing to draw: paper space is shown "},
-        {"67 in a block says nothing", block("A", face("0", "67 1")), insertion("A"),
-         "3DFACE 1 = 1; INSERT 1 = 1; "},
+         "VIEWPORT 1 = 0 + 1 type not drawn; model space has nothing to draw: paper space is shown "},
         {"faulty comes first", block("A", "0 LINE|8 0|10 0|60 1"), "0 LINE|8 cold|10 0|60 1|67 1|",
          "LINE 2 = 0 + 2 faulty; "},
         {"dimensions draw when their block does", block("*D1", face()),
          "0 DIMENSION|8 0|2 *D1|0 DIMENSION|8 0|2 *D2|0 MTEXT|8 0",
          "3DFACE 1 = 1; DIMENSION 2 = 1 + 1 block unknown; MTEXT 1 = 0 + 1 type not drawn; "},
-        {"a dimension hands its layer on", block("*D1", face()),
-         "0 DIMENSION|8 off|2 *D1|0 DIMENSION|8 cold|2 *D1|",
-         "3DFACE 1 = 0 + 1 layer off; DIMENSION 2 = 0 + 1 layer frozen + 1 layer off; everything that could "
-         "be drawn is on layer off, which is off "},
         {"names match in any case and without blanks at the end", block("Wall ", face()),
          insertion("WALL", "", "OFF") + insertion("wall", "", "rEd"),
          "3DFACE 1 = 1; INSERT 2 = 1 + 1 layer off; "},
@@ -118,13 +81,6 @@ TEST(DXFConventions, LayersHideWhatEndsUpOnThem)
     EXPECT_EQ(twice.account.repairCount, 1u) << "told once, though seen twice";
     for (const NotDrawn& entry : twice.account.notDrawn)
         EXPECT_EQ(entry.count, 1u) << entry.type << entry.reason;
-}
-
-TEST(DXFConventions, SpacingIsNotScaledAndTurnsWithTheArray)
-{
-    const std::string text = drawing(block("A", "0 3DFACE|8 0|10 1|20 0|11 2|21 0|12 1|22 1"),
-                                     insertion("A", "41 2|42 2|50 90|70 2|44 10"));
-    EXPECT_EQ(written(*readModern(text).model), "(0 2 0) (0 4 0) (-2 2 0); (0 12 0) (0 14 0) (-2 12 0)");
 }
 
 TEST(DXFConventions, UnitsAreTheDrawings)
@@ -146,9 +102,7 @@ TEST(DXFConventions, NamesBecomeUtf8)
     // Columns: why, header, name, shown, warnings.
     const std::tuple<const char*, std::string, std::string, std::string, std::string> cases[] = {
         {"a code page", "9 $ACADVER|1 AC1015|9 $DWGCODEPAGE|3 ANSI_1252|", "W\xE4nde", "W\u00E4nde", ""},
-        {"two bytes a character", "9 $DWGCODEPAGE|3 ANSI_932|", "\x95\xC7", "\u58C1", ""},
-        {"UTF-8 from 2007 on", "9 $ACADVER|1 AC1021|9 $DWGCODEPAGE|3 ANSI_1252|", "W\u00E4nde", "W\u00E4nde",
-         ""},
+        {"UTF-8 from 2007 on", "9 $ACADVER|1 AC1021|9 $DWGCODEPAGE|3 ANSI_1252|", "\u00E4", "\u00E4", ""},
         {"an escape", "9 $DWGCODEPAGE|3 ANSI_1251|", "W\\U+00E4nde", "W\u00E4nde", ""},
         {"no code page, but UTF-8", "", "W\u00E4nde", "W\u00E4nde", ""},
         {"no code page", "", "W\xE4nde", "W\uFFFDnde",

@@ -14,10 +14,8 @@ using namespace belvor::test;
 TEST(DXFArcs, AreDividedIntoChordsByAngleAndLength)
 {
     const std::tuple<double, double, int> cases[] = {
-        {360, 1e-9, 36}, {90, 1, 9},    {45, 5, 5},     {25, 1, 3},    {24.9999, 1, 1}, {24, 23.9, 1},
-        {20, 10, 1},     {20, 43, 2},   {20, 100, 3},   {10, 1000, 3}, {0.001, 1, 1},   {0.0009, 1, 36},
-        {0, 5, 36},      {-90, 7, 27},  {-300, 7, 6},   {-350, 7, 1},  {-400, 7, 1},    {355, 2, 36},
-        {720, 3, 36},    {1, 1e300, 3}, {1e300, 1, 36},
+        {360, 1e-9, 36}, {24.9999, 1, 1}, {25, 1, 3},   {20, 10, 1},  {20, 43, 2},   {10, 1000, 3},
+        {0.001, 1, 1},   {0.0009, 1, 36}, {-90, 7, 27}, {-350, 7, 1}, {1, 1e300, 3}, {1e300, 1, 36},
     };
     for (const auto& [sweep, radius, chords] : cases)
         EXPECT_EQ(arcSegments(sweep, radius), chords) << sweep << " degrees, radius " << radius;
@@ -46,8 +44,6 @@ TEST(DXFLoops, HaveAPlaneAlsoWhenCornersCoincideOrCross)
         {"first two coincide", Corners{{0, 0, 0}, {0, 0, 0}, {4, 3, 0}, {0, 3, 0}}, {0, 0, 1}},
         {"warped: the cross product of the diagonals", warped, Vector<3>(-1, -1, 2).unit()},
         {"crosses itself with equal lobes", Corners{{0, 0, 0}, {4, 0, 0}, {0, 3, 0}, {4, 3, 0}}, fallback},
-        {"on one line", Corners{{0, 0, 0}, {1, 1, 1}, {2, 2, 2}}, fallback},
-        {"one point", point, fallback},
         {"small and millions away",
          Corners{{5e6, 5e6, 0}, {5e6 + 0.01, 5e6, 0}, {5e6, 5e6 + 0.01, 0}},
          {0, 0, 1}},
@@ -65,83 +61,39 @@ TEST(DXFLoops, HaveAPlaneAlsoWhenCornersCoincideOrCross)
 
 TEST(DXFEntities, GiveTheirSurfaces)
 {
-    // Columns: why, groups, facets, corners, area, middle where it matters.
-    const std::tuple<const char*, const char*, std::uint32_t, std::uint32_t, double, const char*> cases[] = {
-        {"face of three corners", "0 3DFACE|10 0|20 0|11 1|21 0|12 1|22 1", 1, 3, 0.5, ""},
-        {"face: thickness, elevation, extrusion and unseen edges mean nothing",
-         "0 3DFACE|10 0|20 0|11 4|21 0|12 4|22 3|38 9|39 2|70 15|210 0|220 0|230 -1", 1, 3, 6, "(2 1.5 0)"},
-        {"solid without a fourth corner", "0 TRACE|10 0|20 0|11 4|21 0|12 4|22 3|39 2", 5, 18, 36, ""},
-        {"solid: old elevation", "0 SOLID|10 0|20 0|11 4|21 0|12 0|22 3|13 4|23 3|38 5", 1, 4, 12,
-         "(2 1.5 5)"},
-        {"line: old elevation", "0 3DLINE|10 0|20 0|11 1|21 0|38 7|39 1", 1, 4, 1, "(0.5 0 7.5)"},
+    // Columns: why, groups, facets, corners, area.
+    const std::tuple<const char*, const char*, std::uint32_t, std::uint32_t, double> cases[] = {
+        {"solid without a fourth corner", "0 TRACE|10 0|20 0|11 4|21 0|12 4|22 3|39 2", 5, 18, 36},
         {"arc across the start of the circle", "0 ARC|10 0|20 0|40 100|50 350|51 10|39 1", 3, 12,
-         600 * std::sin(toRadians(10.0 / 3)), ""},
-        {"arc of equal angles: all round", "0 ARC|10 0|20 0|40 1|50 30|51 30|39 1", 36, 144,
-         36 * 2 * std::sin(toRadians(5)), ""},
+         600 * std::sin(toRadians(10.0 / 3))},
         {"ellipse, complete by its parameters", "0 ELLIPSE|10 0|20 0|11 2|21 0|40 0.5|41 1|42 7.283185307", 1,
-         36, 6.25133439, ""},
-        {"ellipse of equal parameters", "0 ELLIPSE|10 0|20 0|11 2|21 0|40 0.5|41 1|42 1", 1, 36, 6.25133439,
-         ""},
-        {"mitred corner, thick", "0 LWPOLYLINE|43 2|39 1|10 0|20 0|10 10|20 0|10 10|20 10", 10, 40, 124, ""},
-        {"donut", "0 LWPOLYLINE|70 1|43 1|10 -1|20 0|42 1|10 1|20 0|42 1", 36, 144, 6.25133439, "(0 0 0)"},
-        {"closed, thick", "0 LWPOLYLINE|70 1|39 2|10 0|20 0|10 4|20 0|10 4|20 3", 3, 12, 24, ""},
-        {"half circle of the long form",
-         "0 POLYLINE|39 1|0 VERTEX|10 0|20 0|42 1|0 VERTEX|10 2|20 0|0 SEQEND", 18, 72, 3.13760674, ""},
-        {"bulge to the right", "0 LWPOLYLINE|39 1|10 0|20 0|42 -0.41421356237|10 2|20 0", 9, 36,
-         9 * 2 * std::sqrt(2.0) * std::sin(toRadians(5)), "(1 0.204416 0.5)"},
+         36, 6.25133439},
+        {"mitred corner, thick", "0 LWPOLYLINE|43 2|39 1|10 0|20 0|10 10|20 0|10 10|20 10", 10, 40, 124},
+        {"donut", "0 LWPOLYLINE|70 1|43 1|10 -1|20 0|42 1|10 1|20 0|42 1", 36, 144, 6.25133439},
         {"a vertex' own width comes first",
-         "0 POLYLINE|40 1|41 1|0 VERTEX|10 0|20 0|40 3|41 3|0 VERTEX|10 5|20 0|0 SEQEND", 1, 4, 15, ""},
+         "0 POLYLINE|40 1|41 1|0 VERTEX|10 0|20 0|40 3|41 3|0 VERTEX|10 5|20 0|0 SEQEND", 1, 4, 15},
         {"smoothly out of an arc inside half the width",
          "0 LWPOLYLINE|43 4|10 0|20 2|42 1|10 0|20 0|42 0|10 10|20 0", 19, 58,
-         40 + 81 * std::sin(toRadians(10)), ""},
-        {"bulge beyond any circle", "0 LWPOLYLINE|43 1|10 0|20 0|42 1e300|10 5|20 0", 1, 4, 5, ""},
-        {"no bulge to speak of", "0 LWPOLYLINE|43 1|10 0|20 0|42 9e-10|10 5|20 0", 1, 4, 5, ""},
+         40 + 81 * std::sin(toRadians(10))},
         {"different widths meet square: caps on both sides",
-         "0 LWPOLYLINE|39 1|10 0|20 0|40 2|41 2|10 5|20 0|40 1|41 1|10 10|20 0", 12, 48, 2 * 15 + 20 + 4 + 2,
-         ""},
+         "0 LWPOLYLINE|39 1|10 0|20 0|40 2|41 2|10 5|20 0|40 1|41 1|10 10|20 0", 12, 48, 2 * 15 + 20 + 4 + 2},
         {"turn back: square ends", "0 LWPOLYLINE|43 1|39 1|10 0|20 0|10 5|20 0|10 0|20 0.1", 12, 48,
-         2 * (5 + std::sqrt(25.01)) * 2 + 4, ""},
-        {"elevation of the first vertex",
-         "0 POLYLINE|40 2|41 2|38 9|0 VERTEX|10 0|20 0|30 4|0 VERTEX|10 10|20 0|30 6|0 SEQEND", 1, 4, 20,
-         "(5 0 4)"},
-        {"old elevation", "0 POLYLINE|40 2|41 2|38 9|0 VERTEX|10 0|20 0|0 VERTEX|10 10|20 0|0 SEQEND", 1, 4,
-         20, "(5 0 9)"},
-        {"spline: its frame is not drawn",
-         "0 POLYLINE|70 4|40 1|41 1|0 VERTEX|10 0|20 99|70 16|0 VERTEX|10 0|20 0|70 8"
-         "|0 VERTEX|10 5|20 0|70 8|0 SEQEND",
-         1, 4, 5, ""},
-        {"frame without spline is drawn",
-         "0 POLYLINE|70 4|40 1|41 1|0 VERTEX|10 0|20 0|70 16|0 VERTEX|10 5|20 0|70 16|0 SEQEND", 1, 4, 5, ""},
+         2 * (5 + std::sqrt(25.01)) * 2 + 4},
         {"a width for every vertex beats the vertices' own",
-         "0 LWPOLYLINE|43 2|10 0|20 0|40 6|41 6|10 5|20 0", 1, 4, 10, ""},
-        {"a width of 0 for every vertex does not", "0 LWPOLYLINE|43 0|10 0|20 0|40 2|41 2|10 5|20 0", 1, 4,
-         10, ""},
+         "0 LWPOLYLINE|43 2|10 0|20 0|40 6|41 6|10 5|20 0", 1, 4, 10},
         {"what follows it is read", "0 POLYLINE|70 16|0 SEQEND|0 3DFACE|10 0|20 0|11 1|21 0|12 1|22 1", 1, 3,
-         0.5, ""},
-        {"pyramid, whose head counts wrongly",
-         "0 POLYLINE|70 64|71 77|72 -5"
-         "|0 VERTEX|70 192|10 0|20 0|30 0|0 VERTEX|70 192|10 2|20 0|30 0|0 VERTEX|70 192|10 2|20 2|30 0"
-         "|0 VERTEX|70 192|10 0|20 2|30 0|0 VERTEX|70 192|10 1|20 1|30 1"
-         "|0 VERTEX|70 128|71 1|72 -2|73 3|74 -4|0 VERTEX|70 128|71 1|72 2|73 5"
-         "|0 VERTEX|70 128|71 2|72 3|73 5|74 0|0 VERTEX|70 128|71 -3|72 -4|73 -5|0 VERTEX|70 128|71 4|72 1|0 "
-         "SEQEND",
-         4, 13, 4 + 3 * std::numbers::sqrt2, "(1 1 0.5)"},
+         0.5},
     };
-    for (const auto& [why, groups, facets, corners, area, middle] : cases) {
+    for (const auto& [why, groups, facets, corners, area] : cases) {
         const Handle<Model> drawing = readDXF(entities(groups)).model;
         EXPECT_EQ(drawing->facetCount(), facets) << why;
         EXPECT_EQ(drawing->vertexCount(), corners) << why;
         EXPECT_NEAR(areaOf(*drawing), area, 1e-7) << why;
-        Point<3> centre;
-        double radius = 0.0;
-        drawing->bounds(centre, radius);
-        EXPECT_TRUE(*middle == '\0' || written(centre) == middle) << why << ' ' << written(centre);
     }
     for (const char* const nothing :
-         {"0 LINE|10 0|20 0|30 0|11 0|21 0|31 5|39 2", "0 CIRCLE|10 5|20 0|30 0|40 0|39 1",
-          "0 ARC|10 0|20 0|40 0|50 0|51 90|39 1", "0 ELLIPSE|10 0|20 0|11 2|21 0|40 0.5|41 0|42 3.141592654",
-          "0 LWPOLYLINE|70 1|10 0|20 0|10 4|20 0|10 4|20 3", "0 LWPOLYLINE|43 1|39 1|10 1|20 1|10 1|20 1",
-          "0 POLYLINE|70 8|39 1|40 1|41 1|0 VERTEX|10 0|20 0|0 VERTEX|10 5|20 0|0 SEQEND",
+         {"0 LINE|10 0|20 0|30 0|11 0|21 0|31 5|39 2",
+          "0 ELLIPSE|10 0|20 0|11 2|21 0|40 0.5|41 0|42 3.141592654",
+          "0 LWPOLYLINE|43 1|39 1|10 1|20 1|10 1|20 1",
           "0 POLYLINE|70 49|71 1|72 3|0 VERTEX|10 0|20 0|0 VERTEX|10 1|20 0|0 VERTEX|10 1|20 1|0 SEQEND"})
         EXPECT_EQ(readDXF(entities(nothing)).model->facetCount(), 0u) << nothing;
     const Handle<Model> crossed =
@@ -153,15 +105,25 @@ TEST(DXFEntities, GiveTheirSurfaces)
 TEST(DXFEntities, GiveTheirCornersInOrder)
 {
     const std::tuple<const char*, const char*, const char*> cases[] = {
+        {"face: thickness, elevation, extrusion and unseen edges mean nothing",
+         "0 3DFACE|10 0|20 0|11 4|21 0|12 4|22 3|38 9|39 2|70 15|210 0|220 0|230 -1",
+         "(0 0 0) (4 0 0) (4 3 0)"},
+        {"line: old elevation", "0 3DLINE|10 0|20 0|11 1|21 0|38 7|39 1", "(0 0 7) (1 0 7) (1 0 8) (0 0 8)"},
+        {"elevation of the first vertex",
+         "0 POLYLINE|40 2|41 2|38 9|0 VERTEX|10 0|20 0|30 4|0 VERTEX|10 9|20 0|30 6|0 SEQEND",
+         "(0 1 4) (0 -1 4) (9 -1 4) (9 1 4)"},
+        {"spline: its frame is not drawn",
+         "0 POLYLINE|70 4|40 2|41 2|0 VERTEX|20 99|70 16|10 0|0 VERTEX|10 0|20 0|70 8|0 VERTEX|10 5|20 0|70 "
+         "8|0 SEQEND",
+         "(0 1 0) (0 -1 0) (5 -1 0) (5 1 0)"},
         {"taper to a point", "0 LWPOLYLINE|10 0|20 0|40 2|41 0|10 10|20 0", "(0 1 0) (0 -1 0) (10 0 0)"},
         {"collinear: one joint", "0 LWPOLYLINE|43 2|10 0|20 0|10 4|20 0|10 9|20 0",
          "(0 1 0) (0 -1 0) (4 -1 0) (4 1 0); (4 1 0) (4 -1 0) (9 -1 0) (9 1 0)"},
         {"mitre longer than a side: square ends", "0 LWPOLYLINE|43 8|10 0|20 0|10 3|20 0|10 3|20 9",
          "(0 4 0) (0 -4 0) (3 -4 0) (3 4 0); (-1 0 0) (7 0 0) (7 9 0) (-1 9 0)"},
         {"smoothed mesh: the fitted points, not their frame",
-         "0 POLYLINE|70 20|71 1|72 1|73 2|74 2|0 VERTEX|70 80|10 9|20 9|0 VERTEX|70 72|10 0|20 0|0 VERTEX|70 "
-         "72|10 0|20 1"
-         "|0 VERTEX|70 72|10 1|20 0|0 VERTEX|70 72|10 1|20 1|0 SEQEND",
+         "0 POLYLINE|70 20|71 1|72 1|73 2|74 2|0 VERTEX|70 80|10 9|20 9|0 VERTEX|70 72|10 0|20 0"
+         "|0 VERTEX|70 72|10 0|20 1|0 VERTEX|70 72|10 1|20 0|0 VERTEX|70 72|10 1|20 1|0 SEQEND",
          "(0 0 0) (1 0 0) (1 1 0) (0 1 0)"},
     };
     for (const auto& [why, groups, facets] : cases)
@@ -173,12 +135,8 @@ TEST(DXFEntity, MissingGroupsAreReported)
     const std::tuple<const char*, const char*, int> cases[] = {
         // the entity's own line is 5
         {"0 3DFACE|10 0|20 0|11 0|21 0|12 0", "Bad DXF group: item <22> needed", 5},
-        {"0 3DFACE|10 0|20 0|11 0|21 0|12 0|22 1|13 4", "Bad DXF group: item <23> needed", 5},
-        {"0 CIRCLE|10 0|20 0|40 1", "Bad DXF group: item <30> needed", 5},
-        {"0 ARC|10 0|20 0|40 1|50 0", "Bad DXF group: item <51> needed", 5},
         {"0 LINE|10 0|20 0|11 1|21 0|210 1", "Bad DXF group: item <220> needed", 5},
         {"0 LWPOLYLINE|10 0|10 1|20 1", "Bad DXF group: item <20> needed", 5},
-        {"0 INSERT|10 0", "Bad DXF group: item <2> needed", 5},
         {"0 3DFACE|10 0|20 1e400|11 0|21 0|12 0|22 1", "Error reading double item value", 9},
         {"0 POLYLINE|70 x|0 SEQEND", "Error reading integer item value", 7},
         {"0 POLYLINE|70 64|0 VERTEX|70 192|10 0|20 0|0 LINE", "DXFVertex constructed with non-VERTEX group",
@@ -188,8 +146,6 @@ TEST(DXFEntity, MissingGroupsAreReported)
          "PolygonMesh ends with wrong number of vertices", 5},
         {"0 POLYLINE|70 64|0 VERTEX|70 192|10 0|20 0|0 VERTEX|70 128|71 1|72 -9|73 1|0 SEQEND",
          "PolyfaceMesh index: vertex[9] outside range (0..1)", 23},
-        {"0 POLYLINE|70 64|0 VERTEX|70 128|71 -2147483648|0 SEQEND",
-         "PolyfaceMesh index: vertex[2147483648] outside range (0..0)", 13},
     };
     for (const auto& [groups, fault, line] : cases)
         EXPECT_EQ(outcomeOf(entities(groups)), fault + (" at line " + std::to_string(line)) + " in a.dxf")

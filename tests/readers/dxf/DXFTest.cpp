@@ -1,16 +1,12 @@
 #include "errors/BadFile.h"
 #include "platform/Files.h"
 #include "readers/ModelFile.h"
-#include "readers/dxf/DXFObjects.h"
-#include "readers/dxf/DXFTables.h"
 #include "tests/readers/dxf/DXFText.h"
 #include "tests/support/Files.h"
 #include "tests/support/Reporters.h"
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <map>
 #include <utility>
 
 using namespace belvor;
@@ -21,8 +17,6 @@ namespace {
 const std::string section = "0 SECTION|2 ENTITIES|";
 
 std::string blocks(const std::string& all) { return sectionOf("BLOCKS", all); }
-
-Handle<Model> readModelOf(const std::string& bytes) { return readDXF(bytes).model; }
 
 /// The drawing in these bytes, and the log of reading it.
 std::pair<Handle<Model>, std::string> logged(const std::string& bytes)
@@ -43,56 +37,26 @@ TEST(DXF, ReadsSectionsInAnyOrderAndReportsTheLineOfAFault)
     const std::string one = sectionOf("ENTITIES", face()), begun = section + face(),
                       faulty = block("B", "0 LINE|10 0");
     const std::tuple<const char*, std::string, const char*> cases[] = {
-        {"nothing but an end", "0 EOF", "0 facets"},
         {"ENTITIES before TABLES", one + layerTable("0 LAYER|2 0|70 1|62 7") + "0 EOF", "1 facets"},
         {"a section of another name", sectionOf("CLASSES", face()) + one + "0 EOF", "1 facets"},
-        {"two ENTITIES sections", one + one + "0 EOF", "2 facets"},
         {"entities outside sections", face() + "0 EOF", "0 facets"},
         {"neither ENDSEC nor EOF", begun, "1 facets"},
         {"nothing counts behind EOF", "0 EOF|" + one, "0 facets"},
-        {"a table without ENDTAB ends the tables",
-         sectionOf("TABLES", "0 TABLE|2 LAYER|0 LAYER|2 B|70 0|62 7") + begun, "1 facets"},
-        {"a BLOCK without ENDBLK", blocks("0 BLOCK|2 B|10 0|20 0|30 0|" + face()) + section + insertion("B"),
+        {"a table without ENDTAB", sectionOf("TABLES", "0 TABLE|2 LAYER|0 LAYER|2 B|70 0|62 7") + begun,
          "1 facets"},
+        {"no ENDBLK", blocks("0 BLOCK|2 B|10 0|20 0|30 0|" + face()) + section + insertion("B"), "1 facets"},
         {"layer without flags", layerTable("0 LAYER|2 A|62 7"),
          "Bad DXF group: item <70> needed at line 9 in a.dxf"},
-        {"layer without colour", layerTable("0 LAYER|2 A|70 0"),
-         "Bad DXF group: item <62> needed at line 9 in a.dxf"},
         {"block without name", blocks("0 BLOCK|10 0|20 0|30 0|"),
          "Bad DXF group: item <2> needed at line 5 in a.dxf"},
-        {"block without base", blocks("0 BLOCK|2 B|10 0|20 0|"),
-         "Bad DXF group: item <30> needed at line 5 in a.dxf"},
         {"two blocks of one name", blocks(block("WALL", face()) + block("WALL", face())),
          "Duplicate BLOCK name WALL at line 33 in a.dxf"},
-        {"a fault inside a block, met when it is inserted", blocks(faulty) + section + insertion("B"),
+        {"a fault in a block", blocks(faulty) + section + insertion("B"),
          "Bad DXF group: item <20> needed at line 15 in a.dxf"},
         {"a block that nobody inserts is not looked into", blocks(faulty), "0 facets"},
         {"no number for a code", "0 SECTION|x", "Error reading group-code at line 3 in a.dxf"},
     };
     for (const auto& [why, groups, outcome] : cases) EXPECT_EQ(outcomeOf(dxfText(groups)), outcome) << why;
-}
-
-TEST(DXF, WarnsOfADrawingThatEndsEarly)
-{
-    const std::string begun = section + face(), whole = begun + "0 ENDSEC|0 EOF|";
-    const std::map<std::string, std::size_t> cases{
-        {whole, 0},
-        {whole + "0 LINE", 0},
-        {begun + "0 ENDSEC", 1},
-        {begun + "0 EOF", 1},
-        {"0 SECTION|2 BLOCKS|0 BLOCK|2 B|10 0|20 0|30 0|" + face(), 1},
-        {"999 nothing at all", 2}};
-    for (const auto& [groups, warnings] : cases)
-        EXPECT_EQ(readDXF(dxfText(groups)).account.warnings.size(), warnings) << groups;
-}
-
-TEST(DXF, ReadsTheReleaseFromTheHeader)
-{
-    const std::map<const char*, int> cases{
-        {"AC1006", 10}, {"AC1009", 11}, {"AC1012", 13}, {"AC1015", 13},
-        {"AC1010", 0},  {"AC10", 0},    {"", 0},        {"AC1099999999999999", 13},
-        {"AC10 9", 11}, {"AC10x9", 0}};
-    for (const auto& [version, release] : cases) EXPECT_EQ(releaseOf(version), release) << version;
 }
 
 TEST(DXF, DrawsByLayerAndBlock)
@@ -110,30 +74,20 @@ TEST(DXF, DrawsByLayerAndBlock)
                + block("PAGES", insertion("WORDS", "71 3") + insertion("NO") + insertion("WORDS")));
     const std::tuple<const char*, std::string, const char*> cases[] = {
         {"on", face("ON"), "1 facets"},   // and its second definition does not count
-        {"no layer is the layer without a name", "0 3DFACE|10 0|20 0|11 1|21 0|12 1|22 1",
+        {"no layer has no name", "0 3DFACE|10 0|20 0|11 1|21 0|12 1|22 1",
          "0 facets; 3DFACE 1 layer  is frozen"},
         {"INSERT off: its entities have their own layers", insertion("B", "", "OFF"), "1 facets"},
-        {"a hidden POLYLINE leaves records that draw nothing",
+        {"a hidden POLYLINE",
          "0 POLYLINE|8 OFF|40 1|41 1|0 VERTEX|8 OFF|10 0|20 0|0 VERTEX|8 ON|10 5|20 0|0 SEQEND|8 OFF",
          "0 facets; POLYLINE 1 layer OFF is off"},
-        {"unknown block", insertion("NO"), "0 facets; INSERT 1 block NO is not defined"},
-        {"empty block", insertion("EMPTY") + insertion("XREF", "70 2"),
-         "0 facets; INSERT 1 block EMPTY is empty; INSERT 1 block XREF is in another file"},
-        {"types that no program writes", "0 7.25|8 ON|0 te#|8 ON", "0 facets; ? 2 unreadable entity type"},
         {"an array of no rows", insertion("B", "71 0"), "0 facets; INSERT 1 the array has no cells"},
         {"a block that comes later",
          insertion("OUTER") + "|0 ENDSEC|" + blocks(block("LATE", face("A"))) + section + insertion("OUTER"),
          "1 facets; INSERT 1 block LATE is not defined"},
-        {"through another", insertion("ONE"), "3 facets; INSERT 1 block ONE inserts itself"},
         {"from the other end", insertion("TWO"), "5 facets; INSERT 3 block TWO inserts itself"},
-        {"nothing to draw, more often than anyone could wait for",
-         insertion("PAGES", "70 2000000000|71 1000000000"),
-         "0 facets; INSERT 2000000000000000000 block NO is not defined; TEXT 16000000000000000000 this type "
-         "is not drawn"},
-        {"more often than can be counted",
-         insertion("PAGES", "70 2000000000|71 2000000000") + insertion("PAGES"),
-         "0 facets; INSERT 4000000000000000001 block NO is not defined; TEXT 18446744073709551615 this type "
-         "is not drawn"},
+        {"nothing to draw, often", insertion("PAGES", "70 2000000000|71 1000000000"),
+         "0 facets; INSERT 2000000000000000000 block NO is not defined; "
+         "TEXT 16000000000000000000 this type is not drawn"},
     };
     for (const auto& [why, entity, outcome] : cases)
         EXPECT_EQ(outcomeOf(dxfText(table + bs + section + entity + "|0 ENDSEC|0 EOF")), outcome) << why;
@@ -142,13 +96,15 @@ TEST(DXF, DrawsByLayerAndBlock)
 TEST(DXF, MaterialsAreMadeWhenASurfaceNeedsThem)
 {
     MaterialSequence::ofProgram().reset();
-    const Handle<Model> drawing = readModelOf(dxfText(
-        layerTable("0 LAYER|2 HID|70 1|62 7") + section + "0 TEXT|8 NONE|1 x|" + face("HID")
-        + "0 LINE|8 THIN|10 0|20 0|11 1|21 1|"   // no surfaces: no materials
-        + face("Z") + face("A") + face("Z") + "0 POINT|5 1F|8 X|1001 AVE_MATERIAL|1000 Brass|1000 other|"
-        + face("A", "1001 OTHER|1005 9|1001 AVE_FINISH|1005 1F")
-        + face("HID", "1001 AVE_FINISH|1005 2F")   // at once, drawn or not
-        + face("A", "1001 AVE_FINISH|1005 1F") + "0 ENDSEC|0 EOF"));
+    const Handle<Model> drawing =
+        readDXF(dxfText(layerTable("0 LAYER|2 HID|70 1|62 7") + section + "0 TEXT|8 NONE|1 x|" + face("HID")
+                        + "0 LINE|8 THIN|10 0|20 0|11 1|21 1|"   // no surfaces: no materials
+                        + face("Z") + face("A") + face("Z")
+                        + "0 POINT|5 1F|8 X|1001 AVE_MATERIAL|1000 Brass|1000 other|"
+                        + face("A", "1001 OTHER|1005 9|1001 AVE_FINISH|1005 1F")
+                        + face("HID", "1001 AVE_FINISH|1005 2F")   // at once, drawn or not
+                        + face("A", "1001 AVE_FINISH|1005 1F") + "0 ENDSEC|0 EOF"))
+            .model;
     std::string found;
     for (const auto& [key, material] : drawing->materials())
         found += key + '=' + material.name + '#' + std::to_string(material.index) + ' ';
@@ -162,11 +118,11 @@ TEST(DXF, PlacesInsertedBlocks)   // where tests/dxf_ezdxf/ does not: the order 
 {
     const std::string drawing =
         blocks(block("B", "0 SOLID|10 1|20 0|11 2|21 0|12 1|22 1|13 2|23 1", "10 1|20 0|30 0")) + section;
-    EXPECT_EQ(written(*readModelOf(dxfText(drawing + insertion("B", "41 2|42 2|70 2|71 2|44 4|45 5")))),
+    EXPECT_EQ(written(*readDXF(dxfText(drawing + insertion("B", "41 2|42 2|70 2|71 2|44 4|45 5"))).model),
               "(0 0 0) (2 0 0) (2 2 0) (0 2 0); (0 10 0) (2 10 0) (2 12 0) (0 12 0); "
               "(8 0 0) (10 0 0) (10 2 0) (8 2 0); (8 10 0) (10 10 0) (10 12 0) (8 12 0)")
         << "the spacing is scaled too";
-    const Handle<Model> flat = readModelOf(dxfText(drawing + insertion("B", "30 5|42 0")));
+    const Handle<Model> flat = readDXF(dxfText(drawing + insertion("B", "30 5|42 0"))).model;
     EXPECT_EQ(written(*flat), "(0 0 5) (1 0 5) (1 0 5) (0 0 5)");
     EXPECT_EQ(flat->facet(0).plane.normal(), Vector<3>(0, 0, 1));
 }
@@ -191,18 +147,15 @@ TEST(DXF, InsertsTheSameEachTime)
               "168 facets; 3DFACE 24 layer HID is frozen; INSERT 8 block NO is not defined; INSERT 8 block "
               "OUTER inserts "
               "itself; POINT 31 this type is not drawn; TEXT 24 this type is not drawn");
-    const Handle<Model> drawing = readModelOf(dxfText(all));
+    const Handle<Model> drawing = readDXF(dxfText(all)).model;
     EXPECT_EQ(drawing->materials().at("1F").name, "Brass");   // renamed by the last insertion
     // With the log on, every insertion reads the text; the drawing is the same.
-    const auto [read, log] = logged(dxfText(all));
+    const Handle<Model> read = logged(dxfText(all)).first;
     EXPECT_EQ(written(*read), written(*drawing));
     for (std::uint32_t i = 0; i < read->facetCount(); ++i) {
-        ASSERT_EQ(read->facet(i).plane.normal(), drawing->facet(i).plane.normal()) << i;
-        ASSERT_EQ(read->facet(i).material->name, drawing->facet(i).material->name) << i;
+        EXPECT_EQ(read->facet(i).plane.normal(), drawing->facet(i).plane.normal()) << i;
+        EXPECT_EQ(read->facet(i).material->name, drawing->facet(i).material->name) << i;
     }
-    std::size_t hooks = 0;
-    for (std::size_t at = 0; (at = log.find("Insert hook", at)) != std::string::npos; ++at) ++hooks;
-    EXPECT_EQ(hooks, 8u * 4);
 }
 
 TEST(DXF, FollowsAChainOfTenThousandBlocks)
@@ -213,7 +166,7 @@ TEST(DXF, FollowsAChainOfTenThousandBlocks)
         all += block("B" + std::to_string(i),
                      i + 1 < count ? "0 INSERT|2 B" + std::to_string(i + 1) + "|10 1|20 0|30 0.5" : face());
     const Handle<Model> drawing =
-        readModelOf(dxfText(blocks(all) + section + insertion("B0") + insertion("B0") + insertion("B0")));
+        readDXF(dxfText(blocks(all) + section + insertion("B0") + insertion("B0") + insertion("B0"))).model;
     EXPECT_EQ(written(*drawing).substr(0, 45), "(9999 0 4999.5) (10000 0 4999.5) (9999 1 4999");
     EXPECT_EQ(drawing->facetCount(), 3u);
 }
@@ -288,50 +241,20 @@ TEST(DXFLog, RecordsWhatWasRead)
                          "ENDSEC of ENTITIES section at line 129\nEOF group - end of file here\n");
 }
 
-TEST(DXFLog, RecordsTheKindsOfEntities)
+TEST(DXFLog, TellsOnceWhatDrawsNothing)
 {
-    const std::tuple<const char*, const char*> cases[] = {
-        {"0 POLYLINE|70 1|0 SEQEND", "POLYLINE at line 5\nPolyline 2D (closed)\n"},
-        {"0 POLYLINE|70 9|0 SEQEND", "POLYLINE at line 5\nPolyline 3D (closed)\n"},
-        {"0 POLYLINE|70 64|0 SEQEND", "POLYLINE at line 5\nPolyline face-mesh\n"},
-        {"0 POLYLINE|70 17|71 1|72 2|0 VERTEX|10 0|20 0|0 VERTEX|10 1|20 0|0 SEQEND",
-         "POLYLINE at line 5\nPolyline mesh (closed), N=2 M=1\n"},
-        {"0 LWPOLYLINE|43 0.5|39 2|10 0|20 0", "LWPOLYLINE at line 5\nLWPolyline width 0.5 thickness 2\n"},
-        {"0 LINE|10 0|20 0|11 0|21 0|39 2", "LINE at line 5\nExtrude line by (0, 0, 2)\n"},
-    };
-    for (const auto& [groups, lines] : cases) {
-        const std::string log = logged(dxfText(section + groups)).second;
-        EXPECT_NE(log.find(lines), std::string::npos) << log;
-    }
-    // What draws nothing is told once.
     const std::string log =
         logged(dxfText(blocks(block("B", "0 TEXT|8 0")) + section + insertion("B", "70 2000000000"))).second;
     EXPECT_LT(log.size(), 1500u);
     EXPECT_NE(log.find("Nothing to draw in 1999999999 cells of block B\n"), std::string::npos) << log;
 }
 
-TEST(DXFLog, IsNotWrittenWhenOffOrImpossible)
+TEST(DXFLog, ThatCannotBeWrittenDoesNotStopTheReading)
 {
-    const TempFile file("silent.dxf", dxfText(section + face()));
     SilentReporter nobody;
-    readModel(file.path(), FileType::dxf, nobody);
-    EXPECT_FALSE(std::filesystem::exists(file.path() + ".log"));
-    EXPECT_FALSE(std::filesystem::is_regular_file("NUL"));
     Account account;
     const std::string text = dxfText(section + face());
     EXPECT_EQ(DXF(text, "no/such/folder/a.dxf", nobody, {.log = true}, account).takeModel()->facetCount(),
               1u);
     EXPECT_NE(account.logFailure, 0);
-}
-
-TEST(DXFObjects, SearchingTheDictionaryKeepsThePosition)
-{
-    SilentReporter nobody;
-    for (const char* const groups :
-         {"0 A|0 SECTION|2 OBJECTS|0 MLINESTYLE|0 ENDSEC|0 EOF", "0 A|0 EOF|0 SECTION|2 OBJECTS|0 ENDSEC"}) {
-        const std::string text = dxfText(groups);
-        const auto stream = DXFStream::over(text, "a.dxf", nobody, false);
-        searchDictionary(*stream);
-        EXPECT_TRUE(stream->nextRecord() && stream->type() == "A") << groups;
-    }
 }

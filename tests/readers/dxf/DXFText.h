@@ -1,34 +1,104 @@
 #pragma once
 
 #include "readers/dxf/DXF.h"
+#include "report/RunReport.h"
 
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <exception>
+#include <sstream>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace belvor::test {
 
+/// The corners of facet number `facet`, in order.
+inline std::vector<Point<3>> cornersOf(const Model& model, std::uint32_t facet)
+{
+    std::vector<Point<3>> corners;
+    const Facet& which = model.facet(facet);
+    for (std::uint32_t i = 0; i < which.edgeCount; ++i)
+        corners.push_back(model.vertex(model.edge(which.firstEdge + i).from).position);
+    return corners;
+}
+
 /// A DXF text from "code value|code value|...", a line for each code and each value. What stands between two
 /// "|" may be empty, so that the pieces below end with one and more can be put in anywhere.
-std::string dxfText(std::string_view groups);
+inline std::string dxfText(std::string_view groups)
+{
+    std::string text;
+    while (!groups.empty()) {
+        const std::string_view group = groups.substr(0, groups.find('|'));
+        groups.remove_prefix(std::min(groups.size(), group.size() + 1));
+        if (group.empty()) continue;
+        const std::size_t blank = std::min(group.find(' '), group.size());
+        text.append(group.substr(0, blank)) += '\n';
+        text.append(group.substr(std::min(blank + 1, group.size()))) += '\n';
+    }
+    return text;
+}
 
 /// A triangle (0 0 0) (1 0 0) (0 1 0).
-std::string face(const std::string& layer = "0", const std::string& more = "");
-std::string insertion(const std::string& name, const std::string& more = "", const std::string& layer = "0");
-std::string block(const std::string& name, const std::string& entities,
-                  const std::string& base = "10 0|20 0|30 0");
-std::string sectionOf(const std::string& name, const std::string& content);
+inline std::string face(const std::string& layer = "0", const std::string& more = "")
+{
+    return "0 3DFACE|8 " + layer + "|10 0|20 0|11 1|21 0|12 0|22 1|" + more + '|';
+}
+
+inline std::string insertion(const std::string& name, const std::string& more = "",
+                             const std::string& layer = "0")
+{
+    return "0 INSERT|8 " + layer + "|2 " + name + "|10 0|20 0|" + more + '|';
+}
+
+inline std::string block(const std::string& name, const std::string& entities,
+                         const std::string& base = "10 0|20 0|30 0")
+{
+    return "0 BLOCK|2 " + name + '|' + base + '|' + entities + "|0 ENDBLK|";
+}
+
+inline std::string sectionOf(const std::string& name, const std::string& content)
+{
+    return "0 SECTION|2 " + name + '|' + content + "|0 ENDSEC|";
+}
+
 /// A TABLES section with these LAYER records.
-std::string layerTable(const std::string& layers);
+inline std::string layerTable(const std::string& layers)
+{
+    return sectionOf("TABLES", "0 TABLE|2 LAYER|" + layers + "|0 ENDTAB|");
+}
 
 /// The text of an ENTITIES section with these groups, then EOF.
-std::string entities(const std::string& groups);
+inline std::string entities(const std::string& groups)
+{
+    return dxfText(sectionOf("ENTITIES", groups) + "0 EOF");
+}
+
 /// The text of a drawing with these blocks and entities. Of its layers "0" is green, "Red" and "true"
 /// (#123456) are what they are called, "off" is off and "cold" is frozen.
-std::string drawing(const std::string& blocks, const std::string& content);
+inline std::string drawing(const std::string& blocks, const std::string& content)
+{
+    const std::string layers =
+        layerTable("0 LAYER|2 0|62 3|70 0|0 LAYER|2 Red|62 1|70 0|0 LAYER|2 off|62 -5|70 0|"
+                   "0 LAYER|2 cold|62 6|70 1|0 LAYER|2 true|62 1|420 1193046|70 0");
+    return dxfText(layers + sectionOf("BLOCKS", blocks) + sectionOf("ENTITIES", content) + "0 EOF");
+}
 
 /// The drawing in these bytes; faults name the file "a.dxf".
-Reading readDXF(const std::string& bytes, Reporter& reporter, const ReadingOptions& options = {});
-Reading readDXF(const std::string& bytes, const ReadingOptions& options = {});
+inline Reading readDXF(const std::string& bytes, Reporter& reporter, const ReadingOptions& options = {})
+{
+    Reading reading;
+    reading.model = DXF(bytes, "a.dxf", reporter, options, reading.account).takeModel();
+    return reading;
+}
+
+inline Reading readDXF(const std::string& bytes, const ReadingOptions& options = {})
+{
+    SilentReporter nobody;
+    return readDXF(bytes, nobody, options);
+}
+
 inline Reading readModern(const std::string& bytes)
 {
     return readDXF(bytes, {.rules = ReadingRules::modern});
@@ -36,17 +106,74 @@ inline Reading readModern(const std::string& bytes)
 
 /// What reading these bytes comes to: "3 facets", then "; type count reason" for what was skipped; or the
 /// fault's what().
-std::string outcomeOf(const std::string& bytes);
+inline std::string outcomeOf(const std::string& bytes)
+{
+    try {
+        const Reading drawing = readDXF(bytes);
+        std::string text = std::to_string(drawing.model->facetCount()) + " facets";
+        for (const auto& entry : drawing.account.notDrawn)
+            text += "; " + entry.type + ' ' + std::to_string(entry.count) + ' ' + entry.reason;
+        return text;
+    } catch (const std::exception& fault) {
+        return fault.what();
+    }
+}
 
 /// "LINE 3 = 1 + 2 no surface; ", a type after the other; then the warnings.
-std::string accountOf(const Account& account);
+inline std::string accountOf(const Account& account)
+{
+    std::string text;
+    for (const auto& [type, count] : account.entities) {
+        EXPECT_EQ(count.read, count.drawn + count.skippedInAll()) << type;
+        text += type + ' ' + std::to_string(count.read) + " = " + std::to_string(count.drawn);
+        for (std::size_t reason = 0; reason < skipReasonCount; ++reason)
+            if (count.skipped[reason] != 0)
+                text += " + " + std::to_string(count.skipped[reason]) + ' '
+                        + nameOf(static_cast<SkipReason>(reason));
+        text += "; ";
+    }
+    for (const std::string& warning : account.warnings) text += warning + ' ';
+    return text;
+}
 
 /// Rounded to 1e-6, for comparing and for reading.
-std::string written(double number);
-std::string written(const Point<3>& point);
+inline std::string written(double number)
+{
+    std::ostringstream text;
+    text.precision(12);
+    text << std::round(number * 1e6) / 1e6 + 0.0;   // no minus before a zero
+    return text.str();
+}
+
+inline std::string written(const Point<3>& point)
+{
+    return '(' + written(point[0]) + ' ' + written(point[1]) + ' ' + written(point[2]) + ')';
+}
+
 /// "(x y z) (x y z); ...", one facet after the other.
-std::string written(const Model& model);
+inline std::string written(const Model& model)
+{
+    std::string text;
+    for (std::uint32_t facet = 0; facet < model.facetCount(); ++facet) {
+        text += facet > 0 ? "; " : "";
+        const auto corners = cornersOf(model, facet);
+        for (std::size_t i = 0; i < corners.size(); ++i) text += (i > 0 ? " " : "") + written(corners[i]);
+    }
+    return text;
+}
+
 /// The sum over the facets.
-double areaOf(const Model& model);
+inline double areaOf(const Model& model)
+{
+    double total = 0.0;
+    for (std::uint32_t facet = 0; facet < model.facetCount(); ++facet) {
+        const std::vector<Point<3>> corners = cornersOf(model, facet);
+        Vector<3> sum;
+        for (std::size_t i = 1; i + 1 < corners.size(); ++i)
+            sum += (corners[i] - corners[0]).cross(corners[i + 1] - corners[0]);
+        total += sum.length() / 2.0;
+    }
+    return total;
+}
 
 }   // namespace belvor::test

@@ -63,21 +63,29 @@ std::string faultOf(const std::string& text)
 
 }   // namespace
 
-TEST(ManFile, BothFacetsOfAnEdgeHaveItInTheirOwnDirection)
+TEST(ManFile, GivesEachFacetItsEdgesAndItsPlane)
 {
-    EXPECT_EQ(facetsOf(*read(header + tetrahedron)),
-              "brass 0>2 2>1 1>0 (0 0 -1) 0\nbrass 0>1 3>0 1>3 (0 -1 0) 0\n"
-              "brass 2>0 0>3 3>2 (-1 0 0) 0\npaint 1>2 3>1 2>3 (0.5774 0.5774 0.5774) 5.774\n");
-}
-
-TEST(ManFile, EachClumpNumbersItsOwnVerticesAndMaterialsAreShared)
-{
-    const auto model = read(header + plate + plate);
-    EXPECT_EQ(model->vertexCount(), 16u);
-    EXPECT_EQ(model->materials().size(), 1u);
-    EXPECT_EQ(facetsOf(*model),
-              "steel 0>1 1>2 2>3 3>0 5>4 6>5 7>6 4>7 (0 0 1) 1\n"   // a hole is more edges of the facet
-              "steel 8>9 9>10 10>11 11>8 13>12 14>13 15>14 12>15 (0 0 1) 1\n");
+    const std::string three = "m\nEDGE 3\n1 2 1 0\n2 3 1 0\n3 1 1 0\n";
+    // Columns: why, clumps, facets.
+    const std::tuple<const char*, std::string, const char*> cases[] = {
+        {"both facets of an edge have it in their own direction", tetrahedron,
+         "brass 0>2 2>1 1>0 (0 0 -1) 0\nbrass 0>1 3>0 1>3 (0 -1 0) 0\n"
+         "brass 2>0 0>3 3>2 (-1 0 0) 0\npaint 1>2 3>1 2>3 (0.5774 0.5774 0.5774) 5.774\n"},
+        {"a hole is more edges of the facet; each clump numbers its own vertices", plate + plate,
+         "steel 0>1 1>2 2>3 3>0 5>4 6>5 7>6 4>7 (0 0 1) 1\n"
+         "steel 8>9 9>10 10>11 11>8 13>12 14>13 15>14 12>15 (0 0 1) 1\n"},
+        {"an empty clump", "CLUMP a 0 0\nEDGE 0\n", ""},
+        {"a facet on both sides of an edge", "CLUMP a 2 1\n0 0 0\n1 1 1\nm\nEDGE 1\n1 2 1 1\n",
+         "m 0>1 1>0 (0 0 1) 0\n"},
+        {"an edge from a vertex to itself", "CLUMP a 1 1\n0 0 0\nm\nEDGE 1\n1 1 1 0\n", "m 0>0 (0 0 1) 0\n"},
+        {"a small facet far away",
+         "CLUMP a 3 1\n1e9 1e9 1e9\n1000000001 1e9 1e9\n1e9 1000000001 1e9\n" + three,
+         "m 0>1 1>2 2>0 (0 0 1) 1e+09\n"},
+        {"coordinates whose products overflow", "CLUMP a 3 1\n0 0 0\n1e300 0 0\n0 1e300 0\n" + three,
+         "m 0>1 1>2 2>0 (0 0 1) 0\n"},
+    };
+    for (const auto& [why, clumps, facets] : cases)
+        EXPECT_EQ(facetsOf(*read(header + clumps)), facets) << why;
 }
 
 TEST(ManFile, TheHeaderSetsUnitsAndMaterials)
@@ -105,7 +113,6 @@ TEST(ManFile, SpacesCommentsAndLineEndsDoNotMatter)
     const std::tuple<const char*, std::string> cases[] = {
         {"carriage returns", endingLines(plain, "\r\n")},
         {"no end of the last line", plain.substr(0, plain.size() - 1)},
-        {"carriage return and no line feed at the end", plain.substr(0, plain.size() - 1) + "\r"},
         {"blank lines and comments in the clump",
          header + endingLines(tetrahedron, "\n\n \t\n# EDGE 9\n\r\n")},
         {"indented, tabs, more words, other numbers",
@@ -114,33 +121,6 @@ TEST(ManFile, SpacesCommentsAndLineEndsDoNotMatter)
                "brass \npaint\nEDGE 6 0\n1 3 1 3 7\n3 2 1 4\n2 1 1 2\n1 4 3 2\n2 4 2 4\n3 4 4 3\n"},
     };
     for (const auto& [why, text] : cases) EXPECT_EQ(facetsOf(*read(text)), facetsOf(*read(plain))) << why;
-}
-
-TEST(ManFile, SmallAndUnusualModelsAreAccepted)
-{
-    // Columns: why, clumps, vertices, edges, facets.
-    const std::tuple<const char*, std::string, std::uint32_t, std::uint32_t, std::uint32_t> cases[] = {
-        {"no clump", "", 0, 0, 0},
-        {"an empty clump", "CLUMP a 0 0\nEDGE 0\n", 0, 0, 0},
-        {"edges without facets", "CLUMP a 2 0\n0 0 0\n1 1 1\nEDGE 2\n1 2 0 0\n2 2 0 0\n", 2, 0, 0},
-        {"a facet on both sides of an edge", "CLUMP a 2 1\n0 0 0\n1 1 1\nm\nEDGE 1\n1 2 1 1\n", 2, 2, 1},
-        {"an edge from a vertex to itself", "CLUMP a 1 1\n0 0 0\nm\nEDGE 1\n1 1 1 0\n", 1, 1, 1},
-        {"a small facet far away",
-         "CLUMP a 3 1\n1e9 1e9 1e9\n1000000001 1e9 1e9\n1e9 1000000001 1e9\nm\nEDGE 3\n1 2 1 0\n2 3 1 0\n3 1 "
-         "1 0\n",
-         3, 3, 1},
-        {"coordinates whose products overflow",
-         "CLUMP a 3 1\n0 0 0\n1e300 0 0\n0 1e300 0\nm\nEDGE 3\n1 2 1 0\n2 3 1 0\n3 1 1 0\n", 3, 3, 1},
-    };
-    for (const auto& [why, clumps, vertices, edges, facets] : cases) {
-        const auto model = read(header + clumps);
-        EXPECT_EQ(model->vertexCount(), vertices) << why;
-        EXPECT_EQ(model->edgeCount(), edges) << why;
-        ASSERT_EQ(model->facetCount(), facets) << why;
-        if (facets > 0) {
-            EXPECT_EQ(model->facet(0).plane.normal(), Vector<3>(0, 0, 1)) << why;
-        }
-    }
 }
 
 TEST(ManFile, FaultsNameTheFileAndTheLine)
@@ -156,28 +136,21 @@ TEST(ManFile, FaultsNameTheFileAndTheLine)
     // Columns: text, fault, line.
     const std::tuple<std::string, std::string, int> cases[] = {
         {"", notMan, 1},
-        {"KRVT v5.1.1 MAN file\nEND\n", notMan, 1},
         {"KRVT v5.1.0 MAN file\rEND\r", notMan, 1},   // a line does not end with CR alone
         {h + "UNITS 1 1\n# END\n", header, 3},
         {h + "end\n", header, 2},   // in small letters it is an unknown record
         {h + "UNITS 9 1\nEND\n", integer, 2},
-        {h + "UNITS 1 0\nEND\n", real, 2},
         {h + "\nMATERIAL\nEND\n", "material expected", 3},
-        {h + "MATERIAL", header, 2},
         {h + "MATERIAL m 0 1.01 0\nEND\n", real, 2},
-        {h + "MATERIAL m 0 0 -1e-9\nEND\n", real, 2},
         {triangle + "EDGE 3\n1 2 1 0\n2 3 1 0\n3 1 1 0\n1 3 0 0\n", "CLUMP record expected", 12},
         {e + "CLUMP a 2147483648 0\n", integer, 3},
         {e + "CLUMP a 2147483647 2147483647\n0 0 0\n", past, 4},
         {e + "CLUMP a 1 0\n0 0 0\n", past, 4},
-        {e + "CLUMP a 1 0\n0 0 1m\nEDGE 0\n", real, 4},
         {e + "CLUMP a 1 1\n0 0 0\n1 0 0\nm\nEDGE 0\n", noEdge, 6},   // more vertices than announced
         {triangle + "EDGE 2147483647\n", edgeEnd, 8},
         {triangle + "EDGE 3\n0 2 1 0\n", vertex, 9},
-        {triangle + "EDGE 3\n1 4 1 0\n", vertex, 9},
         {triangle + "EDGE 3\n1 2 1 0\n2 3 1 0\n3 1 1 0\nCLUMP b 1 0\n0 0 0\nEDGE 1\n2 1 0 0\n", vertex, 15},
         {triangle + "EDGE 3\n1 2 2 0\n", loop, 9},
-        {triangle + "EDGE 3\n1 2 1 -1\n", loop, 9},
         {triangle + "EDGE 0\n", loop, 8},                              // a facet without edges
         {triangle + "EDGE 2\n1 2 1 0\n2 3 1 0\n", loop, 8},            // open
         {triangle + "EDGE 3\n1 2 1 0\n2 3 1 0\n1 3 1 0\n", loop, 8},   // edges run against each other

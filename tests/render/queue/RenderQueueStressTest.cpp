@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
+#include <memory>
 #include <random>
 #include <thread>
 
@@ -24,31 +25,20 @@ struct Counts {
 };
 
 /// Reports some times, waits now and then, and fails now and then.
-class RandomRequest : public Request {
-public:
-    RandomRequest(unsigned randomNumber, Counts& tally)
-        : Request("random", Text::preparingStage, 2),
-          number(randomNumber),
-          counts(tally)
-    {
-        counts.alive.fetch_add(1);
-    }
-    ~RandomRequest() override { counts.alive.fetch_sub(1); }
-    void run(Reporter& progress) override
-    {
-        counts.ran.fetch_add(1);
+Handle<Request> randomRequest(unsigned number, Counts& counts)
+{
+    ++counts.alive;
+    const std::shared_ptr<Counts> tally(&counts, [](Counts* all) { --all->alive; });
+    return request("random", [number, tally](Reporter& progress) {
+        ++tally->ran;
         for (unsigned i = 0; i < number % 8; ++i) {
             progress.check(2, static_cast<int>(i / 4), i / 8.0);
             if (number % 4096 == 5)
                 std::this_thread::sleep_for(std::chrono::microseconds(number / 4096 % 300));
         }
         if (number % 64 == 9) throw BadFile(BadFile::badGroup, "a.dxf", 3);
-    }
-
-private:
-    unsigned number;
-    Counts& counts;
-};
+    });
+}
 
 /// An update is done some time after it was asked for.
 class SlowHost : public FakeHost {
@@ -104,7 +94,7 @@ TEST(RenderQueueStress, NoRequestLeaksWhileManyArePostedAndCancelled)
                 queue->cancel(kind);
                 [[fallthrough]];
             case 2:
-                queue->post(kind, makeHandle<RandomRequest>(number, counts));
+                queue->post(kind, randomRequest(number, counts));
                 ++posted;
                 break;
             case 3: host->update(); break;
@@ -114,7 +104,7 @@ TEST(RenderQueueStress, NoRequestLeaksWhileManyArePostedAndCancelled)
         }
         for (RequestKind kind = 0; kind < 5; ++kind) queue->cancel(kind);
         queue->post(1, makeHandle<ExitRequest>());
-        queue->post(1, makeHandle<RandomRequest>(1u, counts));   // never runs, and does not leak
+        queue->post(1, randomRequest(1u, counts));   // never runs, and does not leak
         ++posted;
         host->waitForEnd();
     }

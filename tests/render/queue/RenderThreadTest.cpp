@@ -20,46 +20,43 @@ struct Told : RenderQueue {
     const char* text;
 };
 
-/// Runs what was posted, up to the exit request, and returns what the host heard until the end.
-Events eventsOf(const Handle<FakeHost>& host, const Handle<RenderQueue>& queue)
-{
-    startRenderThread(queue, host);
-    host->waitForEnd();
-    return host->events();
-}
+class RenderThreads : public testing::Test {
+protected:
+    /// Runs what was posted and an exit request; what the host has heard until the end.
+    Events eventsUntilTheEnd()
+    {
+        queue->post(9, makeHandle<ExitRequest>());
+        startRenderThread(queue, host);
+        host->waitForEnd();
+        return host->events();
+    }
+    Handle<Request> note(const char* name)
+    {
+        return request(name, [this, name](Reporter&) { host->add(name); });
+    }
+    const Handle<FakeHost> host = makeHandle<FakeHost>();
+    const Handle<RenderQueue> queue = makeHandle<RenderQueue>();
+};
 
 }   // namespace
 
-TEST(RenderThread, ReportsAFailureAndContinuesWithTheNextRequest)
+TEST_F(RenderThreads, ReportAFailureAndContinueWithTheNextRequest)
 {
-    const std::tuple<const char*, std::function<void(Reporter&)>, Events> cases[] = {
-        {"file fault",
-         [](Reporter&) { throw BadFile(BadFile::duplicateBlock, "WALL", "a.dxf", 12); },
-         {"bad file Duplicate BLOCK name WALL\nat line 12 in a.dxf"}},
-        {"no memory", [](Reporter&) { throw std::bad_alloc(); }, {"warning Out of memory"}},
-        {"system call",
-         [](Reporter&) { throw std::runtime_error("CreateFile: denied"); },
-         {"warning CreateFile: denied"}},
-        {"abandoned: nothing to say", [](Reporter&) { throw Reporter::Abandoned(); }, {}},
-    };
-    for (const auto& [why, work, shown] : cases) {
-        const auto host = makeHandle<FakeHost>();
-        const auto queue = makeHandle<RenderQueue>();
-        queue->post(7, request("a", work));
-        queue->post(7, request("b", [&](Reporter&) { host->add("b ran"); }));
-        queue->post(7, makeHandle<ExitRequest>());
-        Events expected = shown;
-        expected.insert(expected.end(), {"b ran", "thread ended"});
-        EXPECT_EQ(eventsOf(host, queue), expected) << why;
-    }
+    queue->post(7,
+                request("a", [](Reporter&) { throw BadFile(BadFile::duplicateBlock, "WALL", "a.dxf", 12); }));
+    queue->post(7, request("b", [](Reporter&) { throw std::bad_alloc(); }));
+    queue->post(7, request("c", [](Reporter&) { throw std::runtime_error("CreateFile: denied"); }));
+    queue->post(7, request("d", [](Reporter&) { throw Reporter::Abandoned(); }));   // nothing to say
+    queue->post(7, note("e ran"));
+    EXPECT_EQ(eventsUntilTheEnd(),
+              (Events{"bad file Duplicate BLOCK name WALL\nat line 12 in a.dxf", "warning Out of memory",
+                      "warning CreateFile: denied", "e ran", "thread ended"}));
 }
 
-TEST(RenderThread, EndsTheRunBeforeItReportsAFailure)
+TEST_F(RenderThreads, EndTheRunBeforeTheyReportAFailure)
 {
     // A box may stay open for long: by then the file must be closed, the status line free,
     // and a cancel must not reach the run that is over.
-    const auto host = makeHandle<FakeHost>();
-    const auto queue = makeHandle<RenderQueue>();
     Handle<Progress> failing;
     host->whenReporting = [&] { queue->cancel(7); };
     queue->post(7, request("a", [&failing, sink = makeHandle<Told>(host, "sink closed")](Reporter& progress) {
@@ -67,47 +64,38 @@ TEST(RenderThread, EndsTheRunBeforeItReportsAFailure)
                     progress.progress(2, 0, 0.5);
                     throw std::runtime_error("disk full");
                 }));
-    queue->post(9, makeHandle<ExitRequest>());
-    EXPECT_EQ(eventsOf(host, queue),
+    EXPECT_EQ(eventsUntilTheEnd(),
               (Events{"progress a", "ended a", "sink closed", "warning disk full", "thread ended"}));
     EXPECT_FALSE(failing->abandoned());
 }
 
-TEST(RenderThread, RunsRequestsInArrivalOrderAndNoneAfterTheExit)
+TEST_F(RenderThreads, RunRequestsInArrivalOrderAndNoneAfterTheExit)
 {
-    const auto host = makeHandle<FakeHost>();
-    const auto queue = makeHandle<RenderQueue>();
-    const auto note = [&](const char* name) {
-        return request(name, [&, name](Reporter&) { host->add(name); });
-    };
     queue->post(7, request("a", [&](Reporter&) {
-                    host->add("a");
                     queue->post(7, note("posted by a"));
                     queue->post(7, makeHandle<ExitRequest>());
                     queue->post(7, note("too late"));
                 }));
     queue->post(8, note("b"));
-    EXPECT_EQ(eventsOf(host, queue), (Events{"a", "b", "posted by a", "thread ended"}));
+    startRenderThread(queue, host);
+    host->waitForEnd();
+    EXPECT_EQ(host->events(), (Events{"b", "posted by a", "thread ended"}));
 }
 
-TEST(RenderThread, ReleasesTheQueueBeforeItReportsItsEnd)
+TEST_F(RenderThreads, ReleaseTheQueueBeforeTheyReportTheirEnd)
 {
-    const auto host = makeHandle<FakeHost>();
-    Handle<RenderQueue> queue = makeHandle<Told>(host, "queue gone");
-    queue->post(7, makeHandle<ExitRequest>());
-    startRenderThread(std::move(queue), host);   // the thread's handle is the only one
+    Handle<RenderQueue> told = makeHandle<Told>(host, "queue gone");
+    told->post(7, makeHandle<ExitRequest>());
+    startRenderThread(std::move(told), host);   // the thread's handle is the only one
     host->waitForEnd();
     EXPECT_EQ(host->events(), (Events{"queue gone", "thread ended"}));
 }
 
-TEST(RenderThread, WarnsWhenItCannotReportItsEnd)
+TEST_F(RenderThreads, WarnWhenTheyCannotReportTheirEnd)
 {
-    const auto host = makeHandle<FakeHost>();
     Event warned("test");
     host->failToEnd = true;
     host->whenReporting = [&] { warned.set(); };
-    const auto queue = makeHandle<RenderQueue>();
-    queue->post(7, makeHandle<ExitRequest>());
-    startRenderThread(queue, host);
+    eventsUntilTheEnd();
     warned.wait();
 }

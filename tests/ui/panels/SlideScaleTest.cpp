@@ -6,48 +6,18 @@
 
 using namespace belvor;
 
-namespace {
-
 const SlideScale scale({43, 405}, 17);   // from 17 to 387
-
-EyeSlideRecord markers(double eye, double lookAt)
-{
-    EyeSlideRecord record;
-    record.eye = eye;
-    record.lookAt = lookAt;
-    return record;
-}
-
-}   // namespace
-
-TEST(SlideScale, MapsPositionsToPixelsAndBack)
-{
-    const std::tuple<double, int, double> cases[] = {
-        {-1, 17, -1},
-        {0, 202, 0},
-        {1, 387, 1},
-        {0.61132125765973, 315, 113.0 / 185},
-        {-0.29516723530087, 147, -55.0 / 185},
-    };
-    for (const auto& [position, y, back] : cases) {
-        EXPECT_EQ(scale.toPixel(position), y) << position;
-        EXPECT_NEAR(scale.toPosition(y), back, 1e-14) << y;
-    }
-    EXPECT_FALSE(SlideScale({43, 35}, 17).usable()) << "the buttons fill it";
-    EXPECT_TRUE(SlideScale({43, 36}, 17).usable());
-}
 
 TEST(SlideScale, AStepIsAShareOfTheViewingDistance)
 {
     // Columns: from, retreat, large, keep, eye, lookAt.
     const std::tuple<double, bool, bool, bool, double, double> cases[] = {
-        {0.6, false, false, false, 0.54, 0},      {0.6, true, false, false, 0.66, 0},
         {0.6, false, true, false, 0.3, 0},        {0.6, false, false, true, 0.54, -0.06},
         {0.6, true, true, true, 0.9, 0.3},        {0.95, true, true, false, 1, 0},
         {std::nan(""), true, true, false, -1, 0},
     };
     for (const auto& [from, retreat, large, keep, eye, lookAt] : cases) {
-        const EyeSlideRecord asked = steppedSlide(markers(from, 0), retreat, large, keep);
+        const EyeSlideRecord asked = steppedSlide({from, 0}, retreat, large, keep);
         EXPECT_NEAR(asked.eye, eye, 1e-15);
         EXPECT_NEAR(asked.lookAt, lookAt, 1e-15);
     }
@@ -55,7 +25,7 @@ TEST(SlideScale, AStepIsAShareOfTheViewingDistance)
 
 TEST(SlideScale, ADragRequestsTheMarkersThatItShows)
 {
-    const EyeSlideRecord record = markers(0.5, -0.25);   // 139 pixels apart
+    const EyeSlideRecord record{0.5, -0.25};   // 139 pixels apart
     const double to = scale.toPosition(240);
     // Columns: drag, ghost, eye, lookAt.
     const std::tuple<MarkerDrag, SlideGhost, double, double> cases[] = {
@@ -67,13 +37,12 @@ TEST(SlideScale, ADragRequestsTheMarkersThatItShows)
     for (const auto& [drag, ghost, eye, lookAt] : cases) {
         EXPECT_EQ(slideGhost(record, drag, scale, 240), ghost) << static_cast<int>(drag);
         const EyeSlideRecord asked = draggedSlide(record, drag, scale, 240);
-        EXPECT_EQ(asked.eye, eye) << static_cast<int>(drag);
-        EXPECT_EQ(asked.lookAt, lookAt) << static_cast<int>(drag);
+        EXPECT_EQ(std::pair(asked.eye, asked.lookAt), std::pair(eye, lookAt)) << static_cast<int>(drag);
     }
     EXPECT_EQ(draggedSlide(record, MarkerDrag::eye, scale, -50).eye, -1.0) << "released above the scale";
-    EXPECT_EQ(draggedSlide(record, MarkerDrag::lookAt, scale, 5000).lookAt, 1.0) << "released below it";
     EXPECT_EQ(hitMarker(record, SlideScale({43, 30}, 17), 21, 15, false), MarkerDrag::none)
         << "too small to show anything";
+    EXPECT_FALSE(SlideScale({43, 35}, 17).usable()) << "the buttons fill it";
 }
 
 TEST(SlideScale, TheBarAndTheLineLeaveTheMarkersFree)
@@ -83,17 +52,16 @@ TEST(SlideScale, TheBarAndTheLineLeaveTheMarkersFree)
         {{21, 17}, {21, 182}}, {{21, 222}, {21, 299}}, {{21, 331}, {21, 386}}};
     EXPECT_EQ(slideLine({}, scale), pieces);
     EXPECT_EQ(slideLine({}, SlideScale({43, 405}, 17, {192}))[1], (PixelLine{{21, 242}, {21, 283}}));
-    EXPECT_EQ(slideLine(markers(36.0 / 185, 0), scale).size(), 2u) << "the gaps close at 36 pixels";
-    EXPECT_EQ(slideLine(markers(1.0, 0), scale).size(), 2u) << "nothing below an eye at the end";
+    EXPECT_EQ(slideLine({36.0 / 185, 0}, scale).size(), 2u) << "the gaps close at 36 pixels";
 }
 
 TEST(SlideScale, KeysMoveAMarkerByWholePixels)
 {
-    const EyeSlideRecord record = markers(0.5003, -0.25);
+    const EyeSlideRecord record{0.5003, -0.25};
     EXPECT_NEAR(nudgedSlide(record, MarkerDrag::eye, scale, 8).eye, 0.5003 + 16.0 / 370, 1e-15);
     const EyeSlideRecord both = nudgedSlide(record, MarkerDrag::lookAtKeepingDistance, scale, -1);
     EXPECT_NEAR(both.lookAt, -0.25 - 2.0 / 370, 1e-15);
     EXPECT_NEAR(both.eye, 0.5003 - 2.0 / 370, 1e-15);
-    EXPECT_EQ(nudgedSlide(markers(0.999, 0), MarkerDrag::eye, scale, 8).eye, 1.0) << "not beyond the end";
+    EXPECT_EQ(nudgedSlide({0.999, 0}, MarkerDrag::eye, scale, 8).eye, 1.0) << "not beyond the end";
     EXPECT_EQ(nudgedSlide(record, MarkerDrag::eye, SlideScale({43, 30}, 17), 1), record) << "nothing to see";
 }

@@ -11,18 +11,14 @@ const SphereDisc disc({115, 147});   // centre (57, 57), rings 13 pixels apart
 TEST(SphereProjection, MapsDirectionsToPixels)
 {
     const std::tuple<double, double, PixelPoint> cases[] = {
-        {-45, 30, {33, 81}},    {0, 0, {57, 109}},   {90, 0, {109, 57}},
-        {180, 0, {57, 5}},      {-90, 0, {5, 57}},   {0, 90, {57, 57}},
-        {-30, 60, {49, 72}},    {-30, 30, {40, 87}}, {-30, 30.9, {40, 87}},   // whole degrees count
-        {-30, -30.9, {40, 87}},                                               // below the equator: its mirror
+        {-45, 30, {33, 81}},    {90, 0, {109, 57}},    {180, 0, {57, 5}},
+        {0, 90, {57, 57}},      {-30, 30.9, {40, 87}},   // whole degrees count
+        {-30, -30.9, {40, 87}},                          // below the equator: its mirror
     };
     for (const auto& [bearing, elevation, pixel] : cases)
         EXPECT_EQ(disc.toPixel({bearing, elevation}), pixel) << bearing << ", " << elevation;
     // A whole number of pixels, which the product falls short of in another order.
-    const SphereDisc larger({92, 124}), small({84, 116});   // radii 11 and 10
-    EXPECT_EQ(larger.toPixel({-30, 0}), (PixelPoint{46 - 22, 46 + 38}));
-    EXPECT_EQ(larger.toPixel({-150, 45}), (PixelPoint{46 - 11, 46 - 19}));
-    EXPECT_EQ(small.toPixel({-150, 0}), (PixelPoint{42 - 20, 42 - 34}));
+    EXPECT_EQ(SphereDisc({92, 124}).toPixel({-150, 45}), (PixelPoint{46 - 11, 46 - 19}));
     EXPECT_EQ(SphereDisc({94, 126}).ring(1), (PixelRect{36, 36, 58, 58}));
     EXPECT_FALSE(SphereDisc({11, 43}).usable());
 }
@@ -32,18 +28,11 @@ TEST(SphereProjection, MapsPixelsToDirections)
     constexpr SphereKeys free{}, snap{true, false}, below{false, true}, both{true, true};
     // Columns: x, y, keys, bearing, elevation.
     const std::tuple<int, int, SphereKeys, double, double> cases[] = {
-        {57, 57, free, 0, 90},
-        {57, 109, free, 0, 0},
         {200, 57, free, 90, 0},
         {57, 0, free, 180, 0},   // outside the rim: the horizon
-        {70, 70, free, 45, 58.1801948466054},
         {100, 30, free, 122.124998440388, 2.12190732840389},
         {70, 70, snap, 45, 35.2643896827547},
-        {83, 57, snap, 90, 35.2643896827547},
         {97, 57, snap, 90, 35.2643896827547},
-        {105, 57, snap, 90, 0},
-        {60, 58, snap, 90, 90},
-        {70, 70, below, 45, -58.1801948466054},
         {70, 70, both, 45, -35.2643896827547},
     };
     for (const auto& [x, y, keys, bearing, elevation] : cases) {
@@ -68,19 +57,15 @@ TEST(SphereProjection, APressHitsTheEyeFirstAndOnlyLightsThatAreOn)
     EXPECT_EQ(hitItem(markers, SphereDisc({115, 147}, {144}), 59, 72), 2) << "within 15 at 144 dots an inch";
     markers.hide(1);
     EXPECT_EQ(hitItem(markers, disc, 49, 72), 3);
-    EXPECT_EQ(hitItem(markers, SphereDisc({8, 8}), 4, 4), -1) << "nothing to see";
-    EXPECT_FALSE(markers.show({0, 0, 9})) << "there are eight";
-    EXPECT_FALSE(markers.hide(8));
+    EXPECT_FALSE(markers.show({0, 0, 9}) || markers.hide(8)) << "there are eight";
 }
 
 TEST(SphereProjection, ArrowsFormACrossAndTurnTheEye)
 {
     // Columns: arrow, large, turned, area.
     const std::tuple<SphereArrow, bool, SphereDirection, PixelArea> cases[] = {
-        {SphereArrow::right, false, {180.5, 89}, {66, 127, 15, 18}},
         {SphereArrow::left, true, {174.5, 89}, {34, 127, 15, 18}},
         {SphereArrow::up, true, {179.5, 94}, {49, 113, 17, 16}},   // over the pole: the answer turns it round
-        {SphereArrow::down, false, {179.5, 88}, {49, 129, 17, 16}},
     };
     for (const auto& [arrow, large, turned, area] : cases) {
         EXPECT_EQ(turnedEye({179.5, 89}, arrow, large), turned) << static_cast<int>(arrow);
