@@ -2,17 +2,13 @@
 the ends of each in an SVG file must be what ezdxf works out from the same entities, nested and tilted. Where an entity gives surfaces
 its curve is the outline of these.
 """
-import json
 import math
-import pathlib
 import re
-import subprocess
-import tempfile
-import unittest
 
 from ezdxf.math import BoundingBox, Vec3, bulge_to_arc, fit_points_to_cad_cv
+from ezdxf.render import hatching
 
-from test_random_drawings import PROGRAM, VERSIONS, Conventions, Drawing, thickness_of
+from test_random_drawings import VERSIONS, Answers, Conventions, Drawing, thickness_of
 
 
 def turn(start, sweep, point_at):
@@ -72,35 +68,11 @@ def polyline(entity):
     return raised([entity.ocs().to_wcs(Vec3(p.x, p.y, z)) for p in points], thickness_of(entity))
 
 
-def within(corners, start, along):
-    """The part of a line in a convex outline that runs counter-clockwise, in lengths of `along`."""
-    low, high = -math.inf, math.inf
-    for a, b in zip(corners, corners[1:] + corners[:1]):
-        inward, steep = (b - a).orthogonal().dot(start - a), (b - a).orthogonal().dot(along)
-        if steep > 0:
-            low = max(low, -inward / steep)
-        else:
-            high = min(high, -inward / steep)
-    return low, high
-
-
 def hatch(entity):
-    """The dashes in one convex outline."""
-    dashes, corners = [], [Vec3(x, y).vec2 for x, y, _ in entity.paths.paths[0].vertices]
-    for family in entity.pattern.lines:
-        along, lengths = Vec3.from_deg_angle(family.angle).vec2, family.dash_length_items
-        for number in range(-200, 201):
-            start = family.base_point + family.offset * number
-            low, high = within(corners, start, along)
-            period = sum(map(abs, lengths))
-            pieces = [(low, high)] if low < high and not lengths else []
-            for turn_of_pattern in range(math.floor(low / period), math.ceil(high / period)) if lengths and low < high else ():
-                at = turn_of_pattern * period
-                for length in lengths:
-                    if length > 0 and max(at, low) < min(at + length, high):
-                        pieces.append((max(at, low), min(at + length, high)))
-                    at += abs(length)
-            dashes += [[start + along * a, start + along * b] for a, b in pieces]
+    """The dashes."""
+    paths = hatching.hatch_boundary_paths(entity)
+    dashes = [dash for baseline in hatching.pattern_baselines(entity) for line in hatching.hatch_paths(baseline, paths)
+              for dash in baseline.pattern_renderer(line.distance).render(line.start, line.end)]
     return [[entity.ocs().to_wcs(Vec3(p.x, p.y, entity.dxf.elevation.z)) for p in dash] for dash in dashes]
 
 
@@ -114,38 +86,16 @@ class CurveConventions(Conventions):
 
 
 class CurveDrawing(Drawing):
-    flat = ("thickness", "extrusion")
-
     def add_open(self, space):
-        r, flat = self.random, self.attributes(*self.flat)
-        kinds = ["line", "arc", "point", "polyline2d", "polyline3d"] + ["ellipse", "spline", "fit", "lwpolyline"] * (self.doc.dxfversion > "AC1009")
-        kind, points = r.choice(kinds), [self.point() for _ in range(r.randint(4, 7))]
-        bulged = [(p.x, p.y, r.choice((0, 0, r.uniform(-2, 2)))) for p in points]
-        if kind == "line":
-            space.add_line(*points[:2], flat)
-        elif kind == "arc":
-            start = r.uniform(-360, 360)
-            space.add_arc(points[0], abs(self.length()), start, start + r.uniform(1, 359), dxfattribs=flat)
-        elif kind == "point":
-            space.add_point(points[0], flat)
-        elif kind == "polyline3d":
-            space.add_polyline3d(points, close=self.often(0.3), dxfattribs=self.attributes())
-        elif kind == "polyline2d":
-            space.add_polyline2d(bulged, "xyb", close=self.often(0.3), dxfattribs={**flat, "elevation": (0, 0, self.length())})
-        elif kind == "lwpolyline":
-            space.add_lwpolyline(bulged, "xyb", close=self.often(0.3), dxfattribs={**flat, "elevation": self.length()})
-        elif kind == "ellipse":
-            start = r.uniform(0, 6)
-            space.add_ellipse(points[0], points[1].cross(points[2]) / self.size, r.uniform(0.1, 1), start, start + r.uniform(0.1, 6),
-                              dxfattribs={**self.attributes(), "extrusion": points[1]})
-        elif kind == "fit":
-            space.add_spline(points, dxfattribs={**self.attributes(), "start_tangent": self.point(), "end_tangent": self.point()})
-        else:
-            add = r.choice((space.add_open_spline, lambda p, dxfattribs: space.add_rational_spline(p, [r.uniform(0.5, 3) for _ in p], dxfattribs=dxfattribs)))
-            add(points, dxfattribs=self.attributes())
+        kinds = ("line", "arc", "point", "polyline2d", "polyline3d", "ellipse", "spline", "fit", "lwpolyline")
+        self.add_curve(space, kinds, least=1)
+
+    def ellipse_ends(self):
+        start = self.random.uniform(0, 6)
+        return start, start + self.random.uniform(0.1, 6)
 
     def add_round(self, space):
-        space.add_circle(self.point(), abs(self.length()), self.attributes(*self.flat))
+        self.add_curve(space, ["circle"])
 
     def add_pattern(self, space):
         made = space.add_hatch(dxfattribs=self.attributes("extrusion"))
@@ -154,15 +104,10 @@ class CurveDrawing(Drawing):
         made.paths.add_polyline_path([(0, 0), (self.random.uniform(20, 40), 3), (33, 41), (5, 27)])
 
 
-class RandomCurves(unittest.TestCase):
-    def run_program(self, drawing, modern, *more):
-        with tempfile.TemporaryDirectory() as folder:
-            drawing.doc.saveas(folder + "/d.dxf")
-            done = subprocess.run([PROGRAM, "--quiet", "--lines", "--info", "--reading", "modern" if modern else "strict", "d.dxf", *more],
-                                  cwd=folder, capture_output=True, encoding="utf-8", timeout=60)
-            self.assertEqual(done.returncode, 0, done.stderr)
-            svg = pathlib.Path(folder, "d.svg")
-            return json.loads(done.stdout), svg.read_text() if svg.exists() else ""
+class RandomCurves(Answers):
+    def of_curves(self, drawing, modern, *more):
+        info, files = self.ask(drawing.doc.saveas, "--lines", "--info", "--reading", "modern" if modern else "strict", *more)
+        return info, files.get("d.svg", b"").decode()
 
     def each_drawing(self, kinds, versions, nested):
         for version in versions:
@@ -179,24 +124,20 @@ class RandomCurves(unittest.TestCase):
                 drawing.fill(space, kinds, 5)
                 yield name, drawing, modern, [curve for _, curve in CurveConventions(drawing.doc, modern).facets]
 
-    def check(self, kinds, versions, nested=False):
+    def check(self, kinds, versions, nested=False, slack=1e-9):
         met = 0
         for name, drawing, modern, expected in self.each_drawing(kinds, versions, nested):
-            info, _ = self.run_program(drawing, modern)
+            info, _ = self.of_curves(drawing, modern)
             length = sum(a.distance(b) for curve in expected for a, b in zip(curve, curve[1:]))
             self.assertEqual(info["lines"], len(expected), name)
-            self.assertAlmostEqual(info["lineLength"], length, delta=1e-9 * (length + drawing.size), msg=name)
+            self.assertAlmostEqual(info["lineLength"], length, delta=slack * (length + drawing.size), msg=name)
             met += len(expected)
         self.assertGreater(met, 50)
 
     def test_number_and_length(self):
         self.check(["open", "open", "round"], VERSIONS)
-
-    def test_number_and_length_in_blocks(self):
         self.check(["open", "open", "round"], VERSIONS, nested=True)
-
-    def test_patterns(self):
-        self.check(["pattern"], VERSIONS[1:])
+        self.check(["pattern"], VERSIONS[1:], slack=1e-6)     # the library rounds
 
     def test_ends_in_an_svg_file(self):
         """Without surfaces every curve is one path from its first point to its last."""
@@ -207,7 +148,7 @@ class RandomCurves(unittest.TestCase):
                 continue
             box = BoundingBox(point for curve in expected for point in curve)
             scale = (box.size.x + box.size.y) / 500 or 1.0
-            _, svg = self.run_program(drawing, modern, "--view", "plan", "--scale", repr(scale), "--size", "600x600", "d.svg")
+            _, svg = self.of_curves(drawing, modern, "--view", "plan", "--scale", repr(scale), "--size", "600x600", "d.svg")
             found = [[tuple(map(float, point.split())) for point in part.split("L")] for text in re.findall(r' d="([^"]*)"', svg) for part in text.split("M")[1:]]
             on_screen = [[(300 + (p.x - box.center.x) / scale, 300 - (p.y - box.center.y) / scale) for p in (curve[0], curve[-1])] for curve in expected]
             self.assertEqual(len(found), len(expected), name)
@@ -216,6 +157,3 @@ class RandomCurves(unittest.TestCase):
                 self.assertTrue(near, (name, path[0], path[-1]))
                 on_screen.remove(near[0])
 
-
-if __name__ == "__main__":
-    unittest.main()

@@ -4,6 +4,8 @@ The two share no code. Where the program differs from CAD programs on purpose, a
 own name, which a failure tells, so that it can be made again.
 """
 import collections
+import functools
+import itertools
 import json
 import math
 import os
@@ -72,30 +74,30 @@ def circle(entity):
     return prism(list(entity.vertices(range(0, 360, 10))), thickness_of(entity))
 
 
-def arc(entity):
-    start, sweep = entity.dxf.start_angle, (entity.dxf.end_angle - entity.dxf.start_angle) % 360
+def turn(start, sweep):
+    """The angles of the ends of chords; for sweeps of 25 degrees and more."""
     chords = int(sweep / 10 + 0.5)
-    return walls(list(entity.vertices([start + sweep * k / chords for k in range(chords + 1)])), thickness_of(entity))
+    return [start + sweep * k / chords for k in range(chords + 1)]
+
+
+def arc(entity):
+    sweep = (entity.dxf.end_angle - entity.dxf.start_angle) % 360
+    return walls(list(entity.vertices(turn(entity.dxf.start_angle, sweep))), thickness_of(entity))
 
 
 def ellipse(entity):
     return [list(entity.vertices([math.tau * k / 36 for k in range(36)]))]
 
 
-def chord_count(sweep):
-    """For sweeps of 25 degrees and more."""
-    return int(sweep / 10 + 0.5)
-
-
 def arc_points(edge):
     sweep = (edge.end_angle - edge.start_angle) % 360 or 360
-    chords = chord_count(sweep)
-    return [edge.center + Vec2.from_deg_angle(edge.start_angle + sweep * k / chords, edge.radius) for k in range(chords + 1)]
+    return [edge.center + Vec2.from_deg_angle(angle, edge.radius) for angle in turn(edge.start_angle, sweep)]
 
 
 def ellipse_points(edge):
-    minor = edge.major_axis.orthogonal() * edge.ratio
-    return [edge.center + edge.major_axis * math.cos(math.radians(10 * k)) + minor * math.sin(math.radians(10 * k)) for k in range(37)]
+    major, minor = edge.major_axis, edge.major_axis.orthogonal() * edge.ratio
+    angles = [math.radians(10 * k) for k in range(37)]
+    return [edge.center + major * math.cos(angle) + minor * math.sin(angle) for angle in angles]
 
 
 def outline(path):
@@ -106,11 +108,10 @@ def outline(path):
             start, end = Vec2(x, y), Vec2(x2, y2)
             points.append(start)
             if bulge:
-                centre, first, _, radius = bulge_to_arc(start, end, bulge)
-                sweep = math.degrees(4 * math.atan(abs(bulge)))
-                chords = chord_count(sweep)
+                centre, _, _, radius = bulge_to_arc(start, end, bulge)
+                angles = turn(0, math.degrees(4 * math.atan(abs(bulge))))[1:-1]
                 first = math.degrees((start - centre).angle)
-                points += [centre + Vec2.from_deg_angle(first + math.copysign(sweep, bulge) * k / chords, radius) for k in range(1, chords)]
+                points += [centre + Vec2.from_deg_angle(first + math.copysign(a, bulge), radius) for a in angles]
         return points
     parts = {"LineEdge": lambda edge: [edge.start, edge.end], "ArcEdge": arc_points, "EllipseEdge": ellipse_points}
     points = [point for edge in path.edges for point in parts[edge.EDGE_TYPE](edge)]
@@ -141,9 +142,8 @@ def mesh(entity):
     return [[Vec3(entity.vertices[i]) for i in face] for face in entity.faces if len(face) > 2]
 
 
-FACETS = {"HATCH": hatch, "MESH": mesh, "3DFACE": face, "SOLID": solid, "TRACE": solid, "POLYLINE": polyline, "LWPOLYLINE": polyline, "LINE": line, "CIRCLE": circle, "ARC": arc, "ELLIPSE": ellipse}
-
-
+FACETS = {"HATCH": hatch, "MESH": mesh, "3DFACE": face, "SOLID": solid, "TRACE": solid, "POLYLINE": polyline,
+          "LWPOLYLINE": polyline, "LINE": line, "CIRCLE": circle, "ARC": arc, "ELLIPSE": ellipse}
 REASONS = ("paper space", "block never inserted", "layer frozen", "layer off", "no surface", "drawn")      # the first that holds is told
 
 
@@ -183,13 +183,14 @@ class Conventions:
 
     def cells(self, insert):
         """One transform for each cell of an array. In the strict reading the spacing is scaled with the block: it is stepped off first."""
-        placement, given = insert.matrix44(), insert.dxf
-        if self.modern:
-            steps = [Vec3(column * given.column_spacing, row * given.row_spacing).rotate_deg(given.rotation)
-                     for column in range(given.column_count) for row in range(given.row_count)]
-            return [placement * Matrix44.translate(*insert.ocs().to_wcs(step)) for step in steps]
-        return [Matrix44.translate(column * given.column_spacing, row * given.row_spacing, 0) * placement
-                for column in range(given.column_count) for row in range(given.row_count)]
+        placement, given, cells = insert.matrix44(), insert.dxf, []
+        for column, row in itertools.product(range(given.column_count), range(given.row_count)):
+            step = Vec3(column * given.column_spacing, row * given.row_spacing)
+            if self.modern:
+                step = insert.ocs().to_wcs(step.rotate_deg(given.rotation))
+            move = Matrix44.translate(*step)
+            cells.append(placement * move if self.modern else move * placement)
+        return cells
 
     def hidden(self, entity, layer):
         entry = self.doc.layers.get(layer)
@@ -225,6 +226,7 @@ class Drawing:
     """Draws its own random entities into `space`, a model space or a block."""
 
     apart = 100
+    flat = ("thickness", "extrusion")
 
     def __init__(self, name, version, modern):
         self.random, self.modern = random.Random(name), modern
@@ -278,29 +280,26 @@ class Drawing:
         space.add_3dface(corners, self.attributes())
 
     def add_solid(self, space):
-        add = self.random.choice((space.add_solid, space.add_trace))
         corners = [self.point() for _ in range(4)]
         if self.often(0.4):
             same, other = self.random.choice(((3, 2), (3, 2), (1, 0), (2, 0), (3, 1)))
             corners[same] = corners[other]
         if self.often(0.1):
             corners = corners[:1] * 4
-        add(corners, self.attributes("thickness", "extrusion"))
+        self.random.choice((space.add_solid, space.add_trace))(corners, self.attributes("thickness", "extrusion"))
 
     def add_polygon_mesh(self, space):
         m, n = self.random.randint(2, 5), self.random.randint(2, 5)
         polymesh = space.add_polymesh((m, n), self.attributes())
-        for i in range(m):
-            for j in range(n):
-                polymesh.set_mesh_vertex((i, j), self.point())
+        for place in itertools.product(range(m), range(n)):
+            polymesh.set_mesh_vertex(place, self.point())
         polymesh.close(m_close=self.often(0.5), n_close=self.often(0.5))
 
     def add_polyface(self, space):
         polyface = space.add_polyface(self.attributes())
         points = [self.point() for _ in range(7)]
         polyface.append_faces([self.random.sample(points, self.random.choice((3, 4))) for _ in range(self.random.randint(1, 6))])
-        for record in polyface.faces():
-            record = record[-1]
+        for *_, record in polyface.faces():
             if self.often(0.3):
                 record.dxf.vtx1 = -abs(record.dxf.vtx1)       # an edge that is not shown
 
@@ -320,20 +319,34 @@ class Drawing:
         else:
             space.add_polyline2d(points, "xyse", close=closed, dxfattribs={**flat, "elevation": (0, 0, self.length())})
 
-    def add_curve(self, space):
-        kind = self.random.choice(("line", "circle", "arc", "ellipse"))
-        flat = self.attributes("thickness", "extrusion")
-        if kind == "line":
-            space.add_line(self.point(), self.point(), flat)
-        elif kind == "circle":
-            space.add_circle(self.point(), abs(self.length()), flat)
-        elif kind == "arc":
-            start = self.random.uniform(-360, 360)
-            space.add_arc(self.point(), abs(self.length()), start, start + self.random.uniform(26, 359), dxfattribs=flat)
-        elif self.doc.dxfversion > "AC1009":
-            direction = self.point()
-            space.add_ellipse(self.point(), direction.cross(self.point()) / self.size, self.random.uniform(0.1, 1),
-                              dxfattribs={**self.attributes(), "extrusion": direction})
+    def add_curve(self, space, kinds=("line", "circle", "arc", "ellipse"), least=26):
+        """An arc has `least` degrees or more."""
+        r, flat = self.random, self.attributes(*self.flat)
+        a, b, c, *_ = points = [self.point() for _ in range(r.randint(4, 7))]
+        start, sweep, closed, elevation = r.uniform(-360, 360), r.uniform(least, 359), self.often(0.3), self.length()
+        bulged = [(p.x, p.y, r.choice((0, 0, r.uniform(-2, 2)))) for p in points]
+        plain = self.attributes()
+        rational = functools.partial(space.add_rational_spline, weights=[r.uniform(0.5, 3) for _ in points])
+        old = {
+            "line": lambda: space.add_line(a, b, flat),
+            "circle": lambda: space.add_circle(a, abs(elevation), flat),
+            "arc": lambda: space.add_arc(a, abs(elevation), start, start + sweep, dxfattribs=flat),
+            "point": lambda: space.add_point(a, flat),
+            "polyline3d": lambda: space.add_polyline3d(points, close=closed, dxfattribs=plain),
+            "polyline2d": lambda: space.add_polyline2d(bulged, "xyb", close=closed, dxfattribs={**flat, "elevation": (0, 0, elevation)}),
+        }
+        new = {
+            "ellipse": lambda: space.add_ellipse(a, b.cross(c) / self.size, r.uniform(0.1, 1), *self.ellipse_ends(),
+                                                 dxfattribs={**plain, "extrusion": b}),
+            "spline": lambda: r.choice((space.add_open_spline, rational))(points, dxfattribs=plain),
+            "fit": lambda: space.add_spline(points, dxfattribs={**plain, "start_tangent": b, "end_tangent": c}),
+            "lwpolyline": lambda: space.add_lwpolyline(bulged, "xyb", close=closed, dxfattribs={**flat, "elevation": elevation}),
+        }
+        makers = old | (new if self.doc.dxfversion > "AC1009" else {})
+        makers[r.choice([kind for kind in kinds if kind in makers])]()
+
+    def ellipse_ends(self):
+        return 0, math.tau
 
     def add_mesh(self, space):
         mesh = space.add_mesh(self.attributes())
@@ -386,15 +399,24 @@ class Drawing:
             getattr(self, "add_" + self.random.choice(kinds))(space)
 
 
-class RandomDrawings(unittest.TestCase):
-    reading = "strict"
+class Answers(unittest.TestCase):
+    def ask(self, save, *options):
+        """What the program says of the drawing that `save` writes, the lines of JSON; and the files that are there then."""
+        with tempfile.TemporaryDirectory() as folder:
+            save(folder + "/d.dxf")
+            done = subprocess.run([PROGRAM, "--quiet", "d.dxf", *options], cwd=folder, capture_output=True, encoding="utf-8", timeout=60)
+            self.assertEqual(done.returncode, 0, done.stderr)
+            files = {path.name: path.read_bytes() for path in pathlib.Path(folder).iterdir()}
+        answers = [json.loads(line) for line in done.stdout.splitlines()]
+        for row in answers[-1].get("entities", ()):
+            self.assertEqual(row["read"], row["drawn"] + sum(skipped["count"] for skipped in row["skipped"]), row)
+        return *answers, files
 
-    def info(self, path):
-        """What --info and --report say, the latter also of a picture of the facets, seen from the side."""
-        command = [PROGRAM, "--quiet", "--reading", self.reading, "--size", "160x120", "--view", "iso-ne", "--info", "--report", "-", path, path + ".omb"]
-        done = subprocess.run(command, capture_output=True, encoding="utf-8", timeout=60)
-        self.assertEqual(done.returncode, 0, done.stderr)
-        return map(json.loads, done.stdout.splitlines())
+
+class RandomDrawings(Answers):
+    reading = "strict"
+    flat_kinds = ("face", "solid", "polygon_mesh polyface", "strip", "curve")
+    nested_kinds = ("face", "face solid polygon_mesh polyface strip curve")
 
     def check_account(self, expected, report, data):
         """Every entity has the outcome that ezdxf finds; the records are those that the groups of a text file show."""
@@ -408,13 +430,11 @@ class RandomDrawings(unittest.TestCase):
                              {block["name"]: inserts[block["name"]] for block in report["blocks"]})
 
     def check(self, drawing, format, pictures):
-        with tempfile.NamedTemporaryFile(suffix=".dxf") as file:
-            drawing.doc.saveas(file.name, fmt=format)
-            info, report = self.info(file.name)
-            os.remove(file.name + ".omb")
-            pictures.add(report["outputs"][0]["sha256"])
-            conventions = Conventions(drawing.doc, self.reading == "modern")
-            self.check_account(conventions, report, pathlib.Path(file.name).read_bytes())
+        info, report, files = self.ask(functools.partial(drawing.doc.saveas, fmt=format), "--reading", self.reading, "--size", "160x120",
+                                       "--view", "iso-ne", "--info", "--report", "-", "p.omb")     # the facets, seen from the side
+        pictures.add(files["p.omb"])
+        conventions = Conventions(drawing.doc, self.reading == "modern")
+        self.check_account(conventions, report, files["d.dxf"])
         expected = conventions.facets
         corners = [corner for _, loop in expected for corner in loop]
         self.assertEqual([info[count] for count in ("facets", "vertices", "edges")], [len(expected), len(corners), len(corners)])
@@ -430,20 +450,18 @@ class RandomDrawings(unittest.TestCase):
         self.assertAlmostEqual(info["radius"], radius, delta=slack)
         return len(expected)
 
-    def check_all(self, kinds, draw, versions=VERSIONS):
+    def check_all(self, kinds, draw):
         """Several drawings of these kinds in each version of the format, as text and binary."""
         drawn = 0
-        for version in versions:
-            for number in range(4):
-                name = f"{' '.join(kinds)}, {version}, {number}"
-                drawing = Drawing(name, version, self.reading == "modern")
-                draw(drawing, kinds)
-                pictures = set()
-                for format in ("asc", "bin"):
-                    with self.subTest(name, format=format):
-                        drawn += self.check(drawing, format, pictures)
-                with self.subTest(name, format="both"):
-                    self.assertEqual(len(pictures), 1, "text and binary give the same facets")
+        for version, number in itertools.product(VERSIONS[1:] if {"mesh", "hatch"} & {*kinds} else VERSIONS, range(4)):
+            name, pictures = f"{' '.join(kinds)}, {version}, {number}", set()
+            drawing = Drawing(name, version, self.reading == "modern")
+            draw(drawing, kinds)
+            for format in ("asc", "bin"):
+                with self.subTest(name, format=format):
+                    drawn += self.check(drawing, format, pictures)
+            with self.subTest(name, format="both"):
+                self.assertEqual(len(pictures), 1, "text and binary give the same facets")
         self.assertGreater(drawn, 100)
 
     def flat(self, drawing, kinds):
@@ -464,41 +482,17 @@ class RandomDrawings(unittest.TestCase):
         for _ in range(drawing.random.randint(1, 3)):
             drawing.add_insert(drawing.doc.modelspace(), blocks[-2:])
 
-    def test_faces(self):
-        self.check_all(["face"], self.flat)
+    def test_flat(self):
+        for kinds in self.flat_kinds:
+            self.check_all(kinds.split(), self.flat)
 
-    def test_solids(self):
-        self.check_all(["solid"], self.flat)
-
-    def test_meshes(self):
-        self.check_all(["polygon_mesh", "polyface"], self.flat)
-
-    def test_strips(self):
-        self.check_all(["strip"], self.flat)
-
-    def test_curves(self):
-        self.check_all(["curve"], self.flat)
-
-    def test_inserted_faces(self):
-        self.check_all(["face"], self.nested)
-
-    def test_inserted_anything(self):
-        self.check_all(["face", "solid", "polygon_mesh", "polyface", "strip", "curve"], self.nested)
+    def test_nested(self):
+        for kinds in self.nested_kinds:
+            self.check_all(kinds.split(), self.nested)
 
 
 class ModernDrawings(RandomDrawings):
     """The same in the modern reading, and what only that draws."""
     reading = "modern"
-
-    def test_mesh_cages(self):
-        self.check_all(["mesh"], self.flat, VERSIONS[1:])
-
-    def test_hatches(self):
-        self.check_all(["hatch"], self.flat, VERSIONS[1:])
-
-    def test_inserted_hatches(self):
-        self.check_all(["hatch", "mesh", "face"], self.nested, VERSIONS[1:])
-
-
-if __name__ == "__main__":
-    unittest.main()
+    flat_kinds = (*RandomDrawings.flat_kinds, "mesh", "hatch")
+    nested_kinds = (*RandomDrawings.nested_kinds, "hatch mesh face")

@@ -15,6 +15,9 @@ TOOL = os.environ.get("BELVOR_IMAGE") or PROGRAM.replace("belvor-render", "belvo
 WINDOWS = PROGRAM.endswith(".exe")
 SANITIZED = bool(os.environ.get("BELVOR_SANITIZED"))
 
+PICTURES = ("omb", "png", "exr", "tif", "npy", "pfm")
+FORMATS = (*PICTURES, "svg")
+
 # Two plates, one over the other, the upper with a hole.
 PLATES = """Y 8  0 0 0  4 0 0  4 3 0  0 3 0   1 1 1  3 1 1  3 2 1  1 2 1   0 1
 1 Lower
@@ -24,6 +27,11 @@ Y 8  1 1 1  3 1 1  3 2 1  1 2 1   1.5 1.25 1  1.5 1.75 1  2.5 1.75 1  2.5 1.25 1
 4 1 2 3 4  4 5 6 7 8
 end
 """
+
+
+def view_text(eye, lookat, zoom, parallel=0, light="-30 60 0.6"):
+    """The text of a view file."""
+    return f"Belvor View Parameters 1.0\n{eye}\n{lookat}\n{zoom}\n{parallel}\n0.4\n0.1\n{light}\n"
 
 
 def command(program=PROGRAM):
@@ -51,17 +59,34 @@ class Folder(unittest.TestCase):
     def tree(self, folder="."):
         """The digest of every file below the folder, by its path there."""
         top = self.folder / folder
-        return {str(path.relative_to(top)): hashlib.sha256(path.read_bytes()).hexdigest() for path in top.rglob("*") if path.is_file()}
+        files = [path for path in top.rglob("*") if path.is_file()]
+        return {str(path.relative_to(top)): hashlib.sha256(path.read_bytes()).hexdigest() for path in files}
+
+    def start(self, *arguments, **options):
+        options = {"stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL, "encoding": "utf-8"} | options
+        return subprocess.Popen(command() + list(arguments), cwd=self.folder, stdin=subprocess.DEVNULL, **options)
 
     def run_program(self, *arguments, program=PROGRAM, **options):
-        """The finished process; output as text."""
-        options.setdefault("stdout", subprocess.PIPE)
+        """The finished process; output as text unless `encoding` is None."""
         if "input" not in options:
             options["stdin"] = subprocess.DEVNULL
+        options = {"stdout": subprocess.PIPE, "encoding": "utf-8", "timeout": 300} | options
         return subprocess.run(command(program) + list(arguments), cwd=self.folder, stderr=subprocess.PIPE,
-                              encoding="utf-8", errors="replace", timeout=300, **options)
+                              errors=options["encoding"] and "replace", **options)
 
     def render(self, *arguments, program=PROGRAM):
         done = self.run_program("--quiet", *arguments, program=program)
         self.assertEqual((done.returncode, done.stderr), (0, ""), arguments)
         return done.stdout
+
+    def refused(self, status, arguments, *says, **options):
+        """The call, a list or words in a line, ends with that status, says each of `says` and changes no file."""
+        before = self.tree(), self.names()
+        done = self.run_program(*(arguments.split() if isinstance(arguments, str) else arguments), **options)
+        self.assertEqual(done.returncode, status, (arguments, done.stderr))
+        told = done.stderr if isinstance(done.stderr, str) else done.stderr.decode()
+        self.assertTrue(told.strip(), "a failure must say why")
+        for text in says:
+            self.assertIn(text, told, arguments)
+        self.assertEqual((self.tree(), self.names()), before, arguments)
+        return done

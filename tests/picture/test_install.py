@@ -11,10 +11,12 @@ from program import PROGRAM, ROOT, SAMPLES, SANITIZED, TOOL, WINDOWS, Folder, co
 
 BUILD = pathlib.Path(PROGRAM).resolve().parents[1]
 WRITTEN = ("man/belvor-render.1", "completions/belvor-render.bash", "completions/_belvor-render", "completions/belvor-render.fish")
-EXPECTED = ["bin/belvor-image", "bin/belvor-render", "share/bash-completion/completions/belvor-image", "share/bash-completion/completions/belvor-render",
-            "share/belvor/samples/chess.thf", "share/belvor/samples/dxf/others/LICENSES.md", "share/doc/belvor/README.md", "share/doc/belvor/copyright",
-            "share/doc/belvor/docs/scripts.md", "share/doc/belvor/docs/pictures/window.png", "share/fish/vendor_completions.d/belvor-image.fish",
-            "share/fish/vendor_completions.d/belvor-render.fish", "share/zsh/vendor-completions/_belvor-image", "share/zsh/vendor-completions/_belvor-render"]
+EXPECTED = """bin/belvor-image bin/belvor-render
+    bash-completion/completions/belvor-image bash-completion/completions/belvor-render
+    belvor/samples/chess.thf belvor/samples/dxf/others/LICENSES.md
+    doc/belvor/README.md doc/belvor/copyright doc/belvor/docs/scripts.md doc/belvor/docs/pictures/window.png
+    fish/vendor_completions.d/belvor-image.fish fish/vendor_completions.d/belvor-render.fish
+    zsh/vendor-completions/_belvor-image zsh/vendor-completions/_belvor-render"""
 
 
 @unittest.skipIf(SANITIZED or not (BUILD / "CPackConfig.cmake").exists() or not os.path.exists(TOOL), "not a build to be installed")
@@ -31,8 +33,8 @@ class Install(Folder):
 
     def check_runs(self, prefix):
         """The program there draws as the one of the build."""
-        for name in EXPECTED:
-            self.assertTrue((prefix / name).is_file(), name)
+        for name in EXPECTED.split():
+            self.assertTrue((prefix / ("" if name.startswith("bin/") else "share") / name).is_file(), name)
         self.call(str(prefix / "bin/belvor-render"), "-q", "-s40x30", str(prefix / "share/belvor/samples/chess.thf"), "installed.omb")
         self.render("-s40x30", str(SAMPLES / "chess.thf"), "built.omb")
         self.assertEqual(self.read("installed.omb"), self.read("built.omb"))
@@ -45,10 +47,11 @@ class Install(Folder):
         self.check_runs(prefix)
         for name in ("belvor-render", "belvor-image"):
             self.assertIn(".TH " + name.upper(), (prefix / f"share/man/man1/{name}.1").read_text())
-        for words, answers in (("belvor-render --form", "--format"), ("belvor-render --view iso-n", "iso-ne iso-nw"), ("belvor-image jo", "join")):
-            name = words.split()[0]
-            script = f"source {prefix}/share/bash-completion/completions/{name}; COMP_WORDS=({words}); COMP_CWORD=$((${{#COMP_WORDS[@]}} - 1)); _{name.replace('-', '_')}; "
-            self.assertEqual(self.call("bash", "-c", script + 'echo "${COMPREPLY[*]}"').strip(), answers)
+        for name, words, answers in (("belvor-render", "--form", "--format"), ("belvor-render", "--view iso-n", "iso-ne iso-nw"),
+                                     ("belvor-image", "jo", "join")):
+            script = (f"source {prefix}/share/bash-completion/completions/{name}; COMP_WORDS=({name} {words}); "
+                      f"COMP_CWORD=$((${{#COMP_WORDS[@]}} - 1)); _{name.replace('-', '_')}; echo ${{COMPREPLY[*]}}")
+            self.assertEqual(self.call("bash", "-c", script).strip(), answers)
 
     @unittest.skipIf(WINDOWS, "packages of Debian")
     def test_packages(self):

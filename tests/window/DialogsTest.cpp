@@ -3,16 +3,16 @@
 #include "ui/Messages.h"
 #include "view/ViewCommands.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace belvor::window {
 
 class DialogsTest : public WindowTest {
 protected:
-    void openDialog(int number, const char* caption) { dialog = program().openDialog(number, caption); }
-    void openSizes() { openDialog(ID_IMAGESIZE, "Ombr File Image Size"); }
-    void openProperties() { openDialog(ID_MODELPROPERTIES, "Belvor Model Properties"); }
-    void openView() { openDialog(ID_VIEWPARAMETERS, "View Parameters"); }
+    void openSizes() { dialog = program().openDialog(ID_IMAGESIZE, "Ombr File Image Size"); }
+    void openProperties() { dialog = program().openDialog(ID_MODELPROPERTIES, "Belvor Model Properties"); }
+    void openView() { dialog = program().openDialog(ID_VIEWPARAMETERS, "View Parameters"); }
     void end(int button) { program().answer(dialog, button); }
 
     HWND control(int number) { return program().child(number, dialog); }
@@ -21,14 +21,11 @@ protected:
     {
         for (const auto& [number, text] : items) EXPECT_EQ(item(number), text) << number;
     }
-    /// The only checked button of a row, −1 for none, −2 for several.
-    int checkedOf(int first, int last)
+    /// Of the buttons from `first` to `last` that one is checked and no other.
+    void expectChecked(int first, int last, int wanted)
     {
-        int found = -1;
         for (int number = first; number <= last; ++number)
-            if (program().send(control(number), BM_GETCHECK) == BST_CHECKED)
-                found = found == -1 ? number : -2;
-        return found;
+            EXPECT_EQ(program().send(control(number), BM_GETCHECK), number == wanted) << number;
     }
     void push(int number)
     {
@@ -51,7 +48,7 @@ TEST_F(DialogsTest, ImageSizeOffersSizesAndSaysWhatTheyTake)
     openSizes();
     const auto expectSize = [&](const char* width, int button, const char* kilobytes) {
         expectItems({{ID_WIDTH, width}, {ID_HEIGHT, "1200"}});
-        EXPECT_EQ(checkedOf(201, 207), button);
+        expectChecked(201, 207, button);
         EXPECT_NE(item(ID_DISKSPACE).find(kilobytes), std::string::npos) << item(ID_DISKSPACE);
     };
     push(206);
@@ -78,73 +75,21 @@ TEST_F(DialogsTest, ImageSizeOffersSizesAndSaysWhatTheyTake)
     expectItems({{ID_WIDTH, "1000"}});   // ... and applies nothing
 }
 
-TEST_F(DialogsTest, ModelPropertiesCountAndScale)
-{
-    startWith(boxModel());
-    openProperties();
-    expectItems({{ID_VERTEXCOUNT, "8"},
-                 {ID_VERTEXMEMORY, "(0 KB)"},
-                 {ID_EDGECOUNT, "24"},
-                 {ID_EDGEMEMORY, "(1 KB)"},
-                 {ID_FACETCOUNT, "6"},
-                 {ID_FACETMEMORY, "(0 KB)"},
-                 {ID_MATERIALCOUNT, "6"},
-                 {ID_SCALE, "1"},
-                 {ID_CENTRE, "Centre (1, 2, 3)"},
-                 {ID_RADIUS, "3.742"},
-                 {ID_MODELNAME, boxModel().c_str()}});
-    EXPECT_EQ(checkedOf(ID_UNITS, ID_UNITSLAST), ID_UNITS);
-    type(ID_SCALE, "1000");
-    expectItems({{ID_CENTRE, "Centre (1000, 2000, 3000)"}, {ID_RADIUS, "3742"}});   // at once
-    push(ID_UNITS + 2);
-    EXPECT_EQ(checkedOf(ID_UNITS, ID_UNITSLAST), ID_UNITS + 2);
-    push(ID_APPLY);
-    end(IDCANCEL);
-    openView();
-    expectItems({{ID_UNITSNAME, "millimetres (mm)"}, {ID_RADIUS, "3742"}, {ID_CENTREX, "1000"}});
-    end(IDCANCEL);
-
-    const std::string image = inFolder("units.omb");
-    saveAs(image);
-    std::string units(12, '\0');   // scale and code, as the camera's record in the file ends
-    const double scale = 1000;
-    units[8] = 2;
-    std::memcpy(units.data(), &scale, 8);
-    EXPECT_TRUE(eventually([&] { return readFile(image).find(units) != std::string::npos; }));
-}
-
-TEST_F(DialogsTest, WithoutAModelPropertiesAreEmptyAndAboutNamesTheVersion)
-{
-    start();
-    openProperties();
-    expectItems({{ID_CENTRE, "Centre (%.4G, %.4G, %.4G)"}});
-    end(IDCANCEL);
-    openDialog(ID_ABOUT, "About Belvor");
-    expectItems({{ID_VERSION, "Belvor 1.1.7 (Dec 16 1997)"}});
-    EXPECT_TRUE(eventually([&] { return countOther(screenOf(dialog), 0xFFFFFF) > 8000; }))
-        << "with its two pictures";
-    EXPECT_EQ(screenOf(dialog).at(3, 3), 0xFFFFFFu) << "on white";
-    end(IDOK);
-}
-
 TEST_F(DialogsTest, ViewParametersShowTheViewAndTakeWhatIsTyped)
 {
     startWith(boxModel());
     openView();
     expectItems({{ID_UNITSNAME, "undefined units"},
-                 {ID_RADIUS, "3.742"},
                  {ID_CENTREX + 2, "3"},
                  {ID_EYEX, "-9.736"},
-                 {ID_LOOKATX + 2, "3"},
                  {ID_ZOOM, "40"},
                  {ID_SKY, "0.4"},
                  {ID_GROUND, "0.1"},
-                 {ID_LIGHT, "0.6"},
                  {ID_LIGHT + 1, "-30"},
                  {ID_LIGHT + 13, "-90"}});
-    EXPECT_EQ(checkedOf(ID_PARALLEL, ID_PERSPECTIVE), ID_PERSPECTIVE);
+    expectChecked(ID_PARALLEL, ID_PERSPECTIVE, ID_PERSPECTIVE);
     push(ID_PARALLEL);
-    EXPECT_EQ(checkedOf(ID_PARALLEL, ID_PERSPECTIVE), ID_PARALLEL);
+    expectChecked(ID_PARALLEL, ID_PERSPECTIVE, ID_PARALLEL);
     EXPECT_FALSE(IsWindowVisible(control(ID_DEGREES)));
     expectItems({{ID_ZOOM, "6.265"}});
     push(ID_PERSPECTIVE);
@@ -179,19 +124,57 @@ private:
     wchar_t former[8] = L".";
 };
 
-TEST_F(DialogsTest, NumbersAreShownAndReadWithTheUsersComma)
+TEST_F(DialogsTest, ModelPropertiesCountAndScaleWithTheUsersComma)
 {
     const CommaCountry abroad;
     startWith(boxModel());
     openProperties();
+    expectItems({{ID_VERTEXCOUNT, "8"},
+                 {ID_VERTEXMEMORY, "(0 KB)"},
+                 {ID_EDGECOUNT, "24"},
+                 {ID_FACETCOUNT, "6"},
+                 {ID_MATERIALCOUNT, "6"},
+                 {ID_SCALE, "1"},
+                 {ID_CENTRE, "Centre (1, 2, 3)"},
+                 {ID_RADIUS, "3,742"},
+                 {ID_MODELNAME, boxModel().c_str()}});
+    expectChecked(ID_UNITS, ID_UNITSLAST, ID_UNITS);
     type(ID_SCALE, "2,5");
-    expectItems({{ID_CENTRE, "Centre (2,5, 5, 7,5)"}});
-    end(IDOK);
+    expectItems({{ID_CENTRE, "Centre (2,5, 5, 7,5)"}, {ID_RADIUS, "9,354"}});   // at once
+    push(ID_UNITS + 2);
+    expectChecked(ID_UNITS, ID_UNITSLAST, ID_UNITS + 2);
+    push(ID_APPLY);
+    end(IDCANCEL);
     openView();
-    expectItems({{ID_CENTREX, "2,5"}, {ID_SKY, "0,4"}});
+    expectItems(
+        {{ID_UNITSNAME, "millimetres (mm)"}, {ID_RADIUS, "9,354"}, {ID_CENTREX, "2,5"}, {ID_SKY, "0,4"}});
     type(ID_SKY, "0,75");
     end(IDOK);
     EXPECT_NE(savedParameters().find("\n0.75\r\n"), std::string::npos) << "files know only the point";
+
+    const std::string image = inFolder("units.omb");
+    saveAs(image);
+    std::string units(12, '\0');   // scale and code, as the camera's record in the file ends
+    const double scale = 2.5;
+    units[8] = 2;
+    std::memcpy(units.data(), &scale, 8);
+    EXPECT_TRUE(eventually([&] { return readFile(image).find(units) != std::string::npos; }));
+}
+
+TEST_F(DialogsTest, WithoutAModelPropertiesAreEmptyAndAboutNamesTheVersion)
+{
+    start();
+    openProperties();
+    expectItems({{ID_CENTRE, "Centre (%.4G, %.4G, %.4G)"}});
+    end(IDCANCEL);
+    dialog = program().openDialog(ID_ABOUT, "About Belvor");
+    expectItems({{ID_VERSION, "Belvor 1.1.7 (Dec 16 1997)"}});
+    EXPECT_TRUE(eventually([&] {
+        const Picture shown = screenOf(dialog);
+        return shown.at(3, 3) == 0xFFFFFF
+               && std::ranges::count(shown.pixels, 0xFFFFFFu) + 8000 < std::ssize(shown.pixels);
+    })) << "two pictures on white";
+    end(IDOK);
 }
 
 }   // namespace belvor::window

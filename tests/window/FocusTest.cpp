@@ -14,21 +14,16 @@ protected:
 TEST_F(FocusTest, TabGoesRoundTheStripAndBack)
 {
     startWith(boxModel());
-    std::vector<HWND> ring{drawing()};
-    // Columns: the panel of a button, or 0 for a panel; the number.
-    for (const auto& [parent, id] : {std::pair{0, ID_TOOLBAR},
-                                     {0, ID_EYESLIDE},
-                                     {ID_EYESLIDE, ID_ADVANCE},
-                                     {ID_EYESLIDE, ID_RETREAT},
-                                     {0, ID_PLAN},
-                                     {0, ID_ELEVATION},
-                                     {0, ID_SPHERE},
-                                     {ID_SPHERE, ID_EYEUP},
-                                     {ID_SPHERE, ID_EYELEFT},
-                                     {ID_SPHERE, ID_EYERIGHT},
-                                     {ID_SPHERE, ID_EYEDOWN}})
-        ring.push_back(parent ? program().child(id, panel(parent)) : panel(id));
-    for (int slider = ID_SLIDER; slider <= ID_SLIDERLAST; ++slider) ring.push_back(panel(slider));
+    std::vector<HWND> ring{drawing(), panel(ID_TOOLBAR)};
+    const auto add = [&](int number, std::initializer_list<int> buttons) {
+        ring.push_back(panel(number));
+        for (const int button : buttons) ring.push_back(program().child(button, panel(number)));
+    };
+    add(ID_EYESLIDE, {ID_ADVANCE, ID_RETREAT});
+    add(ID_PLAN, {});
+    add(ID_ELEVATION, {});
+    add(ID_SPHERE, {ID_EYEUP, ID_EYELEFT, ID_EYERIGHT, ID_EYEDOWN});
+    for (int slider = ID_SLIDER; slider <= ID_SLIDERLAST; ++slider) add(slider, {});
     for (std::size_t i = 0; i <= ring.size(); ++i) {
         program().send(focus(), WM_KEYDOWN, VK_TAB);
         EXPECT_EQ(focus(), ring[i % ring.size()]) << i;

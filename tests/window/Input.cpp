@@ -3,6 +3,8 @@
 #include "tests/window/Program.h"
 
 #include <algorithm>
+#include <iterator>
+#include <sstream>
 
 namespace belvor::window {
 
@@ -21,15 +23,8 @@ void settle()
 
 void xdotool(const std::string& event, const std::function<bool()>& arrived)
 {
-    std::wstring line = L"xdotool " + toWide(event);
-    STARTUPINFOW start{};
-    start.cb = sizeof start;
-    PROCESS_INFORMATION started{};
-    if (!CreateProcessW(L"Z:\\usr\\bin\\xdotool", line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                        &start, &started))
-        throw Failure("xdotool does not start");
-    CloseHandle(started.hThread);
-    CloseHandle(started.hProcess);
+    std::istringstream words(event);
+    startProcess("Z:\\usr\\bin\\xdotool", {std::istream_iterator<std::string>(words), {}});
     await(event, arrived, 5000);
     settle();
 }
@@ -73,11 +68,6 @@ void moveMouse(HWND window, int x, int y)
 
 void pressButton(int button) { changeButton(true, button); }
 void releaseButton(int button) { changeButton(false, button); }
-void rightClick()
-{
-    pressButton(3);
-    releaseButton(3);
-}
 
 void turnWheel(bool away)
 {

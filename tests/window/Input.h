@@ -17,7 +17,6 @@ void moveMouse(HWND window, int x, int y);   ///< To a place in the client area.
 /// `button`: its X number, 2 is the wheel, 3 the right one.
 void pressButton(int button = 1);
 void releaseButton(int button = 1);
-void rightClick();
 void turnWheel(bool away);   ///< One notch, away from the user or towards.
 /// Down at the first place, through the others, up at the last.
 void dragMouse(HWND window, std::initializer_list<POINT> places);

@@ -39,29 +39,30 @@ TEST_F(PanelsTest, HundredsOfPaintsDragsAndResizesLeaveNoGdiObjectBehind)
     if (sizeof(void*) != 8) GTEST_SKIP() << "counts by the layout of a 64-bit process";
     startWith(boxModel());
     from = wholeModel(freshView(), {});
-    const HWND controls = program().child(ID_CONTROLS);
     const PixelPoint middle{58, 58};   // of the plan and the elevation: the look-at point
-    const std::pair<HWND, PixelPoint> panels[] = {
-        {panel(ID_PLAN), middle},         {panel(ID_ELEVATION), middle}, {panel(ID_SPHERE), light()},
-        {panel(ID_EYESLIDE), onSlide(0)}, {drawing(), {50, 50}},
-    };
+    const std::pair<HWND, PixelPoint> panels[] = {{panel(ID_PLAN), middle},
+                                                  {panel(ID_ELEVATION), middle},
+                                                  {panel(ID_SPHERE), light()},
+                                                  {panel(ID_EYESLIDE), onSlide(0)},
+                                                  {drawing(), {50, 50}}};
     const auto work = [&](int rounds) {
         for (int i = 0; i < rounds; ++i) {
-            for (const auto& p : panels) {
-                const auto mouse = [&](UINT message, int x, int y) {
-                    program().send(p.first, message, MK_LBUTTON, MAKELPARAM(p.second.x + x, p.second.y + y));
+            for (const auto& [window, at] : panels) {
+                const auto mouse = [&, window = window, x = at.x, y = at.y](UINT message, int right,
+                                                                            int down) {
+                    program().send(window, message, MK_LBUTTON, MAKELPARAM(x + right, y + down));
                 };
                 mouse(WM_LBUTTONDOWN, 0, 0);
                 mouse(WM_MOUSEMOVE, 10, 15);
-                RedrawWindow(p.first, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+                RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
                 mouse(WM_MOUSEMOVE, 0, 20);
-                program().send(p.first, WM_CAPTURECHANGED);
+                program().send(window, WM_CAPTURECHANGED);
             }
-            RedrawWindow(controls, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+            RedrawWindow(program().child(ID_CONTROLS), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
             program().resizeClient(clientWidth + i % 50, clientHeight - i % 60);
         }
         program().resizeClient(clientWidth, clientHeight);
-        EXPECT_EQ(awaitPicture(rendered(boxModel())), "");
+        EXPECT_EQ(awaitBox(false), "");
         return gdiObjects(program().handle());
     };
     const int before = work(5);   // pens, brushes and theme parts that are made once

@@ -4,21 +4,36 @@
 
 namespace belvor::window {
 
-TEST_F(WindowTest, LoadsAModelByEveryRoadAndRemembersIt)
+class LoadTest : public WindowTest {
+protected:
+    /// Drops a file where a picture would be lost, which is allowed.
+    void drop(const std::string& path)
+    {
+        program().dropFile(path);
+        program().answer(program().awaitDialog(textOf(Text::imageNotSaved)), IDNO);
+    }
+    void expectBox(const char* title, const std::string& beginning)
+    {
+        const HWND box = program().awaitDialog(title);
+        EXPECT_TRUE(program().messageOf(box).starts_with(beginning)) << program().messageOf(box);
+        program().answer(box, IDOK);
+    }
+};
+
+TEST_F(LoadTest, LoadsAModelByEveryRoadAndRemembersIt)
 {
     const std::string odd = inFolder("größe 5%s & Ж.thf");
     writeFile(odd, readFile(boxModel()));
     start({odd, faceModel()});   // a second argument is ignored
     awaitModel(odd);
-    EXPECT_EQ(awaitPicture(rendered(boxModel())), "");
+    EXPECT_EQ(awaitBox(false), "");
     EXPECT_TRUE(IsWindowEnabled(program().child(ID_CONTROLS)));
     open(faceModel());
     awaitModel(faceModel());
-    EXPECT_EQ(awaitShape(rendered(faceModel())), "");
-    program().dropFile(boxModel());
-    answerSaveQuestion(IDNO);
+    EXPECT_EQ(awaitPicture(rendered(faceModel()), true), "");
+    drop(boxModel());
     awaitModel(boxModel());
-    EXPECT_EQ(awaitShape(rendered(boxModel())), "");
+    EXPECT_EQ(awaitBox(), "");
     EXPECT_EQ(close(), 0);
     EXPECT_EQ(recentFiles(), (std::vector<std::string>{boxModel(), faceModel(), odd}));
 
@@ -29,40 +44,33 @@ TEST_F(WindowTest, LoadsAModelByEveryRoadAndRemembersIt)
     program().send(program().main(), WM_MENUSELECT, MAKEWPARAM(0, 0xFFFF), 0);
     program().command(ID_RECENT + 2);
     awaitModel(odd);
-    EXPECT_EQ(awaitPicture(rendered(boxModel())), "");
     EXPECT_EQ(close(), 0);
     EXPECT_EQ(recentFiles(), (std::vector<std::string>{odd, boxModel(), faceModel()}))
         << "used again: first again, and only once";
 }
 
-TEST_F(WindowTest, ABadFileIsToldAndTheOldModelStays)
+TEST_F(LoadTest, ABadFileIsToldAndTheOldModelStays)
 {
     const std::string bad = inFolder("range.thf"), missing = inFolder("gone.thf");
     writeFile(bad, "Y \n3\n0 0 0\n1 0 0\n0 1 0\n0\n1\n1 m\n3 7 2 3\n");
-    const auto expectWarning = [&](const std::string& beginning) {
-        const HWND box = program().awaitDialog(textOf(Text::warningTitle));
-        EXPECT_TRUE(program().messageOf(box).starts_with(beginning)) << program().messageOf(box);
-        program().answer(box, IDOK);
-    };
     startWith(boxModel());
     open(bad);
-    expectWarning("vertex number out of range\nin ");
+    expectBox(textOf(Text::warningTitle), "vertex number out of range\nin ");
     EXPECT_TRUE(eventually([&] { return program().statusPart(0).starts_with("vertex number out of"); }));
     EXPECT_EQ(program().title(), "Belvor - box.thf");
-    EXPECT_EQ(awaitPicture(rendered(boxModel())), "");
+    EXPECT_EQ(awaitBox(false), "");
     start({missing});
-    expectWarning(missing + ": ");
+    expectBox(textOf(Text::warningTitle), missing + ": ");
     EXPECT_EQ(program().title(), "Belvor");
 }
 
-TEST_F(WindowTest, ADrawingTellsWhatWasNotDrawnAndTheReadingIsKept)
+TEST_F(LoadTest, ADrawingTellsWhatWasNotDrawnAndTheReadingIsKept)
 {
     const std::string lines = inFolder("lines.dxf"), refused = inFolder("refused.dxf");
     writeFile(lines, test::drawingText(test::faceEntity + test::lineEntity));
     writeFile(refused, test::drawingText(test::faceEntity + "0\nCIRCLE\n8\n0\n10\nx\n20\n0\n40\n1\n"));
     startWith(lines);
-    EXPECT_TRUE(eventually([&] { return program().statusPart(0) == "1 of 2 entities not drawn"; }))
-        << program().statusPart(0);
+    EXPECT_TRUE(program().awaitStatus("1 of 2 entities not drawn")) << program().statusPart(0);
     const HWND dialog = program().openDialog(ID_MODELPROPERTIES, "Belvor Model Properties");
     EXPECT_EQ(program().textOf(GetDlgItem(dialog, ID_ACCOUNT)), "LINE\tno surface\t1\r\n");
     program().answer(dialog, IDCANCEL);
@@ -73,15 +81,14 @@ TEST_F(WindowTest, ADrawingTellsWhatWasNotDrawnAndTheReadingIsKept)
     awaitModel(refused);
 }
 
-TEST_F(WindowTest, ALoadThatFailsUnderADialogLeavesTheWindowLocked)
+TEST_F(LoadTest, AFailureUnderADialogLeavesTheWindowLocked)
 {
     const std::string bad = inFolder("ends badly.thf");
     std::string text = readFile(sphereModel(200000));
     text.replace(text.find_last_of("0123456789"), 1, "99999999");   // no such vertex
     writeFile(bad, text);
     startWith(boxModel());
-    program().dropFile(bad);
-    program().answer(program().awaitDialog(textOf(Text::imageNotSaved)), IDNO);
+    drop(bad);
     const HWND dialog = program().openDialog(ID_SAVEAS, "Save As");
     program().answer(program().awaitDialog(textOf(Text::warningTitle)), IDOK);
     EXPECT_TRUE(eventually([&] { return !IsWindowEnabled(program().main()); })) << "the dialog is still open";
@@ -92,52 +99,38 @@ TEST_F(WindowTest, ALoadThatFailsUnderADialogLeavesTheWindowLocked)
     EXPECT_TRUE(eventually([&] { return IsWindowEnabled(program().main()) != FALSE; }));
 }
 
-TEST_F(WindowTest, AnExceptionInAWindowProcedureIsToldAndEndsTheProgram)
+TEST_F(LoadTest, AnExceptionInAWindowProcedureIsToldAndEndsTheProgram)
 {
     startWith(boxModel());
     // The handle of no window: what cannot be measured cannot be drawn.
     PostMessageW(program().main(), WM_COMMAND, MAKEWPARAM(ID_REDRAWPANEL, ID_DISPLAY), 0x7FFFFFF0);
-    const HWND box = program().awaitDialog(textOf(Text::errorTitle));
-    EXPECT_TRUE(program().messageOf(box).starts_with("Belvor::redraw  GetClientRect: "))
-        << program().messageOf(box);
-    PostMessageW(box, WM_COMMAND, IDOK, 0);
+    expectBox(textOf(Text::errorTitle), "Belvor::redraw  GetClientRect: ");
     EXPECT_EQ(program().exitStatus(), 1);
 }
 
-TEST_F(WindowTest, ShowsTheFirstRowsBeforeTheLast)
+TEST_F(LoadTest, ShowsTheFirstRowsBeforeTheLast)
 {
-    const std::string model = stackModel(2500),
-                      view = "Belvor View Parameters 1.0\n0.01 0.01 4\n0 0 0\n0.2\n0\n0.4\n0.1\n-30 60 0.6\n";
-    const Picture before = rendered(model), after = rendered(model, view);
-    const int upper = 10, lower = drawnHeight - 10, middle = drawnWidth / 2;
-    for (const int row : {upper, lower})
-        ASSERT_TRUE(before.at(middle, row) == 0 && after.at(middle, row) != 0) << row;
-    startWith(model);
-    ASSERT_EQ(awaitPicture(before), "");
-
-    POINT origin{0, 0};
-    ClientToScreen(drawing(), &origin);
+    const std::string model = stackModel(2500), view = viewText("0.01 0.01 4", "0 0 0", "0.2");
     const WindowDC screen(nullptr);
+    startWith(model);
+    ASSERT_EQ(awaitPicture(rendered(model)), "");
     const auto drawn = [&](int row) {
-        return GetPixel(screen.get(), origin.x + middle, origin.y + row) != RGB(0, 0, 0);
+        POINT place{drawnWidth / 2, row};
+        ClientToScreen(drawing(), &place);
+        return GetPixel(screen.get(), place.x, place.y) != RGB(0, 0, 0);
     };
+    const int upper = 10, lower = drawnHeight - 10;
+    ASSERT_FALSE(drawn(upper) || drawn(lower));
     loadParameters(view);
-    bool between = false;
-    const ULONGLONG end = GetTickCount64() + 15000;
-    while (!between && !drawn(lower) && GetTickCount64() < end) between = drawn(upper) && !drawn(lower);
-    EXPECT_TRUE(between) << "no moment with an upper row and without a lower one";
-    EXPECT_EQ(awaitPicture(after), "");
+    EXPECT_TRUE(eventually([&] { return drawn(upper) && !drawn(lower); }))
+        << "no moment with an upper row and without a lower one";
+    EXPECT_EQ(awaitPicture(rendered(model, view)), "");
 }
 
-TEST_F(WindowTest, AbandonsALoadForANewerOneAndEndsAtOnce)
+TEST_F(LoadTest, IsAbandonedForANewerOneAndEndsAtOnce)
 {
-    const std::string large = sphereModel(3000000), small = inFolder("small.thf");
-    writeFile(small, readFile(boxModel()));
+    const std::string large = sphereModel(3000000);
     startWith(boxModel());
-    const auto drop = [&](const std::string& path) {
-        program().dropFile(path);
-        program().answer(program().awaitDialog(textOf(Text::imageNotSaved)), IDNO);
-    };
     const auto load = [&](const std::string& path) {
         drop(path);
         const ULONGLONG asked = GetTickCount64();
@@ -145,14 +138,14 @@ TEST_F(WindowTest, AbandonsALoadForANewerOneAndEndsAtOnce)
         return GetTickCount64() - asked;
     };
     const ULONGLONG whole = load(large);
-    load(boxModel());                           // when the large one has been drawn
+    load(faceModel());                          // when the large one has been drawn
     for (const ULONGLONG share : {20, 130}) {   // of the load: while it is read, while it is drawn
         drop(large);
         Sleep(static_cast<DWORD>(whole * share / 100));
-        const ULONGLONG taken = load(small);
+        const ULONGLONG taken = load(boxModel());
         EXPECT_TRUE(share > 50 || taken < whole / 2) << taken << " ms of a load of " << whole;
-        EXPECT_EQ(awaitShape(rendered(boxModel())), "");
-        load(boxModel());
+        EXPECT_EQ(awaitBox(), "");
+        load(faceModel());
     }
     start({large});
     await("the load to begin", [&] { return program().statusPart(0) == fileName(large); });
@@ -165,7 +158,7 @@ TEST_F(WindowTest, AbandonsALoadForANewerOneAndEndsAtOnce)
     EXPECT_EQ(program().exitStatus(1500), 0) << "during a render";
 }
 
-TEST_F(WindowTest, ResizedDuringARenderShowsTheLastSizeWhole)
+TEST_F(LoadTest, ResizedDuringARenderShowsTheLastSizeWhole)
 {
     const std::string model = sphereModel(200000);
     startWith(model);

@@ -4,21 +4,25 @@ namespace belvor::window {
 
 class MenuTest : public WindowTest {
 protected:
-    static bool menuOpen()
+    static void awaitMenus(bool open)
     {
-        return FindWindowW(L"#32768", nullptr) && IsWindowVisible(FindWindowW(L"#32768", nullptr));
+        const auto isOpen = [] {
+            HWND const menu = FindWindowW(L"#32768", nullptr);
+            return menu && IsWindowVisible(menu);
+        };
+        await(
+            "the menus to open or close", [&] { return isOpen() == open; }, 3000);
     }
     /// Opens a menu by its letter.
     static void openMenu(WORD letter)
     {
         pressKeys({VK_MENU, letter});
-        await("the menu", menuOpen, 3000);
+        awaitMenus(true);
     }
     static void closeMenus()
     {
         for (int k = 0; k < 3; ++k) pressKeys({VK_ESCAPE});
-        await(
-            "the menu to close", [] { return !menuOpen(); }, 3000);
+        awaitMenus(false);
     }
 };
 
@@ -49,30 +53,25 @@ TEST_F(MenuTest, EveryItemSaysWhatItDoesInTheStatusBar)
 
 TEST_F(MenuTest, WhatNeedsAModelWaitsForOne)
 {
-    const std::tuple<WORD, WORD, std::string> opening[] = {
-        {'F', 'M', "Belvor Model Properties"},
-        {'F', 'A', "Save As"},
-        {'E', 'V', "View Parameters"},
-        {'E', 'S', textOf(Text::saveParametersTitle)},
-        {'E', 'L', textOf(Text::loadParametersTitle)},
-        {VK_CONTROL, 'S', "Save As"},
-    };
     const auto choose = [](WORD menu, WORD item) {
         if (menu == VK_CONTROL) return pressKeys({menu, item});
         openMenu(menu);
         pressKeys({item});
     };
-    start();
-    for (const auto& [menu, item, caption] : opening) {
-        choose(menu, item);
-        program().send(program().main(), WM_NULL);
-        EXPECT_EQ(GetForegroundWindow(), program().main()) << caption << " is grey";
-        closeMenus();
-    }
-    startWith(boxModel());
-    for (const auto& [menu, item, caption] : opening) {
-        choose(menu, item);
-        program().answer(program().awaitDialog(caption), IDCANCEL);
+    for (const bool loaded : {false, true}) {
+        loaded ? startWith(boxModel()) : start();
+        for (const auto& [menu, item, caption] : {std::tuple{'F', 'M', "Belvor Model Properties"},
+                                                  {'F', 'A', "Save As"},
+                                                  {'E', 'V', "View Parameters"},
+                                                  {'E', 'S', textOf(Text::saveParametersTitle)},
+                                                  {'E', 'L', textOf(Text::loadParametersTitle)},
+                                                  {char{VK_CONTROL}, 'S', "Save As"}}) {
+            choose(static_cast<WORD>(menu), static_cast<WORD>(item));
+            program().send(program().main(), WM_NULL);
+            if (loaded) program().answer(program().awaitDialog(caption), IDCANCEL);
+            else EXPECT_EQ(GetForegroundWindow(), program().main()) << caption << " is grey";
+            if (!loaded) closeMenus();
+        }
     }
     pressKeys({VK_F1});
     EXPECT_TRUE(program().awaitStatus(textOf(Text::helpNotOpened))) << "no help lies beside the program here";

@@ -13,11 +13,10 @@ namespace belvor::window {
 
 namespace {
 
-std::string made(const char* name, const std::string& text)
+std::string made(const std::string& name, const std::string& text)
 {
-    const std::string path = inFolder(name);
-    writeFile(path, text);
-    return path;
+    if (!std::filesystem::exists(toWide(inFolder(name)))) writeFile(inFolder(name), text);
+    return inFolder(name);
 }
 
 }   // namespace
@@ -43,31 +42,19 @@ std::string readFile(const std::string& path)
     return readWholeFile(path, bytes) ? bytes : "";
 }
 
-std::string boxModel()
-{
-    static const std::string path = made("box.thf", test::boxText);
-    return path;
-}
-
-std::string faceModel()
-{
-    static const std::string path = made("face.dxf", test::drawingText(test::faceEntity));
-    return path;
-}
+std::string boxModel() { return made("box.thf", test::boxText); }
+std::string faceModel() { return made("face.dxf", test::drawingText(test::faceEntity)); }
 
 std::string stackModel(int squares)
 {
-    std::ostringstream text, facets;
-    text << "Y " << 4 * squares << '\n';
+    std::ostringstream text;
     for (int k = 0; k < squares; ++k) {
-        const double z = static_cast<double>(k) / squares;
+        text << "Y 4\n";
         for (const char* corner : {"-1.5 -1.5 ", "1.5 -1.5 ", "1.5 1.5 ", "-1.5 1.5 "})
-            text << corner << z << '\n';
-        facets << "1 sheet\n4 " << 4 * k + 1 << ' ' << 4 * k + 2 << ' ' << 4 * k + 3 << ' ' << 4 * k + 4
-               << '\n';
+            text << corner << static_cast<double>(k) / squares << '\n';
+        text << "0\n1\n1 sheet\n4 1 2 3 4\n";
     }
-    text << "0\n" << squares << '\n' << facets.str();
-    return made("stack.thf", text.str());
+    return made("stack" + std::to_string(squares) + ".thf", text.str());
 }
 
 std::string sphereModel(int facets)
@@ -75,21 +62,18 @@ std::string sphereModel(int facets)
     const std::string name = "sphere" + std::to_string(facets) + ".thf";
     if (std::filesystem::exists(toWide(inFolder(name)))) return inFolder(name);
     const int rows = static_cast<int>(std::sqrt(facets / 2.0)), columns = 2 * rows;
-    std::ostringstream text;
-    text << "Y " << (rows + 1) * columns << '\n';
+    std::ostringstream text, sides;
     for (int j = 0; j <= rows; ++j)
         for (int i = 0; i < columns; ++i) {
             const double u = 2 * std::numbers::pi * i / columns, v = std::numbers::pi * j / rows;
             text << std::sin(v) * std::cos(u) << ' ' << std::sin(v) * std::sin(u) << ' ' << std::cos(v)
                  << '\n';
-        }
-    text << "0\n" << rows * columns << '\n';
-    for (int j = 0; j < rows; ++j)
-        for (int i = 0; i < columns; ++i) {
             const int a = j * columns + i + 1, b = j * columns + (i + 1) % columns + 1;
-            text << "1 ball\n4 " << a << ' ' << a + columns << ' ' << b + columns << ' ' << b << '\n';
+            if (j < rows)
+                sides << "1 ball\n4 " << a << ' ' << a + columns << ' ' << b + columns << ' ' << b << '\n';
         }
-    return made(name.c_str(), text.str());
+    return made(name, "Y " + std::to_string((rows + 1) * columns) + '\n' + text.str() + "0\n"
+                          + std::to_string(rows * columns) + '\n' + sides.str());
 }
 
 }   // namespace belvor::window

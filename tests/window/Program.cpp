@@ -6,6 +6,7 @@
 #include <shlobj.h>
 
 #include <algorithm>
+#include <filesystem>
 
 namespace belvor::window {
 
@@ -63,12 +64,12 @@ void await(const std::string& what, const std::function<bool()>& answer, int mil
     if (!eventually(answer, milliseconds)) throw Failure("waited in vain for " + what);
 }
 
-PROCESS_INFORMATION startProcess(const std::string& name, const std::vector<std::string>& arguments)
+KernelHandle startProcess(const std::string& name, const std::vector<std::string>& arguments)
 {
     wchar_t own[1024];
     GetModuleFileNameW(nullptr, own, 1024);
-    const std::wstring folder(own, std::wstring_view(own).find_last_of(L'\\') + 1),
-        program = folder + toWide(name);
+    const auto folder = std::filesystem::path(own).parent_path();
+    const std::wstring program = (folder / toWide(name)).wstring();   // a whole path stays as it is
     std::wstring line = L'"' + program + L'"';
     for (const std::string& argument : arguments) line += L" \"" + toWide(argument) + L'"';
     STARTUPINFOW start{};
@@ -78,20 +79,18 @@ PROCESS_INFORMATION startProcess(const std::string& name, const std::vector<std:
                         &started))
         throw Failure("cannot start " + name + ", error " + std::to_string(GetLastError()));
     CloseHandle(started.hThread);
-    return started;
+    return KernelHandle(started.hProcess);
 }
 
-int run(const std::string& name, const std::vector<std::string>& arguments)
+int exitStatusOf(const KernelHandle& process, int milliseconds)
 {
-    const KernelHandle process(startProcess(name, arguments).hProcess);
-    DWORD status = STILL_ACTIVE;
-    if (WaitForSingleObject(process.get(), 60000) != WAIT_OBJECT_0) TerminateProcess(process.get(), 1);
+    DWORD status = 0;
+    if (WaitForSingleObject(process.get(), static_cast<DWORD>(milliseconds)) != WAIT_OBJECT_0) return -1;
     GetExitCodeProcess(process.get(), &status);
     return static_cast<int>(status);
 }
 
-Program::Program(const std::vector<std::string>& arguments)
-    : process(startProcess("belvor.exe", arguments).hProcess)
+Program::Program(const std::vector<std::string>& arguments) : process(startProcess("belvor.exe", arguments))
 {
     await("the main window", [&] {
         mainWindow =
@@ -107,14 +106,6 @@ HWND Program::child(int number, HWND within) const
     const HWND found = GetDlgItem(within ? within : mainWindow, number);
     if (!found) throw Failure("there is no control " + std::to_string(number));
     return found;
-}
-
-int Program::exitStatus(int milliseconds)
-{
-    if (WaitForSingleObject(process.get(), static_cast<DWORD>(milliseconds)) != WAIT_OBJECT_0) return -1;
-    DWORD status = 0;
-    GetExitCodeProcess(process.get(), &status);
-    return static_cast<int>(status);
 }
 
 void Program::kill() noexcept
@@ -223,7 +214,7 @@ void Program::chooseFile(HWND box, const std::string& path) const
         // A plain edit, or the edit inside a combination box of the same number.
         const HWND field = findWindow(box, [](HWND control) {
             const int number = GetDlgCtrlID(control);
-            return IsWindowVisible(control) && (number == 0x480 || number == 0x47C)
+            return (number == 0x480 || number == 0x47C) && IsWindowVisible(control)
                    && className(control) == "Edit";
         });
         if (!field) return false;

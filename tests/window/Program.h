@@ -20,10 +20,10 @@ bool eventually(const std::function<bool()>& answer, int milliseconds = 10000);
 /// The same, throwing a Failure that names what was waited for.
 void await(const std::string& what, const std::function<bool()>& answer, int milliseconds = 10000);
 
-/// Starts the program of that name beside this one; owns the process.
-PROCESS_INFORMATION startProcess(const std::string& name, const std::vector<std::string>& arguments);
-/// Runs it to its end and returns its exit status.
-int run(const std::string& name, const std::vector<std::string>& arguments);
+/// Starts the program of that path, or of that name beside this one.
+KernelHandle startProcess(const std::string& name, const std::vector<std::string>& arguments);
+/// The exit status, or −1 when the process has not ended in time.
+int exitStatusOf(const KernelHandle& process, int milliseconds);
 
 /// One running belvor.exe, driven from outside as another program would. It is stopped hard
 /// when the object goes, unless it has ended by itself.
@@ -40,8 +40,7 @@ public:
     HWND child(int number, HWND within = nullptr) const;
 
     bool running() const noexcept { return WaitForSingleObject(process.get(), 0) == WAIT_TIMEOUT; }
-    /// Waits for the end; the exit status, or −1 when it has not ended in time.
-    int exitStatus(int milliseconds = 10000);
+    int exitStatus(int milliseconds = 10000) const { return exitStatusOf(process, milliseconds); }
     void kill() noexcept;
 
     /// Chooses a menu item and waits until that is done.

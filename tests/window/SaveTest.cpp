@@ -4,8 +4,7 @@ namespace belvor::window {
 
 TEST_F(WindowTest, WritesTheSameBytesAsBelvorRender)
 {
-    const std::string image = inFolder("saved.omb"),
-                      typed = "Belvor View Parameters 1.0\n-6 -4 5\n2 1.5 1\n0.5\n0\n0.3\n0.2\n-30 60 0.6\n";
+    const std::string image = inFolder("saved.omb"), typed = viewText("-6 -4 5", "2 1.5 1", "0.5");
     startWith(boxModel());
     program().send(program().main(), WM_USER + 108, 260, 195);   // the image size
     loadParameters(typed);
@@ -29,8 +28,7 @@ TEST_F(WindowTest, TheQuestionBeforeAPictureIsLostHasThreeAnswers)
     ask(IDYES);
     program().chooseFile(program().awaitDialog("Save As"), image);
     EXPECT_EQ(program().exitStatus(), 0) << "Yes saves and goes on";
-    EXPECT_TRUE(readFile(image) == reference(boxModel(), "800x600"))
-        << "written to the end before the program has gone";
+    EXPECT_TRUE(readFile(image) == reference(boxModel(), "800x600")) << "written to the end before that";
 }
 
 TEST_F(WindowTest, TheEndOfWindowsIsHeldForAnUnsavedPicture)
@@ -46,8 +44,7 @@ TEST_F(WindowTest, TheEndOfWindowsIsHeldForAnUnsavedPicture)
     EXPECT_EQ(askToEnd(IDCANCEL), FALSE);
     EXPECT_TRUE(recentFiles().empty());
     EXPECT_EQ(askToEnd(IDNO), TRUE);
-    EXPECT_EQ(recentFiles(), std::vector<std::string>{boxModel()})
-        << "the program may be ended without a word";
+    EXPECT_EQ(recentFiles(), std::vector{boxModel()}) << "the program may be ended without a word";
     const HWND dialog = program().openDialog(ID_SAVEAS, "Save As");
     EXPECT_EQ(program().send(program().main(), WM_QUERYENDSESSION), FALSE) << "a question is open";
     program().answer(dialog, IDCANCEL);

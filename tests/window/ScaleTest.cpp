@@ -39,7 +39,10 @@ TEST_F(ScaleTest, StartsEmptyWithEverythingInPlace)
                status = program().child(ID_STATUSBAR);
     EXPECT_FALSE(IsWindowEnabled(controls));
     dragMouse(drawing(), {{100, 100}, {200, 200}, {250, 150}});
-    EXPECT_EQ(countOther(screenOf(drawing()), 0x000000), 0) << "nothing is drawn yet, a drag neither";
+    for (const std::uint32_t pixel : screenOf(drawing()).pixels)
+        ASSERT_EQ(pixel, 0u) << "nothing is drawn yet, a drag neither";
+    for (const int id : {ID_WHOLEMODEL, ID_CENTRELOOKAT, ID_PREVIOUSVIEW, ID_INCREASEZOOM})
+        EXPECT_EQ(program().send(panel(ID_TOOLBAR), TB_ISBUTTONENABLED, static_cast<WPARAM>(id)), 0) << id;
 
     WindowShape shape{scale(600), scale(450), placeOf(status).height, false, true, {}, scale};
     const WindowLayout whole = layOut(shape);

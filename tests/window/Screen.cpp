@@ -43,9 +43,10 @@ Picture pictureIn(const std::string& ombr)
     Picture picture{file.header().width, file.header().height, {}};
     for (int row = 0; row < picture.height; ++row) {
         file.readRow(row);
-        for (std::size_t at = 0; at < file.rgb().size(); at += 3)
-            picture.pixels.push_back(static_cast<std::uint32_t>(file.rgb()[at] << 16 | file.rgb()[at + 1] << 8
-                                                                | file.rgb()[at + 2]));
+        const auto& rgb = file.rgb();
+        for (std::size_t at = 0; at < rgb.size(); at += 3)
+            picture.pixels.push_back(
+                static_cast<std::uint32_t>(rgb[at] << 16 | rgb[at + 1] << 8 | rgb[at + 2]));
     }
     return picture;
 }
@@ -58,12 +59,6 @@ std::string difference(const Picture& a, const Picture& b)
         count += a.pixels[i] != b.pixels[i];
     return std::to_string(a.width) + " columns against " + std::to_string(b.width) + ", "
            + std::to_string(count) + " pixels differ";
-}
-
-int countOther(const Picture& picture, std::uint32_t colour)
-{
-    return static_cast<int>(picture.pixels.size())
-           - static_cast<int>(std::count(picture.pixels.begin(), picture.pixels.end(), colour));
 }
 
 }   // namespace belvor::window

@@ -24,7 +24,5 @@ Picture pictureOf(HBITMAP bitmap, int width, int height);
 Picture pictureIn(const std::string& ombr);
 /// Empty when the pictures are equal, else how much differs.
 std::string difference(const Picture& a, const Picture& b);
-/// Pixels of the picture that are not of that colour.
-int countOther(const Picture& picture, std::uint32_t colour);
 
 }   // namespace belvor::window

@@ -35,19 +35,24 @@ void watch(const std::stop_token& stop)
 std::vector<std::string> recentFiles()
 {
     std::vector<std::string> paths;
-    for (int n = 1; n <= 8; ++n) {
-        wchar_t value[1024];
+    wchar_t value[1024];
+    for (int n = 1;; ++n) {
         DWORD size = sizeof value;
         const std::wstring name = L"File" + std::to_wstring(n);
         if (RegGetValueW(HKEY_CURRENT_USER, recentKey, name.c_str(), RRF_RT_REG_SZ, nullptr, value, &size)
             != ERROR_SUCCESS)
-            break;
+            return paths;
         paths.push_back(toUtf8(value));
     }
-    return paths;
 }
 
 std::string fileName(const std::string& path) { return path.substr(path.find_last_of('\\') + 1); }
+
+std::string viewText(const char* eye, const char* lookAt, const char* zoom)
+{
+    return std::string("Belvor View Parameters 1.0\n") + eye + '\n' + lookAt + '\n' + zoom
+           + "\n0\n0.4\n0.1\n-30 60 0.6\n";
+}
 
 void WindowTest::SetUp()
 {
@@ -162,12 +167,6 @@ ViewParameters WindowTest::view()
 
 void WindowTest::load(const ViewParameters& record) { loadParameters(record.text(boxCentre, boxRadius)); }
 
-void WindowTest::show(const ViewParameters& record)
-{
-    load(record);
-    EXPECT_EQ(awaitPicture(rendered(boxModel(), record.text(boxCentre, boxRadius))), "");
-}
-
 void WindowTest::expectView(const ViewParameters& is, const ViewParameters& wanted, const std::string& why)
 {
     // As parameter files hold them: number by number, as the last of the six digits may differ.
@@ -197,7 +196,8 @@ std::string WindowTest::reference(const std::string& model, const std::string& s
     writeFile(file, view);
     std::vector<std::string> arguments{"--quiet", "--size", size, model, image};
     if (!view.empty()) arguments.insert(arguments.begin(), {"--view", file});
-    if (run("belvor-render.exe", arguments) != 0) throw Failure("belvor-render fails");
+    if (exitStatusOf(startProcess("belvor-render.exe", arguments), 60000) != 0)
+        throw Failure("belvor-render fails");
     return readFile(image);
 }
 

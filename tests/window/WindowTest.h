@@ -60,14 +60,12 @@ protected:
     ViewParameters view();
     /// Makes it show that view.
     void load(const ViewParameters& record);
-    /// The same, and waits until the picture is there.
-    void show(const ViewParameters& record);
     static void expectView(const ViewParameters& is, const ViewParameters& wanted, const std::string& why);
 
     /// Waits until the drawing area shows that picture; empty, or how it differs. What was loaded
     /// before decides the colours of new materials: then only the shape can be compared.
     std::string awaitPicture(const Picture& wanted, bool onlyShape = false);
-    std::string awaitShape(const Picture& wanted) { return awaitPicture(wanted, true); }
+    std::string awaitBox(bool onlyShape = true) { return awaitPicture(rendered(boxModel()), onlyShape); }
     /// The image file that belvor-render makes of the model, in the view of that parameter file's text.
     static std::string reference(const std::string& model, const std::string& size,
                                  const std::string& view = "");
@@ -87,5 +85,8 @@ std::vector<std::string> recentFiles();
 
 /// The part of a path behind the last backslash.
 std::string fileName(const std::string& path);
+
+/// The text of a parameter file.
+std::string viewText(const char* eye, const char* lookAt, const char* zoom);
 
 }   // namespace belvor::window
