@@ -84,7 +84,8 @@ class DamagedDrawings(Answers):
                         self.assertGreaterEqual(report["facets"], FACETS - (what != "whole"))
                         if told:
                             self.assertEqual(report["facets"], FACETS - 1)
-                        named = [repair.get("line", repair.get("offset")) for repair in report["repairs"]["list"]]
+                        repairs = report["repairs"]["list"]
+                        named = [repair.get("line", repair.get("offset")) for repair in repairs]
                         self.assertEqual(named, [starts[FIRST + index]] if report["facets"] < FACETS else [])
 
     def test_any_record_is_missing_or_doubled(self):

@@ -71,7 +71,8 @@ def polyline(entity):
 def hatch(entity):
     """The dashes."""
     paths = hatching.hatch_boundary_paths(entity)
-    dashes = [dash for baseline in hatching.pattern_baselines(entity) for line in hatching.hatch_paths(baseline, paths)
+    dashes = [dash for baseline in hatching.pattern_baselines(entity)
+              for line in hatching.hatch_paths(baseline, paths)
               for dash in baseline.pattern_renderer(line.distance).render(line.start, line.end)]
     return [[entity.ocs().to_wcs(Vec3(p.x, p.y, entity.dxf.elevation.z)) for p in dash] for dash in dashes]
 
@@ -106,7 +107,8 @@ class CurveDrawing(Drawing):
 
 class RandomCurves(Answers):
     def of_curves(self, drawing, modern, *more):
-        info, files = self.ask(drawing.doc.saveas, "--lines", "--info", "--reading", "modern" if modern else "strict", *more)
+        reading = ("--reading", "modern" if modern else "strict")
+        info, files = self.ask(drawing.doc.saveas, "--lines", "--info", *reading, *more)
         return info, files.get("d.svg", b"").decode()
 
     def each_drawing(self, kinds, versions, nested):
@@ -130,7 +132,7 @@ class RandomCurves(Answers):
             info, _ = self.of_curves(drawing, modern)
             length = sum(a.distance(b) for curve in expected for a, b in zip(curve, curve[1:]))
             self.assertEqual(info["lines"], len(expected), name)
-            self.assertAlmostEqual(info["lineLength"], length, delta=slack * (length + drawing.size), msg=name)
+            self.assertAlmostEqual(info["lineLength"], length, msg=name, delta=slack * (length + drawing.size))
             met += len(expected)
         self.assertGreater(met, 50)
 
@@ -148,7 +150,7 @@ class RandomCurves(Answers):
                 continue
             box = BoundingBox(point for curve in expected for point in curve)
             scale = (box.size.x + box.size.y) / 500 or 1.0
-            _, svg = self.of_curves(drawing, modern, "--view", "plan", "--scale", repr(scale), "--size", "600x600", "d.svg")
+            _, svg = self.of_curves(drawing, modern, "-vplan", "--scale", repr(scale), "-s600x600", "d.svg")
             found = [[tuple(map(float, point.split())) for point in part.split("L")] for text in re.findall(r' d="([^"]*)"', svg) for part in text.split("M")[1:]]
             on_screen = [[(300 + (p.x - box.center.x) / scale, 300 - (p.y - box.center.y) / scale) for p in (curve[0], curve[-1])] for curve in expected]
             self.assertEqual(len(found), len(expected), name)

@@ -5,6 +5,7 @@ Exit status 77: there is no such library here. Runs under the system's interpret
 import ctypes
 import ctypes.util
 import os
+import pathlib
 import shutil
 import subprocess
 import sys
@@ -46,21 +47,13 @@ def libtiff(path, part):
     return b"".join(rows)
 
 
-def imagemagick(path, part):
-    program = shutil.which("convert-im6") or shutil.which("convert")
-    if not program:
-        raise ImportError
-    kind = {"colour": ["-depth", "8", "rgb:-"], "material": ["-depth", "16", "-endian", "LSB", "gray:-"]}[part]
-    return subprocess.run([program, f"{path}[{PAGES[part]}]"] + kind, check=True, stdout=subprocess.PIPE).stdout
-
-
 def build_openexr_reader(program):
     """Whether there is the library, and with it now the program that openexr() runs."""
-    compiler, here = shutil.which("g++"), os.path.dirname(os.path.abspath(__file__))
+    compiler, source = shutil.which("g++"), pathlib.Path(__file__).resolve().parent / "exr_values.cpp"
     if not compiler or not os.path.exists("/usr/include/OpenEXR/ImfInputFile.h"):
         return False
-    return subprocess.run([compiler, "-std=c++17", "-w", "-I/usr/include/OpenEXR", "-I/usr/include/Imath", os.path.join(here, "exr_values.cpp"), "-o", program,
-                           "-lOpenEXR-3_1", "-lImath-3_1"]).returncode == 0
+    words = "-std=c++17 -w -I/usr/include/OpenEXR -I/usr/include/Imath -lOpenEXR-3_1 -lImath-3_1 -o"
+    return subprocess.run([compiler, source, *words.split(), program]).returncode == 0
 
 
 def openexr(path, part):

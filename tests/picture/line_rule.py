@@ -85,7 +85,8 @@ class Lines:
                 for aside in range(-self.reach, self.reach + 1):
                     self.draw_alone(chain, self.eye.project(chain.points[0]), 1, aside)
             return
-        self.draw_segments(chain, [pair for pair in (cut(self.eye, *ends) for ends in zip(chain.points, chain.points[1:])) if pair])
+        cuts = [cut(self.eye, a, b) for a, b in zip(chain.points, chain.points[1:])]
+        self.draw_segments(chain, [ends for ends in cuts if ends])
 
     def draw_segments(self, chain, segments):
         minors = [int(abs(b[0] - a[0]) >= abs(b[1] - a[1])) for a, b in segments]

@@ -1,4 +1,5 @@
 """Random models with lines, and views of them: as files for the program, and as its readers should make them."""
+import itertools
 import math
 import random
 
@@ -32,7 +33,7 @@ class Scene:
         self.is_drawing, self.is_exact = r.random() < 0.6, r.random() < 0.3
         self.size = (48, 36) if self.is_exact else r.choice([(48, 36)] * 4 + [(61, 23), (9, 50), (1, 1), (2, 7)])
         self.digits = 0 if self.is_exact else r.choice((0, 1, 2, 17))
-        bodies = [self.prism] * 3 + [self.terrain] * 2 + [self.tee] * 2 + [self.slit, self.round_body, self.loose, self.slivers, self.fan, self.doubled]
+        bodies = [self.prism] * 3 + [self.terrain, self.tee] * 2 + [self.soup] * 4 + [self.slit, self.round_body]
         for _ in range(r.choice((0, 1, 1, 2, 3) if self.is_drawing else (1, 1, 2, 3))):
             r.choice(bodies)()
         if r.random() < 0.4:
@@ -43,8 +44,8 @@ class Scene:
         if self.is_exact:
             self.choose_exact_view()
         self.all_bounds = self.is_drawing and r.random() < 0.1
-        curves = [self.line] * 2 + [self.in_facet, self.just_behind, self.along_edge, self.short, self.upright, self.long, self.past_the_eye,
-                                    self.polyline, self.dot, self.wall]
+        curves = [self.line] * 6 + [self.in_facet, self.just_behind, self.past_the_eye, self.polyline, self.dot,
+                                    self.wall]
         for _ in range(r.choice((1, 3, 6, 12)) if self.is_drawing else 0):
             r.choice(curves)()
 
@@ -71,15 +72,19 @@ class Scene:
     def add_facet(self, *points, material=None):
         self.facets.append((material or self.material(), [list(points)]))
 
+    def add_band(self, below, above, material):
+        """Facets between two loops."""
+        for i in range(len(below)):
+            self.add_facet(below[i - 1], below[i], above[i], above[i - 1], material=material)
+
     def prism(self):
         place, material, outline = self.placed(), self.material(), self.random.choice(OUTLINES)
         loops = [outline, HOLE] if outline is SQUARE and not self.is_drawing and self.random.random() < 0.3 else [outline]
         low, high = [[[place(x, y, z) for x, y in loop] for loop in loops] for z in (-1, 1)]
         if len(outline) == 4 or not self.is_drawing:        # a drawing's faces have four corners
             self.facets += [(material, [loop[::-1] for loop in low]), (self.material(), high)]
-        for loop, above in zip(low, high):
-            for i in range(len(loop)):
-                self.add_facet(loop[i - 1], loop[i], above[i], above[i - 1], material=material)
+        for below, above in zip(low, high):
+            self.add_band(below, above, material)
 
     def slit(self):
         """A plate with a hole to which a slit leads: the facet has the slit's edge twice."""
@@ -88,36 +93,29 @@ class Scene:
 
     def round_body(self):
         place, material, n = self.placed(), self.material(), self.random.choice((8, 24, 60))
-        ring = [(math.cos(2 * math.pi * k / n), math.sin(2 * math.pi * k / n)) for k in range(n + 1)]
-        levels = [(-1, 0.5), (-0.4, 1), (0.4, 1), (1, 0.5)]
-        for (z0, r0), (z1, r1) in zip(levels, levels[1:]):
-            for (x, y), (u, v) in zip(ring, ring[1:]):
-                self.add_facet(place(x * r0, y * r0, z0), place(u * r0, v * r0, z0), place(u * r1, v * r1, z1), place(x * r1, y * r1, z1),
-                               material=material)
+        turns = [2 * math.pi * k / n for k in range(n)]
+        rings = [[place(math.cos(turn) * r, math.sin(turn) * r, z) for turn in turns]
+                 for z, r in ((-1, 0.5), (-0.4, 1), (0.4, 1), (1, 0.5))]
+        for below, above in zip(rings, rings[1:]):
+            self.add_band(below, above, material)
 
     def terrain(self):
         n, steep, material = self.random.randint(2, 6), self.random.choice((0.1, 0.5, 2.0)), self.material()
         triangles = self.random.random() < 0.6
         grid = [[(float(i - n // 2), float(j - n // 2), self.number(steep)) for j in range(n + 1)] for i in range(n + 1)]
-        for i in range(n):
-            for j in range(n):
-                a, b, c, d = grid[i][j], grid[i + 1][j], grid[i + 1][j + 1], grid[i][j + 1]
-                for corners in ((a, b, c), (a, c, d)) if triangles else ((a, b, c, d),):
-                    self.add_facet(*corners, material=material)
+        for i, j in itertools.product(range(n), range(n)):
+            a, b, c, d = grid[i][j], grid[i + 1][j], grid[i + 1][j + 1], grid[i][j + 1]
+            for corners in ((a, b, c), (a, c, d)) if triangles else ((a, b, c, d),):
+                self.add_facet(*corners, material=material)
 
-    def loose(self):
-        for _ in range(self.random.randint(1, 6)):
-            self.add_facet(*(self.point() for _ in range(self.random.choice((3, 3, 4)))))
-
-    def slivers(self):
-        for _ in range(self.random.randint(1, 8)):
-            a, b, width = self.point(), self.point(), self.random.uniform(0.001, 0.2)
-            self.add_facet(a, b, add(b, self.point(1), width), add(a, self.point(1), width))
-
-    def fan(self):
-        a, b = self.point(), self.point()
-        for _ in range(self.random.randint(2, 5)):
-            self.add_facet(a, b, self.point(), material=self.random.choice("AAB"))
+    def soup(self):
+        """Facets that have nothing in common, slivers, facets that share an edge, the same one again."""
+        r, kind, (a, b, c) = self.random, self.random.randrange(4), (self.point() for _ in range(3))
+        for _ in range(r.randint(2, 6)):
+            p, q, width = self.point(), self.point(), r.uniform(0.001, 0.2)
+            sliver = (p, q, add(q, self.point(1), width), add(p, self.point(1), width))
+            self.add_facet(*((p, q, a), sliver, (a, b, p), r.choice(((a, b, c), (c, b, a), (b, c, a))))[kind],
+                           material=r.choice("AAB"))
 
     def tee(self):
         """Facets at one edge, nearly in one plane, that run along it in both directions; some have it twice."""
@@ -127,11 +125,6 @@ class Scene:
             end = place(r.choice((-1, 1)), r.choice((0, 0.5)), r.choice((0, 0, 0.1, 0.3, 0.5)))
             loop = [b, a, end] if self.is_drawing or r.random() < 0.7 else [b, a, end, place(0.5, 0.25, 0), end, b, a, end]
             self.add_facet(*r.choice((loop, loop[::-1])), material=r.choice("AAAB"))
-
-    def doubled(self):
-        loop = [self.point() for _ in range(3)]
-        for _ in range(2):
-            self.add_facet(*self.random.choice((loop, loop[::-1], loop[1:] + loop[:1])))
 
     # Curves
 
@@ -153,7 +146,13 @@ class Scene:
         self.curves.append((self.random.choice("ABCDEF"), kind, list(points)))
 
     def line(self):
-        self.add_curve(self.any_point(), self.any_point())
+        """Anywhere, along an edge, short, upright, or long."""
+        r, a, (p, q, *_), axis = self.random, self.any_point(), self.any_loop(), self.random.randrange(3)
+        far = r.choice((1e3, 1e6, 1e9))
+        self.add_curve(*r.choice((
+            (a, self.any_point()), (p, q), (q, p), (a, add(a, self.point(1), r.choice((0, 1e-9, 0.01, 0.1)))),
+            (a, tuple(self.number(5) if k == axis else c for k, c in enumerate(a))),
+            (add(a, self.point(1), r.choice((0, far))), add(self.any_point(), self.point(1), far)))))
 
     def in_facet(self, moved=lambda point: point):
         a, b, c = self.any_loop()[:3]
@@ -165,22 +164,6 @@ class Scene:
             sight, far = minus(self.look_at, self.eye), part * 2.0**-20
             step = far * 2.0 * self.bounds()[1] / math.sqrt(dot(sight, sight))
             self.in_facet(lambda point: add(point, *((sight, step) if self.parallel else (minus(point, self.eye), far))))
-
-    def along_edge(self):
-        self.add_curve(*self.any_loop()[:2][::self.random.choice((1, -1))])
-
-    def short(self):
-        a = self.any_point()
-        self.add_curve(a, add(a, self.point(1), self.random.choice((0, 1e-9, 0.01, 0.1))))
-
-    def upright(self):
-        a, axis = self.any_point(), self.random.randrange(3)
-        self.add_curve(a, tuple(self.number(5) if k == axis else c for k, c in enumerate(a)))
-
-    def long(self):
-        far = self.random.choice((1e3, 1e6, 1e9))
-        a = add(self.any_point(), self.point(1), self.random.choice((0, far)))
-        self.add_curve(a, add(self.any_point(), self.point(1), far))
 
     def past_the_eye(self):
         beside = add(self.eye, self.point(1), self.random.choice((0, 1e-6, 0.01, 1)))

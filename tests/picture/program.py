@@ -64,7 +64,8 @@ class Folder(unittest.TestCase):
 
     def start(self, *arguments, **options):
         options = {"stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL, "encoding": "utf-8"} | options
-        return subprocess.Popen(command() + list(arguments), cwd=self.folder, stdin=subprocess.DEVNULL, **options)
+        options |= {"cwd": self.folder, "stdin": subprocess.DEVNULL}
+        return subprocess.Popen(command() + list(arguments), **options)
 
     def run_program(self, *arguments, program=PROGRAM, **options):
         """The finished process; output as text unless `encoding` is None."""
@@ -80,7 +81,7 @@ class Folder(unittest.TestCase):
         return done.stdout
 
     def refused(self, status, arguments, *says, **options):
-        """The call, a list or words in a line, ends with that status, says each of `says` and changes no file."""
+        """The call, a list or a line, ends with that status, says each of `says` and changes no file."""
         before = self.tree(), self.names()
         done = self.run_program(*(arguments.split() if isinstance(arguments, str) else arguments), **options)
         self.assertEqual(done.returncode, status, (arguments, done.stderr))

@@ -9,8 +9,8 @@ OTHER = os.environ.get("BELVOR_RENDER_OTHER", "")
 # (model, size, view): the views are hard on the arithmetic, each in its own way.
 SCENES = [
     ("square.thf", "800x600", None),
-    ("square.thf", "500x400", view_text("3 -12 1.7", "0 20 9", "0.9")),    # in the square, most of it behind the eye
-    ("square.thf", "400x300", view_text("-10 -20 4", "-10 20 4", "0.7")),    # level: edges in the eye's own height
+    ("square.thf", "500x400", view_text("3 -12 1.7", "0 20 9", "0.9")),    # most of it behind the eye
+    ("square.thf", "400x300", view_text("-10 -20 4", "-10 20 4", "0.7")),    # edges in the eye's height
     ("gears.thf", "321x123", view_text("5 -40 0.5", "5 0 0.5", "0.45", 1)),    # edge on
     ("island.thf", "640x400", view_text("-20 -20 2", "30 30 3", "1.5", light="120 5 2")),
     ("letters.thf", "1x1", None),
@@ -24,7 +24,7 @@ SCENES = [
 class BuildsAgree(Folder):
     def made(self, program, arguments):
         """Every byte, by the name of the file."""
-        outputs = [f"p.{name}" for name in FORMATS] + ["--edges", "--surfaces", "embed", "--save-view", "v.bvp"]
+        outputs = [*(f"p.{name}" for name in FORMATS), "--edges", "--surfaces=embed", "--save-view=v.bvp"]
         info = self.render("--info", *arguments, *outputs, program=program)
         view_lines = self.read("v.bvp").replace(b"\r\n", b"\n")     # each system's own line ends
         return {"info": info, "view": view_lines} | {name: self.read(f"p.{name}") for name in FORMATS}

