@@ -327,21 +327,23 @@ class Drawing:
         start, sweep, z, plain = r.uniform(-360, 360), r.uniform(least, 359), self.length(), self.attributes()
         closed, radius = self.often(0.3), abs(z)
         bulged = [(p.x, p.y, r.choice((0, 0, r.uniform(-2, 2)))) for p in points], "xyb"
+        at = lambda elevation: flat | {"elevation": elevation}
         rational = functools.partial(space.add_rational_spline, weights=[r.uniform(0.5, 3) for _ in points])
+        tangents = {"start_tangent": b, "end_tangent": c}
         old = {
             "line": lambda: space.add_line(a, b, flat),
             "circle": lambda: space.add_circle(a, radius, flat),
             "arc": lambda: space.add_arc(a, radius, start, start + sweep, dxfattribs=flat),
             "point": lambda: space.add_point(a, flat),
             "polyline3d": lambda: space.add_polyline3d(points, close=closed, dxfattribs=plain),
-            "polyline2d": lambda: space.add_polyline2d(*bulged, close=closed, dxfattribs=flat | {"elevation": (0, 0, z)}),
+            "polyline2d": lambda: space.add_polyline2d(*bulged, close=closed, dxfattribs=at((0, 0, z))),
         }
         new = {
-            "ellipse": lambda: space.add_ellipse(a, b.cross(c) / self.size, r.uniform(0.1, 1), *self.ellipse_ends(),
-                                                 plain | {"extrusion": b}),
+            "ellipse": lambda: space.add_ellipse(a, b.cross(c) / self.size, r.uniform(0.1, 1),
+                                                 *self.ellipse_ends(), plain | {"extrusion": b}),
             "spline": lambda: r.choice((space.add_open_spline, rational))(points, dxfattribs=plain),
-            "fit": lambda: space.add_spline(points, dxfattribs=plain | {"start_tangent": b, "end_tangent": c}),
-            "lwpolyline": lambda: space.add_lwpolyline(*bulged, close=closed, dxfattribs=flat | {"elevation": z}),
+            "fit": lambda: space.add_spline(points, dxfattribs=plain | tangents),
+            "lwpolyline": lambda: space.add_lwpolyline(*bulged, close=closed, dxfattribs=at(z)),
         }
         makers = old | (new if self.doc.dxfversion > "AC1009" else {})
         makers[r.choice([kind for kind in kinds if kind in makers])]()
@@ -433,8 +435,8 @@ class RandomDrawings(Answers):
 
     def check(self, drawing, format, pictures):
         picture = ("--size", "160x120", "--view", "iso-ne", "p.omb")     # of the facets, from the side
-        info, report, files = self.ask(functools.partial(drawing.doc.saveas, fmt=format), "--reading", self.reading,
-                                       "--info", "--report", "-", *picture)
+        save = functools.partial(drawing.doc.saveas, fmt=format)
+        info, report, files = self.ask(save, "--reading", self.reading, "--info", "--report", "-", *picture)
         pictures.add(files["p.omb"])
         conventions = Conventions(drawing.doc, self.reading == "modern")
         self.check_account(conventions, report, files["d.dxf"], format)

@@ -33,7 +33,7 @@ class Scene:
         self.is_drawing, self.is_exact = r.random() < 0.6, r.random() < 0.3
         self.size = (48, 36) if self.is_exact else r.choice([(48, 36)] * 4 + [(61, 23), (9, 50), (1, 1), (2, 7)])
         self.digits = 0 if self.is_exact else r.choice((0, 1, 2, 17))
-        bodies = [self.prism] * 3 + [self.terrain, self.tee] * 2 + [self.soup] * 4 + [self.slit, self.round_body]
+        bodies = [self.soup] * 4 + [self.prism] * 3 + [self.terrain, self.tee] * 2 + [self.slit, self.round]
         for _ in range(r.choice((0, 1, 1, 2, 3) if self.is_drawing else (1, 1, 2, 3))):
             r.choice(bodies)()
         if r.random() < 0.4:
@@ -44,8 +44,8 @@ class Scene:
         if self.is_exact:
             self.choose_exact_view()
         self.all_bounds = self.is_drawing and r.random() < 0.1
-        curves = [self.line] * 6 + [self.in_facet, self.just_behind, self.past_the_eye, self.polyline, self.dot,
-                                    self.wall]
+        curves = [self.line] * 6 + [self.in_facet, self.just_behind, self.past_the_eye, self.polyline]
+        curves += [self.dot, self.wall]
         for _ in range(r.choice((1, 3, 6, 12)) if self.is_drawing else 0):
             r.choice(curves)()
 
@@ -91,7 +91,7 @@ class Scene:
         place, outline = self.placed(), SQUARE + SQUARE[:1] + HOLE + HOLE[:1]
         self.add_facet(*(place(x, y, 0) for x, y in (SQUARE if self.is_drawing else outline)))
 
-    def round_body(self):
+    def round(self):
         place, material, n = self.placed(), self.material(), self.random.choice((8, 24, 60))
         turns = [2 * math.pi * k / n for k in range(n)]
         rings = [[place(math.cos(turn) * r, math.sin(turn) * r, z) for turn in turns]

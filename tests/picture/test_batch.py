@@ -14,20 +14,21 @@ from program import PLATES, SANITIZED, WINDOWS, Folder
 BAD = "Y 3 0 0 0 1 0 0 0 1 0 1 1 2"
 MODELS = [f"in/m{i}.thf" for i in range(1, 6)]
 WRONG_USE = (
-    ("--each p.png in/m1.thf in/bad.thf", "named twice"), ("--each {name}.png in/m1.thf ./in/../in/m1.thf", "twice"),
+    ("--each p.png in/m1.thf in/bad.thf", "twice"), ("--each {name}.png in/m1.thf ./in/m1.thf", "twice"),
     ("--each a/{n}.png --each a//{n}.png in/m1.thf", "named twice"), ("--each {nme}.png in/m1.thf", "{nme}"),
     ("--each {name}.jpg in/m1.thf", ".png"), ("--each {dir}/{name}.png in/m1.thf in/m2.xyz", "m2.xyz"),
     ("--each {n}.png --info in/m1.thf", "--info"), ("--each {n}.png -o x.png in/m1.thf", "--output"),
     ("--each {n}.png --null in/m1.thf", "--null"), ("--each {n}.png", "no model"),
     ("--each {n}.png -j0 in/m1.thf", "--jobs"), ("-v plan -v left --each {n}.png in/m1.thf", "{view}"),
-    ("--type=things --each {n}.png - in/m1.thf", "- is for a single"), ("--list - - --each {n}.png", "- is for"),
+    ("--type=things --each {n}.png - in/m1.thf", "is for a single"), ("--list - - --each {n}.png", "single"),
     ("--each {n}.png --format png in/m1.thf", "--format is for a single"),
     ("--rows 0:9 --each {n}.png in/m1.thf", "--rows is for"),
 )
 # Options and whether pictures depend on them.
-COUNTS = """--size=41x30 --view=front --eye=9,9,9 --look-at=1,1,1 --zoom=0.3 --scale=0.3 --parallel --perspective
-    --light=1=0,0,1 --sky=0.3 --ground=0.3 --type=man --edges --lines --bounds=all --line-width=3
-    --line-colour=#123456 --background=#123456 --surfaces=off --reading=modern --colours=drawing"""
+COUNTS = """--size=41x30 --view=front --eye=9,9,9 --look-at=1,1,1 --zoom=0.3 --scale=0.3 --parallel
+    --perspective --light=1=0,0,1 --sky=0.3 --ground=0.3 --type=man --edges --lines --bounds=all
+    --line-width=3 --line-colour=#123456 --background=#123456 --surfaces=off --reading=modern
+    --colours=drawing"""
 COUNTS_NOT = """--save-view --output --each --list --null --jobs --timeout --max-memory --fail-fast --threads
     --skip-existing --info --report --timing --format --rows --fail-empty --fail-repaired --dxf-log --quiet
     --version --help"""
@@ -58,14 +59,15 @@ class Batch(Folder):
         models = ["in/bad.thf"] + MODELS[:3]
         self.write("list", "in/m4.thf\r\n\nin/m5.thf")
         done = self.run_batch(1, 5, 0, 1, "--list", "list", "--each", "{dir}/../out/{view}/{name}-{n}.png",
-                              "--each", "o{{/{name}{view}.omb", "-vplan", "-vfront", "-j3", "--report=-", *models)
+                              "--each=o{{/{name}{view}.omb", "-vplan", "-vfront", "-j3", "--report=-",
+                              *models)
         self.assertEqual(done.stderr.splitlines()[:-1], ["belvor-render: material expected in in/bad.thf"])
         lines = [json.loads(line) for line in done.stdout.splitlines()]
         self.assertEqual([(line["n"], line["model"], line["status"]) for line in lines],
                          [(i + 1, model, 0 if i else 1) for i, model in enumerate(models + MODELS[3:])])
         self.assertEqual(lines[0]["message"], "material expected in in/bad.thf")
-        self.assertEqual([output["name"] for output in lines[5]["outputs"]],
-                         ["in/../out/plan/m5-0006.png", "o{/m5plan.omb", "in/../out/front/m5-0006.png", "o{/m5front.omb"])
+        names = "in/../out/plan/m5-0006.png o{/m5plan.omb in/../out/front/m5-0006.png o{/m5front.omb"
+        self.assertEqual([output["name"] for output in lines[5]["outputs"]], names.split())
         self.render("-s40x30", "-v", "front", "in/m5.thf", "alone.png", "alone.omb")
         self.assertEqual(self.read("alone.omb"), self.read("o{/m5front.omb"))
         self.assertEqual(read_png(self.read("alone.png")), read_png(self.read("out/front/m5-0006.png")))
@@ -83,7 +85,7 @@ class Batch(Folder):
     def test_limits_take_no_other_model_along(self):
         self.write("in/m3.thf", forest(60000))
         slow = "-s4000x4000 --timeout 0.01 in/m3.thf "     # less than reading it takes
-        done = self.refused(7, slow + "--report - -j2 --each {n}.png", "1 models: 0 drawn, 0 skipped, 1 failed")
+        done = self.refused(7, slow + "--report - --each {n}.png", "1 models: 0 drawn, 0 skipped, 1 failed")
         self.assertIn("in/m3.thf took longer than", json.loads(done.stdout)["message"])
         self.refused(7, slow + "alone.png", "took longer than")
 
@@ -139,7 +141,7 @@ class Batch(Folder):
         hashes = {}
         for name, option in ({"": "-q"} | counts).items():
             base = [option for option in ("--size=40x30", "--view=plan") if option.partition("=")[0] != name]
-            done = self.run_program(*base, option, "-j1", "--report", "-", "--each", "{name}.png", "in/m1.thf")
+            done = self.run_program(*base, option, "-j1", "--report=-", "--each={name}.png", "in/m1.thf")
             hashes[name] = json.loads(done.stdout)["hash"]
         self.assertEqual(len(set(hashes.values())), len(hashes), hashes)
 
@@ -175,7 +177,8 @@ class Batch(Folder):
     def test_a_worker_that_crashes(self):
         self.write("in/m3.thf", forest(60000))
         call = "-s3000x3000 -j1 --each out/{name}.png in/m1.thf in/m3.thf in/m2.thf"
-        process = self.start(*call.split(), stderr=subprocess.PIPE, env=os.environ | {"ASAN_OPTIONS": "handle_segv=0"})
+        sanitizer = os.environ | {"ASAN_OPTIONS": "handle_segv=0"}
+        process = self.start(*call.split(), stderr=subprocess.PIPE, env=sanitizer)
         while not list(self.folder.glob("out/m3.png.*.part")) and process.poll() is None:
             time.sleep(0.002)
         tasks = pathlib.Path(f"/proc/{process.pid}/task").glob("*/children")

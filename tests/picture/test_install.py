@@ -47,10 +47,11 @@ class Install(Folder):
         self.check_runs(prefix)
         for name in ("belvor-render", "belvor-image"):
             self.assertIn(".TH " + name.upper(), (prefix / f"share/man/man1/{name}.1").read_text())
-        for name, words, answers in (("belvor-render", "--form", "--format"), ("belvor-render", "--view iso-n", "iso-ne iso-nw"),
-                                     ("belvor-image", "jo", "join")):
-            script = (f"source {prefix}/share/bash-completion/completions/{name}; COMP_WORDS=({name} {words}); "
-                      f"COMP_CWORD=$((${{#COMP_WORDS[@]}} - 1)); _{name.replace('-', '_')}; echo ${{COMPREPLY[*]}}")
+        for name, words, answers in (("render", "--form", "--format"), ("image", "jo", "join"),
+                                     ("render", "--view iso-n", "iso-ne iso-nw")):
+            folder = prefix / "share/bash-completion/completions"
+            script = (f"source {folder}/belvor-{name}; COMP_WORDS=(it {words}); "
+                      f"COMP_CWORD=$((${{#COMP_WORDS[@]}} - 1)); _belvor_{name}; echo ${{COMPREPLY[*]}}")
             self.assertEqual(self.call("bash", "-c", script).strip(), answers)
 
     @unittest.skipIf(WINDOWS, "packages of Debian")

@@ -1,5 +1,6 @@
 """SVG files: their segments, drawn by the rule for pixels, give the line pixels of the PNG of the same call; and what stands around them."""
 import base64
+import itertools
 import xml.etree.ElementTree as ElementTree
 from types import SimpleNamespace
 
@@ -47,7 +48,8 @@ class SvgFiles(Folder):
 
     def test_segments_give_the_pixels_of_the_picture(self):
         scenes = [*SCENES[:2], *SCENES[3:5], SCENES[7], *((name, size, None) for name, size in (
-            ("letters.thf", "500x60"), ("bunny.thf", "200x200"), ("plates.thf", "160x120"), ("square.thf", "97x61")))]
+            ("letters.thf", "500x60"), ("bunny.thf", "200x200"), ("plates.thf", "160x120"),
+            ("square.thf", "97x61")))]
         for i, (model, size, parameters) in enumerate(scenes):
             with self.subTest(model=model, size=size):
                 path = model if model == "plates.thf" else str(SAMPLES / model)
@@ -68,17 +70,17 @@ class SvgFiles(Folder):
         self.draw("--size", "90x70", "--edges", "--view", "v.bvp", "plates.thf")
         ends = {(round(x - 45, 3), round(y - 35, 3)) for path in self.paths for x, y in (path[0], path[-1])}
         wide = max(x for path in self.paths for x, y in path) - 45
-        corners = {(round(x * wide, 3), round(y * wide, 3)) for a, b in ((1, 0.75), (0.5, 0.25), (0.25, 0.125))
-                   for x in (a, -a) for y in (b, -b)}
-        self.assertEqual((ends, len(self.paths)), (corners, 12), "of both plates and the hole, none is hidden")
+        corners = {(round(x * wide, 3), round(y * wide, 3)) for x, y in itertools.chain.from_iterable(
+            itertools.product((a, -a), (b, -b)) for a, b in ((1, 0.75), (0.5, 0.25), (0.25, 0.125)))}
+        self.assertEqual((ends, len(self.paths)), (corners, 12), "of both plates and the hole, all shown")
 
     def test_what_stands_around_the_paths(self):
         self.write("named.thf", PLATES.replace("Upper", "<a>&\u00fc\ufffe\"\x01"))
         self.draw("--size", "80x60", "--edges", "--line-width", "3", "named.thf")
         self.assertEqual([self.root.get(name) for name in ("viewBox", "width", "height")], ["-0.5 -0.5 80 60", "80px", "60px"])
         upper, lower = self.root.findall(SVG + "g")
-        self.assertEqual([lower.get(name) for name in ("id", LABEL, "fill", "stroke-width", "stroke-linecap")],
-                         ["m1", "Lower", "none", "3", "round"])
+        names = ("id", LABEL, "fill", "stroke-width", "stroke-linecap", "stroke-linejoin")
+        self.assertEqual([lower.get(name) for name in names], ["m1", "Lower", "none", "3", "round", "round"])
         self.assertEqual((upper.get(LABEL), upper.find(SVG + "title").text), ('<a>&\u00fc\ufffd"\ufffd',) * 2)
         self.assertEqual([self.root.find(SVG + name) for name in ("rect", "image")], [None, None])
 
