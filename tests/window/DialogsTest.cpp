@@ -110,6 +110,28 @@ TEST_F(DialogsTest, ViewParametersShowTheViewAndTakeWhatIsTyped)
     expectView(view(), wholeModel(freshView(), {}), "before");
 }
 
+TEST_F(DialogsTest, AFieldThatIsReadAsAnotherNumberIsMarked)
+{
+    startWith(boxModel());
+    openView();
+    // Columns: the field, what is typed, whether it is another number.
+    for (const auto& [field, text, wrong] : {std::tuple{ID_SKY, "x1", true},
+                                             {ID_SKY, "0.5", false},
+                                             {ID_EYEX, "2 3", true},
+                                             {ID_ZOOM, "-5", true},
+                                             {ID_ZOOM, "180", true},
+                                             {ID_ZOOM, "179", false}}) {
+        type(field, text);
+        const auto marked = [&, field = field] {
+            const Picture shown = screenOf(control(field));
+            return shown.at(shown.width - 4, shown.height / 2) == 0xFFD0D0;   // pale red
+        };
+        EXPECT_TRUE(eventually([&, wrong = wrong] { return marked() == wrong; }, 2000))
+            << field << ' ' << text;
+    }
+    end(IDCANCEL);
+}
+
 /// The user's decimal separator is a comma in this scope.
 class CommaCountry {
 public:

@@ -9,7 +9,27 @@ protected:
     {
         return eventually([&] { return focus() == wanted; }, 2000);
     }
+    using Window = std::unique_ptr<std::remove_pointer_t<HWND>, decltype(&DestroyWindow)>;
+    /// A window of another program, which has come to the front.
+    static Window showOther()
+    {
+        Window other(CreateWindowExW(WS_EX_TOOLWINDOW, L"STATIC", L"other program", WS_POPUP | WS_VISIBLE,
+                                     900, 600, 80, 40, nullptr, nullptr, nullptr, nullptr),
+                     DestroyWindow);
+        SetForegroundWindow(other.get());
+        EXPECT_TRUE(eventually([&] { return GetForegroundWindow() == other.get(); }, 2000));
+        return other;
+    }
 };
+
+TEST_F(FocusTest, ADroppedFileBringsTheWindowToTheFront)
+{
+    start();
+    const Window other = showOther();
+    program().dropFile(boxModel());
+    EXPECT_TRUE(eventually([&] { return GetForegroundWindow() == program().main(); }, 2000));
+    awaitModel(boxModel());
+}
 
 TEST_F(FocusTest, TabGoesRoundTheStripAndBack)
 {
@@ -61,13 +81,9 @@ TEST_F(FocusTest, SurvivesOtherWindowsAndAHiddenStrip)
     program().answer(dialog, IDOK);
     EXPECT_TRUE(awaitFocus(slider)) << "after a dialog";
 
-    const HWND other = CreateWindowExW(0, L"STATIC", L"other program", WS_POPUP | WS_VISIBLE, 900, 600, 80,
-                                       40, nullptr, nullptr, nullptr, nullptr);
-    SetForegroundWindow(other);
-    EXPECT_TRUE(eventually([&] { return focus() == nullptr || GetForegroundWindow() == other; }, 2000));
+    const Window other = showOther();
     SetForegroundWindow(program().main());
     EXPECT_TRUE(awaitFocus(slider)) << "after another program";
-    DestroyWindow(other);
 
     program().command(ID_SHOWCONTROLS);
     EXPECT_EQ(focus(), program().main()) << "no key moves a hidden slider";

@@ -1,5 +1,7 @@
 #include "tests/window/WindowTest.h"
 
+#include <filesystem>
+
 namespace belvor::window {
 
 TEST_F(WindowTest, WritesTheSameBytesAsBelvorRender)
@@ -50,6 +52,22 @@ TEST_F(WindowTest, TheEndOfWindowsIsHeldForAnUnsavedPicture)
     program().answer(dialog, IDCANCEL);
     saveAs(inFolder("end.omb"));
     EXPECT_TRUE(eventually([&] { return program().send(program().main(), WM_QUERYENDSESSION) == TRUE; }));
+}
+
+TEST_F(WindowTest, AFileDialogThatFailsSaysSo)
+{
+    startWith(boxModel());
+    std::string folder = inFolder("long");
+    while (folder.size() < 249) folder += std::string(folder.size() % 9 ? "" : "\\") + "d";
+    std::filesystem::create_directories(toWide(folder));
+    const std::string path = folder + "\\" + std::string(256 - folder.size(), 'f');   // 257: one too many
+    for (const auto& [id, caption] :
+         {std::pair{ID_SAVEAS, "Save As"}, {ID_SAVEPARAMETERS, textOf(Text::saveParametersTitle)}}) {
+        program().command(999);   // another text in the status bar
+        program().chooseFile(program().openDialog(id, caption), path);
+        EXPECT_TRUE(program().awaitStatus("GetOpenFileName status 0x3003"))
+            << caption << program().statusPart(0);
+    }
 }
 
 }   // namespace belvor::window
