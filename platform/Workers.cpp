@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <exception>
 #include <mutex>
+#include <utility>
 
 namespace belvor {
 
@@ -17,7 +18,9 @@ public:
     /// Works until nothing is left to begin.
     void workOn(unsigned thread) noexcept
     try {
-        work(Turn(thread, stopped));
+        Turn turn(thread, stopped);
+        turn.nudged = nudgesAsking();
+        work(turn);
     } catch (...) {
         fail(std::current_exception());
     }
@@ -34,6 +37,8 @@ public:
 
 protected:
     virtual void work(const Turn& turn) = 0;
+    /// What Turn::nudge() calls, on any thread; none when nobody would hear it.
+    virtual const std::function<void()>* nudgesAsking() const noexcept { return nullptr; }
 
     /// Guards `failure`, and what the kinds of jobs say.
     Lock guard;
@@ -81,12 +86,14 @@ private:
 class Workers::Ordered : public Workers::Job {
 public:
     Ordered(unsigned threadCount, std::size_t indexCount, std::size_t slots, const Make& makeCall,
-            const Take& takeCall)
+            const Take& takeCall, const std::function<void()>& waitingCall)
         : Job(threadCount),
           count(indexCount),
           made(slots, 0),
           make(makeCall),
-          take(takeCall)
+          take(takeCall),
+          whileWaiting(waitingCall),
+          nudge([this] { setNudged(); })
     {}
 
 private:
@@ -102,8 +109,27 @@ private:
                 return;
             } else {
                 changed.wait(guard);
+                if (turn.thread == 0 && std::exchange(nudged, false)) callWaiting(held);
             }
         }
+    }
+    const std::function<void()>* nudgesAsking() const noexcept override
+    {
+        return whileWaiting ? &nudge : nullptr;
+    }
+
+    void setNudged()
+    {
+        const std::lock_guard held(guard);
+        nudged = true;
+        changed.notifyAll();
+    }
+
+    void callWaiting(std::unique_lock<Lock>& held)
+    {
+        held.unlock();
+        whileWaiting();
+        held.lock();
     }
 
     void takeNext(std::unique_lock<Lock>& held)
@@ -130,8 +156,11 @@ private:
     // Guarded by `guard`.
     std::size_t begun = 0, taken = 0;
     std::vector<char> made;   // of each slot: made and not yet taken
+    bool nudged = false;      // since the asking thread last waited
     const Make& make;
     const Take& take;
+    const std::function<void()>& whileWaiting;
+    const std::function<void()> nudge;
 };
 
 /// Adds the time of a call that is not part of another one.
@@ -186,10 +215,10 @@ void Workers::forPieces(unsigned threadCount, std::size_t count, std::size_t pie
 }
 
 void Workers::inOrder(unsigned threadCount, std::size_t count, std::size_t slots, const Make& make,
-                      const Take& take)
+                      const Take& take, const std::function<void()>& whileWaiting)
 {
     threadCount = static_cast<unsigned>(std::min<std::size_t>({threadCount, maxThreads, count, slots}));
-    Ordered job(threadCount, count, slots, make, take);
+    Ordered job(threadCount, count, slots, make, take, whileWaiting);
     run(job, threadCount);
 }
 

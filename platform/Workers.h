@@ -33,9 +33,16 @@ public:
         /// True once the call is to end early. A long piece asks now and then, and may return
         /// at once: its result is not used.
         bool stopping() const noexcept { return stopped.load(std::memory_order_relaxed); }
+        /// Has the asking thread call `whileWaiting` soon, if it waits for others; see inOrder().
+        void nudge() const noexcept
+        {
+            if (nudged) (*nudged)();
+        }
 
     private:
+        friend class Workers;
         const std::atomic<bool>& stopped;
+        const std::function<void()>* nudged = nullptr;
     };
 
     /// Works on the indices `first` to `end` − 1.
@@ -63,9 +70,10 @@ public:
     /// Calls `make` for the indices 0 to `count` − 1 on up to `threadCount` threads, and `take`
     /// for each on the asking thread, in rising order, after its `make`. At most `slots` (at
     /// least 1) indices are begun and not yet taken; each has a slot of its own, below `slots`,
-    /// until it is taken. Exceptions as for forPieces().
+    /// until it is taken. `whileWaiting` is called on the asking thread when it waits and another one
+    /// nudges. Exceptions as for forPieces().
     void inOrder(unsigned threadCount, std::size_t count, std::size_t slots, const Make& make,
-                 const Take& take);
+                 const Take& take, const std::function<void()>& whileWaiting = {});
 
     /// How long asking threads have been in calls altogether, those out of a piece of work left out.
     std::chrono::nanoseconds timeInCalls() const noexcept { return std::chrono::nanoseconds(callTime); }

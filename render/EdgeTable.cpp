@@ -14,11 +14,13 @@ namespace {
 
 /// The rows that the edges of the facet cross; none when no edge crosses one, or when a corner is not a
 /// number.
-EdgeRows rowsOf(const Model& model, const Facet& facet, const Bands& bands, const Point<3>* projected)
+EdgeRows rowsOf(const Model& model, const Facet& facet, const Bands& bands, const Point<3>* projected,
+                Pauses& pauses)
 {
     EdgeRows all{bands.height, -1};
     ScreenBox box;
     for (std::uint32_t i = facet.firstEdge; i < facet.firstEdge + facet.edgeCount; ++i) {
+        pauses.step();
         const Point<3>&from = projected[model.edge(i).from], &to = projected[model.edge(i).to];
         box.add(from);
         box.add(to);
@@ -143,6 +145,7 @@ struct Sorter {
     const Bands& bands;
     BandLists<SimpleFacet>& byBand;
     FacetRows& byRow;
+    Pauses& pauses;
 
     /// The facets of `group`, of which `first` is the first.
     void addGroup(const FacetGroup& group, std::uint32_t first) const
@@ -173,7 +176,7 @@ private:
         if (vertices.allInFront && (edgeCount == 3 || edgeCount == 4) && isLoop(edges, edgeCount, loop)
             && addLoop(index, loop))
             return;
-        const EdgeRows crossed = rowsOf(model, model.facet(index), bands, vertices.points.data());
+        const EdgeRows crossed = rowsOf(model, model.facet(index), bands, vertices.points.data(), pauses);
         if (!crossed.none()) byRow.add(crossed.first, crossed.last, index);
     }
 
@@ -214,7 +217,8 @@ void EdgeTable::order(const Model& model, const ProjectedVertices& vertices, con
     StageReport report(progress, 256);
     const auto addPiece = [&](std::size_t first, std::size_t end, const Workers::Turn& turn) {
         Part& part = *parts[turn.thread];
-        const Sorter sorter{model, vertices, bands, part.bands, part.rows};
+        Pauses pauses = pausesOf(turn, [&] { report.again(fraction); });
+        const Sorter sorter{model, vertices, bands, part.bands, part.rows, pauses};
         auto i = static_cast<std::uint32_t>(first);
         for (std::uint32_t edge = model.facet(i).firstEdge; i < end && !turn.stopping();) {
             const auto groupEnd = static_cast<std::uint32_t>(
@@ -238,8 +242,10 @@ void EdgeTable::order(const Model& model, const ProjectedVertices& vertices, con
         const Facet& last = model.facet(model.facetCount() - 1);
         report.upTo(last.firstEdge + last.edgeCount, fraction);
     }
-    workers.forPieces(threads, used, 1,
-                      [&](std::size_t i, std::size_t, const Workers::Turn&) { parts[i]->rows.sort(bands); });
+    workers.forPieces(threads, used, 1, [&](std::size_t i, std::size_t, const Workers::Turn& turn) {
+        Pauses pauses = pausesOf(turn, [&] { report.again(fraction); });
+        parts[i]->rows.sort(bands, pauses);
+    });
 }
 
 }   // namespace belvor

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "render/Bands.h"
+#include "render/Pauses.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -18,21 +19,25 @@ public:
     /// Adds the facet of that index, which crosses the rows `first` to `last`, 0 at the least.
     void add(int first, int last, std::uint32_t facet) { entries.push_back({first, last, facet}); }
 
-    /// Sorts what was added (a counting sort) for a picture of these bands.
-    void sort(const Bands& picture)
+    /// Sorts what was added (a counting sort) for a picture of these bands. What a pause throws is passed on;
+    /// then the table must be cleared.
+    void sort(const Bands& picture, Pauses& pauses)
     {
         bands = picture;
         tall.clear();
         listStarts.assign(static_cast<std::size_t>(bands.height) + bands.count() + 1, 0);
         for (const Entry& entry : entries) {
+            pauses.step();
             forEachList(entry, [this](std::size_t list) { ++listStarts[list + 1]; });
             if (isTall(entry)) tall.push_back(entry);
         }
         for (std::size_t i = 1; i < listStarts.size(); ++i) listStarts[i] += listStarts[i - 1];
         facets.resize(listStarts.back());
         nextOfList.assign(listStarts.begin(), listStarts.end() - 1);
-        for (const Entry& entry : entries)
+        for (const Entry& entry : entries) {
+            pauses.step(2);
             forEachList(entry, [&](std::size_t list) { facets[nextOfList[list]++] = entry.facet; });
+        }
     }
 
     /// Calls `take` with each facet whose first row is `row`, once sorted.

@@ -5,11 +5,12 @@
 
 namespace belvor {
 
-void FacetStepper::restart(const Model& scene, const Point<3>* vertices, int rows) noexcept
+void FacetStepper::restart(const Model& scene, const Point<3>* vertices, int rows, Pauses& meter) noexcept
 {
     model = &scene;
     projected = vertices;
     height = rows;
+    pauses = &meter;
     slots.clear();
     freeSlots.clear();
     activeSlots.clear();
@@ -57,6 +58,7 @@ std::span<const ActiveFacet> FacetStepper::row(int y)
 void FacetStepper::enter(std::uint32_t index)
 {
     const Facet& facet = model->facet(index);
+    pauses->step(4);
     if (facet.edgeCount > slotEdges) {
         enterPolygon(facet, index);
         return;
@@ -82,15 +84,21 @@ void FacetStepper::enterPolygon(const Facet& facet, std::uint32_t index)
     Polygon& polygon = polygons.emplace_back();
     polygon.facet = index;
     SteppedEdge edge;
-    for (std::uint32_t i = facet.firstEdge; i < facet.firstEdge + facet.edgeCount; ++i)
+    for (std::uint32_t i = facet.firstEdge; i < facet.firstEdge + facet.edgeCount; ++i) {
+        pauses->step();
         if (makeEdge(i, edge)) polygon.edges.push_back(edge);
+    }
     std::stable_sort(polygon.edges.begin(), polygon.edges.end(),
-                     [](const SteppedEdge& a, const SteppedEdge& b) { return a.first < b.first; });
+                     [this](const SteppedEdge& a, const SteppedEdge& b) {
+                         pauses->step();
+                         return a.first < b.first;
+                     });
 }
 
 void FacetStepper::cross(const Slot& slot, int y)
 {
     found.clear();
+    pauses->step(2);
     for (std::uint32_t i = 0; i < slot.edgeCount; ++i) {
         const SteppedEdge& edge = slot.edges[i];
         if (edge.first <= y && y <= edge.last) found.push_back({edge.line.at(y), &edge});
@@ -105,7 +113,10 @@ bool FacetStepper::cross(Polygon& polygon, int y)
     for (; polygon.next < polygon.edges.size() && polygon.edges[polygon.next].first <= y; ++polygon.next)
         if (polygon.edges[polygon.next].last >= y) polygon.live.push_back(&polygon.edges[polygon.next]);
     found.clear();
-    for (const SteppedEdge* edge : polygon.live) found.push_back({edge->line.at(y), edge});
+    for (const SteppedEdge* edge : polygon.live) {
+        pauses->step();
+        found.push_back({edge->line.at(y), edge});
+    }
     addSorted(polygon.facet, y);
     return !polygon.live.empty() || polygon.next < polygon.edges.size();
 }
@@ -118,7 +129,8 @@ void FacetStepper::addSorted(std::uint32_t facet, int y)
     if (found.empty()) return;
     for (const FoundCrossing& each : found)
         if (std::isnan(each.crossing.x)) return;
-    const auto before = [y](const FoundCrossing& a, const FoundCrossing& b) {
+    const auto before = [this, y](const FoundCrossing& a, const FoundCrossing& b) {
+        pauses->step();
         if (a.crossing.x != b.crossing.x) return a.crossing.x < b.crossing.x;
         const bool reversed = (y - std::max(a.edge->first, b.edge->first)) % 2 != 0;
         if (a.edge->first != b.edge->first) return (a.edge->first > b.edge->first) != reversed;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "render/Pauses.h"
 #include "render/PixelRow.h"
 #include "render/ScreenEdge.h"
 #include "scene/Model.h"
@@ -15,8 +16,9 @@ namespace belvor {
 class FacetStepper {
 public:
     /// Makes ready for any row of a picture of `height` rows, whatever the stepper held.
-    /// `projected` are the vertices on the screen; both must outlive the last row().
-    void restart(const Model& model, const Point<3>* projected, int height) noexcept;
+    /// `projected` are the vertices on the screen; all must outlive the last row(). What a pause throws is
+    /// passed on by the other operations; then only this one may be called.
+    void restart(const Model& model, const Point<3>* projected, int height, Pauses& pauses) noexcept;
 
     /// Adds a facet that is active on the row to come and not on the one before, or at all when
     /// no row has been asked for. Throws std::bad_alloc.
@@ -66,6 +68,7 @@ private:
     const Model* model = nullptr;
     const Point<3>* projected = nullptr;
     int height = 0;
+    Pauses* pauses = nullptr;
 
     std::vector<Slot> slots;
     std::vector<std::uint32_t> freeSlots, activeSlots;

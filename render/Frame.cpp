@@ -20,18 +20,19 @@ namespace {
 /// milliseconds.
 class Patience {
 public:
-    explicit Patience(Reporter& reporter) : progress(reporter) {}
+    Patience(Reporter& reporter, std::chrono::milliseconds between) : progress(reporter), interval(between) {}
 
     void check(double fraction)
     {
         const auto now = std::chrono::steady_clock::now();
-        if (now - last < std::chrono::milliseconds(10)) return;
+        if (now - last < interval) return;
         last = now;
         progress.check(2, 1, fraction);
     }
 
 private:
     Reporter& progress;
+    const std::chrono::milliseconds interval;
     std::chrono::steady_clock::time_point last = std::chrono::steady_clock::now();
 };
 
@@ -100,7 +101,7 @@ Bands Frame::chooseBands(const Model& model, int width, int height, const LineSt
 void Frame::collectLines(const Model& model, const Camera& camera, Buffer& buffer, const LineStyle& style,
                          Reporter& progress)
 {
-    Patience patience(progress);
+    Patience patience(progress, sharing.patience);
     lines.collect(model, camera, vertices.points.data(), style, shades, bands, sharing,
                   [&patience] { patience.check(0.0); });
     buffer.setScene(model, shades);
@@ -117,24 +118,35 @@ public:
           model(drawn),
           camera(view),
           buffer(sink),
-          drawsLines(style.draws())
+          drawsLines(style.draws()),
+          lineWidth(static_cast<std::size_t>(style.width))
     {
         for (unsigned i = 0; drawsLines && i < frame.drawingThreads; ++i)
             linePainters.emplace_back(model, camera, frame.lines, style,
                                       style.trace ? style.trace->part(i) : nullptr);
     }
 
-    /// Calls `pause` now and then.
-    template <class Pause>
-    void draw(std::size_t band, BandRows& rows, const Workers::Turn& turn, Pause pause)
+    void draw(std::size_t band, BandRows& rows, unsigned thread, Pauses& pauses)
     {
-        drawSurfaces(band, rows.surfaces, turn, pause);
-        if (drawsLines && !turn.stopping()) drawLines(band, rows, turn, pause);
+        drawSurfaces(band, rows.surfaces, thread, pauses);
+        if (drawsLines) drawLines(band, rows, thread, pauses);
     }
 
 private:
-    template <class Pause>
-    void drawSurfaces(std::size_t band, std::vector<PixelRow>& rows, const Workers::Turn& turn, Pause pause)
+    /// Calls `take` with parts of a run, each of work for a few pauses at most where an item takes `steps` at
+    /// most.
+    template <class Item, class Take>
+    static void inParts(const Item* items, std::size_t count, std::size_t steps, Pauses& pauses, Take take)
+    {
+        const std::size_t most = std::max<std::size_t>(4 * Pauses::interval / steps, 1);
+        for (std::size_t part = 0; count > 0; items += part, count -= part) {
+            part = std::min(count, most);
+            pauses.step(part * steps);
+            take(items, part);
+        }
+    }
+
+    void drawSurfaces(std::size_t band, std::vector<PixelRow>& rows, unsigned thread, Pauses& pauses)
     {
         const Bands& picture = frame.bands;
         const auto [first, end] = picture.drawnRowsOf(band);
@@ -147,35 +159,37 @@ private:
         }
         if (!buffer.needsRows(first, end)) return;
         const FillRows target{targets.data(), first, end, picture.width};
+        const auto rowSteps = static_cast<std::size_t>(picture.width / 128 + 1);   // a facet's at most
         frame.edges.forEachRun(band, [&](const SimpleFacet* facets, std::size_t count) {
-            pause();
-            if (!turn.stopping())
-                frame.sharing.fillFacets(facets, count, &frame.vertices.points[0][0], target);
+            inParts(facets, count, rowSteps * rows.size(), pauses,
+                    [&](const SimpleFacet* part, std::size_t number) {
+                        frame.sharing.fillFacets(part, number, &frame.vertices.points[0][0], target);
+                    });
         });
-        FacetStepper& stepper = frame.steppers[turn.thread];
+        FacetStepper& stepper = frame.steppers[thread];
         const auto enter = [&stepper](std::uint32_t facet) { stepper.enter(facet); };
-        stepper.restart(model, frame.vertices.points.data(), picture.height);
+        stepper.restart(model, frame.vertices.points.data(), picture.height, pauses);
         frame.edges.forEachFromAbove(band, enter);
-        for (int y = first; y < end && !turn.stopping(); ++y) {
-            pause();
+        for (int y = first; y < end; ++y) {
+            pauses.step(rowSteps);
             frame.edges.forEachFacet(y, enter);
-            rows[static_cast<std::size_t>(y - first)].scanFacets(stepper.row(y), model, camera);
+            rows[static_cast<std::size_t>(y - first)].scanFacets(stepper.row(y), model, camera, pauses);
         }
     }
 
-    template <class Pause>
-    void drawLines(std::size_t band, BandRows& rows, const Workers::Turn& turn, Pause pause)
+    void drawLines(std::size_t band, BandRows& rows, unsigned thread, Pauses& pauses)
     {
         const Bands::Rows own = frame.bands.rowsOf(band);
         const auto rowCount = static_cast<std::size_t>(own.end - own.first);
         if (rows.lines.size() < rowCount) rows.lines.resize(rowCount);
         for (LineRow& row : rows.lines) row.clear(frame.bands.width);
         if (!buffer.needsRows(own.first, own.end)) return;
-        LinePainter& painter = linePainters[turn.thread];
+        LinePainter& painter = linePainters[thread];
         painter.setRows(own, rows.lines.data(), frame.bands.drawnRowsOf(band), rows.surfaces.data());
+        const std::size_t columns = static_cast<std::size_t>(frame.bands.width) + rowCount;
         frame.lines.forEachRun(band, [&](const LineSegment* segments, std::size_t count) {
-            pause();
-            if (!turn.stopping()) painter.draw(segments, count);
+            inParts(segments, count, columns * lineWidth / 4 + 1, pauses,
+                    [&painter](const LineSegment* part, std::size_t number) { painter.draw(part, number); });
         });
     }
 
@@ -184,6 +198,7 @@ private:
     const Camera& camera;
     const Buffer& buffer;
     const bool drawsLines;
+    const std::size_t lineWidth;
     std::vector<LinePainter> linePainters;   // one a thread
 };
 
@@ -194,13 +209,13 @@ void Frame::drawBands(const Model& model, const Camera& camera, Buffer& buffer, 
     const std::size_t slotCount = drawingThreads == 1 ? 1 : std::min(2 * drawingThreads, drawingThreads + 8);
     steppers.resize(std::max<std::size_t>(steppers.size(), drawingThreads));
     slots.resize(std::max(slots.size(), slotCount));
-    Patience patience(progress);
+    Patience patience(progress, sharing.patience);
     int taken = 0;
     BandPainter painter(*this, model, camera, buffer, style);
+    const auto ask = [&] { patience.check(static_cast<double>(taken) / bands.height); };
     const auto drawBand = [&](std::size_t band, std::size_t slot, const Workers::Turn& turn) {
-        painter.draw(band, slots[slot], turn, [&] {
-            if (turn.thread == 0) patience.check(static_cast<double>(taken) / bands.height);
-        });
+        Pauses pauses = pausesOf(turn, ask);
+        painter.draw(band, slots[slot], turn.thread, pauses);
     };
     const auto takeBand = [&](std::size_t band, std::size_t slot) {
         const Bands::Rows own = bands.rowsOf(band);
@@ -216,7 +231,7 @@ void Frame::drawBands(const Model& model, const Camera& camera, Buffer& buffer, 
             buffer.lineDone(taken);
         }
     };
-    Workers::ofProcess().inOrder(drawingThreads, bands.count(), slotCount, drawBand, takeBand);
+    Workers::ofProcess().inOrder(drawingThreads, bands.count(), slotCount, drawBand, takeBand, ask);
 }
 
 Extent<3> Frame::screenExtent() const noexcept

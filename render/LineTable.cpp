@@ -1,6 +1,7 @@
 #include "render/LineTable.h"
 
 #include "render/Outlines.h"
+#include "render/Pauses.h"
 #include "render/Projection.h"
 #include "scene/Camera.h"
 
@@ -106,14 +107,14 @@ public:
         if (points != 0) {
             projectCurves(points);
             const std::size_t piece = std::max<std::size_t>(sharing.pieceSize * curves / points, 1);
-            forPieces(curves, piece, [&](std::size_t i, unsigned thread) {
-                addCurve(model.curve(static_cast<std::uint32_t>(i)), thread);
+            forPieces(curves, piece, [&](std::size_t i, unsigned thread, Pauses& pauses) {
+                addCurve(model.curve(static_cast<std::uint32_t>(i)), thread, pauses);
             });
         }
         constexpr std::size_t groupSize = 256;
         const std::size_t groups = (edges + groupSize - 1) / groupSize;
         forPieces(groups, std::max<std::size_t>(sharing.pieceSize / groupSize, 1),
-                  [&](std::size_t group, unsigned thread) {
+                  [&](std::size_t group, unsigned thread, Pauses&) {
                       std::uint32_t chosen[groupSize];
                       const std::size_t first = group * groupSize, end = std::min(first + groupSize, edges);
                       const std::uint32_t count =
@@ -131,8 +132,9 @@ private:
         Workers::ofProcess().forPieces(sharing.threads, count, pieceSize,
                                        [&](std::size_t first, std::size_t end, const Workers::Turn& turn) {
                                            if (turn.thread == 0) pause();
+                                           Pauses pauses = pausesOf(turn, [this] { pause(); });
                                            for (std::size_t i = first; i < end && !turn.stopping(); ++i)
-                                               work(i, turn.thread);
+                                               work(i, turn.thread, pauses);
                                        });
     }
 
@@ -141,7 +143,7 @@ private:
         table.curvePoints.resize(points);
         const std::size_t blocks = (points + CoordinateBlock::size - 1) / CoordinateBlock::size;
         forPieces(blocks, std::max<std::size_t>(sharing.pieceSize / CoordinateBlock::size, 1),
-                  [&](std::size_t number, unsigned) {
+                  [&](std::size_t number, unsigned, Pauses&) {
                       const std::size_t first = number * CoordinateBlock::size;
                       CoordinateBlock block{};
                       projectPoints(
@@ -151,7 +153,7 @@ private:
                   });
     }
 
-    void addCurve(const Curve& curve, unsigned thread)
+    void addCurve(const Curve& curve, unsigned thread, Pauses& pauses)
     {
         const Colour& colour = curve.material->colour;
         FacetShade shade{{toByte(colour[0]), toByte(colour[1]), toByte(colour[2])}, false};
@@ -166,6 +168,7 @@ private:
         LineSegment firstPiece = segment;
         std::uint32_t at = first;
         for (; at < end; ++at) {
+            pauses.step();
             makePiece(curve, at, segment);
             if (takesPixel(segment)) break;
             if (firstPiece.kind == LineSegment::Kind::nothing) firstPiece = segment;
@@ -176,6 +179,7 @@ private:
             return list(firstPiece, thread);
         }
         for (at = style.trace ? first : at; at < end; ++at) {
+            pauses.step(2);
             makePiece(curve, at, segment);
             if (style.trace ? segment.kind != LineSegment::Kind::nothing : takesPixel(segment))
                 list(segment, thread);

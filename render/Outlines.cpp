@@ -1,5 +1,6 @@
 #include "render/Outlines.h"
 
+#include "render/Pauses.h"
 #include "scene/Camera.h"
 
 #include <algorithm>
@@ -14,20 +15,6 @@ namespace {
 
 constexpr double cosineOf20Degrees = 0.93969262078590838405;
 constexpr std::uint32_t none = 0xFFFFFFFF;
-
-/// Calls its function every few thousand steps.
-class Pauses {
-public:
-    explicit Pauses(const std::function<void()>& function) : pause(function) {}
-    void step()
-    {
-        if (++steps % 65536 == 0 && pause) pause();
-    }
-
-private:
-    const std::function<void()>& pause;
-    std::uint32_t steps = 0;
-};
 
 /// For every vertex the first one at the same position; none for one that is not finite.
 class SamePositions {

@@ -33,6 +33,15 @@ void PixelRow::scanFacets(std::span<const ActiveFacet> active, const Model& mode
     }
 }
 
+void PixelRow::scanFacets(std::span<const ActiveFacet> active, const Model& model, const Camera& camera,
+                          Pauses& pauses)
+{
+    for (const ActiveFacet& facet : active) {
+        pauses.step(1 + facet.crossingCount / 2 + pixelCount / 32);
+        scanFacets({&facet, 1}, model, camera);
+    }
+}
+
 /// One boundary of the facet lies at infinity, on the side where the surface recedes.
 void PixelRow::scanOpenFacet(const ActiveFacet& active, const Model& model, const Camera& camera) noexcept
 {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "render/FacetFill.h"
+#include "render/Pauses.h"
 #include "render/Spans.h"
 #include "scene/Model.h"
 
@@ -33,6 +34,9 @@ public:
 
     /// Fills the row from the facets of `model` that are active on it, in any order.
     void scanFacets(std::span<const ActiveFacet> active, const Model& model, const Camera& camera) noexcept;
+    /// The same, with pauses.
+    void scanFacets(std::span<const ActiveFacet> active, const Model& model, const Camera& camera,
+                    Pauses& pauses);
 
     /// Offers a span of pixels: the nearer surface keeps a pixel, and of two equally near ones
     /// the later in the store.

@@ -45,6 +45,31 @@ TEST(WorkerThreads, TwoThreadsWorkAtTheSameTime)
     EXPECT_EQ(arrived, 2);
 }
 
+TEST(WorkerThreads, TheAskingThreadHearsOfTheOthersWhileItWaits)
+{
+    Workers workers;
+    std::atomic<bool> begun = false, heard = false;
+    const auto work = [&](std::size_t, std::size_t, const Workers::Turn& turn) {
+        if (turn.thread == 0) {
+            while (!begun) std::this_thread::yield();   // so that the other thread has work
+            return;
+        }
+        begun = true;
+        const auto start = std::chrono::steady_clock::now();
+        for (; !heard && !turn.stopping(); std::this_thread::yield()) {
+            turn.nudge();
+            if (std::chrono::steady_clock::now() - start > std::chrono::seconds(20)) return;
+        }
+    };
+    workers.inOrder(
+        2, 2, 2, work, [](std::size_t, std::size_t) {}, [&] { heard = true; });
+    EXPECT_TRUE(heard);
+    begun = heard = false;
+    EXPECT_THROW(workers.inOrder(
+                     2, 2, 2, work, [](std::size_t, std::size_t) {}, [] { throw 1; }),
+                 int);
+}
+
 TEST(WorkerThreads, ResultsArriveInOrderAndNeverExceedTheSlots)
 {
     Workers workers;

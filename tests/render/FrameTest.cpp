@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <thread>
 #include <vector>
@@ -123,6 +124,91 @@ TEST(FrameThreads, ARenderStopsInEveryStageWhenAsked)
         EXPECT_FALSE(frame.complete());
     }
     EXPECT_TRUE(drawn(*model, scene, &frame) == wanted);
+}
+
+namespace {
+
+/// Work that stands in few facets, rows or curves: each alone takes longer than a wish to stop may wait.
+Handle<Model> zigzag(int corners)
+{
+    const Handle<Model> model = makeHandle<Model>();
+    std::vector<Point<3>> outline;
+    for (int i = 0; i < corners; ++i)
+        outline.push_back({1.0 * static_cast<int>(i * 7919LL % corners), 1.0 * (i % 1000), 0.0});
+    model->addPolygon(model->addMaterial("a", {1, {1, 1, 1}, "a"}), Plane(Vector<3>(0, 0, 1), 0.0), outline);
+    return model;
+}
+
+Handle<Model> tallFacets(int count)
+{
+    const Handle<Model> model = makeHandle<Model>();
+    const Material& material = model->addMaterial("a", {1, {1, 1, 1}, "a"});
+    for (int i = 0; i < count; ++i) {
+        const double depth = 1e-4 * i;
+        const Point<3> corners[] = {{-9.0, depth, -100.0},
+                                    {9.0, depth, -100.0},
+                                    {9.0, depth, 90.0},
+                                    {0.0, depth, 100.0},
+                                    {-9.0, depth, 90.0}};
+        model->addPolygon(material, Plane(corners[0], corners[1], corners[2]), corners);
+    }
+    return model;
+}
+
+Handle<Model> longCurve(int points)
+{
+    const Handle<Model> model = makeHandle<Model>();
+    std::vector<Point<3>> path;
+    for (int i = 0; i < points; ++i) path.push_back({1.0 * i, 100.0 * (i % 2), 0.0});
+    model->addCurve(model->addMaterial("a", {1, {1, 1, 1}, "a"}), path);
+    return model;
+}
+
+}   // namespace
+
+// The work between two questions is at most a pause's interval and what one item adds, so that the questions
+// can be counted from the work, without a clock.
+TEST(FramePauses, AreAsOftenAsTheWorkAsksFor)
+{
+    struct Case {
+        const char* what;
+        Handle<Model> model;
+        int width, height;
+        std::size_t before,
+            rows;   // questions in the first stage and while rows are drawn, besides the reports
+    };
+    constexpr int corners = 400000, tall = 5000;
+    constexpr std::size_t each = Pauses::interval;
+    const Case cases[] = {
+        {"corners of one facet", zigzag(corners), 40, 30, corners / each, 2 * corners / each},
+        {"facets on every row", tallFacets(tall), 400, 300, 0, 100 * std::size_t{12} * tall / each},
+        {"points of one curve", longCurve(corners), 40, 30, 0, 2 * corners / each},
+    };
+    LineStyle style;
+    style.curves = true;
+    for (const Case& one : cases) {
+        SCOPED_TRACE(one.what);
+        const Scene scene = sceneOf(*one.model, one.width, one.height, 0.0);
+        Image ignored;
+        Sharing sharing{1};
+        sharing.patience = std::chrono::milliseconds(0);
+        Frame frame(sharing);
+        test::RecordingReporter all;
+        const auto render = [&](test::RecordingReporter& reporter) {
+            ignored = {};
+            frame.render(*one.model, *scene.camera, *scene.lights,
+                         *makeHandle<test::Keeper>(one.width, ignored), reporter, style);
+        };
+        render(all);
+        std::size_t asked[2] = {0, 0};
+        for (std::size_t i = 1; i < all.calls.size(); ++i)
+            asked[std::get<1>(all.calls[i])] += all.calls[i] == all.calls[i - 1];
+        EXPECT_GE(asked[0], one.before);
+        EXPECT_GE(asked[1], one.rows);
+        test::RecordingReporter impatient(all.calls.size() / 2);
+        EXPECT_THROW(render(impatient), Reporter::Abandoned);
+        EXPECT_EQ(impatient.calls.size(), all.calls.size() / 2 + 1);
+    }
 }
 
 TEST(Frame, IsUsableAfterAnyAllocationFailed)
