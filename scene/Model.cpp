@@ -101,6 +101,14 @@ Edge& Model::addEdge(std::uint32_t from, std::uint32_t to)
     return added;
 }
 
+void Model::addEdges(std::span<const Edge> edges)
+{
+    const auto count = static_cast<std::uint32_t>(edges.size());
+    edgeStore.appendAll(count, [edges](std::uint32_t i) { return edges[i]; });
+    const std::uint32_t facet = facetCount() - 1;
+    edgeCountStore[facet] = fewEdges(facetStore[facet].edgeCount += count);
+}
+
 void Model::addPolygon(const Material& material, const Plane& plane, std::span<const Point<3>> corners)
 {
     const std::uint32_t first = vertexCount();

@@ -98,6 +98,8 @@ public:
     Facet& addFacet(const Material& material, const Plane& plane = {});
     /// An edge of the facet added last, between two stored vertices, given by their indices.
     Edge& addEdge(std::uint32_t from, std::uint32_t to);
+    /// The same for several, one after another.
+    void addEdges(std::span<const Edge> edges);
 
     /// A facet of one loop, with vertices of its own at the corners and an edge from each to the next.
     void addPolygon(const Material& material, const Plane& plane, std::span<const Point<3>> corners);

@@ -79,6 +79,12 @@ std::uint32_t Things::readVertices(Text& text)
     text.integer(count);
     for (std::int64_t i = 0; i < count; ++i) {
         if (i % 256 == 0) report(static_cast<double>(i) / (2.0 * static_cast<double>(count)));
+        Point<3> vertex;
+        if (PlainText plain(text.position(), text.end()); plain.takeVertex(vertex)) {
+            builder.addVertex(vertex);
+            text.moveTo(plain.position());
+            continue;
+        }
         double x = 0, y = 0, z = 0;
         if (!text.real(x) || !text.real(y) || !text.real(z)) break;
         builder.addVertex({x, y, z});
@@ -95,7 +101,8 @@ void Things::readEdges(Text& text)
         pauseEvery(i);
         readVertexNumber(text);
         readVertexNumber(text);
-        readMaterialName(text);
+        std::string_view line;
+        readMaterialName(text, line);
     }
 }
 
@@ -105,8 +112,37 @@ void Things::readFacets(Text& text)
     text.integer(count);
     for (std::int64_t i = 0; i < count; ++i) {
         if (i % 64 == 0) report(static_cast<double>(i) / (2.0 * static_cast<double>(count)) + 0.5);
-        count = facetsLeft(count, readFacet(text));
+        PlainText::Facet facet;
+        PlainText plain(text.position(), text.end());
+        if (lastMaterialLine.empty() || !plain.takeFacet(lastMaterialLine, thingVertices, facet)) {
+            count = facetsLeft(count, readFacet(text));
+            continue;
+        }
+        addFacet(facet);
+        text.moveTo(plain.position());
     }
+}
+
+/// Of the last material; the same as readFacet() and readLoop() add.
+void Things::addFacet(const PlainText::Facet& facet)
+{
+    const auto positionOf = [this](std::uint32_t corner) -> const Point<3>& {
+        return model().vertex(firstVertex + corner).position;
+    };
+    Edge sides[PlainText::Facet::mostCorners];
+    Vector<3> normal;
+    const Point<3>& start = positionOf(facet.corners[0]);
+    const Point<3>* from = &start;
+    for (unsigned i = 0; i < facet.count; ++i) {
+        const std::uint32_t next = facet.corners[i + 1 == facet.count ? 0 : i + 1];
+        const Point<3>* const to = i + 1 == facet.count ? &start : &positionOf(next);
+        normal += from->vector().cross(to->vector());
+        sides[i] = {firstVertex + facet.corners[i], firstVertex + next};
+        from = to;
+    }
+    if (normal.length() == 0.0) normal = {0, 0, 1};
+    builder.addFacet(*lastMaterial, Plane(normal, start));
+    builder.addEdges({sides, facet.count});
 }
 
 /// The number of its loops.
@@ -114,7 +150,7 @@ std::int64_t Things::readFacet(Text& text)
 {
     std::int64_t loops = 0;
     text.integer(loops);
-    Facet& facet = builder.addFacet(materialNamed(readMaterialName(text)));
+    Facet& facet = builder.addFacet(materialNamed(readMaterialName(text, lastMaterialLine)));
     Vector<3> normal;
     std::uint32_t start = 0;
     for (std::int64_t i = 0; i < loops; ++i) {
@@ -153,13 +189,17 @@ std::uint32_t Things::readVertexNumber(Text& text)
     return firstVertex + static_cast<std::uint32_t>(number) - 1;
 }
 
-/// The rest of the line, unless a digit follows: then the number is not part of a name.
-std::string_view Things::readMaterialName(Text& text)
+/// The rest of the line, unless a digit follows: then the number is not part of a name. `line`: as it stands,
+/// with its end, if that is not too far.
+std::string_view Things::readMaterialName(Text& text, std::string_view& line)
 {
     if (!text.skipBlanks()) throw BadFile(BadFile::materialExpected, path, BadFile::noLine);
     const char* const first = text.position();
+    line = {};
     if (isDigit(*first)) return "DEFAULT";
-    const char* last = std::find(first, first + std::min(longestName, text.end() - first), '\n');
+    const char* const limit = first + std::min(longestName, text.end() - first);
+    const char* last = std::find(first, limit, '\n');
+    line = last == limit ? std::string_view() : std::string_view(first, last + 1);
     text.moveTo(last);
     while (separates(last[-1])) --last;   // stops at the first character at the latest
     return {first, static_cast<std::size_t>(last - first)};

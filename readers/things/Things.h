@@ -1,6 +1,7 @@
 #pragma once
 
 #include "calcore/Scanner.h"
+#include "readers/things/PlainText.h"
 #include "scene/ModelBuilder.h"
 
 #include <cstdint>
@@ -32,10 +33,11 @@ private:
     void readEdges(Text& text);
     void readFacets(Text& text);
     std::int64_t readFacet(Text& text);
+    void addFacet(const PlainText::Facet& facet);
     std::uint32_t readLoop(Text& text, Vector<3>& normal);
     void pauseEvery(std::int64_t step);
     std::uint32_t readVertexNumber(Text& text);
-    std::string_view readMaterialName(Text& text);
+    std::string_view readMaterialName(Text& text, std::string_view& line);
     const Material& materialNamed(std::string_view name);
     void addSide(std::uint32_t from, std::uint32_t to, Vector<3>& normal);
 
@@ -48,6 +50,7 @@ private:
     std::int32_t things = 0;
     std::uint32_t firstVertex = 0, thingVertices = 0;   // of the thing being read
     const Material* lastMaterial = nullptr;
+    std::string_view lastMaterialLine;   // as it stood in the text, with its end; empty when it was longer
 };
 
 }   // namespace belvor

@@ -5,6 +5,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <random>
+#include <set>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -75,4 +81,94 @@ TEST(Things, ReadsOrRefusesEveryFormOfText)
         {"an edge count beyond 64 bits", "Y 1 1 2 3 99999999999999999999 1 1 S", "cut 1 0, 0"},
     };
     for (const auto& [why, text, wantedOutcome] : cases) EXPECT_EQ(outcome(text), wantedOutcome) << why;
+}
+
+namespace {
+
+/// Everything of the model, or the fault. The text lies in memory of its exact size, so that the address
+/// sanitizer sees a read beyond it.
+std::string everything(const std::string& text)
+{
+    const std::unique_ptr<char[]> exact(new char[text.size()]);
+    std::copy(text.begin(), text.end(), exact.get());
+    std::ostringstream all;
+    all << std::hexfloat;
+    try {
+        SilentReporter silent;
+        Account account;
+        const Handle<Model> model =
+            Things({exact.get(), text.size()}, "case.thf", silent, account).takeModel();
+        all << account.warnings.size();
+        for (std::uint32_t i = 0; i < model->vertexCount(); ++i) {
+            const Point<3>& p = model->vertex(i).position;
+            all << "\nv " << p[0] << ' ' << p[1] << ' ' << p[2];
+        }
+        for (std::uint32_t i = 0; i < model->edgeCount(); ++i)
+            all << "\ne " << model->edge(i).from << ' ' << model->edge(i).to;
+        for (std::uint32_t i = 0; i < model->facetCount(); ++i) {
+            const Facet& facet = model->facet(i);
+            const Vector<3>& n = facet.plane.normal();
+            all << "\nf " << facet.material->name << ' ' << facet.firstEdge << ' ' << facet.edgeCount << ' '
+                << int{*model->edgeCounts(i, 1)} << ' ' << n[0] << ' ' << n[1] << ' ' << n[2] << ' '
+                << facet.plane.offset();
+        }
+    } catch (const BadFile& fault) {
+        all << fault.what();
+    }
+    return all.str();
+}
+
+/// A thing as programs write it, with numbers of every length and facets of every kind among the usual ones.
+std::string randomThing(std::minstd_rand& random)
+{
+    const auto below = [&random](unsigned most) { return static_cast<unsigned>(random() >> 8) % most; };
+    const auto digits = [&](unsigned most) {
+        std::string number;
+        for (unsigned i = below(most) + 1; i > 0; --i) number += static_cast<char>('0' + below(10));
+        return number;
+    };
+    const unsigned vertices = 3 + below(40), facets = 1 + below(30);
+    std::string text = "Y " + std::to_string(vertices) + '\n';
+    for (unsigned i = 0; i < 3 * vertices; ++i) {
+        text += below(3) == 0 ? "-" : "";
+        text += digits(below(20) == 0 ? 19 : 9);
+        if (below(4) != 0) text += '.' + (below(30) == 0 ? "" : digits(below(20) == 0 ? 12 : 8));
+        if (below(40) == 0) text += "e-" + digits(1);
+        text += i % 3 == 2 ? '\n' : ' ';
+    }
+    text += "0\n" + std::to_string(facets) + '\n';
+    for (unsigned i = 0; i < facets; ++i) {
+        const unsigned loops = below(12) == 0 ? 2 : 1;
+        text += std::to_string(loops);
+        text +=
+            below(10) == 0 ? "\n" : std::string(" ") + std::array{"Steel", "Wood", "A"}[below(5) / 2] + "\n";
+        for (unsigned loop = 0; loop < loops; ++loop) {
+            const unsigned corners = 1 + below(below(8) == 0 ? 12 : 5);
+            text += std::to_string(corners);
+            for (unsigned corner = 0; corner < corners; ++corner)
+                text += ' ' + std::to_string(below(300) == 0 ? 0 : 1 + below(vertices + (below(90) == 0)));
+            text += '\n';
+        }
+    }
+    return text;
+}
+
+}   // namespace
+
+TEST(Things, NumbersOneBlankApartGiveTheSameAsAnyOthers)   // the former are read in a way of their own
+{
+    std::minstd_rand random(5);
+    const auto below = [&random](std::size_t most) { return static_cast<std::size_t>(random() >> 8) % most; };
+    std::set<std::string> faults;
+    for (int trial = 0; trial < 600; ++trial) {
+        std::string text = randomThing(random);
+        if (trial % 4 == 1) text.resize(4 + below(text.size() - 4));
+        if (trial % 4 == 3) text[4 + below(text.size() - 4)] = "x-.e9+"[below(6)];
+        std::string apart;
+        for (const char c : text) apart += c == ' ' ? " @" : c == '\n' ? " \n " : std::string(1, c);
+        const std::string read = everything(text);
+        ASSERT_EQ(read, everything(apart)) << text;
+        if (read.find('\n') == std::string::npos) faults.insert(read);
+    }
+    EXPECT_GE(faults.size(), 3u);
 }
