@@ -25,6 +25,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace belvor {
 namespace {
@@ -132,6 +133,7 @@ void MainWindow::create(const CREATESTRUCTW& record)
         static_cast<LONG>(WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | CCS_BOTTOM | SBARS_SIZEGRIP),
         toWide(textOf(Text::start)).c_str(), window, ID_STATUSBAR);
     progress.emplace(window, statusBar);
+    takeIcons();
     RECT client{};
     GetClientRect(window, &client);
     const PixelScale scale = scaleOf(window);
@@ -189,11 +191,25 @@ void MainWindow::layOutChildren(int width, int height)
     InvalidateRect(window, nullptr, TRUE);
 }
 
+/// The icon in the sizes of the monitor that the window is on.
+void MainWindow::takeIcons()
+{
+    // Not shared ones: of those the system may give the first that was loaded, whatever its size.
+    for (const auto& [kind, metric] : {std::pair{ICON_SMALL, SM_CXSMICON}, {ICON_BIG, SM_CXICON}}) {
+        const int size = metricOf(window, metric);
+        Icon icon(static_cast<HICON>(
+            LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(ID_ICON), IMAGE_ICON, size, size, 0)));
+        SendMessageW(window, WM_SETICON, static_cast<WPARAM>(kind), reinterpret_cast<LPARAM>(icon.get()));
+        icons[kind].swap(icon);
+    }
+}
+
 /// The window has come to a monitor of another scale; `suggested` is the area that keeps its apparent size.
 void MainWindow::dpiChanged(const RECT& suggested)
 {
     SetWindowPos(window, nullptr, suggested.left, suggested.top, suggested.right - suggested.left,
                  suggested.bottom - suggested.top, SWP_NOZORDER | SWP_NOACTIVATE);
+    takeIcons();
     layOutAgain();
     // A strip that keeps its number of pixels must be laid out again too.
     const PixelSize strip = clientSize(core.windows.controls);

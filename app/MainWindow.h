@@ -10,8 +10,10 @@
 
 #include <shellapi.h>
 
+#include <memory>
 #include <optional>
 #include <string>
+#include <type_traits>
 
 namespace belvor {
 
@@ -45,6 +47,7 @@ private:
     void size(WPARAM type, int width, int height);
     void layOutChildren(int width, int height);
     void dpiChanged(const RECT& suggested);
+    void takeIcons();
     void updateMenu();
     void activate(bool active);
     void command(WPARAM wParam, LPARAM lParam);
@@ -60,7 +63,13 @@ private:
     void fileDropped(HDROP drop);
     LRESULT notify(NMHDR& header);
 
+    struct DestroysIcon {
+        void operator()(HICON icon) const noexcept { DestroyIcon(icon); }
+    };
+    using Icon = std::unique_ptr<std::remove_pointer_t<HICON>, DestroysIcon>;
+
     HWND window;
+    Icon icons[2];   // by ICON_SMALL and ICON_BIG
     HWND statusBar = nullptr, toolTip = nullptr;
     HACCEL accelerators = nullptr;
     Belvor core;

@@ -62,3 +62,17 @@ TEST(ViewHistory, AGestureIsOneChangeAndAViewWithoutEndIsNone)
     while (history.undo()) ++undone;
     EXPECT_EQ(undone, ViewHistory::depth);
 }
+
+TEST(ViewHistory, AHundredChangesCanBeUndone)
+{
+    ViewHistory history;
+    history.begin(zoomed(0));
+    for (int k = 1; k <= 105; ++k) history.show(zoomed(k));
+    int undone = 0;
+    while (history.undo()) ++undone;
+    EXPECT_EQ(undone, 100);
+    EXPECT_EQ(history.current().zoom, 5);
+    while (history.redo()) --undone;
+    EXPECT_EQ(undone, 0);
+    EXPECT_EQ(history.current().zoom, 105);
+}

@@ -57,6 +57,8 @@ TEST_F(WindowTest, TheEndOfWindowsIsHeldForAnUnsavedPicture)
 TEST_F(WindowTest, AFileDialogThatFailsSaysSo)
 {
     startWith(boxModel());
+    ASSERT_EQ(awaitPicture(rendered(boxModel())), "");
+    await("the thumbnails, whose end clears the status bar", [&] { return program().statusPart(0).empty(); });
     std::string folder = inFolder("long");
     while (folder.size() < 249) folder += std::string(folder.size() % 9 ? "" : "\\") + "d";
     std::filesystem::create_directories(toWide(folder));
