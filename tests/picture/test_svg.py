@@ -1,40 +1,15 @@
 """SVG files: their segments, drawn by the rule for pixels, give the line pixels of the PNG of the same call; and what stands around them."""
 import base64
-import itertools
 import xml.etree.ElementTree as ElementTree
 from types import SimpleNamespace
 
 from files import read_png
 from line_rule import Chain, Lines
-from program import PLATES, SAMPLES, Folder, view_text
+from program import PLATES, SAMPLES, Folder
 from test_builds_agree import SCENES
 
 SVG, LABEL = "{http://www.w3.org/2000/svg}", "{http://www.inkscape.org/namespaces/inkscape}label"
 HREF = "{http://www.w3.org/1999/xlink}href"
-
-# 10 units wide, each of 2 cm.
-TETRAHEDRON = """KRVT v5.1.0 MAN file
-UNITS 3 2
-MATERIAL brass 0.9 0.75 0.3
-END
-CLUMP wedge 4 4
-0 0 0
-10 0 0
-0 10 0
-0 0 10
-brass
-brass
-brass
-paint
-EDGE 6
-1 3 1 3
-3 2 1 4
-2 1 1 2
-1 4 3 2
-2 4 2 4
-3 4 4 3
-"""
-
 
 class SvgFiles(Folder):
     def draw(self, *arguments):
@@ -64,16 +39,6 @@ class SvgFiles(Folder):
                 self.assertEqual(sorted(expected ^ lines.nearest.keys())[:9], [])
                 self.assertGreater(len(expected), 50)
 
-    def test_ends_are_the_lines_own(self):
-        """The plate's corners, projected exactly, stand in the file."""
-        self.write("v.bvp", view_text("2 1.5 9", "2 1.5 0", 0.5, 1))
-        self.draw("--size", "90x70", "--edges", "--view", "v.bvp", "plates.thf")
-        ends = {(round(x - 45, 3), round(y - 35, 3)) for path in self.paths for x, y in (path[0], path[-1])}
-        wide = max(x for path in self.paths for x, y in path) - 45
-        corners = {(round(x * wide, 3), round(y * wide, 3)) for x, y in itertools.chain.from_iterable(
-            itertools.product((a, -a), (b, -b)) for a, b in ((1, 0.75), (0.5, 0.25), (0.25, 0.125)))}
-        self.assertEqual((ends, len(self.paths)), (corners, 12), "of both plates and the hole, all shown")
-
     def test_what_stands_around_the_paths(self):
         self.write("named.thf", PLATES.replace("Upper", "<a>&\u00fc\ufffe\"\x01"))
         self.draw("--size", "80x60", "--edges", "--line-width", "3", "named.thf")
@@ -85,14 +50,11 @@ class SvgFiles(Folder):
         self.assertEqual([self.root.find(SVG + name) for name in ("rect", "image")], [None, None])
 
     def test_a_parallel_view_of_a_model_with_units_has_a_size(self):
-        self.write("v.bvp", view_text("3 3 40", "3 3 0", 0.5, 1))
-        self.write("solid.man", TETRAHEDRON)
-        self.draw("--size", "90x70", "--edges", "--view", "v.bvp", "solid.man")
-        across = [x for path in self.paths for x, y in path]
-        pixel = 10 / (max(across) - min(across))
-        for name, pixels in (("width", 90), ("height", 70)):
-            size = float(self.root.get(name).removesuffix("mm"))
-            self.assertAlmostEqual(size, pixels * pixel * 20, delta=1e-6)      # a unit is 2 cm
+        self.write("units.man", "KRVT v5.1.0 MAN file\nUNITS 3 2\nEND\n")      # a unit is 2 cm
+        for more, size in ((["--parallel", "--scale", "0.25"], (450, 350, "mm")), ([], (90, 70, "px"))):
+            self.draw("--size", "90x70", "--edges", *more, "units.man")
+            width, height = self.root.get("width"), self.root.get("height")
+            self.assertEqual((round(float(width[:-2]), 9), round(float(height[:-2]), 9), width[-2:]), size)
 
     def test_the_picture_beneath_has_no_lines(self):
         call = ("--size", "80x60", "--edges", "--background", "#ffeedd", "plates.thf")

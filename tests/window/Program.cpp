@@ -18,26 +18,14 @@ std::string className(HWND window)
     return toUtf8({name, static_cast<std::size_t>(GetClassNameW(window, name, 64))});
 }
 
-struct Search {
-    const std::function<bool(HWND)>& wanted;
-    HWND found;
-};
-
-/// No lambda: those have the wrong calling convention on 32-bit x86.
-BOOL CALLBACK visit(HWND window, LPARAM lParam)
-{
-    auto& search = *reinterpret_cast<Search*>(lParam);
-    if (search.wanted(window)) search.found = window;
-    return !search.found;
-}
-
-/// The first window, below `parent` or on the desktop, that `wanted` takes.
+/// The first window, anywhere below `parent` or on the desktop itself, that `wanted` takes.
 HWND findWindow(HWND parent, const std::function<bool(HWND)>& wanted)
 {
-    Search search{wanted, nullptr};
-    if (parent) EnumChildWindows(parent, visit, reinterpret_cast<LPARAM>(&search));
-    else EnumWindows(visit, reinterpret_cast<LPARAM>(&search));
-    return search.found;
+    for (HWND window = GetTopWindow(parent); window; window = GetWindow(window, GW_HWNDNEXT)) {
+        if (wanted(window)) return window;
+        if (HWND const inner = parent ? findWindow(window, wanted) : nullptr) return inner;
+    }
+    return nullptr;
 }
 
 /// A visible top-level window of that process and class.
