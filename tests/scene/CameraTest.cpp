@@ -7,12 +7,9 @@
 #include <vector>
 
 using namespace belvor;
+using namespace belvor::test;
 
 namespace {
-
-using test::boxText;
-using test::placeOf;
-using test::thingsModel;
 
 Handle<Camera> boxCamera(bool parallel)
 {

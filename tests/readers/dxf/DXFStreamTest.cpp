@@ -9,7 +9,6 @@
 #include <array>
 #include <memory>
 #include <random>
-#include <vector>
 
 using namespace belvor;
 using namespace belvor::test;

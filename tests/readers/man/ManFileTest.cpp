@@ -1,7 +1,7 @@
 #include "readers/man/ManFile.h"
 
 #include "errors/BadFile.h"
-#include "tests/support/Reporters.h"
+#include "errors/Reporter.h"
 
 #include <gtest/gtest.h>
 

@@ -12,13 +12,10 @@
 #include <set>
 #include <sstream>
 #include <string>
-#include <vector>
 
 using namespace belvor;
 
 namespace {
-
-using test::RecordingReporter;
 
 /// What a text leaves: whether it is whole, counts, each facet as "material(normal)", or the fault.
 std::string outcome(const std::string& text)
