@@ -10,14 +10,22 @@ void fillFacets(const SimpleFacet* facets, std::size_t count, const double* poin
     fillAll(facets, count, points, target);
 }
 
+FacetFills runnableFacetFills() noexcept
+{
+    FacetFills fills{{fillFacets}, 1};
 #if defined(__x86_64__) || defined(__i386__)
+    if (__builtin_cpu_supports("avx2")) fills.all[fills.count++] = fillFacetsByWideVectors;
+    if (__builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512vl")
+        && __builtin_cpu_supports("avx512dq") && __builtin_cpu_supports("avx512bw"))
+        fills.all[fills.count++] = fillFacetsByWidestVectors;
+#endif
+    return fills;
+}
+
 FacetFill fastestFacetFill() noexcept
 {
-    static const bool wide = __builtin_cpu_supports("avx2") != 0;
-    return wide ? fillFacetsByWideVectors : fillFacets;
+    static const FacetFills fills = runnableFacetFills();
+    return fills.all[fills.count - 1];
 }
-#else
-FacetFill fastestFacetFill() noexcept { return fillFacets; }
-#endif
 
 }   // namespace belvor

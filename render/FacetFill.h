@@ -35,7 +35,16 @@ void fillFacets(const SimpleFacet* facets, std::size_t count, const double* poin
 /// The same rows by vectors of 32 bytes, for processors with AVX2; only builds for x86 have it.
 void fillFacetsByWideVectors(const SimpleFacet* facets, std::size_t count, const double* points,
                              const FillRows& target) noexcept;
-/// The fastest of them that this processor runs.
+/// The same, for processors with AVX-512 (F, VL, DQ, BW).
+void fillFacetsByWidestVectors(const SimpleFacet* facets, std::size_t count, const double* points,
+                               const FillRows& target) noexcept;
+/// Those of them that this processor runs, the fastest last.
+struct FacetFills {
+    FacetFill all[3];
+    std::size_t count;
+};
+FacetFills runnableFacetFills() noexcept;
+/// The fastest.
 FacetFill fastestFacetFill() noexcept;
 
 }   // namespace belvor

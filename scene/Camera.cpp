@@ -38,12 +38,12 @@ std::uint32_t clamped(double code) noexcept
     return static_cast<std::uint32_t>(std::min(code, lastDepthCode));
 }
 
-/// The codes of depths whose exact code is `exact(depth)`. First as if all lay in the range,
-/// in steps that a processor does for several depths at a time: adding 2^52 leaves no bits
-/// for fractions, so that the sum's low bits are the integer, and its high bits tell whether
-/// it was one of 32 bits.
+/// The codes of depths whose exact code is `exact(depth)`, as if all lay in the range, in steps that a
+/// processor does for several depths at a time: adding 2^52 leaves no bits for fractions, so that the sum's
+/// low bits are the integer, and its high bits tell whether it was one of 32 bits. Whether all were.
 template <class Exact>
-void truncateAll(std::span<const double> depths, std::uint32_t* codes, Exact exact) noexcept
+[[gnu::always_inline]] inline bool truncateInRange(std::span<const double> depths, std::uint32_t* codes,
+                                                   Exact exact) noexcept
 {
     constexpr double noFractions = 4503599627370496.0;
     constexpr auto pattern = std::bit_cast<std::uint64_t>(noFractions);
@@ -56,7 +56,33 @@ void truncateAll(std::span<const double> depths, std::uint32_t* codes, Exact exa
         differences |= bits ^ pattern;
         codes[i] = static_cast<std::uint32_t>(bits);
     }
-    if (differences >> 32 == 0) return;
+    return differences >> 32 == 0;
+}
+
+#if defined(__x86_64__)
+/// The same, number for number, for processors with AVX2.
+template <class Exact>
+[[gnu::target("avx2")]] bool truncateWide(std::span<const double> depths, std::uint32_t* codes,
+                                          Exact exact) noexcept
+{
+    return truncateInRange(depths, codes, exact);
+}
+const bool hasWideVectors = __builtin_cpu_supports("avx2") != 0;
+#else
+template <class Exact>
+bool truncateWide(std::span<const double> depths, std::uint32_t* codes, Exact exact) noexcept
+{
+    return truncateInRange(depths, codes, exact);
+}
+constexpr bool hasWideVectors = false;
+#endif
+
+template <class Exact>
+void truncateAll(std::span<const double> depths, std::uint32_t* codes, Exact exact) noexcept
+{
+    const bool inRange =
+        hasWideVectors ? truncateWide(depths, codes, exact) : truncateInRange(depths, codes, exact);
+    if (inRange) return;
     for (std::size_t i = 0; i < depths.size(); ++i) codes[i] = truncated(exact(depths[i]));
 }
 

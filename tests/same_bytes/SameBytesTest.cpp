@@ -103,9 +103,10 @@ std::uint64_t hashOfScenes(const Sharing& sharing)
 TEST(SameBytes, ImageFilesOfRandomScenesAreTheSameInEveryBuildAndForAnyNumberOfThreads)
 {
     for (const unsigned threads : {1, 2, 3, 8}) EXPECT_EQ(hashOfScenes({threads, 8}), knownHash) << threads;
-    for (const unsigned threads : {1, 3})
-        EXPECT_EQ(hashOfScenes({threads, 8, fillFacets}), knownHash)
-            << threads << ", vectors of any processor";
+    const FacetFills fills = runnableFacetFills();
+    for (std::size_t i = 0; i + 1 < fills.count; ++i)   // the last one has just run
+        for (const unsigned threads : {1, 3})
+            EXPECT_EQ(hashOfScenes({threads, 8, fills.all[i]}), knownHash) << threads << ", vectors " << i;
 }
 
 }   // namespace belvor::test
