@@ -111,6 +111,21 @@ TEST_F(SessionCommands, ReadAgainKeepsTheViewInTheModel)
     EXPECT_NE(zoom(), view.zoom) << "the views before are there too";
 }
 
+TEST_F(SessionCommands, AYesAboutAModelThatHasGoneMeanwhileSavesNothing)
+{
+    const TempFile image("image.omb", "old");
+    const Handle<Model> other = session.model();
+    load(box.path());
+    command(ID_INCREASEZOOM);
+    shell.chosen = ChosenFile{image.path(), 1};
+    shell.answer = [&] {
+        session.takeModel(other, box.path());
+        return SaveAnswer::yes;
+    };
+    EXPECT_FALSE(session.saving().querySave());
+    EXPECT_FALSE(session.saving().running());
+}
+
 TEST_F(SessionCommands, EscapeStopsALoadASaveAndFullScreenAtAnyMoment)
 {
     const TempFile image("image.omb", "old");

@@ -4,6 +4,7 @@
 #include "session/Session.h"
 #include "tests/render/queue/FakeHost.h"
 
+#include <functional>
 #include <string>
 
 namespace belvor::test {
@@ -12,7 +13,7 @@ namespace belvor::test {
 class QuietShell : public Shell {
 public:
     std::optional<ChosenFile> askFile(FileQuestion) override { return chosen; }
-    SaveAnswer askToSave(const std::string&) override { return SaveAnswer::no; }
+    SaveAnswer askToSave(const std::string&) override { return answer ? answer() : SaveAnswer::no; }
     std::optional<ViewEdit> askView(const ViewParameters&, const ModelPlace&, const Units&) override
     {
         return std::nullopt;
@@ -75,6 +76,7 @@ public:
     }
 
     std::optional<ChosenFile> chosen;
+    std::function<SaveAnswer()> answer;   // to the question whether to save
     std::string status, remark;
     FileStamp watched;
     bool fullScreen = false;

@@ -31,15 +31,16 @@ TEST(DXFHatch, EachKindOfEdgeBecomesChords)   // what tests/dxf_ezdxf/ does not 
         return "72 1|10 " + std::to_string(x) + "|20 " + std::to_string(y) + "|11 " + std::to_string(toX)
                + "|21 " + std::to_string(toY) + '|';
     };
-    const std::string spline = "92 1|93 1|72 4|73 0|74 0|", toCentre = line(0, -1, 0, 0);
+    const std::string spline = "92 1|93 1|72 4|73 0|74 0|",
+                      besideQuarter = line(0, -1, -1, -1) + line(-1, -1, -1, 0);
     // Columns: why, area, edges.
     const std::tuple<const char*, double, std::string> cases[] = {
         {"one line runs backwards", 6, "92 1|93 3|" + line(0, 0, 4, 0) + line(0, 3, 4, 0) + line(0, 3, 0, 0)},
         {"an open outline is closed", 6, "92 1|93 2|" + line(0, 0, 4, 0) + line(4, 0, 0, 3)},
-        {"a quarter below the x axis: stored clockwise with negated angles", polygonArea(36) / 4,
-         "92 1|93 3|72 2|10 0|20 0|40 1|50 0|51 90|73 0|" + toCentre + line(0, 0, 1, 0)},
-        {"a quarter of an ellipse, stored clockwise", polygonArea(36) / 2,
-         "92 1|93 3|72 3|10 0|20 0|11 2|21 0|40 0.5|50 0|51 90|73 0|" + toCentre + line(0, 0, 2, 0)},
+        {"a quarter below the x axis: stored clockwise with negated angles", polygonArea(36) / 4 + 1,
+         "92 1|93 4|72 2|10 0|20 0|40 1|50 0|51 90|73 0|" + besideQuarter + line(-1, 0, 1, 0)},
+        {"a quarter of an ellipse, stored clockwise", polygonArea(36) / 2 + 1,
+         "92 1|93 4|72 3|10 0|20 0|11 2|21 0|40 0.5|50 0|51 90|73 0|" + besideQuarter + line(-1, 0, 2, 0)},
         {"a spline of degree 1", 6,
          spline + "94 1|95 6|96 4|40 0|40 0|40 1|40 2|40 3|40 3|10 0|20 0|10 4|20 0|10 0|20 3|10 0|20 0"},
         {"fit points alone", 6,
