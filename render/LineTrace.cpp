@@ -82,7 +82,7 @@ public:
         if (segment.kind != LineSegment::Kind::straight) {
             open = !visible.empty();   // from its start to its end
         } else if (!pixels.none()) {
-            addRuns(pixels, visible);
+            addRuns(segment, pixels, visible);
         }
         joints.push_back(segment.to);
         atStart = atStart && pixels.none();
@@ -105,7 +105,7 @@ private:
         return segment.rule == LineRule::curve && !joints.empty() && joints.back() == segment.from;
     }
 
-    void addRuns(const SegmentPixels& pixels, std::span<const Run> visible)
+    void addRuns(const LineSegment& segment, const SegmentPixels& pixels, std::span<const Run> visible)
     {
         const std::size_t count = visible.size();
         for (std::size_t i = 0; i < count; ++i) {
@@ -121,6 +121,10 @@ private:
                 open = true;
             }
             lastPoint = pixels.pointOf(stop);
+            // Whether the part goes up to the end of the segment only the next one tells.
+            const Point<3> ends[] = {lastPoint, segment.to};
+            keepPixels(segment, pixels, {path.back(), begin},
+                       std::span(ends).first(stop == pixels.last() ? 2 : 1), stop);
             joints.clear();
             atStart = false;
             if (stop != pixels.last()) close();
@@ -129,6 +133,35 @@ private:
             count != 0 && (pixels.rising() ? visible[count - 1].high : visible[0].low) == pixels.last();
         if (!reachesEnd) close();
         joints.clear();
+    }
+
+    struct Start {
+        Point<3> point;
+        double index;
+    };
+
+    /// Adds points of the segment between `start` and the pixel `stop`, until a straight line to each of
+    /// `ends` takes its pixels. Few are needed: a line that passes just between two samples is rounded in
+    /// another way when it is counted from other ends.
+    void keepPixels(const LineSegment& segment, const SegmentPixels& pixels, Start start,
+                    std::span<const Point<3>> ends, double stop)
+    {
+        const int axis = longerAxis(segment), other = 1 - axis;
+        const auto pixelOf = [other](const Point<3>& point) { return std::floor(point[other] + 0.5); };
+        const double step = stop < start.index ? -1.0 : 1.0;
+        for (double index = start.index + step; (stop - index) * step > 0.0; index += step) {
+            const Point<3> point = pixels.pointOf(index);
+            const bool same = std::all_of(ends.begin(), ends.end(), [&](const Point<3>& to) {
+                LineSegment piece = segment;
+                piece.from = start.point;
+                piece.to = to;
+                return pixelOf(pointAt(piece, axis, index)) == pixelOf(point);
+            });
+            if (same) continue;
+            keepPixels(segment, pixels, start, std::span(&point, 1), index);
+            path.push_back(point);
+            start = {point, index};
+        }
     }
 
     /// Ends the open path at its last pixel.
