@@ -3,6 +3,7 @@
 #include "errors/Reporter.h"
 #include "render/Buffer.h"
 #include "render/LinePainter.h"
+#include "render/Pauses.h"
 #include "render/Projection.h"
 #include "render/ScreenCells.h"
 #include "scene/Camera.h"
@@ -62,8 +63,9 @@ void Frame::project(const Model& model, const Camera& camera, int width, Reporte
     const auto fraction = [count](double vertex) { return vertex / (3.0 * static_cast<double>(count)); };
     const auto positionOf = [&model](std::uint32_t i) -> const Point<3>& { return model.vertex(i).position; };
     const ScreenCells cells(width, static_cast<int>(camera.height));
-    vertices.points.resize(count);
-    vertices.cells.resize(count);
+    const auto pause = [&progress] { progress.check(2, 0, 0.0); };
+    resizeInSlices(vertices.points, count, pause);
+    resizeInSlices(vertices.cells, count, pause);
     const auto projectPiece = [&](std::size_t first, std::size_t end, const Workers::Turn& turn) {
         bool inFront = true;
         CoordinateBlock block{};

@@ -100,9 +100,9 @@ public:
         if (facets + places >= noFacet) throw std::bad_alloc();   // owners have 32 bits
         table.scene = &model;
         table.curvePlaces = points;
-        table.sources.resize(places);
+        resizeInSlices(table.sources, places, pause);
         table.kept.assign(style.trace ? places : 0, LineSegment{});
-        shades.resize(facets + places);
+        resizeInSlices(shades, facets + places, pause);
         placeShades = shades.data() + facets;
         if (points != 0) {
             projectCurves(points);
@@ -140,7 +140,7 @@ private:
 
     void projectCurves(std::uint32_t points)
     {
-        table.curvePoints.resize(points);
+        resizeInSlices(table.curvePoints, points, pause);
         const std::size_t blocks = (points + CoordinateBlock::size - 1) / CoordinateBlock::size;
         forPieces(blocks, std::max<std::size_t>(sharing.pieceSize / CoordinateBlock::size, 1),
                   [&](std::size_t number, unsigned, Pauses&) {

@@ -41,7 +41,8 @@ public:
 
     /// Gives each part to `take` with a place of its line, line by line and along each. A part ends at the
     /// line's own points in its first and last pixel, and where it holds the line's first or last pixel at
-    /// the line's end. Drawn by the rule for lines, it takes the pixels that show. Throws std::bad_alloc and what `take` throws.
+    /// the line's end. Drawn by the rule for lines, it takes the pixels that show. Throws std::bad_alloc and
+    /// what `take` throws.
     void forEachPath(const std::function<void(std::uint32_t place, Path path)>& take) const;
 
 private:

@@ -19,11 +19,11 @@ constexpr std::uint32_t none = 0xFFFFFFFF;
 /// For every vertex the first one at the same position; none for one that is not finite.
 class SamePositions {
 public:
-    SamePositions(const Model& scene, Pauses& pauses)
-        : model(scene),
-          firstOf(scene.vertexCount()),
-          table(std::bit_ceil(std::size_t{scene.vertexCount()} * 2 + 2), none)
+    SamePositions(const Model& scene, Pauses& pauses) : model(scene)
     {
+        const auto pause = [&pauses] { pauses.step(Pauses::interval); };
+        resizeInSlices(firstOf, model.vertexCount(), pause);
+        resizeInSlices(table, std::bit_ceil(std::size_t{model.vertexCount()} * 2 + 2), pause, none);
         const std::uint32_t count = model.vertexCount();
         for (std::uint32_t i = 0; i < count; i += blockSize)
             addBlock(i, std::min(i + blockSize, count), pauses);
@@ -117,9 +117,10 @@ public:
         : result(filled),
           model(scene),
           pauses(pause),
-          positions(scene, pauses),
-          newest(scene.vertexCount(), none)
+          positions(scene, pauses)
     {
+        resizeInSlices(
+            newest, scene.vertexCount(), [this] { pauses.step(Pauses::interval); }, none);
         result.outlines.reserve(model.edgeCount() / 2 + std::size_t{1});
         links.reserve(model.edgeCount() / 2 + std::size_t{1});
     }

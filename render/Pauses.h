@@ -29,4 +29,19 @@ private:
     std::size_t done = 0;
 };
 
+/// Makes a table longer, up to `size` elements, or shorter; the new ones are `value`. Calls `pause` after
+/// every megabyte: fresh memory costs time when it is first touched.
+template <class Table, class Pause>
+void resizeInSlices(Table& table, std::size_t size, const Pause& pause,
+                    const typename Table::value_type& value = {})
+{
+    constexpr std::size_t slice = (std::size_t{1} << 20) / sizeof(value);
+    table.reserve(size);
+    while (table.size() + slice < size) {
+        table.resize(table.size() + slice, value);
+        pause();
+    }
+    table.resize(size, value);
+}
+
 }   // namespace belvor

@@ -1,5 +1,6 @@
 #include "render/Shading.h"
 
+#include "render/Pauses.h"
 #include "scene/Camera.h"
 #include "scene/Light.h"
 
@@ -87,7 +88,7 @@ void shadeFacets(const Model& model, const Camera& camera, const LightSet& light
                  LargeVector<FacetShade>& shades, double& brightness, const Sharing& sharing,
                  Reporter& progress)
 {
-    shades.resize(model.facetCount());
+    resizeInSlices(shades, model.facetCount(), [&progress] { progress.check(2, 0, 2.0 / 3.0); });
     const double count = model.facetCount();
     double brightest =
         run({brightness, 2.0 / 3.0, 3.0 * count, true}, model, camera, lighting, shades, sharing, progress);
