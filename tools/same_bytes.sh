@@ -55,6 +55,7 @@ for bits in x86_64 i686; do
 done
 if ! has aarch64-linux-gnu-g++; then skip aarch64 "g++-aarch64-linux-gnu is not installed"
 elif ! has qemu-aarch64; then skip aarch64 "qemu-user is not installed"
+elif ! [ -e /usr/lib/aarch64-linux-gnu/libz.a ]; then skip aarch64 "zlib1g-dev:arm64 is not installed"
 else
     for level in 0 3; do
         try "aarch64-O$level" qemu-aarch64 --toolchain "$PWD/cmake/aarch64-linux.cmake" -DCMAKE_BUILD_TYPE=None "-DCMAKE_CXX_FLAGS=-O$level"
