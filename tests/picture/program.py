@@ -4,6 +4,7 @@ import hashlib
 import os
 import pathlib
 import shutil
+import signal
 import subprocess
 import tempfile
 import unittest
@@ -17,6 +18,9 @@ SANITIZED = bool(os.environ.get("BELVOR_SANITIZED"))
 
 PICTURES = ("omb", "png", "exr", "tif", "npy", "pfm")
 FORMATS = (*PICTURES, "svg")
+
+# A shell that starts the tests in the background has them ignore Ctrl-C, and programs pass that on to those they start.
+signal.signal(signal.SIGINT, signal.default_int_handler)
 
 # Two plates, one over the other, the upper with a hole.
 PLATES = """Y 8  0 0 0  4 0 0  4 3 0  0 3 0   1 1 1  3 1 1  3 2 1  1 2 1   0 1

@@ -16,7 +16,8 @@ BAD = "Y 3 0 0 0 1 0 0 0 1 0 1 1 2"
 BAD_VALUES = """--size= --size=8 --size=0x6 --size=8x6x4 --size=-8x6 --size=8.0x6 --type=obj --view=
     --save-view= --zoom=0 --light=6=1,2,3 --eye=1,2 --eye=1,2,3,4 --quiet=yes --edges=some --line-width=2
     --line-width=17 --line-colour=red --background=#12345 --surfaces=maybe --rows=3:3 --rows=-1:3
-    --max-memory=12 --timeout=0 --reading=lax --format=jpg --format=png --scale=1 --jobs=2"""
+    --max-memory=12 --timeout=0 --reading=lax --format=jpg --format=png --scale=1 --jobs=2
+    --threads=0 --threads=257 --threads=two"""
 WRONG_USE = (       # with the model after it, and what is told
     ("", ""), ("--size 8x6", ""), ("p.jpg", ".png"), ("png", ""), ("--size 16384x1 p.omb", "--size"),
     ("--size 1x65536 p.omb", "--size"), ("--nonsense p.png", "--nonsense"), ("-qx p.png", "no option -x"),
