@@ -2,7 +2,9 @@
 need_packages() {
     local missing=() name as_root=()
     for name in "$@"; do
-        dpkg-query -W -f='${db:Status-Status}' "$name" 2>/dev/null | grep -qx installed || missing+=("$name")
+        # Those of another processor may be there too.
+        dpkg-query -W -f='${db:Status-Status} ${Architecture}\n' "$name" 2>/dev/null |
+            grep -qxE "installed (all|$(dpkg --print-architecture))" || missing+=("$name")
     done
     [ ${#missing[@]} -gt 0 ] || return 0
     echo "installing: ${missing[*]}"
