@@ -196,7 +196,7 @@ std::FILE* openFile(const std::string& path, const char* mode) noexcept
 std::string temporaryFolder()
 {
     for (const char* const name : {"TMPDIR", "TMP", "TEMP", "TEMPDIR"})
-        if (const char* const folder = std::getenv(name)) return folder;
+        if (const char* const folder = std::getenv(name); folder && *folder != '\0') return folder;
     return "/tmp";
 }
 std::FILE* openScratchFile() noexcept { return std::tmpfile(); }

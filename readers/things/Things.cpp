@@ -13,6 +13,7 @@ namespace belvor {
 namespace {
 
 constexpr std::ptrdiff_t longestHeader = 9, longestName = 31;
+static_assert(longestName + 1 <= PlainText::longestMaterial, "a line that PlainText looks for");
 
 bool separates(char c) { return isBlank(c) || c == '@'; }
 
@@ -157,7 +158,7 @@ std::int64_t Things::readFacet(Text& text)
         pauseEvery(i);
         start = readLoop(text, normal);
     }
-    if (dot(normal, normal) == 0.0) normal = {0, 0, 1};   // its length is 0 then, and only then
+    if (normal.length() == 0.0) normal = {0, 0, 1};
     facet.plane = Plane(normal, loops < 1 ? Point<3>::origin() : model().vertex(start).position);
     return loops;
 }
