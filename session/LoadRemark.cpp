@@ -36,14 +36,6 @@ std::string reasonText(std::size_t reason)
 /// What the user can do about a row.
 enum class Remedy { none, mend, showLines, modernReading };
 
-/// Whether an entity of the type is a line or curve where it is no surface.
-bool isLine(std::string_view type) noexcept
-{
-    const DXFHandler* const handler = handlerOf(type, ReadingRules::modern, true);
-    return handler && !handler->placesBlock && type != "3DFACE" && type != "SOLID" && type != "TRACE"
-           && type != "MESH";
-}
-
 Remedy remedyOf(const Skipped& row, const ReadingOptions& options) noexcept
 {
     switch (static_cast<SkipReason>(row.reason)) {
@@ -51,7 +43,8 @@ Remedy remedyOf(const Skipped& row, const ReadingOptions& options) noexcept
     case SkipReason::layerOff:
     case SkipReason::blockInAnotherFile:
     case SkipReason::blockUnknown: return Remedy::mend;
-    case SkipReason::noSurface: return !options.curves && isLine(row.type) ? Remedy::showLines : Remedy::none;
+    case SkipReason::noSurface:
+        return !options.curves && mayBeCurve(row.type) ? Remedy::showLines : Remedy::none;
     case SkipReason::typeNotDrawn:
         if (const DXFHandler* const drawn = handlerOf(row.type, options.rules, true))
             return drawn->onlyCurves && !options.curves ? Remedy::showLines : Remedy::none;

@@ -53,4 +53,12 @@ const DXFHandler* handlerOf(std::string_view type, ReadingRules rules, bool curv
     return nullptr;
 }
 
+bool mayBeCurve(std::string_view type) noexcept
+{
+    const DXFHandler* const handler = handlerOf(type, ReadingRules::modern, true);
+    if (!handler || handler->placesBlock) return false;
+    const auto build = handler->build;
+    return build != buildAs<DXFFace> && build != buildAs<DXFSolid> && build != buildAs<DXFMesh>;
+}
+
 }   // namespace belvor

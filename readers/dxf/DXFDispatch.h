@@ -19,5 +19,7 @@ struct DXFHandler {
 
 /// The row of that type; null for types that are not drawn. `curves`: lines and curves are drawn.
 const DXFHandler* handlerOf(std::string_view type, ReadingRules rules, bool curves) noexcept;
+/// Whether an entity of that type is a line or curve where it is no surface.
+bool mayBeCurve(std::string_view type) noexcept;
 
 }   // namespace belvor
