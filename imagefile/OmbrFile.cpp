@@ -203,7 +203,7 @@ void OmbrFile::close()
     if (std::exchange(closed, true)) return;
     if (failed) throw Error(EIO);   // what is missing has been told
     writeDirectories();
-    onOutput([this] { ownOutput ? output.commit() : output.finish(); });
+    if (ownOutput) onOutput([this] { output.commit(); });
 }
 
 void OmbrFile::writeDirectories()

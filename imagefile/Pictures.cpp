@@ -82,7 +82,7 @@ void Pictures::finish(Reporter& progress)
         onFile(output->file.path(), [&] {
             if (output->vector) output->vector->addLines(shown, *this);
             output->picture->finish();
-            output->file.finish();
+            output->file.finish([&progress] { checkForStop(progress); });
         });
     }
 }

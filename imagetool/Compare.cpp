@@ -102,6 +102,7 @@ public:
     {
         file.finishPixels();
         file.finish();
+        output.finish(checkForStop);
         output.commit();
     }
 

@@ -38,6 +38,7 @@ Answer convertImage(const Words& words)
     } else {
         writePly(*image, output, checkForStop);
     }
+    output.finish(checkForStop);
     output.commit();
     return Answer::yes;
 }

@@ -109,6 +109,7 @@ Answer joinBands(const Words& words)
         const auto picture = makeImageWriter(*format, output, bands.front().header);
         for (const Band& band : bands) png ? copyPng(band, *picture) : copyOmbr(band, *picture);
         picture->finish();
+        output.finish(checkForStop);
         output.commit();
     } catch (const OmbrFile::Error& error) {
         throw FileError(target, Text::cannotWrite, error.code());

@@ -139,11 +139,11 @@ bool OutputFile::replacesContent() const noexcept { return place->hadContent; }
 
 bool OutputFile::isSeekable() const noexcept { return !place->special; }
 
-void OutputFile::finish()
+void OutputFile::finish(const std::function<void()>& goOn)
 {
     if (finished) return;
     if (!file) throw FileError(name, Text::cannotWrite, EBADF);   // it has failed before
-    int code = std::fflush(file) == 0 && flushToDisk(file) ? 0 : errno;
+    int code = std::fflush(file) == 0 && flushToDisk(file, goOn) ? 0 : errno;
     if (std::fclose(std::exchange(file, nullptr)) != 0 && code == 0) code = errno;
     if (code != 0) throw FileError(name, Text::cannotWrite, code);
     finished = true;

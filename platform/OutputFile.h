@@ -3,6 +3,7 @@
 #include "platform/FileError.h"
 
 #include <cstdio>
+#include <functional>
 #include <memory>
 #include <span>
 #include <string>
@@ -44,8 +45,10 @@ public:
     /// Whether a file that is not empty had the name when this one was begun.
     bool replacesContent() const noexcept;
 
-    /// Flushes the file to the disk and closes it. Does nothing when that is done. Throws FileError.
-    void finish();
+    /// Flushes the file to the disk and closes it. Does nothing when that is done. `goOn` is called every few
+    /// MB that reach the disk where the system tells (Linux), and else once; what it throws is passed on, and
+    /// the file can then only be deleted. Throws FileError.
+    void finish(const std::function<void()>& goOn = [] {});
     /// Finishes the file and gives it its name. Throws FileError.
     void commit();
     /// The same for several: each name has its old file or its new one at any moment, and where one

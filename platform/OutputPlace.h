@@ -48,7 +48,7 @@ public:
     bool taken = false;
 };
 
-/// Flushes to the disk, where the file lies on one; false with errno set.
-bool flushToDisk(std::FILE* file) noexcept;
+/// Flushes to the disk, where the file lies on one; false with errno set. `goOn` as for OutputFile::finish().
+bool flushToDisk(std::FILE* file, const std::function<void()>& goOn);
 
 }   // namespace belvor

@@ -249,8 +249,9 @@ void OutputFile::Place::settle() noexcept
     if (!special && existed) DeleteFileW(system->older.c_str());
 }
 
-bool flushToDisk(std::FILE* file) noexcept
+bool flushToDisk(std::FILE* file, const std::function<void()>& goOn)
 {
+    goOn();
     const auto handle = reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(file)));
     return GetFileType(handle) != FILE_TYPE_DISK || FlushFileBuffers(handle) || failed();
 }
