@@ -107,6 +107,9 @@ private:
 
     bool isModern() const noexcept { return options.rules == ReadingRules::modern; }
 
+    // DXFFaceRun.cpp: many faces at once
+    void drawRepeats(DXFTally& tally, std::string_view type);
+
     // DXFDamage.cpp: what the modern reading does about damage
     bool findsSection();
     std::string nameOfContent();
@@ -202,6 +205,8 @@ private:
     std::map<std::pair<DXFTally*, std::int32_t>, std::string_view>
         endlessEntities;   // where counted, by line
     DXFOutliers outliers;
+    unsigned facesToPass = 0;                                  // before one is made a pattern again
+    unsigned vainPatterns = 0;                                 // in a row, that hardly a face was like
     std::size_t recordedBytes = 0;                             // by the contents of blocks, complete or not
     std::uint64_t givenMet = 0, cyclesMet = 0, namesMet = 0;   // within the whole reading
     DXFUndrawn undrawn{skippedEntities, [this] { dxfStream->checkProgress(); }};

@@ -1,7 +1,10 @@
 #include "calcore/Number.h"
+#include "calcore/PlainNumber.h"
+#include "calcore/Scanner.h"
 #include "errors/BadFile.h"
 #include "readers/dxf/DXFStream.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstring>
 #include <limits>
@@ -50,7 +53,7 @@ constexpr char endOfText = '\x1A';   // Ctrl-Z, as old systems write it
 template <bool modern>
 class DXFAsciiStream final : public DXFGroupStream<DXFAsciiStream<modern>> {
     using Base = DXFGroupStream<DXFAsciiStream>;
-    using Base::begin, Base::end, Base::fileName;
+    using Base::begin, Base::end, Base::fileName, Base::here;
 
 public:
     explicit DXFAsciiStream(typename Base::Source source)
@@ -64,7 +67,17 @@ public:
 
     bool takeCode(const DXFPosition& position, DXFGroup& group)
     {
+        if (takePlainCode(position, group)) return true;
         if (position.at == end) return false;
+        codeLineEnd = position.at;   // not known: the line is looked through again
+        if constexpr (modern) return takeUnusualCode(position, group);
+        group.code = parseCode(position);
+        return true;
+    }
+
+    /// A code that is blanks and digits, alone on its line.
+    bool takePlainCode(const DXFPosition& position, DXFGroup& group) noexcept
+    {
         group.line = position.line;
         const char* p = position.at;
         while (p != end && *p == ' ') ++p;
@@ -73,14 +86,9 @@ public:
         const char* const limit =
             end - p > 5 ? p + 5 : end;   // fits 16 bits after the cast, whatever the digits
         for (; p != limit && isDigit(*p); ++p) code = code * 10 + static_cast<unsigned>(*p - '0');
-        if (p != digits && p != end && isLineEnd(*p)) {
-            codeLineEnd = p;
-            group.code = static_cast<std::uint16_t>(code);
-            return true;
-        }
-        codeLineEnd = position.at;   // not known: the line is looked through again
-        if constexpr (modern) return takeUnusualCode(position, group);
-        group.code = parseCode(position);
+        if (p == digits || p == end || !isLineEnd(*p)) return false;
+        codeLineEnd = p;
+        group.code = static_cast<std::uint16_t>(code);
         return true;
     }
 
@@ -98,12 +106,40 @@ public:
 
     void passValue(DXFPosition& position, const DXFGroup& group) { takeLine(position, group); }
 
+    // For patterns.
+    const char* codeEnd(const DXFPosition&) const noexcept { return codeLineEnd + 1; }
+    /// The bytes of the value of a real or text group, which it steps over; of a real its number.
+    std::string_view valueAt(DXFPosition& position, const DXFGroup& group)
+    {
+        const std::string_view line = takeLine(position, group);
+        if (valueTypeOf(group.code) != DXFValueType::real) return line;
+        const std::size_t first = std::min(line.find_first_not_of(' '), line.size());
+        return line.substr(first, line.find_first_of(" \t", first) - first);
+    }
+    const char* textEnd(const char* text) const noexcept { return findLineEnd(text, end); }
+    bool takeReal(const char*& at, double& value) const noexcept
+    {
+        if (plain::takeReal(at, value)) return true;
+        if (isBlank(*at)) return false;
+        Scanner<> scanner(std::string_view(at, static_cast<std::size_t>(end - at)));
+        if (!scanner.real(value)) return false;
+        at = scanner.position();
+        return true;
+    }
+    bool endOfRepeat(const char* at, std::int32_t groups, DXFPosition& position) const noexcept
+    {
+        if (here.line > largestLine - 2 * groups) return false;
+        position = {at, here.line + 2 * groups};
+        return true;
+    }
+
 private:
+    static constexpr std::int32_t largestLine = std::numeric_limits<std::int32_t>::max();
+
     /// Lines beyond 31 bits are told as the largest.
     static std::int32_t twoLinesOn(std::int32_t line) noexcept
     {
-        constexpr std::int32_t most = std::numeric_limits<std::int32_t>::max();
-        return line > most - 2 ? most : line + 2;
+        return line > largestLine - 2 ? largestLine : line + 2;
     }
 
     /// The value's line, which ends the group.

@@ -127,6 +127,38 @@ public:
 
     void passValue(DXFPosition& position, DXFGroup& group) const { takeValue(position, group); }
 
+    // For patterns.
+    bool takePlainCode(const DXFPosition& position, DXFGroup& group) const
+    {
+        return end - position.at >= 3 && takeCode(position, group);
+    }
+    const char* codeEnd(const DXFPosition& position) const noexcept
+    {
+        return position.at + codeWidth(position);
+    }
+    /// The bytes of the value of a real or text group, which it steps over.
+    std::string_view valueAt(DXFPosition& position, DXFGroup& group) const
+    {
+        takeValue(position, group);
+        return group.type == DXFValueType::real ? std::string_view(position.at - 8, 8) : group.text;
+    }
+    const char* textEnd(const char* text) const noexcept
+    {
+        const void* const zero = std::memchr(text, 0, static_cast<std::size_t>(end - text));
+        return zero ? static_cast<const char*>(zero) : end;
+    }
+    static bool takeReal(const char*& at, double& value) noexcept
+    {
+        value = real(at);
+        at += 8;
+        return true;
+    }
+    bool endOfRepeat(const char* at, std::int32_t, DXFPosition& position) const noexcept
+    {
+        go(position, at);
+        return true;
+    }
+
 private:
     std::size_t codeWidth(const DXFPosition& position) const noexcept
     {

@@ -315,6 +315,7 @@ void DXF::readEntity(DXFTally* tally, std::string_view type)
     if (!tally) return;
     if (!reasonOfEntity && !blockOfEntity && drawn() != drawnBefore) {
         tally->drawn(type);
+        if (is(type, "3DFACE")) return drawRepeats(*tally, type);
         if (options.curves && (is(type, "RAY") || is(type, "XLINE")))
             endlessEntities[{tally, dxfStream->line()}] = type;
     } else if (isCountedRecord(type)) {

@@ -12,8 +12,8 @@ DXFStream::DXFStream(Source source)
       end(begin + source.bytes.size()),
       here{begin, 1},
       name(std::move(source.name)),
-      reporter(source.reporter),
-      record(name, source.rules)
+      record(name, source.rules),
+      reporter(source.reporter)
 {
     const std::string log = name + ".log";
     if (source.logging && !isSameFile(log, name)) diagnostics = DXFLog(log);   // a link may lead back

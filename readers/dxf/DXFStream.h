@@ -1,13 +1,17 @@
 #pragma once
 
+#include "calcore/PlainNumber.h"
 #include "errors/Reporter.h"
 #include "readers/common/Reading.h"
 #include "readers/dxf/DXFLog.h"
+#include "readers/dxf/DXFPattern.h"
 #include "readers/dxf/DXFRecord.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -49,6 +53,19 @@ public:
     /// are lost: call readRecord() first when they matter.
     void pushBack() noexcept { state = State::pushedBack; }
 
+    /// Makes the current record, which has been read, the pattern of the repeats after it; false if it cannot
+    /// be one. A repeat has the same groups in the same order and the same values, but for reals and for
+    /// handles (code 5). Of its reals the first of each of `codes` are asked for.
+    virtual bool expectRepeats(std::span<const std::uint16_t> codes) = 0;
+    /// Whether the next record is a repeat, as far as that is told from text as programs write it. `values`
+    /// gets its reals in the order of the codes, and has one place more; what the record has none for stays.
+    /// A real of a binary file may be infinite or no number. Changes nothing else.
+    virtual bool isRepeat(double* values) noexcept = 0;
+    /// Steps over the repeat that isRepeat() has just found. The current record stays the one before.
+    void passRepeat() noexcept { here = repeatEnd; }
+    /// Of that repeat, before it is passed: where its groups behind the first start, and the line of that.
+    DXFPosition groupsOfRepeat() const noexcept { return {here.at + firstLength, here.line}; }
+
     /// The value and the line of the current record's first group.
     std::string_view type() const noexcept { return record.type(); }
     std::int32_t line() const noexcept { return record.line(); }
@@ -83,6 +100,11 @@ protected:
     const char* const begin;
     const char* const end;
     DXFPosition here;
+    DXFPosition recordStart;   // of the current record, unless it was pushed back
+    const std::string name;
+    DXFRecord record;
+    std::ptrdiff_t firstLength = 0;   // of the first group of the pattern
+    DXFPosition repeatEnd;
 
 private:
     enum class State { positioned, firstGroup, loaded, pushedBack };
@@ -92,9 +114,7 @@ private:
     static std::unique_ptr<DXFStream> makeBinary(Source source);   // DXFBinaryStream.cpp
     static bool isBinaryFile(std::string_view bytes) noexcept;     // has the 22 bytes that mark a binary file
 
-    const std::string name;
     Reporter& reporter;
-    DXFRecord record;
     DXFLog diagnostics;
     State state = State::positioned;
 };
@@ -112,6 +132,9 @@ public:
     void readGroupValue(DXFGroup& group) final { encoding().takeValue(here, group); }
     void skipGroupValue(DXFGroup& group) final { encoding().passValue(here, group); }
 
+    bool expectRepeats(std::span<const std::uint16_t> codes) final;
+    bool isRepeat(double* values) noexcept final;
+
 private:
     bool takeRecordStart(DXFGroup& group) final
     {
@@ -120,6 +143,7 @@ private:
         bool found = false;
         for (std::uint32_t passed = 1; !found && encoding().takeCode(position, group); ++passed) {
             found = startsRecord(group.code);
+            if (found) recordStart = position;
             if (found) encoding().takeValue(position, group);
             else encoding().passValue(position, group);
             if (passed % groupsBetweenReports == 0) reportAt(position);
@@ -151,6 +175,54 @@ private:
     }
 
     Encoding& encoding() noexcept { return static_cast<Encoding&>(*this); }
+
+    DXFPattern pattern;
+    std::int32_t groupsOfPattern = 0;
 };
+
+template <class Encoding>
+bool DXFGroupStream<Encoding>::expectRepeats(std::span<const std::uint16_t> codes)
+{
+    constexpr std::size_t mostGroups = 100;
+    constexpr std::uint16_t handle = 5;
+    const std::span<const DXFGroup> groups = record.groups();
+    if (groups.size() > mostGroups) return false;
+    DXFPosition position = recordStart;
+    pattern.begin(position.at);
+    DXFGroup group;
+    for (const DXFGroup& known : groups) {
+        if (!encoding().takePlainCode(position, group) || group.code != known.code) return false;
+        const std::string_view value = encoding().valueAt(position, group);
+        if (&known == groups.data()) firstLength = position.at - recordStart.at;
+        if (known.type == DXFValueType::real) {
+            const auto asked = std::find(codes.begin(), codes.end(), known.code);
+            const bool counts = asked != codes.end() && record.find(known.code) == &known;
+            const std::ptrdiff_t slot = (counts ? asked : codes.end()) - codes.begin();
+            pattern.add(value, DXFPattern::Value::real, static_cast<std::size_t>(slot));
+        } else if (known.code == handle) {
+            pattern.add(value, DXFPattern::Value::text);
+        }
+    }
+    groupsOfPattern = static_cast<std::int32_t>(groups.size());
+    if (position.at != here.at || !encoding().takePlainCode(position, group)) return false;
+    pattern.finish(position.at, encoding().codeEnd(position));
+    return true;
+}
+
+template <class Encoding>
+bool DXFGroupStream<Encoding>::isRepeat(double* values) noexcept
+{
+    const char* at = here.at;
+    for (const DXFPattern::Part& part : pattern.parts()) {
+        const std::size_t length = part.bytes.size();
+        if (static_cast<std::size_t>(end - at) < length + plain::longestReal || !part.startsAt(at))
+            return false;
+        if (part.value == DXFPattern::Value::none) break;
+        at += length;
+        if (part.value == DXFPattern::Value::text) at = encoding().textEnd(at);
+        else if (!encoding().takeReal(at, values[part.slot])) return false;
+    }
+    return encoding().endOfRepeat(at + pattern.endLength(), groupsOfPattern, repeatEnd);
+}
 
 }   // namespace belvor

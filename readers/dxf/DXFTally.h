@@ -37,11 +37,11 @@ public:
 
     /// Counts a record that was met and no more is known of.
     void met(std::string_view type) { ++row(type).read; }
-    void drawn(std::string_view type)
+    void drawn(std::string_view type, std::uint64_t times = 1)
     {
         EntityCount& count = row(type);
-        ++count.read;
-        ++count.drawn;
+        count.read += times;
+        count.drawn += times;
     }
     /// One of those that were counted as drawn is not.
     void undrawn(std::string_view type)

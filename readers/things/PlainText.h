@@ -1,12 +1,10 @@
 #pragma once
 
-#include "calcore/Number.h"
+#include "calcore/PlainNumber.h"
 #include "calcore/Point.h"
 
-#include <bit>
 #include <cstdint>
 #include <cstring>
-#include <iterator>
 #include <string_view>
 
 namespace belvor {
@@ -43,8 +41,9 @@ public:
     /// from 0 and are below `vertices`.
     bool takeFacet(std::string_view material, std::uint32_t vertices, Facet& facet) noexcept
     {
-        constexpr std::ptrdiff_t longest = 3 + longestMaterial + 2 + Facet::mostCorners * (1 + digitsAtOnce);
-        if (end - at < longest + digitsAtOnce) return false;
+        constexpr std::ptrdiff_t longest =
+            3 + longestMaterial + 2 + Facet::mostCorners * (1 + plain::digitsAtOnce);
+        if (end - at < longest + plain::digitsAtOnce) return false;
         const char* p = at;
         if (*p == '\n') ++p;
         if (p[0] != '1' || p[1] != ' ' || !startsWith(p + 2, material)) return false;
@@ -54,7 +53,7 @@ public:
         for (unsigned i = 0; i < facet.count; ++i) {
             if (*p++ != ' ') return false;
             std::uint64_t number;
-            const unsigned digits = leadingDigits(p, number);
+            const unsigned digits = plain::leadingDigits(p, number);
             p += digits;
             if (digits == 0 || isDigit(*p) || number - 1 >= vertices) return false;
             facet.corners[i] = static_cast<std::uint32_t>(number - 1);
@@ -65,57 +64,13 @@ public:
     static constexpr std::ptrdiff_t longestMaterial = 32;   ///< With the line's end.
 
 private:
-    static constexpr std::ptrdiff_t digitsAtOnce = 8, longestReal = 2 + 2 * digitsAtOnce + 1 + digitsAtOnce;
+    static constexpr std::ptrdiff_t longestReal = 1 + plain::longestReal;
 
-    /// How many of the first eight characters at `p` are digits before any other, and their number.
-    static unsigned leadingDigits(const char* p, std::uint64_t& number) noexcept
-    {
-        if constexpr (std::endian::native == std::endian::little) {
-            std::uint64_t word;
-            std::memcpy(&word, p, sizeof word);
-            word ^= 0x3030303030303030u;   // the value of each digit, in a byte of its own
-            const std::uint64_t others = ((word + 0x7676767676767676u) | word) & 0x8080808080808080u;
-            const auto count = static_cast<unsigned>(std::countr_zero(others)) / 8;
-            if (count == 0) return 0;
-            word <<= 64 - 8 * count;
-            word = word * 10 + (word >> 8);   // pairs of digits
-            number = ((word & 0xFF000000FFu) * (100 + (1000000ull << 32))
-                      + ((word >> 16) & 0xFF000000FFu) * (1 + (10000ull << 32)))
-                     >> 32;
-            return count;
-        } else {
-            number = 0;
-            unsigned count = 0;
-            for (; count < digitsAtOnce && isDigit(p[count]); ++count)
-                number = number * 10 + static_cast<std::uint64_t>(p[count] - '0');
-            return count;
-        }
-    }
-
-    /// Up to eight digits, perhaps a point and up to seven more.
     static bool takeReal(const char*& from, double& value) noexcept
     {
         const char* p = from;
         if (*p == ' ' || *p == '\n') ++p;
-        const bool negative = *p == '-';
-        p += negative;
-        std::uint64_t mantissa;
-        const unsigned digits = leadingDigits(p, mantissa);
-        if (digits == 0) return false;
-        p += digits;
-        unsigned decimals = 0;
-        if (*p == '.') {
-            std::uint64_t fraction = 0;
-            decimals = leadingDigits(++p, fraction);
-            p += decimals;
-            static constexpr std::uint64_t powers[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000};
-            if (decimals >= std::size(powers)) return false;
-            if (decimals != 0) mantissa = mantissa * powers[decimals] + fraction;
-        }
-        static constexpr double scales[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7};
-        if (isDigit(*p) || *p == 'e' || *p == 'E') return false;
-        const double size = static_cast<double>(mantissa) / scales[decimals];   // both exact
-        value = negative ? -size : size;
+        if (!plain::takeReal(p, value)) return false;
         from = p;
         return true;
     }

@@ -96,26 +96,6 @@ TEST(DXFDamage, TextAsEditorsSaveItIsRead)
             << end;
 }
 
-/// The drawing as a binary file. A value "#4" is of that many zero bytes, "%bytes" of a byte with their
-/// number and the bytes, 0 or 1 under the code of a coordinate a real, anything else a text.
-std::string binary(const std::string& groups, bool twoBytes)
-{
-    std::string bytes("AutoCAD Binary DXF\r\n\x1a\0", 22);
-    std::istringstream lines(dxfText(groups));
-    for (std::string code, value; std::getline(lines, code) && std::getline(lines, value);) {
-        const int number = std::stoi(code);
-        if (!twoBytes && number >= 255) bytes += '\xff';
-        bytes += static_cast<char>(number & 0xFF);
-        if (twoBytes || number >= 255) bytes += static_cast<char>(number >> 8);
-        if (value.starts_with('#')) bytes.append(std::stoul(value.substr(1)), '\0');
-        else if (value.starts_with('%')) bytes += static_cast<char>(value.size() - 1) + value.substr(1);
-        else if (number >= 10 && number < 60)
-            bytes += std::string(6, '\0') + (value == "1" ? "\xf0\x3f" : std::string(2, '\0'));
-        else bytes += value + '\0';
-    }
-    return bytes;
-}
-
 TEST(DXFDamage, BinaryValuesHaveTheirCurrentWidths)
 {
     // Each of these groups is as wide as it is in today's drawings, or what follows is not found.
@@ -125,8 +105,8 @@ TEST(DXFDamage, BinaryValuesHaveTheirCurrentWidths)
     const std::string whole = sectionOf("ENTITIES", face("0", groups)) + "0 EOF";
     for (const bool twoBytes : {false, true})
         for (const char* const before : {"", "999 a comment|", "5 1F|999 another|", "70 #2|40 1|"})
-            EXPECT_EQ(repairsOf(binary(before + whole, twoBytes)), "1 facets") << before << twoBytes;
-    std::string cut = binary(sectionOf("ENTITIES", face()) + "0 EOF", true);
+            EXPECT_EQ(repairsOf(binaryDXF(before + whole, twoBytes)), "1 facets") << before << twoBytes;
+    std::string cut = binaryDXF(sectionOf("ENTITIES", face()) + "0 EOF", true);
     cut.resize(cut.size() - 40);
     EXPECT_TRUE(repairsOf(cut).starts_with("0 facets")) << repairsOf(cut);
     EXPECT_NE(repairsOf(cut).find("the reading ends here: read past end-of-file"), std::string::npos)

@@ -5,7 +5,10 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <cmath>
+#include <cstdint>
+#include <cstdlib>
 #include <exception>
 #include <sstream>
 #include <string>
@@ -38,6 +41,27 @@ inline std::string dxfText(std::string_view groups)
         text.append(group.substr(std::min(blank + 1, group.size()))) += '\n';
     }
     return text;
+}
+
+/// The groups as a binary file. A value "#4" is of that many zero bytes, "%bytes" of a byte with their number
+/// and the bytes, under the code of a coordinate a real, anything else a text.
+inline std::string binaryDXF(const std::string& groups, bool twoBytes)
+{
+    std::string bytes("AutoCAD Binary DXF\r\n\x1a\0", 22);
+    std::istringstream lines(dxfText(groups));
+    for (std::string code, value; std::getline(lines, code) && std::getline(lines, value);) {
+        const int number = std::stoi(code);
+        if (!twoBytes && number >= 255) bytes += '\xff';
+        bytes += static_cast<char>(number & 0xFF);
+        if (twoBytes || number >= 255) bytes += static_cast<char>(number >> 8);
+        if (value.starts_with('#')) bytes.append(std::stoul(value.substr(1)), '\0');
+        else if (value.starts_with('%')) bytes += static_cast<char>(value.size() - 1) + value.substr(1);
+        else if (number >= 10 && number < 60) {
+            const auto real = std::bit_cast<std::uint64_t>(std::strtod(value.c_str(), nullptr));
+            for (int shift = 0; shift < 64; shift += 8) bytes += static_cast<char>(real >> shift & 0xFF);
+        } else bytes += value + '\0';
+    }
+    return bytes;
 }
 
 /// A triangle (0 0 0) (1 0 0) (0 1 0).

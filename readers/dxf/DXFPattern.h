@@ -1,0 +1,82 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+#include <vector>
+
+namespace belvor {
+
+/// The bytes of a record as a pattern for the records after it: drawings come in runs of records that differ
+/// in their reals alone, and in their handles. Between such values lie fixed bytes, with codes, line ends
+/// and values of other kinds. The bytes are the file's.
+class DXFPattern {
+public:
+    /// What follows the fixed bytes of a part.
+    enum class Value : std::uint8_t { none, real, text };
+
+    struct Part {
+        std::string_view bytes;
+        Value value = Value::none;
+        std::size_t slot = 0;   ///< Where a real goes.
+
+        /// Whether they stand at `at`, where at least eight bytes more follow.
+        bool startsAt(const char* at) const noexcept
+        {
+            if (bytes.size() > sizeof(std::uint64_t)) return std::memcmp(at, bytes.data(), bytes.size()) == 0;
+            return ((wordAt(at) ^ word) & mask) == 0;
+        }
+
+    private:
+        friend class DXFPattern;
+        static std::uint64_t wordAt(const char* at) noexcept
+        {
+            std::uint64_t word;
+            std::memcpy(&word, at, sizeof word);
+            return word;
+        }
+        std::uint64_t word = 0, mask = 0;   // of short ones
+    };
+
+    /// Begins again, with a record whose first bytes are at `start`.
+    void begin(const char* start)
+    {
+        partsOfRecord.clear();
+        fixed = start;
+    }
+    /// The fixed bytes go up to the value of a group, which ends at `valueEnd`.
+    void add(std::string_view value, Value kind, std::size_t slot = 0)
+    {
+        addFixed(value.data(), kind, slot);
+        fixed = value.data() + value.size();
+    }
+    /// The record ends at `end`; the code after it, up to `codeEnd`, belongs to the pattern.
+    void finish(const char* end, const char* codeEnd)
+    {
+        lengthOfEnd = static_cast<std::size_t>(end - fixed);
+        addFixed(codeEnd, Value::none, 0);
+    }
+
+    const std::vector<Part>& parts() const noexcept { return partsOfRecord; }
+    /// Of the last part, without the code after the record.
+    std::size_t endLength() const noexcept { return lengthOfEnd; }
+
+private:
+    void addFixed(const char* to, Value kind, std::size_t slot)
+    {
+        Part& part = partsOfRecord.emplace_back();
+        part.bytes = {fixed, static_cast<std::size_t>(to - fixed)};
+        part.value = kind;
+        part.slot = slot;
+        if (part.bytes.size() > sizeof part.word) return;
+        std::memcpy(&part.word, part.bytes.data(), part.bytes.size());
+        std::memset(&part.mask, 0xFF, part.bytes.size());
+    }
+
+    std::vector<Part> partsOfRecord;
+    const char* fixed = nullptr;   // where those of the next part start
+    std::size_t lengthOfEnd = 0;
+};
+
+}   // namespace belvor

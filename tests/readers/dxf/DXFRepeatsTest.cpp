@@ -1,0 +1,94 @@
+#include "tests/readers/dxf/DXFText.h"
+#include "tests/support/Reporters.h"
+
+#include <gtest/gtest.h>
+
+#include <utility>
+
+namespace belvor::test {
+namespace {
+
+/// All that a reading gives, to the last bit; of a refused one the fault.
+std::string everythingOf(const std::string& bytes, const ReadingOptions& how)
+{
+    RecordingReporter reporter;
+    std::ostringstream text;
+    text.precision(17);
+    try {
+        const Reading read = readDXF(bytes, reporter, how);
+        for (std::uint32_t i = 0; i < read.model->facetCount(); ++i) {
+            const Facet& facet = read.model->facet(i);
+            text << facet.material->name << ' ' << facet.plane.offset() << ':';
+            for (const Point<3>& corner : cornersOf(*read.model, i))
+                text << ' ' << corner[0] << ' ' << corner[1] << ' ' << corner[2];
+        }
+        text << accountOf(read.account);
+        for (const Repair& repair : read.account.repairs) text << repair.position << repair.text;
+    } catch (const std::exception& fault) {
+        text << fault.what();
+    }
+    for (const auto& [stages, stage, fraction] : reporter.calls) text << ' ' << fraction;
+    return text.str();
+}
+
+/// Forty faces, of which the middle one has `odd` instead of its first corner. Those beside each other have
+/// the same comment or never do.
+std::string faces(const std::string& odd, bool repeat)
+{
+    std::string groups;
+    for (int i = 0; i < 40; ++i) {
+        const std::string n = std::to_string(i), z = std::to_string(i * 0.37);
+        groups += "0 3DFACE|5 " + std::to_string(i * 7) + "|8 A|" + (i == 20 ? odd : "10 0|20 " + z + "|30 0")
+                  + "|11 -" + n + ".12345678|21 0|31 12345678." + n + "|12 " + z + "|22 " + n
+                  + "|32 0|13 0|23 " + n + ".5|33 0|999 " + (repeat || i % 2 ? "a|" : "b|");
+    }
+    return "0 SECTION|2 ENTITIES|" + groups;
+}
+
+const std::string end = "0 ENDSEC|0 EOF";
+
+TEST(DXFRepeats, AreReadAsIfEachRecordStoodAlone)
+{
+    const char* const oddOnes[] = {
+        "10 1|20 2|30 3",
+        "10 1|20 2",
+        "20 2|10 1|30 3",
+        "10 1|20 x|30 3",
+        "10 1|20 2,5|30 3",
+        "10  1 |20 2\t|30",
+        "10 +1|20 .5|30 5.",
+        "10 1e1|20 2|30 -0.0",
+        "10 1e308|20 -1e308|30 0",
+        "10 nan|20 1|30 0",
+        "10 99999999.99999999|20 0.1234567890123456|30 0.00000000000000001",
+        "10 123456789012|20 1.5e|30 1-2",
+        "10 1|20 2|30 3|10 5",
+        "10 1|20 2|30 3|62 x",
+        "10 1|20 2|30 3|60 1",
+        "10 1|20 2|30 3|67 1",
+        "10 1|20 2|30 3|8 B",
+        "10 1 x|20 2|30 3",
+        "10 1|20|30 3",
+        "10 1|20 2|30 3|0 LINE",
+    };
+    for (const ReadingRules rules : {ReadingRules::strict, ReadingRules::modern})
+        for (const char* const odd : oddOnes) {
+            const std::string alike = faces(odd, true), unlike = faces(odd, false);
+            std::string crlf[] = {dxfText(alike + end), dxfText(unlike + end)};
+            for (std::string& text : crlf)
+                for (std::size_t at = 0; (at = text.find('\n', at)) != std::string::npos; at += 2)
+                    text.insert(at, 1, '\r');
+            const std::pair<std::string, std::string> encodings[] = {
+                {dxfText(alike + end), dxfText(unlike + end)},
+                {crlf[0], crlf[1]},
+                {dxfText(alike + "|x x"), dxfText(unlike + "|x x")},
+                {binaryDXF(alike + end, true), binaryDXF(unlike + end, true)},
+                {binaryDXF(alike + end, false), binaryDXF(unlike + end, false)},
+            };
+            for (const auto& [run, single] : encodings)
+                EXPECT_EQ(everythingOf(run, {.rules = rules}), everythingOf(single, {.rules = rules})) << odd;
+        }
+}
+
+}   // namespace
+}   // namespace belvor::test
