@@ -38,6 +38,11 @@ protected:
         program().send(control(number), WM_CLEAR);
         for (const wchar_t c : toWide(text)) program().send(control(number), WM_CHAR, c);
     }
+    bool isMarked(int field)
+    {
+        const Picture shown = screenOf(control(field));
+        return shown.at(shown.width - 4, shown.height / 2) == 0xFFD0D0;   // pale red
+    }
 
     HWND dialog = nullptr;
 };
@@ -63,7 +68,10 @@ TEST_F(DialogsTest, ImageSizeOffersSizesAndSaysWhatTheyTake)
     const HWND first = FindWindowExW(nullptr, nullptr, L"#32770", L"Ombr File Image Size");
     EXPECT_FALSE(FindWindowExW(nullptr, first, L"#32770", L"Ombr File Image Size")) << "a second dialog";
     type(ID_WIDTH, "1000");
+    type(ID_HEIGHT, "0");
+    EXPECT_TRUE(eventually([&] { return isMarked(ID_HEIGHT) && !isMarked(ID_WIDTH); }, 2000));
     type(ID_HEIGHT, "500");
+    EXPECT_TRUE(eventually([&] { return !isMarked(ID_HEIGHT); }, 2000));
     end(IDOK);
     EXPECT_EQ(clientSize(drawing()).height, 304) << "the drawing area takes the new proportions";
     openSizes();
@@ -122,11 +130,7 @@ TEST_F(DialogsTest, AFieldThatIsReadAsAnotherNumberIsMarked)
                                              {ID_ZOOM, "180", true},
                                              {ID_ZOOM, "179", false}}) {
         type(field, text);
-        const auto marked = [&, field = field] {
-            const Picture shown = screenOf(control(field));
-            return shown.at(shown.width - 4, shown.height / 2) == 0xFFD0D0;   // pale red
-        };
-        EXPECT_TRUE(eventually([&, wrong = wrong] { return marked() == wrong; }, 2000))
+        EXPECT_TRUE(eventually([&, field = field, wrong = wrong] { return isMarked(field) == wrong; }, 2000))
             << field << ' ' << text;
     }
     end(IDCANCEL);

@@ -56,9 +56,12 @@ void ImageSizeDialog::update(const PixelCounts& asked)
 
 void ImageSizeDialog::fieldChanged(int control)
 {
-    if (writing) return;
-    const PixelCounts now = shown();
-    update(control == ID_WIDTH ? PixelCounts{now.width, 0} : PixelCounts{0, now.height});
+    if (!writing) {
+        const PixelCounts now = shown();
+        update(control == ID_WIDTH ? PixelCounts{now.width, 0} : PixelCounts{0, now.height});
+    }
+    const bool unused = GetDlgItemInt(window(), control, nullptr, FALSE) == 0;
+    marks.check(window(), control, ".", unused ? textOf(Text::sizeUnused) : "");
 }
 
 void ImageSizeDialog::apply()

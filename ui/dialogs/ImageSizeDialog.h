@@ -2,6 +2,7 @@
 
 #include "ui/dialogs/ImageSizes.h"
 #include "ui/dialogs/ModelessDialog.h"
+#include "ui/dialogs/NumberMarks.h"
 #include "view/ViewCommands.h"
 
 #include <string>
@@ -20,6 +21,7 @@ private:
     void initialise() override;
     void command(int control, int notification) override;
     void apply() override;
+    HBRUSH fieldBackground(HDC dc, HWND field) override { return marks.brush(dc, field); }
     PixelCounts shown() const;
     void update(const PixelCounts& asked);
     void fieldChanged(int control);
@@ -27,6 +29,7 @@ private:
     PixelCounts initial;
     std::string format;     // of the disk space
     bool writing = false;   // a field is being written by the dialog itself
+    NumberMarks marks;
 };
 
 }   // namespace belvor
