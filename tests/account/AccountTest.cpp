@@ -6,24 +6,6 @@ using namespace belvor;
 
 namespace {
 
-TEST(Account, UnreadableTypesShareOneRow)
-{
-    const std::pair<std::string, bool> cases[] = {{"ACAD_TABLE", true},
-                                                  {std::string(64, 'A'), true},
-                                                  {"line", false},
-                                                  {"A", false},
-                                                  {"", false},
-                                                  {"3D FACE", false},
-                                                  {std::string("\x40\x10\0\x7f", 4), false},
-                                                  {std::string(65, 'A'), false}};
-    for (const auto& [type, readable] : cases) {
-        Account account;
-        account.entity(type).read = 7;
-        EXPECT_EQ(account.entities.begin()->first, readable ? type : "?");
-        EXPECT_EQ(account.read(), 7u) << type;
-    }
-}
-
 TEST(Account, AHostileFileIsCountedInBoundedMemory)
 {
     Account account;

@@ -18,7 +18,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <map>
-#include <new>
 #include <string>
 #include <vector>
 
@@ -63,20 +62,6 @@ std::FILE* __wrap_fopen(const char* path, const char* mode)
 }
 std::FILE* __wrap_fdopen(int file, const char* mode) { return fails() ? nullptr : __real_fdopen(file, mode); }
 }
-
-// Those of the standard library, which the linker's wrappers do not reach, call these.
-void* operator new(std::size_t size)
-{
-    if (void* const memory = std::malloc(size == 0 ? 1 : size)) return memory;
-    throw std::bad_alloc();
-}
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept
-{
-    return std::malloc(size == 0 ? 1 : size);
-}
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
-void operator delete(void* memory, const std::nothrow_t&) noexcept { std::free(memory); }
 
 using namespace belvor;
 

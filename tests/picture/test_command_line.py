@@ -19,7 +19,7 @@ BAD_VALUES = """--size= --size=8 --size=0x6 --size=8x6x4 --size=-8x6 --size=8.0x
     --max-memory=12 --timeout=0 --reading=lax --format=jpg --format=png --scale=1 --jobs=2
     --threads=0 --threads=257 --threads=two"""
 WRONG_USE = (       # with the model after it, and what is told
-    ("", ""), ("--size 8x6", ""), ("p.jpg", ".png"), ("png", ""), ("--size 16384x1 p.omb", "--size"),
+    ("", ""), ("--size 8x6", ""), ("p.jpg", ".png"), ("p.pngx", ".png"), ("a.png/b", ".png"), ("png", ""), ("--size 16384x1 p.omb", "--size"),
     ("--size 1x65536 p.omb", "--size"), ("--nonsense p.png", "--nonsense"), ("-qx p.png", "no option -x"),
     ("p.png p.png", "twice"), ("p.omb ./p.omb", "twice"), ("--save-view plates.thf", "plates.thf"),
     ("--save-view ./p.omb p.omb", "p.omb"), ("plates.unknown p.png", ""), ("--type things p.omb p.omb", ""),
@@ -69,7 +69,7 @@ class CommandLine(Folder):
             self.assertEqual((done.returncode, done.stderr), (0, ""), option)
         self.assertEqual(done.stdout, "belvor-render 1.2.0\n")
         self.write("-minus.thf", PLATES)
-        self.render("-s8x6", "--type=THINGS", "-o", "a.png", "--output=b.png", "--", "-minus.thf", "c.PNG")
+        self.render("-s8x6", "--type=THINGS", "-o", "a.png", "--output=b.png", "--", "-minus.thf", "c.PNG", "d.Tiff")
         self.assertEqual(read_png(self.read("a.png"))[:2], (8, 6))
         self.assertEqual({self.read(name) for name in ("a.png", "b.png", "c.PNG")}, {self.read("a.png")})
 
@@ -80,8 +80,8 @@ class CommandLine(Folder):
                          "belvor-render: cut.bvp, line 6: the ground light is missing or cannot be read; "
                          "it and all behind it are taken as not given\n")
         self.write("wire.thf", "Y 3 0 0 0 1 0 0 0 1 0 1 1 2 Wire\n0")
-        self.assertIn("no surfaces to draw", self.remarks("--size", "7x5", "wire.thf", "w.png"))
-        self.assertEqual(read_png(self.read("w.png")), (7, 5, bytes(7 * 5 * 3)))
+        self.assertIn("no surfaces to draw", self.remarks("--size", "7x5", "--background=#ffeedd", "wire.thf", "w.png"))
+        self.assertEqual(read_png(self.read("w.png")), (7, 5, b"\xff\xee\xdd" * 7 * 5))
         for power in (76, 307):
             self.write("huge.thf", f"Y 3 -1e{power} 0 0 1e{power} 0 0 0 1e{power} 0 0 1 1 S\n3 1 2 3\n")
             self.assertEqual(self.remarks("huge.thf", "a.png"), "belvor-render: huge.thf: "

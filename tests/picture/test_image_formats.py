@@ -5,12 +5,11 @@ import pathlib
 import struct
 import subprocess
 import tempfile
-import threading
 import unittest
 
 from files import Ombr
 from foreign_readers import build_openexr_reader
-from program import PICTURES, PLATES, WINDOWS, Folder, view_text
+from program import PICTURES, PLATES, Folder, view_text
 
 HERE = pathlib.Path(__file__).resolve().parent
 SYSTEM_PYTHON = "/usr/bin/python3"
@@ -92,7 +91,7 @@ class ImageFormats(Folder):
         found = struct.unpack(f"<{WIDTH * HEIGHT}I", self.foreign("openexr", "p.exr", "number"))
         self.assertEqual(list(found), [ids.get(number, 0) for number in self.ombr.pixels(2)])
 
-    def test_points_from_distances_lie_in_their_facets(self):
+    def test_cameras_lead_from_points_to_their_pixels(self):
         for parallel in (0, 1):
             self.draw(parallel)
             ombr = self.ombr
@@ -106,33 +105,13 @@ class ImageFormats(Folder):
             self.assertEqual(tuple(camera["origin" if parallel else "eye"]), ombr.eye)
             to_screen = struct.unpack("<16f", self.foreign("openexr", "p.exr", "text worldToNDC"))
             to_camera = struct.unpack("<16f", self.foreign("openexr", "p.exr", "text worldToCamera"))
-            step = (ombr.far - ombr.near) / 4294967294
-            upper = {number for number, _, name in ombr.materials if name != "Lower"}
             for i, (code, number, distance) in enumerate(zip(ombr.pixels(1), ombr.pixels(2), self.distances)):
                 self.assertEqual(code == 4294967295, number == 0)
                 if number == 0:
                     continue
-                column, row, is_upper = i % WIDTH, i // WIDTH, number in upper
-                x, y, z = point = ombr.point(column, row, code)
-                deeper = ombr.point(column, row, code + 1)
-                self.assertLessEqual(abs(z - is_upper), min(3 * step, abs(deeper[2] - z) + 1e-12))
-                across, along = abs(x - 2), abs(y - 1.5)        # from the middle; a slack of a pixel or two
-                self.assertTrue(across < 2.2 - is_upper and along < 1.7 - is_upper, point)
-                self.assertFalse(is_upper and across < 0.3 and along < 0.05, point)        # the hole
+                column, row = i % WIDTH, i // WIDTH
+                point = ombr.point(column, row, code)
                 sx, sy, _, w = (times(to_screen, axis, point) for axis in range(4))
                 self.assertAlmostEqual(sx / w * WIDTH, column + 0.5, delta=1e-3)
                 self.assertAlmostEqual(sy / w * HEIGHT, row + 0.5, delta=1e-3)
                 self.assertAlmostEqual(times(to_camera, 2, point), distance, delta=1e-5)
-
-    @unittest.skipIf(WINDOWS, "named pipes of another kind")
-    def test_a_pipe_gets_the_bytes_of_the_file(self):
-        self.draw()
-        for name in PICTURES:
-            pipe, content = f"pipe.{name}", []
-            os.mkfifo(self.folder / pipe)
-            process = self.start("--quiet", *self.call, pipe)
-            reader = threading.Thread(target=lambda: content.append(self.read(pipe)), daemon=True)
-            reader.start()
-            reader.join(60)
-            self.assertEqual(process.wait(60), 0)
-            self.assertEqual(content, [self.read(f"p.{name}")], name)

@@ -10,14 +10,18 @@ SCHEMA = jsonschema.Draft7Validator(json.loads((ROOT / "docs/report.schema.json"
 FACE = "0 3DFACE 8 W 10 0 20 0 30 0 11 1 21 0 31 0 12 0 22 1 32 0 "
 LINE = "0 LINE 8 W 10 0 20 0 11 1 21 0 "
 CIRCLE = "0 CIRCLE 8 W 10 1 "       # which lacks its y
-MESH = "0 MESH 8 W 91 0 92 3 10 0 20 0 30 0 10 1 20 0 30 0 10 0 20 1 30 0 93 4 90 3 90 0 90 1 90 2 94 0 95 0 "
+FOREIGN = (      # (how a file starts, what it looks like)
+    (b"PK\3\4\x14\0", "a zip archive"), (b"AC1032\0\0", "a DWG drawing"), (b"AC2.10\0\0", "a DWG drawing"),
+    (b"%PDF-1.7\n", "a PDF document"), (b"<?xml version='1.0'?>", "an XML document"),
+    (b"\xff\xfe0\0\n\0", "text in UTF-16"), (b"\xfe\xff\0 ", "text in UTF-16"),
+    (b" \0 \x000\0\r\0", "text in UTF-16"), (b"\0 \0 \x000\0\r", "text in UTF-16"), (bytes(64), ""), (b"x", ""),
+)
 
 
 class Reports(Folder):
     def setUp(self):
         super().setUp()
-        for name, entities in (("face", FACE + LINE), ("line", LINE), ("bad", FACE + CIRCLE),
-                               ("circle", CIRCLE), ("mesh", MESH)):
+        for name, entities in (("face", FACE + LINE), ("line", LINE), ("bad", FACE + CIRCLE), ("circle", CIRCLE)):
             text = f"0 SECTION 2 ENTITIES {entities}0 ENDSEC 0 EOF "
             self.write(f"{name}.dxf", text.replace(" ", "\n"))
 
@@ -36,19 +40,21 @@ class Reports(Folder):
         return report
 
     def test_tells_what_was_read_and_written(self):
-        report = self.report("face.dxf", "a.png", "b.omb", "--save-view", "v.bvp")
+        call = "face.dxf a.png b.omb --save-view v.bvp --eye 1,2,3 --look-at 0,0,0.5 --zoom 0.5 --parallel".split()
+        report = self.report(*call)
         self.assertEqual(" ".join(report), "schema program file reading units bounds facets entities repairs "
                          "materials blocks warnings camera outputs")
         self.assertEqual(report["entities"], [
             {"type": "3DFACE", "read": 1, "drawn": 1, "skipped": []},
             {"type": "LINE", "read": 1, "drawn": 0, "skipped": [{"reason": "no surface", "count": 1}]}])
         self.assertEqual((report["reading"], report["facets"]), ("strict", 1))
+        self.assertEqual(report["camera"], {"projection": "parallel", "eye": [1, 2, 3], "lookAt": [0, 0, 0.5], "zoom": 0.5})
         self.assertEqual([(material["name"], material["facets"]) for material in report["materials"]], [("W", 1)])
         for file, name in zip([report["file"], *report["outputs"]], ["face.dxf", "a.png", "b.omb", "v.bvp"], strict=True):
             data = self.read(name)
             self.assertEqual(file, {"name": name, "bytes": len(data), "sha256": hashlib.sha256(data).hexdigest()})
         first = self.read("report.json")
-        self.report("face.dxf", "a.png", "b.omb", "--save-view", "v.bvp")
+        self.report(*call)
         self.assertEqual(self.read("report.json"), first)
         self.assertEqual(list(self.report("--timing", "face.dxf", "a.png")["timing"]), ["read", "render"])
 
@@ -72,27 +78,20 @@ class Reports(Folder):
                 ("circle.dxf --reading modern --fail-repaired --fail-empty", 5, 0, 1)):
             report = self.report(*line.split(), "a.png", status=status)
             self.assertEqual((report["facets"], report["repairs"]["count"]), (facets, repairs), line)
+            self.assertEqual(report["reading"], "modern" if "modern" in line else "strict")
             for repair in report["repairs"]["list"]:
                 self.assertEqual((repair["record"], repair["text"]), ("CIRCLE", "left out: Bad DXF group: item <20> needed"))
             (self.folder / "a.png").unlink()
         self.report("bad.dxf", "a.png", "--fail-empty", status=1)
         self.assertFalse((self.folder / "a.png").exists())
 
-    def test_the_readings(self):
-        for options, drawn, reasons in ((["--reading", "strict"], 0, [{"reason": "type not drawn", "count": 1}]),
-                                        (["--reading", "modern"], 1, [])):
-            report = self.report("mesh.dxf", *options)
-            self.assertEqual(report["entities"], [{"type": "MESH", "read": 1, "drawn": drawn, "skipped": reasons}])
-            self.assertEqual(report["reading"], options[1])
-
     def test_what_is_told_of_a_refused_drawing(self):
-        try_modern = "belvor-render: try --reading modern"
-        for name, data in (("zip", b"PK\3\4"), ("dwg", b"AC1032\0\0\0\0"), ("other", b"x")):
-            (self.folder / f"{name}.dxf").write_bytes(data)
-        for line, kind in (("bad.dxf", ""), ("--quiet bad.dxf", ""), ("other.dxf", ""),
-                           ("zip.dxf", "a zip archive"), ("zip.dxf --reading modern", "a zip archive"),
-                           ("dwg.dxf", "a DWG drawing")):
-            told = self.refused(1, "--info " + line, kind).stderr
+        for line, tries in (("bad.dxf", True), ("--quiet bad.dxf", False), ("--reading modern none.dxf", False)):
+            self.write("none.dxf", "x")
+            told = self.refused(1, "--info " + line).stderr.splitlines()
+            self.assertEqual(told[-1] == "belvor-render: try --reading modern", tries, told)
+        for start, kind in FOREIGN:
+            (self.folder / "foreign.dxf").write_bytes(start)
+            told = self.refused(1, "--info foreign.dxf", kind).stderr
             self.assertEqual("looks like" in told, kind != "", told)
-            if line != "other.dxf":
-                self.assertEqual(told.splitlines()[-1] == try_modern, line == "bad.dxf", told)
+            self.assertEqual("try --reading" in told, kind == "" , told)

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdlib>
 #include <list>
@@ -20,30 +21,29 @@ using namespace belvor::test;
 
 namespace {
 
-/// The same picture by definition.
+/// The same picture by definition. `planes` are those of the facets as the model was made, whatever was
+/// rendered before: of a plane the side towards the eye is lit, and one seen edge on as it is.
 class SlowRender {
 public:
-    SlowRender(const Model& scene, const Camera& view)
+    SlowRender(const Model& scene, const std::vector<Plane>& planes, const Camera& view,
+               const LightSet& lights)
         : model(scene),
           camera(view),
           width(static_cast<int>(view.width)),
-          height(static_cast<int>(view.height))
+          height(static_cast<int>(view.height)),
+          entering(view.height + 1)
     {
-        for (std::uint32_t i = 0; i < model.vertexCount(); ++i)
-            projected.push_back(camera.project(model.vertex(i).position));
-        bucketEdges();
+        for (std::uint32_t facet = 0; facet < model.facetCount(); ++facet) addSides(facet);
+        shade(planes, lights);
+        for (int y = 0; y < height; ++y) {
+            image.emplace_back(view.width);
+            walk(y);
+            for (Pixel& pixel : image.back())
+                if (pixel.owner != Buffer::noFacet) pixel.colour = colours[pixel.owner];
+        }
     }
 
-    Image run()
-    {
-        Image image;
-        for (int y = 0; y < height; ++y) {
-            row.assign(static_cast<std::size_t>(width), Pixel());
-            walk(y);
-            image.push_back(row);
-        }
-        return image;
-    }
+    Image image;
 
 private:
     struct Side {
@@ -54,45 +54,53 @@ private:
         double x, depth;
     };
 
-    bool behind(const Point<3>& p) const { return p[2] >= 0.0; }
+    static bool behind(const Point<3>& p) { return p[2] >= 0.0; }
 
-    /// The first row on which a side is looked at, if there is one.
-    std::optional<int> firstRow(const Side& side) const
+    /// The first row on which a side is looked at; none when there is none.
+    std::optional<double> firstRow(const Side& side) const
     {
         const double y0 = side.from[1], y1 = side.to[1], last = height - 1;
-        if (y0 == y1) return {};
-        if (behind(side.from)) {
-            if (behind(side.to) || y1 >= last) return {};
-            return y1 < 0.0 ? 0 : static_cast<int>(std::trunc(y1)) + 1;
-        }
-        if (behind(side.to)) return y0 >= 0.0 ? std::optional(0) : std::nullopt;
-        if (y1 < 0.0 || y0 >= last) return {};
-        return y0 < 0.0 ? 0 : static_cast<int>(std::trunc(y0)) + 1;
+        if (y0 == y1 || (behind(side.from) && behind(side.to))) return {};
+        if (behind(side.to)) return y0 >= 0.0 ? std::optional(0.0) : std::nullopt;
+        if (behind(side.from) ? y1 >= last : y1 < 0.0 || y0 >= last) return {};
+        const double start = behind(side.from) ? y1 : y0;
+        return start < 0.0 ? 0.0 : std::trunc(start) + 1.0;
     }
 
-    void bucketEdges()
+    void addSides(std::uint32_t facet)
     {
-        buckets.resize(static_cast<std::size_t>(height) + 1);
-        for (std::uint32_t facet = 0; facet < model.facetCount(); ++facet)
-            for (std::uint32_t i = 0; i < model.facet(facet).edgeCount; ++i) {
-                const Edge& edge = model.edge(model.facet(facet).firstEdge + i);
-                Side side{projected[edge.from], projected[edge.to], facet};
-                if (side.from[1] > side.to[1]) std::swap(side.from, side.to);
-                if (const auto first = firstRow(side))
-                    buckets[static_cast<std::size_t>(*first)].push_front(side);
+        const Facet& which = model.facet(facet);
+        for (std::uint32_t i = which.firstEdge; i < which.firstEdge + which.edgeCount; ++i) {
+            const auto seen = [&](std::uint32_t end) { return camera.project(model.vertex(end).position); };
+            Side side{seen(model.edge(i).from), seen(model.edge(i).to), facet};
+            if (side.from[1] > side.to[1]) std::swap(side.from, side.to);
+            if (const auto row = firstRow(side)) entering[static_cast<std::size_t>(*row)].push_front(side);
+        }
+    }
+
+    void shade(const std::vector<Plane>& planes, const LightSet& lights)
+    {
+        std::vector<Colour> lit;
+        double brightest = 0.0;
+        for (std::uint32_t i = 0; i < model.facetCount(); ++i) {
+            lit.push_back(lights.illuminate((camera.faces(planes[i]) ? planes[i] : -planes[i]).normal()));
+            for (std::size_t channel = 0; channel < 3; ++channel) {
+                lit[i][channel] *= model.facet(i).material->colour[channel];
+                brightest = std::max(brightest, lit[i][channel]);
             }
+        }
+        const auto byte = [&](double value) { return toByte(value / (brightest == 0.0 ? 1.0 : brightest)); };
+        for (const Colour& colour : lit)
+            colours.push_back({byte(colour[0]), byte(colour[1]), byte(colour[2])});
     }
 
     void walk(int y)
     {
         std::vector<std::list<Crossing>> crossings(model.facetCount());
-        for (const Side& side : buckets[static_cast<std::size_t>(y)]) {
-            if (side.from[2] <= 0.0) {
-                const double end = side.to[2] <= 0.0 ? side.to[1] : side.from[1];
-                if (end < y) continue;
-            }
+        for (const Side& side : entering[static_cast<std::size_t>(y)]) {
+            if (side.from[2] <= 0.0 && (side.to[2] <= 0.0 ? side.to : side.from)[1] < y) continue;
             const double t = (y - side.from[1]) / (side.to[1] - side.from[1]);
-            buckets[static_cast<std::size_t>(y) + 1].push_front(side);
+            entering[static_cast<std::size_t>(y) + 1].push_front(side);
             crossings[side.facet].push_front({side.from[0] + (side.to[0] - side.from[0]) * t,
                                               side.from[2] + (side.to[2] - side.from[2]) * t});
         }
@@ -139,7 +147,7 @@ private:
     {
         for (int i = 0; i < width && i < std::trunc(last) + 1.0; ++i) {
             if (i < start) continue;
-            Pixel& pixel = row[static_cast<std::size_t>(i)];
+            Pixel& pixel = image.back()[static_cast<std::size_t>(i)];
             const bool later = pixel.owner == Buffer::noFacet || facet >= pixel.owner;
             if (depth < pixel.depth || (depth == pixel.depth && later))
                 pixel = {facet, false, depth, {}, model.facet(facet).material->index};
@@ -149,31 +157,10 @@ private:
 
     const Model& model;
     const Camera& camera;
-    int width, height;
-    std::vector<Point<3>> projected;
-    std::vector<std::list<Side>> buckets;
-    std::vector<Pixel> row;
+    const int width, height;
+    std::vector<std::list<Side>> entering;   // by row
+    std::vector<std::array<std::uint8_t, 3>> colours;
 };
-
-/// Each facet's light by its definition: on the side towards the eye (one seen edge on: as the model was
-/// made, whatever was rendered before). `brightest` is the brightest channel of the scene.
-std::vector<Colour> litColours(const Model& model, const std::vector<Plane>& planes, const Camera& camera,
-                               const LightSet& lights, double& brightest)
-{
-    std::vector<Colour> result;
-    brightest = 0.0;
-    for (std::uint32_t i = 0; i < model.facetCount(); ++i) {
-        const Plane plane = camera.faces(planes[i]) ? planes[i] : -planes[i];
-        Colour lit = lights.illuminate(plane.normal());
-        for (std::size_t channel = 0; channel < 3; ++channel) {
-            lit[channel] *= model.facet(i).material->colour[channel];
-            if (lit[channel] > brightest) brightest = lit[channel];
-        }
-        result.push_back(lit);
-    }
-    if (brightest == 0.0) brightest = 1.0;
-    return result;
-}
 
 }   // namespace
 
@@ -202,18 +189,10 @@ TEST(Pixelwise, RandomScenesAgreeInEveryPixel)
             lights->set(2, makeHandle<ParallelLight>(scenes.real(-180, 180), scenes.real(-90, 90),
                                                      Colour{sun, sun, sun}));
             Frame& frame = frames[(2 * seed + view) % 5];
-            const Image fast = drawn(frame, *model, *camera, *lights);
-            Image slow = SlowRender(*model, *camera).run();
-
-            double brightest;
-            const auto lit = litColours(*model, planes, *camera, *lights, brightest);
-            for (auto& row : slow)
-                for (Pixel& pixel : row) {
-                    ++(pixel.owner == Buffer::noFacet ? empty : covered);
-                    for (std::size_t c = 0; c < 3 && pixel.owner != Buffer::noFacet; ++c)
-                        pixel.colour[c] = toByte(lit[pixel.owner][c] / brightest);
-                }
-            expectSame(fast, slow, seed);
+            const SlowRender slow(*model, planes, *camera, *lights);
+            expectSame(drawn(frame, *model, *camera, *lights), slow.image, seed);
+            for (const auto& row : slow.image)
+                for (const Pixel& pixel : row) ++(pixel.owner == Buffer::noFacet ? empty : covered);
         }
     }
     // Neither the empty picture nor the full one would prove much.

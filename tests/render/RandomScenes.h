@@ -3,20 +3,29 @@
 #include "scene/Camera.h"
 #include "scene/Model.h"
 
+#include <array>
 #include <cmath>
 #include <random>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace belvor::test {
 
 /// Random scenes that are hard on the rules: lattice corners that fall on pixels and share planes, large
 /// facets around the eye, outlines that cross themselves or are not flat, holes, loops of one and two
-/// corners.
+/// corners, facets that share an edge in either direction; and curves. The same in every build, which the
+/// distributions of the library do not promise: no expression leaves the order of its numbers to the
+/// compiler.
 class RandomScenes {
 public:
     explicit RandomScenes(std::uint64_t seed) : random(seed) {}
 
-    Handle<Model> model() { return model(whole(1, whole(0, 9) == 0 ? 40 : 8), whole(0, 3)); }
+    Handle<Model> model()
+    {
+        const int facets = whole(1, whole(0, 9) == 0 ? 40 : 8);
+        return model(facets, whole(0, 3));
+    }
     /// Of `facets` facets; in the styles 0 and 1 their corners lie on lattices.
     Handle<Model> model(int facets, int wantedStyle)
     {
@@ -26,7 +35,10 @@ public:
         style = wantedStyle;
         for (int i = 0; i < facets; ++i) {
             material.colour = {real(0, 1), real(0, 1), real(0, 1)};
-            addFacet(*made, made->addMaterial(std::to_string(i), material));
+            const Material& added = made->addMaterial(std::to_string(i), material);
+            if (i > 0 && whole(0, 3) == 0) addNeighbour(*made, added);
+            else addFacet(*made, added);
+            if (whole(0, 3) == 0) addCurve(*made, added);
         }
         return made;
     }
@@ -55,8 +67,14 @@ public:
         return makeHandle<PerspectiveCamera>(view);
     }
 
-    int whole(int low, int high) { return std::uniform_int_distribution(low, high)(random); }
-    double real(double low, double high) { return std::uniform_real_distribution(low, high)(random); }
+    int whole(int low, int high)
+    {
+        return low + static_cast<int>(random() % static_cast<unsigned>(high - low + 1));
+    }
+    double real(double low, double high)
+    {
+        return low + (high - low) * (static_cast<double>(random() >> 11) * 0x1p-53);
+    }
 
 private:
     Point<3> corner()
@@ -68,15 +86,37 @@ private:
         }
     }
 
+    static Plane planeOf(const Point<3>& a, const Point<3>& b, const Point<3>& c)
+    {
+        const Vector<3> normal = (b - a).cross(c - a);
+        return {normal.length() == 0.0 ? Vector<3>(0, 0, 1) : normal, a};
+    }
+
+    /// On the last edge of the facet before.
+    void addNeighbour(Model& made, const Material& material)
+    {
+        const Edge& edge = made.edge(made.edgeCount() - 1);
+        Point<3> corners[] = {made.vertex(edge.to).position, made.vertex(edge.from).position, corner()};
+        if (whole(0, 1) == 0) std::swap(corners[0], corners[1]);
+        made.addPolygon(material, planeOf(corners[0], corners[1], corners[2]), corners);
+    }
+
+    void addCurve(Model& made, const Material& material)
+    {
+        const double reach = std::array{0.01, 1.0, 1.0, 1e6}[static_cast<std::size_t>(whole(0, 3))];
+        std::vector<Point<3>> points;
+        const Point<3> start = corner();
+        for (int i = whole(1, 6); i > 0; --i) points.push_back(start + corner().vector() * reach);
+        made.addCurve(material, points);
+    }
+
     void addFacet(Model& made, const Material& material)
     {
         // Corners in the plane of three random ones (so that a facet is flat, but for rounding), or anywhere.
         const Point<3> a = corner(), b = corner(), c = corner();
         const bool flat = whole(0, 3) != 0;
         const double reach = style == 3 ? 20.0 : 1.5;
-        Vector<3> normal = (b - a).cross(c - a);
-        if (normal.length() == 0.0) normal = {0, 0, 1};
-        made.addFacet(material, Plane(normal, a));
+        made.addFacet(material, planeOf(a, b, c));
         for (int loop = whole(0, 3) == 0 ? 2 : 1; loop > 0; --loop) {
             const std::uint32_t first = made.vertexCount();
             const int kind = whole(0, 120);   // few corners, more than a store of counts holds, or the usual

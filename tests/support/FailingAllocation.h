@@ -17,21 +17,4 @@ public:
     bool failed() const noexcept;
 };
 
-/// Calls `action` with its first allocation failing, then its second, and so on until none
-/// fails. Each failure must come out as std::bad_alloc, or `action` succeeds without what the
-/// memory was for. The number of failures.
-template <class Action>
-std::size_t failEachAllocation(Action action)
-{
-    for (std::size_t n = 0;; ++n) {
-        FailingAllocation failing(n);
-        try {
-            action();
-        } catch (const std::bad_alloc&) {
-            if (!failing.failed()) throw;
-        }
-        if (!failing.failed()) return n;
-    }
-}
-
 }   // namespace belvor::test

@@ -1,7 +1,6 @@
 #include "readers/dxf/DXFStream.h"
 #include "errors/BadFile.h"
 #include "tests/readers/dxf/DXFText.h"
-#include "tests/support/Reporters.h"
 
 #include <gtest/gtest.h>
 
@@ -89,74 +88,22 @@ TEST(DXFStream, ReadsAMillionBlankLinesOnce)   // each of them leads to the same
     EXPECT_EQ(stream->position().line, 2'000'003);
 }
 
-TEST(DXFStream, DividesGroupsIntoRecords)
-{
-    const std::string text = dxfText("8 stray|9 $A|1 x|9 $B|70 1|0 LINE|8 L|10 1.5|0 EOF");
-    const auto stream = DXFStream::over(text, "a.dxf", nobody, false);
-    const auto next = [&] { return stream->nextRecord() ? std::string(stream->type()) : "the end"; };
-    EXPECT_THROW(stream->readRecord(), std::runtime_error) << "nothing is current yet";
-    EXPECT_EQ(next(), "$A");
-    EXPECT_EQ(next(), "$B") << "without having read the rest of $A";
-    EXPECT_EQ(stream->readRecord().integer(70), 1);
-    EXPECT_EQ(next(), "LINE");
-    const DXFPosition afterType = stream->position();
-    for (int i = 0; i < 2; ++i) {   // pushed back it comes again, groups and all
-        EXPECT_EQ(stream->readRecord().groups().size(), 3u);
-        EXPECT_EQ(stream->line(), 11);
-        stream->pushBack();
-        EXPECT_EQ(next(), "LINE");
-    }
-    EXPECT_EQ(next(), "EOF");
-    EXPECT_EQ(next(), "the end");
-    stream->seek(afterType);
-    EXPECT_THROW(stream->readRecord(), std::runtime_error);
-    EXPECT_EQ(next(), "EOF");
-}
-
 TEST(DXFRecord, ConvertsTheFirstWordOfAValue)   // tests/calcore/ knows what a number is
 {
-    for (const char* const good : {"\t 2  ", "3 rest"}) {
-        EXPECT_EQ(outcomeOf(entities(std::string("0 CIRCLE|10 0|20 0|30 0|40 ") + good)), "1 facets");
-        EXPECT_EQ(outcomeOf(entities(std::string("0 POLYLINE|70 ") + good + "|0 SEQEND")),
-                  "0 facets; POLYLINE 1 it has no surface");
-    }
-    for (const char* const bad : {"3rest", "  "}) {
-        EXPECT_EQ(outcomeOf(entities(std::string("0 CIRCLE|10 0|20 0|30 0|40 ") + bad)),
-                  "Error reading double item value at line 13 in a.dxf");
-        EXPECT_EQ(outcomeOf(entities(std::string("0 POLYLINE|70 ") + bad + "|0 SEQEND")),
-                  "Error reading integer item value at line 7 in a.dxf");
+    const std::pair<const char*, bool> cases[] = {
+        {"\t 2  ", true}, {"3 rest", true}, {"3rest", false}, {"  ", false}};
+    for (const auto& [value, good] : cases) {
+        EXPECT_EQ(outcomeOf(entities(std::string("0 CIRCLE|10 0|20 0|30 0|40 ") + value)),
+                  good ? "1 facets" : "Error reading double item value at line 13 in a.dxf");
+        EXPECT_EQ(outcomeOf(entities(std::string("0 POLYLINE|70 ") + value + "|0 SEQEND")),
+                  good ? "0 facets; POLYLINE 1 it has no surface"
+                       : "Error reading integer item value at line 7 in a.dxf");
     }
     for (const char* const top : {"\xf0\x7f", "\xf8\x7f"}) {   // infinity and no number, in binary
         const std::string bytes = mark + "\0LINE\0\x0a\0\0\0\0\0\0"s + top;
         const auto stream = DXFStream::over(bytes, "a.dxf", nobody, false);
         stream->nextRecord();
         EXPECT_THROW(stream->readRecord().real(10), BadFile);
-    }
-}
-
-/// Its groups are read, and moved when they need more room.
-TEST(DXFRecord, ReportsAsOftenAsAHugeOneNeedsWork)
-{
-    constexpr std::size_t groups = 1 << 20, groupsBetweenReports = 8192;
-    std::string text = "0\nODD\n", binary = mark + "\0\0ODD\0"s;
-    for (std::size_t i = 1; i < groups; ++i) {
-        text += i % 2 ? "1\na\n" : "70\n7\n";
-        binary += i % 2 ? "\1\0a\0"s : "\106\0\7\0"s;
-    }
-    for (const std::string& bytes : {text, binary}) {
-        RecordingReporter reporter;
-        const auto stream = DXFStream::over(bytes, "a.dxf", reporter, false);
-        stream->nextRecord();
-        const DXFRecord& record = stream->readRecord();
-        EXPECT_GE(reporter.calls.size(), 2 * groups / groupsBetweenReports - 4);
-        ASSERT_EQ(record.groups().size(), groups);
-        for (const DXFGroup& group : record.groups().subspan(1))
-            ASSERT_TRUE(group.code == 1 ? group.text == "a" : record.integerOf(group) == 7);
-
-        RecordingReporter stopping(150);   // while groups are moved
-        const auto stopped = DXFStream::over(bytes, "a.dxf", stopping, false);
-        stopped->nextRecord();
-        EXPECT_THROW(stopped->readRecord(), Reporter::Abandoned);
     }
 }
 

@@ -174,14 +174,20 @@ inline std::string written(const Point<3>& point)
     return '(' + written(point[0]) + ' ' + written(point[1]) + ' ' + written(point[2]) + ')';
 }
 
-/// "(x y z) (x y z); ...", one facet after the other.
+/// "(x y z) (x y z); ...", one facet after the other, with " /" before each further loop of a facet. Each
+/// loop must be closed.
 inline std::string written(const Model& model)
 {
     std::string text;
-    for (std::uint32_t facet = 0; facet < model.facetCount(); ++facet) {
-        text += facet > 0 ? "; " : "";
-        const auto corners = cornersOf(model, facet);
-        for (std::size_t i = 0; i < corners.size(); ++i) text += (i > 0 ? " " : "") + written(corners[i]);
+    for (std::uint32_t number = 0; number < model.facetCount(); ++number) {
+        const Facet& facet = model.facet(number);
+        const std::uint32_t end = facet.firstEdge + facet.edgeCount;
+        for (std::uint32_t i = facet.firstEdge, start = i; i < end; ++i) {
+            if (i > 0) text += i == facet.firstEdge ? "; " : i == start ? " / " : " ";
+            text += written(model.vertex(model.edge(i).from).position);
+            if (model.edge(i).to == model.edge(start).from) start = i + 1;
+            else EXPECT_TRUE(i + 1 < end && model.edge(i).to == model.edge(i + 1).from) << "edge " << i;
+        }
     }
     return text;
 }

@@ -17,30 +17,59 @@ using namespace belvor;
 
 namespace {
 
-/// What a text leaves: whether it is whole, counts, each facet as "material(normal)", or the fault.
-std::string outcome(const std::string& text)
+/// What `tell` makes of the model and of whether the text was whole; or the fault. The text lies in memory of
+/// its exact size, so that the address sanitizer sees a read beyond it.
+template <class Tell>
+std::string outcome(const std::string& text, Tell tell)
 {
-    SilentReporter silent;
+    const std::unique_ptr<char[]> exact(new char[text.size()]);
+    std::copy(text.begin(), text.end(), exact.get());
     try {
+        SilentReporter silent;
         Account account;
-        const Handle<Model> model = Things(text, "case.thf", silent, account).takeModel();
-        std::string result = std::string(account.warnings.empty() ? "whole " : "cut ")
-                             + std::to_string(model->vertexCount()) + " "
-                             + std::to_string(model->edgeCount());
-        for (std::uint32_t i = 0; i < model->facetCount(); ++i) {
-            const Vector<3>& n = model->facet(i).plane.normal();
-            result += " " + model->facet(i).material->name
-                      + (n == Vector<3>(0, 0, 1)    ? "+"
-                         : n == Vector<3>(0, 0, -1) ? "-"
-                                                    : "?");
-        }
-        return result + ", " + std::to_string(model->materials().size());
+        const Handle<Model> model =
+            Things({exact.get(), text.size()}, "case.thf", silent, account).takeModel();
+        return tell(*model, account.warnings.empty());
     } catch (const BadFile& fault) {
-        EXPECT_EQ(fault.file(), "case.thf");
-        EXPECT_EQ(fault.line(), BadFile::noLine);
+        EXPECT_EQ(std::pair(fault.file(), fault.line()), std::pair(std::string("case.thf"), BadFile::noLine));
         const std::string what = fault.what();
         return what.substr(0, what.find(" in "));
     }
+}
+
+/// Counts, and each facet as "material(normal)".
+std::string inShort(const Model& model, bool whole)
+{
+    std::string result = (whole ? "whole " : "cut ") + std::to_string(model.vertexCount()) + " "
+                         + std::to_string(model.edgeCount());
+    for (std::uint32_t i = 0; i < model.facetCount(); ++i) {
+        const Vector<3>& n = model.facet(i).plane.normal();
+        result += " " + model.facet(i).material->name
+                  + (n == Vector<3>(0, 0, 1)    ? "+"
+                     : n == Vector<3>(0, 0, -1) ? "-"
+                                                : "?");
+    }
+    return result + ", " + std::to_string(model.materials().size());
+}
+
+std::string everything(const Model& model, bool whole)
+{
+    std::ostringstream all;
+    all << std::hexfloat << whole;
+    for (std::uint32_t i = 0; i < model.vertexCount(); ++i) {
+        const Point<3>& p = model.vertex(i).position;
+        all << "\nv " << p[0] << ' ' << p[1] << ' ' << p[2];
+    }
+    for (std::uint32_t i = 0; i < model.edgeCount(); ++i)
+        all << "\ne " << model.edge(i).from << ' ' << model.edge(i).to;
+    for (std::uint32_t i = 0; i < model.facetCount(); ++i) {
+        const Facet& facet = model.facet(i);
+        const Vector<3>& n = facet.plane.normal();
+        all << "\nf " << facet.material->name << ' ' << facet.firstEdge << ' ' << facet.edgeCount << ' '
+            << int{*model.edgeCounts(i, 1)} << ' ' << n[0] << ' ' << n[1] << ' ' << n[2] << ' '
+            << facet.plane.offset();
+    }
+    return all.str();
 }
 
 const std::string triangle = "0 0 0\n1 0 0\n0 1 0\n0\n1\n";
@@ -77,43 +106,11 @@ TEST(Things, ReadsOrRefusesEveryFormOfText)
          "material expected"},
         {"an edge count beyond 64 bits", "Y 1 1 2 3 99999999999999999999 1 1 S", "cut 1 0, 0"},
     };
-    for (const auto& [why, text, wantedOutcome] : cases) EXPECT_EQ(outcome(text), wantedOutcome) << why;
+    for (const auto& [why, text, wantedOutcome] : cases)
+        EXPECT_EQ(outcome(text, inShort), wantedOutcome) << why;
 }
 
 namespace {
-
-/// Everything of the model, or the fault. The text lies in memory of its exact size, so that the address
-/// sanitizer sees a read beyond it.
-std::string everything(const std::string& text)
-{
-    const std::unique_ptr<char[]> exact(new char[text.size()]);
-    std::copy(text.begin(), text.end(), exact.get());
-    std::ostringstream all;
-    all << std::hexfloat;
-    try {
-        SilentReporter silent;
-        Account account;
-        const Handle<Model> model =
-            Things({exact.get(), text.size()}, "case.thf", silent, account).takeModel();
-        all << account.warnings.size();
-        for (std::uint32_t i = 0; i < model->vertexCount(); ++i) {
-            const Point<3>& p = model->vertex(i).position;
-            all << "\nv " << p[0] << ' ' << p[1] << ' ' << p[2];
-        }
-        for (std::uint32_t i = 0; i < model->edgeCount(); ++i)
-            all << "\ne " << model->edge(i).from << ' ' << model->edge(i).to;
-        for (std::uint32_t i = 0; i < model->facetCount(); ++i) {
-            const Facet& facet = model->facet(i);
-            const Vector<3>& n = facet.plane.normal();
-            all << "\nf " << facet.material->name << ' ' << facet.firstEdge << ' ' << facet.edgeCount << ' '
-                << int{*model->edgeCounts(i, 1)} << ' ' << n[0] << ' ' << n[1] << ' ' << n[2] << ' '
-                << facet.plane.offset();
-        }
-    } catch (const BadFile& fault) {
-        all << fault.what();
-    }
-    return all.str();
-}
 
 /// A thing as programs write it, with numbers of every length and facets of every kind among the usual ones.
 std::string randomThing(std::minstd_rand& random)
@@ -163,8 +160,8 @@ TEST(Things, NumbersOneBlankApartGiveTheSameAsAnyOthers)   // the former are rea
         if (trial % 4 == 3) text[4 + below(text.size() - 4)] = "x-.e9+"[below(6)];
         std::string apart;
         for (const char c : text) apart += c == ' ' ? " @" : c == '\n' ? " \n " : std::string(1, c);
-        const std::string read = everything(text);
-        ASSERT_EQ(read, everything(apart)) << text;
+        const std::string read = outcome(text, everything);
+        ASSERT_EQ(read, outcome(apart, everything)) << text;
         if (read.find('\n') == std::string::npos) faults.insert(read);
     }
     EXPECT_GE(faults.size(), 3u);

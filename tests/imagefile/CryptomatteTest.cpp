@@ -1,25 +1,10 @@
-#include "imagefile/PictureFormat.h"
-
 #include "imagefile/Cryptomatte.h"
+
 #include "text/JsonText.h"
 
 #include <gtest/gtest.h>
 
 using namespace belvor;
-
-TEST(PictureFormat, FollowsFromTheExtensionInAnyCase)
-{
-    const std::tuple<const char*, std::optional<PictureFormat>> cases[] = {
-        {"a.omb", PictureFormat::ombr}, {"a.PNG", PictureFormat::png},    {"a.b.exr", PictureFormat::exr},
-        {"a.Tif", PictureFormat::tiff}, {"x/.tiff", PictureFormat::tiff}, {"a.npy", PictureFormat::npy},
-        {"a.pfm", PictureFormat::pfm},
-    };
-    for (const auto& [path, format] : cases) EXPECT_EQ(pictureFormatOfPath(path), format) << path;
-    for (const char* const path : {"a.png.", "png", "a.pngx", "", "a.png/b"})
-        EXPECT_EQ(pictureFormatOfPath(path), std::nullopt) << path;
-    EXPECT_EQ(pictureFormatNamed("EXR"), PictureFormat::exr);
-    EXPECT_EQ(pictureFormatNamed(".exr"), std::nullopt);
-}
 
 TEST(Cryptomatte, NumbersAreThePublishedHashChangedToFiniteFloats)
 {
