@@ -1,6 +1,6 @@
 #!/bin/bash
 # installer.sh SETUP.EXE: the installer installs, upgrades in place, keeps what opens a type of file, refuses while the program
-# runs, and takes everything away again. Started with tools/with-wine.sh.
+# runs, F1 opens the installed guide, and it takes everything away again. Started with tools/with-wine.sh.
 set -eu
 setup=$1
 faults=0
@@ -27,8 +27,19 @@ for type in thf/Model dxf/Model man/Model omb/Picture; do
 done
 wine reg query 'HKCU\Software\Classes\.dxf' /ve 2>/dev/null | grep -q Other.Drawing || fault ".dxf was taken over"
 
+# The system opens a page with a program that notes the page's path.
+page='HKLM\Software\Classes\Noted.Page\shell\open\command'
+shown=$WINEPREFIX/drive_c/shown.txt
+rm -f "$shown"
+wine reg add "$page" /ve /d 'cmd.exe /c echo %1> C:\shown.txt' /f >/dev/null 2>&1
+wine reg add 'HKLM\Software\Classes\.html' /ve /d Noted.Page /f >/dev/null 2>&1
 wine "$folder/belvor.exe" & running=$!
 sleep 10
+xdotool key F1
+for _ in $(seq 100); do [ -s "$shown" ] && break; sleep 0.1; done
+grep -qi 'Programs.Belvor.Belvor.html' "$shown" || fault "F1 opens no guide: $(cat "$shown" 2>&1)"
+wine reg delete 'HKLM\Software\Classes\.html' /f >/dev/null 2>&1
+wine reg delete 'HKLM\Software\Classes\Noted.Page' /f >/dev/null 2>&1
 before=$(stat -c %Y "$folder/belvor.exe")
 wine "$setup" /S && fault "installs over a program that runs"
 [ "$(stat -c %Y "$folder/belvor.exe")" = "$before" ] || fault "replaces a program that runs"
