@@ -5,10 +5,13 @@
 #include "scene/Camera.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 
 namespace belvor {
 namespace {
+
+using Rgb = std::array<std::uint8_t, 3>;
 
 /// Where the run of equal owners from `first` on ends; looks at two at a time.
 std::size_t endOfRun(std::span<const std::uint32_t> owners, std::size_t first)
@@ -24,7 +27,7 @@ std::size_t endOfRun(std::span<const std::uint32_t> owners, std::size_t first)
 }
 
 /// `count` pixels of one colour, written four at a time.
-void repeatColour(const std::uint8_t* colour, std::size_t count, std::uint8_t* pixels)
+void repeatColour(const Rgb& colour, std::size_t count, std::uint8_t* pixels)
 {
     std::uint8_t four[12];
     for (std::size_t i = 0; i < sizeof four; ++i) four[i] = colour[i % 3];
@@ -32,7 +35,7 @@ void repeatColour(const std::uint8_t* colour, std::size_t count, std::uint8_t* p
     std::memcpy(pixels, four, 3 * count);
 }
 
-void fillRun(std::size_t first, std::size_t end, std::uint16_t material, const std::uint8_t* colour,
+void fillRun(std::size_t first, std::size_t end, std::uint16_t material, const Rgb& colour,
              const ImageRow& into)
 {
     if (!into.material.empty()) std::fill(&into.material[first], &into.material[end - 1] + 1, material);

@@ -57,7 +57,7 @@ void Pictures::surfacesDone(int row)
 {
     for (const auto& output : outputs) {
         if (!output->vector) continue;
-        if (row == 0) output->vector->setBackground(background());
+        if (row == 0) output->vector->setBackground(background().data());
         if (embeds) addRow(*output);
     }
 }

@@ -178,11 +178,11 @@ void SvgFile::addLines(const LineTrace& trace, const Buffer& owners)
     trace.forEachPath([&](std::uint32_t place, LineTrace::Path points) {
         const std::uint32_t owner = owners.lineOwner(place);
         Layer& layer = layers[owners.material(owner)];
-        const std::uint8_t* const colour = owners.colour(owner);
-        if (layer.paths.empty() || !std::equal(layer.colour.begin(), layer.colour.end(), colour)) {
+        const std::array<std::uint8_t, 3> colour = owners.colour(owner);
+        if (layer.paths.empty() || layer.colour != colour) {
             if (!layer.paths.empty()) layer.paths += "\"/>\n";
-            layer.paths += "<path stroke=\"" + hexColour(colour) + "\" d=\"";
-            std::copy_n(colour, 3, layer.colour.begin());
+            layer.paths += "<path stroke=\"" + hexColour(colour.data()) + "\" d=\"";
+            layer.colour = colour;
         }
         appendPath(layer.paths, points);
     });

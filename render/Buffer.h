@@ -33,8 +33,8 @@ public:
         looks = shades.data();
         firstLine = noFacet;
     }
-    /// Takes lines as owners too: that of place 0 is owner `first`, and so on; the shades
-    /// of the scene hold their colours. Called after setScene().
+    /// Takes lines as owners too: that of place 0 is owner `first`, and so on. Called after setScene();
+    /// `table` must outlive the last row's use.
     void setLines(std::uint32_t first, const LineTable& table) noexcept
     {
         firstLine = first;
@@ -55,7 +55,7 @@ public:
         constexpr int reach = 16;
         return end > firstRow - reach && first - reach < endRow;
     }
-    const std::uint8_t* background() const noexcept { return empty.data(); }
+    const std::array<std::uint8_t, 3>& background() const noexcept { return empty; }
 
     /// Empties the row.
     virtual void clear();
@@ -102,7 +102,12 @@ public:
     /// The owner that the line of a place is.
     std::uint32_t lineOwner(std::uint32_t place) const noexcept { return firstLine + place; }
     /// Red, green and blue of an owner.
-    const std::uint8_t* colour(std::uint32_t index) const noexcept { return looks[index].colour; }
+    std::array<std::uint8_t, 3> colour(std::uint32_t owner) const noexcept
+    {
+        if (isLine(owner)) return lines->colour(owner - firstLine);
+        const std::uint8_t* const bytes = looks[owner].colour;
+        return {bytes[0], bytes[1], bytes[2]};
+    }
 
 private:
     const Model* facets = nullptr;

@@ -104,7 +104,7 @@ void Frame::collectLines(const Model& model, const Camera& camera, Buffer& buffe
                          Reporter& progress)
 {
     Patience patience(progress, sharing.patience);
-    lines.collect(model, camera, vertices.points.data(), style, shades, bands, sharing,
+    lines.collect(model, camera, vertices.points.data(), style, shades.data(), bands, sharing,
                   [&patience] { patience.check(0.0); });
     buffer.setScene(model, shades);
     buffer.setLines(model.facetCount(), lines);
@@ -193,6 +193,7 @@ private:
             inParts(segments, count, columns * lineWidth / 4 + 1, pauses,
                     [&painter](const LineSegment* part, std::size_t number) { painter.draw(part, number); });
         });
+        painter.finish();
     }
 
     Frame& frame;

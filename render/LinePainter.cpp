@@ -77,16 +77,13 @@ void LinePainter::setRows(Bands::Rows own, LineRow* rows, Bands::Rows drawn,
     first = own.first;
     end = own.end;
     lineRows = rows;
+    candidateCount = 0;
     visibility.setRows(surfaces, drawn.first, drawn.end);
 }
 
 void LinePainter::draw(const LineSegment* segments, std::size_t count)
 {
-    constexpr std::size_t ahead = 6;
-    for (std::size_t i = 0; i < count; ++i) {
-        if (i + ahead < count) visibility.expect(segments[i + ahead].from);
-        draw(segments[i]);
-    }
+    for (std::size_t i = 0; i < count; ++i) draw(segments[i]);
 }
 
 void LinePainter::draw(const LineSegment& segment)
@@ -101,17 +98,56 @@ void LinePainter::draw(const LineSegment& segment)
     else drawDown(segment);
 }
 
-/// Offers the point in the pixel `column`, `row`, if that is one of the rows and the point shows there.
+/// Notes the point as a candidate for the pixel `column`, `row`, if that is one of the rows.
 void LinePainter::put(const LineSegment& segment, const Point<3>& point, double column, double row,
                       double otherColumn, double otherRow)
 {
     if (!(column >= 0.0 && column < width && row >= first && row < end)) return;
     const LineVisibility::Sample drawn{static_cast<int>(column), static_cast<int>(row)};
-    const LineVisibility::Sample other{static_cast<int>(otherColumn), static_cast<int>(otherRow)};
-    if (!visibility.shows(segment, point, drawn, other)) return;
-    lineRows[drawn.row - first].offer(drawn.column, point[2], segment.place);
-    if (trace && column == std::floor(point[0] + 0.5) && row == std::floor(point[1] + 0.5))
-        trace->add(segment, point);   // the line's own pixel, not one that its width adds
+    if (candidateCount == mostCandidates) finish();
+    candidates[candidateCount++] = {
+        &segment, point, drawn, {static_cast<int>(otherColumn), static_cast<int>(otherRow)}};
+}
+
+/// Draws the candidates that show. In steps, so that what one reads from memory is on its way while others
+/// are looked at: that takes longer than all else.
+void LinePainter::finish()
+{
+    // 1. Those that no other line hides, which is cheaper to find out than whether they show.
+    std::uint16_t kept[mostCandidates];
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < candidateCount; ++i) {
+        const Candidate& c = candidates[i];
+        kept[count] = static_cast<std::uint16_t>(i);
+        count += takes(c) | (trace != nullptr);
+    }
+    // 2. The facets there.
+    std::uint32_t unknown[2 * mostCandidates];
+    std::size_t unknownCount = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        const Candidate& c = candidates[kept[i]];
+        unknownCount = visibility.addUnknown(*c.segment, c.drawn, c.other, unknown, unknownCount);
+    }
+    visibility.fetch(unknown, unknownCount);
+    // 3. The decision.
+    for (std::size_t i = 0; i < count; ++i) decide(candidates[kept[i]]);
+    candidateCount = 0;
+}
+
+/// Whether no line is nearer where the candidate would be drawn.
+bool LinePainter::takes(const Candidate& c) const noexcept
+{
+    return lineRows[c.drawn.row - first].wouldTake(c.drawn.column, c.point[2], c.segment->place);
+}
+
+void LinePainter::decide(const Candidate& c)
+{
+    const bool nearest = takes(c);
+    if ((!nearest && !trace) || !visibility.shows(*c.segment, c.point, c.drawn, c.other)) return;
+    if (nearest) lineRows[c.drawn.row - first].put(c.drawn.column, c.point[2], c.segment->place);
+    if (trace && c.drawn.column == std::floor(c.point[0] + 0.5)
+        && c.drawn.row == std::floor(c.point[1] + 0.5))
+        trace->add(*c.segment, c.point);   // the line's own pixel, not one that its width adds
 }
 
 /// A pixel in each column, repeated upwards and downwards.

@@ -22,8 +22,10 @@ public:
     /// those of `drawn`, which holds these rows and, in the picture, the one above and the one below.
     void setRows(Bands::Rows own, LineRow* rows, Bands::Rows drawn, const PixelRow* surfaces) noexcept;
 
-    /// Draws what segments have in these rows, in any order of segments.
+    /// Draws what segments have in these rows, in any order of segments. They must stay until finish(), which
+    /// the rows need to be complete.
     void draw(const LineSegment* segments, std::size_t count);
+    void finish();
 
 private:
     void draw(const LineSegment& segment);
@@ -35,11 +37,24 @@ private:
     void put(const LineSegment& segment, const Point<3>& point, double column, double row, double otherColumn,
              double otherRow);
 
+    /// A pixel of a segment that is drawn if its point shows there.
+    struct Candidate {
+        const LineSegment* segment;
+        Point<3> point;
+        LineVisibility::Sample drawn, other;
+    };
+    bool takes(const Candidate& candidate) const noexcept;
+    void decide(const Candidate& candidate);
+
+    static constexpr std::size_t mostCandidates = 128;
+
     LineVisibility visibility;
     LineTrace::Part* const trace;
     const int width, reach;   // pixels; of the picture, to each side of a line's middle
     int first = 0, end = 0;
     LineRow* lineRows = nullptr;
+    Candidate candidates[mostCandidates];
+    std::size_t candidateCount = 0;
 };
 
 }   // namespace belvor

@@ -21,11 +21,16 @@ public:
         places.assign(size, noPlace);
         hasLines = false;
     }
-    /// The nearer line keeps a pixel, of two equally near ones the later.
-    void offer(int column, double depth, std::uint32_t place) noexcept
+    /// Whether a line that shows takes the pixel: the nearer one does, of two equally near ones the later.
+    bool wouldTake(int column, double depth, std::uint32_t place) const noexcept
     {
         const auto i = static_cast<std::size_t>(column);
-        if (!(depth < depths[i]) && !(depth == depths[i] && place >= places[i])) return;
+        const bool nearer = depth < depths[i], asNear = depth == depths[i], later = place >= places[i];
+        return nearer | (asNear & later);
+    }
+    void put(int column, double depth, std::uint32_t place) noexcept
+    {
+        const auto i = static_cast<std::size_t>(column);
         depths[i] = depth;
         places[i] = place;
         hasLines = true;

@@ -12,7 +12,8 @@ class Outlines;
 /// Which lines a render draws over the surfaces, and how. None unless set.
 struct LineStyle {
     bool curves = false;                  ///< The curves of the model.
-    const Outlines* outlines = nullptr;   ///< Outlines of the model's facets; must outlive the render.
+    const Outlines* outlines = nullptr;   ///< Of the model's facets; must outlive all use of the
+                                          ///< picture's lines.
     bool everyEdge = false;               ///< Of the outlines also those between facets nearly in one plane.
     int width = 1;                        ///< Pixels: odd, 1 to 15.
     std::optional<std::array<std::uint8_t, 3>> colour;   ///< Red, green, blue of all lines.

@@ -14,20 +14,36 @@
 namespace belvor {
 namespace {
 
+/// Numbers below it are exact in an int.
+constexpr double fewDigits = 0x1p30;
+
 bool isFinite(const Point<3>& p) noexcept
 {
-    return std::isfinite(p[0]) && std::isfinite(p[1]) && std::isfinite(p[2]);
+    return p[0] * 0.0 + p[1] * 0.0 + p[2] * 0.0 == 0.0;   // of what is not finite, not a number
+}
+
+/// The largest integer not above a number of few enough digits.
+int floorOf(double value) noexcept
+{
+    const int truncated = static_cast<int>(value);
+    return truncated - (truncated > value);
 }
 
 /// Whether an integer lies between the two, themselves included.
-bool holdsInteger(double a, double b) noexcept { return std::ceil(std::min(a, b)) <= std::max(a, b); }
+bool holdsInteger(double a, double b) noexcept
+{
+    const double low = std::min(a, b), high = std::max(a, b);
+    if (high < fewDigits && high > -fewDigits) return floorOf(high) >= low;
+    return std::ceil(low) <= high;
+}
 
 /// Whether a segment takes any pixel by the rules of columns and rows, or as a dot.
 bool takesPixel(const LineSegment& segment) noexcept
 {
     if (segment.kind != LineSegment::Kind::straight) return segment.kind == LineSegment::Kind::dot;
     const double x0 = segment.from[0], y0 = segment.from[1], x1 = segment.to[0], y1 = segment.to[1];
-    return (x0 != x1 && holdsInteger(x0, x1)) || (y0 != y1 && holdsInteger(y0, y1));
+    const bool column = x0 != x1 && holdsInteger(x0, x1), row = y0 != y1 && holdsInteger(y0, y1);
+    return column | row;
 }
 
 /// The part of a straight line that a camera can project: in perspective at least a little in
@@ -79,7 +95,7 @@ private:
 class LineTable::Collector {
 public:
     Collector(LineTable& filled, const Model& scene, const Camera& view, const LineStyle& lines,
-              LargeVector<FacetShade>& paints, const Sharing& threads, const std::function<void()>& pauses)
+              const FacetShade* paints, const Sharing& threads, const std::function<void()>& pauses)
         : table(filled),
           model(scene),
           camera(view),
@@ -93,33 +109,26 @@ public:
 
     void run(const Point<3>* projected)
     {
-        const std::uint32_t curves = style.curves ? model.curveCount() : 0;
-        const std::uint32_t points = curves == 0 ? 0 : endOf(model.curve(curves - 1));
-        const std::size_t edges = style.outlines ? style.outlines->size() : 0;
-        const std::size_t facets = shades.size(), places = points + edges;
-        if (facets + places >= noFacet) throw std::bad_alloc();   // owners have 32 bits
-        table.scene = &model;
+        const std::uint32_t curveCount = style.curves ? model.curveCount() : 0;
+        const std::uint32_t points = curveCount == 0 ? 0 : endOf(model.curve(curveCount - 1));
+        const std::uint32_t edges = style.outlines ? style.outlines->size() : 0;
+        const std::size_t places = std::size_t{points} + edges;
+        if (model.facetCount() + places >= noFacet) throw std::bad_alloc();   // owners have 32 bits
         table.curvePlaces = points;
-        resizeInSlices(table.sources, places, pause);
+        resizeInSlices(table.curves, points, pause);
         table.kept.assign(style.trace ? places : 0, LineSegment{});
-        resizeInSlices(shades, facets + places, pause);
-        placeShades = shades.data() + facets;
         if (points != 0) {
             projectCurves(points);
-            const std::size_t piece = std::max<std::size_t>(sharing.pieceSize * curves / points, 1);
-            forPieces(curves, piece, [&](std::size_t i, unsigned thread, Pauses& pauses) {
-                addCurve(model.curve(static_cast<std::uint32_t>(i)), thread, pauses);
+            const std::size_t piece = std::max<std::size_t>(sharing.pieceSize * curveCount / points, 1);
+            forPieces(curveCount, piece, [&](std::size_t i, unsigned thread, Pauses& pauses) {
+                addCurve(static_cast<std::uint32_t>(i), thread, pauses);
             });
         }
-        constexpr std::size_t groupSize = 256;
-        const std::size_t groups = (edges + groupSize - 1) / groupSize;
-        forPieces(groups, std::max<std::size_t>(sharing.pieceSize / groupSize, 1),
+        constexpr std::size_t groupSize = Outlines::groupSize;
+        forPieces((edges + groupSize - 1) / groupSize,
+                  std::max<std::size_t>(sharing.pieceSize / groupSize, 1),
                   [&](std::size_t group, unsigned thread, Pauses&) {
-                      std::uint32_t chosen[groupSize];
-                      const std::size_t first = group * groupSize, end = std::min(first + groupSize, edges);
-                      const std::uint32_t count =
-                          choose(static_cast<std::uint32_t>(first), static_cast<std::uint32_t>(end), chosen);
-                      for (std::uint32_t i = 0; i < count; ++i) addEdge(chosen[i], projected, thread);
+                      addEdges(static_cast<std::uint32_t>(group * groupSize), projected, thread);
                   });
     }
 
@@ -153,14 +162,11 @@ private:
                   });
     }
 
-    void addCurve(const Curve& curve, unsigned thread, Pauses& pauses)
+    void addCurve(std::uint32_t index, unsigned thread, Pauses& pauses)
     {
-        const Colour& colour = curve.material->colour;
-        FacetShade shade{{toByte(colour[0]), toByte(colour[1]), toByte(colour[2])}, false};
-        if (style.colour) std::copy_n(style.colour->begin(), 3, shade.colour);
+        const Curve& curve = model.curve(index);
         const std::uint32_t first = curve.firstPoint, end = endOf(curve);
-        std::fill(placeShades + first, placeShades + end, shade);
-        std::fill(table.sources.begin() + first, table.sources.begin() + end, curve.material->index);
+        std::fill(table.curves.begin() + first, table.curves.begin() + end, index);
 
         // Too short to take a pixel, it gets the one next to the middle of its first piece.
         LineSegment segment{{},   {}, first, {noFacet, noFacet}, LineSegment::Kind::nothing, LineRule::curve,
@@ -200,47 +206,40 @@ private:
         }
     }
 
-    /// Puts into `chosen` which outlines of a range may be drawn; returns their number. Without a branch for
-    /// each: which of them are can hardly be foretold.
-    std::uint32_t choose(std::uint32_t first, std::uint32_t end, std::uint32_t* chosen) const
+    /// Those of a group of outlines that may be drawn, of which `first` is the first. What is read from
+    /// anywhere is asked for ahead.
+    void addEdges(std::uint32_t first, const Point<3>* projected, unsigned thread)
     {
-        std::uint32_t count = 0;
-        for (std::uint32_t i = first; i < end; ++i) {
-            const Outlines::Outline& outline = (*style.outlines)[i];
-            const bool one = shades[outline.hasPair ? outline.firstUses[0].facet() : 0].reversed,
-                       other = shades[outline.hasPair ? outline.firstUses[1].facet() : 0].reversed;
-            chosen[count] = i;
-            count += (outline.kind != Outlines::Kind::smooth) | !outline.hasPair | (one != other)
-                     | style.everyEdge;
-        }
-        return count;
+        const std::uint64_t chosen = style.outlines->mayShow(first, shades, style.everyEdge);
+        const auto forEach = [chosen, first](auto take) {
+            for (std::uint64_t left = chosen; left != 0; left &= left - 1)
+                take(first + static_cast<std::uint32_t>(std::countr_zero(left)));
+        };
+        forEach([&](std::uint32_t index) {
+            __builtin_prefetch(&projected[style.outlines->ends(index).from]);
+            __builtin_prefetch(&projected[style.outlines->ends(index).to]);
+        });
+        forEach([&](std::uint32_t index) { addEdge(index, projected, thread); });
     }
 
     void addEdge(std::uint32_t index, const Point<3>* projected, unsigned thread)
     {
         using Kind = Outlines::Kind;
-        const Outlines& outlines = *style.outlines;
-        const Outlines::Outline& edge = outlines[index];
-        if (edge.kind == Kind::border && edge.hasCurve && style.curves) return;
-        const bool freeStanding =
-            edge.kind == Kind::border || outlines.isContour(index, model, camera, shades.data());
-        if (!freeStanding && edge.kind == Kind::smooth && !style.everyEdge) return;
+        const Outlines& all = *style.outlines;
+        const Outlines::Traits& traits = all.traits(index);
+        if (traits.kind == Kind::border && traits.hasCurve && style.curves) return;
+        const bool freeStanding = traits.kind == Kind::border || all.isContour(index, model, camera, shades);
+        if (!freeStanding && traits.kind == Kind::smooth && !style.everyEdge) return;
 
-        const std::uint32_t facet = outlines.colouringFacet(index, shades.data());
-        const std::uint32_t place = table.curvePlaces + index;
-        FacetShade shade = shades[facet];
-        for (std::uint8_t& channel : shade.colour) channel = static_cast<std::uint8_t>(channel * 35 / 100);
-        if (style.colour) std::copy_n(style.colour->begin(), 3, shade.colour);
-        placeShades[place] = shade;
-        table.sources[place] = facet;
-        const std::span<const Outlines::Use> uses = outlines.uses(index);
+        const std::span<const Outlines::Use> uses = all.uses(index);
         LineSegment segment{{},
                             {},
-                            place,
+                            table.curvePlaces + index,
                             {uses[0].facet(), uses.size() > 1 ? uses[1].facet() : noFacet},
                             LineSegment::Kind::nothing,
                             freeStanding ? LineRule::outline : LineRule::crease,
                             uses.size() > 2};
+        const Edge& edge = all.ends(index);
         setEnds(segment, model.vertex(edge.from).position, model.vertex(edge.to).position,
                 projected[edge.from], projected[edge.to]);
         if (segment.kind == LineSegment::Kind::nothing) return;
@@ -265,8 +264,6 @@ private:
     /// Puts a segment into the list of the bands that it may have pixels in.
     void list(const LineSegment& segment, unsigned thread)
     {
-        constexpr double rounded =
-            0x1p30;   // from there on a point between the ends may lie rows beside them
         if (style.trace) table.kept[segment.place] = segment;
         const Bands& bands = table.bandsOfPicture;
         const double left = std::min(segment.from[0], segment.to[0]),
@@ -274,15 +271,15 @@ private:
         const double top = std::min(segment.from[1], segment.to[1]),
                      bottom = std::max(segment.from[1], segment.to[1]);
         const double margin = reach + 2.0;
-        if (right < -margin || left > bands.width + margin) return;
-        double first = 0.0, last = bands.height - 1.0;
-        if (std::abs(top) < rounded && std::abs(bottom) < rounded) {
-            first = std::max(first, std::floor(top) - reach);
-            last = std::min(last, std::floor(bottom) + 1.0 + reach);
+        if ((right < -margin) | (left > bands.width + margin)) return;
+        int first = 0, last = bands.height - 1;
+        if ((top > -fewDigits) & (bottom < fewDigits)) {   // else rows beside them may be meant
+            first = std::max(first, floorOf(top) - reach);
+            last = std::min(last, floorOf(bottom) + 1 + reach);
         }
-        if (!(first <= last)) return;
-        const auto firstBand = static_cast<unsigned>(first) >> bands.rowBits,
-                   lastBand = static_cast<unsigned>(last) >> bands.rowBits;
+        if (first > last) return;
+        const unsigned firstBand = static_cast<unsigned>(first) >> bands.rowBits,
+                       lastBand = static_cast<unsigned>(last) >> bands.rowBits;
         const auto level = static_cast<std::size_t>(std::bit_width(firstBand ^ lastBand));
         table.parts[thread]->add(table.levelStarts[level] + (firstBand >> level), segment);
     }
@@ -291,8 +288,7 @@ private:
     const Model& model;
     const Camera& camera;
     const LineStyle& style;
-    LargeVector<FacetShade>& shades;
-    FacetShade* placeShades = nullptr;
+    const FacetShade* const shades;
     const Sharing& sharing;
     const std::function<void()>& pause;
     const EyeCut eye;
@@ -315,11 +311,34 @@ void LineTable::restart(const Bands& bands, unsigned threads)
 }
 
 void LineTable::collect(const Model& model, const Camera& camera, const Point<3>* projected,
-                        const LineStyle& style, LargeVector<FacetShade>& shades, const Bands& bands,
+                        const LineStyle& style, const FacetShade* shades, const Bands& bands,
                         const Sharing& sharing, const std::function<void()>& pause)
 {
+    scene = &model;
+    facetShades = shades;
+    outlines = style.outlines;
+    commonColour = style.colour;
     restart(bands, std::min(sharing.threads, Workers::maxThreads));
     Collector(*this, model, camera, style, shades, sharing, pause).run(projected);
+}
+
+std::uint16_t LineTable::material(std::uint32_t place) const noexcept
+{
+    if (place < curvePlaces) return scene->curve(curves[place]).material->index;
+    return scene->facet(outlines->colouringFacet(outline(place), facetShades)).material->index;
+}
+
+std::array<std::uint8_t, 3> LineTable::colour(std::uint32_t place) const noexcept
+{
+    if (commonColour) return *commonColour;
+    if (place < curvePlaces) {
+        const Colour& colour = scene->curve(curves[place]).material->colour;
+        return {toByte(colour[0]), toByte(colour[1]), toByte(colour[2])};
+    }
+    const FacetShade& shade = facetShades[outlines->colouringFacet(outline(place), facetShades)];
+    std::array<std::uint8_t, 3> bytes;
+    for (std::size_t i = 0; i < 3; ++i) bytes[i] = static_cast<std::uint8_t>(shade.colour[i] * 35 / 100);
+    return bytes;
 }
 
 }   // namespace belvor

@@ -8,16 +8,19 @@
 #include "render/Sharing.h"
 #include "scene/Model.h"
 
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace belvor {
 
 class Camera;
+class Outlines;
 
 /// What makes a line visible where a facet lies in front of it at a sample point.
 enum class LineRule : std::uint8_t {
@@ -46,27 +49,23 @@ struct LineSegment {
 };
 
 /// The lines of a picture. Every point of a curve has a place, for the piece that begins there, and behind
-/// all of them every outline: where two lines are equally near, that of the later place wins. The segments
-/// stand in lists by the bands of rows where they may have pixels.
+/// all of them every outline that may be drawn: where two lines are equally near, that of the later place
+/// wins. The segments stand in lists by the bands of rows where they may have pixels.
 class LineTable {
 public:
     static constexpr std::uint32_t noFacet = 0xFFFFFFFF;
 
-    /// Fills the table, whatever it held. `projected` are the model's vertices on the screen; the
-    /// colours of the places are appended to `shades`, which holds those of the facets. `pause` is called
-    /// now and then, on this thread, and may throw. Throws std::bad_alloc. What is given must outlive the
-    /// table's use.
+    /// Fills the table, whatever it held. `projected` are the model's vertices on the screen, `shades` those
+    /// of its facets. `pause` is called now and then, on this thread, and may throw. Throws std::bad_alloc.
+    /// What is given, and the outlines that `style` names, must outlive the table's use.
     void collect(const Model& model, const Camera& camera, const Point<3>* projected, const LineStyle& style,
-                 LargeVector<FacetShade>& shades, const Bands& bands, const Sharing& sharing,
+                 const FacetShade* shades, const Bands& bands, const Sharing& sharing,
                  const std::function<void()>& pause);
 
     /// The material number of the line of a place.
-    std::uint16_t material(std::uint32_t place) const noexcept
-    {
-        const std::uint32_t source = sources[place];
-        return place < curvePlaces ? static_cast<std::uint16_t>(source)
-                                   : scene->facet(source).material->index;
-    }
+    std::uint16_t material(std::uint32_t place) const noexcept;
+    /// Red, green and blue of it.
+    std::array<std::uint8_t, 3> colour(std::uint32_t place) const noexcept;
     /// Of the Outlines, for the place of an edge.
     std::uint32_t outline(std::uint32_t place) const noexcept { return place - curvePlaces; }
     /// In the order of the places: where the style has a trace; a curve ends with `nothing` or a dot.
@@ -87,9 +86,11 @@ private:
     void restart(const Bands& bands, unsigned threads);
 
     const Model* scene = nullptr;
+    const FacetShade* facetShades = nullptr;
+    const Outlines* outlines = nullptr;
+    std::optional<std::array<std::uint8_t, 3>> commonColour;
     std::uint32_t curvePlaces = 0;
-    LargeVector<std::uint32_t>
-        sources;   // by place: the material number of a curve, the facet that colours an edge
+    LargeVector<std::uint32_t> curves;   // of the model, by place
     LargeVector<Point<3>> curvePoints;   // on the screen
     LargeVector<LineSegment> kept;       // by place
     // One list for each band, then one for each two of them, and so on: each segment stands in one, of the

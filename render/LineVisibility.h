@@ -42,19 +42,32 @@ public:
         if (!hides(segment, point, drawn)) return true;
         if (segment.rule == LineRule::curve || other == drawn || !holds(other)) return false;
         if (segment.rule == LineRule::outline) return !hides(segment, point, other);
-        const std::uint32_t owner = rowOf(other).owners()[static_cast<std::size_t>(other.column)];
+        const std::uint32_t owner = ownerAt(other);
         return owner != noFacet && isOwn(segment, owner);
     }
 
-    /// A point near this one will be asked for: gets the surface there from memory meanwhile.
-    void expect(const Point<3>& point) const noexcept
+    /// Puts the facets whose planes shows() may ask for behind the `count` ones in `facets`, at most two;
+    /// returns the new count. Without a branch: which are known can hardly be foretold.
+    std::size_t addUnknown(const LineSegment& segment, Sample drawn, Sample other, std::uint32_t* facets,
+                           std::size_t count) const noexcept
     {
-        if (!(point[0] > 0.0 && point[0] < rows->width() - 1 && point[1] > firstRow && point[1] < endRow - 1))
-            return;
-        const auto column = static_cast<std::size_t>(point[0] + 0.5);
-        const std::uint32_t owner = rows[static_cast<int>(point[1] + 0.5) - firstRow].owners()[column];
-        if (owner != noFacet && known[owner % knownFacets].facet != owner)
-            __builtin_prefetch(&model.facet(owner));
+        const bool asksOther = segment.rule == LineRule::outline && holds(other);
+        for (const Sample sample : {drawn, asksOther ? other : drawn}) {
+            const std::uint32_t owner = ownerAt(sample);
+            facets[count] = owner;
+            count += (owner != noFacet) & (known[owner % knownFacets].facet != owner);
+        }
+        return count;
+    }
+    /// Gets the planes of facets from memory, all at the same time.
+    void fetch(const std::uint32_t* facets, std::size_t count) const noexcept
+    {
+        for (std::size_t i = 0; i < count; ++i) {
+            const Plane& plane = model.facet(facets[i]).plane;
+            const double first = plane.normal()[0],
+                         last = plane.offset();   // may lie on two lines of the cache
+            asm volatile("" : : "m"(first), "m"(last));
+        }
     }
 
 private:
@@ -69,7 +82,7 @@ private:
     bool hides(const LineSegment& segment, const Point<3>& point, Sample at) noexcept
     {
         const PixelRow& row = rowOf(at);
-        const std::uint32_t owner = row.owners()[static_cast<std::size_t>(at.column)];
+        const std::uint32_t owner = ownerAt(at);
         if (owner == noFacet || isOwn(segment, owner)) return false;
         Slopes& slopes = known[owner % knownFacets];
         if (owner != slopes.facet) slopes = slopesOf(owner);
@@ -81,6 +94,10 @@ private:
     bool holds(Sample at) const noexcept
     {
         return at.row >= firstRow && at.row < endRow && at.column >= 0 && at.column < rows->width();
+    }
+    std::uint32_t ownerAt(Sample at) const noexcept
+    {
+        return rowOf(at).owners()[static_cast<std::size_t>(at.column)];
     }
     const PixelRow& rowOf(Sample at) const noexcept { return rows[at.row - firstRow]; }
     bool isOwn(const LineSegment& segment, std::uint32_t facet) const noexcept

@@ -121,8 +121,10 @@ public:
     {
         resizeInSlices(
             newest, scene.vertexCount(), [this] { pauses.step(Pauses::interval); }, none);
-        result.outlines.reserve(model.edgeCount() / 2 + std::size_t{1});
-        links.reserve(model.edgeCount() / 2 + std::size_t{1});
+        const std::size_t usual = model.edgeCount() / 2 + std::size_t{1};
+        result.traitStore.reserve(usual);
+        result.outlines.reserve(usual);
+        links.reserve(usual);
     }
 
     void run()
@@ -173,7 +175,8 @@ private:
     std::uint32_t add(const Edge& edge, Use use, std::uint32_t lower, std::uint32_t upper)
     {
         const std::uint32_t index = result.size();
-        result.outlines.push_back({edge.from, edge.to, {use, {0}}, 1, Kind::border, hasCurve, false});
+        result.traitStore.push_back({Kind::border, 1, hasCurve, false});
+        result.outlines.push_back({edge, {use, {0}}});
         links.push_back({upper, newest[lower]});
         if (listLength < longestList) newest[lower] = index;
         return index;
@@ -182,15 +185,18 @@ private:
     /// A facet that has the edge several times comes several times, one after another.
     void addUse(std::uint32_t index, Use use)
     {
-        Outline& outline = result.outlines[index];
+        Traits& outline = result.traitStore[index];
+        Use* const uses = result.outlines[index].firstUses;
         if (outline.kind == Kind::border) outline.kind = Kind::smooth;
         if (outline.useCount > 2) {
             further.push_back({index, use});
-        } else if (const Use last = outline.firstUses[outline.useCount - 1]; last.facet() != use.facet()) {
+        } else if (const Use last = uses[outline.useCount - 1]; last.facet() != use.facet()) {
             if (outline.useCount == 2) further.push_back({index, use});
-            else outline.firstUses[1] = use;
-            outline.hasPair = ++outline.useCount == 2 && last.forward() != use.forward();
+            else uses[1] = use;
+            ++outline.useCount;
             if (outline.useCount == 2 && differ(model, last, use)) outline.kind = Kind::sharp;
+            outline.dependsOnView =
+                outline.useCount == 2 && outline.kind == Kind::smooth && last.forward() != use.forward();
         }
     }
 
@@ -201,14 +207,15 @@ private:
         std::stable_sort(further.begin(), further.end(), byOutline);
         LargeVector<Use>& store = result.useStore;
         for (auto at = further.begin(); at != further.end();) {
-            Outline& outline = result.outlines[at->outline];
+            Traits& outline = result.traitStore[at->outline];
+            Use(&uses)[2] = result.outlines[at->outline].firstUses;
             const auto first = static_cast<std::uint32_t>(store.size());
-            store.insert(store.end(), {outline.firstUses[0], outline.firstUses[1]});
+            store.insert(store.end(), uses, uses + 2);
             for (const std::uint32_t index = at->outline; at != further.end() && at->outline == index; ++at)
                 if (store.back().facet() != at->use.facet()) store.push_back(at->use);
             const auto count = static_cast<std::uint32_t>(store.size()) - first;
-            outline.firstUses[0] = {first};
-            outline.firstUses[1] = {count};
+            uses[0] = {first};
+            uses[1] = {count};
             if (outline.kind != Kind::sharp && anyDiffer(model, {&store[first], count}))
                 outline.kind = Kind::sharp;
         }
@@ -232,8 +239,25 @@ Outlines::Outlines(const Model& model, const std::function<void()>& pause)
     Matcher(*this, model, pause).run();
 }
 
-bool Outlines::hasFacetsOfBothSides(std::uint32_t index, const Model& model, const Camera& camera,
-                                    const FacetShade* shades) const
+/// Without a branch for each: which of them are drawn can hardly be foretold.
+std::uint64_t Outlines::mayShow(std::uint32_t first, const FacetShade* shades, bool every) const noexcept
+{
+    const std::uint32_t count = std::min(groupSize, size() - first);
+    if (every) return ~std::uint64_t{0} >> (groupSize - count);
+    const Traits* const traits = &traitStore[first];
+    const Outline* const edges = &outlines[first];
+    std::uint64_t chosen = 0;
+    for (std::uint32_t i = 0; i < count; ++i) {
+        const std::uint32_t all = traits[i].dependsOnView ? ~0u : 0;
+        const bool one = shades[edges[i].firstUses[0].facet() & all].reversed,
+                   other = shades[edges[i].firstUses[1].facet() & all].reversed;
+        chosen |= static_cast<std::uint64_t>((one != other) | (all == 0)) << i;
+    }
+    return chosen;
+}
+
+bool Outlines::isContour(std::uint32_t index, const Model& model, const Camera& camera,
+                         const FacetShade* shades) const
 {
     const std::span<const Use> all = uses(index);
     const bool firstFaces = !shades[all[0].facet()].reversed;

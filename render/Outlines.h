@@ -30,28 +30,30 @@ public:
         /// Two facets run along the edge in the same direction when this is equal.
         bool forward() const noexcept { return (facetAndDirection & 1) != 0; }
     };
-    /// From vertex `from` to vertex `to`, as the first of its facets runs.
-    struct Outline {
-        std::uint32_t from, to;
-        Use firstUses[2];        // of one or two; of more their place in the store and their number
-        std::uint8_t useCount;   // 1, 2 or more
+    /// What an edge is for any view.
+    struct Traits {
         Kind kind;
-        bool hasCurve;   // of a border: a curve of the model stands for it
-        bool hasPair;    // two facets run along it, in opposite directions
+        std::uint8_t useCount;   ///< 1, 2 or more.
+        bool hasCurve;           ///< Of a border: a curve of the model stands for it.
+        bool dependsOnView;      ///< Smooth, with two facets that run along it in opposite directions: drawn
+                                 ///< where one faces the eye and the other does not.
     };
 
     /// Edges whose ends coincide or are not finite are left out. `pause` is called now and then and may
     /// throw. Throws std::bad_alloc.
     explicit Outlines(const Model& model, const std::function<void()>& pause = {});
 
-    std::uint32_t size() const noexcept { return static_cast<std::uint32_t>(outlines.size()); }
-    /// In the order in which the model has them first.
-    const Outline& operator[](std::uint32_t index) const noexcept { return outlines[index]; }
+    std::uint32_t size() const noexcept { return static_cast<std::uint32_t>(traitStore.size()); }
+    // Of each, by its index in the order in which the model has them first:
+    const Traits& traits(std::uint32_t index) const noexcept { return traitStore[index]; }
+    /// The vertices at its ends, as the first of its facets runs.
+    const Edge& ends(std::uint32_t index) const noexcept { return outlines[index].ends; }
     std::span<const Use> uses(std::uint32_t index) const noexcept
     {
-        const Outline& outline = outlines[index];
-        if (outline.useCount <= 2) return {outline.firstUses, outline.useCount};
-        return {&useStore[outline.firstUses[0].facetAndDirection], outline.firstUses[1].facetAndDirection};
+        const Use(&first)[2] = outlines[index].firstUses;
+        const std::uint8_t count = traitStore[index].useCount;
+        if (count <= 2) return {first, count};
+        return {&useStore[first[0].facetAndDirection], first[1].facetAndDirection};
     }
     bool belongsTo(std::uint32_t index, std::uint32_t facet) const noexcept
     {
@@ -61,25 +63,27 @@ public:
         return at != all.end() && at->facet() == facet;
     }
 
+    /// How many mayShow() tells of at once.
+    static constexpr std::uint32_t groupSize = 64;
+    /// Bit i tells whether pictures from the eye of `shades` may draw the edge `first` + i: `every` one, or
+    /// all but smooth ones whose two facets both face the eye or both do not.
+    std::uint64_t mayShow(std::uint32_t first, const FacetShade* shades, bool every) const noexcept;
+
     /// Whether some of its facets face the eye and others do not.
     bool isContour(std::uint32_t index, const Model& model, const Camera& camera,
-                   const FacetShade* shades) const
-    {
-        const Outline& outline = outlines[index];
-        if (outline.hasPair)   // nearly always
-            return shades[outline.firstUses[0].facet()].reversed
-                   != shades[outline.firstUses[1].facet()].reversed;
-        if (outline.useCount == 1) return false;
-        return hasFacetsOfBothSides(index, model, camera, shades);
-    }
+                   const FacetShade* shades) const;
     /// The facet that colours it: the first whose normal faces the eye, else the first.
     std::uint32_t colouringFacet(std::uint32_t index, const FacetShade* shades) const noexcept;
 
 private:
     class Matcher;
-    bool hasFacetsOfBothSides(std::uint32_t index, const Model& model, const Camera& camera,
-                              const FacetShade* shades) const;
 
+    struct Outline {
+        Edge ends;
+        Use firstUses[2];   // of one or two facets; of more their place in the store and their number
+    };
+
+    LargeVector<Traits> traitStore;   // by themselves, and so small, since all are read for every picture
     LargeVector<Outline> outlines;
     LargeVector<Use> useStore;   // of edges with three facets and more
 };

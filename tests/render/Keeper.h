@@ -44,9 +44,8 @@ public:
         for (int i = 0; i < width(); ++i) {
             if (owner(i) == noFacet) continue;
             const bool line = hasLines() && isLine(owner(i));
-            const std::uint8_t* const rgb = colour(owner(i));
-            pixels[static_cast<std::size_t>(i)] = {
-                line ? noFacet : owner(i), line, depth(i), {rgb[0], rgb[1], rgb[2]}, material(owner(i))};
+            pixels[static_cast<std::size_t>(i)] = {line ? noFacet : owner(i), line, depth(i),
+                                                   colour(owner(i)), material(owner(i))};
         }
     }
 
