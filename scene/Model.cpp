@@ -93,38 +93,33 @@ Facet& Model::addFacet(const Material& material, const Plane& plane)
     return facetStore.append(plane, &material, edgeCount(), 0u);
 }
 
-Edge& Model::addEdge(std::uint32_t from, std::uint32_t to)
+void Model::addEdge(std::uint32_t from, std::uint32_t to)
 {
-    Edge& added = edgeStore.append(from, to);
+    edgeStore.append(Edge{from, to});
     const std::uint32_t facet = facetCount() - 1;
     edgeCountStore[facet] = fewEdges(++facetStore[facet].edgeCount);
-    return added;
 }
 
 void Model::addEdges(std::span<const Edge> edges)
 {
-    const auto count = static_cast<std::uint32_t>(edges.size());
-    edgeStore.appendAll(count, [edges](std::uint32_t i) { return edges[i]; });
+    edgeStore.append(edges);
     const std::uint32_t facet = facetCount() - 1;
-    edgeCountStore[facet] = fewEdges(facetStore[facet].edgeCount += count);
+    edgeCountStore[facet] = fewEdges(facetStore[facet].edgeCount += static_cast<std::uint32_t>(edges.size()));
 }
 
 void Model::addPolygon(const Material& material, const Plane& plane, std::span<const Point<3>> corners)
 {
-    const std::uint32_t first = vertexCount();
-    Facet& facet = addFacet(material, plane);
-    const auto addSides = [&]<std::size_t size>(std::span<const Point<3>, size> loop) {
-        const auto sides = static_cast<std::uint32_t>(loop.size());
-        vertexStore.appendAll(sides, [loop](std::uint32_t i) { return Vertex{loop[i]}; });
-        edgeStore.appendAll(sides, [=](std::uint32_t i) {
-            return Edge{first + i, first + (i + 1 == sides ? 0 : i + 1)};
-        });
-        facet.edgeCount = sides;
-        edgeCountStore[facetCount() - 1] = fewEdges(sides);
+    const auto sides = static_cast<std::uint32_t>(corners.size());
+    edgeCountStore.append(fewEdges(sides));
+    facetStore.append(plane, &material, edgeCount(), sides);
+    edgeStore.appendLoop(vertexCount(), sides);
+    const auto addCorners = [this]<std::size_t size>(std::span<const Point<3>, size> loop) {
+        vertexStore.appendAll(static_cast<std::uint32_t>(loop.size()),
+                              [loop](std::uint32_t i) { return Vertex{loop[i]}; });
     };
-    // Nearly all have four corners: told so, the compiler writes the loops out.
-    if (corners.size() == 4) addSides(corners.first<4>());
-    else addSides(corners);
+    // Nearly all have four corners: told so, the compiler writes the loop out.
+    if (corners.size() == 4) addCorners(corners.first<4>());
+    else addCorners(corners);
 }
 
 void Model::addCurve(const Material& material, std::span<const Point<3>> points, bool bounded)

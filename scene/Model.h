@@ -4,6 +4,7 @@
 #include "calcore/Plane.h"
 #include "platform/Handle.h"
 #include "scene/BlockStore.h"
+#include "scene/EdgeStore.h"
 #include "scene/Material.h"
 
 #include <atomic>
@@ -27,11 +28,6 @@ class Reporter;
 /// A corner of the scene.
 struct Vertex {
     Point<3> position;   ///< Model coordinates.
-};
-
-/// One side of a facet, between two vertices by their indices in the store.
-struct Edge {
-    std::uint32_t from, to;
 };
 
 /// A flat polygon given by its edges alone: holes and several loops are more edges, filled
@@ -97,7 +93,7 @@ public:
     /// `material` is one of this model's materials.
     Facet& addFacet(const Material& material, const Plane& plane = {});
     /// An edge of the facet added last, between two stored vertices, given by their indices.
-    Edge& addEdge(std::uint32_t from, std::uint32_t to);
+    void addEdge(std::uint32_t from, std::uint32_t to);
     /// The same for several, one after another.
     void addEdges(std::span<const Edge> edges);
 
@@ -125,7 +121,7 @@ public:
     std::uint32_t edgeCount() const noexcept { return edgeStore.size(); }
     std::uint32_t facetCount() const noexcept { return facetStore.size(); }
     const Vertex& vertex(std::uint32_t number) const noexcept { return vertexStore[number]; }
-    const Edge& edge(std::uint32_t number) const noexcept { return edgeStore[number]; }
+    Edge edge(std::uint32_t number) const noexcept { return edgeStore[number]; }
     const Facet& facet(std::uint32_t number) const noexcept { return facetStore[number]; }
     /// The numbers of edges of `number` facets from `first` on, at most manyEdges each, when they lie side by
     /// side in memory; else none. Reading these is quicker than reading the facets.
@@ -134,7 +130,7 @@ public:
         return edgeCountStore.sideBySide(first, number);
     }
     static constexpr std::uint8_t manyEdges = 255;   ///< Or more.
-    /// `number` edges from `first` on, when they lie side by side in memory; else none.
+    /// `number` edges from `first` on, when they lie side by side in memory; else none: many are worked out.
     const Edge* edgesFrom(std::uint32_t first, std::uint32_t number) const noexcept
     {
         return edgeStore.sideBySide(first, number);
@@ -154,7 +150,7 @@ private:
 
     MemoryPool pool;
     BlockStore<Vertex> vertexStore{pool};
-    BlockStore<Edge> edgeStore{pool};
+    EdgeStore edgeStore{pool};
     BlockStore<Facet> facetStore{pool};
     BlockStore<std::uint8_t> edgeCountStore{pool};   // by facet
     BlockStore<Curve> curveStore{pool};

@@ -5,9 +5,48 @@
 
 #include <array>
 #include <cmath>
+#include <random>
 #include <sstream>
+#include <utility>
+#include <vector>
 
 using namespace belvor;
+
+TEST(Model, EdgesAreThoseOfTheFacetsWhetherStoredOrWorkedOut)
+{
+    std::mt19937 random(7);
+    Model model;
+    std::vector<std::pair<std::uint32_t, std::uint32_t>> wanted;
+    std::size_t workedOut = 0;
+    for (int facet = 0; facet < 12000; ++facet) {
+        // Long runs of quadrilaterals, then a few facets of any kind.
+        const std::uint32_t corners = facet % 2500 < 30 ? 1 + static_cast<std::uint32_t>(random() % 7) : 4;
+        if (corners == 6) model.addVertex({});
+        const std::uint32_t start = model.vertexCount();
+        const std::vector<Point<3>> points(corners);
+        if (corners < 6) {
+            model.addPolygon(model.findMaterial("a"), {}, points);
+        } else {
+            model.addFacet(model.findMaterial("a"));
+            for (const Point<3>& point : points) model.addVertex(point);
+            for (std::uint32_t i = 0; i < corners; ++i) model.addEdge(start + i, start + (i + 1) % corners);
+        }
+        ASSERT_EQ(model.vertexCount(), start + corners);
+        EXPECT_EQ(model.facet(model.facetCount() - 1).edgeCount, corners);
+        for (std::uint32_t i = 0; i < corners; ++i) wanted.emplace_back(start + i, start + (i + 1) % corners);
+    }
+    ASSERT_EQ(model.edgeCount(), wanted.size());
+    for (std::uint32_t i = 0; i < wanted.size(); ++i) {
+        EXPECT_EQ(std::pair(model.edge(i).from, model.edge(i).to), wanted[i]) << i;
+        const Edge* const stored = model.edgesFrom(i, 1);
+        if (stored) {
+            EXPECT_EQ(std::pair(stored->from, stored->to), wanted[i]) << i;
+        }
+        workedOut += !stored;
+    }
+    EXPECT_GT(workedOut, wanted.size() / 5) << "they take no memory";
+    EXPECT_LT(workedOut, wanted.size());
+}
 
 TEST(Model, DumpsBothEndsOfEveryEdgeOfAFacet)
 {
