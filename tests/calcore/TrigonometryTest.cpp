@@ -1,5 +1,4 @@
 #include "calcore/Trigonometry.h"
-#include "calcore/WideTrigonometry.h"
 #include "tests/calcore/HardAngles.h"
 
 #include <gtest/gtest.h>
@@ -19,24 +18,6 @@ struct Random {
         return (static_cast<double>(state >> 11) * 0x1p-52 - 1.0) * range;
     }
 };
-
-// Two ways to the same double: the sum of two doubles for most arguments, and the wide numbers.
-TEST(Trigonometry, WideNumbersGiveTheSameDoubles)
-{
-    Random random{2};
-    for (int i = 0; i < 20000; ++i) {
-        const double angle = random(i % 3 == 0 ? 1.0 : i % 3 == 1 ? 30.0 : 1e6);
-        if (std::abs(angle) < 0x1p-27) continue;
-        EXPECT_EQ(sine(angle), wideSine(angle, 0)) << angle;
-        EXPECT_EQ(cosine(angle), wideSine(angle, 1)) << angle;
-        const double part = 0.25 * (1.0 + random(0.999)), whole = 0.75 + random(0.2499);
-        const bool steep = i & 1, left = i & 2;
-        const double nearby = std::atan(part / whole), x = steep ? part : whole;
-        EXPECT_EQ(arctangent(steep ? whole : part, left ? -x : x),
-                  wideArctangent(part, whole, nearby, steep, left))
-            << part << ", " << whole;
-    }
-}
 
 // The reason for having these functions: a build whose results differ in any bit writes other image files.
 // That these bits are the right ones, TrigonometryMpfrTest.cpp proves where it is built.

@@ -37,9 +37,9 @@ bool fails() noexcept
 {
     if (!armed || plan->before < 0) return false;
     if (plan->reached) return plan->allAfter;
-    plan->reached = plan->before-- == 0;
-    if (plan->reached) plan->before = 0;
+    plan->reached = plan->before == 0;
     if (plan->reached) errno = ENOMEM;
+    else --plan->before;
     return plan->reached;
 }
 

@@ -33,6 +33,10 @@ end
 """
 
 
+# A model that is refused.
+BAD = "Y 3 0 0 0 1 0 0 0 1 0 1 1 2"
+
+
 def view_text(eye, lookat, zoom, parallel=0, light="-30 60 0.6"):
     """The text of a view file."""
     return f"Belvor View Parameters 1.0\n{eye}\n{lookat}\n{zoom}\n{parallel}\n0.4\n0.1\n{light}\n"
@@ -82,6 +86,11 @@ class Folder(unittest.TestCase):
     def render(self, *arguments, program=PROGRAM):
         done = self.run_program("--quiet", *arguments, program=program)
         self.assertEqual((done.returncode, done.stderr), (0, ""), arguments)
+        return done.stdout
+
+    def tool(self, status, *arguments):
+        done = self.run_program(*arguments, program=TOOL)
+        self.assertEqual((done.returncode, done.stderr), (status, ""), arguments)
         return done.stdout
 
     def refused(self, status, arguments, *says, **options):

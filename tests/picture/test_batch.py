@@ -9,9 +9,8 @@ import time
 import unittest
 
 from files import read_png
-from program import PLATES, SANITIZED, WINDOWS, Folder
+from program import BAD, PLATES, SANITIZED, WINDOWS, Folder
 
-BAD = "Y 3 0 0 0 1 0 0 0 1 0 1 1 2"
 MODELS = [f"in/m{i}.thf" for i in range(1, 6)]
 WRONG_USE = (
     ("--each p.png in/m1.thf in/bad.thf", "twice"), ("--each {name}.png in/m1.thf ./in/m1.thf", "twice"),

@@ -10,9 +10,8 @@ import time
 import unittest
 
 from files import read_png
-from program import PLATES, SAMPLES, SANITIZED, WINDOWS, Folder, view_text
+from program import BAD, PLATES, SAMPLES, SANITIZED, WINDOWS, Folder, view_text
 
-BAD = "Y 3 0 0 0 1 0 0 0 1 0 1 1 2"
 BAD_VALUES = """--size= --size=8 --size=0x6 --size=8x6x4 --size=-8x6 --size=8.0x6 --type=obj --view=
     --save-view= --zoom=0 --light=6=1,2,3 --eye=1,2 --eye=1,2,3,4 --quiet=yes --edges=some --line-width=2
     --line-width=17 --line-colour=red --background=#12345 --surfaces=maybe --rows=3:3 --rows=-1:3
@@ -80,8 +79,10 @@ class CommandLine(Folder):
                          "belvor-render: cut.bvp, line 6: the ground light is missing or cannot be read; "
                          "it and all behind it are taken as not given\n")
         self.write("wire.thf", "Y 3 0 0 0 1 0 0 0 1 0 1 1 2 Wire\n0")
-        self.assertIn("no surfaces to draw", self.remarks("--size", "7x5", "--background=#ffeedd", "wire.thf", "w.png"))
-        self.assertEqual(read_png(self.read("w.png")), (7, 5, b"\xff\xee\xdd" * 7 * 5))
+        call = ("-s40x2000", "--background=#ffeedd", "wire.thf", "w.png")
+        self.assertIn("no surfaces to draw", self.remarks(*call))
+        self.assertEqual(read_png(self.read("w.png")), (40, 2000, b"\xff\xee\xdd" * 40 * 2000))
+        self.assertLess(len(self.read("w.png")), 3000, "flat rows cost nearly nothing")
         for power in (76, 307):
             self.write("huge.thf", f"Y 3 -1e{power} 0 0 1e{power} 0 0 0 1e{power} 0 0 1 1 S\n3 1 2 3\n")
             self.assertEqual(self.remarks("huge.thf", "a.png"), "belvor-render: huge.thf: "

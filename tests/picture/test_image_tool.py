@@ -24,11 +24,6 @@ class ImageTool(Folder):
         self.render("--size", "61x47", "--view", "v.bvp", "plates.thf", *(f"p.{name}" for name in PICTURES))
         self.ombr = Ombr(self.read("p.omb"))
 
-    def tool(self, status, *arguments):
-        done = self.run_program(*arguments, program=TOOL)
-        self.assertEqual((done.returncode, done.stderr), (status, ""), arguments)
-        return done.stdout
-
     def test_info_and_verify(self):
         about = json.loads(self.tool(0, "info", "p.omb"))
         self.assertEqual((about["width"], about["height"], about["rows"], about["units"]["code"]), (61, 47, [0, 47], 0))

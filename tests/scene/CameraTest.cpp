@@ -9,18 +9,6 @@
 using namespace belvor;
 using namespace belvor::test;
 
-namespace {
-
-Handle<Camera> boxCamera(bool parallel)
-{
-    const Handle<Model> model = thingsModel(boxText);
-    ViewParameters view = wholeModel(freshView(), {800, 600});
-    view.parallel = parallel;
-    return buildScene(view, placeOf(*model), {800, 600}, 800, 600).camera;
-}
-
-}   // namespace
-
 // Where points of a model are seen, how deep, and which side of a plane, is worked out in tests/picture.
 
 TEST(Camera, PlanLooksDownAndElevationLooksLevel)
@@ -59,7 +47,10 @@ TEST(Camera, StaysFiniteForViewsWithoutSize)
 TEST(Camera, DepthCodesKeepTheirLow32Bits)
 {
     for (const bool parallel : {false, true}) {
-        const Handle<Camera> camera = boxCamera(parallel);
+        const Handle<Model> model = thingsModel(boxText);
+        ViewParameters view = freshView();
+        view.parallel = parallel;
+        const Handle<Camera> camera = buildScene(view, placeOf(*model), {80, 60}, 80, 60).camera;
         const auto depthOf = [&](double code) {
             const double distance = code / camera->depthScale + camera->near;
             return parallel ? (distance - camera->far) * camera->scale : -camera->scale / distance;

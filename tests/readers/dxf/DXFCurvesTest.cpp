@@ -83,13 +83,13 @@ TEST(DXFCurves, RaysThatMissTheRestInEveryInsertionAreSkipped)
 {
     const std::string ray = block("B", "0 RAY|8 0|10 0|20 9|30 0|11 1|21 0|31 0");
     std::string all = "0 LINE|8 0|10 -5|20 0|30 0|11 5|21 0|31 0|";
-    for (const auto& [down, hits] : {std::pair{"0", false}, {"1", false}, {"2", false}, {"-9", true}}) {
+    for (const auto& [down, account] : {std::pair{"0", "1 = 0 + 1 no surface"},
+                                        {"1", "1 = 0 + 1 no surface"},
+                                        {"2", "1 = 0 + 1 no surface"},
+                                        {"-9", "1 = 1"}}) {
         all += std::string("0 INSERT|8 0|2 B|10 0|20 ") + down + "|";
         const Reading reading = readWithCurves(drawing(ray, all), ReadingRules::strict);
-        const EntityCount& rays = reading.account.entities.at("RAY");
-        EXPECT_EQ(rays.drawn, hits ? 1u : 0u) << down;
-        EXPECT_EQ(rays.skipped[static_cast<std::size_t>(SkipReason::noSurface)], hits ? 0u : 1u) << down;
-        EXPECT_EQ(reading.model->curveCount(), hits ? 2u : 1u) << down;
+        EXPECT_NE(accountOf(reading.account).find(std::string("RAY ") + account), std::string::npos) << down;
     }
 }
 
@@ -97,9 +97,9 @@ TEST(DXFCurves, DiscsAreMarkedAsOutlinedAlsoInBlocks)
 {
     const std::string disc =
         block("B", "0 CIRCLE|8 0|10 0|20 0|30 0|40 5|0 SOLID|8 0|10 0|20 0|11 1|21 0|12 0|22 1");
-    std::string all;
-    for (int i = 0; i < 4; ++i) all += insertion("B");   // the last ones are not read from the text again
-    const Reading reading = readWithCurves(drawing(disc, all), ReadingRules::strict);
+    const std::string inserted =
+        insertion("B") + insertion("B");   // the last ones are not read from the text again
+    const Reading reading = readWithCurves(drawing(disc, inserted + inserted), ReadingRules::strict);
     const auto outlined = reading.model->outlinedFacets();
     EXPECT_EQ(std::vector(outlined.begin(), outlined.end()), (std::vector<std::uint32_t>{0, 2, 4, 6}));
 }
@@ -108,8 +108,8 @@ TEST(DXFCurves, DiscsAreMarkedAsOutlinedAlsoInBlocks)
 TEST(DXFCurves, GoThroughInsertions)
 {
     const std::string inner = block("I", "0 LINE|8 0|62 0|10 0|20 0|30 0|11 1|21 0|31 0");
-    std::string all = "0 LINE|8 early|10 0|20 0|30 0|11 9|21 0|31 0|" + face("late");
-    for (int i = 0; i < 4; ++i) all += insertion("I", "41 2|70 3|44 10|62 4");
+    const std::string twice = insertion("I", "41 2|70 3|44 10|62 4") + insertion("I", "41 2|70 3|44 10|62 4"),
+                      all = "0 LINE|8 early|10 0|20 0|30 0|11 9|21 0|31 0|" + face("late") + twice + twice;
     const Handle<Model> model = readWithCurves(drawing(inner, all), ReadingRules::modern).model;
     EXPECT_EQ(curvesOf(*model), "13: (0 0 0) (9 0 0), 33");
     EXPECT_EQ(model->extent().hi()[0], 1) << "bounds are those of the face";

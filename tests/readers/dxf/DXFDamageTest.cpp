@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <sstream>
 
 namespace belvor::test {
 namespace {
@@ -53,9 +52,8 @@ TEST(DXFDamage, NamesNumbersAndMarkersAreRepaired)   // more of markers in tests
     const std::string drawn = sectionOf("ENTITIES", insert);
     const std::tuple<const char*, std::string, std::string> cases[] = {
         {"a block without a name",
-         sectionOf("BLOCKS", "0 BLOCK|8 0|" + face() + "0 LINE|10 x|0 ENDBLK|" + once) + drawn + "0 EOF",
-         "1 facets; 5 BLOCK left out with what it holds: it has no name; "
-         "25 LINE left out: Error reading double item value at line 27"},
+         sectionOf("BLOCKS", "0 BLOCK|8 0|" + face() + "0 ENDBLK|" + once) + drawn + "0 EOF",
+         "1 facets; 5 BLOCK left out with what it holds: it has no name"},
         {"the first block of a name counts",
          sectionOf("BLOCKS", once + "0 BLOCK|2 B|" + face() + face() + "0 ENDBLK|") + drawn + "0 EOF",
          "1 facets; 29 BLOCK left out with what it holds: there is a block of that name already"},
@@ -71,7 +69,6 @@ TEST(DXFDamage, NamesNumbersAndMarkersAreRepaired)   // more of markers in tests
          "1 facets; 21 LINE left out: Error reading group-code at line 23; 23 LINE the reading ends here: "
          "Error reading group-code"},
         {"no record at all", "5 0|8 0|", "the file holds no record of a DXF drawing in a.dxf"},
-        {"no code at all", "hello |", "Error reading group-code at line 1 in a.dxf"},
         {"a layer with a bad number stays as it is",
          sectionOf("TABLES", "0 TABLE|2 LAYER|0 LAYER|2 0|70 x|62 -1|0 TABLE|2 LTYPE|")
              + sectionOf("ENTITIES", face()) + "0 EOF",
@@ -104,11 +101,10 @@ TEST(DXFDamage, BinaryValuesHaveTheirCurrentWidths)
     for (const bool twoBytes : {false, true})
         for (const char* const before : {"", "999 a comment|", "5 1F|999 another|", "70 #2|40 1|"})
             EXPECT_EQ(repairsOf(binaryDXF(before + whole, twoBytes)), "1 facets") << before << twoBytes;
-    std::string cut = binaryDXF(sectionOf("ENTITIES", face()) + "0 EOF", true);
-    cut.resize(cut.size() - 40);
-    EXPECT_TRUE(repairsOf(cut).starts_with("0 facets")) << repairsOf(cut);
-    EXPECT_NE(repairsOf(cut).find("the reading ends here: read past end-of-file"), std::string::npos)
-        << repairsOf(cut);
+    const std::string all = binaryDXF(sectionOf("ENTITIES", face()) + "0 EOF", true),
+                      cut = repairsOf(all.substr(0, all.size() - 40));
+    EXPECT_TRUE(cut.starts_with("0 facets")) << cut;
+    EXPECT_NE(cut.find("the reading ends here: read past end-of-file"), std::string::npos) << cut;
 }
 
 }   // namespace

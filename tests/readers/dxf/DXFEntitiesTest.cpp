@@ -23,25 +23,20 @@ TEST(DXFArcs, AreDividedIntoChordsByAngleAndLength)
         EXPECT_EQ(sweepBetween(start, end), sweep) << start << ' ' << end;
 }
 
-TEST(DXFLoops, HaveAPlaneAlsoWhenCornersCoincideOrCross)
+TEST(DXFLoops, HaveAPlaneAlsoWhenCornersCoincideOrCross)   // others: tests/picture/line_scenes.py
 {
-    const Vector<3> fallback(0, 1, 0);
     using Corners = std::vector<Point<3>>;
-    const Corners warped{{0, 0, 0}, {1, 0, 0}, {1, 1, 1}, {0, 1, 0}}, point(3, {5, 5, 5});
+    const Vector<3> up(0, 0, 1), fallback(0, 1, 0);
     const std::tuple<const char*, Corners, Vector<3>> cases[] = {
-        {"first two coincide", Corners{{0, 0, 0}, {0, 0, 0}, {4, 3, 0}, {0, 3, 0}}, {0, 0, 1}},
-        {"warped: the cross product of the diagonals", warped, Vector<3>(-1, -1, 2).unit()},
+        {"one point", Corners(3, {5, 5, 5}), fallback},
+        {"first two coincide", Corners{{0, 0, 0}, {0, 0, 0}, {4, 3, 0}, {0, 3, 0}}, up},
         {"crosses itself with equal lobes", Corners{{0, 0, 0}, {4, 0, 0}, {0, 3, 0}, {4, 3, 0}}, fallback},
-        {"small and millions away",
-         Corners{{5e6, 5e6, 0}, {5e6 + 0.01, 5e6, 0}, {5e6, 5e6 + 0.01, 0}},
-         {0, 0, 1}},
-        {"areas beyond a double", Corners{{0, 0, 0}, {1e200, 0, 0}, {0, 1e200, 0}}, {0, 0, 1}},
-        {"areas below a double", Corners{{0, 0, 0}, {1e-200, 0, 0}, {0, 1e-200, 0}}, {0, 0, 1}},
+        {"small and millions away", Corners{{5e6, 5e6, 0}, {5e6 + 0.01, 5e6, 0}, {5e6, 5e6 + 0.01, 0}}, up},
+        {"areas beyond a double", Corners{{0, 0, 0}, {1e200, 0, 0}, {0, 1e200, 0}}, up},
+        {"areas below a double", Corners{{0, 0, 0}, {1e-200, 0, 0}, {0, 1e-200, 0}}, up},
     };
     for (const auto& [why, corners, normal] : cases)
         EXPECT_LT((planeOf(corners, fallback).normal() - normal).length(), 1e-9) << why;
-    EXPECT_EQ(planeOf(point, {}).normal(), Vector<3>(0, 0, 1));
-    EXPECT_NEAR(planeOf(warped, fallback).distanceTo({0.5, 0.5, 0.25}), 0.0, 1e-15);   // through the mean
 }
 
 // What follows leaves to tests/dxf_ezdxf/ what ordinary entities of these types give, and holds what files do
@@ -63,8 +58,6 @@ TEST(DXFEntities, GiveTheirSurfaces)
          40 + 81 * std::sin(toRadians(10))},
         {"different widths meet square: caps on both sides",
          "0 LWPOLYLINE|39 1|10 0|20 0|40 2|41 2|10 5|20 0|40 1|41 1|10 10|20 0", 12, 48, 2 * 15 + 20 + 4 + 2},
-        {"turn back: square ends", "0 LWPOLYLINE|43 1|39 1|10 0|20 0|10 5|20 0|10 0|20 0.1", 12, 48,
-         2 * (5 + std::sqrt(25.01)) * 2 + 4},
         {"a width for every vertex beats the vertices' own",
          "0 LWPOLYLINE|43 2|10 0|20 0|40 6|41 6|10 5|20 0", 1, 4, 10},
         {"what follows it is read", "0 POLYLINE|70 16|0 SEQEND|0 3DFACE|10 0|20 0|11 1|21 0|12 1|22 1", 1, 3,

@@ -25,20 +25,6 @@ std::string knot(int count, const std::string& more)
     return all;
 }
 
-/// The INSERTs that close a circle when B0 of such a knot is inserted: on a path of k blocks the last one has
-/// k − 1 of them.
-std::uint64_t circlesOf(std::uint64_t blocksInKnot, std::uint64_t& paths)
-{
-    std::uint64_t circles = 0, ofLength = 1;
-    paths = 0;
-    for (std::uint64_t length = 1; length <= blocksInKnot; ++length) {
-        paths += ofLength;
-        circles += ofLength * (length - 1);
-        ofLength *= blocksInKnot - length;
-    }
-    return circles;
-}
-
 /// The total for each reason, and the facets, of a reading that may not report too often.
 std::string outcomeWithin(const std::string& bytes, ReadingRules rules = ReadingRules::strict)
 {
@@ -56,13 +42,18 @@ std::string outcomeWithin(const std::string& bytes, ReadingRules rules = Reading
 
 TEST(HostileDXF, BlocksThatInsertOneAnotherAreCountedWithoutVisitingEach)
 {
-    for (const int count : {2, 5, 11, 14}) {
-        std::uint64_t paths = 0;
-        const std::uint64_t circles = circlesOf(static_cast<std::uint64_t>(count), paths);
-        const std::string text = drawing(knot(count, "0 TEXT|8 0|1 x"), insertion("B0", "|70 3"));
-        EXPECT_EQ(outcomeWithin(text), "0; INSERT in itself " + std::to_string(3 * circles) + "; TEXT "
-                                           + std::to_string(3 * paths))
-            << count;
+    for (const std::uint64_t count : {2, 5, 11, 14}) {
+        // The INSERTs that close a circle: on a path of k blocks the last one has k - 1 of them.
+        std::uint64_t paths = 0, circles = 0, ofLength = 1;
+        for (std::uint64_t length = 1; length <= count; ++length) {
+            paths += ofLength;
+            circles += ofLength * (length - 1);
+            ofLength *= count - length;
+        }
+        const std::string all = knot(static_cast<int>(count), "0 TEXT|8 0|1 x");
+        EXPECT_EQ(outcomeWithin(drawing(all, insertion("B0", "|70 3"))),
+                  "0; INSERT in itself " + std::to_string(3 * circles) + "; TEXT "
+                      + std::to_string(3 * paths));
     }
     // Where the way to a surface leads only through a block that is under way.
     const std::string gate = block("F", face()) + block("GATE", insertion("F") + insertion("B0"));

@@ -81,8 +81,7 @@ TEST(DXFStream, ReadsCodesAndValues)
 
 TEST(DXFStream, ReadsAMillionBlankLinesOnce)   // each of them leads to the same number
 {
-    std::string bytes(2'000'000, '\n');
-    bytes += "8\nA\n";
+    const std::string bytes = std::string(2'000'000, '\n') + "8\nA\n";
     const auto stream = DXFStream::over(bytes, "a.dxf", nobody, false);
     EXPECT_FALSE(stream->nextRecord());
     EXPECT_EQ(stream->position().line, 2'000'003);

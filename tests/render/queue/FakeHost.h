@@ -30,12 +30,9 @@ public:
     void modelLoaded(std::uint32_t number, Model*) override { add("loaded " + std::to_string(number)); }
     void threadEnded() override
     {
-        if (failToEnd) {
-            end.set();
-            throw Win32Error("PostMessage", 5);
-        }
-        add("thread ended");
+        if (!failToEnd) add("thread ended");
         end.set();
+        if (failToEnd) throw Win32Error("PostMessage", 5);
     }
     void showBadFile(const BadFile& fault) override { report("bad file " + fault.boxText()); }
     void warning(const std::string& text) override { report("warning " + text); }

@@ -14,11 +14,7 @@ using namespace belvor;
 
 namespace {
 
-#ifdef __SANITIZE_THREAD__
-constexpr int operationCount = 1'000'000;
-#else
-constexpr int operationCount = 200'000;
-#endif
+constexpr int operationCount = 300'000;
 
 struct Counts {
     std::atomic<int> ran{0}, alive{0};

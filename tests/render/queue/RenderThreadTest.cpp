@@ -82,17 +82,13 @@ TEST_F(RenderThreads, RunRequestsInArrivalOrderAndNoneAfterTheExit)
     EXPECT_EQ(host->events(), (Events{"b", "posted by a", "thread ended"}));
 }
 
-TEST_F(RenderThreads, ReleaseTheQueueBeforeTheyReportTheirEnd)
+TEST_F(RenderThreads, ReleaseTheQueueBeforeTheyReportTheirEndAndWarnWhenTheyCannot)
 {
     Handle<RenderQueue> told = makeHandle<Told>(host, "queue gone");
     told->post(7, makeHandle<ExitRequest>());
     startRenderThread(std::move(told), host);   // the thread's handle is the only one
     host->waitForEnd();
     EXPECT_EQ(host->events(), (Events{"queue gone", "thread ended"}));
-}
-
-TEST_F(RenderThreads, WarnWhenTheyCannotReportTheirEnd)
-{
     Event warned("test");
     host->failToEnd = true;
     host->whenReporting = [&] { warned.set(); };
