@@ -20,16 +20,14 @@ class Manifests(unittest.TestCase):
                 (top / name).write_bytes(name.encode())
             subprocess.run([sys.executable, TOOL, "9.8.7", "https://here.test/b/", top, *(top / name for name in NAMES)], check=True)
             hashes = {name: hashlib.sha256(name.encode()).hexdigest() for name in NAMES}
-            scoop = json.loads((top / "scoop/belvor.json").read_text())
-            for size, bits in ("64bit", "win64"), ("32bit", "win32"):
-                name = f"belvor-9.8.7-{bits}.zip"
-                self.assertEqual(scoop["architecture"][size], {"url": f"https://here.test/b/v9.8.7/{name}", "hash": hashes[name],
-                                                               "extract_dir": f"belvor-9.8.7-{bits}"})
-            installers = (top / "winget/Calderwood.Belvor.installer.yaml").read_text().split("- Architecture: ")[1:]
-            for text, size, bits in zip(installers, ("x64", "x86"), ("win64", "win32"), strict=True):
-                name = f"belvor-9.8.7-{bits}-setup.exe"
-                self.assertTrue(text.startswith(f"{size}\n  InstallerUrl: https://here.test/b/v9.8.7/{name}\n"
-                                                f"  InstallerSha256: {hashes[name].upper()}\n"), text)
+            scoop = json.loads((top / "scoop/belvor.json").read_text())["architecture"]
+            winget = (top / "winget/Calderwood.Belvor.installer.yaml").read_text()
+            for size, short, bits in (("64bit", "x64", "win64"), ("32bit", "x86", "win32")):
+                name = f"belvor-9.8.7-{bits}"
+                self.assertEqual(scoop[size], {"url": f"https://here.test/b/v9.8.7/{name}.zip",
+                                               "hash": hashes[name + ".zip"], "extract_dir": name})
+                self.assertIn(f"- Architecture: {short}\n  InstallerUrl: https://here.test/b/v9.8.7/{name}-setup.exe\n"
+                              f"  InstallerSha256: {hashes[name + '-setup.exe'].upper()}\n", winget)
             for path in (top / "winget").iterdir():
                 self.assertIn("PackageVersion: 9.8.7\n", path.read_text())
 

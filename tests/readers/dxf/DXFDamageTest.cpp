@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <regex>
 
 namespace belvor::test {
 namespace {
@@ -80,9 +81,8 @@ TEST(DXFDamage, NamesNumbersAndMarkersAreRepaired)   // more of markers in tests
 TEST(DXFDamage, TextAsEditorsSaveItIsRead)
 {
     const std::string text = dxfText(sectionOf("ENTITIES", face()) + "0 EOF");
-    std::string spaced;
-    for (const char c : text) spaced += c == '\n' ? " \t\n" : std::string(1, c);
-    const std::string cut = text.substr(0, text.size() - std::strlen("0\nEOF\n"));
+    const std::string spaced = std::regex_replace(text, std::regex("\n"), " \t\n"),
+                      cut = text.substr(0, text.size() - std::strlen("0\nEOF\n"));
     for (const std::string& bytes :
          {"\xEF\xBB\xBF" + text, spaced, text + "\n\n \n", text + "\x1A\n", text + "x", cut + "0\nEOF"})
         EXPECT_EQ(repairsOf(bytes), "1 facets") << bytes;

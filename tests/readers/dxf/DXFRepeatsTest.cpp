@@ -3,7 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include <utility>
+#include <functional>
+#include <regex>
+#include <sstream>
 
 namespace belvor::test {
 namespace {
@@ -49,45 +51,27 @@ const std::string end = "0 ENDSEC|0 EOF";
 
 TEST(DXFRepeats, AreReadAsIfEachRecordStoodAlone)
 {
-    const char* const oddOnes[] = {
-        "10 1|20 2|30 3",
-        "10 1|20 2",
-        "20 2|10 1|30 3",
-        "10 1|20 x|30 3",
-        "10 1|20 2,5|30 3",
-        "10  1 |20 2\t|30",
-        "10 +1|20 .5|30 5.",
-        "10 1e1|20 2|30 -0.0",
-        "10 1e308|20 -1e308|30 0",
-        "10 nan|20 1|30 0",
-        "10 99999999.99999999|20 0.1234567890123456|30 0.00000000000000001",
-        "10 123456789012|20 1.5e|30 1-2",
-        "10 1|20 2|30 3|10 5",
-        "10 1|20 2|30 3|62 x",
-        "10 1|20 2|30 3|60 1",
-        "10 1|20 2|30 3|67 1",
-        "10 1|20 2|30 3|8 B",
-        "10 1 x|20 2|30 3",
-        "10 1|20|30 3",
-        "10 1|20 2|30 3|0 LINE",
+    const std::function<std::string(const std::string&)> encodings[] = {
+        [](const std::string& groups) { return dxfText(groups + end); },
+        [](const std::string& groups) {
+            return std::regex_replace(dxfText(groups + end), std::regex("\n"), "\r\n");
+        },
+        [](const std::string& groups) { return dxfText(groups + "|x x"); },
+        [](const std::string& groups) { return binaryDXF(groups + end, true); },
+        [](const std::string& groups) { return binaryDXF(groups + end, false); },
     };
-    for (const ReadingRules rules : {ReadingRules::strict, ReadingRules::modern})
-        for (const char* const odd : oddOnes) {
-            const std::string alike = faces(odd, true), unlike = faces(odd, false);
-            std::string crlf[] = {dxfText(alike + end), dxfText(unlike + end)};
-            for (std::string& text : crlf)
-                for (std::size_t at = 0; (at = text.find('\n', at)) != std::string::npos; at += 2)
-                    text.insert(at, 1, '\r');
-            const std::pair<std::string, std::string> encodings[] = {
-                {dxfText(alike + end), dxfText(unlike + end)},
-                {crlf[0], crlf[1]},
-                {dxfText(alike + "|x x"), dxfText(unlike + "|x x")},
-                {binaryDXF(alike + end, true), binaryDXF(unlike + end, true)},
-                {binaryDXF(alike + end, false), binaryDXF(unlike + end, false)},
-            };
-            for (const auto& [run, single] : encodings)
-                EXPECT_EQ(everythingOf(run, {.rules = rules}), everythingOf(single, {.rules = rules})) << odd;
-        }
+    std::istringstream oddOnes(
+        "10 1|20 2|30 3;10 1|20 2;20 2|10 1|30 3;10 1|20 x|30 3;10 1|20 2,5|30 3;10  1 |20 2\t|30;"
+        "10 +1|20 .5|30 5.;10 1e1|20 2|30 -0.0;10 1e308|20 -1e308|30 0;10 nan|20 1|30 0;"
+        "10 99999999.99999999|20 0.1234567890123456|30 0.00000000000000001;10 123456789012|20 1.5e|30 1-2;"
+        "10 1|20 2|30 3|10 5;10 1|20 2|30 3|62 x;10 1|20 2|30 3|60 1;10 1|20 2|30 3|67 1;10 1|20 2|30 3|8 B;"
+        "10 1 x|20 2|30 3;10 1|20|30 3;10 1|20 2|30 3|0 LINE");
+    for (std::string odd; std::getline(oddOnes, odd, ';');)
+        for (const ReadingRules rules : {ReadingRules::strict, ReadingRules::modern})
+            for (const auto& encoded : encodings)
+                EXPECT_EQ(everythingOf(encoded(faces(odd, true)), {.rules = rules}),
+                          everythingOf(encoded(faces(odd, false)), {.rules = rules}))
+                    << odd;
 }
 
 }   // namespace
