@@ -66,7 +66,9 @@ void readThings(benchmark::State& state)
         state.PauseTiming();
         model = {};
         state.ResumeTiming();
-        model = readModel(triangles.path, FileType::things, silent).model;
+        model = readModel(triangles.path, FileType::things, silent,
+                          {.threads = static_cast<unsigned>(state.range(0))})
+                    .model;
     }
     countBytes(state);
     state.counters["facets"] = benchmark::Counter(
@@ -76,7 +78,7 @@ void readThings(benchmark::State& state)
 BENCHMARK(readBytesOnce)->Unit(benchmark::kMillisecond);
 BENCHMARK(scanBareNumbers)->Unit(benchmark::kMillisecond);
 BENCHMARK(loopOverDigits)->Unit(benchmark::kMillisecond);
-BENCHMARK(readThings)->Unit(benchmark::kMillisecond);
+BENCHMARK(readThings)->ArgName("threads")->Arg(1)->Arg(2)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 }   // namespace
 }   // namespace belvor::bench

@@ -43,6 +43,7 @@ Bounds readDrawn(const Options& options, const Job& job, ConsoleReporter& report
     how.log = options.dxfLog;
     how.rules = options.rules;
     how.colours = options.colours;
+    how.threads = options.threads;
     how.curves = options.lines.curves;
     how.curvesInBounds = options.curvesInBounds;
     reporter.setStages(formatOf(job.type)->firstStage);

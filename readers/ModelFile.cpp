@@ -6,6 +6,7 @@
 #include "platform/FileNames.h"
 #include "platform/Files.h"
 #include "platform/MappedFile.h"
+#include "platform/Workers.h"
 #include "readers/Gzip.h"
 #include "readers/dxf/DXF.h"
 #include "readers/man/ManFile.h"
@@ -20,8 +21,11 @@ namespace {
 
 constexpr ModelFormat formats[] = {
     {FileType::things, "things", "thf", Text::thingsFilter, Text::thingsStage, 0, false,
-     [](std::string_view bytes, const std::string& name, Reporter& reporter, const ReadingOptions&,
-        Account& account) { return Things(bytes, name, reporter, account).takeModel(); }},
+     [](std::string_view bytes, const std::string& name, Reporter& reporter, const ReadingOptions& options,
+        Account& account) {
+         const unsigned threads = options.threads == 0 ? Workers::usualThreads() : options.threads;
+         return Things(bytes, name, reporter, account, threads).takeModel();
+     }},
     {FileType::dxf, "dxf", "dxf", Text::dxfFilter, Text::dxfStage, 1, true,
      [](std::string_view bytes, const std::string& name, Reporter& reporter, const ReadingOptions& options,
         Account& account) { return DXF(bytes, name, reporter, options, account).takeModel(); }},

@@ -26,6 +26,7 @@ struct ReadingOptions {
     ReadingRules rules = ReadingRules::strict;
     DrawingColours colours = DrawingColours::byRules;
     bool log = false;              ///< Write a diagnostic log beside the file, where the format has one.
+    unsigned threads = 0;          ///< That may read a large file; 0: as many as the process may use.
     bool curves = false;           ///< Take in lines and curves, where the format has them.
     bool curvesInBounds = false;   ///< They count for the bounds beside surfaces too.
 };

@@ -3,11 +3,21 @@
 #include "calcore/PlainNumber.h"
 #include "calcore/Point.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <string_view>
 
 namespace belvor {
+
+/// The name of a material in a Things file.
+struct ThingsMaterial {
+    std::string_view name;
+    std::string_view
+        line;   ///< As it stands in the text, with its end; empty when it is a long one, or none.
+};
+
+constexpr bool separatesThings(char c) noexcept { return isBlank(c) || c == '@'; }
 
 /// Takes vertices and facets off a text as programs write them: numbers apart by one blank; for a facet a
 /// line with 1 and the material's name, and one with the vertices of its loop. Such text, which nearly all
@@ -62,6 +72,21 @@ public:
         return true;
     }
     static constexpr std::ptrdiff_t longestMaterial = 32;   ///< With the line's end.
+
+    /// The material of a facet of one loop that starts here, if it is plain and has a name. Takes nothing.
+    bool findMaterial(ThingsMaterial& material) const noexcept
+    {
+        if (end - at < 3 + longestMaterial) return false;
+        const char* const start = at + (*at == '\n');
+        const char* const name = start + 2;
+        if (start[0] != '1' || start[1] != ' ' || isDigit(*name) || separatesThings(*name)) return false;
+        const char* const lineEnd = std::find(name, name + longestMaterial - 1, '\n');
+        if (lineEnd == name + longestMaterial - 1) return false;
+        const char* last = lineEnd;
+        while (separatesThings(last[-1])) --last;   // stops at the first character at the latest
+        material = {{name, last}, {name, lineEnd + 1}};
+        return true;
+    }
 
 private:
     static constexpr std::ptrdiff_t longestReal = 1 + plain::longestReal;

@@ -15,7 +15,8 @@ namespace {
 constexpr std::ptrdiff_t longestHeader = 9, longestName = 31;
 static_assert(longestName + 1 <= PlainText::longestMaterial, "a line that PlainText looks for");
 
-bool separates(char c) { return isBlank(c) || c == '@'; }
+constexpr std::int64_t itemsBetweenTries = 65536;   // to read ahead again
+constexpr std::int64_t mostFacets = std::int64_t{1} << 60;
 
 /// Whether another thing follows; its header word is taken off. The word ends before a
 /// space, and only there, or after nine characters.
@@ -31,18 +32,20 @@ bool takeHeader(Scanner<'@'>& text)
 /// count + 1 − loops, kept within its type whatever the file says.
 std::int64_t facetsLeft(std::int64_t count, std::int64_t loops)
 {
-    constexpr std::int64_t bound = std::int64_t{1} << 60;
-    return std::clamp(count, -bound, bound) + 1 - std::clamp(loops, -bound, bound);
+    return std::clamp(count, -mostFacets, mostFacets) + 1 - std::clamp(loops, -mostFacets, mostFacets);
 }
 
 }   // namespace
 
-Things::Things(std::string_view bytes, const std::string& file, Reporter& reporter, Account& account)
+Things::Things(std::string_view bytes, const std::string& file, Reporter& reporter, Account& account,
+               unsigned threads)
     : path(file),
       progress(reporter)
 {
     std::string copy;
-    Text text(textModeBytes(bytes, copy, [this] { report(0.0); }));
+    bytes = textModeBytes(bytes, copy, [this] { report(0.0); });
+    Text text(bytes);
+    if (ThingsAhead::isWorthIt(bytes, threads)) ahead.emplace(bytes, threads);
     bool whole = true;
     while (takeHeader(text)) {
         readThing(text);
@@ -74,12 +77,19 @@ void Things::readThing(Text& text)
     ++things;
 }
 
+void Things::reportVertex(std::int64_t index, std::int64_t count)
+{
+    if (index % 256 == 0) report(static_cast<double>(index) / (2.0 * static_cast<double>(count)));
+}
+
 std::uint32_t Things::readVertices(Text& text)
 {
     std::int64_t count = 0;
     text.integer(count);
     for (std::int64_t i = 0; i < count; ++i) {
-        if (i % 256 == 0) report(static_cast<double>(i) / (2.0 * static_cast<double>(count)));
+        if (ahead && i % itemsBetweenTries == 0) i += readVerticesAhead(text, i, count);
+        if (i == count) break;
+        reportVertex(i, count);
         Point<3> vertex;
         if (PlainText plain(text.position(), text.end()); plain.takeVertex(vertex)) {
             builder.addVertex(vertex);
@@ -91,6 +101,21 @@ std::uint32_t Things::readVertices(Text& text)
         builder.addVertex({x, y, z});
     }
     return model().vertexCount() - firstVertex;
+}
+
+/// How many, from number `done` on.
+std::int64_t Things::readVerticesAhead(Text& text, std::int64_t done, std::int64_t count)
+{
+    std::int64_t next = done;
+    text.moveTo(ahead->vertices(text.position(), [&](const std::vector<Point<3>>& vertices) {
+        if (static_cast<std::int64_t>(vertices.size()) > count - next) return false;   // others follow them
+        for (const Point<3>& vertex : vertices) {
+            reportVertex(next++, count);
+            builder.addVertex(vertex);
+        }
+        return true;
+    }));
+    return next - done;
 }
 
 /// The edges are checked and forgotten: those of the model come from the loops of facets.
@@ -107,43 +132,57 @@ void Things::readEdges(Text& text)
     }
 }
 
+void Things::reportFacet(std::int64_t index, std::int64_t count)
+{
+    if (index % 64 == 0) report(static_cast<double>(index) / (2.0 * static_cast<double>(count)) + 0.5);
+}
+
 void Things::readFacets(Text& text)
 {
     std::int64_t count = 0;   // of loops in the file: every facet takes its own off
     text.integer(count);
     for (std::int64_t i = 0; i < count; ++i) {
-        if (i % 64 == 0) report(static_cast<double>(i) / (2.0 * static_cast<double>(count)) + 0.5);
+        if (ahead && i % itemsBetweenTries == 0) i += readFacetsAhead(text, i, count);
+        if (i == count) break;
+        reportFacet(i, count);
         PlainText::Facet facet;
         PlainText plain(text.position(), text.end());
         if (lastMaterialLine.empty() || !plain.takeFacet(lastMaterialLine, thingVertices, facet)) {
             count = facetsLeft(count, readFacet(text));
             continue;
         }
-        addFacet(facet);
+        Edge sides[PlainText::Facet::mostCorners];
+        const Plane plane = planeAndEdges(facet, model(), firstVertex, sides);
+        builder.addFacet(*lastMaterial, plane);
+        builder.addEdges({sides, facet.count});
         text.moveTo(plain.position());
     }
 }
 
-/// Of the last material; the same as readFacet() and readLoop() add.
-void Things::addFacet(const PlainText::Facet& facet)
+/// How many, from number `done` on.
+std::int64_t Things::readFacetsAhead(Text& text, std::int64_t done, std::int64_t count)
 {
-    const auto positionOf = [this](std::uint32_t corner) -> const Point<3>& {
-        return model().vertex(firstVertex + corner).position;
+    if (count > mostFacets) return 0;   // each facet would change it
+    std::int64_t next = done;
+    const auto add = [&](const ThingsAhead::Facets& facets) {
+        if (static_cast<std::int64_t>(facets.planes.size()) > count - next)
+            return false;   // others follow them
+        auto run = facets.runs.begin();
+        const Edge* edges = facets.edges.data();
+        for (std::size_t i = 0; i < facets.planes.size(); ++i) {
+            reportFacet(next++, count);
+            if (run != facets.runs.end() && run->first == i) {
+                materialNamed(run->material.name);
+                lastMaterialLine = (run++)->material.line;
+            }
+            builder.addFacet(*lastMaterial, facets.planes[i]);
+            builder.addEdges({edges, facets.counts[i]});
+            edges += facets.counts[i];
+        }
+        return true;
     };
-    Edge sides[PlainText::Facet::mostCorners];
-    Vector<3> normal;
-    const Point<3>& start = positionOf(facet.corners[0]);
-    const Point<3>* from = &start;
-    for (unsigned i = 0; i < facet.count; ++i) {
-        const std::uint32_t next = facet.corners[i + 1 == facet.count ? 0 : i + 1];
-        const Point<3>* const to = i + 1 == facet.count ? &start : &positionOf(next);
-        normal += from->vector().cross(to->vector());
-        sides[i] = {firstVertex + facet.corners[i], firstVertex + next};
-        from = to;
-    }
-    if (normal.length() == 0.0) normal = {0, 0, 1};
-    builder.addFacet(*lastMaterial, Plane(normal, start));
-    builder.addEdges({sides, facet.count});
+    text.moveTo(ahead->facets(text.position(), model(), firstVertex, thingVertices, add));
+    return next - done;
 }
 
 /// The number of its loops.
@@ -202,7 +241,7 @@ std::string_view Things::readMaterialName(Text& text, std::string_view& line)
     const char* last = std::find(first, limit, '\n');
     line = last == limit ? std::string_view() : std::string_view(first, last + 1);
     text.moveTo(last);
-    while (separates(last[-1])) --last;   // stops at the first character at the latest
+    while (separatesThings(last[-1])) --last;   // stops at the first character at the latest
     return {first, static_cast<std::size_t>(last - first)};
 }
 

@@ -2,6 +2,7 @@
 #include "account/Account.h"
 #include "errors/BadFile.h"
 #include "tests/support/Models.h"
+#include "tests/support/Reporters.h"
 
 #include <gtest/gtest.h>
 
@@ -148,6 +149,66 @@ std::string randomThing(std::minstd_rand& random)
 }
 
 }   // namespace
+
+TEST(Things, LargeTextIsTheSameForAnyNumberOfThreads)
+{
+    constexpr int vertices = 60000, facets = 150000;
+    const auto read = [](const std::string& text, unsigned threads, std::size_t stopAt) {
+        std::string all;
+        const auto put = [&all](const auto& value) {
+            all.append(reinterpret_cast<const char*>(&value), sizeof value);
+        };
+        test::RecordingReporter reporter(stopAt);
+        Account account;
+        try {
+            const Handle<Model> model = Things(text, "case.thf", reporter, account, threads).takeModel();
+            for (std::uint32_t i = 0; i < model->vertexCount(); ++i) put(model->vertex(i).position);
+            for (std::uint32_t i = 0; i < model->edgeCount(); ++i) put(model->edge(i));
+            for (std::uint32_t i = 0; i < model->facetCount(); ++i) {
+                const Facet& facet = model->facet(i);
+                put(facet.plane);
+                all += std::to_string(facet.edgeCount) + facet.material->name;
+            }
+        } catch (const std::exception& fault) {
+            all += fault.what();
+        }
+        for (const auto& [stages, stage, fraction] : reporter.calls) put(fraction);
+        return all + std::to_string(account.warnings.size());
+    };
+    // Columns: why, what stands for vertex 40000, for facet 100000, what follows; the report that stops it.
+    const std::tuple<const char*, std::string, std::string, std::string, std::size_t> cases[] = {
+        {"plain", "1 2 3\n", "1 a\n3 1 2 3\n", "", 1u << 30},
+        {"unusual numbers and blanks", "1e1 @2\n\n3.12345678901234567\n", "2 b\n3 1 2 3\n3 @4 5 6\n", "",
+         1u << 30},
+        {"other materials", "1 2\n3\n", "1 other \n3 1 2 3\n1 @\n3 1 2 3\n1 3 1 2 3\n", "", 1u << 30},
+        {"a long name", "1 2 3\n", "1 a name that is longer than others\n3 1 2 3\n", "", 1u << 30},
+        {"no number", "1 x 3\n", "1 a\n3 1 2 3\n", "", 1u << 30},
+        {"no such vertex", "1 2 3\n", "1 a\n3 1 2 60001\n", "", 1u << 30},
+        {"a loop of nothing", "1 2 3\n", "1 a\n0\n", "", 1u << 30},
+        {"more follows", "1 2 3\n", "1 a\n3 1 2 3\n", "Y 3\n0 0 0\n1 0 0\n0 1 0\n0\n1\n1 z\n3 1 2 3\n",
+         1u << 30},
+        {"stopped at a vertex", "1 2 3\n", "1 a\n3 1 2 3\n", "", 100},
+        {"stopped at a facet", "1 2 3\n", "1 a\n3 1 2 3\n", "", 1500},
+    };
+    for (const auto& [why, vertex, facet, more, stopAt] : cases) {
+        std::string text = "Y " + std::to_string(vertices) + "\n";
+        for (int i = 0; i < vertices; ++i) {
+            const std::string n = std::to_string(i * 0.37);
+            text += i == 40000 ? vertex : n + " -" + n + ' ' + std::to_string(i % 77) + ".25\n";
+        }
+        text += "0\n" + std::to_string(facets) + '\n';
+        for (int i = 0; i < facets; ++i) {
+            const std::string at = std::to_string(i % (vertices - 3) + 1),
+                              next = std::to_string(i % 1000 + 1);
+            text += i == 100000 ? facet : (i % 5000 < 9 ? "1 A B\n3 " : "1 a\n3 ") + at + ' ' + next + " 7\n";
+        }
+        text += more;
+        const std::string one = read(text, 1, stopAt);
+        EXPECT_GT(one.size(), 800u) << why;
+        for (const unsigned threads : {2u, 3u})
+            EXPECT_TRUE(read(text, threads, stopAt) == one) << why << threads;
+    }
+}
 
 TEST(Things, NumbersOneBlankApartGiveTheSameAsAnyOthers)   // the former are read in a way of their own
 {
