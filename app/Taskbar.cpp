@@ -25,34 +25,31 @@ Taskbar::~Taskbar()
     if (list) list->Release();
 }
 
-void Taskbar::findList() noexcept
+void Taskbar::tell(int done) noexcept
 {
-    if (std::exchange(asked, true)) return;
-    CoCreateInstance(CLSID_TaskbarList, nullptr, CLSCTX_INPROC_SERVER, IID_ITaskbarList3,
-                     reinterpret_cast<void**>(&list));
-    if (list && FAILED(list->HrInit())) std::exchange(list, nullptr)->Release();
+    if (!std::exchange(asked, true)) {
+        CoCreateInstance(CLSID_TaskbarList, nullptr, CLSCTX_INPROC_SERVER, IID_ITaskbarList3,
+                         reinterpret_cast<void**>(&list));
+        if (list && FAILED(list->HrInit())) std::exchange(list, nullptr)->Release();
+    }
+    if (!list) return;
+    if (done >= 0) list->SetProgressValue(window, static_cast<ULONGLONG>(done), whole);
+    else list->SetProgressState(window, done == none ? TBPF_NOPROGRESS : TBPF_INDETERMINATE);
 }
 
 void Taskbar::show(const Progress& progress) noexcept
 {
-    findList();
     if (began == 0) began = GetTickCount64();
-    if (!list) return;
-    constexpr double whole = 1000.0;
     const int stages = progress.stageCount();
-    if (stages < 1) {
-        list->SetProgressState(window, TBPF_INDETERMINATE);
-        return;
-    }
+    if (stages < 1) return tell(unknown);
     const double done = (progress.stage() + progress.highWater()) / stages;
-    list->SetProgressValue(window, static_cast<ULONGLONG>(std::clamp(done, 0.0, 1.0) * whole),
-                           static_cast<ULONGLONG>(whole));
+    tell(static_cast<int>(std::clamp(done, 0.0, 1.0) * whole));
 }
 
 void Taskbar::clear() noexcept
 {
     if (began == 0) return;
-    if (list) list->SetProgressState(window, TBPF_NOPROGRESS);
+    tell(none);
     const bool flashes = GetTickCount64() - began > longWork && anotherProgramIsInFront();
     began = 0;
     if (!flashes) return;

@@ -12,20 +12,22 @@ namespace belvor {
 class Taskbar {
 public:
     explicit Taskbar(HWND mainWindow) noexcept : window(mainWindow) {}
-    /// One that has a taskbar already, which it takes over.
-    Taskbar(HWND mainWindow, ITaskbarList3* taskbar) noexcept : window(mainWindow), list(taskbar), asked(true)
-    {}
     Taskbar(const Taskbar&) = delete;
     Taskbar& operator=(const Taskbar&) = delete;
-    ~Taskbar();
+    virtual ~Taskbar();
 
     void show(const Progress& progress) noexcept;
     /// Nothing runs any more. The button flashes if it ran for long and another program is in front.
     void clear() noexcept;
 
-private:
-    void findList() noexcept;
+    static constexpr int whole = 1000, unknown = -1, none = -2;
 
+protected:
+    /// Shows how much is done, of `whole`: `unknown` while something runs that cannot tell, `none` when
+    /// nothing runs.
+    virtual void tell(int done) noexcept;
+
+private:
     HWND window;
     ITaskbarList3* list = nullptr;
     bool asked = false;    // for the list

@@ -43,6 +43,8 @@ private:
     Handle<Progress> progress;
 };
 
+}   // namespace
+
 bool runRequest(RenderQueue& queue, RenderHost& host, RequestKind kind, Handle<Request> request)
 try {
     return Run(queue, host, kind, std::move(request))();
@@ -58,6 +60,8 @@ try {
     host.warning(failure.what());
     return false;
 }
+
+namespace {
 
 void runRequests(RenderQueue& queue, RenderHost& host)
 {

@@ -11,7 +11,9 @@
 namespace belvor {
 namespace {
 
-using test::QuietShell;
+using test::drawingText;
+using test::faceEntity;
+using test::lineEntity;
 using test::TempFile;
 
 /// Hands over what the requests lead to, at once; calls `meanwhile` at report number `at` of each request.
@@ -42,24 +44,29 @@ protected:
     SessionCommands()
     {
         host->session = &session;
-        load(box.path());
+        load(box);
     }
 
     void runRequests()
     {
-        for (bool failed; shell.runNext(host, failed);) host->reports = 0;
+        while (shell.runNext(*host)) host->reports = 0;
     }
-    void load(const std::string& path)
+    void load(const TempFile& file)
     {
-        session.loading().openFile(path);
+        session.loading().openFile(file.path());
         runRequests();
         EXPECT_TRUE(session.model());
     }
-    void command(int id) { EXPECT_TRUE(runCommand(session, id)) << id; }
+    /// Runs the command and the requests that it makes.
+    void command(int id)
+    {
+        EXPECT_TRUE(runCommand(session, id)) << id;
+        runRequests();
+    }
     double zoom() const { return session.view().zoom; }
 
     const TempFile box{"box.thf", test::boxText};
-    QuietShell shell;
+    test::QuietShell shell;
     Handle<HandingHost> host = makeHandle<HandingHost>();
     Session session{shell, host};
 };
@@ -88,21 +95,31 @@ TEST_F(SessionCommands, UndoAndRedoGoThroughTheViewsAndAreChangesThemselves)
     EXPECT_EQ(zoom(), first) << "joined changes are one";
 }
 
+TEST_F(SessionCommands, TheStandardViewsStandInTheOrderOfTheMenu)
+{
+    int id = ID_STANDARDVIEW;
+    for (const char* const name :
+         {"plan", "front", "back", "left", "right", "below", "iso-ne", "iso-nw", "iso-se", "iso-sw"}) {
+        command(id++);
+        EXPECT_EQ(session.view(),
+                  standardView(session.view(), *standardViewNamed(name), session.model()->extent(),
+                               session.place(), session.imageSize()))
+            << name;
+    }
+}
+
 TEST_F(SessionCommands, ReadAgainKeepsTheViewInTheModel)
 {
     command(ID_STANDARDVIEW);
     const ModelPlace before = session.place();
     const ViewParameters view = session.view();
     command(ID_RELOAD);
-    runRequests();
     EXPECT_EQ(session.view(), view) << "an unchanged file: to the bit";
     std::string larger = test::boxText;
-    larger.replace(larger.find("2 4 6"), 5, "8 9 7");
-    box.write(larger);
+    box.write(larger.replace(larger.find("2 4 6"), 5, "8 9 7"));
     session.fileChanged();
-    EXPECT_TRUE(shell.remark.find("box.thf has changed") != std::string::npos) << shell.remark;
+    EXPECT_NE(shell.remark.find("box.thf has changed"), std::string::npos) << shell.remark;
     command(ID_RELOAD);
-    runRequests();
     EXPECT_NE(session.place().radius, before.radius);
     const Point<3> eye = session.place().viewToModel()(session.view().eye);
     EXPECT_NEAR((eye - before.viewToModel()(view.eye)).length(), 0, 1e-9);
@@ -113,41 +130,31 @@ TEST_F(SessionCommands, ReadAgainKeepsTheViewInTheModel)
 
 TEST_F(SessionCommands, AYesAboutAModelThatHasGoneMeanwhileSavesNothing)
 {
-    const TempFile image("image.omb", "old");
     const Handle<Model> other = session.model();
-    load(box.path());
+    load(box);
     command(ID_INCREASEZOOM);
-    shell.chosen = ChosenFile{image.path(), 1};
-    shell.answer = [&] {
-        session.takeModel(other, box.path());
-        return SaveAnswer::yes;
-    };
-    EXPECT_FALSE(session.saving().querySave());
-    EXPECT_FALSE(session.saving().running());
+    shell.chosen = ChosenFile{TempFile("image.omb").path(), 1};
+    shell.answer = [&] { return session.takeModel(other, box.path()), SaveAnswer::yes; };
+    EXPECT_FALSE(session.saving().querySave() || session.saving().running());
 }
 
 TEST_F(SessionCommands, EscapeStopsALoadASaveAndFullScreenAtAnyMoment)
 {
-    const TempFile image("image.omb", "old");
+    const TempFile image("image.omb");
     const Handle<Model> model = session.model();
     shell.chosen = ChosenFile{image.path(), 1};
     int stopped = 0, whole = 0;
-    host->meanwhile = [&] { command(ID_STOP); };
-    for (int report = 0; report < 20; ++report) {
-        SCOPED_TRACE(report);
-        host->at = report;
-        session.loading().openFile(box.path());
-        EXPECT_TRUE(session.loading().running());
-        runRequests();
-        EXPECT_FALSE(session.loading().running());
+    host->meanwhile = [&] { runCommand(session, ID_STOP); };
+    for (host->at = 0; host->at < 20; ++host->at) {
+        SCOPED_TRACE(host->at);
+        load(box);
         stopped += session.model() == model;
         session.takeModel(model, box.path());
 
         image.write("old");
         host->wholeImages = 0;
         command(ID_SAVEAS);
-        runRequests();
-        EXPECT_FALSE(session.saving().running());
+        EXPECT_FALSE(session.loading().running() || session.saving().running());
         EXPECT_EQ(image.bytes() == "old", host->wholeImages == 0) << "the file as it was, or the new one";
         EXPECT_EQ(session.view().imageSaved, host->wholeImages == 1);
         whole += host->wholeImages;
@@ -161,62 +168,51 @@ TEST_F(SessionCommands, EscapeStopsALoadASaveAndFullScreenAtAnyMoment)
 
 TEST_F(SessionCommands, TheEndingOfAnImageChoosesItsFormatAndEdgesAreDrawn)
 {
-    const auto saved = [this](int id) {
-        command(id);
-        runRequests();
-        std::string bytes;
-        EXPECT_TRUE(readWholeFile(shell.chosen->path, bytes));
-        return bytes;
+    const auto saved = [this](const char* name) {
+        const TempFile image(name);
+        shell.chosen = ChosenFile{image.path(), 1};
+        command(ID_SAVEAS);
+        EXPECT_TRUE(session.view().imageSaved) << name << shell.status;
+        return image.bytes();
     };
-    const test::TempFolder folder;
-    for (const auto& [name, start] : {std::pair{"a.png", "\x89PNG"}, {"a.svg", "<?xml"}, {"a.omb", "II"}}) {
-        shell.chosen = ChosenFile{folder.in(name), 1};
-        const std::string bytes = saved(ID_SAVEAS);
-        EXPECT_TRUE(bytes.starts_with(start) && session.view().imageSaved) << name << shell.status;
-        const bool hasPaths = bytes.find("<path") != std::string::npos;
-        EXPECT_EQ(hasPaths, name == std::string("a.svg")) << "edges though none are shown";
-    }
-    const std::string plain = saved(ID_SAVE);
+    for (const auto& [name, start] : {std::pair{"a.png", "\x89PNG"}, {"a.omb", "II"}})
+        EXPECT_TRUE(saved(name).starts_with(start)) << name;
+    EXPECT_NE(saved("a.svg").find("<path"), std::string::npos) << "edges though none are shown";
+    const std::string plain = saved("a.omb");
     command(ID_EDGES);
     EXPECT_FALSE(session.view().imageSaved) << "another picture";
-    EXPECT_NE(saved(ID_SAVE), plain);
+    EXPECT_NE(saved("a.omb"), plain);
 }
 
 TEST_F(SessionCommands, ADrawingSaysWhatWasNotDrawnAndTheOtherReadingReadsItAgain)
 {
-    const TempFile file("drawing.dxf", test::drawingText(test::faceEntity + test::lineEntity));
-    load(file.path());
+    const TempFile drawing("drawing.dxf", drawingText(faceEntity + lineEntity));
+    load(drawing);
     EXPECT_EQ(shell.remark, "1 of 2 entities not drawn");
     EXPECT_EQ(accountTable(session.loading().account()), "LINE\tno surface\t1\r\n");
     const ViewParameters view = session.view();
+    const Handle<Model> strict = session.model();
     command(ID_MODERNREADING);
-    EXPECT_TRUE(session.loading().running());
-    EXPECT_EQ(shell.settings, 1);
-    EXPECT_TRUE(commandOf(ID_MODERNREADING)->isOn(session));
-    runRequests();
+    EXPECT_TRUE(commandOf(ID_MODERNREADING)->isOn(session) && shell.settings == 1);
+    EXPECT_NE(session.model(), strict);
     EXPECT_EQ(session.view(), view);
     command(ID_MODERNREADING);
-    runRequests();
     session.loading().refused("Bad");
     EXPECT_TRUE(shell.status.starts_with("Bad; ")) << shell.status;
 }
 
 TEST_F(SessionCommands, LinesAreReadWhenTheyAreToBeShown)
 {
-    const TempFile mixed("mixed.dxf", test::drawingText(test::faceEntity + test::lineEntity)),
-        only("only.dxf", test::drawingText(test::lineEntity));
-    load(mixed.path());
+    const TempFile mixed("mixed.dxf", drawingText(faceEntity + lineEntity)),
+        only("only.dxf", drawingText(lineEntity));
+    load(mixed);
     const ViewParameters view = session.view();
-    const auto showLines = [&] {
-        command(ID_LINES);
-        runRequests();
-        return session.model()->curveCount();
-    };
+    const auto showLines = [&] { return command(ID_LINES), session.model()->curveCount(); };
     EXPECT_EQ(showLines(), 1u);
     EXPECT_TRUE(shell.remark.empty()) << shell.remark;
     EXPECT_EQ(showLines(), 0u);
     EXPECT_EQ(session.view(), view) << "the surfaces stay where they are";
-    load(only.path());
+    load(only);
     EXPECT_EQ(shell.remark, textOf(Text::linesRemark));
     EXPECT_EQ(showLines(), 1u);
     EXPECT_GT(session.place().radius, 0.5) << "of the lines";
@@ -225,38 +221,40 @@ TEST_F(SessionCommands, LinesAreReadWhenTheyAreToBeShown)
 
 TEST(LoadRemark, TellsWhatIsMissingAndWhyNothingIsDrawn)
 {
-    Account none, lines, off, repaired, frozen, meshes, texts;
-    lines.entity("LINE").read = lines.entity("LINE").skippedFor(SkipReason::noSurface) = 1240;
+    using enum SkipReason;
+    using Skipped = std::tuple<const char*, SkipReason, unsigned>;
+    const auto account = [](std::initializer_list<Skipped> skipped) {
+        Account result;
+        for (const auto& [type, why, count] : skipped)
+            result.entity(type).read += result.entity(type).skippedFor(why) = count;
+        return result;
+    };
+    constexpr Skipped text{"TEXT", typeNotDrawn, 9};
+    Account lines = account({{"LINE", noSurface, 1240}}), off, repaired;
     lines.entity("3DFACE").read = lines.entity("3DFACE").drawn = 1770;
     off.warn("everything is off");
     repaired.repair(7, "POLYLINE", "left out");
-    const auto skip = [](Account& account, const char* type, SkipReason why, unsigned count) {
-        account.entity(type).read += account.entity(type).skippedFor(why) = count;
-    };
-    for (Account* const account : {&frozen, &meshes, &texts})
-        skip(*account, "TEXT", SkipReason::typeNotDrawn, 9);
-    skip(frozen, "SOLID", SkipReason::layerFrozen, 2);
-    skip(frozen, "INSERT", SkipReason::noSurface, 5);
-    skip(meshes, "MESH", SkipReason::typeNotDrawn, 1);
+    const Account meshes = account({text, {"MESH", typeNotDrawn, 1}}),
+                  frozen = account({text, {"SOLID", layerFrozen, 2}, {"INSERT", noSurface, 5}});
     const Handle<Model> full = test::thingsModel(test::boxText), empty = makeHandle<Model>();
     const ReadingOptions strict, curves{.curves = true}, modern{.rules = ReadingRules::modern};
-    const std::tuple<const Account&, const Model&, const ReadingOptions&, const char*> cases[] = {
-        {none, *full, strict, ""},
+    const std::tuple<Account, const Model&, ReadingOptions, const char*> cases[] = {
+        {{}, *full, strict, ""},
         {lines, *full, strict, "1,240 of 3,010 entities not drawn"},
         {repaired, *full, strict, "Damaged records: 1"},
         {off, *full, strict, "everything is off"},
-        {none, *empty, strict, "Nothing is drawn: the file holds no surfaces"},
+        {{}, *empty, strict, "Nothing is drawn: the file holds no surfaces"},
         {lines, *empty, strict, textOf(Text::linesRemark)},
         {lines, *empty, curves, "Nothing is drawn: 1,240 of 3,010 entities: no surface (LINE)"},
         {off, *empty, strict, "Nothing is drawn: everything is off"},
-        {texts, *empty, strict, "Nothing is drawn: 9 of 9 entities: type not drawn (TEXT)"},
+        {account({text}), *empty, strict, "Nothing is drawn: 9 of 9 entities: type not drawn (TEXT)"},
         {frozen, *empty, strict, "Nothing is drawn: 2 of 16 entities: layer frozen (SOLID)"},
         {meshes, *empty, strict,
          "Nothing is drawn: 1 of 10 entities: type not drawn (MESH); File > Modern DXF Reading draws them"},
         {meshes, *empty, modern, "Nothing is drawn: 9 of 10 entities: type not drawn (TEXT)"},
     };
-    for (const auto& [account, model, options, text] : cases)
-        EXPECT_EQ(loadRemark(account, model, options), text);
+    for (const auto& [found, model, options, wanted] : cases)
+        EXPECT_EQ(loadRemark(found, model, options), wanted);
     EXPECT_EQ(groupedNumber(999), "999");
 }
 

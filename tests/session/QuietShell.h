@@ -1,6 +1,6 @@
 #pragma once
 
-#include "render/queue/RenderQueue.h"
+#include "render/queue/RenderThread.h"
 #include "session/Session.h"
 #include "tests/render/queue/FakeHost.h"
 
@@ -16,7 +16,7 @@ public:
     SaveAnswer askToSave(const std::string&) override { return answer ? answer() : SaveAnswer::no; }
     std::optional<ViewEdit> askView(const ViewParameters&, const ModelPlace&, const Units&) override
     {
-        return std::nullopt;
+        return {};
     }
     void warn(const std::string& text) override { status = text; }
     bool modalOpen() const override { return false; }
@@ -38,9 +38,9 @@ public:
     std::optional<Canvas> canvas(Target) override { return std::nullopt; }
     void post(Target target, Handle<Request> request) override
     {
-        queue->post(static_cast<RequestKind>(target), std::move(request));
+        queue->post(kindOf(target), std::move(request));
     }
-    void cancel(Target target) override { queue->cancel(static_cast<RequestKind>(target)); }
+    void cancel(Target target) override { queue->cancel(kindOf(target)); }
     void showProperties() override {}
     void showImageSizes() override {}
     void showAbout() override {}
@@ -51,28 +51,18 @@ public:
     void leaveFullScreen() override { fullScreen = false; }
     void toggleControls() override {}
 
-    /// Runs the next request that waits, as the render thread does; false when there is none. `failed`: by
-    /// another exception than that of a stop.
-    bool runNext(const Handle<RenderHost>& host, bool& failed)
+    /// Runs the next request that waits, as the render thread does; false when there is none.
+    bool runNext(RenderHost& host)
     {
         RequestKind kind;
         Handle<Request> request;
         if (!queue->take(kind, request)) return false;
-        const auto progress =
-            makeHandle<Progress>(host, request->name, request->firstStageText, request->stageTexts);
-        queue->setCurrent(kind, progress);
-        failed = false;
-        try {
-            request->run(*progress);
-            if (request->endsThread()) host->threadEnded();
-        } catch (const Reporter::Abandoned&) {
-        } catch (const std::exception&) {
-            failed = true;
-        }
-        request = {};
-        queue->setCurrent(0, {});
-        progress->finish();
+        if (runRequest(*queue, host, kind, std::move(request))) host.threadEnded();
         return true;
+    }
+    static RequestKind kindOf(Target target)
+    {
+        return target == Target::image ? imageFile : static_cast<RequestKind>(target) + 1;
     }
 
     std::optional<ChosenFile> chosen;

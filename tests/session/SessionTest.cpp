@@ -1,10 +1,5 @@
 #include "tests/session/World.h"
 
-#include "resources/ids.h"
-#include "session/Commands.h"
-
-#include <gtest/gtest.h>
-
 using namespace belvor;
 
 namespace {

@@ -3,10 +3,8 @@
 #include "errors/BadFile.h"
 #include "imagefile/OmbrBuff.h"
 #include "platform/FileNames.h"
-#include "render/queue/RenderThread.h"
 #include "resources/ids.h"
 #include "session/Commands.h"
-#include "tests/session/Mailbox.h"
 #include "tests/session/QuietShell.h"
 #include "tests/session/WorldFiles.h"
 #include "tests/support/Models.h"
@@ -14,17 +12,15 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
+#include <chrono>
 #include <mutex>
 #include <random>
+#include <thread>
 #include <utility>
 
 namespace belvor::test {
-
-inline RequestKind kindOf(Target target)
-{
-    return target == Target::image ? imageFile : static_cast<RequestKind>(target) + 1;
-}
 
 inline std::string bytesOf(const std::string& path)
 {
@@ -70,11 +66,7 @@ public:
     }
 
     /// Something happens: mostly, the user does something.
-    void act()
-    {
-        if (number(3) == 0) runRequest();
-        else user();
-    }
+    void act() { number(3) == 0 ? void(runRequest()) : user(); }
     /// Lets all requests end, checks what is shown, and closes the program.
     void end()
     {
@@ -120,15 +112,25 @@ private:
         void showBadFile(const BadFile&) override { world.box(); }
         void warning(const std::string&) override { world.box(); }
 
-        Mailbox mailbox;
+        /// Does what the render thread has sent, if anything; that thread waits for it.
+        bool serve()
+        {
+            const std::function<void()>* const task = sent.exchange(nullptr);
+            if (!task) std::this_thread::sleep_for(std::chrono::microseconds(200));
+            else (*task)(), done.set();
+            return task;
+        }
 
     private:
-        void deliver(std::function<void()> task)
+        void deliver(const std::function<void()>& task)
         {
-            if (world.threads == Threads::one) task();
-            else mailbox.send(std::move(task));
+            if (world.threads == Threads::one) return task();
+            sent = &task;
+            done.wait();
         }
         World& world;
+        std::atomic<const std::function<void()>*> sent{nullptr};
+        Event done{"World"};
     };
 
     /// The rows of a picture on the screen, and what it is to show.
@@ -153,33 +155,21 @@ private:
     // The surroundings of the session.
     std::optional<ChosenFile> askFile(FileQuestion question) override
     {
-        EXPECT_EQ(openBoxes.load(), threads == Threads::one ? 0 : openBoxes.load())
-            << "two questions at a time";
+        EXPECT_TRUE(threads == Threads::two || openBoxes == 0) << "two questions at a time";
         (question == FileQuestion::image ? action.imageAsked : action.asked) = session.picture();
         underBox();
-        if (number(4) == 0) {
-            action.imageAsked = {};
-            return std::nullopt;
-        }
+        if (number(4) == 0) return action.imageAsked = {}, std::nullopt;
         action.answered.emplace(session.model(), session.view());
-        switch (question) {
-        case FileQuestion::openModel:
+        if (question == FileQuestion::openModel)
             return ChosenFile{oneOf(files.models), static_cast<unsigned>(1 + number(5))};
-        case FileQuestion::image: return ChosenFile{oneOf(files.images), 1};
-        default: return ChosenFile{oneOf(files.parameters), 1};
-        }
+        return ChosenFile{oneOf(question == FileQuestion::image ? files.images : files.parameters), 1};
     }
     SaveAnswer askToSave(const std::string&) override
     {
-        const Handle<Model> model = session.model();
         underBox();
-        switch (number(3)) {
-        case 0: return SaveAnswer::cancel;
-        case 1: return SaveAnswer::yes;
-        default:
-            action.refused = session.model();
-            return SaveAnswer::no;   // also of one that has just arrived
-        }
+        const auto said = static_cast<SaveAnswer>(number(3));
+        if (said == SaveAnswer::no) action.refused = session.model();   // also one that has just arrived
+        return said;
     }
     std::optional<ViewEdit> askView(const ViewParameters&, const ModelPlace&, const Units&) override
     {
@@ -229,12 +219,12 @@ private:
             expectGone(session.picture());
         }
         if (target == Target::image) imagePosted(request->name);
-        queue->post(kindOf(target), std::move(request));
+        QuietShell::post(target, std::move(request));
     }
     void cancel(Target target) override
     {
         if (target == Target::mainWindow) exitPosted = false;
-        queue->cancel(kindOf(target));
+        QuietShell::cancel(target);
     }
 
     // The user and the render thread.
@@ -257,23 +247,14 @@ private:
         constexpr int others[] = {
             ID_SAVEPARAMETERS, ID_LOADPARAMETERS, ID_VIEWPARAMETERS, ID_WHOLEMODEL, ID_INCREASEZOOM,
             ID_CENTRELOOKAT,   ID_PREVIOUSVIEW,   ID_UNDO,           ID_REDO,       999};
-        switch (number(12)) {
-        case 0:
-        case 1:
-        case 2: command(fileCommands[number(3)]); break;
-        case 3: command(ID_RECENT + number(8)); break;
-        case 4: session.loading().openFile(oneOf(files.models)); break;
-        case 5:
-        case 6: command(others[number(10)]); break;
-        case 7:
-            if (number(40) == 0) session.close();
-            else session.reasonToStay();
-            break;
-        case 8: drag(); break;
-        default:
-            if (!locked) edit();   // the windows are disabled
-            break;
-        }
+        const int act = number(12);
+        if (act < 3) command(fileCommands[number(3)]);
+        else if (act < 5) command(others[number(10)]);
+        else if (act == 5) command(ID_RECENT + number(8));
+        else if (act == 6) session.loading().openFile(oneOf(files.models));
+        else if (act == 7 && number(40) == 0) session.close();
+        else if (act == 7) session.reasonToStay();
+        else if (!locked) act == 8 ? drag() : edit();   // else the windows are disabled
         EXPECT_TRUE(!locked || (session.view() == before && session.closing() == wasClosing))
             << "a command under an open box";
         const bool modelHasGone =
@@ -307,12 +288,8 @@ private:
     /// The mouse goes down on a marker, or up.
     void drag()
     {
-        if (modalOpen()) return;
         const Handle<Model> began = std::exchange(dragged, {});
-        if (!began) {
-            dragged = session.model();
-            return;
-        }
+        if (!began) return void(dragged = session.model());
         EXPECT_EQ(began, session.model()) << "a drag of a marker of another model";
         session.moveMarkers(Thumbnail::elevation, {real(), real(), real(), real(), false});
     }
@@ -321,10 +298,7 @@ private:
     void underBox()
     {
         ++openBoxes, ++depth;
-        for (int k = depth > 3 ? 0 : number(4); k > 0; --k) {
-            if (number(3) != 0) runRequest();
-            else user();
-        }
+        for (int k = depth > 3 ? 0 : number(4); k > 0; --k) number(3) != 0 ? void(runRequest()) : user();
         --openBoxes, --depth;
     }
     /// A box that says why something failed, on either thread.
@@ -336,13 +310,10 @@ private:
     }
     bool runRequest()
     {
-        if (threads == Threads::two) return host->mailbox.serve();
-        bool failed = false;
-        if (running) return false;
-        running = true;
-        const bool ran = runNext(host, failed);
+        if (threads == Threads::two) return host->serve();
+        if (std::exchange(running, true)) return false;
+        const bool ran = runNext(*host);
         running = false;
-        if (failed) box();
         return ran;
     }
     void modelLoaded(std::uint32_t load, Model* model)
@@ -376,10 +347,9 @@ private:
     // The rules.
     bool inAnImageFile(const Picture& shown) const
     {
-        for (const Save& save : saves)
-            if (!save.failed && save.picture.model == shown.model && save.picture.view == shown.view)
-                return true;
-        return false;
+        return std::ranges::any_of(saves, [&](const Save& save) {
+            return !save.failed && save.picture.model == shown.model && save.picture.view == shown.view;
+        });
     }
     /// The image file of a model: the last that was chosen for it and did not fail.
     const std::string* nameOf(const Handle<Model>& model) const
@@ -399,9 +369,10 @@ private:
         const auto asked = std::exchange(action.imageAsked, {});
         const Picture shown = asked ? *asked : session.picture();
         std::string file;
-        for (const std::string& image : files.images)
-            if (fileName(image) == name && (!asked || !image.ends_with("folder/image.omb"))) file = image;
-        if (!asked) {
+        if (asked) {
+            for (const std::string& image : files.images)
+                if (fileName(image) == name && !image.ends_with("folder/image.omb")) file = image;
+        } else {
             const std::string* const known = nameOf(session.model());
             ASSERT_TRUE(known) << "written without a name";
             EXPECT_EQ(fileName(*known), name) << "not the name that last worked";
@@ -421,9 +392,8 @@ private:
             << "counts as saved and is not";
         if (!session.model()) return;
         EXPECT_TRUE(plan == viewMarkers(view, Thumbnail::plan)
-                    && elevation == viewMarkers(view, Thumbnail::elevation));
-        EXPECT_TRUE(slide == eyeSlideRecord(view) && lights[0] == eyeMarker(view));
-        EXPECT_EQ(sliders[0], intensityToSlider(view.skyIntensity));
+                    && elevation == viewMarkers(view, Thumbnail::elevation) && slide == eyeSlideRecord(view)
+                    && lights[0] == eyeMarker(view) && sliders[0] == intensityToSlider(view.skyIntensity));
         for (std::size_t k = 0; k < 8; ++k) {
             const bool present = k < view.lights.size();
             EXPECT_EQ(lights[k + 1],
@@ -437,8 +407,7 @@ private:
         if (!session.model() || session.closing()) return;
         ASSERT_TRUE(picture);
         EXPECT_TRUE(picture->complete()) << "the picture has rows of an older one";
-        EXPECT_EQ(picture->content.model, session.model());
-        EXPECT_EQ(picture->content.view, session.view());
+        EXPECT_TRUE(picture->content.model == session.model() && picture->content.view == session.view());
     }
 
     const WorldFiles& files;

@@ -13,13 +13,10 @@ TEST(ProgressText, AStageWithoutATextIsNumbered)
 
 TEST(ProgressText, TheBarIsRoundedAndItsMarkerTruncated)
 {
-    // Columns: left, right, fraction, highWater, end, marker, marked.
-    const std::tuple<int, int, double, double, int, int, bool> cases[] = {
-        {100, 300, 1.0 / 3, 1.0 / 3, 167, 166, false},
-        {0, 201, 0.5, 0.5, 101, 100, false},
-        {100, 303, 0.2, 0.6, 222, 140, true},
-    };
-    for (const auto& [left, right, fraction, highWater, end, marker, marked] : cases) {
+    using Row = std::tuple<int, int, double, double, int, int, bool>;
+    for (const auto& [left, right, fraction, highWater, end, marker, marked] :
+         {Row{100, 300, 1.0 / 3, 1.0 / 3, 167, 166, false}, Row{0, 201, 0.5, 0.5, 101, 100, false},
+          Row{100, 303, 0.2, 0.6, 222, 140, true}}) {
         const ProgressBar bar = progressBar(left, right, fraction, highWater);
         EXPECT_EQ(std::tie(bar.end, bar.marker, bar.marked), std::tie(end, marker, marked)) << highWater;
     }

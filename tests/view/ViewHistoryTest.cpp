@@ -27,18 +27,15 @@ TEST(ViewHistory, PreviousTogglesBetweenTwoViewsAndKeepsWhichIsSaved)
     history.show(zoomed(0.2));
     for (const double zoom : {0.1, 0.2, 0.1}) {
         EXPECT_TRUE(history.show(history.previous()));
-        EXPECT_EQ(history.current().zoom, zoom);
-        EXPECT_EQ(history.current().imageSaved, zoom == 0.1);
+        EXPECT_TRUE(history.current().zoom == zoom && history.current().imageSaved == (zoom == 0.1)) << zoom;
     }
-    ViewParameters saved = zoomed(0.1);
-    saved.imageSaved = false;
-    EXPECT_FALSE(history.show(saved)) << "whether it is saved makes no other view";
+    EXPECT_FALSE(history.show(zoomed(0.1))) << "whether it is saved makes no other view";
     history.begin(history.current());
     EXPECT_FALSE(history.current().imageSaved) << "another model";
     EXPECT_FALSE(history.show(history.previous())) << "no view before the first";
 }
 
-TEST(ViewHistory, AGestureIsOneChangeAndAViewWithoutEndIsNone)
+TEST(ViewHistory, AGestureIsOneChangeAndAHundredCanBeUndone)
 {
     // Columns: why, zoom, gesture, changed, the zoom before.
     const std::tuple<const char*, double, std::uint32_t, bool, double> cases[] = {
@@ -57,22 +54,12 @@ TEST(ViewHistory, AGestureIsOneChangeAndAViewWithoutEndIsNone)
         EXPECT_EQ(history.show(zoomed(zoom), gesture), changed) << why;
         EXPECT_EQ(history.previous().zoom, before) << why;
     }
-    for (int i = 0; i < 200; ++i) history.show(zoomed(10 + i));
-    std::size_t undone = 0;
-    while (history.undo()) ++undone;
-    EXPECT_EQ(undone, ViewHistory::depth);
-}
-
-TEST(ViewHistory, AHundredChangesCanBeUndone)
-{
-    ViewHistory history;
-    history.begin(zoomed(0));
-    for (int k = 1; k <= 105; ++k) history.show(zoomed(k));
-    int undone = 0;
-    while (history.undo()) ++undone;
-    EXPECT_EQ(undone, 100);
-    EXPECT_EQ(history.current().zoom, 5);
-    while (history.redo()) --undone;
-    EXPECT_EQ(undone, 0);
-    EXPECT_EQ(history.current().zoom, 105);
+    for (int k = 1; k <= 105; ++k) history.show(zoomed(100 + k));
+    for (int k = 104; k >= 5; --k) {
+        EXPECT_TRUE(history.undo());
+        EXPECT_EQ(history.current().zoom, 100 + k);
+    }
+    EXPECT_FALSE(history.undo()) << "a hundred changes";
+    while (history.redo()) {}
+    EXPECT_EQ(history.current().zoom, 205);
 }

@@ -4,6 +4,7 @@
 #include <oleacc.h>
 
 #include <filesystem>
+#include <set>
 
 namespace belvor::window {
 
@@ -21,12 +22,12 @@ protected:
         if (!object) throw Failure("no accessible object");
         return *object;
     }
-    static VARIANT child(long number)
+    static VARIANT variant(long number)
     {
-        VARIANT id{};
-        id.vt = VT_I4;
-        id.lVal = number;
-        return id;
+        VARIANT result{};
+        result.vt = VT_I4;
+        result.lVal = number;
+        return result;
     }
     static std::string taken(BSTR text)
     {
@@ -34,38 +35,33 @@ protected:
         SysFreeString(text);
         return result;
     }
+    using Told = std::tuple<std::string, std::string, long>;   // name, value, role
+    static Told told(HWND window, long child = 0)
+    {
+        BSTR name = nullptr, value = nullptr;
+        VARIANT role{};
+        objectOf(window).get_accName(variant(child), &name);
+        objectOf(window).get_accValue(variant(child), &value);
+        objectOf(window).get_accRole(variant(child), &role);
+        return {taken(name), taken(value), role.lVal};
+    }
 };
 
 TEST_F(AccessibleTest, PanelsMarkersAndSlidersHaveNamesValuesRolesAndPlaces)
 {
     startWith(boxModel());
-    const struct {
-        HWND window;
-        long child;
-        std::string name, value;
-        long role;
-    } cases[] = {
-        {drawing(), 0, "Picture", "", ROLE_SYSTEM_GRAPHIC},
-        {panel(ID_PLAN), 0, "Plan", "", ROLE_SYSTEM_GROUPING},
-        {panel(ID_PLAN), 2, "Look-at Point", "x 0.00, y 0.00 radii", ROLE_SYSTEM_INDICATOR},
-        {panel(ID_EYESLIDE), 1, "Eye Position", "4.69 radii from the centre", ROLE_SYSTEM_INDICATOR},
-        {panel(ID_SPHERE), 2, "Parallel 1", "bearing −30°, elevation 60°", ROLE_SYSTEM_INDICATOR},
-        {panel(ID_SLIDER), 0, "Sky", "Sky: 0.40", ROLE_SYSTEM_SLIDER},
-        {program().child(ID_EYEUP, panel(ID_SPHERE)), 0, "Move Eye Up", "", 0},
+    const std::tuple<HWND, long, Told> cases[] = {
+        {drawing(), 0, {"Picture", "", ROLE_SYSTEM_GRAPHIC}},
+        {panel(ID_PLAN), 0, {"Plan", "", ROLE_SYSTEM_GROUPING}},
+        {panel(ID_PLAN), 2, {"Look-at Point", "x 0.00, y 0.00 radii", ROLE_SYSTEM_INDICATOR}},
+        {panel(ID_EYESLIDE), 1, {"Eye Position", "4.69 radii from the centre", ROLE_SYSTEM_INDICATOR}},
+        {panel(ID_SPHERE), 2, {"Parallel 1", "bearing −30°, elevation 60°", ROLE_SYSTEM_INDICATOR}},
+        {panel(ID_SLIDER), 0, {"Sky", "Sky: 0.40", ROLE_SYSTEM_SLIDER}},
     };
-    for (const auto& c : cases) {
-        IAccessible& object = objectOf(c.window);
-        BSTR name = nullptr, value = nullptr;
-        VARIANT role{};
-        object.get_accName(child(c.child), &name);
-        object.get_accValue(child(c.child), &value);
-        object.get_accRole(child(c.child), &role);
-        EXPECT_EQ(taken(name), c.name);
-        EXPECT_EQ(taken(value), c.value) << c.name;
-        EXPECT_TRUE(c.role == 0 || role.lVal == c.role) << c.name << ": " << role.lVal;
-    }
+    for (const auto& [window, child, wanted] : cases) EXPECT_EQ(told(window, child), wanted);
+    EXPECT_EQ(std::get<0>(told(program().child(ID_EYEUP, panel(ID_SPHERE)))), "Move Eye Up");
     long left = 0, top = 0, width = 0, height = 0, children = 0;
-    objectOf(panel(ID_PLAN)).accLocation(&left, &top, &width, &height, child(2));
+    objectOf(panel(ID_PLAN)).accLocation(&left, &top, &width, &height, variant(2));
     RECT frame;
     GetWindowRect(panel(ID_PLAN), &frame);
     EXPECT_NEAR(left + width / 2, (frame.left + frame.right) / 2, 1);
@@ -78,15 +74,10 @@ TEST_F(AccessibleTest, EveryFieldOfTheViewParametersHasItsOwnName)
 {
     startWith(boxModel());
     const HWND dialog = program().openDialog(ID_VIEWPARAMETERS, "View Parameters");
-    std::vector<std::string> names;
-    for (HWND field = nullptr; (field = FindWindowExW(dialog, field, L"Edit", nullptr)) != nullptr;) {
-        BSTR name = nullptr;
-        objectOf(field).get_accName(child(0), &name);
-        names.push_back(taken(name));
-    }
-    EXPECT_EQ(names.size(), 28u);
-    for (const std::string& name : names)
-        EXPECT_TRUE(!name.empty() && std::count(names.begin(), names.end(), name) == 1) << name;
+    std::set<std::string> names;
+    for (HWND field = nullptr; (field = FindWindowExW(dialog, field, L"Edit", nullptr)) != nullptr;)
+        names.insert(std::get<0>(told(field)));
+    EXPECT_TRUE(names.size() == 28 && !names.contains(""));
     program().answer(dialog, IDCANCEL);
 }
 
@@ -99,15 +90,17 @@ TEST_F(AccessibleTest, AFaultOfTheProgramLeavesAReport)
     GetEnvironmentVariableW(L"LOCALAPPDATA", folder, MAX_PATH);
     const std::filesystem::path place = std::filesystem::path(folder) / L"Calderwood" / L"Belvor";
     const std::wstring ending = L'-' + std::to_wstring(GetProcessId(program().handle()));
-    const auto begins = [&](const wchar_t* type, const std::string& text) {
-        std::error_code missing;   // as long as there is no report
-        for (const auto& entry : std::filesystem::directory_iterator(place, missing))
-            if (entry.path().filename().wstring().ends_with(ending + type))
-                return readFile(toUtf8(entry.path().wstring())).find(text) < 1000;
-        return false;
-    };
-    EXPECT_TRUE(eventually([&] { return begins(L".txt", "exception c0000005"); }));
-    EXPECT_TRUE(eventually([&] { return begins(L".dmp", "MDMP"); }, 30'000));   // slow under Wine
+    for (const auto& [type, text] : {std::pair{L".txt", "exception c0000005"}, {L".dmp", "MDMP"}})
+        EXPECT_TRUE(eventually(
+            [&, type = type, text = text] {
+                std::error_code missing;   // as long as there is no report
+                for (const auto& entry : std::filesystem::directory_iterator(place, missing))
+                    if (entry.path().filename().wstring().ends_with(ending + type))
+                        return readFile(toUtf8(entry.path().wstring())).find(text) < 1000;
+                return false;
+            },
+            30'000))   // slow under Wine
+            << text;
 }
 
 }   // namespace belvor::window

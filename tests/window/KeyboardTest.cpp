@@ -1,10 +1,88 @@
 #include "tests/window/PanelsTest.h"
 
-#include <commctrl.h>
-
 namespace belvor::window {
 
-class KeyboardTest : public PanelsTest {};
+/// Where the keyboard works, and what its keys do.
+class KeyboardTest : public PanelsTest {
+protected:
+    bool awaitFocus(HWND wanted)
+    {
+        return eventually([&] { return focus() == wanted; }, 2000);
+    }
+};
+
+TEST_F(KeyboardTest, TabGoesRoundTheStripAndBack)
+{
+    startWith(boxModel());
+    std::vector<HWND> ring{drawing(), panel(ID_TOOLBAR)};
+    const auto add = [&](int number, std::initializer_list<int> buttons) {
+        ring.push_back(panel(number));
+        for (const int button : buttons) ring.push_back(program().child(button, panel(number)));
+    };
+    add(ID_EYESLIDE, {ID_ADVANCE, ID_RETREAT});
+    add(ID_PLAN, {});
+    add(ID_ELEVATION, {});
+    add(ID_SPHERE, {ID_EYEUP, ID_EYELEFT, ID_EYERIGHT, ID_EYEDOWN});
+    for (int slider = ID_SLIDER; slider <= ID_SLIDERLAST; ++slider) add(slider, {});
+    for (std::size_t i = 0; i <= ring.size(); ++i) {
+        program().send(focus(), WM_KEYDOWN, VK_TAB);
+        EXPECT_EQ(focus(), ring[i % ring.size()]) << i;
+    }
+    pressKeys({VK_SHIFT, VK_TAB});
+    EXPECT_TRUE(awaitFocus(ring.back())) << "backwards";
+}
+
+TEST_F(KeyboardTest, TheChosenButtonKeepsItsRectangleWhenPartsOfItArePainted)
+{
+    startWith(boxModel());
+    tabTo(panel(ID_TOOLBAR));
+    const HWND toolbar = panel(ID_TOOLBAR);
+    moveMouse(program().child(ID_STATUSBAR), 5, 5);
+    Sleep(700);   // the toolbar fades its pointed-at button
+    const Picture framed = screenOf(toolbar);
+    RECT corner{4, 4, 12, 12};   // part of the first button
+    for (int i = 0; i < 3; ++i) {
+        RedrawWindow(toolbar, &corner, nullptr, RDW_INVALIDATE);
+        eventually([&] { return !GetUpdateRect(toolbar, nullptr, FALSE); }, 2000);
+        Sleep(50);
+        EXPECT_EQ(difference(screenOf(toolbar), framed), "") << i;
+    }
+    program().send(toolbar, WM_KEYDOWN, VK_DOWN);
+    EXPECT_TRUE(eventually([&] { return screenOf(toolbar) != framed; }, 2000)) << "the rectangle is seen";
+}
+
+TEST_F(KeyboardTest, SurvivesOtherWindowsAndAHiddenStrip)
+{
+    start();
+    const std::unique_ptr<std::remove_pointer_t<HWND>, decltype(&DestroyWindow)> other(
+        CreateWindowExW(WS_EX_TOOLWINDOW, L"STATIC", L"other program", WS_POPUP | WS_VISIBLE, 900, 600, 80,
+                        40, nullptr, nullptr, nullptr, nullptr),
+        DestroyWindow);
+    const auto comesToFront = [](HWND window) {
+        return eventually([&] { return GetForegroundWindow() == window; }, 2000);
+    };
+    SetForegroundWindow(other.get());
+    EXPECT_TRUE(comesToFront(other.get()));
+    program().dropFile(boxModel());
+    EXPECT_TRUE(comesToFront(program().main())) << "by the drop";
+    awaitModel(boxModel());
+
+    const HWND slider = panel(ID_SLIDER + 1);
+    tabTo(slider);
+    const HWND dialog = program().openDialog(ID_ABOUT, "About Belvor");
+    EXPECT_TRUE(eventually([&] { return focus() != slider; }, 2000));
+    program().answer(dialog, IDOK);
+    EXPECT_TRUE(awaitFocus(slider)) << "after a dialog";
+    SetForegroundWindow(other.get());
+    EXPECT_TRUE(comesToFront(other.get()));
+    SetForegroundWindow(program().main());
+    EXPECT_TRUE(awaitFocus(slider)) << "after another program";
+
+    program().command(ID_SHOWCONTROLS);
+    EXPECT_EQ(focus(), program().main()) << "no key moves a hidden slider";
+    program().command(ID_SHOWCONTROLS);
+    EXPECT_EQ(focus(), slider) << "and back";
+}
 
 TEST_F(KeyboardTest, EscapeGivesUpWhatGoesOn)
 {
@@ -17,6 +95,7 @@ TEST_F(KeyboardTest, EscapeGivesUpWhatGoesOn)
     moveMouse(slider, at.x + 35, at.y);
     pressKeys({VK_ESCAPE});
     releaseButton();
+    moveMouse(drawing(), 300, 200);   // the slider's hint would stand where others are to show
     EXPECT_EQ(program().send(slider, TBM_GETPOS), position) << "a slider's thumb";
     EXPECT_EQ(awaitBox(false), "");
 
@@ -24,15 +103,6 @@ TEST_F(KeyboardTest, EscapeGivesUpWhatGoesOn)
     EXPECT_TRUE(eventually([&] { return !IsWindowVisible(status); }));
     pressKeys({VK_ESCAPE});
     EXPECT_TRUE(eventually([&] { return IsWindowVisible(status) != FALSE; })) << "full screen";
-
-    const std::string large = sphereModel(2000000);
-    moveMouse(drawing(), 300, 200);   // the slider's hint would stand where the load shows
-    program().dropFile(large);
-    program().answer(program().awaitDialog(textOf(Text::imageNotSaved)), IDNO);
-    await("the load to begin", [&] { return program().statusPart(0) == fileName(large); });
-    pressKeys({VK_ESCAPE});
-    EXPECT_TRUE(program().awaitStatus(textOf(Text::abandoned))) << program().statusPart(0);
-    EXPECT_EQ(program().title(), "Belvor - box.thf") << "a load";
 }
 
 TEST_F(KeyboardTest, AChangedFileIsToldAndReadAgain)

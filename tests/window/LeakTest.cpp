@@ -3,6 +3,7 @@
 #include <winternl.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 
 namespace belvor::window {
@@ -13,14 +14,9 @@ namespace {
 int gdiObjects(HANDLE process)
 {
     if (const DWORD count = GetGuiResources(process, GR_GDIOBJECTS)) return static_cast<int>(count);
-    // Wine does not count them, but keeps the table of them where the process's block points.
-    struct Entry {
-        std::uint64_t object;
-        std::uint32_t owner;
-        std::uint16_t unique;
-        std::uint8_t type, flags;
-        std::uint64_t user;
-    };
+    // Wine does not count them, but keeps the table of them where the process's block points. Byte 14 of an
+    // entry is its type.
+    using Entry = std::array<std::uint8_t, 24>;
     PROCESS_BASIC_INFORMATION known{};
     NtQueryInformationProcess(process, ProcessBasicInformation, &known, sizeof known, nullptr);
     const void* table = nullptr;
@@ -29,7 +25,7 @@ int gdiObjects(HANDLE process)
                       sizeof table, nullptr);
     ReadProcessMemory(process, table, entries.data(), entries.size() * sizeof(Entry), nullptr);
     return static_cast<int>(
-        std::count_if(entries.begin(), entries.end(), [](const Entry& entry) { return entry.type != 0; }));
+        std::ranges::count_if(entries, [](const Entry& entry) { return entry[14] != 0; }));
 }
 
 }   // namespace
@@ -38,24 +34,20 @@ TEST_F(PanelsTest, HundredsOfPaintsDragsAndResizesLeaveNoGdiObjectBehind)
 {
     if (sizeof(void*) != 8) GTEST_SKIP() << "counts by the layout of a 64-bit process";
     startWith(boxModel());
-    from = wholeModel(freshView(), {});
-    const PixelPoint middle{58, 58};   // of the plan and the elevation: the look-at point
-    const std::pair<HWND, PixelPoint> panels[] = {{panel(ID_PLAN), middle},
-                                                  {panel(ID_ELEVATION), middle},
-                                                  {panel(ID_SPHERE), light()},
-                                                  {panel(ID_EYESLIDE), onSlide(0)},
-                                                  {drawing(), {50, 50}}};
+    // 58 is the middle of the plan and the elevation: the look-at point.
+    const std::tuple<HWND, int, int> panels[] = {{panel(ID_PLAN), 58, 58},
+                                                 {panel(ID_ELEVATION), 58, 58},
+                                                 {panel(ID_SPHERE), light().x, light().y},
+                                                 {panel(ID_EYESLIDE), onSlide(0).x, onSlide(0).y},
+                                                 {drawing(), 50, 50}};
     const auto work = [&](int rounds) {
         for (int i = 0; i < rounds; ++i) {
-            for (const auto& [window, at] : panels) {
-                const auto mouse = [&, window = window, x = at.x, y = at.y](UINT message, int right,
-                                                                            int down) {
-                    program().send(window, message, MK_LBUTTON, MAKELPARAM(x + right, y + down));
-                };
-                mouse(WM_LBUTTONDOWN, 0, 0);
-                mouse(WM_MOUSEMOVE, 10, 15);
-                RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
-                mouse(WM_MOUSEMOVE, 0, 20);
+            for (const auto& [window, x, y] : panels) {
+                program().send(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(x, y));
+                for (const int right : {10, 0}) {
+                    program().send(window, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(x + right, y + 15));
+                    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+                }
                 program().send(window, WM_CAPTURECHANGED);
             }
             RedrawWindow(program().child(ID_CONTROLS), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);

@@ -6,12 +6,9 @@ class MenuTest : public WindowTest {
 protected:
     static void awaitMenus(bool open)
     {
-        const auto isOpen = [] {
-            HWND const menu = FindWindowW(L"#32768", nullptr);
-            return menu && IsWindowVisible(menu);
-        };
+        const auto isOpen = [] { return IsWindowVisible(FindWindowW(L"#32768", nullptr)) != FALSE; };
         await(
-            "the menus to open or close", [&] { return isOpen() == open; }, 3000);
+            open ? "a menu" : "no menu", [&] { return isOpen() == open; }, 3000);
     }
     /// Opens a menu by its letter.
     static void openMenu(WORD letter)
@@ -58,15 +55,14 @@ TEST_F(MenuTest, WhatNeedsAModelWaitsForOne)
         openMenu(menu);
         pressKeys({item});
     };
+    using Item = std::tuple<WORD, WORD, const char*>;
     for (const bool loaded : {false, true}) {
         loaded ? startWith(boxModel()) : start();
-        for (const auto& [menu, item, caption] : {std::tuple{'F', 'M', "Belvor Model Properties"},
-                                                  {'F', 'A', "Save As"},
-                                                  {'E', 'V', "View Parameters"},
-                                                  {'E', 'S', textOf(Text::saveParametersTitle)},
-                                                  {'E', 'L', textOf(Text::loadParametersTitle)},
-                                                  {char{VK_CONTROL}, 'S', "Save As"}}) {
-            choose(static_cast<WORD>(menu), static_cast<WORD>(item));
+        for (const auto& [menu, item, caption] :
+             {Item{'F', 'M', "Belvor Model Properties"}, Item{'F', 'A', "Save As"},
+              Item{'E', 'V', "View Parameters"}, Item{'E', 'S', textOf(Text::saveParametersTitle)},
+              Item{'E', 'L', textOf(Text::loadParametersTitle)}, Item{VK_CONTROL, 'S', "Save As"}}) {
+            choose(menu, item);
             program().send(program().main(), WM_NULL);
             if (loaded) program().answer(program().awaitDialog(caption), IDCANCEL);
             else EXPECT_EQ(GetForegroundWindow(), program().main()) << caption << " is grey";

@@ -46,7 +46,9 @@ protected:
         return disc().toPixel({eyeMarker(from).bearing, eyeMarker(from).elevation});
     }
     PixelPoint light() const { return disc().toPixel({-30, 60}); }
-    PixelPoint thumb(int slider) const;
+    /// The middle of a part of a control, by the message that gives its area.
+    PixelPoint middleOf(HWND window, UINT getArea, WPARAM part) const;
+    PixelPoint thumb(int slider) const { return middleOf(panel(slider), TBM_GETTHUMBRECT, 0); }
 
     ViewParameters planDrag(Thumbnail which, MarkerDrag drag, PixelPoint to) const
     {
@@ -72,6 +74,8 @@ protected:
     std::function<void()> pressing(int parent, int button, WORD key = 0) const;
     std::function<void()> typing(HWND window, std::vector<WORD> keys) const;
 
+    /// Whether a tooltip of that text is to be seen.
+    bool tipShown(const std::string& text) const;
     /// Each act makes its view of `from`, in one change.
     void expectViews(const std::vector<ViewAct>& acts);
 

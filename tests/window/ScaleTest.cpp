@@ -41,19 +41,14 @@ TEST_F(ScaleTest, StartsEmptyWithEverythingInPlace)
     dragMouse(drawing(), {{100, 100}, {200, 200}, {250, 150}});
     for (const std::uint32_t pixel : screenOf(drawing()).pixels)
         ASSERT_EQ(pixel, 0u) << "nothing is drawn yet, a drag neither";
-    for (const int id : {ID_WHOLEMODEL, ID_CENTRELOOKAT, ID_PREVIOUSVIEW, ID_INCREASEZOOM})
-        EXPECT_EQ(program().send(panel(ID_TOOLBAR), TB_ISBUTTONENABLED, static_cast<WPARAM>(id)), 0) << id;
+    for (const WPARAM id : {ID_WHOLEMODEL, ID_CENTRELOOKAT, ID_PREVIOUSVIEW, ID_INCREASEZOOM})
+        EXPECT_EQ(program().send(panel(ID_TOOLBAR), TB_ISBUTTONENABLED, id), 0) << id;
 
     WindowShape shape{scale(600), scale(450), placeOf(status).height, false, true, {}, scale};
     const WindowLayout whole = layOut(shape);
     EXPECT_EQ(whole.controls.width, scale(WindowLayout::controlsWidth));
     const ControlsLayout strip = layOutControls(clientSize(controls), scale);
-    const struct {
-        HWND parent;
-        int number;
-        const wchar_t *className, *name;
-        PixelArea place;
-    } children[] = {
+    const std::tuple<HWND, int, const wchar_t*, const wchar_t*, PixelArea> children[] = {
         {main, ID_DISPLAY, L"Display", L"Drawing", whole.display},
         {main, ID_CONTROLS, L"Controls", L"ControlPanel", whole.controls},
         {main, ID_STATUSBAR, STATUSCLASSNAMEW, nullptr, whole.status},
@@ -64,10 +59,10 @@ TEST_F(ScaleTest, StartsEmptyWithEverythingInPlace)
         {controls, ID_TOOLBAR, TOOLBARCLASSNAMEW, nullptr, strip.toolbar},
         {controls, ID_SLIDERLAST, TRACKBAR_CLASSW, L"Light6", strip.sliders[6]},
     };
-    for (const auto& c : children) {
-        const HWND child = program().child(c.number, c.parent);
-        EXPECT_EQ(FindWindowExW(c.parent, nullptr, c.className, c.name), child) << c.number;
-        EXPECT_EQ(placeOf(child), c.place) << c.number;
+    for (const auto& [parent, number, windowClass, name, place] : children) {
+        const HWND child = program().child(number, parent);
+        EXPECT_EQ(FindWindowExW(parent, nullptr, windowClass, name), child) << number;
+        EXPECT_EQ(placeOf(child), place) << number;
     }
     int parts[4] = {};
     EXPECT_EQ(program().sendRecord(status, SB_GETPARTS, 4, parts, sizeof parts), 4);

@@ -1,199 +1,141 @@
 #include "tests/window/WindowTest.h"
 
-#include <atomic>
-#include <sstream>
+#include "ui/ClientSize.h"
 
 namespace belvor::window {
 
-namespace {
-
-constexpr const wchar_t* recentKey = L"Software\\Calderwood\\Belvor\\Recent File List";
-constexpr ULONGLONG timeForATest = 45000;   // milliseconds
-
-/// What the watchdog ends: a program that does not answer could hold up the test for ever.
-std::atomic<HWND> guarded = nullptr;
-std::atomic<bool> tooLate = false;
-
-void watch(const std::stop_token& stop)
+TEST_F(WindowTest, ShowsTheLastSizeWholeAfterSizesThatLeaveNoRoomAndDuringARender)
 {
-    for (const ULONGLONG end = GetTickCount64() + timeForATest; GetTickCount64() < end; Sleep(20))
-        if (stop.stop_requested()) return;
-    tooLate = true;
-    DWORD id = 0;
-    GetWindowThreadProcessId(guarded, &id);
-    const KernelHandle process(OpenProcess(PROCESS_TERMINATE, FALSE, id));
-    if (process) TerminateProcess(process.get(), 255);   // null would mean this process
-}
-
-}   // namespace
-
-std::vector<std::string> recentFiles()
-{
-    std::vector<std::string> paths;
-    wchar_t value[1024];
-    for (int n = 1;; ++n) {
-        DWORD size = sizeof value;
-        const std::wstring name = L"File" + std::to_wstring(n);
-        if (RegGetValueW(HKEY_CURRENT_USER, recentKey, name.c_str(), RRF_RT_REG_SZ, nullptr, value, &size)
-            != ERROR_SUCCESS)
-            return paths;
-        paths.push_back(toUtf8(value));
+    const std::string model = sheetsModel(100000, 0.05);
+    startWith(model);
+    for (const SIZE& s : {SIZE{100, 400}, {400, 10}, {0, 0}}) {
+        SetWindowPos(program().main(), nullptr, 0, 0, s.cx, s.cy, SWP_NOZORDER | SWP_NOSENDCHANGING);
+        program().send(program().main(), WM_NULL);
     }
-}
-
-std::string fileName(const std::string& path) { return path.substr(path.find_last_of('\\') + 1); }
-
-std::string viewText(const char* eye, const char* lookAt, const char* zoom)
-{
-    return std::string("Belvor View Parameters 1.0\n") + eye + '\n' + lookAt + '\n' + zoom
-           + "\n0\n0.4\n0.1\n-30 60 0.6\n";
-}
-
-void WindowTest::SetUp()
-{
-    RegDeleteTreeW(HKEY_CURRENT_USER, recentKey);
-    RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\Calderwood\\Belvor\\Settings");
-    tooLate = false;
-    watchdog = std::jthread(watch);
-}
-
-void WindowTest::TearDown()
-{
-    if (running && running->running()) {
-        EXPECT_EQ(running->dialog(textOf(Text::errorTitle)), nullptr) << "a fatal error is shown";
+    for (const int state : {SW_MINIMIZE, SW_RESTORE}) ShowWindow(program().main(), state);
+    for (int k = 0; k < 40; ++k) {
+        SetWindowPos(program().main(), nullptr, 0, 0, 500 + 17 * (k % 25), 500 + 11 * (k % 19),
+                     SWP_NOZORDER | SWP_ASYNCWINDOWPOS);
+        Sleep(15);
     }
-    running.reset();
-    EXPECT_FALSE(tooLate) << "the test's time was over";
+    program().resizeClient(clientWidth, clientHeight);
+    EXPECT_EQ(awaitPicture(rendered(model)), "");
 }
 
-Program& WindowTest::start(const std::vector<std::string>& arguments)
+TEST_F(WindowTest, FullScreenCoversTheScreenAndAClickReturns)
 {
-    if (tooLate) throw Failure("the test's time is over");
-    running.emplace(arguments);
-    guarded = running->main();
-    running->resizeClient(clientWidth, clientHeight);
-    settleBy(drawing());
-    return *running;
-}
-
-Program& WindowTest::startWith(const std::string& model)
-{
-    start({model});
-    awaitModel(model);
-    return *running;
-}
-
-HWND WindowTest::focus() const
-{
-    GUITHREADINFO info{};
-    info.cbSize = sizeof info;
-    GetGUIThreadInfo(GetWindowThreadProcessId(running->main(), nullptr), &info);
-    return info.hwndFocus;
-}
-
-void WindowTest::tabTo(HWND wanted) const
-{
-    for (int i = 0; i < 30 && focus() != wanted; ++i) running->send(focus(), WM_KEYDOWN, VK_TAB);
-    if (focus() != wanted) throw Failure("Tab does not reach " + std::to_string(GetDlgCtrlID(wanted)));
-}
-
-void WindowTest::awaitModel(const std::string& path)
-{
-    const std::string title = "Belvor - " + fileName(path);
-    await(
-        "the title " + title,
-        [&] {
-            if (const HWND box = running->dialog(textOf(Text::warningTitle)))
-                throw Failure("a warning: " + running->messageOf(box));
-            return running->title() == title;
-        },
-        20000);
-}
-
-void WindowTest::open(const std::string& path)
-{
-    PostMessageW(running->main(), WM_COMMAND, ID_OPENMODEL, 0);
-    answerSaveQuestion(IDNO);
-    running->chooseFile(running->awaitDialog(textOf(Text::openModelTitle)), path);
-}
-
-void WindowTest::saveAs(const std::string& path)
-{
-    DeleteFileW(toWide(path).c_str());
-    running->chooseFile(running->openDialog(ID_SAVEAS, "Save As"), path);
-}
-
-void WindowTest::answerSaveQuestion(int button)
-{
-    HWND box = nullptr;
-    if (eventually([&] { return (box = running->dialog(textOf(Text::imageNotSaved))) != nullptr; }, 1000))
-        running->answer(box, button);
-}
-
-int WindowTest::close(int saveAnswer)
-{
-    PostMessageW(running->main(), WM_CLOSE, 0, 0);
-    answerSaveQuestion(saveAnswer);
-    return running->exitStatus();
-}
-
-std::string WindowTest::savedParameters()
-{
-    const std::string path = inFolder("saved.bvp");
-    DeleteFileW(toWide(path).c_str());
-    running->chooseFile(running->openDialog(ID_SAVEPARAMETERS, textOf(Text::saveParametersTitle)), path);
-    await("the parameter file", [&] { return !readFile(path).empty(); });
-    return readFile(path);
-}
-
-void WindowTest::loadParameters(const std::string& text)
-{
-    writeFile(inFolder("loaded.bvp"), text);
-    running->chooseFile(running->openDialog(ID_LOADPARAMETERS, textOf(Text::loadParametersTitle)),
-                        inFolder("loaded.bvp"));
-}
-
-ViewParameters WindowTest::view()
-{
-    ViewParameters record;
-    if (!record.parse(savedParameters(), boxCentre, boxRadius)) throw Failure("no parameter file");
-    return record;
-}
-
-void WindowTest::load(const ViewParameters& record) { loadParameters(record.text(boxCentre, boxRadius)); }
-
-void WindowTest::expectView(const ViewParameters& is, const ViewParameters& wanted, const std::string& why)
-{
-    // As parameter files hold them: number by number, as the last of the six digits may differ.
-    std::istringstream texts[] = {std::istringstream(is.text(boxCentre, boxRadius)),
-                                  std::istringstream(wanted.text(boxCentre, boxRadius))};
-    for (std::istringstream& text : texts) text.ignore(100, '\n');
-    int number = 0;
-    for (double a, b; texts[1] >> b; ++number)
-        EXPECT_TRUE(texts[0] >> a && std::fabs(a - b) < 1e-4 + 1e-5 * std::fabs(b))
-            << why << ", number " << number << ": " << a << " instead of " << b;
-}
-
-std::string WindowTest::awaitPicture(const Picture& wanted, bool onlyShape)
-{
-    const auto compared = [onlyShape](Picture picture) {
-        for (std::uint32_t& pixel : picture.pixels) pixel = onlyShape && pixel ? 1 : pixel;
-        return picture;
+    startWith(boxModel());
+    const HWND main = program().main();
+    const auto partsShown = [&](bool status) {
+        return IsWindowVisible(program().child(status ? ID_STATUSBAR : ID_CONTROLS)) != FALSE;
     };
-    std::string fault;
-    eventually([&] { return (fault = difference(compared(screenOf(drawing())), compared(wanted))).empty(); });
-    return fault;
+    for (const bool maximised : {false, true}) {
+        SCOPED_TRACE(maximised ? "from maximised" : "from a normal window");
+        if (maximised) ShowWindow(main, SW_MAXIMIZE);
+        program().send(main, WM_NULL);
+        RECT before, after;
+        GetWindowRect(main, &before);
+        program().command(ID_FULLSCREEN);
+        EXPECT_FALSE(partsShown(true) || partsShown(false));
+        const PixelSize whole{GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
+        POINT origin{0, 0};
+        EXPECT_TRUE(ClientToScreen(main, &origin) && origin.x == 0 && origin.y == 0
+                    && clientSize(main) == whole);
+        EXPECT_EQ(clientSize(drawing()).height, whole.width * 3 / 4) << "the image's proportions";
+        program().send(drawing(), maximised ? WM_LBUTTONDOWN : WM_RBUTTONDOWN, 0, MAKELPARAM(100, 100));
+        GetWindowRect(main, &after);
+        EXPECT_TRUE(EqualRect(&before, &after) && partsShown(true) && partsShown(false)) << "as it was";
+    }
 }
 
-std::string WindowTest::reference(const std::string& model, const std::string& size, const std::string& view)
+TEST_F(WindowTest, TheQuestionBeforeAPictureIsLostHasThreeAnswers)
 {
-    const std::string image = inFolder("reference.omb"), file = inFolder("reference.bvp");
-    writeFile(file, view);
-    std::vector<std::string> arguments{"--quiet", "--size", size, model, image};
-    if (!view.empty()) arguments.insert(arguments.begin(), {"--view", file});
-    if (exitStatusOf(startProcess("belvor-render.exe", arguments), 60000) != 0)
-        throw Failure("belvor-render fails");
-    return readFile(image);
+    const std::string typed = viewText("-6 -4 5", "2 1.5 1", "0.5"), image = inFolder("asked.omb");
+    startWith(boxModel());
+    loadParameters(typed);
+    const auto ask = [&](int answer) {
+        PostMessageW(program().main(), WM_CLOSE, 0, 0);
+        const HWND question = program().awaitDialog(textOf(Text::imageNotSaved));
+        EXPECT_EQ(program().messageOf(question), "Do you want to save\n\nas an Ombr file?");
+        program().answer(question, answer);
+    };
+    ask(IDCANCEL);
+    EXPECT_TRUE(program().running()) << "Cancel keeps the program";
+    ask(IDYES);
+    program().chooseFile(program().awaitDialog("Save As"), image);
+    EXPECT_EQ(program().exitStatus(), 0) << "Yes saves and goes on";
+    EXPECT_TRUE(readFile(image) == reference(boxModel(), "800x600", typed))
+        << "written to the end before that";
+}
+
+TEST_F(WindowTest, TheEndOfWindowsIsHeldForAnUnsavedPicture)
+{
+    startWith(boxModel());
+    const auto askToEnd = [&](int answer) {
+        LRESULT result = -1;
+        std::thread system([&] { result = SendMessageW(program().main(), WM_QUERYENDSESSION, 0, 0); });
+        program().answer(program().awaitDialog(textOf(Text::imageNotSaved)), answer);
+        system.join();
+        return result;
+    };
+    EXPECT_EQ(askToEnd(IDCANCEL), FALSE);
+    EXPECT_TRUE(recentFiles().empty());
+    EXPECT_EQ(askToEnd(IDNO), TRUE);
+    EXPECT_EQ(recentFiles(), std::vector{boxModel()}) << "the program may be ended without a word";
+    const HWND dialog = program().openDialog(ID_SAVEAS, "Save As");
+    EXPECT_EQ(program().send(program().main(), WM_QUERYENDSESSION), FALSE) << "a question is open";
+    program().answer(dialog, IDCANCEL);
+    saveAs(inFolder("end.omb"));
+    EXPECT_TRUE(eventually([&] { return program().send(program().main(), WM_QUERYENDSESSION) == TRUE; }));
+}
+
+TEST_F(WindowTest, AFileDialogThatFailsSaysSo)
+{
+    startWith(boxModel());
+    std::string folder = inFolder("long");
+    while (folder.size() < 249) folder += std::string(folder.size() % 9 ? "" : "\\") + "d";
+    std::filesystem::create_directories(toWide(folder));
+    const std::string path = folder + "\\" + std::string(256 - folder.size(), 'f');   // 257: one too many
+    program().chooseFile(program().openDialog(ID_SAVEAS, "Save As"), path);
+    EXPECT_TRUE(program().awaitStatus("GetOpenFileName status 0x3003")) << program().statusPart(0);
+}
+
+TEST_F(WindowTest, EscapeAtAnyMomentOfALoadOrASaveLeavesTheModelAndTheFileWhole)
+{
+    const std::string model = sheetsModel(100000, 0.05), image = inFolder("stopped.omb");
+    startWith(model);
+    const Picture picture = rendered(model);
+    ASSERT_EQ(awaitPicture(picture), "");
+    int stopped = 0, written = 0;
+    const auto stopAt = [&](int moment, int id) {
+        Sleep(50);   // the window hears of the end
+        program().command(id);
+        Sleep(static_cast<DWORD>(moment * 12));
+        program().command(ID_STOP);
+        stopped += program().statusPart(0) == textOf(Text::abandoned);
+        EXPECT_TRUE(program().title().ends_with(fileName(model)));
+    };
+    for (int moment = 0; moment < 20; ++moment) stopAt(moment, ID_RELOAD);
+    EXPECT_GT(stopped, 0);
+    EXPECT_EQ(awaitPicture(picture, true), "");
+    program().send(program().main(), WM_USER + 108, drawnWidth, drawnHeight);   // the image size
+    saveAs(image);
+    const auto saved = [&] {
+        for (const auto& entry : std::filesystem::directory_iterator(toWide(inFolder(""))))
+            if (entry.path().extension() == L".part") return false;
+        return !readFile(image).empty();
+    };
+    ASSERT_TRUE(eventually(saved));
+    const std::string whole = readFile(image);
+    for (int moment = 0; moment < 20; ++moment) {
+        writeFile(image, "old");
+        stopAt(moment, ID_SAVE);
+        EXPECT_TRUE(eventually(saved)) << "the unfinished file has gone";
+        const std::string bytes = readFile(image);
+        EXPECT_TRUE(bytes == "old" || bytes == whole) << moment << ": " << bytes.size();
+        written += bytes == whole;
+    }
+    EXPECT_LT(written, 20);
 }
 
 }   // namespace belvor::window

@@ -15,12 +15,8 @@ TEST(ModelFacts, MemoryIsRoundedAndCountedIn32Bits)
 
 TEST(ModelFacts, AnUnchangedScaleKeepsAllItsDigits)
 {
-    const std::tuple<const char*, const char*, double> cases[] = {
-        {"untouched", "0.3048", 0.3048006096},
-        {"more digits", "0.30480", 0.3048},
-        {"no number is 0", "x", 0.0},
-        {"beyond all doubles", "1e999", 0.3048006096},
-    };
-    for (const auto& [why, text, scale] : cases)
-        EXPECT_EQ(scaleOf(0.3048006096, "0.3048", text, "."), scale) << why;
+    // An untouched text, one with more digits, none (which is 0), and one beyond all doubles.
+    for (const auto& [text, scale] :
+         {std::pair{"0.3048", 0.3048006096}, {"0.30480", 0.3048}, {"x", 0.0}, {"1e999", 0.3048006096}})
+        EXPECT_EQ(scaleOf(0.3048006096, "0.3048", text, "."), scale) << text;
 }

@@ -8,34 +8,25 @@ using namespace belvor;
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
+using Row = std::tuple<const char*, const char*, double>;   // the text, the decimal point, the number
+
 TEST(NumberText, ShowsFourDigits)
 {
-    const std::tuple<double, const char*, const char*> cases[] = {
-        {2000, ".", "2000"},       {123456, ".", "1.235E+05"}, {0.00001234, ".", "1.234E-05"},
-        {-9.73641, ".", "-9.736"}, {-0.0, ".", "-0"},          {0.0001, ".", "0.0001"},
-        {9999.6, ".", "1E+04"},    {infinity, ".", "INF"},     {123456, ",", "1,235E+05"},
-        {2.5, "٫", "2٫5"},
-    };
-    for (const auto& [value, point, text] : cases) EXPECT_EQ(shownNumber(value, point), text);
+    for (const auto& [text, point, value] :
+         {Row{"2000", ".", 2000}, Row{"1.235E+05", ".", 123456}, Row{"1.234E-05", ".", 0.00001234},
+          Row{"-9.736", ".", -9.73641}, Row{"-0", ".", -0.0}, Row{"0.0001", ".", 0.0001},
+          Row{"1E+04", ".", 9999.6}, Row{"INF", ".", infinity}, Row{"1,235E+05", ",", 123456},
+          Row{"2٫5", "٫", 2.5}})
+        EXPECT_EQ(shownNumber(value, point), text);
 }
 
 TEST(NumberText, ReadsTheNumberAtTheBeginning)
 {
-    const std::tuple<const char*, const char*, double> cases[] = {
-        {"  12.5 mm", ".", 12.5},
-        {"+3", ".", 3},
-        {"-.5", ".", -0.5},
-        {"5.", ".", 5},
-        {"1.234E-05", ".", 1.234e-05},
-        {"2e+mm", ".", 2},
-        {"-1e999", ".", -infinity},
-        {"12,5", ",", 12.5},
-        {",5", ",", 0.5},
-        {"12.5", ",", 12.5},
-        {"12,5", ".", 12},
-        {"12٫5", "٫", 12.5},
-    };
-    for (const auto& [text, point, value] : cases)
+    for (const auto& [text, point, value] :
+         {Row{"  12.5 mm", ".", 12.5}, Row{"+3", ".", 3}, Row{"-.5", ".", -0.5}, Row{"5.", ".", 5},
+          Row{"1.234E-05", ".", 1.234e-05}, Row{"2e+mm", ".", 2}, Row{"-1e999", ".", -infinity},
+          Row{"12,5", ",", 12.5}, Row{",5", ",", 0.5}, Row{"12.5", ",", 12.5}, Row{"12,5", ".", 12},
+          Row{"12٫5", "٫", 12.5}})
         EXPECT_EQ(typedNumber(text, point), value) << '"' << text << '"';
     for (const char* const text : {"", "  ", "wide", "-", "--1", ".", "e5", "nan", "inf", "0x10", "1e-999"})
         EXPECT_EQ(typedNumber(text, "."), 0) << text;
@@ -43,18 +34,15 @@ TEST(NumberText, ReadsTheNumberAtTheBeginning)
 
 TEST(NumberText, TellsANumberFromItsBeginningAndFromOtherText)
 {
-    using Kind = FieldText;
-    const struct {
-        const char *text, *point;
-        Kind kind;
-    } cases[] = {
-        {"1", ".", Kind::number},       {" -1.5e-3 ", ".", Kind::number}, {"1,5", ",", Kind::number},
-        {"1.5", ",", Kind::number},     {"", ".", Kind::unfinished},      {"-", ".", Kind::unfinished},
-        {".", ".", Kind::unfinished},   {",", ",", Kind::unfinished},     {"2e", ".", Kind::unfinished},
-        {"2e-", ".", Kind::unfinished}, {"1,5", ".", Kind::other},        {"e", ".", Kind::other},
-        {"12 mm", ".", Kind::other},    {"1-", ".", Kind::other},         {"x", ".", Kind::other},
-    };
-    for (const auto& c : cases) EXPECT_EQ(kindOfField(c.text, c.point), c.kind) << '"' << c.text << '"';
+    using enum FieldText;
+    using Field = std::tuple<const char*, const char*, FieldText>;
+    for (const auto& [text, point, kind] :
+         {Field{"1", ".", number}, Field{" -1.5e-3 ", ".", number}, Field{"1,5", ",", number},
+          Field{"1.5", ",", number}, Field{"", ".", unfinished}, Field{"-", ".", unfinished},
+          Field{".", ".", unfinished}, Field{",", ",", unfinished}, Field{"2e", ".", unfinished},
+          Field{"2e-", ".", unfinished}, Field{"1,5", ".", other}, Field{"e", ".", other},
+          Field{"12 mm", ".", other}, Field{"1-", ".", other}, Field{"x", ".", other}})
+        EXPECT_EQ(kindOfField(text, point), kind) << '"' << text << '"';
 }
 
 TEST(NumberText, PlaceholdersAreFilledInOrderAndPercentSignsInValuesStay)

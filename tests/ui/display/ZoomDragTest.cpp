@@ -21,10 +21,9 @@ TEST(ZoomDrag, TheRectangleKeepsTheProportionsAndReachesTheMouse)
 
 TEST(ZoomDrag, TheFactorIsTheDistanceInHalvesOfTheWindow)
 {
-    for (const auto& [release, factor] : {std::pair{PixelPoint{400, 450}, 0.5},
-                                          {PixelPoint{-200, 300}, 1.5},
-                                          {PixelPoint{200, 100}, 2.0 / 3.0}})
-        EXPECT_DOUBLE_EQ(zoomFactor(release, {800, 600}), factor) << release.x << ',' << release.y;
+    using Row = std::tuple<int, int, double>;
+    for (const auto& [x, y, factor] : {Row{400, 450, 0.5}, Row{-200, 300, 1.5}, Row{200, 100, 2.0 / 3.0}})
+        EXPECT_DOUBLE_EQ(zoomFactor({x, y}, {800, 600}), factor) << x << ',' << y;
     EXPECT_EQ(zoomFactor({5, 5}, {0, 0}), 1.0) << "no area";
 }
 

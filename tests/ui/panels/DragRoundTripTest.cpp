@@ -18,16 +18,16 @@ namespace {
 
 std::mt19937 engine{5};
 
-double coordinate() { return std::uniform_real_distribution(-3.0, 3.0)(engine); }
-int pixel(int below) { return std::uniform_int_distribution(0, below - 1)(engine); }
-
 ViewParameters randomView()
 {
+    const auto coordinate = [] { return std::uniform_real_distribution(-3.0, 3.0)(engine); };
     ViewParameters view = wholeModel(freshView(), ImageSize{});
     view.eye = {coordinate(), coordinate(), coordinate()};
     view.lookAt = {coordinate(), coordinate(), coordinate()};
     return view;
 }
+
+int pixel(int below) { return std::uniform_int_distribution(0, below - 1)(engine); }
 
 }   // namespace
 
@@ -35,16 +35,14 @@ TEST(DragRoundTrip, PlanAndElevationShowTheMarkerExactlyWhereItWasReleased)
 {
     for (int i = 0; i < 2000; ++i) {
         ViewParameters view = randomView();
-        view.parallel =
-            i % 16 == 2;   // its eye is shown near the model wherever it is: only the look-at point is exact
+        view.parallel = i % 16 == 2;   // its eye is shown near the model: only the look-at point is exact
         const Thumbnail panel = i % 2 == 0 ? Thumbnail::plan : Thumbnail::elevation;
         const auto drag = static_cast<MarkerDrag>(1 + i / 2 % 4);
         const ViewMarkers asked =
             draggedMarkers(viewMarkers(view, panel), drag, {115, 115}, pixel(115), pixel(115));
-        const ViewMarkers shown = viewMarkers(moveMarkers(view, panel, asked), panel);
-        EXPECT_EQ(shown.lookAtH, asked.lookAtH) << i;
-        EXPECT_EQ(shown.lookAtV, asked.lookAtV) << i;
-        EXPECT_TRUE(view.parallel || shown == asked) << i;
+        ViewMarkers shown = viewMarkers(moveMarkers(view, panel, asked), panel);
+        if (view.parallel) shown.eyeH = asked.eyeH, shown.eyeV = asked.eyeV;
+        EXPECT_EQ(shown, asked) << i;
     }
 }
 
@@ -55,10 +53,10 @@ TEST(DragRoundTrip, TheSlideShowsTheEyeWithinAPixelOfItsRelease)
         const ViewParameters view = randomView();
         const EyeSlideRecord shown = eyeSlideRecord(view);
         // Below the look-at point: above it the view turns round, and the slide with it.
-        const int lookAt = scale.toPixel(shown.lookAt),
-                  y = lookAt + 1 + pixel(std::max(scale.bottom - lookAt - 1, 1));
-        const EyeSlideRecord after =
-            eyeSlideRecord(moveAlongSight(view, draggedSlide(shown, MarkerDrag::eye, scale, y)));
+        const int lookAt = scale.toPixel(shown.lookAt), room = std::max(scale.bottom - lookAt - 1, 1),
+                  y = lookAt + 1 + pixel(room);
+        const EyeSlideRecord asked = draggedSlide(shown, MarkerDrag::eye, scale, y),
+                             after = eyeSlideRecord(moveAlongSight(view, asked));
         EXPECT_NEAR(scale.toPixel(after.eye), y, 1) << i;
         EXPECT_NEAR(after.lookAt, shown.lookAt, 1e-9) << i;
     }
@@ -71,8 +69,8 @@ TEST(DragRoundTrip, TheSphereShowsTheEyeWhereItWasReleased)
         const SphereDirection asked = disc.toDirection(pixel(115), pixel(115), {i % 3 == 0, i % 2 == 0});
         const SphereMarker shown = eyeMarker(turn(randomView(), {asked.bearing, asked.elevation, 0}));
         const PixelPoint ghost = disc.toPixel(asked), marker = disc.toPixel({shown.bearing, shown.elevation});
-        EXPECT_NEAR(marker.x, ghost.x, 1) << i;   // whole degrees of elevation are drawn
-        EXPECT_NEAR(marker.y, ghost.y, 1) << i;
+        // Whole degrees of elevation are drawn.
+        EXPECT_LE(std::max(std::abs(marker.x - ghost.x), std::abs(marker.y - ghost.y)), 1) << i;
         EXPECT_EQ(shown.elevation < -1e-9, asked.elevation < -1e-9) << i;
     }
 }

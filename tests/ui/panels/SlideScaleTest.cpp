@@ -10,13 +10,11 @@ const SlideScale scale({43, 405}, 17);   // from 17 to 387
 
 TEST(SlideScale, AStepIsAShareOfTheViewingDistance)
 {
-    // Columns: from, retreat, large, keep, eye, lookAt.
-    const std::tuple<double, bool, bool, bool, double, double> cases[] = {
-        {0.6, false, true, false, 0.3, 0},        {0.6, false, false, true, 0.54, -0.06},
-        {0.6, true, true, true, 0.9, 0.3},        {0.95, true, true, false, 1, 0},
-        {std::nan(""), true, true, false, -1, 0},
-    };
-    for (const auto& [from, retreat, large, keep, eye, lookAt] : cases) {
+    using Row = std::tuple<double, bool, bool, bool, double, double>;
+    for (const auto& [from, retreat, large, keep, eye, lookAt] :
+         {Row{0.6, false, true, false, 0.3, 0}, Row{0.6, false, false, true, 0.54, -0.06},
+          Row{0.6, true, true, true, 0.9, 0.3}, Row{0.95, true, true, false, 1, 0},
+          Row{std::nan(""), true, true, false, -1, 0}}) {
         const EyeSlideRecord asked = steppedSlide({from, 0}, retreat, large, keep);
         EXPECT_NEAR(asked.eye, eye, 1e-15);
         EXPECT_NEAR(asked.lookAt, lookAt, 1e-15);
@@ -27,17 +25,15 @@ TEST(SlideScale, ADragRequestsTheMarkersThatItShows)
 {
     const EyeSlideRecord record{0.5, -0.25};   // 139 pixels apart
     const double to = scale.toPosition(240);
-    // Columns: drag, ghost, eye, lookAt.
-    const std::tuple<MarkerDrag, SlideGhost, double, double> cases[] = {
-        {MarkerDrag::eye, {true, false, 240, 0}, to, -0.25},
-        {MarkerDrag::lookAt, {false, true, 0, 240}, 0.5, to},
-        {MarkerDrag::eyeKeepingDistance, {true, true, 240, 102}, to, -0.75 + to},
-        {MarkerDrag::lookAtKeepingDistance, {true, true, 378, 240}, 0.75 + to, to},
+    const std::tuple<MarkerDrag, SlideGhost, EyeSlideRecord> cases[] = {
+        {MarkerDrag::eye, {true, false, 240, 0}, {to, -0.25}},
+        {MarkerDrag::lookAt, {false, true, 0, 240}, {0.5, to}},
+        {MarkerDrag::eyeKeepingDistance, {true, true, 240, 102}, {to, -0.75 + to}},
+        {MarkerDrag::lookAtKeepingDistance, {true, true, 378, 240}, {0.75 + to, to}},
     };
-    for (const auto& [drag, ghost, eye, lookAt] : cases) {
+    for (const auto& [drag, ghost, asked] : cases) {
         EXPECT_EQ(slideGhost(record, drag, scale, 240), ghost) << static_cast<int>(drag);
-        const EyeSlideRecord asked = draggedSlide(record, drag, scale, 240);
-        EXPECT_EQ(std::pair(asked.eye, asked.lookAt), std::pair(eye, lookAt)) << static_cast<int>(drag);
+        EXPECT_EQ(draggedSlide(record, drag, scale, 240), asked) << static_cast<int>(drag);
     }
     EXPECT_EQ(draggedSlide(record, MarkerDrag::eye, scale, -50).eye, -1.0) << "released above the scale";
     EXPECT_EQ(hitMarker(record, SlideScale({43, 30}, 17), 21, 15, false), MarkerDrag::none)
