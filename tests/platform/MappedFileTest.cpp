@@ -11,7 +11,7 @@ using namespace belvor;
 namespace {
 
 /// Makes 4096 bytes of the file unreadable from 8192 on.
-void spoil(const std::string& path, [[maybe_unused]] std::string_view bytes)
+void spoil([[maybe_unused]] const std::string& path, [[maybe_unused]] std::string_view bytes)
 {
 #ifdef _WIN32   // no mapped file is shortened there; a share that is gone fails like a view without access
     DWORD former = 0;
