@@ -1,27 +1,10 @@
 #include "platform/MappedFile.h"
-#ifdef _WIN32
-#include "platform/win32/Windows.h"
-#endif
+#include "tests/platform/Spoilt.h"
 #include "tests/support/Files.h"
 
 #include <gtest/gtest.h>
 
 using namespace belvor;
-
-namespace {
-
-/// Makes 4096 bytes of the file unreadable from 8192 on.
-void spoil([[maybe_unused]] const std::string& path, [[maybe_unused]] std::string_view bytes)
-{
-#ifdef _WIN32   // no mapped file is shortened there; a share that is gone fails like a view without access
-    DWORD former = 0;
-    VirtualProtect(const_cast<char*>(bytes.data()) + 8192, 4096, PAGE_NOACCESS, &former);
-#else
-    std::filesystem::resize_file(path, 8192);
-#endif
-}
-
-}   // namespace
 
 TEST(MappedFile, ReadsZerosWhereItCannotBeRead)
 {
@@ -31,7 +14,7 @@ TEST(MappedFile, ReadsZerosWhereItCannotBeRead)
     {
         const MappedFile mapped(file.path()), other(intact.path());
         EXPECT_FALSE(mapped.damaged());
-        spoil(file.path(), mapped.bytes());
+        test::spoil(file.path(), mapped.bytes());
         const auto zeros = std::count(mapped.bytes().begin(), mapped.bytes().end(), '\0');
         EXPECT_TRUE(zeros == 100000 - 8192 || zeros == 100000) << "what is left, or zeros only";
         EXPECT_TRUE(mapped.damaged());
