@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 using namespace belvor;
 
 TEST(MappedFile, ReadsZerosWhereItCannotBeRead)

@@ -24,7 +24,7 @@ void WindowBuffer::lineDone(int row)
     for (int column = 0; column < width(); ++column, pixel += 3) {
         const std::uint32_t nearest = owner(column);
         if (nearest == noFacet) continue;   // the background shows
-        const std::uint8_t* const shade = colour(nearest);
+        const auto shade = colour(nearest);
         pixel[0] = shade[2];
         pixel[1] = shade[1];
         pixel[2] = shade[0];
