@@ -15,6 +15,7 @@ TEST(ActiveRows, EndWhereAnEdgeEndsOnARowOrBeyondAllRows)
         // `first` above `last`: never
         {"starts on the last row", 9, front, 20, front, 1, 0},
         {"far above to far below", -1e300, front, 1e300, front, 0, 9},
+        {"upper end behind the eye, lower on the first row", -4, behind, 0, front, 1, 9},
         {"upper end behind the eye, lower on the last row", 1, behind, 9, front, 1, 0},
         {"lower end behind the eye, upper on the first row", 0, front, 7, behind, 0, 0},
         {"horizontal across the eye plane", 3, front, 3, behind, 1, 0},
