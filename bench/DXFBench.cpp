@@ -12,6 +12,11 @@
 
 #include <benchmark/benchmark.h>
 
+#ifdef BELVOR_BENCH_ASSIMP
+#include <assimp/Importer.hpp>
+#include <assimp/scene.h>
+#endif
+
 #include <cmath>
 #include <cstdio>
 #include <cstring>
@@ -266,6 +271,21 @@ void scanBareNumbers(benchmark::State& state)
 }
 
 template <const Drawing& (*drawing)()>
+void loopOverDigits(benchmark::State& state)
+{
+    const Drawing& one = drawing();
+    Handle<Model> model;
+    for (auto _ : state) {
+        state.PauseTiming();
+        model = {};
+        state.ResumeTiming();
+        const MappedFile file(one.path);
+        model = digitLoopOfFaces(file.bytes());
+    }
+    count(state, "bytes", one.size);
+}
+
+template <const Drawing& (*drawing)()>
 void readAs(benchmark::State& state, ReadingRules rules)
 {
     const Drawing& one = drawing();
@@ -279,6 +299,7 @@ void readAs(benchmark::State& state, ReadingRules rules)
     }
     count(state, "bytes", one.size);
     count(state, "facets", model->facetCount());
+    state.counters["bytesPerFacet"] = static_cast<double>(model->memory()) / model->facetCount();
 }
 
 template <const Drawing& (*drawing)()>
@@ -293,11 +314,28 @@ void readModern(benchmark::State& state)
     readAs<drawing>(state, ReadingRules::modern);
 }
 
+#ifdef BELVOR_BENCH_ASSIMP
+template <const Drawing& (*drawing)()>
+void readByAssimp(benchmark::State& state)
+{
+    const Drawing& one = drawing();
+    for (auto _ : state) {
+        const MappedFile file(one.path);
+        Assimp::Importer importer;
+        const std::string_view bytes = file.bytes();
+        if (!importer.ReadFileFromMemory(bytes.data(), bytes.size(), 0, "dxf"))
+            state.SkipWithError(importer.GetErrorString());
+    }
+    count(state, "bytes", one.size);
+}
+#endif
+
 #define BELVOR_DXF_BENCH(what, drawing)                                                                      \
     BENCHMARK(what<drawing>)->Name(#what "/" #drawing)->Unit(benchmark::kMillisecond)
 BELVOR_DXF_BENCH(readBytesOnce, textFaces);
 BELVOR_DXF_BENCH(seekLineEnds, textFaces);
 BELVOR_DXF_BENCH(scanBareNumbers, textFaces);
+BELVOR_DXF_BENCH(loopOverDigits, textFaces);
 BELVOR_DXF_BENCH(readDXF, textFaces);
 BELVOR_DXF_BENCH(readModern, textFaces);
 BELVOR_DXF_BENCH(readBytesOnce, binaryFaces);
@@ -307,6 +345,10 @@ BELVOR_DXF_BENCH(readModern, binaryFaces);
 BELVOR_DXF_BENCH(scanBareNumbers, textPolyfaces);
 BELVOR_DXF_BENCH(readDXF, textPolyfaces);
 BELVOR_DXF_BENCH(readModern, textPolyfaces);
+#ifdef BELVOR_BENCH_ASSIMP
+BELVOR_DXF_BENCH(readByAssimp, textFaces);
+BELVOR_DXF_BENCH(readByAssimp, textPolyfaces);
+#endif
 BELVOR_DXF_BENCH(readDXF, insertions100);
 BELVOR_DXF_BENCH(readModern, insertions100);
 BELVOR_DXF_BENCH(readDXF, insertions6);

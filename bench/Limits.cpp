@@ -39,6 +39,20 @@ public:
         const double value = static_cast<double>(mantissa) / powers[at == point ? 0 : at - point - 1];
         return negative ? -value : value;
     }
+    /// The digits that a line starts with; false at the end.
+    bool code(std::uint32_t& value)
+    {
+        if (at == end) return false;
+        value = whole();
+        restOfLine();
+        ++at;
+        return true;
+    }
+    void passLine()
+    {
+        restOfLine();
+        ++at;
+    }
     void restOfLine()
     {
         const void* const found = std::memchr(at, '\n', static_cast<std::size_t>(end - at));
@@ -106,6 +120,22 @@ Handle<Model> digitLoopOfThings(std::string_view bytes)
             from = to;
         }
         model->addEdge(from, first);
+    }
+    return model;
+}
+
+Handle<Model> digitLoopOfFaces(std::string_view bytes)
+{
+    const Handle<Model> model = makeHandle<Model>();
+    const Material& material = model->findMaterial("HILLS");
+    DigitLoop text(bytes);
+    Point<3> corners[4];
+    int taken = 0;
+    for (std::uint32_t code = 0; text.code(code); text.passLine()) {
+        if (code < 10 || code > 39) continue;
+        corners[taken / 3][taken % 3] = text.real();
+        taken = (taken + 1) % 12;
+        if (taken == 0) model->addPolygon(material, {}, corners);
     }
     return model;
 }

@@ -17,4 +17,7 @@ double sumOfNumbers(std::string_view bytes) noexcept;
 /// checked, reported or told from anything else, and no plane is computed.
 Handle<Model> digitLoopOfThings(std::string_view bytes);
 
+/// The same of a DXF text of 3DFACEs of four corners.
+Handle<Model> digitLoopOfFaces(std::string_view bytes);
+
 }   // namespace belvor::bench

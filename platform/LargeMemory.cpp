@@ -52,6 +52,7 @@ void* MemoryPool::allocate(std::size_t bytes)
     std::byte* const memory = at;
     at += bytes;
     left -= bytes;
+    handedOut += bytes;
     return memory;
 }
 

@@ -41,6 +41,8 @@ class MemoryPool {
 public:
     /// Aligned for any type. Throws std::bad_alloc.
     void* allocate(std::size_t bytes);
+    /// The bytes handed out.
+    std::size_t used() const noexcept { return handedOut; }
 
 private:
     struct Free {
@@ -49,6 +51,7 @@ private:
     };
     std::vector<std::unique_ptr<std::byte, Free>> pieces;
     std::byte* at = nullptr;
+    std::size_t handedOut = 0;
     std::size_t left = 0;   // bytes of the last piece
     std::size_t nextPiece = 1 << 18;
 };

@@ -100,11 +100,12 @@ void Model::addEdge(std::uint32_t from, std::uint32_t to)
     edgeCountStore[facet] = fewEdges(++facetStore[facet].edgeCount);
 }
 
-void Model::addEdges(std::span<const Edge> edges)
+void Model::addFacet(const Material& material, const Plane& plane, std::span<const Edge> edges)
 {
+    const auto count = static_cast<std::uint32_t>(edges.size());
+    edgeCountStore.append(fewEdges(count));
+    facetStore.append(plane, &material, edgeCount(), count);
     edgeStore.append(edges);
-    const std::uint32_t facet = facetCount() - 1;
-    edgeCountStore[facet] = fewEdges(facetStore[facet].edgeCount += static_cast<std::uint32_t>(edges.size()));
 }
 
 void Model::addPolygon(const Material& material, const Plane& plane, std::span<const Point<3>> corners)

@@ -8,6 +8,7 @@
 #include "scene/Material.h"
 
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <iosfwd>
@@ -92,10 +93,10 @@ public:
     Vertex& addVertex(const Point<3>& position);
     /// `material` is one of this model's materials.
     Facet& addFacet(const Material& material, const Plane& plane = {});
+    /// A facet with its edges.
+    void addFacet(const Material& material, const Plane& plane, std::span<const Edge> edges);
     /// An edge of the facet added last, between two stored vertices, given by their indices.
     void addEdge(std::uint32_t from, std::uint32_t to);
-    /// The same for several, one after another.
-    void addEdges(std::span<const Edge> edges);
 
     /// A facet of one loop, with vertices of its own at the corners and an edge from each to the next.
     void addPolygon(const Material& material, const Plane& plane, std::span<const Point<3>> corners);
@@ -116,6 +117,9 @@ public:
     /// Adds `material` under `key`, unless the key is taken; either way the one that is there.
     Material& addMaterial(std::string_view key, Material material);
     const Materials& materials() const noexcept { return materialsByKey; }
+
+    /// The bytes that vertices, edges, facets and curves take.
+    std::size_t memory() const noexcept { return pool.used(); }
 
     std::uint32_t vertexCount() const noexcept { return vertexStore.size(); }
     std::uint32_t edgeCount() const noexcept { return edgeStore.size(); }

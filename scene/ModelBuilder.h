@@ -22,10 +22,13 @@ public:
     {
         return made->addFacet(material, plane);
     }
+    /// A facet with its edges.
+    void addFacet(const Material& material, const Plane& plane, std::span<const Edge> edges)
+    {
+        made->addFacet(material, plane, edges);
+    }
     /// An edge of the facet added last, between two vertices, given by their indices.
     void addEdge(std::uint32_t from, std::uint32_t to) { made->addEdge(from, to); }
-    /// The same for several, one after another.
-    void addEdges(std::span<const Edge> edges) { made->addEdges(edges); }
     /// A facet of one loop, with vertices of its own at the corners.
     void addPolygon(const Material& material, const Plane& plane, std::span<const Point<3>> corners)
     {

@@ -153,8 +153,7 @@ void Things::readFacets(Text& text)
         }
         Edge sides[PlainText::Facet::mostCorners];
         const Plane plane = planeAndEdges(facet, model(), firstVertex, sides);
-        builder.addFacet(*lastMaterial, plane);
-        builder.addEdges({sides, facet.count});
+        builder.addFacet(*lastMaterial, plane, {sides, facet.count});
         text.moveTo(plain.position());
     }
 }
@@ -175,8 +174,7 @@ std::int64_t Things::readFacetsAhead(Text& text, std::int64_t done, std::int64_t
                 materialNamed(run->material.name);
                 lastMaterialLine = (run++)->material.line;
             }
-            builder.addFacet(*lastMaterial, facets.planes[i]);
-            builder.addEdges({edges, facets.counts[i]});
+            builder.addFacet(*lastMaterial, facets.planes[i], {edges, facets.counts[i]});
             edges += facets.counts[i];
         }
         return true;

@@ -6,18 +6,26 @@
 #include <atomic>
 
 namespace belvor {
+namespace {
 
-/// `read` fills a piece with what stands from `from` to `to`, or with its beginning.
-template <class Items, class Read>
-const char* ThingsAhead::inPieces(const char* position, const Read& read,
+constexpr std::ptrdiff_t longestSearch = 4096;   // for the start of a piece
+
+}   // namespace
+
+/// `read` fills a piece with what stands from `from` to `to`, or with its beginning. Pieces start at the end
+/// of a line where `mayStart` says so.
+template <class Items, class MayStart, class Read>
+const char* ThingsAhead::inPieces(const char* position, const MayStart& mayStart, const Read& read,
                                   const std::function<bool(const Items&)>& add) const
 {
     const char* const end = whole.data() + whole.size();
     const std::size_t count = (static_cast<std::size_t>(end - position) + pieceSize - 1) / pieceSize;
-    const auto startOf = [=](std::size_t index) {   // the end of a line, where there is one
-        const char* const least = index < count ? position + index * pieceSize : end;
-        return index == 0 || index == count ? least
-                                            : std::find(least, std::min(least + pieceSize, end), '\n');
+    const auto startOf = [&, count](std::size_t index) {
+        if (index == 0 || index == count) return index == 0 ? position : end;
+        const char* at = position + index * pieceSize;
+        const char* const last = at + std::min<std::ptrdiff_t>(longestSearch, end - at);
+        while ((at = std::find(at, last, '\n')) != last && !mayStart(at)) ++at;
+        return at;
     };
     struct Piece {
         Items items;
@@ -48,7 +56,8 @@ const char* ThingsAhead::vertices(const char* position,
         for (Point<3> vertex; plain.position() < to && plain.takeVertex(vertex);) vertices.push_back(vertex);
         return plain.position();
     };
-    return inPieces(position, read, add);
+    return inPieces(
+        position, [](const char*) { return true; }, read, add);
 }
 
 const char* ThingsAhead::facets(const char* position, const Model& model, std::uint32_t firstVertex,
@@ -74,7 +83,11 @@ const char* ThingsAhead::facets(const char* position, const Model& model, std::u
         }
         return plain.position();
     };
-    return inPieces(position, read, add);
+    const auto mayStart = [this](const char* at) {
+        ThingsMaterial material;
+        return PlainText(at, whole.data() + whole.size()).findMaterial(material);
+    };
+    return inPieces(position, mayStart, read, add);
 }
 
 }   // namespace belvor

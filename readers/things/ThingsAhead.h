@@ -49,8 +49,8 @@ public:
 private:
     static constexpr std::size_t smallestText = std::size_t{4} << 20, pieceSize = std::size_t{256} << 10;
 
-    template <class Items, class Read>
-    const char* inPieces(const char* position, const Read& read,
+    template <class Items, class MayStart, class Read>
+    const char* inPieces(const char* position, const MayStart& mayStart, const Read& read,
                          const std::function<bool(const Items&)>& add) const;
 
     const std::string_view whole;
