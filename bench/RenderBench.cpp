@@ -4,6 +4,7 @@
 #include "errors/Reporter.h"
 #include "imagefile/OmbrBuff.h"
 #include "platform/Files.h"
+#include "platform/OutputFile.h"
 #include "platform/Process.h"
 #include "platform/Workers.h"
 #include "render/Frame.h"
@@ -181,19 +182,18 @@ void writeOmbrFile(benchmark::State& state)
     removeFile(path);
 }
 
-/// The limit of the file alone: as many bytes through a stdio buffer of the same size.
+/// The limit of the file alone: as many bytes of one row, again and again, through an output file of the same
+/// kind with the same buffer.
 void writeBareBytes(benchmark::State& state)
 {
     const auto stride = static_cast<std::size_t>((9 * state.range(0) + 3) / 4 * 4);
     const std::vector<char> row(stride, 'x');
-    std::vector<char> buffer(32256);
     const std::string path =
         temporaryNameFor((std::filesystem::temp_directory_path() / "belvor-bench.bytes").string());
     for (auto _ : state) {
-        std::FILE* const file = openFile(path, "wb");
-        std::setvbuf(file, buffer.data(), _IOFBF, buffer.size());
-        for (std::int64_t y = 0; y < state.range(1); ++y) std::fwrite(row.data(), 1, stride, file);
-        std::fclose(file);
+        OutputFile file(path);
+        for (std::int64_t y = 0; y < state.range(1); ++y) std::fwrite(row.data(), 1, stride, file.stream());
+        file.commit();
     }
     removeFile(path);
 }

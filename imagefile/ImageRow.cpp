@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstring>
 
 namespace belvor {
@@ -13,33 +14,62 @@ namespace {
 
 using Rgb = std::array<std::uint8_t, 3>;
 
-/// Where the run of equal owners from `first` on ends; looks at two at a time.
+static_assert(std::endian::native == std::endian::little, "pixels are written several at a time");
+
+std::uint64_t pairAt(const std::uint32_t* owners)
+{
+    std::uint64_t pair = 0;
+    std::memcpy(&pair, owners, sizeof pair);
+    return pair;
+}
+
+/// Where the run of equal owners from `first` on ends; looks at four at a time.
 std::size_t endOfRun(std::span<const std::uint32_t> owners, std::size_t first)
 {
     const std::uint64_t pair = owners[first] * std::uint64_t{0x100000001};
     std::size_t end = first + 1;
-    for (std::uint64_t next = 0; end + 2 <= owners.size(); end += 2) {
-        std::memcpy(&next, &owners[end], sizeof next);
-        if (next != pair) break;
+    for (; end + 4 <= owners.size(); end += 4) {
+        const std::uint64_t low = pairAt(&owners[end]) ^ pair, high = pairAt(&owners[end + 2]) ^ pair;
+        if ((low | high) == 0) continue;
+        const std::uint64_t different = low != 0 ? low : high;
+        return end + (low != 0 ? 0 : 2) + (static_cast<std::uint32_t>(different) == 0);
     }
     while (end < owners.size() && owners[end] == owners[first]) ++end;
     return end;
 }
 
-/// `count` pixels of one colour, written four at a time.
-void repeatColour(const Rgb& colour, std::size_t count, std::uint8_t* pixels)
+/// Fills the pixels `first` to `end` − 1 of a row with eight equal ones at a time, which `eight` holds. Those
+/// behind them, where the row has as many, are filled too: the runs that follow write over them.
+template <std::size_t words>
+void repeat(const std::uint64_t (&eight)[words], std::size_t first, std::size_t end, std::size_t width,
+            void* row)
 {
-    std::uint8_t four[12];
-    for (std::size_t i = 0; i < sizeof four; ++i) four[i] = colour[i % 3];
-    for (; count >= 4; count -= 4, pixels += 12) std::memcpy(pixels, four, 12);
-    std::memcpy(pixels, four, 3 * count);
+    constexpr std::size_t pixelsAtOnce = 8, bytesOfPixel = words;
+    auto* to = static_cast<std::uint8_t*>(row) + bytesOfPixel * first;
+    const auto writeEight = [&eight](std::uint8_t* pixels) {   // word by word: they are in registers
+        for (std::size_t i = 0; i < words; ++i) std::memcpy(pixels + 8 * i, &eight[i], 8);
+    };
+    std::size_t left = end - first;
+    for (; left >= pixelsAtOnce; left -= pixelsAtOnce, to += 8 * words) writeEight(to);
+    if (end - left + pixelsAtOnce <= width) writeEight(to);
+    else std::memcpy(to, eight, bytesOfPixel * left);
 }
 
 void fillRun(std::size_t first, std::size_t end, std::uint16_t material, const Rgb& colour,
              const ImageRow& into)
 {
-    if (!into.material.empty()) std::fill(&into.material[first], &into.material[end - 1] + 1, material);
-    if (!into.rgb.empty()) repeatColour(colour, end - first, &into.rgb[3 * first]);
+    if (!into.material.empty()) {
+        const std::uint64_t four = material * std::uint64_t{0x0001000100010001}, eight[] = {four, four};
+        repeat(eight, first, end, into.material.size(), into.material.data());
+    }
+    if (!into.rgb.empty()) {
+        const std::uint64_t one =
+            std::uint32_t{colour[0]} | std::uint32_t{colour[1]} << 8 | std::uint32_t{colour[2]} << 16;
+        const std::uint64_t two = one | one << 24;
+        const std::uint64_t eight[] = {two | one << 48, one >> 16 | two << 8 | one << 56,
+                                       one >> 8 | two << 16};
+        repeat(eight, first, end, into.rgb.size() / 3, into.rgb.data());
+    }
 }
 
 void codeDepths(const Buffer& row, const Camera& camera, std::size_t first, std::size_t end,
