@@ -19,6 +19,26 @@ struct Neighbours {
     double drawn, other;   // equal when the coordinate is a sample point's
 };
 
+/// The same of a coordinate with few digits.
+struct NearSamples {
+    explicit NearSamples(double value) noexcept : drawn(floorOf(value + 0.5))
+    {
+        const int below = floorOf(value);
+        other = below == value ? drawn : 2 * below + 1 - drawn;
+    }
+    int drawn, other;
+};
+
+/// Whether a straight segment crosses four columns and four rows at most, near the picture.
+bool isShort(const LineSegment& segment) noexcept
+{
+    constexpr double longest = 3.0, farthest = fewDigits / 2;
+    const double dx = std::abs(segment.to[0] - segment.from[0]),
+                 dy = std::abs(segment.to[1] - segment.from[1]);
+    return dx <= longest && dy <= longest && (dx > 0.0 || dy > 0.0) && std::abs(segment.from[0]) < farthest
+           && std::abs(segment.from[1]) < farthest;
+}
+
 /// The columns of the picture that a segment crosses, counted from its upper end.
 class CrossedColumns {
 public:
@@ -94,6 +114,8 @@ void LinePainter::draw(const LineSegment& segment)
     const double margin = reach + 2.0 + std::max(std::abs(top), std::abs(bottom)) * 0x1p-48;
     if (bottom < first - margin || top > end + margin) return;
     if (segment.kind != LineSegment::Kind::straight) drawSinglePixel(segment);
+    else if (!trace && isShort(segment))
+        segment.mostlyAcross() ? drawShort<0>(segment) : drawShort<1>(segment);
     else if (segment.mostlyAcross()) drawAcross(segment);
     else drawDown(segment);
 }
@@ -103,10 +125,15 @@ void LinePainter::put(const LineSegment& segment, const Point<3>& point, double 
                       double otherColumn, double otherRow)
 {
     if (!(column >= 0.0 && column < width && row >= first && row < end)) return;
-    const LineVisibility::Sample drawn{static_cast<int>(column), static_cast<int>(row)};
+    put(segment, point, LineVisibility::Sample{static_cast<int>(column), static_cast<int>(row)},
+        LineVisibility::Sample{static_cast<int>(otherColumn), static_cast<int>(otherRow)});
+}
+
+void LinePainter::put(const LineSegment& segment, const Point<3>& point, LineVisibility::Sample drawn,
+                      LineVisibility::Sample other)
+{
     if (candidateCount == mostCandidates) finish();
-    candidates[candidateCount++] = {
-        &segment, point, drawn, {static_cast<int>(otherColumn), static_cast<int>(otherRow)}};
+    candidates[candidateCount++] = {&segment, point, drawn, other};
 }
 
 /// Draws the candidates that show. In steps, so that what one reads from memory is on its way while others
@@ -148,6 +175,43 @@ void LinePainter::decide(const Candidate& c)
     if (trace && c.drawn.column == std::floor(c.point[0] + 0.5)
         && c.drawn.row == std::floor(c.point[1] + 0.5))
         trace->add(*c.segment, c.point);   // the line's own pixel, not one that its width adds
+}
+
+/// Few pixels, as most lines of a large model have: the same that the other ways find, without looking for
+/// where the rows and the picture begin. `axis` is the longer one.
+template <int axis>
+void LinePainter::drawShort(const LineSegment& segment)
+{
+    constexpr int minor = 1 - axis;
+    const double a = segment.from[axis], b = segment.to[axis], c = segment.from[minor], d = segment.to[minor];
+    const int low = ceilOf(std::min(a, b)), high = floorOf(std::max(a, b));
+    for (int line = low; line <= high; ++line) {
+        const Point<3> point = pointAt(segment, axis, line);
+        const NearSamples across(point[minor]);
+        putRepeated<axis>(segment, point, {line, across.drawn}, {line, across.other});
+    }
+    if (c == d) return;
+    const int last = floorOf(std::max(c, d));
+    for (int line = ceilOf(std::min(c, d)); line <= last; ++line) {
+        const Point<3> point = pointAt(segment, minor, line);
+        if (low <= high && point[axis] >= low && point[axis] <= high) continue;
+        const NearSamples along(point[axis]);
+        putRepeated<axis>(segment, point, {along.drawn, line}, {along.other, line});
+    }
+}
+
+/// Places are given along the axis and across it, and repeated across it.
+template <int axis>
+void LinePainter::putRepeated(const LineSegment& segment, const Point<3>& point, std::array<int, 2> drawn,
+                              std::array<int, 2> other)
+{
+    constexpr std::size_t x = axis, y = 1 - axis;
+    for (int shift = -reach; shift <= reach; ++shift) {
+        const int across = axis == 0 ? 0 : shift, down = axis == 0 ? shift : 0;
+        const LineVisibility::Sample sample{drawn[x] + across, drawn[y] + down};
+        if (sample.column >= 0 && sample.column < width && sample.row >= first && sample.row < end)
+            put(segment, point, sample, LineVisibility::Sample{other[x] + across, other[y] + down});
+    }
 }
 
 /// A pixel in each column, repeated upwards and downwards.
@@ -222,6 +286,12 @@ void LinePainter::drawSinglePixel(const LineSegment& segment)
     const bool dot = segment.kind == LineSegment::Kind::dot;
     Point<3> point;
     for (int i = 0; i < 3; ++i) point[i] = dot ? segment.from[i] : (segment.from[i] + segment.to[i]) * 0.5;
+    if (reach == 0 && std::abs(point[0]) < fewDigits && std::abs(point[1]) < fewDigits) {
+        const LineVisibility::Sample sample{floorOf(point[0] + 0.5), floorOf(point[1] + 0.5)};
+        if (sample.column >= 0 && sample.column < width && sample.row >= first && sample.row < end)
+            put(segment, point, sample, sample);
+        return;
+    }
     const double column = std::floor(point[0] + 0.5), row = std::floor(point[1] + 0.5);
     const int rowReach = dot || segment.mostlyAcross() ? reach : 0;
     const int columnReach = dot || !segment.mostlyAcross() ? reach : 0;

@@ -5,6 +5,7 @@
 #include "render/LineTrace.h"
 #include "render/LineVisibility.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 
@@ -29,6 +30,11 @@ public:
 
 private:
     void draw(const LineSegment& segment);
+    template <int axis>
+    void drawShort(const LineSegment& segment);
+    template <int axis>
+    void putRepeated(const LineSegment& segment, const Point<3>& point, std::array<int, 2> drawn,
+                     std::array<int, 2> other);
     void drawAcross(const LineSegment& segment);
     void drawRowsBesideColumns(const LineSegment& segment);
     void drawDown(const LineSegment& segment);
@@ -36,6 +42,8 @@ private:
     void drawSinglePixel(const LineSegment& segment);
     void put(const LineSegment& segment, const Point<3>& point, double column, double row, double otherColumn,
              double otherRow);
+    void put(const LineSegment& segment, const Point<3>& point, LineVisibility::Sample drawn,
+             LineVisibility::Sample other);
 
     /// A pixel of a segment that is drawn if its point shows there.
     struct Candidate {

@@ -16,6 +16,18 @@ inline Point<3> pointAt(const LineSegment& s, int axis, double value) noexcept
     return point;
 }
 
+/// Numbers below it, and integers near them, are exact in an int.
+constexpr double fewDigits = 0x1p30;
+
+/// The largest integer not above a number with few digits.
+inline int floorOf(double value) noexcept
+{
+    const int truncated = static_cast<int>(value);
+    return truncated - (truncated > value);
+}
+/// The smallest not below it.
+inline int ceilOf(double value) noexcept { return -floorOf(-value); }
+
 /// The integers between two numbers, themselves included; as numbers, since they may be large.
 struct Integers {
     Integers(double a, double b) noexcept : first(std::ceil(std::min(a, b))), last(std::floor(std::max(a, b)))

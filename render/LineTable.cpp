@@ -1,5 +1,6 @@
 #include "render/LineTable.h"
 
+#include "render/LinePixels.h"
 #include "render/Outlines.h"
 #include "render/Pauses.h"
 #include "render/Projection.h"
@@ -14,19 +15,9 @@
 namespace belvor {
 namespace {
 
-/// Numbers below it are exact in an int.
-constexpr double fewDigits = 0x1p30;
-
 bool isFinite(const Point<3>& p) noexcept
 {
     return p[0] * 0.0 + p[1] * 0.0 + p[2] * 0.0 == 0.0;   // of what is not finite, not a number
-}
-
-/// The largest integer not above a number of few enough digits.
-int floorOf(double value) noexcept
-{
-    const int truncated = static_cast<int>(value);
-    return truncated - (truncated > value);
 }
 
 /// Whether an integer lies between the two, themselves included.

@@ -175,7 +175,9 @@ private:
     std::uint32_t add(const Edge& edge, Use use, std::uint32_t lower, std::uint32_t upper)
     {
         const std::uint32_t index = result.size();
-        result.traitStore.push_back({Kind::border, 1, hasCurve, false});
+        Traits traits{Kind::border, 1, false, false};
+        traits.hasCurve = hasCurve;
+        result.traitStore.push_back(traits);
         result.outlines.push_back({edge, {use, {0}}});
         links.push_back({upper, newest[lower]});
         if (listLength < longestList) newest[lower] = index;
@@ -193,7 +195,7 @@ private:
         } else if (const Use last = uses[outline.useCount - 1]; last.facet() != use.facet()) {
             if (outline.useCount == 2) further.push_back({index, use});
             else uses[1] = use;
-            ++outline.useCount;
+            outline.useCount = outline.useCount == 1 ? 2 : 3;
             if (outline.useCount == 2 && differ(model, last, use)) outline.kind = Kind::sharp;
             outline.dependsOnView =
                 outline.useCount == 2 && outline.kind == Kind::smooth && last.forward() != use.forward();

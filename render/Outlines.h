@@ -32,12 +32,13 @@ public:
     };
     /// What an edge is for any view.
     struct Traits {
-        Kind kind;
-        std::uint8_t useCount;   ///< 1, 2 or more.
-        bool hasCurve;           ///< Of a border: a curve of the model stands for it.
-        bool dependsOnView;      ///< Smooth, with two facets that run along it in opposite directions: drawn
-                                 ///< where one faces the eye and the other does not.
+        Kind kind : 2;
+        std::uint8_t useCount : 2;   ///< 1, 2 or more.
+        bool hasCurve : 1;           ///< Of a border: a curve of the model stands for it.
+        bool dependsOnView : 1;   ///< Smooth, with two facets that run along it in opposite directions: drawn
+                                  ///< where one faces the eye and the other does not.
     };
+    static_assert(sizeof(Traits) == 1);   // those of all edges are read for every picture
 
     /// Edges whose ends coincide or are not finite are left out. `pause` is called now and then and may
     /// throw. Throws std::bad_alloc.
@@ -83,7 +84,7 @@ private:
         Use firstUses[2];   // of one or two facets; of more their place in the store and their number
     };
 
-    LargeVector<Traits> traitStore;   // by themselves, and so small, since all are read for every picture
+    LargeVector<Traits> traitStore;
     LargeVector<Outline> outlines;
     LargeVector<Use> useStore;   // of edges with three facets and more
 };
