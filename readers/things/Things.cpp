@@ -16,6 +16,7 @@ constexpr std::ptrdiff_t longestHeader = 9, longestName = 31;
 static_assert(longestName + 1 <= PlainText::longestMaterial, "a line that PlainText looks for");
 
 constexpr std::int64_t itemsBetweenTries = 65536;   // to read ahead again
+constexpr std::int64_t fewItems = 16384;            // not worth waking threads for
 constexpr std::int64_t mostFacets = std::int64_t{1} << 60;
 
 /// Whether another thing follows; its header word is taken off. The word ends before a
@@ -82,12 +83,18 @@ void Things::reportVertex(std::int64_t index, std::int64_t count)
     if (index % 256 == 0) report(static_cast<double>(index) / (2.0 * static_cast<double>(count)));
 }
 
+/// Not for each of many small things: a try costs about as much as reading a few hundred items.
+bool Things::triesAhead(std::int64_t index, std::int64_t count) const noexcept
+{
+    return ahead && index % itemsBetweenTries == 0 && count - index >= fewItems;
+}
+
 std::uint32_t Things::readVertices(Text& text)
 {
     std::int64_t count = 0;
     text.integer(count);
     for (std::int64_t i = 0; i < count; ++i) {
-        if (ahead && i % itemsBetweenTries == 0) i += readVerticesAhead(text, i, count);
+        if (triesAhead(i, count)) i += readVerticesAhead(text, i, count);
         if (i == count) break;
         reportVertex(i, count);
         Point<3> vertex;
@@ -142,7 +149,7 @@ void Things::readFacets(Text& text)
     std::int64_t count = 0;   // of loops in the file: every facet takes its own off
     text.integer(count);
     for (std::int64_t i = 0; i < count; ++i) {
-        if (ahead && i % itemsBetweenTries == 0) i += readFacetsAhead(text, i, count);
+        if (triesAhead(i, count)) i += readFacetsAhead(text, i, count);
         if (i == count) break;
         reportFacet(i, count);
         PlainText::Facet facet;

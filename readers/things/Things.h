@@ -31,6 +31,7 @@ private:
     using Text = Scanner<'@'>;
 
     void readThing(Text& text);
+    bool triesAhead(std::int64_t index, std::int64_t count) const noexcept;
     std::uint32_t readVertices(Text& text);
     std::int64_t readVerticesAhead(Text& text, std::int64_t done, std::int64_t count);
     void reportVertex(std::int64_t index, std::int64_t count);
