@@ -130,10 +130,11 @@ TEST_F(SessionCommands, ReadAgainKeepsTheViewInTheModel)
 
 TEST_F(SessionCommands, AYesAboutAModelThatHasGoneMeanwhileSavesNothing)
 {
+    const TempFile image("image.omb");
     const Handle<Model> other = session.model();
     load(box);
     command(ID_INCREASEZOOM);
-    shell.chosen = ChosenFile{TempFile("image.omb").path(), 1};
+    shell.chosen = ChosenFile{image.path(), 1};
     shell.answer = [&] { return session.takeModel(other, box.path()), SaveAnswer::yes; };
     EXPECT_FALSE(session.saving().querySave() || session.saving().running());
 }
