@@ -23,7 +23,7 @@ complete -c belvor-render -l skip-existing -d 'Pass over models whose pictures a
 complete -c belvor-render -l type -x -a 'things dxf man' -d 'The model\'s format, whatever its name says'
 complete -c belvor-render -l format -x -a 'png omb exr tif npy pfm svg' -d 'Of OUTPUT -, standard output: png, omb, exr, tif, npy, pfm or svg'
 complete -c belvor-render -l rows -rf -d 'Draw rows A to B - 1 of the picture, from 0 at the top (.omb and .png)'
-complete -c belvor-render -l threads -rf -d 'Threads that draw, as many as there are processors to use unless given'
+complete -c belvor-render -l threads -rf -d 'Threads that read and draw, as many as there are processors to use unless given'
 complete -c belvor-render -l edges -d 'Draw borders, creases and contours of surfaces; all: every edge'
 complete -c belvor-render -l lines -d 'Draw the lines and curves of a DXF drawing too; they count for --info'
 complete -c belvor-render -l bounds -x -a 'surfaces all' -d 'What views are placed by: surfaces, unless there are none; all: lines too'

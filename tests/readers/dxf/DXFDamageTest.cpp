@@ -1,11 +1,11 @@
 #include "tests/readers/dxf/DXFText.h"
 
 #include "errors/BadFile.h"
+#include "tests/support/LineEnds.h"
 
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <regex>
 
 namespace belvor::test {
 namespace {
@@ -81,7 +81,7 @@ TEST(DXFDamage, NamesNumbersAndMarkersAreRepaired)   // more of markers in tests
 TEST(DXFDamage, TextAsEditorsSaveItIsRead)
 {
     const std::string text = dxfText(sectionOf("ENTITIES", face()) + "0 EOF");
-    const std::string spaced = std::regex_replace(text, std::regex("\n"), " \t\n"),
+    const std::string spaced = endingLines(text, " \t\n"),
                       cut = text.substr(0, text.size() - std::strlen("0\nEOF\n"));
     for (const std::string& bytes :
          {"\xEF\xBB\xBF" + text, spaced, text + "\n\n \n", text + "\x1A\n", text + "x", cut + "0\nEOF"})

@@ -1,10 +1,10 @@
 #include "tests/readers/dxf/DXFText.h"
+#include "tests/support/LineEnds.h"
 #include "tests/support/Reporters.h"
 
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <regex>
 #include <sstream>
 
 namespace belvor::test {
@@ -53,9 +53,7 @@ TEST(DXFRepeats, AreReadAsIfEachRecordStoodAlone)
 {
     const std::function<std::string(const std::string&)> encodings[] = {
         [](const std::string& groups) { return dxfText(groups + end); },
-        [](const std::string& groups) {
-            return std::regex_replace(dxfText(groups + end), std::regex("\n"), "\r\n");
-        },
+        [](const std::string& groups) { return endingLines(dxfText(groups + end), "\r\n"); },
         [](const std::string& groups) { return dxfText(groups + "|x x"); },
         [](const std::string& groups) { return binaryDXF(groups + end, true); },
         [](const std::string& groups) { return binaryDXF(groups + end, false); },

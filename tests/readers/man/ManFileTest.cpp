@@ -2,14 +2,15 @@
 
 #include "errors/BadFile.h"
 #include "errors/Reporter.h"
+#include "tests/support/LineEnds.h"
 
 #include <gtest/gtest.h>
 
-#include <regex>
 #include <sstream>
 #include <string>
 
 using namespace belvor;
+using test::endingLines;
 
 namespace {
 
@@ -21,11 +22,6 @@ const std::string plate =
 const std::string tetrahedron =
     "CLUMP t 4 4\n0 0 0\n10 0 0\n0 10 0\n0 0 10\nbrass\nbrass\nbrass\npaint\nEDGE 6\n"
     "1 3 1 3\n3 2 1 4\n2 1 1 2\n1 4 3 2\n2 4 2 4\n3 4 4 3\n";
-
-std::string endingLines(const std::string& text, const std::string& with)
-{
-    return std::regex_replace(text, std::regex("\n"), with);
-}
 
 Handle<Model> read(const std::string& text)
 {
