@@ -30,9 +30,10 @@ public:
     void modelLoaded(std::uint32_t number, Model*) override { add("loaded " + std::to_string(number)); }
     void threadEnded() override
     {
-        if (!failToEnd) add("thread ended");
+        const bool fails = failToEnd;   // whoever waits for the end may change it
+        if (!fails) add("thread ended");
         end.set();
-        if (failToEnd) throw Win32Error("PostMessage", 5);
+        if (fails) throw Win32Error("PostMessage", 5);
     }
     void showBadFile(const BadFile& fault) override { report("bad file " + fault.boxText()); }
     void warning(const std::string& text) override { report("warning " + text); }
