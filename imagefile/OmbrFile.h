@@ -69,8 +69,8 @@ public:
     /// Appends a material's record; after the last row. Throws Error.
     virtual void addMaterial(std::uint16_t index, std::uint8_t red, std::uint8_t green, std::uint8_t blue,
                              const std::string& name);
-    /// Writes the directories and closes the file, which takes its name unless the caller commits
-    /// it. Does nothing when it is closed already. Throws Error.
+    /// Writes the directories. A file of a path is flushed to the disk and takes its name; with another
+    /// output the caller does that. Does nothing when it is closed already. Throws Error.
     virtual void close();
 
 private:

@@ -37,10 +37,8 @@ void DXF::drawRepeats(DXFTally& tally, std::string_view type)
         if (!facetPlane({face, corners}, nullptr, {}, plane, radiusSquare))
             break;   // damaged, or too far out
         dxfStream->checkProgress();
-        if (!outliers.passNear(model.vertexCount(), face[0], radiusSquare)) {
-            outliers.begin(dxfStream->groupsOfRepeat(), model.vertexCount(), curves.pointCount());
-            outliers.add(face[0], radiusSquare);
-        }
+        outliers.begin(dxfStream->groupsOfRepeat(), model.vertexCount(), curves.pointCount());
+        outliers.add(face[0], radiusSquare);
         builder.addPolygon(material, plane, {face, corners});
         dxfStream->passRepeat();
     }

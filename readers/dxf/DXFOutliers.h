@@ -41,18 +41,6 @@ public:
             addFar(point, distanceSquare, radiusSquare);
     }
 
-    /// begin() and add() for an entity of one facet, which most are, if that one and the entity before are
-    /// near; else it does nothing and answers false.
-    bool passNear(std::uint32_t vertices, const Point<3>& point, double radiusSquare) noexcept
-    {
-        const Vector<3> away = point - reference;
-        const bool near = dot(away, away) <= limitSquare && radiusSquare <= limitSquare;
-        if (!near || isFar || vertices == current.firstVertex) return false;
-        ++entities;
-        current.firstVertex = vertices;
-        return true;
-    }
-
     struct Result {
         std::uint64_t entities = 0;           ///< Of which something is drawn.
         std::vector<DXFPosition> positions;   ///< Those that make the extent larger, by place in the file.
