@@ -15,9 +15,10 @@
 namespace belvor {
 namespace {
 
-/// Whole pages at whole pages of the file, and few calls: the system takes the bytes in half the time that
-/// pieces of 32,256 bytes need.
-constexpr std::size_t bufferSize = 262144;
+/// Of a file: whole pages at whole pages of the file, and few calls, which takes the system half the time of
+/// pieces of 32,256 bytes. Of a pipe: half of what it holds, so that a call that waits because nobody reads
+/// has passed nothing on and ends by a signal; after a part the stream would call again and wait on.
+constexpr std::size_t fileBuffer = 262144, pipeBuffer = 32256;
 
 /// The names that this process is writing.
 struct NamesInUse {
@@ -121,12 +122,13 @@ OutputFile::OutputFile(StandardOutput, const std::string& shownName)
 
 OutputFile::OutputFile(std::string shownName, std::unique_ptr<Place> where)
     : name(std::move(shownName)),
-      buffer(new char[bufferSize]),
       place(std::move(where)),
+      buffer(new char[place->special ? pipeBuffer : fileBuffer]),
       claim(place->special ? nullptr : std::make_unique<Claim>(name, place->identity)),
       file(place->open())
 {
-    if (file && std::setvbuf(file, buffer.get(), _IOFBF, bufferSize) == 0) return;
+    const std::size_t size = place->special ? pipeBuffer : fileBuffer;
+    if (file && std::setvbuf(file, buffer.get(), _IOFBF, size) == 0) return;
     const int code = errno;
     if (file) std::fclose(file);
     throw FileError(name, Text::cannotWrite, code);

@@ -61,9 +61,9 @@ private:
     OutputFile(std::string shownName, std::unique_ptr<Place> where);
 
     const std::string name;
-    const std::unique_ptr<char[]> buffer;   // of the stream, until it is closed
     const std::unique_ptr<Place> place;
-    std::unique_ptr<Claim> claim;   // to the name; none once it is taken
+    const std::unique_ptr<char[]> buffer;   // of the stream, until it is closed
+    std::unique_ptr<Claim> claim;           // to the name; none once it is taken
     std::FILE* file = nullptr;
     bool finished = false;
 };
