@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <new>
+#include <utility>
 
 #ifdef __linux__
 #include <sys/mman.h>
@@ -10,12 +11,6 @@
 namespace belvor {
 
 #ifdef __linux__
-namespace {
-
-constexpr std::size_t largePage = 2u << 20;
-
-}   // namespace
-
 void* allocateLarge(std::size_t bytes)
 {
     if (bytes < largePage) return ::operator new(bytes);
@@ -31,10 +26,21 @@ void freeLarge(void* memory, std::size_t bytes) noexcept
     if (bytes < largePage) ::operator delete(memory);
     else ::operator delete(memory, std::align_val_t(largePage));
 }
+
+void provideLargePage(void* page) noexcept
+{
+#ifdef MADV_POPULATE_WRITE
+    madvise(page, largePage, MADV_POPULATE_WRITE);   // older systems refuse: the page comes when it is used
+#else
+    static_cast<void>(page);
+#endif
+}
 #else
 void* allocateLarge(std::size_t bytes) { return ::operator new(bytes); }
 
 void freeLarge(void* memory, std::size_t) noexcept { ::operator delete(memory); }
+
+void provideLargePage(void*) noexcept {}
 #endif
 
 void* MemoryPool::allocate(std::size_t bytes)
@@ -45,7 +51,7 @@ void* MemoryPool::allocate(std::size_t bytes)
         const std::size_t size = std::max(bytes, nextPiece);
         pieces.push_back(
             std::unique_ptr<std::byte, Free>(static_cast<std::byte*>(allocateLarge(size)), Free{size}));
-        at = pieces.back().get();
+        fresh = at = pieces.back().get();
         left = size;
         nextPiece = std::min(2 * nextPiece, largestPiece);
     }
@@ -54,6 +60,15 @@ void* MemoryPool::allocate(std::size_t bytes)
     left -= bytes;
     handedOut += bytes;
     return memory;
+}
+
+void* MemoryPool::takeFreshPage(std::size_t bytes) noexcept
+{
+    if (pieces.empty() || pieces.back().get_deleter().bytes < largePage) return nullptr;
+    while (fresh < at) fresh += largePage;   // those in use already
+    std::byte* const limit = at + std::min(bytes, left);
+    if (fresh >= limit || static_cast<std::size_t>(limit - fresh) < largePage) return nullptr;
+    return std::exchange(fresh, fresh + largePage);
 }
 
 }   // namespace belvor

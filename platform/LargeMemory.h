@@ -13,6 +13,12 @@ void* allocateLarge(std::size_t bytes);
 /// Gives back what allocateLarge returned for `bytes`.
 void freeLarge(void* memory, std::size_t bytes) noexcept;
 
+/// The size that large pages have where allocateLarge uses them.
+constexpr std::size_t largePage = std::size_t{2} << 20;
+/// Has the system provide the large page at `page` now, so that writing to it causes no fault later. Does not
+/// change what it holds: other threads may use it meanwhile. Does nothing where the system cannot do that.
+void provideLargePage(void* page) noexcept;
+
 /// For containers of the standard library that hold large tables.
 template <class T>
 struct LargeAllocator {
@@ -41,6 +47,9 @@ class MemoryPool {
 public:
     /// Aligned for any type. Throws std::bad_alloc.
     void* allocate(std::size_t bytes);
+    /// A large page that allocate() is to hand out within the next `bytes`, if there is such a whole page;
+    /// else null. Gives each page once: for provideLargePage(), on any thread, while the pool lives.
+    void* takeFreshPage(std::size_t bytes) noexcept;
     /// The bytes handed out.
     std::size_t used() const noexcept { return handedOut; }
 
@@ -51,6 +60,7 @@ private:
     };
     std::vector<std::unique_ptr<std::byte, Free>> pieces;
     std::byte* at = nullptr;
+    std::byte* fresh = nullptr;   // large pages of the last piece from here on have not been given
     std::size_t handedOut = 0;
     std::size_t left = 0;   // bytes of the last piece
     std::size_t nextPiece = 1 << 18;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace belvor {
 
@@ -105,6 +106,24 @@ void Model::addFacet(const Material& material, const Plane& plane, std::span<con
     const auto count = static_cast<std::uint32_t>(edges.size());
     edgeCountStore.append(fewEdges(count));
     facetStore.append(plane, &material, edgeCount(), count);
+    edgeStore.append(edges);
+}
+
+void Model::addVertices(std::span<const Point<3>> positions)
+{
+    vertexStore.appendAll(static_cast<std::uint32_t>(positions.size()),
+                          [positions](std::uint32_t i) { return Vertex{positions[i]}; });
+}
+
+void Model::addFacets(const Material& material, std::span<const Plane> planes,
+                      std::span<const std::uint8_t> edgeCounts, std::span<const Edge> edges)
+{
+    const auto count = static_cast<std::uint32_t>(planes.size());
+    edgeCountStore.appendAll(count, [edgeCounts](std::uint32_t i) { return edgeCounts[i]; });
+    std::uint32_t first = edgeCount();
+    facetStore.appendAll(count, [&](std::uint32_t i) {
+        return Facet{planes[i], &material, std::exchange(first, first + edgeCounts[i]), edgeCounts[i]};
+    });
     edgeStore.append(edges);
 }
 

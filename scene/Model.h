@@ -95,6 +95,11 @@ public:
     Facet& addFacet(const Material& material, const Plane& plane = {});
     /// A facet with its edges.
     void addFacet(const Material& material, const Plane& plane, std::span<const Edge> edges);
+    /// Vertices, in order.
+    void addVertices(std::span<const Point<3>> positions);
+    /// A facet for each plane, with as many of the edges as its count says.
+    void addFacets(const Material& material, std::span<const Plane> planes,
+                   std::span<const std::uint8_t> edgeCounts, std::span<const Edge> edges);
     /// An edge of the facet added last, between two stored vertices, given by their indices.
     void addEdge(std::uint32_t from, std::uint32_t to);
 
@@ -120,6 +125,8 @@ public:
 
     /// The bytes that vertices, edges, facets and curves take.
     std::size_t memory() const noexcept { return pool.used(); }
+    /// Memory that the next `bytes` of them are to take, as MemoryPool::takeFreshPage() gives it.
+    void* takeFreshPage(std::size_t bytes) noexcept { return pool.takeFreshPage(bytes); }
 
     std::uint32_t vertexCount() const noexcept { return vertexStore.size(); }
     std::uint32_t edgeCount() const noexcept { return edgeStore.size(); }

@@ -27,6 +27,15 @@ public:
     {
         made->addFacet(material, plane, edges);
     }
+    /// Vertices, in order.
+    void addVertices(std::span<const Point<3>> positions) { made->addVertices(positions); }
+    /// A facet for each plane, the first with the first `edgeCounts` of `edges`, and so on. There are as many
+    /// edges as these counts say, and none is over Model::manyEdges.
+    void addFacets(const Material& material, std::span<const Plane> planes,
+                   std::span<const std::uint8_t> edgeCounts, std::span<const Edge> edges)
+    {
+        made->addFacets(material, planes, edgeCounts, edges);
+    }
     /// An edge of the facet added last, between two vertices, given by their indices.
     void addEdge(std::uint32_t from, std::uint32_t to) { made->addEdge(from, to); }
     /// A facet of one loop, with vertices of its own at the corners.
@@ -54,6 +63,10 @@ public:
         return made->addMaterial(key, std::move(material));
     }
     void setUnits(const Units& units) noexcept { made->setUnits(units); }
+
+    /// A page of memory that the next `bytes` of what is added are to take, for provideLargePage() on any
+    /// thread; null when there is none.
+    void* takeFreshPage(std::size_t bytes) noexcept { return made->takeFreshPage(bytes); }
 
     /// What has been added so far.
     const Model& model() const noexcept { return *made; }

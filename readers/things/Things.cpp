@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <numeric>
+#include <span>
 
 namespace belvor {
 namespace {
@@ -15,6 +17,7 @@ namespace {
 constexpr std::ptrdiff_t longestHeader = 9, longestName = 31;
 static_assert(longestName + 1 <= PlainText::longestMaterial, "a line that PlainText looks for");
 
+constexpr std::int64_t verticesAReport = 256, facetsAReport = 64;
 constexpr std::int64_t itemsBetweenTries = 65536;   // to read ahead again
 constexpr std::int64_t fewItems = 16384;            // not worth waking threads for
 constexpr std::int64_t mostFacets = std::int64_t{1} << 60;
@@ -28,6 +31,12 @@ bool takeHeader(Scanner<'@'>& text)
     const char* const limit = word + std::min(longestHeader, text.end() - word);
     text.moveTo(std::find(word, limit, ' '));
     return *word == 'Y' || *word == 'y';
+}
+
+/// Items from number `index` on, up to the next that is reported.
+std::size_t untilReport(std::int64_t index, std::int64_t itemsAReport)
+{
+    return static_cast<std::size_t>(itemsAReport - index % itemsAReport);
 }
 
 /// count + 1 − loops, kept within its type whatever the file says.
@@ -44,9 +53,10 @@ Things::Things(std::string_view bytes, const std::string& file, Reporter& report
       progress(reporter)
 {
     std::string copy;
-    bytes = textModeBytes(bytes, copy, [this] { report(0.0); });
+    if (!ThingsAhead::isWorthIt(bytes, threads) || !ThingsAhead::isTextModeSame(bytes, threads))
+        bytes = textModeBytes(bytes, copy, [this] { report(0.0); });
     Text text(bytes);
-    if (ThingsAhead::isWorthIt(bytes, threads)) ahead.emplace(bytes, threads);
+    if (ThingsAhead::isWorthIt(bytes, threads)) ahead.emplace(bytes, threads, builder);
     bool whole = true;
     while (takeHeader(text)) {
         readThing(text);
@@ -80,7 +90,7 @@ void Things::readThing(Text& text)
 
 void Things::reportVertex(std::int64_t index, std::int64_t count)
 {
-    if (index % 256 == 0) report(static_cast<double>(index) / (2.0 * static_cast<double>(count)));
+    if (index % verticesAReport == 0) report(static_cast<double>(index) / (2.0 * static_cast<double>(count)));
 }
 
 /// Not for each of many small things: a try costs about as much as reading a few hundred items.
@@ -114,11 +124,15 @@ std::uint32_t Things::readVertices(Text& text)
 std::int64_t Things::readVerticesAhead(Text& text, std::int64_t done, std::int64_t count)
 {
     std::int64_t next = done;
-    text.moveTo(ahead->vertices(text.position(), [&](const std::vector<Point<3>>& vertices) {
-        if (static_cast<std::int64_t>(vertices.size()) > count - next) return false;   // others follow them
-        for (const Point<3>& vertex : vertices) {
-            reportVertex(next++, count);
-            builder.addVertex(vertex);
+    text.moveTo(ahead->vertices(text.position(), [&](const ThingsAhead::Vertices& vertices) {
+        std::span<const Point<3>> left = vertices.positions();
+        if (static_cast<std::int64_t>(left.size()) > count - next) return false;   // others follow them
+        while (!left.empty()) {
+            const auto these = std::min<std::size_t>(left.size(), untilReport(next, verticesAReport));
+            reportVertex(next, count);
+            builder.addVertices(left.first(these));
+            left = left.subspan(these);
+            next += static_cast<std::int64_t>(these);
         }
         return true;
     }));
@@ -141,7 +155,8 @@ void Things::readEdges(Text& text)
 
 void Things::reportFacet(std::int64_t index, std::int64_t count)
 {
-    if (index % 64 == 0) report(static_cast<double>(index) / (2.0 * static_cast<double>(count)) + 0.5);
+    if (index % facetsAReport == 0)
+        report(static_cast<double>(index) / (2.0 * static_cast<double>(count)) + 0.5);
 }
 
 void Things::readFacets(Text& text)
@@ -171,22 +186,28 @@ std::int64_t Things::readFacetsAhead(Text& text, std::int64_t done, std::int64_t
     if (count > mostFacets) return 0;   // each facet would change it
     std::int64_t next = done;
     const auto add = [&](const ThingsAhead::Facets& facets) {
-        if (static_cast<std::int64_t>(facets.planes.size()) > count - next)
-            return false;   // others follow them
+        const auto planes = facets.planes();
+        if (static_cast<std::int64_t>(planes.size()) > count - next) return false;   // others follow them
         auto run = facets.runs.begin();
-        const Edge* edges = facets.edges.data();
-        for (std::size_t i = 0; i < facets.planes.size(); ++i) {
-            reportFacet(next++, count);
+        const Edge* edges = facets.edges().data();
+        for (std::size_t i = 0, end = 0; i < planes.size(); i = end) {
+            reportFacet(next, count);
             if (run != facets.runs.end() && run->first == i) {
                 materialNamed(run->material.name);
                 lastMaterialLine = (run++)->material.line;
             }
-            builder.addFacet(*lastMaterial, facets.planes[i], {edges, facets.counts[i]});
-            edges += facets.counts[i];
+            const std::size_t runEnd = run == facets.runs.end() ? planes.size() : run->first;
+            end = std::min(runEnd, i + untilReport(next, facetsAReport));
+            const std::size_t these = end - i;
+            const auto edgeCounts = facets.edgeCounts().subspan(i, these);
+            const Edge* const edgesEnd = std::accumulate(edgeCounts.begin(), edgeCounts.end(), edges);
+            builder.addFacets(*lastMaterial, planes.subspan(i, these), edgeCounts, {edges, edgesEnd});
+            edges = edgesEnd;
+            next += static_cast<std::int64_t>(these);
         }
         return true;
     };
-    text.moveTo(ahead->facets(text.position(), model(), firstVertex, thingVertices, add));
+    text.moveTo(ahead->facets(text.position(), firstVertex, thingVertices, add));
     return next - done;
 }
 

@@ -1,5 +1,7 @@
 #include "readers/things/ThingsAhead.h"
 
+#include "calcore/TextMode.h"
+#include "platform/LargeMemory.h"
 #include "platform/Workers.h"
 
 #include <algorithm>
@@ -10,7 +12,52 @@ namespace {
 
 constexpr std::ptrdiff_t longestSearch = 4096;   // for the start of a piece
 
+/// Has the other threads provide the memory that a model is about to grow into: the one that adds to the
+/// model would wait for it, and the others for that one. Only as much as the rest of the text is likely to
+/// need.
+class FreshPages {
+public:
+    FreshPages(ModelBuilder& model, std::size_t textSize) noexcept
+        : builder(model),
+          wholeText(textSize),
+          usedBefore(model.model().memory())
+    {}
+
+    /// On the thread that adds, after all before `textLeft` has been added.
+    void offer(std::size_t textLeft) noexcept
+    {
+        if (page.load(std::memory_order_relaxed) || textLeft >= wholeText) return;
+        const auto used = static_cast<double>(builder.model().memory() - usedBefore);
+        const double likely =
+            used * static_cast<double>(textLeft) / static_cast<double>(wholeText - textLeft);
+        page = builder.takeFreshPage(static_cast<std::size_t>(std::min(likely, farthest)));
+    }
+    /// On any other.
+    void provide() noexcept
+    {
+        if (void* const next = page.exchange(nullptr)) provideLargePage(next);
+    }
+
+private:
+    static constexpr double farthest = 8 << 20;   // bytes ahead
+
+    ModelBuilder& builder;
+    const std::size_t wholeText;
+    const std::size_t usedBefore;
+    std::atomic<void*> page{nullptr};
+};
+
 }   // namespace
+
+bool ThingsAhead::isTextModeSame(std::string_view bytes, unsigned threads)
+{
+    std::atomic<bool> same = true;
+    const auto look = [&](std::size_t first, std::size_t end, const Workers::Turn&) {
+        if (same && !belvor::isTextModeSame(bytes.substr(first, end - first))) same = false;
+    };
+    Workers::ofProcess().forPieces(threads, bytes.size(), std::size_t{1} << 20, look);
+    return same;
+}
 
 /// `read` fills a piece with what stands from `from` to `to`, or with its beginning. Pieces start at the end
 /// of a line where `mayStart` says so.
@@ -34,52 +81,61 @@ const char* ThingsAhead::inPieces(const char* position, const MayStart& mayStart
     std::vector<Piece> pieces(std::size_t{2} * threadCount);
     const char* taken = position;
     std::atomic<bool> over = false;
-    const auto make = [&](std::size_t index, std::size_t slot, const Workers::Turn&) {
-        if (!over) pieces[slot].stop = read(pieces[slot].items, startOf(index), startOf(index + 1));
+    FreshPages pages(builder, static_cast<std::size_t>(end - position));
+    const auto make = [&](std::size_t index, std::size_t slot, const Workers::Turn& turn) {
+        if (over) return;
+        if (turn.thread != 0) pages.provide();
+        pieces[slot].stop = read(pieces[slot].items, startOf(index), startOf(index + 1));
     };
     const auto take = [&](std::size_t index, std::size_t slot) {
         if (over) return;
         const bool follows = taken == startOf(index) && add(pieces[slot].items);
-        if (follows) taken = pieces[slot].stop;
+        if (follows) {
+            taken = pieces[slot].stop;
+            pages.offer(static_cast<std::size_t>(end - taken));
+        }
         over = !follows || taken != startOf(index + 1);
     };
     Workers::ofProcess().inOrder(threadCount, count, pieces.size(), make, take);
     return taken;
 }
 
-const char* ThingsAhead::vertices(const char* position,
-                                  const std::function<bool(const std::vector<Point<3>>&)>& add) const
+void ThingsAhead::Facets::grow()
 {
-    const auto read = [this](std::vector<Point<3>>& vertices, const char* from, const char* to) {
+    constexpr std::size_t atFirst = 4096;
+    const std::size_t room = std::max(atFirst, 2 * planeRoom.size());
+    planeRoom.resize(room);
+    countRoom.resize(room);
+    edgeRoom.resize(4 * room);
+}
+
+const char* ThingsAhead::vertices(const char* position, const std::function<bool(const Vertices&)>& add) const
+{
+    const auto read = [this](Vertices& vertices, const char* from, const char* to) {
         PlainText plain(from, whole.data() + whole.size());
-        vertices.clear();
-        for (Point<3> vertex; plain.position() < to && plain.takeVertex(vertex);) vertices.push_back(vertex);
+        vertices.size = 0;
+        while (plain.position() < to && plain.takeVertex(vertices.next())) ++vertices.size;
         return plain.position();
     };
     return inPieces(
         position, [](const char*) { return true; }, read, add);
 }
 
-const char* ThingsAhead::facets(const char* position, const Model& model, std::uint32_t firstVertex,
-                                std::uint32_t vertices, const std::function<bool(const Facets&)>& add) const
+const char* ThingsAhead::facets(const char* position, std::uint32_t firstVertex, std::uint32_t vertices,
+                                const std::function<bool(const Facets&)>& add) const
 {
+    const Model& model = builder.model();
     const auto read = [&, this](Facets& facets, const char* from, const char* to) {
         PlainText plain(from, whole.data() + whole.size());
-        facets.runs.clear();
-        facets.planes.clear();
-        facets.counts.clear();
-        facets.edges.clear();
+        facets.clear();
         ThingsMaterial material;
         while (plain.position() < to) {
             PlainText::Facet facet;
             if (material.line.empty() || !plain.takeFacet(material.line, vertices, facet)) {
                 if (!plain.findMaterial(material) || !plain.takeFacet(material.line, vertices, facet)) break;
-                facets.runs.push_back({facets.planes.size(), material});
+                facets.runs.push_back({facets.size, material});
             }
-            Edge edges[PlainText::Facet::mostCorners];
-            facets.planes.push_back(planeAndEdges(facet, model, firstVertex, edges));
-            facets.counts.push_back(static_cast<std::uint8_t>(facet.count));
-            facets.edges.insert(facets.edges.end(), edges, edges + facet.count);
+            facets.add(facet, model, firstVertex);
         }
         return plain.position();
     };

@@ -182,6 +182,8 @@ TEST(Things, LargeTextIsTheSameForAnyNumberOfThreads)
          1u << 30},
         {"other materials", "1 2\n3\n", "1 other \n3 1 2 3\n1 @\n3 1 2 3\n1 3 1 2 3\n", "", 1u << 30},
         {"a long name", "1 2 3\n", "1 a name that is longer than others\n3 1 2 3\n", "", 1u << 30},
+        {"line ends of two characters", "1 2 3\r\n", "1 a b\r\n3 1\r 2 3\r\n", "", 1u << 30},
+        {"the end before the end", "1 2 3\n", "1 a\x1A b\n3 1 2 3\n", "", 1u << 30},
         {"no number", "1 x 3\n", "1 a\n3 1 2 3\n", "", 1u << 30},
         {"no such vertex", "1 2 3\n", "1 a\n3 1 2 60001\n", "", 1u << 30},
         {"a loop of nothing", "1 2 3\n", "1 a\n0\n", "", 1u << 30},
