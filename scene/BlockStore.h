@@ -65,6 +65,8 @@ public:
     }
 
     std::uint32_t size() const noexcept { return count; }
+    /// Takes off the last elements; at most as many as there are stay.
+    void shorten(std::uint32_t size) noexcept { count = size; }
 
     /// `number` elements from `index` on, when they lie side by side in memory; else none.
     const T* sideBySide(std::uint32_t index, std::uint32_t number) const noexcept

@@ -142,12 +142,12 @@ void Model::addPolygon(const Material& material, const Plane& plane, std::span<c
     else addCorners(corners);
 }
 
-void Model::addCurve(const Material& material, std::span<const Point<3>> points, bool bounded)
+void Model::addCurve(const Material* material, std::span<const Point<3>> points, bool bounded)
 {
     const std::uint32_t first = curvePoints.size();
     const auto count = static_cast<std::uint32_t>(points.size());
     curvePoints.appendAll(count, [points](std::uint32_t i) { return points[i]; });
-    curveStore.append(&material, first, count, bounded);
+    curveStore.append(material, first, count, bounded);
 }
 
 Material& Model::findMaterial(std::string_view key)

@@ -113,7 +113,17 @@ public:
     std::span<const std::uint32_t> outlinedFacets() const noexcept { return outlined; }
 
     /// A curve through `points`, in model coordinates: at least one. `bounded` as in Curve.
-    void addCurve(const Material& material, std::span<const Point<3>> points, bool bounded = true);
+    void addCurve(const Material& material, std::span<const Point<3>> points, bool bounded = true)
+    {
+        addCurve(&material, points, bounded);
+    }
+    /// The same without a material, which finishCurves() gives it.
+    void addCurve(std::span<const Point<3>> points, bool bounded) { addCurve(nullptr, points, bounded); }
+    /// Gives every curve its material: `materialOf(index, curve)`, called in order. One with a null pointer
+    /// is taken out, and those behind it move up; its points stay.
+    template <class MaterialOf>
+    void finishCurves(MaterialOf materialOf);
+    void setCurvePoint(std::uint32_t index, const Point<3>& point) noexcept { curvePoints[index] = point; }
     void setCurvesInBounds() noexcept { curvesInBounds = true; }
 
     /// The material of that key; a new one of that name, with the program's next number and
@@ -150,11 +160,13 @@ public:
     std::uint32_t curveCount() const noexcept { return curveStore.size(); }
     const Curve& curve(std::uint32_t index) const noexcept { return curveStore[index]; }
     const Point<3>& curvePoint(std::uint32_t index) const noexcept { return curvePoints[index]; }
+    std::uint32_t curvePointCount() const noexcept { return curvePoints.size(); }
 
     const Units& units() const noexcept { return unitsOfModel; }
     void setUnits(const Units& units) noexcept { unitsOfModel = units; }
 
 private:
+    void addCurve(const Material* material, std::span<const Point<3>> points, bool bounded);
     template <class Visit>
     void forEachPoint(Visit visit) const;
     double radiusOfFar(const Point<3>& centre) const;
@@ -175,5 +187,17 @@ private:
     // the work done in it.
     mutable std::atomic<Frame*> keptFrame{nullptr};
 };
+
+template <class MaterialOf>
+void Model::finishCurves(MaterialOf materialOf)
+{
+    std::uint32_t kept = 0;
+    for (std::uint32_t i = 0; i < curveStore.size(); ++i) {
+        Curve curve = curveStore[i];
+        curve.material = materialOf(i, curve);
+        if (curve.material) curveStore[kept++] = curve;
+    }
+    curveStore.shorten(kept);
+}
 
 }   // namespace belvor

@@ -49,6 +49,17 @@ public:
     {
         made->addCurve(material, points, bounded);
     }
+    /// As the model's functions of these names.
+    void addCurve(std::span<const Point<3>> points, bool bounded) { made->addCurve(points, bounded); }
+    template <class MaterialOf>
+    void finishCurves(MaterialOf materialOf)
+    {
+        made->finishCurves(materialOf);
+    }
+    void setCurvePoint(std::uint32_t index, const Point<3>& point) noexcept
+    {
+        made->setCurvePoint(index, point);
+    }
 
     /// A curve is the border of the facet added last.
     void setOutlined() { made->setOutlined(); }

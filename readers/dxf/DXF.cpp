@@ -137,9 +137,8 @@ void DXF::writeAccount(Account& account)
 void DXF::warnOfOutliers()
 {
     constexpr std::size_t mostNamed = 10;
-    outliers.begin({}, builder.model().vertexCount(), curves.pointCount());
-    const DXFOutliers::Result found =
-        outliers.find(builder.model(), curves, [this] { dxfStream->checkProgress(); });
+    outliers.begin({}, builder.model().vertexCount(), builder.model().curvePointCount());
+    const DXFOutliers::Result found = outliers.find(builder.model(), [this] { dxfStream->checkProgress(); });
     if (found.positions.empty()) return;
     std::string list;
     for (std::size_t i = 0; i < found.positions.size() && i < mostNamed; ++i)

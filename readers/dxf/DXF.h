@@ -83,7 +83,10 @@ private:
     void readEntity(DXFTally* tally, std::string_view type);
     void countEntity(DXFTally& tally, std::string_view type);
     /// The facets and curves that are there so far.
-    std::uint64_t drawn() const noexcept { return builder.model().facetCount() + curves.count(); }
+    std::uint64_t drawn() const noexcept
+    {
+        return std::uint64_t{builder.model().facetCount()} + curves.count();
+    }
     bool isDrawn(std::string_view type) const noexcept
     {
         return DXFEntity::isDrawn(type, options.rules, options.curves);
@@ -201,7 +204,7 @@ private:
     DXFRotations rotations;
     std::vector<DXFExpansion> expansions;   // the ENTITIES section, then the insertions under way
     std::vector<Point<3>> placed;           // the corners of one facet, the points of one curve
-    DXFCurves curves;                       // until all surfaces are there
+    DXFCurves curves{builder};
     std::map<std::pair<DXFTally*, std::int32_t>, std::string_view>
         endlessEntities;   // where counted, by line
     DXFOutliers outliers;

@@ -115,8 +115,7 @@ void DXF::drawCurves()
 {
     if (options.curvesInBounds) builder.setCurvesInBounds();
     using Why = SkippedEntities::Why;
-    const DXFCurves::Endless endless = curves.moveTo(
-        builder, options.curvesInBounds,
+    const DXFCurves::Endless endless = curves.finish(
         [this](const DXFCurveSurface& surface) -> const Material& {
             return surface.layer ? paintedIn(*surface.layer, surface.colour) : findMaterial(surface.key);
         },

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace belvor {
 namespace {
@@ -13,81 +14,78 @@ bool isFinite(const Point<3>& p) noexcept
 
 }   // namespace
 
-bool DXFCurves::add(const DXFCurveSurface& surface, DXFCurveKind kind, std::span<const Point<3>> itsPoints,
+bool DXFCurves::add(const DXFCurveSurface& surface, DXFCurveKind kind, std::span<const Point<3>> points,
                     std::int32_t line)
 {
-    if (!std::all_of(itsPoints.begin(), itsPoints.end(), isFinite)) return false;
-    points.insert(points.end(), itsPoints.begin(), itsPoints.end());
-    items.push_back({surface, itsPoints.size(), line, kind});
-    anyEndless |= kind != DXFCurveKind::chords;
-    ++added;
-    pointsAdded += itsPoints.size();
+    if (!std::all_of(points.begin(), points.end(), isFinite)) return false;
+    const bool isEndless = kind != DXFCurveKind::chords;
+    if (isEndless) endlessCurves.append(builder.model().curveCount(), line, kind == DXFCurveKind::ray);
+    surfaceOf.append(indexOf(surface));
+    builder.addCurve(points, !isEndless);
     return true;
 }
 
-/// The bounds of the model without its lines that have no end.
-DXFCurves::Sphere DXFCurves::sphereOf(const Model& model, bool inBounds) const
+/// Most have the surface of the one before.
+std::uint32_t DXFCurves::indexOf(const DXFCurveSurface& surface)
 {
-    Sphere sphere;
-    const std::uint32_t vertices = model.vertexCount();
-    if (model.facetCount() != 0 && !inBounds) {
-        model.bounds(sphere.centre, sphere.radius);
-        return sphere;
-    }
-    ModelBuilder all;
-    for (std::uint32_t i = 0; i < vertices; ++i) all.addVertex(model.vertex(i).position);
-    auto next = points.begin();
-    for (const Item& item : items) {
-        const auto end = next + static_cast<std::ptrdiff_t>(item.pointCount);
-        if (item.kind == DXFCurveKind::chords)
-            for (auto point = next; point != end; ++point) all.addVertex(*point);
-        next = end;
-    }
-    all.model().bounds(sphere.centre, sphere.radius);
-    return sphere;
+    if (recent == surfaces.end() || recent->first != surface)
+        recent = surfaces.try_emplace(surface, static_cast<std::uint32_t>(surfaces.size())).first;
+    return recent->second;
 }
 
 /// The part within the sphere; none of a line that misses it.
-std::optional<std::pair<Point<3>, Point<3>>> DXFCurves::cut(const std::vector<Point<3>>& line, bool isRay,
-                                                            const Sphere& sphere) noexcept
+std::optional<std::pair<Point<3>, Point<3>>> DXFCurves::cut(const Point<3>& first, const Point<3>& second,
+                                                            bool isRay, const Sphere& sphere) noexcept
 {
-    const Vector<3> along = (line[1] - line[0]).unit();
-    const double middle = dot(sphere.centre - line[0], along);   // along the line
-    const Vector<3> aside = line[0] + along * middle - sphere.centre;
+    const Vector<3> along = (second - first).unit();
+    const double middle = dot(sphere.centre - first, along);   // along the line
+    const Vector<3> aside = first + along * middle - sphere.centre;
     const double square = sphere.radius * sphere.radius - dot(aside, aside);
     if (!(square > 0.0)) return {};
     const double half = std::sqrt(square);
     const double start = isRay ? std::max(middle - half, 0.0) : middle - half, end = middle + half;
-    const Point<3> from = line[0] + along * start, to = line[0] + along * end;
+    const Point<3> from = first + along * start, to = first + along * end;
     if (!(start < end) || !isFinite(from) || !isFinite(to)) return {};
     return std::pair(from, to);
 }
 
-DXFCurves::Endless DXFCurves::moveTo(ModelBuilder& builder, bool inBounds, const FindMaterial& find,
-                                     const std::function<void()>& pause)
+/// False when nothing of it is within the sphere.
+bool DXFCurves::cutInModel(const Curve& curve, const EndlessCurve& endless, const Sphere& sphere)
 {
-    constexpr std::size_t curvesBetweenPauses = 1024;
-    const Sphere sphere = anyEndless ? sphereOf(builder.model(), inBounds) : Sphere{};
-    std::vector<Point<3>> curve;
-    Endless endless;
-    for (std::size_t moved = 0; !items.empty(); ++moved) {
-        if (moved % curvesBetweenPauses == curvesBetweenPauses - 1) pause();
-        const Item item = items.front();
-        items.pop_front();
-        const auto end = points.begin() + static_cast<std::ptrdiff_t>(item.pointCount);
-        curve.assign(points.begin(), end);
-        points.erase(points.begin(), end);
-        if (item.kind == DXFCurveKind::chords) {
-            builder.addCurve(find(item.surface), curve);
-        } else if (const auto part = cut(curve, item.kind == DXFCurveKind::ray, sphere)) {
-            const Point<3> ends[] = {part->first, part->second};
-            builder.addCurve(find(item.surface), ends, false);
-            endless.drawn.insert(item.line);
-        } else {
-            ++(item.kind == DXFCurveKind::ray ? endless.missedRays : endless.missedLines);
+    const std::uint32_t first = curve.firstPoint;
+    const Model& model = builder.model();
+    const auto part = cut(model.curvePoint(first), model.curvePoint(first + 1), endless.isRay, sphere);
+    if (!part) return false;
+    builder.setCurvePoint(first, part->first);
+    builder.setCurvePoint(first + 1, part->second);
+    return true;
+}
+
+DXFCurves::Endless DXFCurves::finish(const FindMaterial& find, const std::function<void()>& pause)
+{
+    constexpr std::uint32_t curvesBetweenPauses = 16384;
+    std::vector<const DXFCurveSurface*> surfaceAt(surfaces.size());
+    for (const auto& [surface, index] : surfaces) surfaceAt[index] = &surface;
+    std::vector<const Material*> materials(surfaces.size());
+    Sphere sphere;
+    if (endlessCurves.size() != 0) builder.model().bounds(sphere.centre, sphere.radius);
+    Endless result;
+    std::uint32_t nextEndless = 0;
+    builder.finishCurves([&](std::uint32_t index, const Curve& curve) -> const Material* {
+        if (index % curvesBetweenPauses == curvesBetweenPauses - 1) pause();
+        if (!curve.bounded) {
+            const EndlessCurve& endless = endlessCurves[nextEndless++];
+            if (!cutInModel(curve, endless, sphere)) {
+                ++(endless.isRay ? result.missedRays : result.missedLines);
+                return nullptr;
+            }
+            result.drawn.insert(endless.line);
         }
-    }
-    return endless;
+        const std::uint32_t surface = surfaceOf[index];
+        if (!materials[surface]) materials[surface] = &find(*surfaceAt[surface]);
+        return materials[surface];
+    });
+    return result;
 }
 
 }   // namespace belvor

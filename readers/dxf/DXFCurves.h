@@ -1,11 +1,13 @@
 #pragma once
 
+#include "platform/LargeMemory.h"
 #include "readers/dxf/DXFDrawing.h"
+#include "scene/BlockStore.h"
 #include "scene/ModelBuilder.h"
 
 #include <cstdint>
-#include <deque>
 #include <functional>
+#include <map>
 #include <optional>
 #include <set>
 #include <span>
@@ -19,61 +21,57 @@ struct DXFCurveSurface {
     const DXFLayer* layer = nullptr;   ///< Null: that of the key.
     DXFColour colour = dxfWhite;       ///< With a layer.
     std::string_view key;              ///< A view of the file.
+
+    auto operator<=>(const DXFCurveSurface&) const = default;
 };
 
-/// The curves of a drawing in the order in which they were met, kept until all surfaces are in the model:
-/// then the materials that only curves have come last, and lines without end are cut at the bounds of the
-/// rest.
+/// The curves of a drawing, put into its model in the order in which they are met. They get their materials
+/// when all surfaces are in the model: then those that only curves have come last, and lines without end are
+/// cut at the bounds of the rest.
 class DXFCurves {
 public:
+    /// `itsBuilder` must outlive this, and nothing else may add curves to its model.
+    explicit DXFCurves(ModelBuilder& itsBuilder) noexcept : builder(itsBuilder) {}
+
     /// World coordinates; `line` is that of the record in the file. False, and nothing added, when a point is
-    /// beyond what a number can hold.
-    bool add(const DXFCurveSurface& surface, DXFCurveKind kind, std::span<const Point<3>> itsPoints,
+    /// beyond what a number can hold. Throws std::bad_alloc.
+    bool add(const DXFCurveSurface& surface, DXFCurveKind kind, std::span<const Point<3>> points,
              std::int32_t line);
+
     /// How many were added.
-    std::uint64_t count() const noexcept { return added; }
-    std::uint64_t pointCount() const noexcept { return pointsAdded; }   ///< Of them.
-    /// visit(point, whether its curve has no end) for every point, in order.
-    template <class Visit>
-    void forEachPoint(Visit visit) const
-    {
-        auto next = points.begin();
-        for (const Item& item : items)
-            for (std::size_t i = 0; i < item.pointCount; ++i)
-                visit(*next++, item.kind != DXFCurveKind::chords);
-    }
+    std::uint32_t count() const noexcept { return surfaceOf.size(); }
 
     using FindMaterial = std::function<const Material&(const DXFCurveSurface&)>;
     /// What became of the lines without end.
     struct Endless {
-        std::uint64_t missedRays = 0, missedLines = 0;   ///< Beside the sphere: not in the model.
+        std::uint64_t missedRays = 0, missedLines = 0;   ///< Beside the sphere: taken out of the model.
         std::set<std::int32_t> drawn;                    ///< The lines of records of which something is.
     };
-    /// Moves all into the model. `inBounds`: curves count for its bounds beside surfaces too. `pause` is
-    /// called now and then and may throw.
-    Endless moveTo(ModelBuilder& builder, bool inBounds, const FindMaterial& find,
-                   const std::function<void()>& pause);
+    /// Makes the curves whole, once all is added. `pause` is called now and then and may throw.
+    Endless finish(const FindMaterial& find, const std::function<void()>& pause);
 
 private:
-    struct Item {
-        DXFCurveSurface surface;
-        std::size_t pointCount;
-        std::int32_t line;   // of the record
-        DXFCurveKind kind;
+    struct EndlessCurve {
+        std::uint32_t curve;   // of the model
+        std::int32_t line;     // of the record
+        bool isRay;
     };
     struct Sphere {
         Point<3> centre;
         double radius = 0.0;
     };
 
-    Sphere sphereOf(const Model& model, bool inBounds) const;
-    static std::optional<std::pair<Point<3>, Point<3>>> cut(const std::vector<Point<3>>& line, bool isRay,
-                                                            const Sphere& sphere) noexcept;
+    std::uint32_t indexOf(const DXFCurveSurface& surface);
+    bool cutInModel(const Curve& curve, const EndlessCurve& endless, const Sphere& sphere);
+    static std::optional<std::pair<Point<3>, Point<3>>> cut(const Point<3>& start, const Point<3>& second,
+                                                            bool isRay, const Sphere& sphere) noexcept;
 
-    std::deque<Item> items;        // a deque gives memory back while it is moved
-    std::deque<Point<3>> points;   // of all
-    std::uint64_t added = 0, pointsAdded = 0;
-    bool anyEndless = false;
+    ModelBuilder& builder;
+    std::map<DXFCurveSurface, std::uint32_t> surfaces;   // each with its index
+    decltype(surfaces)::const_iterator recent = surfaces.end();
+    MemoryPool pool;
+    BlockStore<std::uint32_t> surfaceOf{pool};   // by curve
+    BlockStore<EndlessCurve> endlessCurves{pool};
 };
 
 }   // namespace belvor

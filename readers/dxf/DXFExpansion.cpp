@@ -298,7 +298,7 @@ void DXF::readEntity(DXFTally* tally, std::string_view type)
     const std::uint64_t drawnBefore = drawn();
     if (!expansions.back().block)   // of the section itself
         outliers.begin({dxfStream->position().at, dxfStream->line()}, builder.model().vertexCount(),
-                       curves.pointCount());
+                       builder.model().curvePointCount());
     reasonOfEntity.reset();
     blockOfEntity = nullptr;
     surfaceInherits = false;

@@ -29,6 +29,11 @@ bool isFar(const Point<3>& p, const DXFCellRange& range) noexcept
 DXFCellRange DXFCellRange::cellsOf(const DXFInsertion& insertion, const Point<3>& base, std::int32_t column,
                                    std::int32_t row, std::int32_t columns, std::int32_t rows) const noexcept
 {
+    // An infinite offset: that of all other cells is infinite too.
+    if (!std::isfinite(column * insertion.columnSpacing) || !std::isfinite(row * insertion.rowSpacing)) {
+        const Vector<3> beyond(infinity, infinity, infinity);
+        return {{low.matrix(), beyond}, {high.matrix(), beyond}};
+    }
     const AffineTransform<3> placement = insertion.placement(insertion.rotation()), least = low * placement,
                              most = high * placement;
     Vector<3> smallest(infinity, infinity, infinity), largest(-infinity, -infinity, -infinity);

@@ -1,7 +1,6 @@
 #include "readers/dxf/DXFOutliers.h"
 
 #include "calcore/Extent.h"
-#include "readers/dxf/DXFCurves.h"
 
 #include <algorithm>
 #include <cmath>
@@ -66,7 +65,7 @@ std::size_t countNear(const Extent<3>& others, const std::vector<Extent<3>>& box
 }   // namespace
 
 /// Of an entity that is far from the reference, or of any until there is one.
-void DXFOutliers::endFar(std::uint32_t vertices, std::uint64_t curvePoints)
+void DXFOutliers::endFar(std::uint32_t vertices, std::uint32_t curvePoints)
 {
     current.endVertex = vertices;
     current.endPoint = curvePoints;
@@ -116,32 +115,37 @@ void DXFOutliers::keep(const Entity& entity)
 
 /// The boxes of the entities in `far`, which are in the order of the file, and of all else, of which only
 /// every `step`-th vertex is looked at.
-DXFOutliers::Boxes DXFOutliers::boxesOf(const Model& model, const DXFCurves& curves,
-                                        const std::vector<Entity>& far, std::uint32_t step,
-                                        const std::function<void()>& pause)
+DXFOutliers::Boxes DXFOutliers::boxesOf(const Model& model, const std::vector<Entity>& far,
+                                        std::uint32_t step, const std::function<void()>& pause)
 {
-    constexpr std::uint32_t verticesBetweenPauses = 1 << 20;
+    constexpr std::uint32_t pointsBetweenPauses = 1 << 20;
     Boxes boxes{Extent<3>::nothing(), std::vector<Extent<3>>(far.size(), Extent<3>::nothing())};
     std::size_t next = 0;
     for (std::uint32_t i = 0; i < model.vertexCount(); i += step) {
         while (next < far.size() && far[next].endVertex <= i) ++next;
         const bool isFar = next < far.size() && far[next].firstVertex <= i;
         (isFar ? boxes.far[next] : boxes.others) += model.vertex(i).position;
-        if (i % verticesBetweenPauses == 0) pause();
+        if (i % pointsBetweenPauses == 0) pause();
     }
     next = 0;
-    std::uint64_t index = 0;
-    curves.forEachPoint([&](const Point<3>& point, bool isEndless) {
-        while (next < far.size() && far[next].endPoint <= index) ++next;
-        const bool isFar = next < far.size() && far[next].firstPoint <= index;
-        if (!isEndless && index % step == 0) (isFar ? boxes.far[next] : boxes.others) += point;
-        ++index;
-    });
+    std::uint64_t looked = 0;   // at curves and points
+    for (std::uint32_t c = 0; c < model.curveCount(); ++c) {
+        const Curve& curve = model.curve(c);
+        const std::uint32_t end = curve.firstPoint + curve.pointCount;
+        while (next < far.size() && far[next].endPoint <= curve.firstPoint) ++next;
+        const bool isFar = next < far.size() && far[next].firstPoint <= curve.firstPoint;
+        Extent<3>& box = isFar ? boxes.far[next] : boxes.others;
+        const std::uint64_t before = looked;
+        if (++looked; curve.bounded)
+            for (std::uint64_t i = (curve.firstPoint + std::uint64_t{step} - 1) / step * step; i < end;
+                 i += step, ++looked)
+                box += model.curvePoint(static_cast<std::uint32_t>(i));
+        if (before / pointsBetweenPauses != looked / pointsBetweenPauses) pause();
+    }
     return boxes;
 }
 
-DXFOutliers::Result DXFOutliers::find(const Model& model, const DXFCurves& curves,
-                                      const std::function<void()>& pause)
+DXFOutliers::Result DXFOutliers::find(const Model& model, const std::function<void()>& pause)
 {
     // 1. The farthest hundredth.
     Result result{entities, {}};
@@ -160,11 +164,10 @@ DXFOutliers::Result DXFOutliers::find(const Model& model, const DXFCurves& curve
     // 2. A few vertices of the others often show that their box is large enough.
     const std::uint32_t samples = 1000, step = 1 + model.vertexCount() / samples;
     const double diagonal = 2.0 * std::sqrt(3.0) * reach;   // of everything, at most
-    if (step > 1 && diagonal <= factor * sizeOf(boxesOf(model, curves, kept, step, pause).others))
-        return result;
+    if (step > 1 && diagonal <= factor * sizeOf(boxesOf(model, kept, step, pause).others)) return result;
 
     // 3. Else all of them; those that the extent is not large without are no outliers.
-    const Boxes boxes = boxesOf(model, curves, kept, 1, pause);
+    const Boxes boxes = boxesOf(model, kept, 1, pause);
     std::vector<std::size_t> byReach(kept.size());
     std::iota(byReach.begin(), byReach.end(), std::size_t{0});
     std::sort(byReach.begin(), byReach.end(),

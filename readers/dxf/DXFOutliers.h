@@ -11,8 +11,6 @@
 
 namespace belvor {
 
-class DXFCurves;
-
 /// Finds the few entities of a drawing that make its extent much larger than that of all others. What it
 /// costs is a comparison for each facet: only entities far from the first ones are kept, and the model is
 /// looked through only where they may be such.
@@ -20,7 +18,7 @@ class DXFOutliers {
 public:
     /// An entity begins, which ends the one before. `position` has the line of its record and where the
     /// record's other groups start; so many vertices and curve points are there already.
-    void begin(const DXFPosition& position, std::uint32_t vertices, std::uint64_t curvePoints)
+    void begin(const DXFPosition& position, std::uint32_t vertices, std::uint32_t curvePoints)
     {
         if (vertices != current.firstVertex || curvePoints != current.firstPoint) {
             ++entities;
@@ -47,27 +45,26 @@ public:
     };
     /// Those that make the extent more than 100 times larger, if they are 1 % of all at most. After the last
     /// begin(). `pause` is called now and then and may throw.
-    Result find(const Model& model, const DXFCurves& curves, const std::function<void()>& pause);
+    Result find(const Model& model, const std::function<void()>& pause);
 
 private:
     struct Entity {
         DXFPosition position;
-        std::uint32_t firstVertex = 0, endVertex = 0;
-        std::uint64_t firstPoint = 0, endPoint = 0;
+        std::uint32_t firstVertex = 0, endVertex = 0, firstPoint = 0, endPoint = 0;
         Point<3> at;        // something of it
         double reach = 0;   // how far it is from the reference at most; without one, from `at`
     };
 
     void addFar(const Point<3>& point, double distanceSquare, double radiusSquare);
-    void endFar(std::uint32_t vertices, std::uint64_t curvePoints);
+    void endFar(std::uint32_t vertices, std::uint32_t curvePoints);
     void chooseReference();
     void keep(const Entity& entity);
     struct Boxes {
         Extent<3> others;
         std::vector<Extent<3>> far;
     };
-    static Boxes boxesOf(const Model& model, const DXFCurves& curves, const std::vector<Entity>& far,
-                         std::uint32_t step, const std::function<void()>& pause);
+    static Boxes boxesOf(const Model& model, const std::vector<Entity>& far, std::uint32_t step,
+                         const std::function<void()>& pause);
 
     Point<3> reference;
     double limitSquare = -1.0;   // of the distance from the reference; negative: there is none yet

@@ -93,6 +93,27 @@ TEST(DXFCurves, RaysThatMissTheRestInEveryInsertionAreSkipped)
     }
 }
 
+TEST(DXFCurves, LinesWithoutEndKeepTheirPlacesAndThoseThatMissLeaveNothing)
+{
+    const char* const missed = "0 RAY|8 missed|10 9|20 9|30 0|11 1|21 0|31 0|";
+    const Reading reading = readWithCurves(
+        entities(std::string("0 LINE|8 a|10 -5|20 0|30 0|11 5|21 0|31 0|") + missed
+                 + "0 XLINE|8 x|10 3|20 9|30 0|11 0|21 1|31 0|" + missed
+                 + "0 LINE|8 a|10 0|20 1|30 0|11 0|21 2|31 0|0 RAY|8 b|10 0|20 0|30 4|11 0|21 0|31 1"),
+        ReadingRules::strict);
+    const Model& model = *reading.model;
+    std::string found;
+    for (std::uint32_t i = 0; i < model.curveCount(); ++i) {
+        const Curve& curve = model.curve(i);
+        found += curve.material->name + ' ' + written(model.curvePoint(curve.firstPoint)) + ' '
+                 + written(model.curvePoint(curve.firstPoint + 1)) + (curve.bounded ? "; " : " cut; ");
+    }
+    EXPECT_EQ(found, "a (-5 0 0) (5 0 0); x (3 -3.123106 0) (3 5.123106 0) cut; "
+                     "a (0 1 0) (0 2 0); b (0 0 4) (0 0 5) cut; ");
+    EXPECT_EQ(model.materials().size(), 3u);
+    EXPECT_EQ(reading.account.skipped(), 2u);
+}
+
 TEST(DXFCurves, DiscsAreMarkedAsOutlinedAlsoInBlocks)
 {
     const std::string disc =

@@ -77,6 +77,8 @@ TEST(HostileDXF, CellsThatDrawNothingAreCountedWithoutVisitingEach)
          "0; ? 1000000; TEXT 1000000; TYPE0 1000000"},
         {"the cells from some row on", insertion("NEAR", "|42 1e300|70 3|71 32767|45 3e7"),
          "18; facet 98283"},
+        {"so do the steps of an array", insertion("NEAR", "|70 32767|71 32767|44 1e307|45 1e307"),
+         "324; facet 1073675965"},
         {"the same where something is drawn", insertion("MIXED", "|70 10|71 1000"),
          "10000; TYPE0 10000; TYPE1 10000"},
     };
