@@ -20,4 +20,5 @@ need_packages() {
 
 packages_render=(g++ cmake ninja-build nlohmann-json3-dev zlib1g-dev)
 packages_windows=(python3 g++-mingw-w64-x86-64-posix libz-mingw-w64-dev nsis wine wine64 fonts-wine)
+packages_browser=(chromium)     # shows SVG files in the tests, where it can be had
 packages_test=(python3 git clang-format clang-tidy python3-ezdxf python3-jsonschema googletest libbenchmark-dev libmpfr-dev libtiff-dev libopenexr-dev imagemagick lintian make parallel python3-pil python3-numpy g++-mingw-w64-i686-posix xvfb xauth xdotool)
