@@ -84,10 +84,12 @@ void drawViews(const Options& options, const Job& job, const std::vector<ViewPar
     const Handle<Model>& model = notes.reading.model;
     const ImageSize size{options.width, options.height};
     LineStyle lines = options.lines;
-    std::optional<Outlines> outlines;
-    if (options.edges) lines.outlines = &outlines.emplace(*model, [&reporter] { reporter.check(2, 0, 0.0); });
     Sharing sharing;
     if (options.threads > 0) sharing.threads = options.threads;
+    std::optional<Outlines> outlines;
+    if (options.edges)
+        lines.outlines = &outlines.emplace(
+            *model, [&reporter] { reporter.check(2, 0, 0.0); }, sharing);
     Frame frame(sharing);
     std::vector<Handle<Pictures>> drawn;
     for (std::size_t i = 0; i < views.size(); ++i) {

@@ -19,12 +19,12 @@ public:
         used = 0;
     }
 
-    /// Throws std::bad_alloc.
-    void add(std::size_t list, const Item& item)
+    /// A new item, to be filled. Throws std::bad_alloc.
+    Item& add(std::size_t list)
     {
         List& to = lists[list];
         if (to.at == to.end) startBlock(to);
-        *to.at++ = item;
+        return *to.at++;
     }
 
     /// Calls `take` with each run of items of a list, a pointer and a number of at most a few hundred.
@@ -34,8 +34,10 @@ public:
         const List& list = lists[number];
         const Item* end = list.at;   // older blocks are full
         for (const Block* block = list.newest; block;
-             block = block->older, end = block ? block->items + blockSize : nullptr)
+             block = block->older, end = block ? block->items + blockSize : nullptr) {
+            fetch(block->older);
             take(block->items, static_cast<std::size_t>(end - block->items));
+        }
     }
 
 private:
@@ -44,6 +46,13 @@ private:
         const Block* older;
         Item items[blockSize];
     };
+    /// Blocks lie anywhere: nothing foretells the next one.
+    static void fetch(const Block* block) noexcept
+    {
+        for (std::size_t at = 0; block && at < sizeof(Block); at += 64)
+            __builtin_prefetch(reinterpret_cast<const char*>(block) + at);
+    }
+
     /// Where a list's next item goes.
     struct List {
         Item* at = nullptr;
@@ -55,6 +64,7 @@ private:
     {
         if (used == blocks.size()) blocks.push_back(static_cast<Block*>(pool.allocate(sizeof(Block))));
         Block* const fresh = blocks[used++];
+        if (used < blocks.size()) fetch(blocks[used]);
         fresh->older = list.newest;
         list = {fresh->items, fresh->items + blockSize, fresh};
     }

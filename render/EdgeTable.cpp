@@ -194,7 +194,7 @@ private:
         SimpleFacet simple;
         if (loop.size == 3) simple = simpleTriangle(index, loop, projected);
         else if (!makeSimple(index, loop, projected, simple)) return false;
-        for (int band = first; band <= last; ++band) byBand.add(static_cast<std::size_t>(band), simple);
+        for (int band = first; band <= last; ++band) byBand.add(static_cast<std::size_t>(band)) = simple;
         return true;
     }
 

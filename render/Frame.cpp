@@ -188,11 +188,14 @@ private:
         if (!buffer.needsRows(own.first, own.end)) return;
         LinePainter& painter = linePainters[thread];
         painter.setRows(own, rows.lines.data(), frame.bands.drawnRowsOf(band), rows.surfaces.data());
-        const std::size_t columns = static_cast<std::size_t>(frame.bands.width) + rowCount;
-        frame.lines.forEachRun(band, [&](const LineSegment* segments, std::size_t count) {
-            inParts(segments, count, columns * lineWidth / 4 + 1, pauses,
-                    [&painter](const LineSegment* part, std::size_t number) { painter.draw(part, number); });
-        });
+        const std::size_t longest = static_cast<std::size_t>(frame.bands.width) + rowCount;   // in pixels
+        const auto draw = [&](const auto* items, std::size_t count, std::size_t mostPixels) {
+            inParts(items, count, mostPixels * lineWidth / 4 + 1, pauses,
+                    [&painter](const auto* part, std::size_t number) { painter.draw(part, number); });
+        };
+        frame.lines.forEachRun(
+            band, [&](const LineSegment* segments, std::size_t count) { draw(segments, count, longest); },
+            [&](const LinePixel* pixels, std::size_t count) { draw(pixels, count, 1); });
         painter.finish();
     }
 

@@ -86,6 +86,7 @@ void forEachNearEnds(const Integers& range, Take take)
 LinePainter::LinePainter(const Model& model, const Camera& camera, const LineTable& lines,
                          const LineStyle& style, LineTrace::Part* shown)
     : visibility(model, camera, lines, style.outlines),
+      table(lines),
       trace(shown),
       width(static_cast<int>(camera.width)),
       reach(style.width / 2)
@@ -132,49 +133,72 @@ void LinePainter::put(const LineSegment& segment, const Point<3>& point, double 
 void LinePainter::put(const LineSegment& segment, const Point<3>& point, LineVisibility::Sample drawn,
                       LineVisibility::Sample other)
 {
-    if (candidateCount == mostCandidates) finish();
-    candidates[candidateCount++] = {&segment, point, drawn, other};
+    put(LinePixel{point,
+                  segment.place,
+                  {segment.ownFacets[0], segment.ownFacets[1]},
+                  drawn.column,
+                  drawn.row,
+                  {static_cast<std::int8_t>(other.column - drawn.column),
+                   static_cast<std::int8_t>(other.row - drawn.row)},
+                  segment.rule,
+                  segment.hasMoreFacets,
+                  false});
 }
 
-/// Draws the candidates that show. In steps, so that what one reads from memory is on its way while others
-/// are looked at: that takes longer than all else.
+void LinePainter::put(const LinePixel& pixel)
+{
+    if (candidateCount == mostCandidates) finish();
+    candidates[candidateCount++] = pixel;
+}
+
+/// Those of the list of this band have a row of it unless the width repeats them.
+void LinePainter::draw(const LinePixel* pixels, std::size_t count)
+{
+    if (reach == 0) {
+        for (std::size_t part = 0; count > 0; pixels += part, count -= part) {
+            part = std::min(count, mostCandidates);
+            drawShown(pixels, part);
+        }
+        return;
+    }
+    for (std::size_t i = 0; i < count; ++i)
+        for (int shift = -reach; shift <= reach; ++shift) {
+            LinePixel pixel = pixels[i];
+            (pixel.repeatedDown ? pixel.row : pixel.column) += shift;
+            if (pixel.column >= 0 && pixel.column < width && pixel.row >= first && pixel.row < end)
+                put(pixel);
+        }
+}
+
 void LinePainter::finish()
 {
-    // 1. Those that no other line hides, which is cheaper to find out than whether they show.
-    std::uint16_t kept[mostCandidates];
-    std::size_t count = 0;
-    for (std::size_t i = 0; i < candidateCount; ++i) {
-        const Candidate& c = candidates[i];
-        kept[count] = static_cast<std::uint16_t>(i);
-        count += takes(c) | (trace != nullptr);
-    }
-    // 2. The facets there.
-    std::uint32_t unknown[2 * mostCandidates];
-    std::size_t unknownCount = 0;
-    for (std::size_t i = 0; i < count; ++i) {
-        const Candidate& c = candidates[kept[i]];
-        unknownCount = visibility.addUnknown(*c.segment, c.drawn, c.other, unknown, unknownCount);
-    }
-    visibility.fetch(unknown, unknownCount);
-    // 3. The decision.
-    for (std::size_t i = 0; i < count; ++i) decide(candidates[kept[i]]);
+    drawShown(candidates, candidateCount);
     candidateCount = 0;
 }
 
-/// Whether no line is nearer where the candidate would be drawn.
-bool LinePainter::takes(const Candidate& c) const noexcept
+/// In steps, so that what one reads from memory is on its way while others are looked at: that takes longer
+/// than all else. Few branches: what a pixel is like tells nothing of the next one.
+void LinePainter::drawShown(const LinePixel* pixels, std::size_t count)
 {
-    return lineRows[c.drawn.row - first].wouldTake(c.drawn.column, c.point[2], c.segment->place);
-}
-
-void LinePainter::decide(const Candidate& c)
-{
-    const bool nearest = takes(c);
-    if ((!nearest && !trace) || !visibility.shows(*c.segment, c.point, c.drawn, c.other)) return;
-    if (nearest) lineRows[c.drawn.row - first].put(c.drawn.column, c.point[2], c.segment->place);
-    if (trace && c.drawn.column == std::floor(c.point[0] + 0.5)
-        && c.drawn.row == std::floor(c.point[1] + 0.5))
-        trace->add(*c.segment, c.point);   // the line's own pixel, not one that its width adds
+    // 1. Those that no other line hides, which is cheaper to find out than whether they show.
+    std::size_t keptCount = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        const LinePixel& pixel = pixels[i];
+        kept[keptCount] = &pixel;
+        keptCount += rowOf(pixel).wouldTake(pixel.column, pixel.point[2], pixel.place) | (trace != nullptr);
+    }
+    // 2. Which of them surfaces hide.
+    bool shows[mostCandidates];
+    visibility.find(kept, keptCount, shows);
+    // 3. The nearest of the others.
+    for (std::size_t i = 0; i < keptCount; ++i) {
+        const LinePixel& pixel = *kept[i];
+        rowOf(pixel).offer(pixel.column, pixel.point[2], pixel.place, shows[i]);
+        if (trace && shows[i] && pixel.column == std::floor(pixel.point[0] + 0.5)
+            && pixel.row == std::floor(pixel.point[1] + 0.5))
+            trace->add(table.all()[pixel.place],
+                       pixel.point);   // the line's own, not one that its width adds
+    }
 }
 
 /// Few pixels, as most lines of a large model have: the same that the other ways find, without looking for

@@ -23,9 +23,10 @@ public:
     /// those of `drawn`, which holds these rows and, in the picture, the one above and the one below.
     void setRows(Bands::Rows own, LineRow* rows, Bands::Rows drawn, const PixelRow* surfaces) noexcept;
 
-    /// Draws what segments have in these rows, in any order of segments. They must stay until finish(), which
-    /// the rows need to be complete.
+    /// Draw what segments and pixels of lines have in these rows, in any order. The rows are complete after
+    /// finish().
     void draw(const LineSegment* segments, std::size_t count);
+    void draw(const LinePixel* pixels, std::size_t count);
     void finish();
 
 private:
@@ -45,24 +46,21 @@ private:
     void put(const LineSegment& segment, const Point<3>& point, LineVisibility::Sample drawn,
              LineVisibility::Sample other);
 
-    /// A pixel of a segment that is drawn if its point shows there.
-    struct Candidate {
-        const LineSegment* segment;
-        Point<3> point;
-        LineVisibility::Sample drawn, other;
-    };
-    bool takes(const Candidate& candidate) const noexcept;
-    void decide(const Candidate& candidate);
+    void put(const LinePixel& pixel);
+    LineRow& rowOf(const LinePixel& pixel) const noexcept { return lineRows[pixel.row - first]; }
+    void drawShown(const LinePixel* pixels, std::size_t count);
 
-    static constexpr std::size_t mostCandidates = 128;
+    static constexpr std::size_t mostCandidates = LineVisibility::mostPixels;
 
     LineVisibility visibility;
+    const LineTable& table;
     LineTrace::Part* const trace;
     const int width, reach;   // pixels; of the picture, to each side of a line's middle
     int first = 0, end = 0;
     LineRow* lineRows = nullptr;
-    Candidate candidates[mostCandidates];
+    LinePixel candidates[mostCandidates];   // those of segments, drawn together
     std::size_t candidateCount = 0;
+    const LinePixel* kept[mostCandidates];   // of those at hand
 };
 
 }   // namespace belvor

@@ -28,12 +28,16 @@ public:
         const bool nearer = depth < depths[i], asNear = depth == depths[i], later = place >= places[i];
         return nearer | (asNear & later);
     }
-    void put(int column, double depth, std::uint32_t place) noexcept
+    /// Draws a line, if `shows` and if it would take the pixel. Without a branch.
+    void offer(int column, double depth, std::uint32_t place, bool shows) noexcept
     {
         const auto i = static_cast<std::size_t>(column);
-        depths[i] = depth;
-        places[i] = place;
-        hasLines = true;
+        const bool drawn = shows & wouldTake(column, depth, place);
+        const double depthBefore = depths[i];
+        const std::uint32_t placeBefore = places[i];
+        depths[i] = drawn ? depth : depthBefore;
+        places[i] = drawn ? place : placeBefore;
+        hasLines |= drawn;
     }
     bool empty() const noexcept { return !hasLines; }
     /// noPlace where no line is.

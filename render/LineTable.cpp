@@ -4,6 +4,7 @@
 #include "render/Outlines.h"
 #include "render/Pauses.h"
 #include "render/Projection.h"
+#include "render/TinyLine.h"
 #include "scene/Camera.h"
 
 #include <algorithm>
@@ -45,7 +46,8 @@ public:
         : camera(view),
           perspective(view.describe().kind == 0),
           limit(view.radius * 0x1p-20),
-          sureDepth(-view.scale / (2.0 * limit))
+          sureDepth(perspective ? -view.scale / (2.0 * limit) : -HUGE_VAL),
+          eyeDepth(perspective ? 0.0 : HUGE_VAL)
     {}
 
     bool inFront(const Point<3>& p) const noexcept { return !perspective || ahead(p) >= 0.0; }
@@ -62,11 +64,8 @@ public:
         return true;
     }
 
-    /// Whether the screen depth alone tells that inFront() is true.
-    bool surelyInFront(double depth) const noexcept
-    {
-        return !perspective || (depth < 0.0 && depth > sureDepth);
-    }
+    /// Whether the screen depth alone, which is finite, tells that inFront() is true.
+    bool surelyInFront(double depth) const noexcept { return (depth < eyeDepth) & (depth > sureDepth); }
 
 private:
     double ahead(const Point<3>& p) const noexcept
@@ -76,8 +75,8 @@ private:
 
     const Camera& camera;
     const bool perspective;
-    const double limit;       // ahead of the eye
-    const double sureDepth;   // of twice the limit
+    const double limit;                 // ahead of the eye
+    const double sureDepth, eyeDepth;   // of twice the limit; screen depths in front of the eye lie below it
 };
 
 }   // namespace
@@ -95,7 +94,8 @@ public:
           sharing(threads),
           pause(pauses),
           eye(view),
-          reach(lines.width / 2)
+          reach(lines.width / 2),
+          listsPixels(!lines.trace)
     {}
 
     void run(const Point<3>* projected)
@@ -115,15 +115,33 @@ public:
                 addCurve(static_cast<std::uint32_t>(i), thread, pauses);
             });
         }
-        constexpr std::size_t groupSize = Outlines::groupSize;
-        forPieces((edges + groupSize - 1) / groupSize,
-                  std::max<std::size_t>(sharing.pieceSize / groupSize, 1),
-                  [&](std::size_t group, unsigned thread, Pauses&) {
-                      addEdges(static_cast<std::uint32_t>(group * groupSize), projected, thread);
+        const std::size_t groups = style.outlines ? style.outlines->groupCount() : 0;
+        constexpr std::size_t groupsAtOnce = 8;
+        forPieces((groups + groupsAtOnce - 1) / groupsAtOnce,
+                  std::max<std::size_t>(sharing.pieceSize / (groupsAtOnce * Outlines::groupSize), 1),
+                  [&](std::size_t part, unsigned thread, Pauses&) {
+                      const std::size_t first = part * groupsAtOnce;
+                      addEdges(first, std::min(first + groupsAtOnce, groups), projected, thread);
                   });
     }
 
 private:
+    /// What the pixels of a line have in common, as in LineSegment.
+    struct Line {
+        std::uint32_t place, ownFacets[2];
+        LineRule rule;
+        bool hasMoreFacets;
+    };
+    static LineSegment segmentOf(const Line& line) noexcept
+    {
+        return {{},
+                {},
+                line.place,
+                {line.ownFacets[0], line.ownFacets[1]},
+                LineSegment::Kind::nothing,
+                line.rule,
+                line.hasMoreFacets};
+    }
     static std::uint32_t endOf(const Curve& curve) noexcept { return curve.firstPoint + curve.pointCount; }
 
     template <class Work>
@@ -160,8 +178,7 @@ private:
         std::fill(table.curves.begin() + first, table.curves.begin() + end, index);
 
         // Too short to take a pixel, it gets the one next to the middle of its first piece.
-        LineSegment segment{{},   {}, first, {noFacet, noFacet}, LineSegment::Kind::nothing, LineRule::curve,
-                            false};
+        LineSegment segment = segmentOf({first, {noFacet, noFacet}, LineRule::curve, false});
         LineSegment firstPiece = segment;
         std::uint32_t at = first;
         for (; at < end; ++at) {
@@ -179,8 +196,18 @@ private:
             pauses.step(2);
             makePiece(curve, at, segment);
             if (style.trace ? segment.kind != LineSegment::Kind::nothing : takesPixel(segment))
-                list(segment, thread);
+                addPiece(segment, thread);
         }
+    }
+
+    void addPiece(const LineSegment& segment, unsigned thread)
+    {
+        if (listsPixels && segment.kind == LineSegment::Kind::straight) {
+            const TinyLine tiny(segment.from, segment.to);
+            const Line line{segment.place, {noFacet, noFacet}, LineRule::curve, false};
+            if (tiny.crossesOne()) return list(tiny.crossingPixel(), line, tiny.isMostlyAcross(), thread);
+        }
+        list(segment, thread);
     }
 
     /// The piece from a point of a curve to the next one, or the point that is all of it.
@@ -197,45 +224,117 @@ private:
         }
     }
 
-    /// Those of a group of outlines that may be drawn, of which `first` is the first. What is read from
-    /// anywhere is asked for ahead.
-    void addEdges(std::uint32_t first, const Point<3>* projected, unsigned thread)
+    /// An edge that is drawn.
+    struct Drawn {
+        std::uint32_t index;
+        LineRule rule;
+        bool hasMoreFacets;
+    };
+
+    static constexpr std::size_t edgesAtOnce = 4 * Outlines::groupSize, groupsAhead = 12;
+
+    /// Those of some groups of outlines. What is read from anywhere is asked for ahead.
+    void addEdges(std::size_t firstGroup, std::size_t endGroup, const Point<3>* projected, unsigned thread)
     {
-        const std::uint64_t chosen = style.outlines->mayShow(first, shades, style.everyEdge);
-        const auto forEach = [chosen, first](auto take) {
-            for (std::uint64_t left = chosen; left != 0; left &= left - 1)
-                take(first + static_cast<std::uint32_t>(std::countr_zero(left)));
-        };
-        forEach([&](std::uint32_t index) {
-            __builtin_prefetch(&projected[style.outlines->ends(index).from]);
-            __builtin_prefetch(&projected[style.outlines->ends(index).to]);
-        });
-        forEach([&](std::uint32_t index) { addEdge(index, projected, thread); });
+        Drawn drawn[edgesAtOnce];
+        std::size_t count = 0;
+        for (std::size_t group = firstGroup; group < endGroup; ++group) {
+            style.outlines->fetch(static_cast<std::uint32_t>(group + groupsAhead));
+            if (count + Outlines::groupSize > edgesAtOnce) {
+                addEdges(drawn, count, projected, thread);
+                count = 0;
+            }
+            count = choose(static_cast<std::uint32_t>(group), drawn, count);
+        }
+        addEdges(drawn, count, projected, thread);
     }
 
-    void addEdge(std::uint32_t index, const Point<3>* projected, unsigned thread)
+    /// Puts those of a group behind the `count` first ones; returns the new count.
+    std::size_t choose(std::uint32_t group, Drawn* drawn, std::size_t count) const
     {
-        using Kind = Outlines::Kind;
-        const Outlines& all = *style.outlines;
-        const Outlines::Traits& traits = all.traits(index);
-        if (traits.kind == Kind::border && traits.hasCurve && style.curves) return;
-        const bool freeStanding = traits.kind == Kind::border || all.isContour(index, model, camera, shades);
-        if (!freeStanding && traits.kind == Kind::smooth && !style.everyEdge) return;
+        const auto [all, freeStanding, many] =
+            style.outlines->choose(group, {model, camera, shades, style.everyEdge, style.curves});
+        for (std::uint64_t left = all; left != 0; left &= left - 1) {
+            const auto i = static_cast<std::uint32_t>(std::countr_zero(left));
+            const bool isOutline = (freeStanding >> i & 1) != 0;
+            drawn[count++] = {group * Outlines::groupSize + i,
+                              isOutline ? LineRule::outline : LineRule::crease, (many >> i & 1) != 0};
+        }
+        return count;
+    }
 
-        const std::span<const Outlines::Use> uses = all.uses(index);
-        LineSegment segment{{},
-                            {},
-                            table.curvePlaces + index,
-                            {uses[0].facet(), uses.size() > 1 ? uses[1].facet() : noFacet},
-                            LineSegment::Kind::nothing,
-                            freeStanding ? LineRule::outline : LineRule::crease,
-                            uses.size() > 2};
-        const Edge& edge = all.ends(index);
+    void addEdges(const Drawn* drawn, std::size_t count, const Point<3>* projected, unsigned thread)
+    {
+        constexpr std::size_t ahead = 32;
+        const auto fetchEnds = [&](std::size_t i) {
+            if (i >= count) return;
+            const Edge& ends = style.outlines->ends(drawn[i].index);
+            __builtin_prefetch(&projected[ends.from]);
+            __builtin_prefetch(&projected[ends.to]);
+        };
+        for (std::size_t i = 0; i < ahead; ++i) fetchEnds(i);
+        for (std::size_t i = 0; i < count; ++i) {
+            fetchEnds(i + ahead);
+            const Edge& ends = style.outlines->ends(drawn[i].index);
+            const Point<3>&from = projected[ends.from], &to = projected[ends.to];
+            const TinyLine tiny(from, to);
+            const bool inFront = eye.surelyInFront(from[2]) & eye.surelyInFront(to[2]),
+                       isTiny = tiny.crossesOneAtMost();
+            if (listsPixels & inFront & isTiny)
+                list(tiny.crossesNothing() ? tiny.middlePixel() : tiny.crossingPixel(), lineOf(drawn[i]),
+                     tiny.isMostlyAcross(), thread);
+            else addEdge(drawn[i], projected, thread);
+        }
+    }
+
+    Line lineOf(const Drawn& drawn) const noexcept
+    {
+        const Outlines::Pair& uses = style.outlines->firstUses(drawn.index);
+        return {table.curvePlaces + drawn.index,
+                {uses[0].facet(), uses[1].facet()},
+                drawn.rule,
+                drawn.hasMoreFacets};
+    }
+
+    void addEdge(const Drawn& drawn, const Point<3>* projected, unsigned thread)
+    {
+        const Edge& edge = style.outlines->ends(drawn.index);
+        LineSegment segment = segmentOf(lineOf(drawn));
         setEnds(segment, model.vertex(edge.from).position, model.vertex(edge.to).position,
                 projected[edge.from], projected[edge.to]);
         if (segment.kind == LineSegment::Kind::nothing) return;
         if (!takesPixel(segment)) segment.kind = LineSegment::Kind::middle;
         list(segment, thread);
+    }
+
+    void list(const TinyLine::Pixel& pixel, const Line& line, bool repeatedDown, unsigned thread)
+    {
+        const Bands& bands = table.bandsOfPicture;
+        const int aside = repeatedDown ? 0 : reach, down = repeatedDown ? reach : 0;
+        const bool inside = (pixel.column + aside >= 0) & (pixel.column - aside < bands.width)
+                            & (pixel.row + down >= 0) & (pixel.row - down < bands.height);
+        if (!inside) return;
+        const int first = std::max(pixel.row - down, 0), last = std::min(pixel.row + down, bands.height - 1);
+        table.parts[thread]->pixels.add(listOf(first, last)) = {
+            pixel.point,
+            line.place,
+            {line.ownFacets[0], line.ownFacets[1]},
+            pixel.column,
+            pixel.row,
+            {static_cast<std::int8_t>(pixel.toOther[0]), static_cast<std::int8_t>(pixel.toOther[1])},
+            line.rule,
+            line.hasMoreFacets,
+            repeatedDown};
+    }
+
+    /// That of the bands of these rows of the picture.
+    std::size_t listOf(int firstRow, int lastRow) const noexcept
+    {
+        const Bands& bands = table.bandsOfPicture;
+        const unsigned first = static_cast<unsigned>(firstRow) >> bands.rowBits,
+                       last = static_cast<unsigned>(lastRow) >> bands.rowBits;
+        const auto level = static_cast<std::size_t>(std::bit_width(first ^ last));
+        return table.levelStarts[level] + (first >> level);
     }
 
     void setEnds(LineSegment& segment, const Point<3>& from, const Point<3>& to,
@@ -269,10 +368,7 @@ private:
             last = std::min(last, floorOf(bottom) + 1 + reach);
         }
         if (first > last) return;
-        const unsigned firstBand = static_cast<unsigned>(first) >> bands.rowBits,
-                       lastBand = static_cast<unsigned>(last) >> bands.rowBits;
-        const auto level = static_cast<std::size_t>(std::bit_width(firstBand ^ lastBand));
-        table.parts[thread]->add(table.levelStarts[level] + (firstBand >> level), segment);
+        table.parts[thread]->segments.add(listOf(first, last)) = segment;
     }
 
     LineTable& table;
@@ -283,7 +379,8 @@ private:
     const Sharing& sharing;
     const std::function<void()>& pause;
     const EyeCut eye;
-    const int reach;   // pixels to each side of a line's middle
+    const int reach;          // pixels to each side of a line's middle
+    const bool listsPixels;   // a trace wants the segments
 };
 
 void LineTable::restart(const Bands& bands, unsigned threads)
@@ -297,8 +394,11 @@ void LineTable::restart(const Bands& bands, unsigned threads)
         lists += ofLevel;
         if (ofLevel == 1) break;
     }
-    while (parts.size() < threads) parts.push_back(std::make_unique<BandLists<LineSegment>>());
-    for (const auto& part : parts) part->restart(lists);
+    while (parts.size() < threads) parts.push_back(std::make_unique<Part>());
+    for (const auto& part : parts) {
+        part->segments.restart(lists);
+        part->pixels.restart(lists);
+    }
 }
 
 void LineTable::collect(const Model& model, const Camera& camera, const Point<3>* projected,

@@ -48,9 +48,22 @@ struct LineSegment {
     bool mostlyAcross() const noexcept { return std::abs(to[0] - from[0]) >= std::abs(to[1] - from[1]); }
 };
 
+/// A pixel that a line has by itself, before its width adds others.
+struct LinePixel {
+    Point<3> point;        ///< The line's own.
+    std::uint32_t place;   ///< As in LineSegment, like what follows.
+    std::uint32_t ownFacets[2];
+    int column, row;
+    std::int8_t toOther[2];   ///< Columns and rows to the other sample beside the point; 0 and 0: none.
+    LineRule rule;
+    bool hasMoreFacets : 1;
+    bool repeatedDown : 1;   ///< The width repeats it upwards and downwards, else to both sides.
+};
+
 /// The lines of a picture. Every point of a curve has a place, for the piece that begins there, and behind
 /// all of them every outline that may be drawn: where two lines are equally near, that of the later place
-/// wins. The segments stand in lists by the bands of rows where they may have pixels.
+/// wins. The segments stand in lists by the bands of rows where they may have pixels; of those that have only
+/// one, as most in a large model, just the pixel stands there.
 class LineTable {
 public:
     static constexpr std::uint32_t noFacet = 0xFFFFFFFF;
@@ -71,13 +84,16 @@ public:
     /// In the order of the places: where the style has a trace; a curve ends with `nothing` or a dot.
     const LargeVector<LineSegment>& all() const noexcept { return kept; }
 
-    /// Calls `take` with runs of segments, a pointer and a number of at most a few hundred: all that may have
-    /// pixels in a band, and maybe some more, in any order.
-    template <class Take>
-    void forEachRun(std::size_t band, Take take) const
+    /// Calls its functions with runs of segments and of pixels, a pointer and a number of at most a few
+    /// hundred: all that may have pixels in a band, and maybe some more, in any order.
+    template <class TakeSegments, class TakePixels>
+    void forEachRun(std::size_t band, TakeSegments takeSegments, TakePixels takePixels) const
     {
         for (std::size_t level = 0; level < levelStarts.size(); ++level)
-            for (const auto& part : parts) part->forEachRun(levelStarts[level] + (band >> level), take);
+            for (const auto& part : parts) {
+                part->segments.forEachRun(levelStarts[level] + (band >> level), takeSegments);
+                part->pixels.forEachRun(levelStarts[level] + (band >> level), takePixels);
+            }
     }
 
 private:
@@ -96,7 +112,11 @@ private:
     // One list for each band, then one for each two of them, and so on: each segment stands in one, of the
     // fewest bands that hold all of it, so that long ones take no more room than short ones.
     std::vector<std::size_t> levelStarts;
-    std::vector<std::unique_ptr<BandLists<LineSegment>>> parts;   // one a thread
+    struct Part {
+        BandLists<LineSegment> segments;
+        BandLists<LinePixel> pixels;
+    };
+    std::vector<std::unique_ptr<Part>> parts;   // one a thread
     Bands bandsOfPicture{};
 };
 

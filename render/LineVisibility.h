@@ -34,41 +34,11 @@ public:
         friend bool operator==(const Sample&, const Sample&) noexcept = default;
     };
 
-    /// Whether `point` of a line shows in the pixel `drawn`, which lies in the picture on one of
-    /// the rows. `other` is the other sample point beside it, equal to `drawn` when there is
-    /// none; one outside the picture tells nothing, any other lies on one of the rows.
-    bool shows(const LineSegment& segment, const Point<3>& point, Sample drawn, Sample other) noexcept
-    {
-        if (!hides(segment, point, drawn)) return true;
-        if (segment.rule == LineRule::curve || other == drawn || !holds(other)) return false;
-        if (segment.rule == LineRule::outline) return !hides(segment, point, other);
-        const std::uint32_t owner = ownerAt(other);
-        return owner != noFacet && isOwn(segment, owner);
-    }
-
-    /// Puts the facets whose planes shows() may ask for behind the `count` ones in `facets`, at most two;
-    /// returns the new count. Without a branch: which are known can hardly be foretold.
-    std::size_t addUnknown(const LineSegment& segment, Sample drawn, Sample other, std::uint32_t* facets,
-                           std::size_t count) const noexcept
-    {
-        const bool asksOther = segment.rule == LineRule::outline && holds(other);
-        for (const Sample sample : {drawn, asksOther ? other : drawn}) {
-            const std::uint32_t owner = ownerAt(sample);
-            facets[count] = owner;
-            count += (owner != noFacet) & (known[owner % knownFacets].facet != owner);
-        }
-        return count;
-    }
-    /// Gets the planes of facets from memory, all at the same time.
-    void fetch(const std::uint32_t* facets, std::size_t count) const noexcept
-    {
-        for (std::size_t i = 0; i < count; ++i) {
-            const Plane& plane = model.facet(facets[i]).plane;
-            const double first = plane.normal()[0],
-                         last = plane.offset();   // may lie on two lines of the cache
-            asm volatile("" : : "m"(first), "m"(last));
-        }
-    }
+    static constexpr std::size_t mostPixels = 128;
+    /// Whether the points of `count` pixels of lines, at most mostPixels, show in them. The pixels lie on the
+    /// rows and in the picture; another sample point outside the picture tells nothing, any other lies on one
+    /// of the rows.
+    void find(const LinePixel* const* pixels, std::size_t count, bool* shows) noexcept;
 
 private:
     static constexpr std::uint32_t noFacet = 0xFFFFFFFF;
@@ -79,31 +49,49 @@ private:
         std::uint32_t facet = noFacet;
     };
 
-    bool hides(const LineSegment& segment, const Point<3>& point, Sample at) noexcept
+    /// Of a pixel: who owns both samples, and what that says.
+    struct Owners {
+        std::uint32_t drawn, other;   // the same where there is no other sample
+        bool asksDrawn, asksOther;    // the owner hides the point if its plane does
+        bool mayShowBeside;           // hidden at the drawn one, it shows unless hidden at the other
+    };
+    Owners ownersOf(const LinePixel& pixel) const noexcept;
+    void fetch(std::size_t count) noexcept;
+
+    /// Whether the plane of the owner of a sample, if it is `asked`, hides the pixel's point.
+    bool hides(const LinePixel& pixel, Sample at, std::uint32_t owner, bool asked) noexcept
     {
-        const PixelRow& row = rowOf(at);
-        const std::uint32_t owner = ownerAt(at);
-        if (owner == noFacet || isOwn(segment, owner)) return false;
-        Slopes& slopes = known[owner % knownFacets];
-        if (owner != slopes.facet) slopes = slopesOf(owner);
-        const double surface = row.depths()[static_cast<std::size_t>(at.column)]
-                               + slopes.x * (point[0] - at.column) + slopes.y * (point[1] - at.row);
-        const double tolerance = perspective ? 0x1p-20 * std::abs(point[2]) : parallelTolerance;
-        return point[2] > surface + tolerance;
+        Slopes& slopes = slopesAt(owner);
+        if (asked & (owner != slopes.facet)) slopes = slopesOf(owner);   // two at one place
+        const double surface = rowOf(at).depths()[static_cast<std::size_t>(at.column)]
+                               + slopes.x * (pixel.point[0] - at.column)
+                               + slopes.y * (pixel.point[1] - at.row);
+        const double tolerance = perspective ? 0x1p-20 * std::abs(pixel.point[2]) : parallelTolerance;
+        return asked & (pixel.point[2] > surface + tolerance);
     }
+    static Sample drawnSample(const LinePixel& pixel) noexcept { return {pixel.column, pixel.row}; }
+    /// The drawn one unless `hasOther`.
+    static Sample otherSample(const LinePixel& pixel, bool hasOther) noexcept
+    {
+        return {pixel.column + hasOther * pixel.toOther[0], pixel.row + hasOther * pixel.toOther[1]};
+    }
+    Slopes& slopesAt(std::uint32_t facet) noexcept { return known[facet % knownFacets]; }
     bool holds(Sample at) const noexcept
     {
-        return at.row >= firstRow && at.row < endRow && at.column >= 0 && at.column < rows->width();
+        return (at.row >= firstRow) & (at.row < endRow) & (at.column >= 0) & (at.column < rows->width());
     }
     std::uint32_t ownerAt(Sample at) const noexcept
     {
         return rowOf(at).owners()[static_cast<std::size_t>(at.column)];
     }
     const PixelRow& rowOf(Sample at) const noexcept { return rows[at.row - firstRow]; }
-    bool isOwn(const LineSegment& segment, std::uint32_t facet) const noexcept
+    /// Whether it is a facet that the line does not belong to.
+    bool isForeign(const LinePixel& pixel, std::uint32_t facet) const noexcept
     {
-        return facet == segment.ownFacets[0] || facet == segment.ownFacets[1]
-               || (segment.hasMoreFacets && outlines->belongsTo(table.outline(segment.place), facet));
+        const bool foreign =
+            (facet != noFacet) & (facet != pixel.ownFacets[0]) & (facet != pixel.ownFacets[1]);
+        if (!(foreign & pixel.hasMoreFacets)) return foreign;
+        return !outlines->belongsTo(table.outline(pixel.place), facet);
     }
     Slopes slopesOf(std::uint32_t facet) const noexcept;
 
@@ -115,6 +103,7 @@ private:
     const double parallelTolerance;
     const PixelRow* rows = nullptr;
     int firstRow = 0, endRow = 0;
+    std::uint32_t unknown[2 * mostPixels];
     std::vector<Slopes> known;   // of facets that were asked for, each at a place that follows from its index
 };
 

@@ -27,10 +27,16 @@ public:
         const std::uint32_t count = model.vertexCount();
         for (std::uint32_t i = 0; i < count; i += blockSize)
             addBlock(i, std::min(i + blockSize, count), pauses);
-        table = {};
     }
 
     std::uint32_t operator[](std::uint32_t vertex) const noexcept { return firstOf[vertex]; }
+
+    /// Memory that is not needed any more: at least one number for each vertex, all `none`.
+    LargeVector<std::uint32_t> takeTable()
+    {
+        std::fill(table.begin(), table.end(), none);
+        return std::move(table);
+    }
 
 private:
     static constexpr std::uint32_t blockSize = 32;
@@ -117,17 +123,16 @@ public:
         : result(filled),
           model(scene),
           pauses(pause),
-          positions(scene, pauses)
+          positions(scene, pauses),
+          newest(positions.takeTable())
     {
-        resizeInSlices(
-            newest, scene.vertexCount(), [this] { pauses.step(Pauses::interval); }, none);
         const std::size_t usual = model.edgeCount() / 2 + std::size_t{1};
-        result.traitStore.reserve(usual);
-        result.outlines.reserve(usual);
-        links.reserve(usual);
+        result.endStore.reserve(usual);
+        result.pairs.reserve(usual);
+        before.reserve(usual);
     }
 
-    void run()
+    void match()
     {
         auto outlined = model.outlinedFacets().begin();
         for (std::uint32_t facet = 0; facet < model.facetCount(); ++facet) {
@@ -142,18 +147,30 @@ public:
                 const bool forward = from < to;
                 const Use use{facet << 1 | std::uint32_t{forward}};
                 std::uint32_t& index = forward ? find(from, to) : find(to, from);
-                if (index == none) index = add(edge, use, forward ? from : to, forward ? to : from);
+                if (index == none) index = add({from, to}, use);
                 else addUse(index, use);
             }
         }
+    }
+
+    /// What the edges are for any view.
+    void classify(const Sharing& sharing, const std::function<void()>& pause)
+    {
+        constexpr std::size_t groupsOfPiece = 64;
+        const std::size_t count = (result.size() + std::size_t{groupSize - 1}) / groupSize;
+        resizeInSlices(result.groups, count, [this] { pauses.step(Pauses::interval); });
+        Workers::ofProcess().forPieces(sharing.threads, count, groupsOfPiece,
+                                       [&](std::size_t first, std::size_t end, const Workers::Turn& turn) {
+                                           if (turn.thread == 0 && pause) pause();
+                                           for (std::size_t i = first; i < end; ++i)
+                                               result.groups[i] = groupOf(i * groupSize);
+                                       });
+        for (const std::uint32_t index : twice) groupWith(index).borders &= ~bitOf(index);
+        for (const std::uint32_t index : curved) groupWith(index).curved |= bitOf(index);
         gatherUses();
     }
 
 private:
-    /// Of an outline: its upper end, and the outline before it with the same lower end.
-    struct Link {
-        std::uint32_t upper, before;
-    };
     struct FurtherUse {
         std::uint32_t outline;
         Use use;
@@ -161,45 +178,63 @@ private:
     /// Lists do not grow beyond this: what does not fit is found by a map of both ends.
     static constexpr std::uint32_t longestList = 64;
 
+    Group& groupWith(std::uint32_t index) const noexcept { return result.groups[index / groupSize]; }
+    static std::uint64_t bitOf(std::uint32_t index) noexcept { return std::uint64_t{1} << index % groupSize; }
+
     /// The index of the edge between two ends; `none`, where that of a new one goes.
     std::uint32_t& find(std::uint32_t lower, std::uint32_t upper)
     {
         listLength = 0;
-        for (std::uint32_t i = newest[lower]; i != none; i = links[i].before, ++listLength)
-            if (links[i].upper == upper) return found = i;
+        list = lower;
+        for (std::uint32_t i = newest[lower]; i != none; i = before[i], ++listLength)
+            if (const Edge& ends = result.endStore[i]; (ends.from ^ ends.to) == (lower ^ upper))
+                return found = i;
         if (listLength < longestList) return found = none;
         return crowded.emplace(std::uint64_t{lower} << 32 | upper, none).first->second;
     }
 
-    /// Of an edge that find() has just not found.
-    std::uint32_t add(const Edge& edge, Use use, std::uint32_t lower, std::uint32_t upper)
+    /// An edge that find() has just not found, between the first vertices at its ends.
+    std::uint32_t add(const Edge& ends, Use use)
     {
         const std::uint32_t index = result.size();
-        Traits traits{Kind::border, 1, false, false};
-        traits.hasCurve = hasCurve;
-        result.traitStore.push_back(traits);
-        result.outlines.push_back({edge, {use, {0}}});
-        links.push_back({upper, newest[lower]});
-        if (listLength < longestList) newest[lower] = index;
+        result.endStore.push_back(ends);
+        result.pairs.push_back({use, use});
+        before.push_back(newest[list]);
+        if (listLength < longestList) newest[list] = index;
+        if (hasCurve) curved.push_back(index);
         return index;
     }
 
     /// A facet that has the edge several times comes several times, one after another.
     void addUse(std::uint32_t index, Use use)
     {
-        Traits& outline = result.traitStore[index];
-        Use* const uses = result.outlines[index].firstUses;
-        if (outline.kind == Kind::border) outline.kind = Kind::smooth;
-        if (outline.useCount > 2) {
+        Pair& pair = result.pairs[index];
+        if (isSingle(pair)) {
+            if (use.facet() == pair[0].facet()) twice.push_back(index);
+            else pair[1] = use;
+        } else if (use.facet() != pair[1].facet()) {
             further.push_back({index, use});
-        } else if (const Use last = uses[outline.useCount - 1]; last.facet() != use.facet()) {
-            if (outline.useCount == 2) further.push_back({index, use});
-            else uses[1] = use;
-            outline.useCount = outline.useCount == 1 ? 2 : 3;
-            if (outline.useCount == 2 && differ(model, last, use)) outline.kind = Kind::sharp;
-            outline.dependsOnView =
-                outline.useCount == 2 && outline.kind == Kind::smooth && last.forward() != use.forward();
         }
+    }
+
+    /// Of edges from `first` on, as if none had more than two facets.
+    Group groupOf(std::size_t first) const noexcept
+    {
+        const std::size_t count = std::min<std::size_t>(groupSize, result.size() - first);
+        const Pair* const uses = &result.pairs[first];
+        for (std::size_t i = 0; i < count; ++i) __builtin_prefetch(&model.facet(uses[i][1].facet()));
+        Group group;
+        for (std::size_t i = 0; i < count; ++i) {
+            const auto [one, other] = uses[i];
+            const std::uint64_t bit = std::uint64_t{1} << i;
+            if (one.facet() == other.facet()) {
+                group.borders |= bit;
+                continue;
+            }
+            (one.forward() == other.forward() ? group.examined : group.opposite) |= bit;
+            if (differ(model, one, other)) group.sharp |= bit;
+        }
+        return group;
     }
 
     /// The uses of edges with three facets and more, side by side.
@@ -209,63 +244,88 @@ private:
         std::stable_sort(further.begin(), further.end(), byOutline);
         LargeVector<Use>& store = result.useStore;
         for (auto at = further.begin(); at != further.end();) {
-            Traits& outline = result.traitStore[at->outline];
-            Use(&uses)[2] = result.outlines[at->outline].firstUses;
-            const auto first = static_cast<std::uint32_t>(store.size());
-            store.insert(store.end(), uses, uses + 2);
-            for (const std::uint32_t index = at->outline; at != further.end() && at->outline == index; ++at)
+            const std::uint32_t index = at->outline;
+            const std::size_t first = store.size();
+            result.manyStarts.push_back(static_cast<std::uint32_t>(first));
+            store.insert(store.end(), result.pairs[index].begin(), result.pairs[index].end());
+            for (; at != further.end() && at->outline == index; ++at)
                 if (store.back().facet() != at->use.facet()) store.push_back(at->use);
-            const auto count = static_cast<std::uint32_t>(store.size()) - first;
-            uses[0] = {first};
-            uses[1] = {count};
-            if (outline.kind != Kind::sharp && anyDiffer(model, {&store[first], count}))
-                outline.kind = Kind::sharp;
+            Group& group = groupWith(index);
+            const std::uint64_t bit = bitOf(index);
+            group.many |= bit;
+            group.examined |= bit;
+            group.opposite &= ~bit;
+            if (anyDiffer(model, std::span(store).subspan(first))) group.sharp |= bit;
+        }
+        result.manyStarts.push_back(static_cast<std::uint32_t>(store.size()));
+        std::uint32_t countOfMany = 0;
+        for (Group& group : result.groups) {
+            group.manyBefore = countOfMany;
+            countOfMany += static_cast<std::uint32_t>(std::popcount(group.many));
         }
     }
 
     Outlines& result;
     const Model& model;
     Pauses pauses;
-    const SamePositions positions;
+    SamePositions positions;
     LargeVector<std::uint32_t> newest;   // of the edges of each lower end
-    LargeVector<Link> links;             // by outline
+    LargeVector<std::uint32_t> before;   // by outline: the one before it with the same lower end
     std::unordered_map<std::uint64_t, std::uint32_t> crowded;
-    std::uint32_t found = none, listLength = 0;   // of the last find()
-    bool hasCurve = false;                        // the facet at hand, as its border
-    std::vector<FurtherUse> further;              // than the second of an edge
+    std::uint32_t found = none, list = none, listLength = 0;   // of the last find()
+    bool hasCurve = false;                                     // the facet at hand, as its border
+    std::vector<std::uint32_t> twice,
+        curved;                        // edges that one facet has several times; of facets with curves
+    std::vector<FurtherUse> further;   // than the second of an edge
 };
 
-Outlines::Outlines(const Model& model, const std::function<void()>& pause)
+Outlines::Outlines(const Model& model, const std::function<void()>& pause, const Sharing& sharing)
 {
     if (model.facetCount() > none >> 1) throw std::bad_alloc();   // what a Use can name
-    Matcher(*this, model, pause).run();
+    Matcher matcher(*this, model, pause);
+    matcher.match();
+    matcher.classify(sharing, pause);
 }
 
-/// Without a branch for each: which of them are drawn can hardly be foretold.
-std::uint64_t Outlines::mayShow(std::uint32_t first, const FacetShade* shades, bool every) const noexcept
+Outlines::Chosen Outlines::choose(std::uint32_t number, const View& view) const
 {
-    const std::uint32_t count = std::min(groupSize, size() - first);
-    if (every) return ~std::uint64_t{0} >> (groupSize - count);
-    const Traits* const traits = &traitStore[first];
-    const Outline* const edges = &outlines[first];
-    std::uint64_t chosen = 0;
-    for (std::uint32_t i = 0; i < count; ++i) {
-        const std::uint32_t all = traits[i].dependsOnView ? ~0u : 0;
-        const bool one = shades[edges[i].firstUses[0].facet() & all].reversed,
-                   other = shades[edges[i].firstUses[1].facet() & all].reversed;
-        chosen |= static_cast<std::uint64_t>((one != other) | (all == 0)) << i;
+    const Group& group = groups[number];
+    const std::uint32_t first = number * groupSize, count = std::min(groupSize, size() - first);
+    std::uint64_t contours = group.opposite & facesDiffer(number, view.shades);
+    for (std::uint64_t left = group.examined; left != 0; left &= left - 1) {
+        const auto i = static_cast<std::uint32_t>(std::countr_zero(left));
+        if (isContour(first + i, view)) contours |= std::uint64_t{1} << i;
     }
-    return chosen;
+    const std::uint64_t freeStanding = group.borders | contours,
+                        every = view.everyEdge ? ~std::uint64_t{0} >> (groupSize - count) : 0,
+                        curves = view.withCurves ? group.borders & group.curved : 0;
+    return {(freeStanding | group.sharp | every) & ~curves, freeStanding, group.many};
 }
 
-bool Outlines::isContour(std::uint32_t index, const Model& model, const Camera& camera,
-                         const FacetShade* shades) const
+/// Bit i tells whether of the first two facets of edge i one faces the eye and the other does not. Without a
+/// branch for each: that can hardly be foretold.
+std::uint64_t Outlines::facesDiffer(std::uint32_t number, const FacetShade* shades) const noexcept
+{
+    const std::uint32_t first = number * groupSize, count = std::min(groupSize, size() - first);
+    const Pair* const group = &pairs[first];
+    std::uint64_t differ = 0;
+    for (std::uint32_t i = 0; i < count; ++i) {
+        const auto one = static_cast<std::uint64_t>(shades[group[i][0].facet()].reversed),
+                   other = static_cast<std::uint64_t>(shades[group[i][1].facet()].reversed);
+        differ |= (one ^ other) << i;
+    }
+    return differ;
+}
+
+/// Whether some of its facets face the eye and others do not.
+bool Outlines::isContour(std::uint32_t index, const View& view) const
 {
     const std::span<const Use> all = uses(index);
-    const bool firstFaces = !shades[all[0].facet()].reversed;
+    const bool firstFaces = !view.shades[all[0].facet()].reversed;
     for (const Use use : all.subspan(1)) {
-        const bool faces = use.forward() == all[0].forward() ? camera.faces(-model.facet(use.facet()).plane)
-                                                             : !shades[use.facet()].reversed;
+        const bool faces = use.forward() == all[0].forward()
+                               ? view.camera.faces(-view.model.facet(use.facet()).plane)
+                               : !view.shades[use.facet()].reversed;
         if (faces != firstFaces) return true;
     }
     return false;

@@ -2,9 +2,12 @@
 
 #include "platform/LargeMemory.h"
 #include "render/Shading.h"
+#include "render/Sharing.h"
 #include "scene/Model.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <cstdint>
 #include <functional>
 #include <span>
@@ -18,11 +21,6 @@ class Camera;
 /// Constant after construction; any number of renders may use it.
 class Outlines {
 public:
-    enum class Kind : std::uint8_t {
-        border,   ///< One facet has it, once.
-        sharp,    ///< Between materials, or normals differ by more than 20 degrees.
-        smooth    ///< Any other.
-    };
     /// A facet at an edge. Uses stand in store order, each facet once.
     struct Use {
         std::uint32_t facetAndDirection;
@@ -30,31 +28,29 @@ public:
         /// Two facets run along the edge in the same direction when this is equal.
         bool forward() const noexcept { return (facetAndDirection & 1) != 0; }
     };
-    /// What an edge is for any view.
-    struct Traits {
-        Kind kind : 2;
-        std::uint8_t useCount : 2;   ///< 1, 2 or more.
-        bool hasCurve : 1;           ///< Of a border: a curve of the model stands for it.
-        bool dependsOnView : 1;   ///< Smooth, with two facets that run along it in opposite directions: drawn
-                                  ///< where one faces the eye and the other does not.
-    };
-    static_assert(sizeof(Traits) == 1);   // those of all edges are read for every picture
+    static constexpr std::uint32_t groupSize = 64;
 
     /// Edges whose ends coincide or are not finite are left out. `pause` is called now and then and may
     /// throw. Throws std::bad_alloc.
-    explicit Outlines(const Model& model, const std::function<void()>& pause = {});
+    explicit Outlines(const Model& model, const std::function<void()>& pause = {},
+                      const Sharing& sharing = {});
 
-    std::uint32_t size() const noexcept { return static_cast<std::uint32_t>(traitStore.size()); }
+    std::uint32_t size() const noexcept { return static_cast<std::uint32_t>(endStore.size()); }
+    std::uint32_t groupCount() const noexcept { return static_cast<std::uint32_t>(groups.size()); }
     // Of each, by its index in the order in which the model has them first:
-    const Traits& traits(std::uint32_t index) const noexcept { return traitStore[index]; }
-    /// The vertices at its ends, as the first of its facets runs.
-    const Edge& ends(std::uint32_t index) const noexcept { return outlines[index].ends; }
+    /// The first vertices at the positions of its ends, as the first of its facets runs.
+    const Edge& ends(std::uint32_t index) const noexcept { return endStore[index]; }
+    /// The first two facets, or the only one twice.
+    using Pair = std::array<Use, 2>;
+    const Pair& firstUses(std::uint32_t index) const noexcept { return pairs[index]; }
     std::span<const Use> uses(std::uint32_t index) const noexcept
     {
-        const Use(&first)[2] = outlines[index].firstUses;
-        const std::uint8_t count = traitStore[index].useCount;
-        if (count <= 2) return {first, count};
-        return {&useStore[first[0].facetAndDirection], first[1].facetAndDirection};
+        const Group& group = groups[index / groupSize];
+        const std::uint64_t bit = std::uint64_t{1} << index % groupSize;
+        if ((group.many & bit) == 0) return std::span(pairs[index]).first(isSingle(pairs[index]) ? 1 : 2);
+        const auto number =
+            group.manyBefore + static_cast<std::uint32_t>(std::popcount(group.many & (bit - 1)));
+        return {&useStore[manyStarts[number]], manyStarts[number + 1] - manyStarts[number]};
     }
     bool belongsTo(std::uint32_t index, std::uint32_t facet) const noexcept
     {
@@ -64,29 +60,58 @@ public:
         return at != all.end() && at->facet() == facet;
     }
 
-    /// How many mayShow() tells of at once.
-    static constexpr std::uint32_t groupSize = 64;
-    /// Bit i tells whether pictures from the eye of `shades` may draw the edge `first` + i: `every` one, or
-    /// all but smooth ones whose two facets both face the eye or both do not.
-    std::uint64_t mayShow(std::uint32_t first, const FacetShade* shades, bool every) const noexcept;
+    /// A picture and what it shows.
+    struct View {
+        const Model& model;
+        const Camera& camera;
+        const FacetShade* shades;
+        bool everyEdge;    ///< Also smooth ones that are no contours.
+        bool withCurves;   ///< Which stand for borders of their facets.
+    };
+    /// Which edges of a group a picture shows, a bit for each.
+    struct Chosen {
+        std::uint64_t all, freeStanding,
+            many;   ///< All; borders and contours; those of three facets and more.
+    };
+    Chosen choose(std::uint32_t number, const View& view) const;
+    /// Gets from memory what is asked of the edges of a group, if there is one of that number.
+    void fetch(std::uint32_t number) const noexcept
+    {
+        if (number >= groupCount()) return;
+        for (std::size_t i = 0; i < groupSize; i += 64 / sizeof(Pair)) {
+            const std::size_t index = number * std::size_t{groupSize} + i;
+            __builtin_prefetch(&pairs.data()[index]);
+            __builtin_prefetch(&endStore.data()[index]);
+        }
+    }
 
-    /// Whether some of its facets face the eye and others do not.
-    bool isContour(std::uint32_t index, const Model& model, const Camera& camera,
-                   const FacetShade* shades) const;
     /// The facet that colours it: the first whose normal faces the eye, else the first.
     std::uint32_t colouringFacet(std::uint32_t index, const FacetShade* shades) const noexcept;
 
 private:
     class Matcher;
 
-    struct Outline {
-        Edge ends;
-        Use firstUses[2];   // of one or two facets; of more their place in the store and their number
+    /// What the edges of a group are for any view, a bit for each.
+    struct Group {
+        std::uint64_t borders = 0;      ///< One facet has it, once.
+        std::uint64_t sharp = 0;        ///< Between materials, or normals differ by more than 20 degrees.
+        std::uint64_t opposite = 0;     ///< Two facets, which run along it in opposite directions.
+        std::uint64_t examined = 0;     ///< Two that run in the same one, or more.
+        std::uint64_t many = 0;         ///< Three and more.
+        std::uint64_t curved = 0;       ///< If it is a border, a curve of the model stands for it.
+        std::uint32_t manyBefore = 0;   ///< How many edges of earlier groups have three facets and more.
     };
 
-    LargeVector<Traits> traitStore;
-    LargeVector<Outline> outlines;
-    LargeVector<Use> useStore;   // of edges with three facets and more
+    std::uint64_t facesDiffer(std::uint32_t number, const FacetShade* shades) const noexcept;
+    bool isContour(std::uint32_t index, const View& view) const;
+    static bool isSingle(const Pair& pair) noexcept { return pair[0].facet() == pair[1].facet(); }
+
+    // Apart, since each picture reads only some of them of most edges.
+    LargeVector<Edge> endStore;
+    LargeVector<Pair> pairs;
+    LargeVector<Group> groups;
+    LargeVector<Use> useStore;               // of edges with three facets and more, one after another
+    LargeVector<std::uint32_t> manyStarts;   // where those of each begin, and the end
 };
 
 }   // namespace belvor
