@@ -37,8 +37,10 @@ void DXF::drawRepeats(DXFTally& tally, std::string_view type)
         if (!facetPlane({face, corners}, nullptr, {}, plane, radiusSquare))
             break;   // damaged, or too far out
         dxfStream->checkProgress();
-        outliers.begin(dxfStream->groupsOfRepeat(), model.vertexCount(), builder.model().curvePointCount());
-        outliers.add(face[0], radiusSquare);
+        if (!outliers.passNear(face[0], radiusSquare)) {
+            outliers.begin(dxfStream->groupsOfRepeat(), model.vertexCount(), model.curvePointCount());
+            outliers.add(face[0], radiusSquare);
+        }
         builder.addPolygon(material, plane, {face, corners});
         dxfStream->passRepeat();
     }

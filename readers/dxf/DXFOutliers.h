@@ -16,17 +16,27 @@ namespace belvor {
 /// looked through only where they may be such.
 class DXFOutliers {
 public:
-    /// An entity begins, which ends the one before. `position` has the line of its record and where the
+    /// An entity begins, which ends the one before. `start` has the line of its record and where the
     /// record's other groups start; so many vertices and curve points are there already.
-    void begin(const DXFPosition& position, std::uint32_t vertices, std::uint32_t curvePoints)
+    void begin(const DXFPosition& start, std::uint32_t vertices, std::uint32_t curvePoints)
     {
-        if (vertices != current.firstVertex || curvePoints != current.firstPoint) {
+        if (vertices != firstVertex || curvePoints != firstPoint) {
             ++entities;
             if (isFar) endFar(vertices, curvePoints);
-            current.firstVertex = vertices;
-            current.firstPoint = curvePoints;
+            firstVertex = vertices;
+            firstPoint = curvePoints;
         }
-        current.position = position;
+        position = start;
+    }
+
+    /// begin() and add() for an entity of one facet after one that something was added of, if both are near:
+    /// then all that there is to do is to count it. Else it does nothing and answers false.
+    bool passNear(const Point<3>& point, double radiusSquare) noexcept
+    {
+        const Vector<3> away = point - reference;
+        if (!(dot(away, away) <= limitSquare) || radiusSquare > limitSquare || isFar) return false;
+        ++entities;
+        return true;
     }
 
     /// Something of the current entity that was added: all of it is within `radiusSquare` (of the radius)
@@ -49,16 +59,22 @@ public:
 
 private:
     struct Entity {
+        double reach;   // how far it is from the reference at most
         DXFPosition position;
-        std::uint32_t firstVertex = 0, endVertex = 0, firstPoint = 0, endPoint = 0;
-        Point<3> at;        // something of it
-        double reach = 0;   // how far it is from the reference at most; without one, from `at`
+        std::uint32_t firstVertex, endVertex, firstPoint, endPoint;
+    };
+    static bool nearer(const Entity& a, const Entity& b) noexcept { return a.reach < b.reach; }
+    struct FirstEntity {
+        Entity entity;   // its reach is from `at`
+        Point<3> at;     // something of it
     };
 
     void addFar(const Point<3>& point, double distanceSquare, double radiusSquare);
     void endFar(std::uint32_t vertices, std::uint32_t curvePoints);
     void chooseReference();
     void keep(const Entity& entity);
+    void dropNearerHalf();
+    void dropNearest(std::size_t count);
     struct Boxes {
         Extent<3> others;
         std::vector<Extent<3>> far;
@@ -67,11 +83,17 @@ private:
                          const std::function<void()>& pause);
 
     Point<3> reference;
-    double limitSquare = -1.0;   // of the distance from the reference; negative: there is none yet
-    std::vector<Entity> first;   // until there is one
-    std::vector<Entity> kept;    // far from it
-    Entity current;
+    double limitSquare = -1.0;        // of the distance from the reference; negative: there is none yet
+    std::vector<FirstEntity> first;   // until there is one
+    std::vector<Entity> kept;         // far from it, in the order of the file
+
+    // The current one.
+    DXFPosition position;
+    std::uint32_t firstVertex = 0, firstPoint = 0;
+    Point<3> at;        // if it is far
+    double reach = 0;   // then
     bool isFar = false;
+
     std::uint64_t entities = 0;
 };
 
