@@ -208,8 +208,7 @@ private:
     std::map<std::pair<DXFTally*, std::int32_t>, std::string_view>
         endlessEntities;   // where counted, by line
     DXFOutliers outliers;
-    unsigned facesToPass = 0;                                  // before one is made a pattern again
-    unsigned vainPatterns = 0;                                 // in a row, that hardly a face was like
+    DXFPatternTries faceTries;
     std::size_t recordedBytes = 0;                             // by the contents of blocks, complete or not
     std::uint64_t givenMet = 0, cyclesMet = 0, namesMet = 0;   // within the whole reading
     DXFUndrawn undrawn{skippedEntities, [this] { dxfStream->checkProgress(); }};

@@ -108,13 +108,16 @@ public:
 
     // For patterns.
     const char* codeEnd(const DXFPosition&) const noexcept { return codeLineEnd + 1; }
-    /// The bytes of the value of a real or text group, which it steps over; of a real its number.
+    /// The bytes of the value of a group, which it steps over: of a real its number, of an integer also the
+    /// blanks before it, which are fewer before more digits.
     std::string_view valueAt(DXFPosition& position, const DXFGroup& group)
     {
         const std::string_view line = takeLine(position, group);
-        if (valueTypeOf(group.code) != DXFValueType::real) return line;
+        const DXFValueType type = valueTypeOf(group.code);
+        if (type != DXFValueType::real && type != DXFValueType::integer16) return line;
         const std::size_t first = std::min(line.find_first_not_of(' '), line.size());
-        return line.substr(first, line.find_first_of(" \t", first) - first);
+        const std::string_view number = line.substr(first, line.find_first_of(" \t", first) - first);
+        return type == DXFValueType::real ? number : line.substr(0, first + number.size());
     }
     const char* textEnd(const char* text) const noexcept { return findLineEnd(text, end); }
     bool takeReal(const char*& at, double& value) const noexcept
@@ -124,6 +127,21 @@ public:
         Scanner<> scanner(std::string_view(at, static_cast<std::size_t>(end - at)));
         if (!scanner.real(value)) return false;
         at = scanner.position();
+        return true;
+    }
+    /// Looks at no more than plain::longestReal characters.
+    static bool takeInteger(const char*& at, double& value) noexcept
+    {
+        constexpr int mostBlanks = 10;
+        const char* p = at;
+        for (int i = 0; i < mostBlanks && *p == ' '; ++i) ++p;
+        const bool negative = *p == '-';
+        p += negative;
+        std::uint64_t size;
+        const unsigned digits = plain::leadingDigits(p, size);
+        if (digits == 0 || isDigit(p[digits])) return false;
+        value = negative ? -static_cast<double>(size) : static_cast<double>(size);
+        at = p + digits;
         return true;
     }
     bool endOfRepeat(const char* at, std::int32_t groups, DXFPosition& position) const noexcept

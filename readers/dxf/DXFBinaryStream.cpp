@@ -136,11 +136,12 @@ public:
     {
         return position.at + codeWidth(position);
     }
-    /// The bytes of the value of a real or text group, which it steps over.
+    /// The bytes of the value of a real, 16-bit or text group, which it steps over.
     std::string_view valueAt(DXFPosition& position, DXFGroup& group) const
     {
         takeValue(position, group);
-        return group.type == DXFValueType::real ? std::string_view(position.at - 8, 8) : group.text;
+        if (group.type == DXFValueType::real) return {position.at - 8, 8};
+        return group.type == DXFValueType::integer16 ? std::string_view(position.at - 2, 2) : group.text;
     }
     const char* textEnd(const char* text) const noexcept
     {
@@ -151,6 +152,12 @@ public:
     {
         value = real(at);
         at += 8;
+        return true;
+    }
+    static bool takeInteger(const char*& at, double& value) noexcept
+    {
+        value = static_cast<std::int16_t>(littleEndian<std::uint16_t>(at));
+        at += 2;
         return true;
     }
     bool endOfRepeat(const char* at, std::int32_t, DXFPosition& position) const noexcept

@@ -1,6 +1,5 @@
 #include "readers/dxf/DXF.h"
 
-#include <algorithm>
 #include <array>
 
 namespace belvor {
@@ -15,9 +14,7 @@ constexpr std::uint16_t cornerCodes[] = {10, 20, 30, 11, 21, 31, 12, 22, 32, 13,
 /// entity, its layer, material, visibility and type, is the same for all of a run.
 void DXF::drawRepeats(DXFTally& tally, std::string_view type)
 {
-    constexpr std::uint64_t fewRepeats = 4;
-    constexpr unsigned mostVain = 6;
-    if (facesToPass > 0) return void(--facesToPass);
+    if (!faceTries.now()) return;
     const DXFRecord& first = dxfStream->readRecord();
     if (expansions.back().block || log() || first.isExtended() || !dxfStream->expectRepeats(cornerCodes))
         return;
@@ -45,8 +42,7 @@ void DXF::drawRepeats(DXFTally& tally, std::string_view type)
         dxfStream->passRepeat();
     }
     tally.drawn(type, drawn);
-    vainPatterns = drawn < fewRepeats ? std::min(vainPatterns + 1, mostVain) : 0;
-    facesToPass = vainPatterns == 0 ? 0 : 1u << vainPatterns;
+    faceTries.ended(drawn);
 }
 
 }   // namespace belvor

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -8,18 +9,42 @@
 
 namespace belvor {
 
+/// Whether it is worth making a pattern again: less and less often while hardly a record is like the last
+/// ones.
+class DXFPatternTries {
+public:
+    bool now() noexcept
+    {
+        if (toPass == 0) return true;
+        --toPass;
+        return false;
+    }
+    /// So many records were like the pattern.
+    void ended(std::uint64_t repeats) noexcept
+    {
+        constexpr std::uint64_t few = 4;
+        constexpr unsigned mostVain = 6;
+        vain = repeats < few ? std::min(vain + 1, mostVain) : 0;
+        toPass = vain == 0 ? 0 : 1u << vain;
+    }
+
+private:
+    unsigned toPass = 0;   // before one is made again
+    unsigned vain = 0;     // in a row
+};
+
 /// The bytes of a record as a pattern for the records after it: drawings come in runs of records that differ
-/// in their reals alone, and in their handles. Between such values lie fixed bytes, with codes, line ends
+/// in their numbers alone, and in their handles. Between such values lie fixed bytes, with codes, line ends
 /// and values of other kinds. The bytes are the file's.
 class DXFPattern {
 public:
     /// What follows the fixed bytes of a part.
-    enum class Value : std::uint8_t { none, real, text };
+    enum class Value : std::uint8_t { none, real, integer, text };
 
     struct Part {
         std::string_view bytes;
         Value value = Value::none;
-        std::size_t slot = 0;   ///< Where a real goes.
+        std::size_t slot = 0;   ///< Where a number goes.
 
         /// Whether they stand at `at`, where at least eight bytes more follow.
         bool startsAt(const char* at) const noexcept

@@ -122,7 +122,15 @@ private:
         std::array<std::uint32_t, 4> corners;
         std::size_t count = 0;
     };
-    void takeMeshFace(const DXFVertexEntity& face, std::size_t known, std::vector<MeshFace>& faces);
+    struct Polyfaces {
+        std::vector<MeshFace> faces;   // added at the end: a fault leaves nothing of the mesh
+        std::vector<Point<3>>
+            positions;   // counted as they come: writers fill the counts in the header wrongly
+    };
+    void takeMeshFace(const DXFVertexEntity& face, Polyfaces& mesh);
+    void addMeshFace(const MeshFace& face, Polyfaces& mesh);
+    std::uint64_t takePositionRepeats(Polyfaces& mesh);
+    std::uint64_t takeFaceRepeats(Polyfaces& mesh);
 
     const DXFPolylineHead head;
 };

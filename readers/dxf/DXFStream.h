@@ -54,12 +54,13 @@ public:
     void pushBack() noexcept { state = State::pushedBack; }
 
     /// Makes the current record, which has been read, the pattern of the repeats after it; false if it cannot
-    /// be one. A repeat has the same groups in the same order and the same values, but for reals and for
-    /// handles (code 5). Of its reals the first of each of `codes` are asked for.
+    /// be one. A repeat has the same groups in the same order and the same values, but for reals, for handles
+    /// (code 5) and for 16-bit integers with one of `codes`. Of these numbers the first of each of `codes`
+    /// are asked for.
     virtual bool expectRepeats(std::span<const std::uint16_t> codes) = 0;
     /// Whether the next record is a repeat, as far as that is told from text as programs write it. `values`
-    /// gets its reals in the order of the codes, and has one place more; what the record has none for stays.
-    /// A real of a binary file may be infinite or no number. Changes nothing else.
+    /// gets these numbers in the order of the codes, and has one place more; what the record has none for
+    /// stays. A real of a binary file may be infinite or no number. Changes nothing else.
     virtual bool isRepeat(double* values) noexcept = 0;
     /// Steps over the repeat that isRepeat() has just found. The current record stays the one before.
     void passRepeat() noexcept { here = repeatEnd; }
@@ -194,11 +195,13 @@ bool DXFGroupStream<Encoding>::expectRepeats(std::span<const std::uint16_t> code
         if (!encoding().takePlainCode(position, group) || group.code != known.code) return false;
         const std::string_view value = encoding().valueAt(position, group);
         if (&known == groups.data()) firstLength = position.at - recordStart.at;
-        if (known.type == DXFValueType::real) {
-            const auto asked = std::find(codes.begin(), codes.end(), known.code);
+        const auto asked = std::find(codes.begin(), codes.end(), known.code);
+        const bool isReal = known.type == DXFValueType::real;
+        if (isReal || (known.type == DXFValueType::integer16 && asked != codes.end())) {
             const bool counts = asked != codes.end() && record.find(known.code) == &known;
             const std::ptrdiff_t slot = (counts ? asked : codes.end()) - codes.begin();
-            pattern.add(value, DXFPattern::Value::real, static_cast<std::size_t>(slot));
+            pattern.add(value, isReal ? DXFPattern::Value::real : DXFPattern::Value::integer,
+                        static_cast<std::size_t>(slot));
         } else if (known.code == handle) {
             pattern.add(value, DXFPattern::Value::text);
         }
@@ -219,8 +222,13 @@ bool DXFGroupStream<Encoding>::isRepeat(double* values) noexcept
             return false;
         if (part.value == DXFPattern::Value::none) break;
         at += length;
-        if (part.value == DXFPattern::Value::text) at = encoding().textEnd(at);
-        else if (!encoding().takeReal(at, values[part.slot])) return false;
+        if (part.value == DXFPattern::Value::real) {
+            if (!encoding().takeReal(at, values[part.slot])) return false;
+        } else if (part.value == DXFPattern::Value::integer) {
+            if (!encoding().takeInteger(at, values[part.slot])) return false;
+        } else {
+            at = encoding().textEnd(at);
+        }
     }
     return encoding().endOfRepeat(at + pattern.endLength(), groupsOfPattern, repeatEnd);
 }
