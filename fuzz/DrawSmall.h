@@ -2,6 +2,9 @@
 
 #include "errors/Reporter.h"
 #include "render/Buffer.h"
+#include "render/Frame.h"
+#include "render/LineTrace.h"
+#include "render/Outlines.h"
 #include "scene/Model.h"
 #include "view/SceneBuilder.h"
 #include "view/ViewParameters.h"
@@ -21,10 +24,21 @@ inline void drawSmall(Model& model, const ViewParameters& view, const ModelPlace
     const Scene scene = buildScene(view, place, {32, 24}, 32, 24);
     RowSink rows(32);
     model.render(*scene.camera, *scene.lights, rows, silent);
+
+    const Outlines outlines(model);
+    LineTrace trace;
+    LineStyle lines;
+    lines.curves = lines.everyEdge = true;
+    lines.outlines = &outlines;
+    lines.width = 3;
+    lines.trace = &trace;
+    Frame frame;
+    frame.render(model, *scene.camera, *scene.lights, rows, silent, lines);
+    trace.forEachPath([](std::uint32_t, LineTrace::Path) {});
 }
 
-/// Whatever a reader accepts must have bounds and must draw: from outside in perspective,
-/// from the middle of the model, and in parallel projection.
+/// Whatever a reader accepts must have bounds and must draw, with lines and without: from outside in
+/// perspective, from the middle of the model, and in parallel projection.
 inline void drawSmall(Model& model)
 {
     ModelPlace place;
