@@ -12,6 +12,7 @@
 #include <set>
 #include <span>
 #include <string_view>
+#include <tuple>
 #include <vector>
 
 namespace belvor {
@@ -22,7 +23,11 @@ struct DXFCurveSurface {
     DXFColour colour = dxfWhite;       ///< With a layer.
     std::string_view key;              ///< A view of the file.
 
-    auto operator<=>(const DXFCurveSurface&) const = default;
+    bool operator==(const DXFCurveSurface&) const = default;
+    friend bool operator<(const DXFCurveSurface& a, const DXFCurveSurface& b) noexcept
+    {
+        return std::tie(a.layer, a.colour, a.key) < std::tie(b.layer, b.colour, b.key);
+    }
 };
 
 /// The curves of a drawing, put into its model in the order in which they are met. They get their materials
