@@ -136,7 +136,9 @@ void DXFOutliers::dropNearest(std::size_t count)
     // 2. The bucket in which the last of them is, and its place there.
     constexpr int bucketBits = 10;
     const int shift = std::max(0, static_cast<int>(std::bit_width(highest - lowest)) - bucketBits);
-    const auto bucketOf = [&](const Entity& entity) { return (bitsOf(entity) - lowest) >> shift; };
+    const auto bucketOf = [&](const Entity& entity) {
+        return static_cast<std::size_t>((bitsOf(entity) - lowest) >> shift);
+    };
     std::array<std::size_t, std::size_t{1} << bucketBits> sizes{};
     for (const Entity& entity : kept) ++sizes[bucketOf(entity)];
     std::size_t bucket = 0, place = count - 1;
