@@ -278,9 +278,9 @@ private:
             const Edge& ends = style.outlines->ends(drawn[i].index);
             const Point<3>&from = projected[ends.from], &to = projected[ends.to];
             const TinyLine tiny(from, to);
-            const bool inFront = eye.surelyInFront(from[2]) & eye.surelyInFront(to[2]),
+            const bool fromInFront = eye.surelyInFront(from[2]), toInFront = eye.surelyInFront(to[2]),
                        isTiny = tiny.crossesOneAtMost();
-            if (listsPixels & inFront & isTiny)
+            if (listsPixels & fromInFront & toInFront & isTiny)
                 list(tiny.crossesNothing() ? tiny.middlePixel() : tiny.crossingPixel(), lineOf(drawn[i]),
                      tiny.isMostlyAcross(), thread);
             else addEdge(drawn[i], projected, thread);

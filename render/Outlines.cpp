@@ -156,7 +156,7 @@ public:
     /// What the edges are for any view.
     void classify(const Sharing& sharing, const std::function<void()>& pause)
     {
-        constexpr std::size_t groupsOfPiece = 64;
+        const std::size_t groupsOfPiece = std::max<std::size_t>(sharing.pieceSize / 16, 1);
         const std::size_t count = (result.size() + std::size_t{groupSize - 1}) / groupSize;
         resizeInSlices(result.groups, count, [this] { pauses.step(Pauses::interval); });
         Workers::ofProcess().forPieces(sharing.threads, count, groupsOfPiece,

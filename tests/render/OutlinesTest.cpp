@@ -63,7 +63,7 @@ TEST(Outlines, AreTheEdgesOfAllFacetsInTheOrderOfTheFirst)
                 if (facets.empty() || facets.back() != facet) facets.push_back(facet);
             }
         for (const unsigned threads : {1u, 3u}) {
-            const Outlines outlines(*model, {}, Sharing{threads});
+            const Outlines outlines(*model, {}, Sharing{threads, 1});
             ASSERT_EQ(outlines.size(), wanted.size()) << seed;
             for (std::uint32_t i = 0; i < outlines.size(); ++i) {
                 Found found{
