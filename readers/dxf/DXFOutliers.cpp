@@ -111,20 +111,21 @@ void DXFOutliers::chooseReference()
     first.clear();
 }
 
-/// Of too many the nearer half is nothing unusual.
+/// Of too many the nearer half is nothing unusual; nor is what comes later and is not several times as far.
 void DXFOutliers::dropNearerHalf()
 {
-    dropNearest(kept.size() / 2);
+    const double limit = farFactor / 2 * dropNearest(kept.size() / 2);
     const double nearest = std::min_element(kept.begin(), kept.end(), nearer)->reach;
-    limitSquare = std::max(limitSquare, nearest * nearest);
+    limitSquare = std::max({limitSquare, limit * limit, nearest * nearest});
 }
 
-/// The `count` nearest; of equally far ones the first. The others stay in order. Counting by rough distance
-/// is several times quicker here than a partial sort, whose comparisons no processor foresees: a drawing that
-/// grows away from its beginning has many that are kept for a while.
-void DXFOutliers::dropNearest(std::size_t count)
+/// The `count` nearest; of equally far ones the first. The others stay in order. Returns how far the farthest
+/// of those that go is. Counting by rough distance is several times quicker here than a partial sort, whose
+/// comparisons no processor foresees: a drawing that grows away from its beginning has many that are kept for
+/// a while.
+double DXFOutliers::dropNearest(std::size_t count)
 {
-    if (count == 0) return;
+    if (count == 0) return 0.0;
     // 1. Reaches are not negative: their bits have the same order.
     const auto bitsOf = [](const Entity& entity) { return std::bit_cast<std::uint64_t>(entity.reach); };
     std::uint64_t lowest = bitsOf(kept.front()), highest = lowest;
@@ -164,6 +165,7 @@ void DXFOutliers::dropNearest(std::size_t count)
         left += !goes;
     }
     kept.resize(left);
+    return std::bit_cast<double>(last);
 }
 
 /// The boxes of the entities in `far`, which are in the order of the file, and of all else, of which only

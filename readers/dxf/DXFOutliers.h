@@ -74,7 +74,7 @@ private:
     void chooseReference();
     void keep(const Entity& entity);
     void dropNearerHalf();
-    void dropNearest(std::size_t count);
+    double dropNearest(std::size_t count);
     struct Boxes {
         Extent<3> others;
         std::vector<Extent<3>> far;
