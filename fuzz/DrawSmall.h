@@ -34,7 +34,7 @@ inline void drawSmall(Model& model, const ViewParameters& view, const ModelPlace
     lines.trace = &trace;
     Frame frame;
     frame.render(model, *scene.camera, *scene.lights, rows, silent, lines);
-    trace.forEachPath([](std::uint32_t, LineTrace::Path) {});
+    trace.forEachPath([](std::uint32_t, LineTrace::Path) {}, [] {});
 }
 
 /// Whatever a reader accepts must have bounds and must draw, with lines and without: from outside in

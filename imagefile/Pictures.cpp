@@ -80,9 +80,10 @@ void Pictures::finish(Reporter& progress)
     for (const auto& output : outputs) {
         checkForStop(progress);
         onFile(output->file.path(), [&] {
-            if (output->vector) output->vector->addLines(shown, *this);
+            const auto goOn = [&progress] { checkForStop(progress); };
+            if (output->vector) output->vector->addLines(shown, *this, goOn);
             output->picture->finish();
-            output->file.finish([&progress] { checkForStop(progress); });
+            output->file.finish(goOn);
         });
     }
 }

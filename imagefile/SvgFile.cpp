@@ -5,10 +5,12 @@
 #include "imagefile/SeekableOutput.h"
 #include "render/Buffer.h"
 #include "render/LineTrace.h"
+#include "render/Pauses.h"
 #include "text/JsonText.h"
 #include "text/Utf8.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace belvor {
 namespace {
@@ -57,9 +59,11 @@ std::string lengthOf(const ImageHeader& header, int pixels)
     return shortestDecimal(pixels * pixel * camera.unitsScale * unit) + "mm";
 }
 
-void appendPath(std::string& paths, LineTrace::Path points)
+void appendPath(std::string& paths, LineTrace::Path points, Pauses& pauses)
 {
+    constexpr std::size_t stepsOfPoint = 16;
     for (const Point<3>& point : points) {
+        pauses.step(stepsOfPoint);
         paths += &point == points.data() ? 'M' : 'L';
         paths += shortestDecimal(point[0]) + ' ' + shortestDecimal(point[1]);
     }
@@ -172,20 +176,27 @@ void SvgFile::writeRow()
     picture->writeRow();
 }
 
-void SvgFile::addLines(const LineTrace& trace, const Buffer& owners)
+void SvgFile::addLines(const LineTrace& trace, const Buffer& owners, std::function<void()> goOn)
 {
+    constexpr std::size_t largestPiece = std::size_t{1} << 20;
+    pause = std::move(goOn);
     lineWidth = trace.lineWidth();
-    trace.forEachPath([&](std::uint32_t place, LineTrace::Path points) {
+    Pauses pauses(pause);
+    const auto add = [&](std::uint32_t place, LineTrace::Path points) {
         const std::uint32_t owner = owners.lineOwner(place);
         Layer& layer = layers[owners.material(owner)];
         const std::array<std::uint8_t, 3> colour = owners.colour(owner);
-        if (layer.paths.empty() || layer.colour != colour) {
-            if (!layer.paths.empty()) layer.paths += "\"/>\n";
-            layer.paths += "<path stroke=\"" + hexColour(colour.data()) + "\" d=\"";
+        const bool isFirst = layer.paths.empty();
+        if (isFirst || layer.paths.back().size() > largestPiece) layer.paths.emplace_back();
+        std::string& paths = layer.paths.back();
+        if (isFirst || layer.colour != colour) {
+            if (!isFirst) paths += "\"/>\n";
+            paths += "<path stroke=\"" + hexColour(colour.data()) + "\" d=\"";
             layer.colour = colour;
         }
-        appendPath(layer.paths, points);
-    });
+        appendPath(paths, points, pauses);
+    };
+    trace.forEachPath(add, pause);
 }
 
 void SvgFile::finish()
@@ -193,14 +204,18 @@ void SvgFile::finish()
     begin();
     if (picture) endPicture();
     for (const ImageMaterial& material : header.materials) {
-        const auto layer = layers.extract(material.number);   // a number that two materials have: the first
+        auto layer = layers.extract(material.number);   // a number that two materials have: the first
         if (layer.empty()) continue;
         const std::string name = inXml(material.name);
         write("<g id=\"m" + std::to_string(material.number)
               + "\" inkscape:groupmode=\"layer\" inkscape:label=\"" + name
               + "\" fill=\"none\" stroke-width=\"" + std::to_string(lineWidth)
-              + "\" stroke-linecap=\"round\" stroke-linejoin=\"round\">\n<title>" + name + "</title>\n"
-              + layer.mapped().paths + "\"/>\n</g>\n");
+              + "\" stroke-linecap=\"round\" stroke-linejoin=\"round\">\n<title>" + name + "</title>\n");
+        for (std::string& paths : layer.mapped().paths) {
+            pause();
+            write(std::exchange(paths, {}));
+        }
+        write("\"/>\n</g>\n");
     }
     write("</svg>\n");
 }

@@ -4,6 +4,7 @@
 #include "imagefile/PngFile.h"
 
 #include <array>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -26,14 +27,15 @@ public:
     ImageRow row() noexcept override;
     void writeRow() override;
     /// After the render, before finish(): takes the lines that show, with the colours and materials that
-    /// `owners` knows them by.
-    void addLines(const LineTrace& trace, const Buffer& owners);
+    /// `owners` knows them by. `goOn` is called after every millisecond or so, here and in finish(); what it
+    /// throws is passed on.
+    void addLines(const LineTrace& trace, const Buffer& owners, std::function<void()> goOn);
     void finish() override;
 
 private:
     class Base64;
     struct Layer {
-        std::string paths;
+        std::vector<std::string> paths;   // one behind the other: large ones would be copied as they grow
         std::array<std::uint8_t, 3> colour{};   // of the last path
     };
 
@@ -51,6 +53,7 @@ private:
     std::unique_ptr<PngFile> picture;   // of the surfaces; none where no row is written
     std::map<std::uint16_t, Layer> layers;
     int lineWidth = 1;
+    std::function<void()> pause;
 };
 
 }   // namespace belvor

@@ -107,7 +107,8 @@ public:
         if (model.facetCount() + places >= noFacet) throw std::bad_alloc();   // owners have 32 bits
         table.curvePlaces = points;
         resizeInSlices(table.curves, points, pause);
-        table.kept.assign(style.trace ? places : 0, LineSegment{});
+        table.kept.clear();
+        resizeInSlices(table.kept, style.trace ? places : 0, pause);
         if (points != 0) {
             projectCurves(points);
             const std::size_t piece = std::max<std::size_t>(sharing.pieceSize * curveCount / points, 1);

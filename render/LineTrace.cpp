@@ -212,15 +212,21 @@ void LineTrace::Part::add(const LineSegment& segment, const Point<3>& point)
 }
 
 /// All runs in order, without those that touch.
-std::vector<LineTrace::Run> LineTrace::mergedRuns() const
+std::vector<LineTrace::Run> LineTrace::mergedRuns(Pauses& pauses) const
 {
     std::vector<Run> runs;
-    for (const Part& part : parts) runs.insert(runs.end(), part.runs.begin(), part.runs.end());
-    std::sort(runs.begin(), runs.end(), [](const Run& a, const Run& b) {
+    for (const Part& part : parts)
+        for (const Run& run : part.runs) {
+            pauses.step();
+            runs.push_back(run);
+        }
+    std::sort(runs.begin(), runs.end(), [&pauses](const Run& a, const Run& b) {
+        pauses.step();
         return a.place != b.place ? a.place < b.place : a.low < b.low;
     });
     std::size_t kept = 0;
     for (const Run& run : runs) {
+        pauses.step();
         if (kept != 0 && runs[kept - 1].place == run.place && run.low <= runs[kept - 1].high + 1)
             runs[kept - 1].high = std::max(runs[kept - 1].high, run.high);
         else runs[kept++] = run;
@@ -229,15 +235,18 @@ std::vector<LineTrace::Run> LineTrace::mergedRuns() const
     return runs;
 }
 
-void LineTrace::forEachPath(const std::function<void(std::uint32_t, Path)>& take) const
+void LineTrace::forEachPath(const std::function<void(std::uint32_t, Path)>& take,
+                            const std::function<void()>& pause) const
 {
     if (!table) return;
-    const std::vector<Run> runs = mergedRuns();
+    Pauses pauses(pause);
+    const std::vector<Run> runs = mergedRuns(pauses);
     Tracer tracer(take);
     std::size_t at = 0;
     for (std::uint32_t place = 0; place < table->all().size(); ++place) {
         const std::size_t first = at;
         while (at < runs.size() && runs[at].place == place) ++at;
+        pauses.step(4 + 4 * (at - first));
         tracer.add(table->all()[place], std::span(runs).subspan(first, at - first));
     }
     tracer.end();

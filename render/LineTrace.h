@@ -1,6 +1,7 @@
 #pragma once
 
 #include "render/LineTable.h"
+#include "render/Pauses.h"
 
 #include <cstdint>
 #include <functional>
@@ -41,14 +42,15 @@ public:
 
     /// Gives each part to `take` with a place of its line, line by line and along each. A part ends at the
     /// line's own points in its first and last pixel, and where it holds the line's first or last pixel at
-    /// the line's end. Drawn by the rule for lines, it takes the pixels that show. Throws std::bad_alloc and
-    /// what `take` throws.
-    void forEachPath(const std::function<void(std::uint32_t place, Path path)>& take) const;
+    /// the line's end. Drawn by the rule for lines, it takes the pixels that show. `pause` is called after
+    /// every millisecond or so. Throws std::bad_alloc and what `take` and `pause` throw.
+    void forEachPath(const std::function<void(std::uint32_t place, Path path)>& take,
+                     const std::function<void()>& pause) const;
 
 private:
     class Tracer;
 
-    std::vector<Run> mergedRuns() const;
+    std::vector<Run> mergedRuns(Pauses& pauses) const;
 
     const LineTable* table = nullptr;
     int width = 1;
