@@ -32,9 +32,12 @@ public:
     std::uint32_t operator[](std::uint32_t vertex) const noexcept { return firstOf[vertex]; }
 
     /// Memory that is not needed any more: at least one number for each vertex, all `none`.
-    LargeVector<std::uint32_t> takeTable()
+    LargeVector<std::uint32_t> takeTable(Pauses& pauses)
     {
-        std::fill(table.begin(), table.end(), none);
+        const std::size_t size = table.size();
+        table.clear();
+        resizeInSlices(
+            table, size, [&pauses] { pauses.step(Pauses::interval); }, none);
         return std::move(table);
     }
 
@@ -124,7 +127,7 @@ public:
           model(scene),
           pauses(pause),
           positions(scene, pauses),
-          newest(positions.takeTable())
+          newest(positions.takeTable(pauses))
     {
         const std::size_t usual = model.edgeCount() / 2 + std::size_t{1};
         result.endStore.reserve(usual);

@@ -30,8 +30,9 @@ public:
     };
     static constexpr std::uint32_t groupSize = 64;
 
-    /// Edges whose ends coincide or are not finite are left out. `pause` is called now and then and may
-    /// throw. Throws std::bad_alloc.
+    /// Edges whose ends coincide or are not finite are left out. `pause` is called now and then, on the
+    /// calling thread, and may throw; part of the work is shared by the threads of `sharing`. Throws
+    /// std::bad_alloc.
     explicit Outlines(const Model& model, const std::function<void()>& pause = {},
                       const Sharing& sharing = {});
 

@@ -13,7 +13,8 @@ TEST(SvgFile, IsAbandonedSoonWhileItsLinesAreGatheredAndWritten)
     ModelBuilder builder;
     const Material& material = builder.findMaterial("m");
     for (int i = 0; i < 40000; ++i) {
-        const double x = i % 200, y = i / 200;
+        const int column = i % 200, row = i / 200;
+        const double x = column, y = row;
         builder.addCurve(material, std::array{Point<3>(x, y, 0), Point<3>(x + 0.7, y, 0.5)});
     }
     const Handle<Model> model = builder.take();
