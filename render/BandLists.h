@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/LargeMemory.h"
+#include "platform/Prefetch.h"
 
 #include <cstddef>
 #include <vector>
@@ -50,7 +51,7 @@ private:
     static void fetch(const Block* block) noexcept
     {
         for (std::size_t at = 0; block && at < sizeof(Block); at += 64)
-            __builtin_prefetch(reinterpret_cast<const char*>(block) + at);
+            prefetch(reinterpret_cast<const char*>(block) + at);
     }
 
     /// Where a list's next item goes.

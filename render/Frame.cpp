@@ -89,7 +89,8 @@ void Frame::project(const Model& model, const Camera& camera, int width, Reporte
 /// that facets reach into few. One thread where there is little work and others would come too late.
 Bands Frame::chooseBands(const Model& model, int width, int height, const LineStyle& style) noexcept
 {
-    constexpr int cachedPixels = 65536, mostBits = 6;
+    constexpr int mostBits = 6;
+    const int cachedPixels = style.draws() ? 32768 : 65536;   // lines take as much memory again
     const double lineWork = style.draws() ? 16.0 * (model.curveCount() + model.facetCount()) : 0.0;
     const double work = static_cast<double>(width) * height + 16.0 * model.facetCount() + lineWork;
     drawingThreads = work <= 100.0 * static_cast<double>(sharing.pieceSize) ? 1 : sharing.threads;

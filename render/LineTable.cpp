@@ -1,5 +1,6 @@
 #include "render/LineTable.h"
 
+#include "platform/Prefetch.h"
 #include "render/LinePixels.h"
 #include "render/Outlines.h"
 #include "render/Pauses.h"
@@ -270,8 +271,8 @@ private:
         const auto fetchEnds = [&](std::size_t i) {
             if (i >= count) return;
             const Edge& ends = style.outlines->ends(drawn[i].index);
-            __builtin_prefetch(&projected[ends.from]);
-            __builtin_prefetch(&projected[ends.to]);
+            prefetch(&projected[ends.from]);
+            prefetch(&projected[ends.to]);
         };
         for (std::size_t i = 0; i < ahead; ++i) fetchEnds(i);
         for (std::size_t i = 0; i < count; ++i) {

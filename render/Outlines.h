@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/LargeMemory.h"
+#include "platform/Prefetch.h"
 #include "render/Shading.h"
 #include "render/Sharing.h"
 #include "scene/Model.h"
@@ -81,8 +82,8 @@ public:
         if (number >= groupCount()) return;
         for (std::size_t i = 0; i < groupSize; i += 64 / sizeof(Pair)) {
             const std::size_t index = number * std::size_t{groupSize} + i;
-            __builtin_prefetch(&pairs.data()[index]);
-            __builtin_prefetch(&endStore.data()[index]);
+            prefetch(&pairs.data()[index]);
+            prefetch(&endStore.data()[index]);
         }
     }
 
