@@ -16,75 +16,103 @@ namespace {
 constexpr double cosineOf20Degrees = 0.93969262078590838405;
 constexpr std::uint32_t none = 0xFFFFFFFF;
 
-/// For every vertex the first one at the same position; none for one that is not finite.
+/// For every vertex the first one at the same position; none for one that is not finite. Vertices whose hash
+/// no other one has need not be looked for in a table: where facets share vertices that is nearly all of
+/// them.
 class SamePositions {
 public:
-    SamePositions(const Model& scene, Pauses& pauses) : model(scene)
+    SamePositions(const Model& scene, Pauses& counted) : model(scene), pauses(counted)
     {
-        const auto pause = [&pauses] { pauses.step(Pauses::interval); };
-        resizeInSlices(firstOf, model.vertexCount(), pause);
-        resizeInSlices(table, std::bit_ceil(std::size_t{model.vertexCount()} * 2 + 2), pause, none);
+        const auto pause = [this] { pauses.step(Pauses::interval); };
         const std::uint32_t count = model.vertexCount();
-        for (std::uint32_t i = 0; i < count; i += blockSize)
-            addBlock(i, std::min(i + blockSize, count), pauses);
+        resizeInSlices(firstOf, count, pause);
+        resizeInSlices(places, std::bit_ceil(std::size_t{count} / 2 + 1), pause);
+        std::uint32_t inTable = count;
+        if (const std::uint32_t repeated = noteHashes(); repeated <= count / rarelyRepeated)
+            inTable = 2 * repeated;
+        else places = {};
+        resizeInSlices(table, std::bit_ceil(2 * std::size_t{inTable} + 2), pause, none);
+        for (std::uint32_t i = 0; i < count; i += blockSize) findBlock(i, std::min(i + blockSize, count));
+        places = {};
+        table = {};
     }
 
     std::uint32_t operator[](std::uint32_t vertex) const noexcept { return firstOf[vertex]; }
 
-    /// Memory that is not needed any more: at least one number for each vertex, all `none`.
-    LargeVector<std::uint32_t> takeTable(Pauses& pauses)
+private:
+    static constexpr std::uint32_t blockSize = 32, placesOfWord = 32, rarelyRepeated = 8;
+
+    /// Leaves the hash of each vertex in firstOf and what is known of it in two bits of its place: one vertex
+    /// has it, more than one have it. Returns how many vertices have that of an earlier one; ends when these
+    /// are too many.
+    std::uint32_t noteHashes()
     {
-        const std::size_t size = table.size();
-        table.clear();
-        resizeInSlices(
-            table, size, [&pauses] { pauses.step(Pauses::interval); }, none);
-        return std::move(table);
+        std::uint32_t repeated = 0;
+        for (std::uint32_t i = 0; i < firstOf.size(); ++i) {
+            pauses.step();
+            if (i % 8192 == 8191 && repeated > i / rarelyRepeated) return none;
+            const std::uint32_t hashed = firstOf[i] = hash(model.vertex(i).position);
+            if (hashed == none) continue;
+            std::uint64_t& word = places[hashed / placesOfWord & (places.size() - 1)];
+            const std::uint32_t shift = hashed % placesOfWord * 2;
+            const std::uint64_t met = word >> shift & 1;
+            word |= (1 | met << 1) << shift;
+            repeated += static_cast<std::uint32_t>(met);
+        }
+        return repeated;
+    }
+    bool isRepeated(std::uint32_t hashed) const noexcept
+    {
+        const std::uint64_t word = places[hashed / placesOfWord & (places.size() - 1)];
+        return (word >> (hashed % placesOfWord * 2) & 2) != 0;
     }
 
-private:
-    static constexpr std::uint32_t blockSize = 32;
-
     /// What one step reads from anywhere in the table and the model, an earlier one asks for.
-    void addBlock(std::uint32_t first, std::uint32_t end, Pauses& pauses)
+    void findBlock(std::uint32_t first, std::uint32_t end)
     {
+        std::uint32_t asked[blockSize], count = 0;
         std::size_t slots[blockSize];
         for (std::uint32_t i = first; i < end; ++i) {
-            slots[i - first] = hash(model.vertex(i).position) & (table.size() - 1);
-            __builtin_prefetch(&table[slots[i - first]]);
+            const std::uint32_t hashed = places.empty() ? hash(model.vertex(i).position) : firstOf[i];
+            firstOf[i] = hashed == none ? none : i;
+            asked[count] = i;
+            slots[count] = hashed & (table.size() - 1);
+            count += hashed != none && (places.empty() || isRepeated(hashed));
         }
-        for (std::uint32_t i = first; i < end; ++i)
-            if (const std::uint32_t found = table[slots[i - first]]; found != none)
+        pauses.step(blockSize / 4 + count);
+        for (std::uint32_t k = 0; k < count; ++k) __builtin_prefetch(&table[slots[k]]);
+        for (std::uint32_t k = 0; k < count; ++k)
+            if (const std::uint32_t found = table[slots[k]]; found != none)
                 __builtin_prefetch(&model.vertex(found));
-        for (std::uint32_t i = first; i < end; ++i) {
-            firstOf[i] = firstAt(i, slots[i - first]);
-            pauses.step();
-        }
+        for (std::uint32_t k = 0; k < count; ++k) firstOf[asked[k]] = firstAt(asked[k], slots[k]);
     }
 
     std::uint32_t firstAt(std::uint32_t vertex, std::size_t slot)
     {
         const Point<3>& position = model.vertex(vertex).position;
-        if (!std::isfinite(position[0]) || !std::isfinite(position[1]) || !std::isfinite(position[2]))
-            return none;
         while (table[slot] != none && !(model.vertex(table[slot]).position == position))
             slot = (slot + 1) & (table.size() - 1);
         if (table[slot] == none) table[slot] = vertex;
         return table[slot];
     }
 
-    static std::size_t hash(const Point<3>& position) noexcept
+    /// Less than 2^31; none for a position that is not finite.
+    static std::uint32_t hash(const Point<3>& position) noexcept
     {
         std::uint64_t mixed = 0;
         for (int axis = 0; axis < 3; ++axis) {
+            if (!std::isfinite(position[axis])) return none;
             const auto bits = std::bit_cast<std::uint64_t>(position[axis] + 0.0);   // −0 as 0
             mixed = (mixed ^ bits) * 0x9E3779B97F4A7C15u;
             mixed ^= mixed >> 32;
         }
-        return static_cast<std::size_t>(mixed);
+        return static_cast<std::uint32_t>(mixed) >> 1;
     }
 
     const Model& model;
+    Pauses& pauses;
     LargeVector<std::uint32_t> firstOf;
+    LargeVector<std::uint64_t> places;   // empty when hashes repeat too often
     LargeVector<std::uint32_t> table;
 };
 
@@ -126,10 +154,12 @@ public:
         : result(filled),
           model(scene),
           pauses(pause),
-          positions(scene, pauses),
-          newest(positions.takeTable(pauses))
+          positions(scene, pauses)
     {
-        const std::size_t usual = model.edgeCount() / 2 + std::size_t{1};
+        resizeInSlices(
+            newest, model.vertexCount(), [this] { pauses.step(Pauses::interval); }, none);
+        // More than the half that a closed surface has: growing copies all.
+        const std::size_t usual = model.edgeCount() / 2 + model.edgeCount() / 16 + std::size_t{1};
         result.endStore.reserve(usual);
         result.pairs.reserve(usual);
         before.reserve(usual);
@@ -143,15 +173,10 @@ public:
             hasCurve = outlined != model.outlinedFacets().end() && *outlined == facet;
             if (hasCurve) ++outlined;
             for (std::uint32_t i = owner.firstEdge; i < owner.firstEdge + owner.edgeCount; ++i) {
+                pauses.step();
                 const Edge& edge = model.edge(i);
                 const std::uint32_t from = positions[edge.from], to = positions[edge.to];
-                pauses.step();
-                if (from == to || from == none || to == none) continue;
-                const bool forward = from < to;
-                const Use use{facet << 1 | std::uint32_t{forward}};
-                std::uint32_t& index = forward ? find(from, to) : find(to, from);
-                if (index == none) index = add({from, to}, use);
-                else addUse(index, use);
+                if (from != to && from != none && to != none) meet({from, to}, facet);
             }
         }
     }
@@ -184,26 +209,33 @@ private:
     Group& groupWith(std::uint32_t index) const noexcept { return result.groups[index / groupSize]; }
     static std::uint64_t bitOf(std::uint32_t index) noexcept { return std::uint64_t{1} << index % groupSize; }
 
-    /// The index of the edge between two ends; `none`, where that of a new one goes.
-    std::uint32_t& find(std::uint32_t lower, std::uint32_t upper)
+    /// An edge of a facet, between the first vertices at its ends.
+    void meet(const Edge& ends, std::uint32_t facet)
     {
-        listLength = 0;
-        list = lower;
-        for (std::uint32_t i = newest[lower]; i != none; i = before[i], ++listLength)
-            if (const Edge& ends = result.endStore[i]; (ends.from ^ ends.to) == (lower ^ upper))
-                return found = i;
-        if (listLength < longestList) return found = none;
-        return crowded.emplace(std::uint64_t{lower} << 32 | upper, none).first->second;
+        const bool forward = ends.from < ends.to;
+        const std::uint32_t lower = forward ? ends.from : ends.to, both = ends.from ^ ends.to;
+        const Use use{facet << 1 | std::uint32_t{forward}};
+        const Edge* const known = result.endStore.data();
+        std::uint32_t length = 0;
+        for (std::uint32_t i = newest[lower]; i != none; i = before[i], ++length)
+            if ((known[i].from ^ known[i].to) == both) return addUse(i, use);
+        if (length < longestList) {
+            before.push_back(newest[lower]);
+            newest[lower] = add(ends, use);
+            return;
+        }
+        const auto [at, isNew] =
+            crowded.try_emplace(std::uint64_t{lower} << 32 | (lower ^ both), result.size());
+        if (!isNew) return addUse(at->second, use);
+        before.push_back(none);
+        add(ends, use);
     }
 
-    /// An edge that find() has just not found, between the first vertices at its ends.
     std::uint32_t add(const Edge& ends, Use use)
     {
         const std::uint32_t index = result.size();
         result.endStore.push_back(ends);
         result.pairs.push_back({use, use});
-        before.push_back(newest[list]);
-        if (listLength < longestList) newest[list] = index;
         if (hasCurve) curved.push_back(index);
         return index;
     }
@@ -275,8 +307,7 @@ private:
     LargeVector<std::uint32_t> newest;   // of the edges of each lower end
     LargeVector<std::uint32_t> before;   // by outline: the one before it with the same lower end
     std::unordered_map<std::uint64_t, std::uint32_t> crowded;
-    std::uint32_t found = none, list = none, listLength = 0;   // of the last find()
-    bool hasCurve = false;                                     // the facet at hand, as its border
+    bool hasCurve = false;   // the facet at hand, as its border
     std::vector<std::uint32_t> twice,
         curved;                        // edges that one facet has several times; of facets with curves
     std::vector<FurtherUse> further;   // than the second of an edge

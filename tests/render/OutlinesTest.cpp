@@ -26,7 +26,8 @@ Corner cornerOf(const Model& model, std::uint32_t vertex)
     return {p[0] + 0.0, p[1] + 0.0, p[2] + 0.0};   // −0 as 0
 }
 
-/// Triangles between few points, so that edges have any number of facets and some have one twice.
+/// Triangles between few points, so that edges have any number of facets and some have one twice, or between
+/// many, of which few are shared.
 Handle<Model> crowd(std::uint32_t seed, int triangles, int points)
 {
     std::mt19937 random(seed);
@@ -36,8 +37,10 @@ Handle<Model> crowd(std::uint32_t seed, int triangles, int points)
         const double x = static_cast<double>(random() % static_cast<unsigned>(points));
         return Point<3>(random() % 2 == 0 ? x : -x * (x == 0.0), 0.0, x * x);
     };
+    std::vector<Point<3>> corners{any(), any()};
     for (int i = 0; i < triangles; ++i) {
-        std::vector<Point<3>> corners{any(), any(), any()};
+        if (random() % 10 == 0) corners = {corners[1], corners[0], any()};
+        else corners = {any(), any(), any()};
         if (random() % 4 == 0) corners.insert(corners.end(), {corners[0], corners[1]});
         model->addPolygon(material, Plane(), corners);
     }
@@ -47,8 +50,9 @@ Handle<Model> crowd(std::uint32_t seed, int triangles, int points)
 TEST(Outlines, AreTheEdgesOfAllFacetsInTheOrderOfTheFirst)
 {
     for (std::uint32_t seed = 0; seed < 60; ++seed) {
+        const int triangles = 1 + static_cast<int>(seed * seed);
         const Handle<Model> model =
-            crowd(seed, 1 + static_cast<int>(seed * seed), 3 + static_cast<int>(seed));
+            crowd(seed, triangles, seed % 4 == 3 ? 200 * triangles : 3 + static_cast<int>(seed));
         std::vector<Found> wanted;
         std::map<std::array<Corner, 2>, std::size_t> known;
         for (std::uint32_t facet = 0; facet < model->facetCount(); ++facet)
