@@ -207,7 +207,7 @@ private:
         if (listsPixels && segment.kind == LineSegment::Kind::straight) {
             const TinyLine tiny(segment.from, segment.to);
             const Line line{segment.place, {noFacet, noFacet}, LineRule::curve, false};
-            if (tiny.crossesOne()) return list(tiny.crossingPixel(), line, tiny.isMostlyAcross(), thread);
+            if (tiny.crossesOne()) return list(tiny.pixel(), line, tiny.isMostlyAcross(), thread);
         }
         list(segment, thread);
     }
@@ -283,8 +283,7 @@ private:
             const bool fromInFront = eye.surelyInFront(from[2]), toInFront = eye.surelyInFront(to[2]),
                        isTiny = tiny.crossesOneAtMost();
             if (listsPixels & fromInFront & toInFront & isTiny)
-                list(tiny.crossesNothing() ? tiny.middlePixel() : tiny.crossingPixel(), lineOf(drawn[i]),
-                     tiny.isMostlyAcross(), thread);
+                list(tiny.pixel(), lineOf(drawn[i]), tiny.isMostlyAcross(), thread);
             else addEdge(drawn[i], projected, thread);
         }
     }
@@ -312,7 +311,7 @@ private:
     void list(const TinyLine::Pixel& pixel, const Line& line, bool repeatedDown, unsigned thread)
     {
         const Bands& bands = table.bandsOfPicture;
-        const int aside = repeatedDown ? 0 : reach, down = repeatedDown ? reach : 0;
+        const int down = reach * repeatedDown, aside = reach - down;
         const bool inside = (pixel.column + aside >= 0) & (pixel.column - aside < bands.width)
                             & (pixel.row + down >= 0) & (pixel.row - down < bands.height);
         if (!inside) return;

@@ -33,28 +33,21 @@ public:
     }
 
     // Neither holds of one with more pixels, one that begins or ends on a column or row, and one far away.
-    bool crossesNothing() const noexcept { return count == 0.0; }
     bool crossesOneAtMost() const noexcept { return count <= 1.0; }
     bool crossesOne() const noexcept { return count == 1.0; }
 
-    /// Of one that crosses nothing: next to its middle.
-    Pixel middlePixel() const noexcept
-    {
-        const Pair point = (from + to) * 0.5;
-        return pixelAt(point, (fromDepth + toDepth) * 0.5, floorOf(point + 0.5), Pair{});
-    }
-
-    /// Of one that crosses a column or row: there.
-    Pixel crossingPixel() const noexcept
+    /// Of one that crosses a column or row: there. Of any other: next to its middle.
+    Pixel pixel() const noexcept
     {
         const Pair size = to - from, part = (sample - from) / size;   // from start to end
-        const Pair value = from + size * swapped(part);               // that counts where no sample point is
-        const Pair below = floorOf(value), nearer = floorOf(value + 0.5);
-        const Mask fixed = isCrossed | (below == value);
-        const Pair depths = chosen(isCrossed, fromDepth + (toDepth - fromDepth) * part, Pair{});
-        return pixelAt(chosen(isCrossed, sample, value), depths[0] + depths[1],
-                       chosen(isCrossed, sample, nearer),
-                       chosen(fixed, Pair{}, (below - nearer) * 2.0 + 1.0));
+        const Pair crossing = chosen(isCrossed, sample, from + size * swapped(part));
+        const Pair crossingDepths = chosen(isCrossed, fromDepth + (toDepth - fromDepth) * part, Pair{});
+        const Mask isApart = Pair{count, count} == Pair{};
+        const Pair point = chosen(isApart, (from + to) * 0.5, crossing);
+        const Pair depths = chosen(isApart, Pair{(fromDepth + toDepth) * 0.5, -0.0}, crossingDepths);
+        const Pair below = floorOf(point), nearer = floorOf(point + 0.5);
+        return pixelAt(point, depths[0] + depths[1], nearer,
+                       chosen(isApart | (below == point), Pair{}, (below - nearer) * 2.0 + 1.0));
     }
 
     /// At least as many columns as rows.
