@@ -51,7 +51,7 @@ void DXFHatchFill::addAreas(const DXFHatch& hatch)
 
 void DXFHatchFill::addPatterns(const DXFHatch& hatch)
 {
-    DXFHatchLines lines;
+    DXFHatchLines lines([this](std::size_t steps) { pauseEvery(steps); });
     for (const DXFArea& area : areasOf(hatch))
         for (const DXFHatchPattern& pattern : hatch.patterns)
             if (!lines.add(area, pattern)) return;

@@ -53,7 +53,10 @@ bool DXFHatchLines::addCrossings(const DXFLoop2& loop, const DXFHatchPattern& pa
             continue;
         }
         if (high - low + static_cast<double>(crossings.size()) > 4.0 * most) return false;
-        for (double line = std::ceil(low); line < high; ++line) cross(line);
+        for (double line = std::ceil(low); line < high; ++line) {
+            if (!takeStep()) return false;
+            cross(line);
+        }
     }
     return true;
 }
@@ -77,6 +80,7 @@ bool DXFHatchLines::addDashes(const DXFHatchPattern& pattern, const Vector<2>& d
     for (double turn = first; turn * period < to; ++turn) {
         double start = turn * period;
         for (const double dash : pattern.dashes) {
+            if (!takeStep()) return false;   // gaps put nothing
             const double end = start + std::fabs(dash);
             const double low = std::max(start, from.along), high = std::min(end, to);
             if (dash >= 0.0 && (dash > 0.0 ? low < high : low == high) && !put(low, high)) return false;

@@ -101,3 +101,15 @@ TEST(HostileDXF, EmptySectionsDoNotCauseBlocksToBeReadAgain)
     for (const ReadingRules rules : {ReadingRules::strict, ReadingRules::modern})
         EXPECT_EQ(outcomeWithin(all, rules), "100000");
 }
+
+/// 100,000 lines, each with 100,000 gaps and no dash.
+TEST(HostileDXF, APatternOfGapsIsGivenUpAndCanBeAbandoned)
+{
+    const std::string hatch =
+        entities("0 HATCH|8 0|10 0|20 0|30 0|70 0|91 1|92 2|72 0|73 1|93 4|10 0|20 0|10 4|20 0|10 4|20 4|10 "
+                 "0|20 4|97 0|"
+                 "75 0|76 1|52 0|41 1|77 0|78 1|53 0|43 0|44 0|45 0|46 4e-5|79 1|49 -4e-5|98 0");
+    RecordingReporter patient(maxReports), impatient(100);
+    EXPECT_EQ(readDXF(hatch, patient, {.curves = true}).account.skipped(), 1u);
+    EXPECT_THROW(readDXF(hatch, impatient, {.curves = true}), Reporter::Abandoned);
+}
