@@ -37,11 +37,12 @@ Handle<Model> crowd(std::uint32_t seed, int triangles, int points)
         const double x = static_cast<double>(random() % static_cast<unsigned>(points));
         return Point<3>(random() % 2 == 0 ? x : -x * (x == 0.0), 0.0, x * x);
     };
+    const unsigned rarely = points > triangles ? 30 : 4;
     std::vector<Point<3>> corners{any(), any()};
     for (int i = 0; i < triangles; ++i) {
-        if (random() % 10 == 0) corners = {corners[1], corners[0], any()};
+        if (random() % rarely == 0) corners = {corners[1], corners[0], any()};
         else corners = {any(), any(), any()};
-        if (random() % 4 == 0) corners.insert(corners.end(), {corners[0], corners[1]});
+        if (random() % rarely == 0) corners.insert(corners.end(), {corners[0], corners[1]});
         model->addPolygon(material, Plane(), corners);
     }
     return model;
