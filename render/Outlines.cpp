@@ -168,16 +168,15 @@ public:
     void match()
     {
         auto outlined = model.outlinedFacets().begin();
+        std::uint32_t edge = 0;   // the first one of the facet at hand: they follow one another
         for (std::uint32_t facet = 0; facet < model.facetCount(); ++facet) {
-            const Facet& owner = model.facet(facet);
             hasCurve = outlined != model.outlinedFacets().end() && *outlined == facet;
             if (hasCurve) ++outlined;
-            for (std::uint32_t i = owner.firstEdge; i < owner.firstEdge + owner.edgeCount; ++i) {
-                pauses.step();
-                const Edge& edge = model.edge(i);
-                const std::uint32_t from = positions[edge.from], to = positions[edge.to];
-                if (from != to && from != none && to != none) meet({from, to}, facet);
-            }
+            std::uint32_t count = *model.edgeCounts(facet, 1);
+            if (count == Model::manyEdges) count = model.facet(facet).edgeCount;
+            const Edge* const sides = count == 0 ? nullptr : model.edgesFrom(edge, count);
+            for (std::uint32_t i = 0; i < count; ++i) meet(sides ? sides[i] : model.edge(edge + i), facet);
+            edge += count;
         }
     }
 
@@ -209,9 +208,11 @@ private:
     Group& groupWith(std::uint32_t index) const noexcept { return result.groups[index / groupSize]; }
     static std::uint64_t bitOf(std::uint32_t index) noexcept { return std::uint64_t{1} << index % groupSize; }
 
-    /// An edge of a facet, between the first vertices at its ends.
-    void meet(const Edge& ends, std::uint32_t facet)
+    void meet(const Edge& side, std::uint32_t facet)
     {
+        pauses.step();
+        const Edge ends{positions[side.from], positions[side.to]};
+        if (ends.from == ends.to || ends.from == none || ends.to == none) return;
         const bool forward = ends.from < ends.to;
         const std::uint32_t lower = forward ? ends.from : ends.to, both = ends.from ^ ends.to;
         const Use use{facet << 1 | std::uint32_t{forward}};
