@@ -15,48 +15,66 @@ LineVisibility::LineVisibility(const Model& scene, const Camera& view, const Lin
       outlines(edges),
       perspective(view.describe().kind == 0),
       parallelTolerance(0x1p-20 * view.scale * (view.far - view.near)),
-      known(knownFacets)
+      facetAt(knownFacets, noFacet),
+      slopesAt(knownFacets)
 {}
-
-inline LineVisibility::Owners LineVisibility::ownersOf(const LinePixel& pixel) const noexcept
-{
-    const bool isThere = (pixel.toOther[0] != 0) | (pixel.toOther[1] != 0),
-               hasOther = isThere & holds(otherSample(pixel, true)),
-               outline = pixel.rule == LineRule::outline, crease = pixel.rule == LineRule::crease;
-    const std::uint32_t drawn = ownerAt(drawnSample(pixel)), other = ownerAt(otherSample(pixel, hasOther));
-    const bool drawnForeign = isForeign(pixel, drawn), otherForeign = isForeign(pixel, other);
-    const bool asksOther = hasOther & outline & otherForeign,
-               mayShowBeside =
-                   hasOther & (outline | (crease & (other != noFacet))) & (asksOther == otherForeign);
-    return {drawn, other, drawnForeign, asksOther, mayShowBeside};
-}
 
 /// Few branches: what a pixel is like tells nothing of the next one.
 void LineVisibility::find(const LinePixel* const* pixels, std::size_t count, bool* shows) noexcept
 {
-    // 1. The owners, and whose planes are needed and not known.
-    Owners owners[mostPixels];
-    std::size_t unknownCount = 0;
-    const auto need = [&](std::uint32_t facet, bool needed) {
-        unknown[unknownCount] = facet;
-        unknownCount += needed & (known[facet % knownFacets].facet != facet);
-    };
+    // 1. The drawn samples.
+    Question questions[mostPixels];
+    std::size_t asked = 0;
     for (std::size_t i = 0; i < count; ++i) {
         const LinePixel& pixel = *pixels[i];
-        owners[i] = ownersOf(pixel);
-        need(owners[i].drawn, owners[i].asksDrawn);
-        need(owners[i].other, owners[i].asksOther);
+        const Sample at{pixel.column, pixel.row};
+        const std::uint32_t owner = ownerAt(at);
+        shows[i] = true;
+        questions[asked] = {&pixel, &shows[i], at, owner};
+        asked += isForeign(pixel, owner);
     }
-    // 2. These planes.
+    const std::size_t hidden = keepHidden(questions, asked);
+    // 2. The other samples of points that are hidden there.
+    std::size_t others = 0;
+    for (std::size_t i = 0; i < hidden; ++i) {
+        const Question question = questions[i];
+        const LinePixel& pixel = *question.pixel;
+        const Sample at{pixel.column + pixel.toOther[0], pixel.row + pixel.toOther[1]};
+        const bool isThere = at != question.at;
+        *question.shows = false;
+        questions[others] = {&pixel, question.shows, at, noFacet};
+        others += isThere & (pixel.rule != LineRule::curve) & holds(at);
+    }
+    asked = 0;
+    for (std::size_t i = 0; i < others; ++i) {
+        const Question question = questions[i];
+        const LinePixel& pixel = *question.pixel;
+        const std::uint32_t owner = ownerAt(question.at);
+        const bool foreign = isForeign(pixel, owner), outline = pixel.rule == LineRule::outline;
+        *question.shows = outline | ((owner != noFacet) & !foreign);
+        questions[asked] = {&pixel, question.shows, question.at, owner};
+        asked += outline & foreign;
+    }
+    const std::size_t hiddenThere = keepHidden(questions, asked);
+    for (std::size_t i = 0; i < hiddenThere; ++i) *questions[i].shows = false;
+}
+
+/// Moves the questions of points that are hidden to the front, in order. Returns how many there are.
+std::size_t LineVisibility::keepHidden(Question* questions, std::size_t count) noexcept
+{
+    std::size_t unknownCount = 0, hidden = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::uint32_t owner = questions[i].owner;
+        unknown[unknownCount] = owner;
+        unknownCount += !isKnown(owner);
+    }
     fetch(unknownCount);
-    // 3. What they hide.
     for (std::size_t i = 0; i < count; ++i) {
-        const LinePixel& pixel = *pixels[i];
-        const auto [drawn, other, asksDrawn, asksOther, mayShowBeside] = owners[i];
-        const bool free = !hides(pixel, drawnSample(pixel), drawn, asksDrawn),
-                   freeBeside = !hides(pixel, otherSample(pixel, asksOther), other, asksOther);
-        shows[i] = free | (mayShowBeside & freeBeside);
+        const Question question = questions[i];
+        questions[hidden] = question;
+        hidden += hides(question);
     }
+    return hidden;
 }
 
 /// The slopes of unknown facets, whose planes come from memory all at the same time.
@@ -68,13 +86,15 @@ void LineVisibility::fetch(std::size_t count) noexcept
         asm volatile("" : : "m"(first), "m"(last));
     }
     for (std::size_t i = 0; i < count; ++i)
-        if (Slopes& slopes = slopesAt(unknown[i]); slopes.facet != unknown[i]) slopes = slopesOf(unknown[i]);
+        if (!isKnown(unknown[i])) learn(unknown[i]);
 }
 
-LineVisibility::Slopes LineVisibility::slopesOf(std::uint32_t facet) const noexcept
+void LineVisibility::learn(std::uint32_t facet) noexcept
 {
     const Vector<3> normal = camera.screenPlane(model.facet(facet).plane).normal();
-    return {finiteOrZero(-normal[0] / normal[2]), finiteOrZero(-normal[1] / normal[2]), facet};
+    facetAt[facet % knownFacets] = facet;
+    slopesAt[facet % knownFacets] = {finiteOrZero(-normal[0] / normal[2]),
+                                     finiteOrZero(-normal[1] / normal[2])};
 }
 
 }   // namespace belvor

@@ -46,36 +46,31 @@ private:
     /// How the depth of a facet's plane grows with x and y.
     struct Slopes {
         double x, y;
-        std::uint32_t facet = noFacet;
     };
 
-    /// Of a pixel: who owns both samples, and what that says.
-    struct Owners {
-        std::uint32_t drawn, other;   // the same where there is no other sample
-        bool asksDrawn, asksOther;    // the owner hides the point if its plane does
-        bool mayShowBeside;           // hidden at the drawn one, it shows unless hidden at the other
+    /// A sample point beside a pixel's point; a facet that the line does not belong to owns it.
+    struct Question {
+        const LinePixel* pixel;
+        bool* shows;   ///< The answer for the pixel.
+        Sample at;
+        std::uint32_t owner;
     };
-    Owners ownersOf(const LinePixel& pixel) const noexcept;
+    std::size_t keepHidden(Question* questions, std::size_t count) noexcept;
     void fetch(std::size_t count) noexcept;
 
-    /// Whether the plane of the owner of a sample, if it is `asked`, hides the pixel's point.
-    bool hides(const LinePixel& pixel, Sample at, std::uint32_t owner, bool asked) noexcept
+    /// Whether the plane of the owner hides the pixel's point.
+    bool hides(const Question& question) noexcept
     {
-        Slopes& slopes = slopesAt(owner);
-        if (asked & (owner != slopes.facet)) slopes = slopesOf(owner);   // two at one place
+        const auto [pixel, shows, at, owner] = question;
+        if (!isKnown(owner)) learn(owner);   // two at one place
+        const Slopes& slopes = slopesAt[owner % knownFacets];
         const double surface = rowOf(at).depths()[static_cast<std::size_t>(at.column)]
-                               + slopes.x * (pixel.point[0] - at.column)
-                               + slopes.y * (pixel.point[1] - at.row);
-        const double tolerance = perspective ? 0x1p-20 * std::abs(pixel.point[2]) : parallelTolerance;
-        return asked & (pixel.point[2] > surface + tolerance);
+                               + slopes.x * (pixel->point[0] - at.column)
+                               + slopes.y * (pixel->point[1] - at.row);
+        const double tolerance = perspective ? 0x1p-20 * std::abs(pixel->point[2]) : parallelTolerance;
+        return pixel->point[2] > surface + tolerance;
     }
-    static Sample drawnSample(const LinePixel& pixel) noexcept { return {pixel.column, pixel.row}; }
-    /// The drawn one unless `hasOther`.
-    static Sample otherSample(const LinePixel& pixel, bool hasOther) noexcept
-    {
-        return {pixel.column + hasOther * pixel.toOther[0], pixel.row + hasOther * pixel.toOther[1]};
-    }
-    Slopes& slopesAt(std::uint32_t facet) noexcept { return known[facet % knownFacets]; }
+    bool isKnown(std::uint32_t facet) const noexcept { return facetAt[facet % knownFacets] == facet; }
     bool holds(Sample at) const noexcept
     {
         return (at.row >= firstRow) & (at.row < endRow) & (at.column >= 0) & (at.column < rows->width());
@@ -93,7 +88,7 @@ private:
         if (!(foreign & pixel.hasMoreFacets)) return foreign;
         return !outlines->belongsTo(table.outline(pixel.place), facet);
     }
-    Slopes slopesOf(std::uint32_t facet) const noexcept;
+    void learn(std::uint32_t facet) noexcept;
 
     const Model& model;
     const Camera& camera;
@@ -103,8 +98,10 @@ private:
     const double parallelTolerance;
     const PixelRow* rows = nullptr;
     int firstRow = 0, endRow = 0;
-    std::uint32_t unknown[2 * mostPixels];
-    std::vector<Slopes> known;   // of facets that were asked for, each at a place that follows from its index
+    std::uint32_t unknown[mostPixels];
+    // Of facets that were asked for, each at a place that follows from its index:
+    std::vector<std::uint32_t> facetAt;
+    std::vector<Slopes> slopesAt;
 };
 
 }   // namespace belvor
