@@ -31,17 +31,13 @@ bool roundingIsCertain(const DoubleDouble& value) noexcept
     return value.high + (value.low - error) == value.high + (value.low + error);
 }
 
-/// An angle less a multiple of π/2.
-struct Reduced {
-    DoubleDouble rest;   // in about [−π/4, π/4]; wrong by at most 2^-103 of it and 2^-131
-    int quadrant;        // 0 to 3
-};
-
-/// `radians` within a million. π/2 stands in four parts, the first three so short that the
-/// multiples of them are exact (W. Cody and W. Waite, Software Manual for the Elementary
-/// Functions, 1980).
-Reduced reduce(double radians) noexcept
+/// `radians` less the nearest multiple of π/2, wrong by at most 2^-103 of it and 2^-131. π/2 stands in four
+/// parts, the first three so short that the multiples of them are exact up to a million radians (W. Cody and
+/// W. Waite, Software Manual for the Elementary Functions, 1980).
+WideRemainder remainder(double radians) noexcept
 {
+    constexpr double longest = 1e6;
+    if (std::abs(radians) > longest) return wideRemainder(radians);
     constexpr double first = 0x1.921fb544p+0, second = 0x1.0b4611a6p-34, third = 0x1.3198a2ep-69,
                      fourth = 0x1.b839a252049c1p-104;
     const double turns = std::floor(radians * (2.0 / std::numbers::pi) + 0.5);
@@ -76,9 +72,8 @@ DoubleDouble increased(const DoubleDouble& own, const DoubleDouble& other, const
 /// The sine of `radians` plus `quarters` right angles; `radians` finite and not below 2^-27.
 double sineAfter(double radians, int quarters) noexcept
 {
-    constexpr double longest = 1e6, leastRest = 0x1p-60;
-    if (std::abs(radians) > longest) return wideSine(radians, quarters);
-    const Reduced angle = reduce(radians);
+    constexpr double leastRest = 0x1p-60;
+    const WideRemainder angle = remainder(radians);
     if (std::abs(angle.rest.high) < leastRest) return wideSine(radians, quarters);
     const bool mirrored = angle.rest.high < 0.0;
     const DoubleDouble rest = mirrored ? DoubleDouble{-angle.rest.high, -angle.rest.low} : angle.rest;

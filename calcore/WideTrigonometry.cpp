@@ -179,7 +179,27 @@ Fixed series(const Fixed& angle, bool odd) noexcept
     return odd ? angle * sum : sum;
 }
 
+DoubleDouble doubleDouble(const Fixed& value) noexcept
+{
+    const double high = rounded(value);
+    const Fixed near = fixed(high);
+    const bool above = value < near;
+    const Fixed rest = above ? near - value : value - near;
+    if (!(Fixed() < rest)) return {high, 0.0};
+    const double low = rounded(rest);
+    return {high, above ? -low : low};
+}
+
 }   // namespace
+
+WideRemainder wideRemainder(double radians) noexcept
+{
+    const Reduced angle = reduce(std::abs(radians));
+    const bool mirrored = radians < 0.0;
+    const DoubleDouble rest = doubleDouble(angle.rest);
+    return {angle.negative != mirrored ? DoubleDouble{-rest.high, -rest.low} : rest,
+            (mirrored ? -angle.quadrant : angle.quadrant) & 3};
+}
 
 double wideSine(double radians, int quarters) noexcept
 {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "calcore/DoubleDouble.h"
+
 namespace belvor {
 
 // The functions of Trigonometry.h in 320 bits behind the point, for the few arguments where two
@@ -7,6 +9,13 @@ namespace belvor {
 // last place that a rounding can hang on are far fewer: no double is known whose sine, cosine or
 // arctangent lies closer to a number between two doubles than 2^-70 of the last place, and of the
 // quotients of two doubles a random one comes as close as is undecided here once in 2^180 calls.
+
+/// `radians`, finite and not 0, less the nearest multiple of π/2.
+struct WideRemainder {
+    DoubleDouble rest;   ///< In about [−π/4, π/4]; wrong by at most 2^-105 of it.
+    int quadrant;        ///< 0 to 3.
+};
+WideRemainder wideRemainder(double radians) noexcept;
 
 /// The sine of `radians` plus `quarters` (0 to 3) right angles; `radians` finite and not below
 /// 2^-27.

@@ -76,7 +76,7 @@ TEST_F(TrigonometryMpfr, AMillionArgumentsRoundCorrectly)
         compareAngles(within(8.0));
         compareAngles(within(1e6));
         compareAngles(std::ldexp(within(1.0), -static_cast<int>(random() % 40)));
-        if (i % 10 == 0) compareAngles(anyDouble());
+        compareAngles(anyDouble());
         compareDirection(within(4.0), 1.0);
         compareDirection(within(1.0), within(1.0));
         const double y = anyDouble();
