@@ -52,9 +52,9 @@ Things::Things(std::string_view bytes, const std::string& file, Reporter& report
     : path(file),
       progress(reporter)
 {
+    const auto pause = [this] { report(0.0); };
     std::string copy;
-    if (!ThingsAhead::isWorthIt(bytes, threads) || !ThingsAhead::isTextModeSame(bytes, threads))
-        bytes = textModeBytes(bytes, copy, [this] { report(0.0); });
+    if (!ThingsAhead::isTextModeSame(bytes, threads, pause)) bytes = textModeBytes(bytes, copy, pause);
     Text text(bytes);
     if (ThingsAhead::isWorthIt(bytes, threads)) ahead.emplace(bytes, threads, builder);
     bool whole = true;

@@ -49,6 +49,16 @@ private:
 
 }   // namespace
 
+bool ThingsAhead::isTextModeSame(std::string_view bytes, unsigned threads, const std::function<void()>& pause)
+{
+    constexpr std::size_t bytesBetweenPauses = std::size_t{16} << 20;
+    for (; bytes.size() > bytesBetweenPauses; bytes.remove_prefix(bytesBetweenPauses)) {
+        if (!isTextModeSame(bytes.substr(0, bytesBetweenPauses), threads)) return false;
+        pause();
+    }
+    return isTextModeSame(bytes, threads);
+}
+
 bool ThingsAhead::isTextModeSame(std::string_view bytes, unsigned threads)
 {
     std::atomic<bool> same = true;

@@ -53,8 +53,9 @@ public:
         return threads > 1 && text.size() > smallestText;
     }
 
-    /// As the function of that name, on several threads: fresh pages of a mapped file take time too.
-    static bool isTextModeSame(std::string_view bytes, unsigned threads);
+    /// As the function of that name, on so many threads: fresh pages of a mapped file take time too. Between
+    /// parts of some megabytes `pause` is called, which may throw.
+    static bool isTextModeSame(std::string_view bytes, unsigned threads, const std::function<void()>& pause);
 
     class Vertices {
     public:
@@ -108,6 +109,8 @@ public:
                        const std::function<bool(const Facets&)>& add) const;
 
 private:
+    static bool isTextModeSame(std::string_view bytes, unsigned threads);
+
     static constexpr std::size_t smallestText = std::size_t{4} << 20, pieceSize = std::size_t{128} << 10;
 
     template <class Items, class MayStart, class Read>
