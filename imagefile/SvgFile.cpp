@@ -10,6 +10,7 @@
 #include "text/Utf8.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace belvor {
@@ -49,14 +50,18 @@ std::string hexColour(const std::uint8_t* colour)
     return text;
 }
 
-/// A length of so many pixels: in millimetres where the view gives pixels one.
+/// A length of so many pixels: in millimetres where the view gives pixels one that can be written. The units
+/// of a model may be of any length, also 0 or beyond all numbers.
 std::string lengthOf(const ImageHeader& header, int pixels)
 {
     const CameraRecord& camera = header.camera;
     const double unit = camera.unitsCode < std::size(millimetres) ? millimetres[camera.unitsCode] : 0.0;
-    if (camera.kind == 0 || unit == 0.0) return std::to_string(pixels) + "px";
-    const double pixel = PictureGeometry(camera, header.width, header.height).pixelSize();
-    return shortestDecimal(pixels * pixel * camera.unitsScale * unit) + "mm";
+    const double length = camera.kind == 0
+                              ? 0.0
+                              : pixels * PictureGeometry(camera, header.width, header.height).pixelSize()
+                                    * camera.unitsScale * unit;
+    if (length > 0.0 && std::isfinite(length)) return shortestDecimal(length) + "mm";
+    return std::to_string(pixels) + "px";
 }
 
 void appendPath(std::string& paths, LineTrace::Path points, Pauses& pauses)

@@ -50,8 +50,10 @@ class SvgFiles(Folder):
         self.assertEqual([self.root.find(SVG + name) for name in ("rect", "image")], [None, None])
 
     def test_a_parallel_view_of_a_model_with_units_has_a_size(self):
-        self.write("units.man", "KRVT v5.1.0 MAN file\nUNITS 3 2\nEND\n")      # a unit is 2 cm
-        for more, size in ((["--parallel", "--scale", "0.25"], (450, 350, "mm")), ([], (90, 70, "px"))):
+        parallel = ["--parallel", "--scale", "0.25"]
+        for units, more, size in (("3 2", parallel, (450, 350, "mm")),    # a unit is 2 cm
+                                  ("3 2", [], (90, 70, "px")), ("0 2", parallel, (90, 70, "px")), ("3 1e308", parallel, (90, 70, "px"))):
+            self.write("units.man", f"KRVT v5.1.0 MAN file\nUNITS {units}\nEND\n")
             self.draw("--size", "90x70", "--edges", *more, "units.man")
             width, height = self.root.get("width"), self.root.get("height")
             self.assertEqual((round(float(width[:-2]), 9), round(float(height[:-2]), 9), width[-2:]), size)
