@@ -48,6 +48,17 @@ public:
         if (main.holds(index)) return pointAt(segment, axis, index);
         return beside[index < main.first ? 0 : 1];
     }
+    /// Whether a straight line between two points of the segment takes its pixel of that index too: one that
+    /// passes just between two samples is rounded in another way when it is counted from other ends.
+    bool keptBetween(const Point<3>& from, const Point<3>& to, double index) const noexcept
+    {
+        const Point<3> point = pointOf(index);
+        const int grid = main.holds(index) ? axis : 1 - axis, across = 1 - grid;
+        LineSegment piece = segment;
+        piece.from = from;
+        piece.to = to;
+        return std::floor(pointAt(piece, grid, point[grid])[across] + 0.5) == std::floor(point[across] + 0.5);
+    }
     bool none() const noexcept { return low > high; }
     bool rising() const noexcept { return segment.to[axis] >= segment.from[axis]; }
     double first() const noexcept { return rising() ? low : high; }
@@ -123,8 +134,7 @@ private:
             lastPoint = pixels.pointOf(stop);
             // Whether the part goes up to the end of the segment only the next one tells.
             const Point<3> ends[] = {lastPoint, segment.to};
-            keepPixels(segment, pixels, {path.back(), begin},
-                       std::span(ends).first(stop == pixels.last() ? 2 : 1), stop);
+            keepPixels(pixels, begin, stop, std::span(ends).first(stop == pixels.last() ? 2 : 1));
             joints.clear();
             atStart = false;
             if (stop != pixels.last()) close();
@@ -135,32 +145,20 @@ private:
         joints.clear();
     }
 
-    struct Start {
-        Point<3> point;
-        double index;
-    };
-
-    /// Adds points of the segment between `start` and the pixel `stop`, until a straight line to each of
-    /// `ends` takes its pixels. Few are needed: a line that passes just between two samples is rounded in
-    /// another way when it is counted from other ends.
-    void keepPixels(const LineSegment& segment, const SegmentPixels& pixels, Start start,
-                    std::span<const Point<3>> ends, double stop)
+    /// Adds points of the segment between the path's end and `ends`, until a straight line to each of these
+    /// takes the segment's pixels from `first` to `last`. Few are needed.
+    void keepPixels(const SegmentPixels& pixels, double first, double last, std::span<const Point<3>> ends)
     {
-        const int axis = longerAxis(segment), other = 1 - axis;
-        const auto pixelOf = [other](const Point<3>& point) { return std::floor(point[other] + 0.5); };
-        const double step = stop < start.index ? -1.0 : 1.0;
-        for (double index = start.index + step; (stop - index) * step > 0.0; index += step) {
-            const Point<3> point = pixels.pointOf(index);
-            const bool same = std::all_of(ends.begin(), ends.end(), [&](const Point<3>& to) {
-                LineSegment piece = segment;
-                piece.from = start.point;
-                piece.to = to;
-                return pixelOf(pointAt(piece, axis, index)) == pixelOf(point);
+        const double step = last < first ? -1.0 : 1.0;
+        for (double index = first; (last - index) * step >= 0.0; index += step) {
+            const Point<3> point = pixels.pointOf(index), start = path.back();
+            const bool kept = std::all_of(ends.begin(), ends.end(), [&](const Point<3>& to) {
+                return point == start || point == to || pixels.keptBetween(start, to, index);
             });
-            if (same) continue;
-            keepPixels(segment, pixels, start, std::span(&point, 1), index);
+            if (kept) continue;
+            keepPixels(pixels, first, index, std::span(&point, 1));
             path.push_back(point);
-            start = {point, index};
+            first = index + step;
         }
     }
 
@@ -168,7 +166,7 @@ private:
     void close()
     {
         if (!open) return;
-        path.push_back(lastPoint);
+        if (path.back() != lastPoint) path.push_back(lastPoint);
         finish();
     }
 
