@@ -1,11 +1,13 @@
 #include "platform/LargeMemory.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <new>
 #include <utility>
 
 #ifdef __linux__
 #include <sys/mman.h>
+#include <unistd.h>
 #endif
 
 namespace belvor {
@@ -27,20 +29,31 @@ void freeLarge(void* memory, std::size_t bytes) noexcept
     else ::operator delete(memory, std::align_val_t(largePage));
 }
 
-void provideLargePage(void* page) noexcept
-{
 #ifdef MADV_POPULATE_WRITE
-    madvise(page, largePage, MADV_POPULATE_WRITE);   // older systems refuse: the page comes when it is used
-#else
-    static_cast<void>(page);
-#endif
+bool canProvidePages() noexcept { return true; }   // older systems refuse: a page comes when it is used
+
+void provideLargePage(void* page) noexcept { madvise(page, largePage, MADV_POPULATE_WRITE); }
+
+void provideForReading(const void* bytes, std::size_t count) noexcept
+{
+    static const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+    const std::size_t before = reinterpret_cast<std::uintptr_t>(bytes) % page;
+    madvise(static_cast<char*>(const_cast<void*>(bytes)) - before, before + count, MADV_POPULATE_READ);
 }
+#endif
 #else
 void* allocateLarge(std::size_t bytes) { return ::operator new(bytes); }
 
 void freeLarge(void* memory, std::size_t) noexcept { ::operator delete(memory); }
 
+#endif
+
+#ifndef MADV_POPULATE_WRITE
+bool canProvidePages() noexcept { return false; }
+
 void provideLargePage(void*) noexcept {}
+
+void provideForReading(const void*, std::size_t) noexcept {}
 #endif
 
 void* MemoryPool::allocate(std::size_t bytes)

@@ -18,6 +18,10 @@ constexpr std::size_t largePage = std::size_t{2} << 20;
 /// Has the system provide the large page at `page` now, so that writing to it causes no fault later. Does not
 /// change what it holds: other threads may use it meanwhile. Does nothing where the system cannot do that.
 void provideLargePage(void* page) noexcept;
+/// The same of the pages that hold these bytes, of a mapped file for example, for reading them.
+void provideForReading(const void* bytes, std::size_t count) noexcept;
+/// Whether these two do anything.
+bool canProvidePages() noexcept;
 
 /// For containers of the standard library that hold large tables.
 template <class T>

@@ -1,6 +1,8 @@
 #include "readers/dxf/DXF.h"
 
 #include "errors/BadFile.h"
+#include "platform/Workers.h"
+#include "readers/common/PagesAhead.h"
 #include "readers/dxf/DXFEntity.h"
 #include "readers/dxf/DXFObjects.h"
 #include "resources/Texts.h"
@@ -12,7 +14,16 @@ DXF::DXF(std::string_view bytes, const std::string& fileName, Reporter& reporter
          Account& account)
     : DXF(DXFStream::over(bytes, fileName, reporter, how.log, how.rules), how, account)
 {
-    read();
+    const unsigned threads = how.threads == 0 ? Workers::usualThreads() : how.threads;
+    if (PagesAhead::isWorthIt(bytes, threads)) readWithPagesAhead(bytes);
+    else read();
+}
+
+void DXF::readWithPagesAhead(std::string_view bytes)
+{
+    PagesAhead pages(bytes, builder);
+    dxfStream->whenFurther(PagesAhead::step, [&pages](const char* at) { pages.reached(at); });
+    pages.during([this] { read(); });
 }
 
 DXF::DXF(std::unique_ptr<DXFStream> stream, const ReadingOptions& how, Account& account)

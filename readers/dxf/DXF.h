@@ -49,6 +49,7 @@ private:
     DXF(std::unique_ptr<DXFStream> stream, const ReadingOptions& how, Account& account);
 
     // DXF.cpp: sections
+    void readWithPagesAhead(std::string_view bytes);
     void read();
     void readAll();
     bool readSections();
@@ -100,6 +101,8 @@ private:
     void logCell(const DXFExpansion& cell);
     template <class Add>
     void record(Add add);
+    void recordFacet(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat,
+                     std::span<const std::uint32_t> loopEnds, bool outlined);
     void addMapped(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat,
                    const AffineTransform<3>& transform, std::span<const std::uint32_t> loopEnds,
                    bool outlined);

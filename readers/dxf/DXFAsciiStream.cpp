@@ -107,6 +107,7 @@ public:
     void passValue(DXFPosition& position, const DXFGroup& group) { takeLine(position, group); }
 
     // For patterns.
+    static constexpr bool lengthsVary = true;   // of numbers
     const char* codeEnd(const DXFPosition&) const noexcept { return codeLineEnd + 1; }
     /// The bytes of the value of a group, which it steps over: of a real its number, of an integer also the
     /// blanks before it, which are fewer before more digits.

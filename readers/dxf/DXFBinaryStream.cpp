@@ -128,6 +128,7 @@ public:
     void passValue(DXFPosition& position, DXFGroup& group) const { takeValue(position, group); }
 
     // For patterns.
+    static constexpr bool lengthsVary = false;
     bool takePlainCode(const DXFPosition& position, DXFGroup& group) const
     {
         return end - position.at >= 3 && takeCode(position, group);

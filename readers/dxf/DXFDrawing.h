@@ -5,6 +5,7 @@
 #include "readers/dxf/DXFDispatch.h"
 #include "readers/dxf/DXFLoops.h"
 #include "readers/dxf/DXFPaint.h"
+#include "readers/dxf/DXFPolyfaces.h"
 #include "readers/dxf/DXFStream.h"
 #include "readers/dxf/SkippedEntities.h"
 #include "scene/Material.h"
@@ -141,6 +142,13 @@ public:
     /// How many facets and curves have been given.
     std::uint64_t drawnSoFar() const noexcept { return given; }
 
+    /// Those of one mesh at a time; empty.
+    DXFPolyfaces& polyfaces()
+    {
+        polyfacesOfMesh.clear();   // of one that had a fault
+        return polyfacesOfMesh;
+    }
+
     /// Has the entities of a known block read for each cell, as soon as the current entity is done.
     virtual void readEntities(const DXFInsertion& insertion) = 0;
     /// The block of that name, or null when no BLOCK has defined it so far.
@@ -183,6 +191,7 @@ private:
     std::string_view recentMaterialKey;
 
     std::uint64_t given = 0;
+    DXFPolyfaces polyfacesOfMesh;
 };
 
 }   // namespace belvor

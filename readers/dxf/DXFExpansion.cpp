@@ -411,12 +411,20 @@ void DXF::nameMaterial(std::string_view key, std::string_view name)
 void DXF::placeFacet(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat,
                      std::span<const std::uint32_t> loopEnds, bool outlined)
 {
+    const DXFExpansion& cell = expansions.back();
+    if (cell.block) recordFacet(material, corners, flat, loopEnds, outlined);
+    addMapped(material, corners, flat, cell.transform, loopEnds, outlined);
+}
+
+/// Of a block.
+void DXF::recordFacet(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat,
+                      std::span<const std::uint32_t> loopEnds, bool outlined)
+{
     if (expansions.back().summarising) ++expansions.back().block->summary.facets;
     record([&](DXFBlockContents& contents) {
         contents.addFacet(material, surfaceInherits ? &paintOfEntity : nullptr, corners, flat, loopEnds,
                           outlined);
     });
-    addMapped(material, corners, flat, expansions.back().transform, loopEnds, outlined);
 }
 
 void DXF::addMapped(const Material& material, std::span<const Point<3>> corners, const DXFAxes* flat,

@@ -49,8 +49,22 @@ public:
         /// Whether they stand at `at`, where at least eight bytes more follow.
         bool startsAt(const char* at) const noexcept
         {
-            if (bytes.size() > sizeof(std::uint64_t)) return std::memcmp(at, bytes.data(), bytes.size()) == 0;
-            return ((wordAt(at) ^ word) & mask) == 0;
+            std::uint64_t difference = (wordAt(at) ^ word) & mask;
+            for (std::size_t next = sizeof word; next < bytes.size(); next += sizeof word) {
+                const std::size_t here = std::min(next, bytes.size() - sizeof word);
+                difference |= wordAt(at + here) ^ wordAt(bytes.data() + here);
+            }
+            return difference == 0;
+        }
+
+        /// `to`, where the value ends that starts at `from`. Most values are as long as the last one in their
+        /// place: that length is read where it was kept, so that a processor which foresees it goes on behind
+        /// the value while it still works on it.
+        const char* endOfValue(const char* from, const char* to) noexcept
+        {
+            const volatile std::ptrdiff_t& kept = length;   // else it would be known to be to - from
+            if (kept != to - from) length = to - from;
+            return from + kept;
         }
 
     private:
@@ -61,7 +75,8 @@ public:
             std::memcpy(&word, at, sizeof word);
             return word;
         }
-        std::uint64_t word = 0, mask = 0;   // of short ones
+        std::uint64_t word = 0, mask = 0;   // of the first bytes
+        std::ptrdiff_t length = 0;          // of the last value
     };
 
     /// Begins again, with a record whose first bytes are at `start`.
@@ -83,7 +98,7 @@ public:
         addFixed(codeEnd, Value::none, 0);
     }
 
-    const std::vector<Part>& parts() const noexcept { return partsOfRecord; }
+    std::vector<Part>& parts() noexcept { return partsOfRecord; }
     /// Of the last part, without the code after the record.
     std::size_t endLength() const noexcept { return lengthOfEnd; }
 
@@ -94,9 +109,9 @@ private:
         part.bytes = {fixed, static_cast<std::size_t>(to - fixed)};
         part.value = kind;
         part.slot = slot;
-        if (part.bytes.size() > sizeof part.word) return;
-        std::memcpy(&part.word, part.bytes.data(), part.bytes.size());
-        std::memset(&part.mask, 0xFF, part.bytes.size());
+        const std::size_t first = std::min(part.bytes.size(), sizeof part.word);
+        std::memcpy(&part.word, part.bytes.data(), first);
+        std::memset(&part.mask, 0xFF, first);
     }
 
     std::vector<Part> partsOfRecord;

@@ -13,10 +13,18 @@ constexpr std::uint16_t positionCodes[] = {10, 20, 30}, cornerCodesOfMesh[] = {7
 
 }   // namespace
 
+inline void DXFPolyPrim::addMeshFace(const DXFPolyfaces::Face& face, DXFPolyfaces& mesh)
+{
+    if (face.count < 3) return;   // a bare line
+    if (mesh.faces.empty() && !record.isModern())
+        material();   // materials are numbered as their first faces come
+    mesh.faces.push_back(face);
+}
+
 void DXFPolyPrim::buildPolyfaceMesh()
 {
     log().line("Polyline ", "face-mesh");
-    Polyfaces mesh;
+    DXFPolyfaces& mesh = drawing.polyfaces();
     DXFPatternTries tries;
     DXFPolyline::forEachVertex(drawing, [&](const DXFVertexEntity& vertex) {
         if (!vertex.has(DXFVertexEntity::faceMesh)) return;
@@ -26,17 +34,18 @@ void DXFPolyPrim::buildPolyfaceMesh()
         if (log() || vertex.groups().isExtended() || !tries.now()) return;
         tries.ended(isPosition ? takePositionRepeats(mesh) : takeFaceRepeats(mesh));
     });
-    for (const MeshFace& face : mesh.faces) {
+    for (const DXFPolyfaces::Face& face : mesh.faces) {
         std::array<Point<3>, 4> corners;
         for (std::size_t i = 0; i < face.count; ++i) corners[i] = mesh.positions[face.corners[i]];
         addFace(std::span<const Point<3>>(corners.data(), face.count));
     }
+    mesh.clear();
 }
 
-void DXFPolyPrim::takeMeshFace(const DXFVertexEntity& face, Polyfaces& mesh)
+void DXFPolyPrim::takeMeshFace(const DXFVertexEntity& face, DXFPolyfaces& mesh)
 {
     const std::size_t known = mesh.positions.size();
-    MeshFace taken;
+    DXFPolyfaces::Face taken;
     for (const int code : cornerCodesOfMesh) {
         const std::int64_t index =
             std::abs(std::int64_t{face.groups().integerOr(code, 0)});   // negative: an unseen edge
@@ -51,17 +60,9 @@ void DXFPolyPrim::takeMeshFace(const DXFVertexEntity& face, Polyfaces& mesh)
     addMeshFace(taken, mesh);
 }
 
-void DXFPolyPrim::addMeshFace(const MeshFace& face, Polyfaces& mesh)
-{
-    if (face.count < 3) return;   // a bare line
-    if (mesh.faces.empty() && !record.isModern())
-        material();   // materials are numbered as their first faces come
-    mesh.faces.push_back(face);
-}
-
 /// The positions after one that has been read, as long as they differ from it in their numbers alone. In
 /// large meshes nearly all records come in such runs. Returns how many.
-std::uint64_t DXFPolyPrim::takePositionRepeats(Polyfaces& mesh)
+std::uint64_t DXFPolyPrim::takePositionRepeats(DXFPolyfaces& mesh)
 {
     if (!stream().expectRepeats(positionCodes)) return 0;
     std::array<double, std::size(positionCodes) + 1> values{};   // 0 for a missing z
@@ -76,14 +77,14 @@ std::uint64_t DXFPolyPrim::takePositionRepeats(Polyfaces& mesh)
 }
 
 /// The same for faces. One with a fault is left to be read by itself.
-std::uint64_t DXFPolyPrim::takeFaceRepeats(Polyfaces& mesh)
+std::uint64_t DXFPolyPrim::takeFaceRepeats(DXFPolyfaces& mesh)
 {
     if (!stream().expectRepeats(cornerCodesOfMesh)) return 0;
     const auto known = static_cast<double>(mesh.positions.size());
     std::array<double, std::size(cornerCodesOfMesh) + 1> values{};   // 0 for a missing corner
     std::uint64_t taken = 0;
     for (; stream().isRepeat(values.data()); ++taken) {
-        MeshFace face;
+        DXFPolyfaces::Face face;
         bool outside = false;
         for (std::size_t i = 0; i < std::size(cornerCodesOfMesh) && values[i] != 0.0; ++i) {
             const double index = std::fabs(values[i]);   // negative: an unseen edge

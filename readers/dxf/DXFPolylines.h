@@ -2,9 +2,9 @@
 
 #include "errors/BadFile.h"
 #include "readers/dxf/DXFEntity.h"
+#include "readers/dxf/DXFPolyfaces.h"
 #include "readers/dxf/DXFStrip.h"
 
-#include <array>
 #include <vector>
 
 namespace belvor {
@@ -118,19 +118,10 @@ private:
     void buildPolygonMesh();   // DXFPolygonMesh.cpp
     void addCells(const std::vector<Point<3>>& points, std::int32_t m, std::int32_t n);
     void buildPolyfaceMesh();   // DXFPolyfaceMesh.cpp
-    struct MeshFace {
-        std::array<std::uint32_t, 4> corners;
-        std::size_t count = 0;
-    };
-    struct Polyfaces {
-        std::vector<MeshFace> faces;   // added at the end: a fault leaves nothing of the mesh
-        std::vector<Point<3>>
-            positions;   // counted as they come: writers fill the counts in the header wrongly
-    };
-    void takeMeshFace(const DXFVertexEntity& face, Polyfaces& mesh);
-    void addMeshFace(const MeshFace& face, Polyfaces& mesh);
-    std::uint64_t takePositionRepeats(Polyfaces& mesh);
-    std::uint64_t takeFaceRepeats(Polyfaces& mesh);
+    void takeMeshFace(const DXFVertexEntity& face, DXFPolyfaces& mesh);
+    void addMeshFace(const DXFPolyfaces::Face& face, DXFPolyfaces& mesh);
+    std::uint64_t takePositionRepeats(DXFPolyfaces& mesh);
+    std::uint64_t takeFaceRepeats(DXFPolyfaces& mesh);
 
     const DXFPolylineHead head;
 };

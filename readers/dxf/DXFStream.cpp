@@ -2,6 +2,7 @@
 
 #include "platform/Files.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <utility>
 
@@ -13,7 +14,8 @@ DXFStream::DXFStream(Source source)
       here{begin, 1},
       name(std::move(source.name)),
       record(name, source.rules),
-      reporter(source.reporter)
+      reporter(source.reporter),
+      nextStep(end)
 {
     const std::string log = name + ".log";
     if (source.logging && !isSameFile(log, name)) diagnostics = DXFLog(log);   // a link may lead back
@@ -35,7 +37,21 @@ std::unique_ptr<DXFStream> DXFStream::make(Source source)
 void DXFStream::checkProgress()
 {
     if (begin == end) return;   // nothing to measure by
+    if (here.at >= nextStep) goFurther();
     reporter.check(1, 0, static_cast<double>(here.at - begin) / static_cast<double>(end - begin));
+}
+
+void DXFStream::whenFurther(std::size_t step, std::function<void(const char*)> call)
+{
+    stepSize = step;
+    further = std::move(call);
+    goFurther();
+}
+
+void DXFStream::goFurther()
+{
+    if (further) further(here.at);
+    nextStep = here.at + std::min(stepSize, static_cast<std::size_t>(end - here.at));
 }
 
 bool DXFStream::nextRecord()

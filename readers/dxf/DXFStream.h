@@ -8,7 +8,9 @@
 #include "readers/dxf/DXFRecord.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -76,6 +78,8 @@ public:
 
     /// Reports how far the position is. Throws Reporter::Abandoned.
     void checkProgress();
+    /// `further` is called when progress is reported about `step` bytes further than ever before.
+    void whenFurther(std::size_t step, std::function<void(const char* at)> further);
 
     const std::string& fileName() const noexcept { return name; }
     /// Whether the lines of groups are byte offsets.
@@ -115,7 +119,12 @@ private:
     static std::unique_ptr<DXFStream> makeBinary(Source source);   // DXFBinaryStream.cpp
     static bool isBinaryFile(std::string_view bytes) noexcept;     // has the 22 bytes that mark a binary file
 
+    void goFurther();
+
     Reporter& reporter;
+    const char* nextStep;   // where `further` is called next
+    std::size_t stepSize = 0;
+    std::function<void(const char*)> further;
     DXFLog diagnostics;
     State state = State::positioned;
 };
@@ -216,12 +225,12 @@ template <class Encoding>
 bool DXFGroupStream<Encoding>::isRepeat(double* values) noexcept
 {
     const char* at = here.at;
-    for (const DXFPattern::Part& part : pattern.parts()) {
+    for (DXFPattern::Part& part : pattern.parts()) {
         const std::size_t length = part.bytes.size();
         if (static_cast<std::size_t>(end - at) < length + plain::longestReal || !part.startsAt(at))
             return false;
         if (part.value == DXFPattern::Value::none) break;
-        at += length;
+        const char* const value = at += length;
         if (part.value == DXFPattern::Value::real) {
             if (!encoding().takeReal(at, values[part.slot])) return false;
         } else if (part.value == DXFPattern::Value::integer) {
@@ -229,6 +238,7 @@ bool DXFGroupStream<Encoding>::isRepeat(double* values) noexcept
         } else {
             at = encoding().textEnd(at);
         }
+        if constexpr (Encoding::lengthsVary) at = part.endOfValue(value, at);
     }
     return encoding().endOfRepeat(at + pattern.endLength(), groupsOfPattern, repeatEnd);
 }
