@@ -103,7 +103,13 @@ void DXFStripSurface::addOutline(const Run& run, double z)
     }
     if (run.segments[run.first].isThin()) return graphic.addOutline(centre, thickness);
     if (run.ring) {
+        // The inner side of a ring without a hole is a point: its arcs bend inside half their width.
+        const double breadth = (right.front() - left.front()).length();
         for (DXFLoop* const side : {&left, &right}) {
+            const auto isAtFront = [&](const Point<3>& point) {
+                return (point - side->front()).length() <= 1e-6 * breadth;
+            };
+            if (std::all_of(side->begin(), side->end(), isAtFront)) continue;
             if (side->front() != side->back()) side->push_back(side->front());
             graphic.addOutline(*side, thickness);
         }

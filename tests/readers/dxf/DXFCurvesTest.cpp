@@ -52,6 +52,11 @@ TEST(DXFCurves, AreWhatTheEntitySaysAndChangeNothingWhenTheyAreNotAskedFor)
         {"a square ring of width has two",
          "0 LWPOLYLINE|8 0|90 4|70 1|43 1|10 0|20 0|10 4|20 0|10 4|20 4|10 0|20 4",
          "2: (0.5 0.5 0) (0.5 0.5 0), 32"},
+        {"a ring without a hole has one",
+         "0 LWPOLYLINE|8 0|90 2|70 1|43 3|10 0.1|20 0.3|42 1|10 1.3|20 0.7|42 1",
+         "1: (-1.323025 -0.174342 0) (-1.323025 -0.174342 0), 13.397933"},
+        {"with thickness two", "0 LWPOLYLINE|8 0|90 2|70 1|39 1|43 3|10 0.1|20 0.3|42 1|10 1.3|20 0.7|42 1",
+         "2: (-1.323025 -0.174342 0) (-1.323025 -0.174342 0), 26.795866"},
         {"lines without end within the sphere of the others",
          "0 LINE|8 0|10 -5|20 0|30 0|11 5|21 0|31 0|0 XLINE|8 0|10 3|20 99|30 0|11 0|21 1|31 0|"
          "0 RAY|8 0|10 0|20 0|30 0|11 0|21 0|31 9",
