@@ -57,6 +57,22 @@ public:
             return difference == 0;
         }
 
+        /// Where the number ends that starts at `from`, if it is written like the last one, lastNumber();
+        /// else null. Neighbours have coordinates in common. As many bytes follow as for plain::takeReal().
+        const char* endOfSameNumber(const char* from) const noexcept
+        {
+            if (length < 7 || length > 15 || wordAt(from) != wordAt(text)) return nullptr;
+            const std::ptrdiff_t rest = length - 7;   // up to the character behind it
+            return wordAt(from + rest) == wordAt(text + rest) ? from + length : nullptr;
+        }
+        double lastNumber() const noexcept { return number; }
+        /// A number that starts at `at`; endOfValue() follows.
+        void keepNumber(const char* at, double size) noexcept
+        {
+            text = at;
+            number = size;
+        }
+
         /// `to`, where the value ends that starts at `from`. Most values are as long as the last one in their
         /// place: that length is read where it was kept, so that a processor which foresees it goes on behind
         /// the value while it still works on it.
@@ -77,6 +93,8 @@ public:
         }
         std::uint64_t word = 0, mask = 0;   // of the first bytes
         std::ptrdiff_t length = 0;          // of the last value
+        const char* text = nullptr;         // the same, of a number
+        double number = 0;
     };
 
     /// Begins again, with a record whose first bytes are at `start`.

@@ -232,7 +232,15 @@ bool DXFGroupStream<Encoding>::isRepeat(double* values) noexcept
         if (part.value == DXFPattern::Value::none) break;
         const char* const value = at += length;
         if (part.value == DXFPattern::Value::real) {
+            if constexpr (Encoding::lengthsVary) {
+                if (const char* const same = part.endOfSameNumber(value)) {
+                    values[part.slot] = part.lastNumber();
+                    at = same;
+                    continue;
+                }
+            }
             if (!encoding().takeReal(at, values[part.slot])) return false;
+            if constexpr (Encoding::lengthsVary) part.keepNumber(value, values[part.slot]);
         } else if (part.value == DXFPattern::Value::integer) {
             if (!encoding().takeInteger(at, values[part.slot])) return false;
         } else {

@@ -34,7 +34,7 @@ std::string everythingOf(const std::string& bytes, const ReadingOptions& how)
 }
 
 /// Forty faces, of which the middle one has `odd` instead of its first corner. Those beside each other have
-/// the same comment or never do.
+/// the same comment or never do. Some have a number in common.
 std::string faces(const std::string& odd, bool repeat)
 {
     std::string groups;
@@ -42,7 +42,8 @@ std::string faces(const std::string& odd, bool repeat)
         const std::string n = std::to_string(i), z = std::to_string(i * 0.37);
         groups += "0 3DFACE|5 " + std::to_string(i * 7) + "|8 A|" + (i == 20 ? odd : "10 0|20 " + z + "|30 0")
                   + "|11 -" + n + ".12345678|21 0|31 12345678." + n + "|12 " + z + "|22 " + n
-                  + "|32 0|13 0|23 " + n + ".5|33 0|999 " + (repeat || i % 2 ? "a|" : "b|");
+                  + "|32 0|13 1234567." + std::to_string(i / 3 % 7) + "|23 " + n + ".5|33 0|999 "
+                  + (repeat || i % 2 ? "a|" : "b|");
     }
     return "0 SECTION|2 ENTITIES|" + groups;
 }
