@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 namespace belvor {
 
@@ -33,9 +34,15 @@ void DXFPolyline2D::build()
 void DXFStripSurface::add(const std::vector<StripVertex>& vertices, double z)
 {
     const bool closed = head.has(DXFPolylineHead::closed);
-    const std::vector<StripSegment> segments =
+    std::vector<StripSegment> segments =
         stripSegments(vertices, closed, [this](std::size_t i) { graphic.pauseEvery(i); });
-    if (graphic.drawsCurves()) addOutlines(segments, closed, z);
+    if (graphic.drawsCurves()) {
+        const bool onlyCurve = !head.frame.isThick()
+                               && std::all_of(segments.begin(), segments.end(),
+                                              [](const StripSegment& each) { return each.isThin(); });
+        if (onlyCurve) return addOutlines(std::move(segments), closed, z);   // there can be millions
+        addOutlines(segments, closed, z);
+    }
     StripJoint before;
     if (closed && !segments.empty()) before = StripJoint(segments.back(), segments.front());
     const StripJoint ends = before;
@@ -97,6 +104,7 @@ void DXFStripSurface::addOutline(const Run& run, double z)
             const StripStation station = segment.station(k);
             const StripJoint* const joint = k == 0 ? &before : k == segment.chords() ? &after : nullptr;
             add(centre, station.centre);
+            if (segment.isThin()) continue;   // so is all of the run
             add(left, joint && joint->meets ? joint->left : station.left);
             add(right, joint && joint->meets ? joint->right : station.right);
         }
