@@ -98,7 +98,7 @@ void LinePainter::setRows(Bands::Rows own, LineRow* rows, Bands::Rows drawn,
     first = own.first;
     end = own.end;
     lineRows = rows;
-    candidateCount = 0;
+    keptCount = candidateCount = 0;
     visibility.setRows(surfaces, drawn.first, drawn.end);
 }
 
@@ -133,72 +133,66 @@ void LinePainter::put(const LineSegment& segment, const Point<3>& point, double 
 void LinePainter::put(const LineSegment& segment, const Point<3>& point, LineVisibility::Sample drawn,
                       LineVisibility::Sample other)
 {
-    put(LinePixel{point,
-                  segment.place,
-                  {segment.ownFacets[0], segment.ownFacets[1]},
-                  drawn.column,
-                  drawn.row,
-                  {static_cast<std::int8_t>(other.column - drawn.column),
-                   static_cast<std::int8_t>(other.row - drawn.row)},
-                  segment.rule,
-                  segment.hasMoreFacets,
-                  false});
+    if (keptCount == LineVisibility::mostPixels) finish();
+    LinePixel& pixel = candidates[candidateCount];
+    pixel = {point,
+             segment.place,
+             {segment.ownFacets[0], segment.ownFacets[1]},
+             {static_cast<std::int8_t>(other.column - drawn.column),
+              static_cast<std::int8_t>(other.row - drawn.row)},
+             segment.rule,
+             segment.hasMoreFacets,
+             false};
+    candidateCount += keep(pixel, drawn);
 }
 
-void LinePainter::put(const LinePixel& pixel)
+/// Puts a pixel aside unless another line hides it, which is cheaper to find out than whether it shows. There
+/// must be room, and `pixel` stays where it is until finish(). Returns whether it did.
+bool LinePainter::keep(const LinePixel& pixel, LineVisibility::Sample at)
 {
-    if (candidateCount == mostCandidates) finish();
-    candidates[candidateCount++] = pixel;
+    kept[keptCount] = {&pixel, at};
+    const bool taken = rowAt(at).wouldTake(at.column, pixel.point[2], pixel.place) | (trace != nullptr);
+    keptCount += taken;
+    return taken;
 }
 
 /// Those of the list of this band have a row of it unless the width repeats them.
 void LinePainter::draw(const LinePixel* pixels, std::size_t count)
 {
-    if (reach == 0) {
-        for (std::size_t part = 0; count > 0; pixels += part, count -= part) {
-            part = std::min(count, mostCandidates);
-            drawShown(pixels, part);
-        }
-        return;
-    }
-    for (std::size_t i = 0; i < count; ++i)
-        for (int shift = -reach; shift <= reach; ++shift) {
-            LinePixel pixel = pixels[i];
-            (pixel.repeatedDown ? pixel.row : pixel.column) += shift;
-            if (pixel.column >= 0 && pixel.column < width && pixel.row >= first && pixel.row < end)
-                put(pixel);
-        }
-}
-
-void LinePainter::finish()
-{
-    drawShown(candidates, candidateCount);
-    candidateCount = 0;
-}
-
-/// In steps, so that what one reads from memory is on its way while others are looked at: that takes longer
-/// than all else. Few branches: what a pixel is like tells nothing of the next one.
-void LinePainter::drawShown(const LinePixel* pixels, std::size_t count)
-{
-    // 1. Those that no other line hides, which is cheaper to find out than whether they show.
-    std::size_t keptCount = 0;
     for (std::size_t i = 0; i < count; ++i) {
         const LinePixel& pixel = pixels[i];
-        kept[keptCount] = &pixel;
-        keptCount += rowOf(pixel).wouldTake(pixel.column, pixel.point[2], pixel.place) | (trace != nullptr);
+        const int column = columnOf(pixel), row = rowOf(pixel);
+        if (reach == 0) {
+            if (keptCount == LineVisibility::mostPixels) finish();
+            keep(pixel, {column, row});
+            continue;
+        }
+        for (int shift = -reach; shift <= reach; ++shift) {
+            const int down = pixel.repeatedDown ? shift : 0;
+            const LineVisibility::Sample at{column + shift - down, row + down};
+            if (!(at.column >= 0 && at.column < width && at.row >= first && at.row < end)) continue;
+            if (keptCount == LineVisibility::mostPixels) finish();
+            keep(pixel, at);
+        }
     }
-    // 2. Which of them surfaces hide.
-    bool shows[mostCandidates];
+}
+
+/// Draws what is put aside: the nearest that surfaces do not hide. Many at a time, so that what one reads
+/// from memory is on its way while others are looked at: that takes longer than all else. Few branches: what
+/// a pixel is like tells nothing of the next one.
+void LinePainter::finish()
+{
+    bool shows[LineVisibility::mostPixels];
     visibility.find(kept, keptCount, shows);
-    // 3. The nearest of the others.
     for (std::size_t i = 0; i < keptCount; ++i) {
-        const LinePixel& pixel = *kept[i];
-        rowOf(pixel).offer(pixel.column, pixel.point[2], pixel.place, shows[i]);
-        if (trace && shows[i] && pixel.column == std::floor(pixel.point[0] + 0.5)
-            && pixel.row == std::floor(pixel.point[1] + 0.5))
-            trace->add(table.all()[pixel.place],
-                       pixel.point);   // the line's own, not one that its width adds
+        const auto [pixel, at] = kept[i];
+        rowAt(at).offer(at.column, pixel->point[2], pixel->place, shows[i]);
+        if (trace && shows[i] && at.column == std::floor(pixel->point[0] + 0.5)
+            && at.row == std::floor(pixel->point[1] + 0.5))
+            trace->add(table.all()[pixel->place],
+                       pixel->point);   // the line's own, not one that its width adds
     }
+    keptCount = candidateCount = 0;
 }
 
 /// Few pixels, as most lines of a large model have: the same that the other ways find, without looking for

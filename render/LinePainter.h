@@ -46,11 +46,8 @@ private:
     void put(const LineSegment& segment, const Point<3>& point, LineVisibility::Sample drawn,
              LineVisibility::Sample other);
 
-    void put(const LinePixel& pixel);
-    LineRow& rowOf(const LinePixel& pixel) const noexcept { return lineRows[pixel.row - first]; }
-    void drawShown(const LinePixel* pixels, std::size_t count);
-
-    static constexpr std::size_t mostCandidates = LineVisibility::mostPixels;
+    bool keep(const LinePixel& pixel, LineVisibility::Sample at);
+    LineRow& rowAt(LineVisibility::Sample at) const noexcept { return lineRows[at.row - first]; }
 
     LineVisibility visibility;
     const LineTable& table;
@@ -58,9 +55,10 @@ private:
     const int width, reach;   // pixels; of the picture, to each side of a line's middle
     int first = 0, end = 0;
     LineRow* lineRows = nullptr;
-    LinePixel candidates[mostCandidates];   // those of segments, drawn together
+    LineVisibility::Pixel kept[LineVisibility::mostPixels];   // put aside, to be drawn together
+    std::size_t keptCount = 0;
+    LinePixel candidates[LineVisibility::mostPixels];   // of segments, those that are put aside
     std::size_t candidateCount = 0;
-    const LinePixel* kept[mostCandidates];   // of those at hand
 };
 
 }   // namespace belvor

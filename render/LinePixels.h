@@ -25,6 +25,9 @@ inline int floorOf(double value) noexcept
     const int truncated = static_cast<int>(value);
     return truncated - (truncated > value);
 }
+/// The pixel of one that is listed.
+inline int columnOf(const LinePixel& pixel) noexcept { return floorOf(pixel.point[0] + 0.5); }
+inline int rowOf(const LinePixel& pixel) noexcept { return floorOf(pixel.point[1] + 0.5); }
 /// The smallest not below it.
 inline int ceilOf(double value) noexcept { return -floorOf(-value); }
 

@@ -320,8 +320,6 @@ private:
             pixel.point,
             line.place,
             {line.ownFacets[0], line.ownFacets[1]},
-            pixel.column,
-            pixel.row,
             {static_cast<std::int8_t>(pixel.toOther[0]), static_cast<std::int8_t>(pixel.toOther[1])},
             line.rule,
             line.hasMoreFacets,

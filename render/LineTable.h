@@ -48,12 +48,12 @@ struct LineSegment {
     bool mostlyAcross() const noexcept { return std::abs(to[0] - from[0]) >= std::abs(to[1] - from[1]); }
 };
 
-/// A pixel that a line has by itself, before its width adds others.
+/// A pixel that a line has by itself, before its width adds others: the one next to its point. Short, since
+/// what takes time is to write and read millions of them.
 struct LinePixel {
     Point<3> point;        ///< The line's own.
     std::uint32_t place;   ///< As in LineSegment, like what follows.
     std::uint32_t ownFacets[2];
-    int column, row;
     std::int8_t toOther[2];   ///< Columns and rows to the other sample beside the point; 0 and 0: none.
     LineRule rule;
     bool hasMoreFacets : 1;

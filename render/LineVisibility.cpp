@@ -20,18 +20,17 @@ LineVisibility::LineVisibility(const Model& scene, const Camera& view, const Lin
 {}
 
 /// Few branches: what a pixel is like tells nothing of the next one.
-void LineVisibility::find(const LinePixel* const* pixels, std::size_t count, bool* shows) noexcept
+void LineVisibility::find(const Pixel* pixels, std::size_t count, bool* shows) noexcept
 {
     // 1. The drawn samples.
     Question questions[mostPixels];
     std::size_t asked = 0;
     for (std::size_t i = 0; i < count; ++i) {
-        const LinePixel& pixel = *pixels[i];
-        const Sample at{pixel.column, pixel.row};
+        const auto [line, at] = pixels[i];
         const std::uint32_t owner = ownerAt(at);
         shows[i] = true;
-        questions[asked] = {&pixel, &shows[i], at, owner};
-        asked += isForeign(pixel, owner);
+        questions[asked] = {line, &shows[i], at, owner};
+        asked += isForeign(*line, owner);
     }
     const std::size_t hidden = keepHidden(questions, asked);
     // 2. The other samples of points that are hidden there.
@@ -39,7 +38,7 @@ void LineVisibility::find(const LinePixel* const* pixels, std::size_t count, boo
     for (std::size_t i = 0; i < hidden; ++i) {
         const Question question = questions[i];
         const LinePixel& pixel = *question.pixel;
-        const Sample at{pixel.column + pixel.toOther[0], pixel.row + pixel.toOther[1]};
+        const Sample at{question.at.column + pixel.toOther[0], question.at.row + pixel.toOther[1]};
         const bool isThere = at != question.at;
         *question.shows = false;
         questions[others] = {&pixel, question.shows, at, noFacet};

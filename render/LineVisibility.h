@@ -34,11 +34,17 @@ public:
         friend bool operator==(const Sample&, const Sample&) noexcept = default;
     };
 
+    /// One that a line has, also by its width.
+    struct Pixel {
+        const LinePixel* line;
+        Sample at;
+    };
+
     static constexpr std::size_t mostPixels = 128;
     /// Whether the points of `count` pixels of lines, at most mostPixels, show in them. The pixels lie on the
     /// rows and in the picture; another sample point outside the picture tells nothing, any other lies on one
     /// of the rows.
-    void find(const LinePixel* const* pixels, std::size_t count, bool* shows) noexcept;
+    void find(const Pixel* pixels, std::size_t count, bool* shows) noexcept;
 
 private:
     static constexpr std::uint32_t noFacet = 0xFFFFFFFF;
