@@ -75,9 +75,7 @@ void Session::redraw(Target target)
     }
     const char* const name = textOf(target == Target::display ? Text::rendering : Text::renderingThumbnail);
     const auto request = makeHandle<RenderRequest>(name, held, drawn.camera, drawn.lights, canvas->sink);
-    // A thumbnail shows lines where there is nothing else to show.
-    if (target == Target::display || (lines.curves && held->facetCount() == 0))
-        request->drawLines(lines, lineDrawing);
+    if (target == Target::display) request->drawLines(lines, lineDrawing);
     surroundings.post(target, request);
 }
 

@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+
 namespace belvor {
 namespace {
 
@@ -37,6 +39,20 @@ public:
     Session* session = nullptr;
     int wholeImages = 0, at = -1, reports = 0;
     std::function<void()> meanwhile;
+};
+
+/// Notes which targets get lines.
+class LineNotes : public Buffer {
+public:
+    LineNotes(Target where, std::set<Target>& noted) : Buffer(8), target(where), withLines(noted) {}
+    void lineDone(int) override
+    {
+        if (hasLines()) withLines.insert(target);
+    }
+
+private:
+    const Target target;
+    std::set<Target>& withLines;
 };
 
 class SessionCommands : public testing::Test {
@@ -206,17 +222,22 @@ TEST_F(SessionCommands, LinesAreReadWhenTheyAreToBeShown)
 {
     const TempFile mixed("mixed.dxf", drawingText(faceEntity + lineEntity)),
         only("only.dxf", drawingText(lineEntity));
+    std::set<Target> withLines;
+    shell.sinkOf = [&](Target target) { return makeHandle<LineNotes>(target, withLines); };
     load(mixed);
     const ViewParameters view = session.view();
     const auto showLines = [&] { return command(ID_LINES), session.model()->curveCount(); };
     EXPECT_EQ(showLines(), 1u);
     EXPECT_TRUE(shell.remark.empty()) << shell.remark;
+    EXPECT_EQ(withLines, std::set{Target::display}) << "thumbnails stay as they are";
     EXPECT_EQ(showLines(), 0u);
     EXPECT_EQ(session.view(), view) << "the surfaces stay where they are";
+    withLines.clear();
     load(only);
     EXPECT_EQ(shell.remark, textOf(Text::linesRemark));
     EXPECT_EQ(showLines(), 1u);
     EXPECT_GT(session.place().radius, 0.5) << "of the lines";
+    EXPECT_EQ(withLines, std::set{Target::display}) << "thumbnails stay as they are";
     EXPECT_EQ(session.view(), wholeModel(session.view(), session.imageSize()));
 }
 

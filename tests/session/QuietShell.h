@@ -35,7 +35,12 @@ public:
     void addRecent(const std::string&) override {}
     std::optional<std::string> recentFile(std::size_t) override { return std::nullopt; }
     void watchFile(const std::string&, const FileStamp& stamp) override { watched = stamp; }
-    std::optional<Canvas> canvas(Target) override { return std::nullopt; }
+    std::optional<Canvas> canvas(Target target) override
+    {
+        if (!sinkOf) return std::nullopt;
+        const Handle<Buffer> sink = sinkOf(target);
+        return Canvas{sink, sink->width(), sink->width()};
+    }
     void post(Target target, Handle<Request> request) override
     {
         queue->post(kindOf(target), std::move(request));
@@ -65,6 +70,7 @@ public:
         return target == Target::image ? imageFile : static_cast<RequestKind>(target) + 1;
     }
 
+    std::function<Handle<Buffer>(Target)> sinkOf;   // none: nothing is drawn
     std::optional<ChosenFile> chosen;
     std::function<SaveAnswer()> answer;   // to the question whether to save
     std::string status, remark;
