@@ -60,29 +60,46 @@ template <class Exact>
 }
 
 #if defined(__x86_64__)
-/// The same, number for number, for processors with AVX2.
+// The same, number for number, for processors with AVX2 and with AVX-512.
+
 template <class Exact>
 [[gnu::target("avx2")]] bool truncateWide(std::span<const double> depths, std::uint32_t* codes,
                                           Exact exact) noexcept
 {
     return truncateInRange(depths, codes, exact);
 }
-const bool hasWideVectors = __builtin_cpu_supports("avx2") != 0;
-#else
+
 template <class Exact>
-bool truncateWide(std::span<const double> depths, std::uint32_t* codes, Exact exact) noexcept
+[[gnu::target("avx512f,avx512vl,avx512dq,avx512bw")]] bool truncateWidest(std::span<const double> depths,
+                                                                          std::uint32_t* codes,
+                                                                          Exact exact) noexcept
 {
     return truncateInRange(depths, codes, exact);
 }
-constexpr bool hasWideVectors = false;
+
+const bool hasWideVectors = __builtin_cpu_supports("avx2") != 0;
+const bool hasWidestVectors = __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512vl")
+                              && __builtin_cpu_supports("avx512dq") && __builtin_cpu_supports("avx512bw");
+
+template <class Exact>
+bool truncateFast(std::span<const double> depths, std::uint32_t* codes, Exact exact) noexcept
+{
+    if (hasWidestVectors) return truncateWidest(depths, codes, exact);
+    if (hasWideVectors) return truncateWide(depths, codes, exact);
+    return truncateInRange(depths, codes, exact);
+}
+#else
+template <class Exact>
+bool truncateFast(std::span<const double> depths, std::uint32_t* codes, Exact exact) noexcept
+{
+    return truncateInRange(depths, codes, exact);
+}
 #endif
 
 template <class Exact>
 void truncateAll(std::span<const double> depths, std::uint32_t* codes, Exact exact) noexcept
 {
-    const bool inRange =
-        hasWideVectors ? truncateWide(depths, codes, exact) : truncateInRange(depths, codes, exact);
-    if (inRange) return;
+    if (truncateFast(depths, codes, exact)) return;
     for (std::size_t i = 0; i < depths.size(); ++i) codes[i] = truncated(exact(depths[i]));
 }
 
