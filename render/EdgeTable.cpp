@@ -237,7 +237,7 @@ void EdgeTable::order(const Model& model, const ProjectedVertices& vertices, con
     };
     Workers& workers = Workers::ofProcess();
     const auto threads = static_cast<unsigned>(used);
-    workers.forPieces(threads, model.facetCount(), sharing.pieceSize, addPiece);
+    workers.forPieces(threads, model.facetCount(), sharing.pieceOf(model.facetCount()), addPiece);
     if (model.facetCount() > 0) {
         const Facet& last = model.facet(model.facetCount() - 1);
         report.upTo(last.firstEdge + last.edgeCount, fraction);

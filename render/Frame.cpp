@@ -78,8 +78,8 @@ void Frame::project(const Model& model, const Camera& camera, int width, Reporte
         }
         if (!inFront) allInFront = false;
     };
-    Workers::ofProcess().forPieces(sharing.threads, count,
-                                   (sharing.pieceSize + interval - 1) / interval * interval, projectPiece);
+    Workers::ofProcess().forPieces(
+        sharing.threads, count, (sharing.pieceOf(count) + interval - 1) / interval * interval, projectPiece);
     report.upTo(count, fraction);
     vertices.allInFront = allInFront;
     vertices.hasCells = allInFront && ScreenCells::fit(width, static_cast<int>(camera.height));

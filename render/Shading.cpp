@@ -77,7 +77,8 @@ double run(const ShadePass& pass, const Model& model, const Camera& camera, cons
         }
         brightest[turn.thread] = most;
     };
-    Workers::ofProcess().forPieces(sharing.threads, model.facetCount(), sharing.pieceSize, shadePiece);
+    Workers::ofProcess().forPieces(sharing.threads, model.facetCount(), sharing.pieceOf(model.facetCount()),
+                                   shadePiece);
     report.upTo(model.facetCount(), fraction);
     return *std::max_element(brightest.begin(), brightest.end());
 }

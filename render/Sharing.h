@@ -5,6 +5,7 @@
 #include "render/FacetFill.h"
 #include "render/Pauses.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstddef>
 
@@ -14,6 +15,13 @@ namespace belvor {
 struct Sharing {
     unsigned threads = Workers::usualThreads();   ///< At most; less work than a few pieces takes fewer.
     std::size_t pieceSize = 1024;                 ///< Facets or vertices that a thread takes at a time.
+    /// The same where there are `count` of them, more of many: what a thread takes together is closer
+    /// together in memory.
+    std::size_t pieceOf(std::size_t count) const noexcept
+    {
+        constexpr std::size_t piecesOfThread = 16, most = 16;   // enough to share evenly
+        return std::clamp<std::size_t>(count / (piecesOfThread * threads * pieceSize), 1, most) * pieceSize;
+    }
     FacetFill fillFacets = fastestFacetFill();
     /// How long a reporter is left alone while rows and lines are drawn; none in tests, so that it is asked
     /// at every pause.
