@@ -208,6 +208,7 @@ private:
     Group& groupWith(std::uint32_t index) const noexcept { return result.groups[index / groupSize]; }
     static std::uint64_t bitOf(std::uint32_t index) noexcept { return std::uint64_t{1} << index % groupSize; }
 
+    /// A side of a facet is a new edge, or one more use of an edge met before.
     void meet(const Edge& side, std::uint32_t facet)
     {
         pauses.step();

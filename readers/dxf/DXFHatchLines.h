@@ -14,8 +14,7 @@ namespace belvor {
 class DXFHatchLines {
 public:
     static constexpr std::size_t most = 100000;
-    static constexpr std::size_t mostSteps =
-        50'000'000;   ///< Crossings and dashes looked at: about a second.
+    static constexpr std::size_t mostSteps = 50'000'000;   ///< Crossings and dashes looked at.
 
     /// `pauses` is called with a running count of these steps and may throw.
     explicit DXFHatchLines(std::function<void(std::size_t)> pauses) : pause(std::move(pauses)) {}
