@@ -83,6 +83,23 @@ unsigned processorsOfQuota()
 
 }   // namespace
 
+#if defined(__x86_64__) || defined(__i386__)
+
+bool hasWideVectors() noexcept { return __builtin_cpu_supports("avx2") != 0; }
+
+bool hasWidestVectors() noexcept
+{
+    return __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512vl")
+           && __builtin_cpu_supports("avx512dq") && __builtin_cpu_supports("avx512bw");
+}
+
+#else
+
+bool hasWideVectors() noexcept { return false; }
+bool hasWidestVectors() noexcept { return false; }
+
+#endif
+
 unsigned processorsGranted(std::string_view cpuMax) noexcept
 {
     unsigned long long quota = 0, period = 0;

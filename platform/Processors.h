@@ -13,4 +13,9 @@ unsigned usableProcessors() noexcept;
 /// 0 when there is no limit or the text is not of that form.
 unsigned processorsGranted(std::string_view cpuMax) noexcept;
 
+/// Whether this processor, and the system, have vectors of 4 doubles (AVX2) and of 8 (AVX-512 with all that
+/// our code of that width is compiled for). Other kinds of processors: false.
+bool hasWideVectors() noexcept;
+bool hasWidestVectors() noexcept;
+
 }   // namespace belvor

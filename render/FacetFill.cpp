@@ -1,5 +1,6 @@
 #include "render/FacetFill.h"
 
+#include "platform/Processors.h"
 #include "render/FacetFillBody.h"
 
 namespace belvor {
@@ -14,10 +15,8 @@ FacetFills runnableFacetFills() noexcept
 {
     FacetFills fills{{fillFacets}, 1};
 #if defined(__x86_64__) || defined(__i386__)
-    if (__builtin_cpu_supports("avx2")) fills.all[fills.count++] = fillFacetsByWideVectors;
-    if (__builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512vl")
-        && __builtin_cpu_supports("avx512dq") && __builtin_cpu_supports("avx512bw"))
-        fills.all[fills.count++] = fillFacetsByWidestVectors;
+    if (hasWideVectors()) fills.all[fills.count++] = fillFacetsByWideVectors;
+    if (hasWidestVectors()) fills.all[fills.count++] = fillFacetsByWidestVectors;
 #endif
     return fills;
 }

@@ -1,5 +1,7 @@
 #include "scene/Camera.h"
 
+#include "platform/Processors.h"
+
 #include <algorithm>
 #include <bit>
 #include <cmath>
@@ -77,15 +79,13 @@ template <class Exact>
     return truncateInRange(depths, codes, exact);
 }
 
-const bool hasWideVectors = __builtin_cpu_supports("avx2") != 0;
-const bool hasWidestVectors = __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512vl")
-                              && __builtin_cpu_supports("avx512dq") && __builtin_cpu_supports("avx512bw");
+const bool codesWide = hasWideVectors(), codesWidest = hasWidestVectors();
 
 template <class Exact>
 bool truncateFast(std::span<const double> depths, std::uint32_t* codes, Exact exact) noexcept
 {
-    if (hasWidestVectors) return truncateWidest(depths, codes, exact);
-    if (hasWideVectors) return truncateWide(depths, codes, exact);
+    if (codesWidest) return truncateWidest(depths, codes, exact);
+    if (codesWide) return truncateWide(depths, codes, exact);
     return truncateInRange(depths, codes, exact);
 }
 #else
