@@ -7,6 +7,7 @@ ImageHeader headerOf(const Model& model, const Camera& camera, int width, int he
     ImageHeader header{width, height, camera.describe(), {}, {}, {}, {}};
     header.camera.unitsScale = model.units().scale;
     header.camera.unitsCode = model.units().code;
+    if (header.camera.kind != 0) header.pixelSize = 1.0 / camera.scale;
     header.materials.reserve(model.materials().size());
     for (const auto& [key, material] : model.materials()) {
         const Colour& colour = material.colour;

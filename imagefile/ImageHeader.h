@@ -48,6 +48,8 @@ struct ImageHeader {
         int firstRow, wholeHeight;
     };
     std::optional<Band> band;
+    /// The side of a pixel in model units; 0 where it is not known, as in perspective.
+    double pixelSize = 0.0;
 
     int firstRow() const noexcept { return band ? band->firstRow : 0; }
     int wholeHeight() const noexcept { return band ? band->wholeHeight : height; }

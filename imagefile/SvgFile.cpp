@@ -56,10 +56,10 @@ std::string lengthOf(const ImageHeader& header, int pixels)
 {
     const CameraRecord& camera = header.camera;
     const double unit = camera.unitsCode < std::size(millimetres) ? millimetres[camera.unitsCode] : 0.0;
-    const double length = camera.kind == 0
-                              ? 0.0
-                              : pixels * PictureGeometry(camera, header.width, header.height).pixelSize()
-                                    * camera.unitsScale * unit;
+    double pixel = header.pixelSize;   // of a picture of one pixel, whose camera record has no extent
+    if (pixel > 0.0 && (header.width > 1 || header.height > 1))
+        pixel = PictureGeometry(camera, header.width, header.height).pixelSize();
+    const double length = pixels * pixel * camera.unitsScale * unit;
     if (length > 0.0 && std::isfinite(length)) return shortestDecimal(length) + "mm";
     return std::to_string(pixels) + "px";
 }

@@ -66,9 +66,12 @@ class SvgFiles(Folder):
     def test_a_parallel_view_of_a_model_with_units_has_a_size(self):
         parallel = ["--parallel", "--scale", "0.25"]
         for units, more, size in (("3 2", parallel, (450, 350, "mm")),    # a unit is 2 cm
+                                  ("3 2", parallel, (5, 5, "mm")), ("3 2", parallel, (450, 5, "mm")), ("3 2", parallel, (5, 350, "mm")),
+                                  ("3 2", [], (1, 1, "px")), ("3 1e308", parallel, (1, 1, "px")),
                                   ("3 2", [], (90, 70, "px")), ("0 2", parallel, (90, 70, "px")), ("3 1e308", parallel, (90, 70, "px"))):
             self.write("units.man", f"KRVT v5.1.0 MAN file\nUNITS {units}\nEND\n")
-            self.draw("--size", "90x70", "--edges", *more, "units.man")
+            pixels = [side // 5 if size[2] == "mm" else side for side in size[:2]]
+            self.draw("--size", "%dx%d" % tuple(pixels), "--edges", *more, "units.man")
             width, height = self.root.get("width"), self.root.get("height")
             self.assertEqual((round(float(width[:-2]), 9), round(float(height[:-2]), 9), width[-2:]), size)
 
