@@ -74,7 +74,8 @@ private:
         if (!written && row.valueOptional) return row.take({}, options);
         if (!written && at + 1 < arguments.size() && !arguments[at + 1].starts_with("--"))
             written = &arguments[++at];
-        if (!written || written->empty()) refuse(Text::optionNeedsValue, {name});
+        if (!written || written->empty())
+            refuse(Text::optionNeedsValue, {row.valueOptional ? name + '=' : name});
         row.take(*written, options);
     }
 

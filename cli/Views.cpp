@@ -5,9 +5,11 @@
 #include "errors/Reporter.h"
 #include "platform/FileError.h"
 #include "platform/FileNames.h"
+#include "text/JsonText.h"
 
 #include <algorithm>
 #include <cerrno>
+#include <cmath>
 
 namespace belvor {
 namespace {
@@ -47,6 +49,17 @@ void apply(const ViewChanges& changes, const ModelPlace& place, const ImageSize&
     for (std::size_t i = 0; i < changes.lights.size(); ++i)
         if (changes.lights[i]) view.lights[i] = *changes.lights[i];
     if (changes.unitsPerPixel) view.zoom = zoomForScale(*changes.unitsPerPixel, place.radius, size);
+}
+
+/// Throws BadView where the camera holds the scale at a limit: the picture would have another one.
+void checkScale(double unitsPerPixel, const ViewParameters& view, const ModelPlace& place,
+                const ImageSize& size)
+{
+    const double scale = buildScene(view, place, size, size.width, size.height).camera->scale;
+    constexpr double rounding = 1e-6;
+    if (!(std::fabs(scale * unitsPerPixel - 1.0) < rounding))
+        throw BadView(filledText(Text::scaleOutOfRange, {shortestDecimal(unitsPerPixel),
+                                                         shortestDecimal(usableRadius(place.radius))}));
 }
 
 }   // namespace
@@ -95,6 +108,7 @@ ViewParameters viewFor(const ChosenView& choice, const ViewChanges& changes, con
         if (fault && !quiet) remark(viewFaultText(choice.file, *fault));
     }
     apply(changes, place, size, view);
+    if (changes.unitsPerPixel) checkScale(*changes.unitsPerPixel, view, place, size);
     const bool fits = choice.standard ? view.finiteInModel(place.centre, place.radius) : view.finite();
     if (!fits)
         throw BadView(filledText(Text::viewTooLarge, {choice.file.empty() ? choice.name : choice.file}));

@@ -23,7 +23,7 @@ WRONG_USE = (       # with the model after it, and what is told
     ("p.png p.png", "twice"), ("p.omb ./p.omb", "twice"), ("--save-view plates.thf", "plates.thf"),
     ("--save-view ./p.omb p.omb", "p.omb"), ("plates.unknown p.png", ""), ("--type things p.omb p.omb", ""),
     ("--view --quiet p.png", "--view needs a value"), ("-s 8x6 --size=8x6 p.png", "--size was given twice"),
-    ("p.svg", "--edges"), ("--report plates.thf", ""), ("p.png --report p.png", ""),
+    ("p.svg", "--edges"), ("--edges= p.png", "--edges= needs a value"), ("--report plates.thf", ""), ("p.png --report p.png", ""),
     ("--save-view v.bvp --report v.bvp", ""), ("--skip-existing p.png", "--skip-existing"),
     ("-v plan -v left p.png", "{view}"), ("-v plan -v PLAN {view}.png", "named twice"),
     ("-v plan -v left --save-view x.bvp", "--save-view needs a single view"),
@@ -219,6 +219,8 @@ class CommandLine(Folder):
         self.render("-s40x30", "-v", "plan", "--scale", "0.25", "plates.thf", "a.png")     # the lower plate is 4 x 3
         rgb = read_png(self.read("a.png"))[2]
         self.assertEqual(sum(any(rgb[i:i + 3]) for i in range(0, len(rgb), 3)), 16 * 12)
+        for scale in ("1e-18", "1e-320", "1e+308"):      # the camera would hold it at a limit
+            self.refused(1, ["-vplan", "--scale", scale, "plates.thf", "p.png"], f"--scale {scale} is out of range")
         output = "{view}_{name}_{n}_{{}.png"
         report = json.loads(self.render("-vplan", "-vf.bvp", "--report", "-", "plates.thf", output))
         self.assertEqual([camera["view"] for camera in report["cameras"]], ["plan", "f"])
