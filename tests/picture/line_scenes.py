@@ -48,6 +48,8 @@ class Scene:
         curves += [self.dot, self.wall]
         for _ in range(r.choice((1, 3, 6, 12)) if self.is_drawing else 0):
             r.choice(curves)()
+        if seed % 5 == 1:
+            self.tangle()
 
     def number(self, size=3.0):
         return round(self.random.uniform(-size, size), self.digits) + 0.0
@@ -125,6 +127,12 @@ class Scene:
             end = place(r.choice((-1, 1)), r.choice((0, 0.5)), r.choice((0, 0, 0.1, 0.3, 0.5)))
             loop = [b, a, end] if self.is_drawing or r.random() < 0.7 else [b, a, end, place(0.5, 0.25, 0), end, b, a, end]
             self.add_facet(*r.choice((loop, loop[::-1])), material=r.choice("AAAB"))
+
+    def tangle(self):
+        """Facets that are not flat and cross themselves, with a hole anywhere, of one corner and of hundreds."""
+        for _ in range(self.random.randint(1, 4)):
+            counts = [4] if self.is_drawing else self.random.choice(([5], [7], [8, 3], [1], [2], [1, 6], [260]))
+            self.facets.append((self.material(), [[self.point() for _ in range(count)] for count in counts]))
 
     # Curves
 

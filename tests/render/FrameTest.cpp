@@ -1,7 +1,7 @@
 #include "render/Frame.h"
 
+#include "render/Buffer.h"
 #include "render/Outlines.h"
-#include "tests/render/Keeper.h"
 #include "tests/render/RandomScenes.h"
 #include "tests/support/FailingAllocation.h"
 #include "tests/support/Models.h"
@@ -9,8 +9,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <cmath>
+#include <limits>
 #include <thread>
 #include <vector>
 
@@ -18,7 +20,36 @@ using namespace belvor;
 
 namespace {
 
-using test::Image;
+/// All that a sink is given of a pixel.
+struct Pixel {
+    std::uint32_t owner = Buffer::noFacet;   // a facet; none for a line
+    bool line = false;
+    double depth = std::numeric_limits<double>::max();
+    std::array<std::uint8_t, 3> colour{};
+    std::uint16_t material = 0;
+    friend bool operator==(const Pixel&, const Pixel&) = default;
+};
+using Image = std::vector<std::vector<Pixel>>;
+
+/// Keeps what the renderer delivers.
+class Keeper : public Buffer {
+public:
+    Keeper(int width, Image& target) : Buffer(width), image(target) {}
+    void lineDone(int row) override
+    {
+        EXPECT_EQ(static_cast<std::size_t>(row), image.size()) << "rows come in order";
+        auto& pixels = image.emplace_back(width());
+        for (int i = 0; i < width(); ++i) {
+            if (owner(i) == noFacet) continue;
+            const bool line = hasLines() && isLine(owner(i));
+            pixels[static_cast<std::size_t>(i)] = {line ? noFacet : owner(i), line, depth(i),
+                                                   colour(owner(i)), material(owner(i))};
+        }
+    }
+
+private:
+    Image& image;
+};
 
 Handle<Model> jumble(int facets) { return test::RandomScenes(5).model(facets, 2); }
 
@@ -31,20 +62,16 @@ Scene sceneOf(const Model& model, int width, int height, double turned)
 }
 
 /// With `frame` or, without one, with that of the model.
-Image drawn(const Model& model, const Scene& scene, Frame* frame, Reporter& reporter,
+Image drawn(const Model& model, const Scene& scene, Frame* frame, Reporter* reporter = nullptr,
             const LineStyle& style = {})
 {
     Image image;
-    const auto sink = makeHandle<test::Keeper>(static_cast<int>(scene.camera->width), image);
-    if (frame) frame->render(model, *scene.camera, *scene.lights, *sink, reporter, style);
-    else model.render(*scene.camera, *scene.lights, *sink, reporter);
-    return image;
-}
-
-Image drawn(const Model& model, const Scene& scene, Frame* frame)
-{
     SilentReporter silent;
-    return drawn(model, scene, frame, silent);
+    Reporter& asked = reporter ? *reporter : silent;
+    const auto sink = makeHandle<Keeper>(static_cast<int>(scene.camera->width), image);
+    if (frame) frame->render(model, *scene.camera, *scene.lights, *sink, asked, style);
+    else model.render(*scene.camera, *scene.lights, *sink, asked);
+    return image;
 }
 
 /// What was reported. A fraction that was reported again, as while rows take long, comes once.
@@ -84,25 +111,16 @@ TEST(Frame, SimultaneousRendersOfOneModelEqualSingleRenders)
 
 TEST(FrameThreads, AnyNumberOfThreadsGivesTheSamePictureAndReports)
 {
-    class ThreadReporter : public test::RecordingReporter {
-    public:
-        bool progress(int stageCount, int stage, double fraction) override
-        {
-            EXPECT_EQ(std::this_thread::get_id(), asking);
-            return RecordingReporter::progress(stageCount, stage, fraction);
-        }
-        const std::thread::id asking = std::this_thread::get_id();
-    };
     const Handle<Model> model = jumble(3000);
     for (const double turned : {0.0, 0.7, 1.4}) {   // from without, from within, parallel
         const Scene scene = sceneOf(*model, 173, 131, turned);
         Image wanted;
-        ThreadReporter wantedReports;
+        test::RecordingReporter wantedReports;
         for (const unsigned threads : {1u, 2u, 3u, 8u}) {
             Frame frame(Sharing{threads, 50});
-            ThreadReporter reporter;
+            test::RecordingReporter reporter;
             const Image first = drawn(*model, scene, &frame);   // shaded in two passes
-            const Image second = drawn(*model, scene, &frame, reporter);
+            const Image second = drawn(*model, scene, &frame, &reporter);
             if (threads == 1) wanted = first, wantedReports.calls = callsOf(reporter);
             EXPECT_TRUE(first == wanted && second == wanted) << threads << " threads";
             EXPECT_EQ(callsOf(reporter), wantedReports.calls) << threads << " threads";
@@ -110,13 +128,17 @@ TEST(FrameThreads, AnyNumberOfThreadsGivesTheSamePictureAndReports)
     }
 }
 
-// Which pixels lines take, and where surfaces hide them, is worked out in tests/picture.
-TEST(FrameThreads, LinesAreTheSameForAnyNumberOfThreads)
+// Which pixels surfaces and lines take is worked out in tests/picture. Facets are filled as on this
+// processor, as on lesser ones, and as on any.
+TEST(FrameThreads, RandomScenesAreTheSameForAnyNumberOfThreadsAndOnAnyProcessor)
 {
     std::size_t shown = 0, others = 0;
-    Frame one(Sharing{1, 1000}), more[] = {Frame(Sharing{2, 1}), Frame(Sharing{3, 1}), Frame(Sharing{8, 1})};
-    LightSet lights;
-    lights.set(1, makeHandle<AmbientLight>(Colour{0.6, 0.7, 0.8}, Colour{0.1, 0.1, 0.1}));
+    const FacetFills fills = runnableFacetFills();
+    Frame one(Sharing{1, 1000}),
+        more[] = {Frame(Sharing{2, 1, fillFacets}), Frame(Sharing{3, 1, fills.all[fills.count / 2]}),
+                  Frame(Sharing{8, 1})};
+    const auto lights = makeHandle<LightSet>();
+    lights->set(1, makeHandle<AmbientLight>(Colour{0.6, 0.7, 0.8}, Colour{0.1, 0.1, 0.1}));
     for (int seed = 0; seed < 600 && !HasFailure(); ++seed) {
         test::RandomScenes scenes(static_cast<std::uint64_t>(seed));
         const Handle<Model> model = scenes.model();
@@ -128,10 +150,11 @@ TEST(FrameThreads, LinesAreTheSameForAnyNumberOfThreads)
         style.everyEdge = scenes.whole(0, 2) == 0;
         style.width = scenes.whole(0, 1) == 0 ? 1 : 1 + 2 * scenes.whole(0, 7);
         style.surfaces = scenes.whole(0, 3) != 0;
-        const Image wanted = test::drawn(one, *model, *camera, lights, style);
-        test::expectSame(test::drawn(more[seed % 3], *model, *camera, lights, style), wanted, seed);
+        const Scene scene{camera, lights};
+        const Image wanted = drawn(*model, scene, &one, nullptr, style);
+        EXPECT_TRUE(drawn(*model, scene, &more[seed % 3], nullptr, style) == wanted) << "seed " << seed;
         for (const auto& row : wanted)
-            for (const test::Pixel& pixel : row) ++(pixel.line ? shown : others);
+            for (const Pixel& pixel : row) ++(pixel.line ? shown : others);
     }
     EXPECT_GT(shown, others / 20);
     EXPECT_GT(others, shown / 20);
@@ -145,10 +168,10 @@ TEST(FrameThreads, ARenderStopsInEveryStageWhenAsked)
     Frame frame(Sharing{8, 50});
     drawn(*model, scene, &frame);   // a new frame shades twice
     test::RecordingReporter all;
-    drawn(*model, scene, &frame, all);
+    drawn(*model, scene, &frame, &all);
     for (std::size_t call = 0; call < callsOf(all).size(); call += 7) {
         test::RecordingReporter impatient(call);
-        EXPECT_THROW(drawn(*model, scene, &frame, impatient), Reporter::Abandoned);
+        EXPECT_THROW(drawn(*model, scene, &frame, &impatient), Reporter::Abandoned);
         EXPECT_EQ(impatient.calls.size(), call + 1);
         EXPECT_FALSE(frame.complete());
     }
@@ -206,7 +229,7 @@ TEST(FramePauses, AreAsOftenAsTheWorkAsksFor)
         sharing.patience = std::chrono::milliseconds(0);
         Frame frame(sharing);
         const auto render = [&, &shape = *model](test::RecordingReporter& reporter) {
-            drawn(shape, scene, &frame, reporter, style);
+            drawn(shape, scene, &frame, &reporter, style);
         };
         test::RecordingReporter all;
         render(all);
@@ -263,7 +286,7 @@ TEST(Frame, ReportsItsStages)
     const Scene scene = sceneOf(*model, 24, 18, 0.0);
     for (const std::size_t fewer : {0u, 3u}) {   // an unchanged scene is shaded in one pass
         test::RecordingReporter reporter;
-        drawn(*model, scene, &frame, reporter);
+        drawn(*model, scene, &frame, &reporter);
         EXPECT_EQ(callsOf(reporter).size() + fewer, wanted.size());
         EXPECT_TRUE(fewer != 0 || reporter.calls == wanted);
     }

@@ -6,7 +6,7 @@
 
 using namespace belvor;
 
-// The ends that random scenes never meet; those between them are PixelwiseTest's.
+// The ends that random scenes never meet; those between them are compared in tests/picture.
 TEST(ActiveRows, EndWhereAnEdgeEndsOnARowOrBeyondAllRows)
 {
     constexpr double front = -1, behind = 1;
