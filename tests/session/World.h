@@ -90,10 +90,11 @@ private:
         void progressMade(Progress& progress) override
         {
             progress.updatePending();
+            if (world.threads == Threads::two) return void(nowShown(Handle<Progress>(&progress)));
             progress.updateDone();
-            if (world.threads == Threads::one && world.number(8) == 0) world.user();
+            if (world.number(8) == 0) world.user();
         }
-        void progressEnded(const Progress&) noexcept override {}
+        void progressEnded(const Progress&) noexcept override { nowShown({}); }
         void modelLoaded(std::uint32_t load, Model* model) override
         {
             deliver([&] { world.modelLoaded(load, model); });
@@ -112,9 +113,14 @@ private:
         void showBadFile(const BadFile&) override { world.box(); }
         void warning(const std::string&) override { world.box(); }
 
-        /// Does what the render thread has sent, if anything; that thread waits for it.
+        /// Shows progress, as a timer does, and does what the render thread has sent, if anything; that
+        /// thread waits for it.
         bool serve()
         {
+            if (const Handle<Progress> progress = nowShown({})) {
+                EXPECT_TRUE(progress->finished() || progress->fraction() <= 1.0);
+                progress->updateDone();
+            }
             const std::function<void()>* const task = sent.exchange(nullptr);
             if (!task) std::this_thread::sleep_for(std::chrono::microseconds(200));
             else (*task)(), done.set();
@@ -128,7 +134,15 @@ private:
             sent = &task;
             done.wait();
         }
+        /// Keeps the progress to be shown; what was kept before.
+        Handle<Progress> nowShown(Handle<Progress> next) noexcept
+        {
+            const std::lock_guard hold(shownLock);
+            return std::exchange(shown, std::move(next));
+        }
         World& world;
+        Lock shownLock;
+        Handle<Progress> shown;
         std::atomic<const std::function<void()>*> sent{nullptr};
         Event done{"World"};
     };

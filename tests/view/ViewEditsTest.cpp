@@ -52,7 +52,7 @@ TEST(ViewEdits, APlanDragSetsTheShownCoordinatesAndKeepsTheOthers)
     EXPECT_NEAR((eye - shifted.lookAt).length(), 1.7, 1e-12) << "as far as shown";
 }
 
-TEST(ViewEdits, MarkersAndSlidersSentBackUnchangedChangeNothing)
+TEST(ViewEdits, MarkersAndSlidersStayWhereTheyAreLetGoAndSentBackUnchangedChangeNothing)
 {
     std::mt19937 random(7);
     std::uniform_real_distribution<double> coordinate(-5, 5);
@@ -70,6 +70,18 @@ TEST(ViewEdits, MarkersAndSlidersSentBackUnchangedChangeNothing)
               turn(view, *lightMarker(view, 0)), setIntensity(view, 3, 0),
               setIntensity(view, 0, intensityToSlider(view.skyIntensity))})
             expectUntouched(next, view, "sent back");
+
+        if (view.parallel) continue;   // shows the eye near the model
+        const ViewMarkers asked{coordinate(random), coordinate(random), coordinate(random),
+                                coordinate(random), false};
+        for (const Thumbnail panel : {Thumbnail::plan, Thumbnail::elevation})
+            EXPECT_EQ(viewMarkers(moveMarkers(view, panel, asked), panel), asked) << "where they were let go";
+        EyeSlideRecord slide = eyeSlideRecord(view);
+        slide.eye = 0.5 * (slide.lookAt + 1.0);   // above the look-at point: below it the view turns round
+        EXPECT_NEAR(eyeSlideRecord(moveAlongSight(view, slide)).eye, slide.eye, 1e-9);
+        const SphereMarker to{36 * coordinate(random), 17 * coordinate(random), 0},
+            is = eyeMarker(turn(view, to));
+        EXPECT_NEAR(std::hypot(is.bearing - to.bearing, is.elevation - to.elevation), 0, 1e-9);
     }
 }
 

@@ -100,42 +100,4 @@ TEST_F(WindowTest, AFileDialogThatFailsSaysSo)
     EXPECT_TRUE(program().awaitStatus("GetOpenFileName status 0x3003")) << program().statusPart(0);
 }
 
-TEST_F(WindowTest, EscapeAtAnyMomentOfALoadOrASaveLeavesTheModelAndTheFileWhole)
-{
-    const std::string model = sheetsModel(100000, 0.05), image = inFolder("stopped.omb");
-    startWith(model);
-    const Picture picture = rendered(model);
-    ASSERT_EQ(awaitPicture(picture), "");
-    int stopped = 0, written = 0;
-    const auto stopAt = [&](int moment, int id) {
-        Sleep(50);   // the window hears of the end
-        program().command(id);
-        Sleep(static_cast<DWORD>(moment * 12));
-        program().command(ID_STOP);
-        stopped += program().statusPart(0) == textOf(Text::abandoned);
-        EXPECT_TRUE(program().title().ends_with(fileName(model)));
-    };
-    for (int moment = 0; moment < 20; ++moment) stopAt(moment, ID_RELOAD);
-    EXPECT_GT(stopped, 0);
-    EXPECT_EQ(awaitPicture(picture, true), "");
-    program().send(program().main(), WM_USER + 108, drawnWidth, drawnHeight);   // the image size
-    saveAs(image);
-    const auto saved = [&] {
-        for (const auto& entry : std::filesystem::directory_iterator(toWide(inFolder(""))))
-            if (entry.path().extension() == L".part") return false;
-        return !readFile(image).empty();
-    };
-    ASSERT_TRUE(eventually(saved));
-    const std::string whole = readFile(image);
-    for (int moment = 0; moment < 20; ++moment) {
-        writeFile(image, "old");
-        stopAt(moment, ID_SAVE);
-        EXPECT_TRUE(eventually(saved)) << "the unfinished file has gone";
-        const std::string bytes = readFile(image);
-        EXPECT_TRUE(bytes == "old" || bytes == whole) << moment << ": " << bytes.size();
-        written += bytes == whole;
-    }
-    EXPECT_LT(written, 20);
-}
-
 }   // namespace belvor::window
