@@ -31,6 +31,26 @@ inline std::string drawingText(const std::string& entities)
     return "0\nSECTION\n2\nENTITIES\n" + entities + "0\nENDSEC\n0\nEOF\n";
 }
 
+/// All that a model holds of vertices, edges and facets, to the last bit.
+inline std::string bitsOf(const Model& model)
+{
+    std::string all;
+    const auto put = [&all](const auto& value) {
+        all.append(reinterpret_cast<const char*>(&value), sizeof value);
+    };
+    for (std::uint32_t i = 0; i < model.vertexCount(); ++i) put(model.vertex(i).position);
+    for (std::uint32_t i = 0; i < model.edgeCount(); ++i) put(model.edge(i));
+    for (std::uint32_t i = 0; i < model.facetCount(); ++i) {
+        const Facet& facet = model.facet(i);
+        put(facet.plane);
+        put(facet.firstEdge);
+        put(facet.edgeCount);
+        put(*model.edgeCounts(i, 1));
+        all += facet.material->name;
+    }
+    return all;
+}
+
 inline ModelPlace placeOf(const Model& model)
 {
     ModelPlace place;

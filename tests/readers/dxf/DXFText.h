@@ -2,6 +2,8 @@
 
 #include "readers/dxf/DXF.h"
 #include "report/RunReport.h"
+#include "tests/support/Models.h"
+#include "text/JsonText.h"
 
 #include <gtest/gtest.h>
 
@@ -158,6 +160,25 @@ inline std::string accountOf(const Account& account)
     }
     for (const std::string& warning : account.warnings) text += warning + ' ';
     return text;
+}
+
+/// All that a reading gives, to the last bit, and what it reports; of one that is refused, or stopped at that
+/// report, the fault.
+inline std::string everythingOf(const std::string& bytes, const ReadingOptions& how,
+                                std::size_t stopAt = static_cast<std::size_t>(-1))
+{
+    RecordingReporter reporter(stopAt);
+    std::string all;
+    try {
+        const Reading read = readDXF(bytes, reporter, how);
+        all = bitsOf(*read.model) + accountOf(read.account);
+        for (const Repair& repair : read.account.repairs)
+            all += std::to_string(repair.position) + repair.text;
+    } catch (const std::exception& fault) {
+        all = fault.what();
+    }
+    for (const auto& [stages, stage, fraction] : reporter.calls) all += shortestDecimal(fraction) + ' ';
+    return all;
 }
 
 /// Rounded to 1e-6, for comparing and for reading.
