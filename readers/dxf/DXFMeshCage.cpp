@@ -49,7 +49,9 @@ private:
 
 void readPositions(Walk& walk, DXFMeshCage& cage)
 {
-    for (std::int32_t left = walk.countBehind(92); left > 0; --left) {
+    std::int32_t left = walk.countBehind(92);
+    if (walk.next(310)) left = walk.countBehind(92);   // the first was the size of a picture of the entity
+    for (; left > 0; --left) {
         const double x = walk.record.realOf(walk.needed(10)), y = walk.record.realOf(walk.needed(20));
         const DXFGroup* const z = walk.next(30);
         cage.positions.emplace_back(x, y, z ? walk.record.realOf(*z) : 0.0);

@@ -119,6 +119,8 @@ TEST(DXFMeshCage, HasTheFacesOfItsGroups)
         {"overrides at the end do not matter",
          corners + "93 4|90 3|90 0|90 1|90 2|94 1|90 0|90 1|95 1|140 3|90 7|91 0|92 5",
          "(0 0 0) (1 0 0) (1 1 2)"},
+        {"a picture of the entity in front", "92 8|310 00FF|310 00FF|" + corners + "93 4|90 3|90 0|90 1|90 2",
+         "(0 0 0) (1 0 0) (1 1 2)"},
         {"a position missing", "92 2|10 0|20 0|30 0|93 0", bad + " at line 21"},
         {"a face larger than the list", corners + "93 4|90 9|90 0|90 1|90 2", bad + " at line 41"},
         {"no such position", corners + "93 4|90 3|90 0|90 1|90 4|94 0", bad + " at line 47"},
