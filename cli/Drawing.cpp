@@ -61,7 +61,10 @@ Bounds readDrawn(const Options& options, const Job& job, ConsoleReporter& report
     if (std::any_of(options.chosenViews.begin(), options.chosenViews.end(), isStandard))
         bounds.box = reading.model->extent();
     checkBounds(bounds.place.centre, bounds.place.radius, reading.account);
-    if (!options.quiet) remarkOn(job.shownModel(), reading);
+    if (!options.quiet) {
+        remarkOn(job.shownModel(), reading);
+        remarkOnLines(options, *reading.model, bounds.place);
+    }
     if (options.info)
         print(describeModel(job.model, job.type, reading, options.lines.curves, reporter) + '\n');
     return bounds;

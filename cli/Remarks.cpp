@@ -1,5 +1,6 @@
 #include "cli/Remarks.h"
 
+#include "cli/Options.h"
 #include "platform/FileError.h"
 #include "resources/Texts.h"
 
@@ -21,6 +22,29 @@ void print(const std::string& text)
 namespace {
 
 std::string* collected = nullptr;
+
+std::uint32_t curvesOfColour(const Model& model, const std::array<std::uint8_t, 3>& colour)
+{
+    std::uint32_t count = 0;
+    for (std::uint32_t i = 0; i < model.curveCount(); ++i) {
+        const Colour& c = model.curve(i).material->colour;
+        count += std::array{toByte(c[0]), toByte(c[1]), toByte(c[2])} == colour;
+    }
+    return count;
+}
+
+bool curvesReachBeyond(const Model& model, const ModelPlace& place)
+{
+    constexpr double margin = 1.5;   // the view of the whole model shows about as much
+    for (std::uint32_t i = 0; i < model.curveCount(); ++i) {
+        const Curve& curve = model.curve(i);
+        for (std::uint32_t k = 0; curve.bounded && k < curve.pointCount; ++k) {
+            const Vector<3> away = model.curvePoint(curve.firstPoint + k) - place.centre;
+            if (away.length() > margin * place.radius) return true;
+        }
+    }
+    return false;
+}
 
 }   // namespace
 
@@ -50,6 +74,19 @@ void remarkOn(const std::string& file, const Reading& reading)
                           {std::to_string(skipped[i].count), skipped[i].type, skipped[i].reason}));
     if (skipped.size() > maxLines)
         remark(filledText(Text::moreNotDrawn, {std::to_string(skipped.size() - maxLines)}));
+}
+
+void remarkOnLines(const Options& options, const Model& model, const ModelPlace& place)
+{
+    if (!options.lines.curves || options.outputs.empty()) return;
+    const std::uint32_t unseen = options.lines.colour ? 0 : curvesOfColour(model, options.background);
+    if (unseen > 0)
+        remark(filledText(Text::linesUnseen, {std::to_string(unseen), std::to_string(model.curveCount())}));
+    const bool placed = !options.changes.eye
+                        && std::any_of(options.chosenViews.begin(), options.chosenViews.end(),
+                                       [](const ChosenView& view) { return view.file.empty(); });
+    if (placed && !options.curvesInBounds && model.facetCount() > 0 && curvesReachBeyond(model, place))
+        remark(textOf(Text::linesBeyond));
 }
 
 std::string viewFaultText(const std::string& file, const ViewFileFault& fault)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "readers/ModelFile.h"
+#include "view/SceneBuilder.h"
 #include "view/ViewParameters.h"
 
 #include <string>
@@ -18,6 +19,12 @@ void collectRemarks(std::string* text) noexcept;
 
 /// Tells why something is missing from a picture of the model, or why the picture cannot be exact.
 void remarkOn(const std::string& file, const Reading& reading);
+
+struct Options;
+
+/// Tells why lines that are drawn cannot be seen in the pictures that `options` ask for: they have the colour
+/// of the background, or lie outside views that surfaces alone place.
+void remarkOnLines(const Options& options, const Model& model, const ModelPlace& place);
 
 /// Tells the user what was read past in a parameter file.
 std::string viewFaultText(const std::string& file, const ViewFileFault& fault);
