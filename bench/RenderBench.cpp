@@ -92,9 +92,8 @@ void renderToCounter(benchmark::State& state, Kind kind)
 void matchEdges(benchmark::State& state)
 {
     const Model& model = modelOf(terrain1M);
-    const Sharing sharing{static_cast<unsigned>(state.range(0))};
     for (auto _ : state) {
-        const Outlines outlines(model, {}, sharing);
+        const Outlines outlines(model);
         benchmark::DoNotOptimize(outlines.size());
     }
 }
@@ -217,13 +216,7 @@ BENCHMARK_CAPTURE(renderToCounter, terrain10k, terrain10k)->Apply(sizesAndThread
 BENCHMARK_CAPTURE(renderToCounter, terrain100k, terrain100k)->Apply(sizesAndThreads);
 BENCHMARK_CAPTURE(renderToCounter, terrain1M, terrain1M)->Apply(sizesAndThreads);
 BENCHMARK_CAPTURE(renderToOmbrFile, terrain1M, terrain1M)->Apply(sizesAndThreads);
-BENCHMARK(matchEdges)
-    ->Arg(1)
-    ->Arg(2)
-    ->ArgName("threads")
-    ->Unit(benchmark::kMillisecond)
-    ->MeasureProcessCPUTime()
-    ->UseRealTime();
+BENCHMARK(matchEdges)->Unit(benchmark::kMillisecond);
 BENCHMARK(renderEdges)->Apply(sizes);
 BENCHMARK(renderCurves)->Apply(sizes);
 BENCHMARK_CAPTURE(renderToCounter, city600k, city600k)->Apply(sizesAndThreads);

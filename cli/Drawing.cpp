@@ -90,9 +90,7 @@ void drawViews(const Options& options, const Job& job, const std::vector<ViewPar
     Sharing sharing;
     if (options.threads > 0) sharing.threads = options.threads;
     std::optional<Outlines> outlines;
-    if (options.edges)
-        lines.outlines = &outlines.emplace(
-            *model, [&reporter] { reporter.check(2, 0, 0.0); }, sharing);
+    if (options.edges) lines.outlines = &outlines.emplace(*model, [&reporter] { reporter.check(2, 0, 0.0); });
     Frame frame(sharing);
     std::vector<Handle<Pictures>> drawn;
     for (std::size_t i = 0; i < views.size(); ++i) {

@@ -2,6 +2,8 @@
 
 #include <cstddef>
 #include <memory>
+#include <new>
+#include <type_traits>
 #include <vector>
 
 namespace belvor {
@@ -44,6 +46,23 @@ struct LargeAllocator {
 /// A vector for a large table.
 template <class T>
 using LargeVector = std::vector<T, LargeAllocator<T>>;
+
+/// The same with elements that resize() leaves unset: it touches no memory.
+template <class T>
+struct UnsetAllocator : LargeAllocator<T> {
+    static_assert(std::is_trivially_default_constructible_v<T>);
+    UnsetAllocator() = default;
+    template <class U>
+    UnsetAllocator(const UnsetAllocator<U>&) noexcept
+    {}
+    template <class U>
+    void construct(U* at) noexcept
+    {
+        ::new (static_cast<void*>(at)) U;
+    }
+};
+template <class T>
+using UnsetVector = std::vector<T, UnsetAllocator<T>>;
 
 /// Hands out memory that stays where it is and is given back all at once, with the pool.
 /// Used by one thread at a time.

@@ -1,6 +1,7 @@
 #include "render/Outlines.h"
 
 #include "render/Pauses.h"
+#include "render/SamePositions.h"
 #include "scene/Camera.h"
 
 #include <algorithm>
@@ -14,117 +15,15 @@ namespace belvor {
 namespace {
 
 constexpr double cosineOf20Degrees = 0.93969262078590838405;
-constexpr std::uint32_t none = 0xFFFFFFFF;
-
-/// For every vertex the first one at the same position; none for one that is not finite. Vertices whose hash
-/// no other one has need not be looked for in a table: where facets share vertices that is nearly all of
-/// them.
-class SamePositions {
-public:
-    SamePositions(const Model& scene, Pauses& counted) : model(scene), pauses(counted)
-    {
-        const auto pause = [this] { pauses.step(Pauses::interval); };
-        const std::uint32_t count = model.vertexCount();
-        resizeInSlices(firstOf, count, pause);
-        resizeInSlices(places, std::bit_ceil(std::size_t{count} / 2 + 1), pause);
-        std::uint32_t inTable = count;
-        if (const std::uint32_t repeated = noteHashes(); repeated <= count / rarelyRepeated)
-            inTable = 2 * repeated;
-        else places = {};
-        resizeInSlices(table, std::bit_ceil(2 * std::size_t{inTable} + 2), pause, none);
-        for (std::uint32_t i = 0; i < count; i += blockSize) findBlock(i, std::min(i + blockSize, count));
-        places = {};
-        table = {};
-    }
-
-    std::uint32_t operator[](std::uint32_t vertex) const noexcept { return firstOf[vertex]; }
-
-private:
-    static constexpr std::uint32_t blockSize = 32, placesOfWord = 32, rarelyRepeated = 8;
-
-    /// Leaves the hash of each vertex in firstOf and what is known of it in two bits of its place: one vertex
-    /// has it, more than one have it. Returns how many vertices have that of an earlier one; ends when these
-    /// are too many.
-    std::uint32_t noteHashes()
-    {
-        std::uint32_t repeated = 0;
-        for (std::uint32_t i = 0; i < firstOf.size(); ++i) {
-            pauses.step();
-            if (i % 8192 == 8191 && repeated > i / rarelyRepeated) return none;
-            const std::uint32_t hashed = firstOf[i] = hash(model.vertex(i).position);
-            if (hashed == none) continue;
-            std::uint64_t& word = places[hashed / placesOfWord & (places.size() - 1)];
-            const std::uint32_t shift = hashed % placesOfWord * 2;
-            const std::uint64_t met = word >> shift & 1;
-            word |= (1 | met << 1) << shift;
-            repeated += static_cast<std::uint32_t>(met);
-        }
-        return repeated;
-    }
-    bool isRepeated(std::uint32_t hashed) const noexcept
-    {
-        const std::uint64_t word = places[hashed / placesOfWord & (places.size() - 1)];
-        return (word >> (hashed % placesOfWord * 2) & 2) != 0;
-    }
-
-    /// What one step reads from anywhere in the table and the model, an earlier one asks for.
-    void findBlock(std::uint32_t first, std::uint32_t end)
-    {
-        std::uint32_t asked[blockSize], count = 0;
-        std::size_t slots[blockSize];
-        for (std::uint32_t i = first; i < end; ++i) {
-            const std::uint32_t hashed = places.empty() ? hash(model.vertex(i).position) : firstOf[i];
-            firstOf[i] = hashed == none ? none : i;
-            asked[count] = i;
-            slots[count] = hashed & (table.size() - 1);
-            count += hashed != none && (places.empty() || isRepeated(hashed));
-        }
-        pauses.step(blockSize / 4 + count);
-        for (std::uint32_t k = 0; k < count; ++k) __builtin_prefetch(&table[slots[k]]);
-        for (std::uint32_t k = 0; k < count; ++k)
-            if (const std::uint32_t found = table[slots[k]]; found != none)
-                __builtin_prefetch(&model.vertex(found));
-        for (std::uint32_t k = 0; k < count; ++k) firstOf[asked[k]] = firstAt(asked[k], slots[k]);
-    }
-
-    std::uint32_t firstAt(std::uint32_t vertex, std::size_t slot)
-    {
-        const Point<3>& position = model.vertex(vertex).position;
-        while (table[slot] != none && !(model.vertex(table[slot]).position == position))
-            slot = (slot + 1) & (table.size() - 1);
-        if (table[slot] == none) table[slot] = vertex;
-        return table[slot];
-    }
-
-    /// Less than 2^31; none for a position that is not finite.
-    static std::uint32_t hash(const Point<3>& position) noexcept
-    {
-        std::uint64_t mixed = 0;
-        for (int axis = 0; axis < 3; ++axis) {
-            if (!std::isfinite(position[axis])) return none;
-            const auto bits = std::bit_cast<std::uint64_t>(position[axis] + 0.0);   // −0 as 0
-            mixed = (mixed ^ bits) * 0x9E3779B97F4A7C15u;
-            mixed ^= mixed >> 32;
-        }
-        return static_cast<std::uint32_t>(mixed) >> 1;
-    }
-
-    const Model& model;
-    Pauses& pauses;
-    LargeVector<std::uint32_t> firstOf;
-    LargeVector<std::uint64_t> places;   // empty when hashes repeat too often
-    LargeVector<std::uint32_t> table;
-};
+constexpr std::uint32_t none = SamePositions::none;
 
 /// Whether two facets at one edge differ in material or by more than 20 degrees. Drawings turn
 /// normals at random: those of facets that run along the edge in the same direction face
 /// different sides, so one of them is negated.
-bool differ(const Model& model, Outlines::Use a, Outlines::Use b)
+bool differ(const Facet& one, const Facet& other, bool sameDirection)
 {
-    const Facet &one = model.facet(a.facet()), &other = model.facet(b.facet());
-    if (one.material != other.material) return true;
     const double cosine = dot(one.plane.normal(), other.plane.normal());
-    return (a.forward() == b.forward() ? -cosine : cosine) < cosineOf20Degrees;
+    return one.material != other.material || (sameDirection ? -cosine : cosine) < cosineOf20Degrees;
 }
 
 /// Whether any two of three facets and more do. There may be a million of them, but three normals are enough:
@@ -141,7 +40,9 @@ bool anyDiffer(const Model& model, std::span<const Outlines::Use> uses)
         if (count == 2) return true;
         found[count++] = use;
     }
-    return count == 2 && differ(model, found[0], found[1]);
+    return count == 2
+           && differ(model.facet(found[0].facet()), model.facet(found[1].facet()),
+                     found[0].forward() == found[1].forward());
 }
 
 }   // namespace
@@ -158,42 +59,47 @@ public:
     {
         resizeInSlices(
             newest, model.vertexCount(), [this] { pauses.step(Pauses::interval); }, none);
-        // More than the half that a closed surface has: growing copies all.
-        const std::size_t usual = model.edgeCount() / 2 + model.edgeCount() / 16 + std::size_t{1};
-        result.endStore.reserve(usual);
-        result.pairs.reserve(usual);
-        before.reserve(usual);
+        // There are at most as many; what is not used takes no memory.
+        result.endStore.resize(model.edgeCount());
+        result.pairs.resize(model.edgeCount());
+        before.resize(model.edgeCount());
+        kinds.resize(model.edgeCount() + std::size_t{groupSize});
     }
 
     void match()
     {
+        constexpr std::uint32_t ahead = 32;   // facets, of which each is read as it comes
+        Tables tables{positions.data(), result.endStore.data(), result.pairs.data(),
+                      before.data(),    newest.data(),          kinds.data()};
         auto outlined = model.outlinedFacets().begin();
         std::uint32_t edge = 0;   // the first one of the facet at hand: they follow one another
-        for (std::uint32_t facet = 0; facet < model.facetCount(); ++facet) {
-            hasCurve = outlined != model.outlinedFacets().end() && *outlined == facet;
+        for (std::uint32_t number = 0; number < model.facetCount(); ++number) {
+            const Facet& facet = model.facet(number);
+            if (ahead < model.facetCount() - number) prefetch(&model.facet(number + ahead));
+            const bool hasCurve = outlined != model.outlinedFacets().end() && *outlined == number;
             if (hasCurve) ++outlined;
-            std::uint32_t count = *model.edgeCounts(facet, 1);
-            if (count == Model::manyEdges) count = model.facet(facet).edgeCount;
+            // The facet itself comes from memory later than these.
+            std::uint32_t count = *model.edgeCounts(number, 1);
+            if (count == Model::manyEdges) count = facet.edgeCount;
             const Edge* const sides = count == 0 ? nullptr : model.edgesFrom(edge, count);
-            for (std::uint32_t i = 0; i < count; ++i) meet(sides ? sides[i] : model.edge(edge + i), facet);
+            for (std::uint32_t i = 0; i < count; ++i) {
+                pauses.step();
+                const Edge side = sides ? sides[i] : model.edge(edge + i);
+                meet(tables, {tables.firstOf[side.from], tables.firstOf[side.to]}, facet, number, hasCurve);
+            }
             edge += count;
         }
+        result.endStore.resize(tables.size);
+        result.pairs.resize(tables.size);
+        std::fill_n(kinds.begin() + tables.size, groupSize, std::uint8_t{0});
     }
 
     /// What the edges are for any view.
-    void classify(const Sharing& sharing, const std::function<void()>& pause)
+    void classify()
     {
-        const std::size_t groupsOfPiece = std::max<std::size_t>(sharing.pieceSize / 16, 1);
         const std::size_t count = (result.size() + std::size_t{groupSize - 1}) / groupSize;
-        resizeInSlices(result.groups, count, [this] { pauses.step(Pauses::interval); });
-        Workers::ofProcess().forPieces(sharing.threads, count, groupsOfPiece,
-                                       [&](std::size_t first, std::size_t end, const Workers::Turn& turn) {
-                                           if (turn.thread == 0 && pause) pause();
-                                           for (std::size_t i = first; i < end; ++i)
-                                               result.groups[i] = groupOf(i * groupSize);
-                                       });
-        for (const std::uint32_t index : twice) groupWith(index).borders &= ~bitOf(index);
-        for (const std::uint32_t index : curved) groupWith(index).curved |= bitOf(index);
+        result.groups.reserve(count);
+        for (std::size_t i = 0; i < count; ++i) result.groups.push_back(groupOf(i * groupSize));
         gatherUses();
     }
 
@@ -205,73 +111,107 @@ private:
     /// Lists do not grow beyond this: what does not fit is found by a map of both ends.
     static constexpr std::uint32_t longestList = 64;
 
+    /// What is known of an edge while its facets are met: bits of a byte.
+    static constexpr std::uint8_t isBorder = 1, isOpposite = 2, isExamined = 4, isSharp = 8, isCurved = 16,
+                                  isFar = 32;   // looked at later, when its facets have come from memory
+    /// Facets by number that are nearer to each other than this are still in the cache.
+    static constexpr std::uint32_t nearby = 8192;
+
+    /// Where everything stands while edges are met; a copy on the stack stays in registers.
+    struct Tables {
+        const std::uint32_t* firstOf;
+        Edge* ends;
+        Pair* pairs;
+        std::uint32_t *before, *newest;
+        std::uint8_t* kinds;
+        std::uint32_t size = 0;
+    };
+
     Group& groupWith(std::uint32_t index) const noexcept { return result.groups[index / groupSize]; }
     static std::uint64_t bitOf(std::uint32_t index) noexcept { return std::uint64_t{1} << index % groupSize; }
 
     /// A side of a facet is a new edge, or one more use of an edge met before.
-    void meet(const Edge& side, std::uint32_t facet)
+    void meet(Tables& tables, const Edge& ends, const Facet& facet, std::uint32_t number, bool hasCurve)
     {
-        pauses.step();
-        const Edge ends{positions[side.from], positions[side.to]};
         if (ends.from == ends.to || ends.from == none || ends.to == none) return;
         const bool forward = ends.from < ends.to;
         const std::uint32_t lower = forward ? ends.from : ends.to, both = ends.from ^ ends.to;
-        const Use use{facet << 1 | std::uint32_t{forward}};
-        const Edge* const known = result.endStore.data();
+        const Use use{number << 1 | std::uint32_t{forward}};
+        const std::uint32_t head = tables.newest[lower];
         std::uint32_t length = 0;
-        for (std::uint32_t i = newest[lower]; i != none; i = before[i], ++length)
-            if ((known[i].from ^ known[i].to) == both) return addUse(i, use);
-        if (length < longestList) {
-            before.push_back(newest[lower]);
-            newest[lower] = add(ends, use);
-            return;
+        for (std::uint32_t i = head; i != none; i = tables.before[i], ++length)
+            if ((tables.ends[i].from ^ tables.ends[i].to) == both) return addUse(tables, i, use, facet);
+        if (length == longestList) {
+            const auto [at, isNew] =
+                crowded.try_emplace(std::uint64_t{lower} << 32 | (lower ^ both), tables.size);
+            if (!isNew) return addUse(tables, at->second, use, facet);
+        } else {
+            tables.before[tables.size] = head;
+            tables.newest[lower] = tables.size;
         }
-        const auto [at, isNew] =
-            crowded.try_emplace(std::uint64_t{lower} << 32 | (lower ^ both), result.size());
-        if (!isNew) return addUse(at->second, use);
-        before.push_back(none);
-        add(ends, use);
-    }
-
-    std::uint32_t add(const Edge& ends, Use use)
-    {
-        const std::uint32_t index = result.size();
-        result.endStore.push_back(ends);
-        result.pairs.push_back({use, use});
-        if (hasCurve) curved.push_back(index);
-        return index;
+        tables.ends[tables.size] = ends;
+        tables.pairs[tables.size] = {use, use};
+        tables.kinds[tables.size] = hasCurve ? isBorder | isCurved : isBorder;
+        ++tables.size;
     }
 
     /// A facet that has the edge several times comes several times, one after another.
-    void addUse(std::uint32_t index, Use use)
+    void addUse(const Tables& tables, std::uint32_t index, Use use, const Facet& facet)
     {
-        Pair& pair = result.pairs[index];
-        if (isSingle(pair)) {
-            if (use.facet() == pair[0].facet()) twice.push_back(index);
-            else pair[1] = use;
-        } else if (use.facet() != pair[1].facet()) {
-            further.push_back({index, use});
+        Pair& pair = tables.pairs[index];
+        if (!isSingle(pair)) {
+            if (use.facet() != pair[1].facet()) further.push_back({index, use});
+        } else if (use.facet() == pair[0].facet()) {
+            tables.kinds[index] = 0;
+        } else {
+            pair[1] = use;
+            if (use.facet() - pair[0].facet() >= nearby) {
+                tables.kinds[index] = isFar;
+                return;
+            }
+            const bool same = pair[0].forward() == use.forward();
+            const bool sharp = differ(model.facet(pair[0].facet()), facet, same);
+            tables.kinds[index] =
+                static_cast<std::uint8_t>((same ? isExamined : isOpposite) | (sharp ? isSharp : 0));
         }
     }
 
     /// Of edges from `first` on, as if none had more than two facets.
-    Group groupOf(std::size_t first) const noexcept
+    Group groupOf(std::size_t first)
     {
-        const std::size_t count = std::min<std::size_t>(groupSize, result.size() - first);
-        const Pair* const uses = &result.pairs[first];
-        for (std::size_t i = 0; i < count; ++i) __builtin_prefetch(&model.facet(uses[i][1].facet()));
         Group group;
-        for (std::size_t i = 0; i < count; ++i) {
-            const auto [one, other] = uses[i];
-            const std::uint64_t bit = std::uint64_t{1} << i;
-            if (one.facet() == other.facet()) {
-                group.borders |= bit;
-                continue;
-            }
-            (one.forward() == other.forward() ? group.examined : group.opposite) |= bit;
-            if (differ(model, one, other)) group.sharp |= bit;
+        std::uint64_t far = 0;
+        for (unsigned i = 0; i < groupSize; i += 8) {
+            std::uint64_t bytes = 0;
+            for (unsigned k = 0; k < 8; ++k) bytes |= std::uint64_t{kinds[first + i + k]} << 8 * k;
+            const auto bitsOf = [bytes, i](std::uint8_t kind) {
+                const std::uint64_t ones = bytes >> std::countr_zero(kind) & 0x0101010101010101u;
+                return (ones * 0x0102040810204080u >> 56) << i;   // byte k gives bit 56 + k of the product
+            };
+            group.borders |= bitsOf(isBorder);
+            group.sharp |= bitsOf(isSharp);
+            group.opposite |= bitsOf(isOpposite);
+            group.examined |= bitsOf(isExamined);
+            group.curved |= bitsOf(isCurved);
+            far |= bitsOf(isFar);
         }
+        pauses.step(8 + 2 * static_cast<std::size_t>(std::popcount(far)));
+        if (far != 0) addFar(group, &result.pairs[first], far);
         return group;
+    }
+
+    /// Looks at the facets of the `far` edges of a group, which are anywhere in memory.
+    void addFar(Group& group, const Pair* uses, std::uint64_t far) const noexcept
+    {
+        for (std::uint64_t left = far; left != 0; left &= left - 1)
+            prefetch(&model.facet(uses[std::countr_zero(left)][1].facet()));
+        for (std::uint64_t left = far; left != 0; left &= left - 1) {
+            const auto [one, other] = uses[std::countr_zero(left)];
+            const std::uint64_t bit = left & -left;
+            const bool same = one.forward() == other.forward();
+            (same ? group.examined : group.opposite) |= bit;
+            if (differ(model.facet(one.facet()), model.facet(other.facet()), same)) group.sharp |= bit;
+        }
     }
 
     /// The uses of edges with three facets and more, side by side.
@@ -307,20 +247,18 @@ private:
     Pauses pauses;
     SamePositions positions;
     LargeVector<std::uint32_t> newest;   // of the edges of each lower end
-    LargeVector<std::uint32_t> before;   // by outline: the one before it with the same lower end
+    UnsetVector<std::uint32_t> before;   // by outline: the one before it with the same lower end
+    UnsetVector<std::uint8_t> kinds;     // by outline
     std::unordered_map<std::uint64_t, std::uint32_t> crowded;
-    bool hasCurve = false;   // the facet at hand, as its border
-    std::vector<std::uint32_t> twice,
-        curved;                        // edges that one facet has several times; of facets with curves
     std::vector<FurtherUse> further;   // than the second of an edge
 };
 
-Outlines::Outlines(const Model& model, const std::function<void()>& pause, const Sharing& sharing)
+Outlines::Outlines(const Model& model, const std::function<void()>& pause)
 {
     if (model.facetCount() > none >> 1) throw std::bad_alloc();   // what a Use can name
     Matcher matcher(*this, model, pause);
     matcher.match();
-    matcher.classify(sharing, pause);
+    matcher.classify();
 }
 
 Outlines::Chosen Outlines::choose(std::uint32_t number, const View& view) const

@@ -3,7 +3,6 @@
 #include "platform/LargeMemory.h"
 #include "platform/Prefetch.h"
 #include "render/Shading.h"
-#include "render/Sharing.h"
 #include "scene/Model.h"
 
 #include <algorithm>
@@ -32,10 +31,8 @@ public:
     static constexpr std::uint32_t groupSize = 64;
 
     /// Edges whose ends coincide or are not finite are left out. `pause` is called now and then, on the
-    /// calling thread, and may throw; part of the work is shared by the threads of `sharing`. Throws
-    /// std::bad_alloc.
-    explicit Outlines(const Model& model, const std::function<void()>& pause = {},
-                      const Sharing& sharing = {});
+    /// calling thread, and may throw. Throws std::bad_alloc.
+    explicit Outlines(const Model& model, const std::function<void()>& pause = {});
 
     std::uint32_t size() const noexcept { return static_cast<std::uint32_t>(endStore.size()); }
     std::uint32_t groupCount() const noexcept { return static_cast<std::uint32_t>(groups.size()); }
@@ -109,8 +106,8 @@ private:
     static bool isSingle(const Pair& pair) noexcept { return pair[0].facet() == pair[1].facet(); }
 
     // Apart, since each picture reads only some of them of most edges.
-    LargeVector<Edge> endStore;
-    LargeVector<Pair> pairs;
+    UnsetVector<Edge> endStore;
+    UnsetVector<Pair> pairs;
     LargeVector<Group> groups;
     LargeVector<Use> useStore;               // of edges with three facets and more, one after another
     LargeVector<std::uint32_t> manyStarts;   // where those of each begin, and the end
