@@ -2,6 +2,7 @@
 
 #include "imagefile/OmbrFile.h"
 #include "platform/FileError.h"
+#include "platform/Files.h"
 #include "resources/Texts.h"
 #include "session/Session.h"
 
@@ -37,9 +38,16 @@ void Saving::saveAs()
     if (const auto file = session.shell().askFile(FileQuestion::image)) write(picture, file->path);
 }
 
+bool Saving::isModelFile(const std::string& file)
+{
+    if (!isSameFile(file, session.modelPath())) return false;
+    session.shell().warn(filledText(Text::wouldOverwriteModel, {file}));
+    return true;
+}
+
 bool Saving::write(const Picture& picture, const std::string& file)
 try {
-    if (!picture.model || session.closing()) return false;
+    if (!picture.model || session.closing() || isModelFile(file)) return false;
     const ImageSize& size = picture.size;
     const Scene scene = buildScene(picture.view, picture.place, size, size.width, size.height);
     const ImageSink sink = beginImage(file, picture.model, scene.camera, size.width, size.height);
@@ -99,7 +107,8 @@ void Saving::saveParameters()
 {
     if (!session.model()) return;
     const Picture picture = session.picture();
-    if (const auto file = session.shell().askFile(FileQuestion::saveParameters))
+    const auto file = session.shell().askFile(FileQuestion::saveParameters);
+    if (file && !isModelFile(file->path))
         picture.view.write(file->path, picture.place.centre, picture.place.radius);
 }
 

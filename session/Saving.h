@@ -50,6 +50,8 @@ private:
         Handle<ImageRequest> request;
     };
 
+    /// Whether `file` is the shown model's own, which what is written would destroy; the user is told.
+    bool isModelFile(const std::string& file);
     bool write(const Picture& picture, const std::string& file);
 
     Session& session;

@@ -155,6 +155,20 @@ TEST_F(SessionCommands, AYesAboutAModelThatHasGoneMeanwhileSavesNothing)
     EXPECT_FALSE(session.saving().querySave() || session.saving().running());
 }
 
+TEST_F(SessionCommands, NothingIsWrittenOverTheModel)
+{
+    const std::string folder = box.path().substr(0, box.path().find_last_of('/') + 1);
+    for (const std::string& spelt : {box.path(), folder + "./box.thf"})
+        for (const int id : {ID_SAVEAS, ID_SAVEPARAMETERS}) {
+            shell.status.clear();
+            shell.chosen = ChosenFile{spelt, 1};
+            command(id);
+            EXPECT_EQ(shell.status, filledText(Text::wouldOverwriteModel, {spelt}));
+            EXPECT_EQ(box.bytes(), test::boxText);
+        }
+    EXPECT_FALSE(session.view().imageSaved);
+}
+
 TEST_F(SessionCommands, EscapeStopsALoadASaveAndFullScreenAtAnyMoment)
 {
     const TempFile image("image.omb");
