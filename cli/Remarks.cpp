@@ -79,9 +79,20 @@ void remarkOn(const std::string& file, const Reading& reading)
 void remarkOnLines(const Options& options, const Model& model, const ModelPlace& place)
 {
     if (!options.lines.curves || options.outputs.empty()) return;
-    const std::uint32_t unseen = options.lines.colour ? 0 : curvesOfColour(model, options.background);
-    if (unseen > 0)
-        remark(filledText(Text::linesUnseen, {std::to_string(unseen), std::to_string(model.curveCount())}));
+    const auto remarkUnseen = [&](Text text, const std::array<std::uint8_t, 3>& ground) {
+        if (const std::uint32_t unseen = options.lines.colour ? 0 : curvesOfColour(model, ground))
+            remark(filledText(text, {std::to_string(unseen), std::to_string(model.curveCount())}));
+    };
+    // A vector file leaves a black background out.
+    const bool groundless = options.background == std::array<std::uint8_t, 3>{} && !options.embedSurfaces;
+    const auto hasPage = [&](const std::string& output) {
+        return groundless && pictureFormatOf(options, output) == PictureFormat::svg;
+    };
+    const std::vector<std::string>& outputs = options.outputs;
+    if (!std::all_of(outputs.begin(), outputs.end(), hasPage))
+        remarkUnseen(Text::linesUnseen, options.background);
+    if (std::any_of(outputs.begin(), outputs.end(), hasPage))
+        remarkUnseen(Text::linesUnseenOnPage, {255, 255, 255});
     const bool placed = !options.changes.eye
                         && std::any_of(options.chosenViews.begin(), options.chosenViews.end(),
                                        [](const ChosenView& view) { return view.file.empty(); });

@@ -94,14 +94,18 @@ class CommandLine(Folder):
             self.assertEqual(self.read("v.bvp"), self.read("w.bvp"))
 
     def test_lines_that_cannot_be_seen_are_told(self):
-        entities = [f"0 LINE 8 0 62 {colour} 10 0 20 0 11 {x} 21 0" for colour, x in ((7, 1), (1, 1), (7, 9))] + ["0 CIRCLE 8 0 62 3 10 0 20 0 30 0 40 1"]
+        entities = [f"0 LINE 8 0 420 {colour} 10 0 20 0 11 {x} 21 0" for colour, x in ((0xffffff, 1), (0xff0000, 1), (0xffffff, 9))] + ["0 CIRCLE 8 0 420 0 10 0 20 0 30 0 40 1"]
         self.write("d.dxf", "\n".join(" ".join(["0 SECTION 2 ENTITIES", *entities, "0 ENDSEC 0 EOF"]).split()))
         unseen, beyond = "2 of 4 lines have the colour of the background", "lines reach far beyond the surfaces"
-        for options, told in (("--background #ffffff", [unseen, beyond]), ("--background #ffffff --line-colour #000000", [beyond]), ("--bounds all", []),
+        for options, told in (("--background #ffffff", [unseen, beyond]), ("--background #ffffff --line-colour #000000", [beyond]), ("--bounds all --background #000001", []),
                               ("--eye 1,1,1 --background #fffffe", []), ("--view plan --view front --background #ff0000", ["1 of 4 lines", beyond])):
             said = self.remarks("--reading", "modern", "--lines", *options.split(), "d.dxf", "{view}.png")
             self.assertEqual([text in said for text in told], [True] * len(told), (options, said))
             self.assertEqual(said.count("\n"), len(told), (options, said))
+        black, white = "1 of 4 lines have the colour of the background", "2 of 4 lines are white"
+        for call, told in (("d.svg", [white]), ("d.png", [black]), ("d.svg d.png", [black, white]), ("--background=#000001 d.svg", []), ("--surfaces=embed d.svg", [black])):
+            said = self.remarks("--reading=modern", "--lines", "--bounds=all", "d.dxf", *call.split())
+            self.assertEqual([text for text in (black, white) if text in said], told, (call, said))
 
     @unittest.skipIf(WINDOWS, "pipes with a name")
     def test_pipes(self):
