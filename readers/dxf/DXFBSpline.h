@@ -19,12 +19,14 @@ struct DXFBSpline {
     std::span<const Point<N>> controls;
     std::span<const double> weights;   ///< As many as controls, or none.
 
-    /// Whether its knots fit: their count is that of the control points + degree + 1, they never fall.
+    /// Whether its knots fit: their count is that of the control points + degree + 1, they never fall and
+    /// are not all one where the spline runs.
     bool isUsable() const noexcept
     {
         return degree >= 1 && degree <= maxDegree && controls.size() > static_cast<std::size_t>(degree)
                && knots.size() == controls.size() + static_cast<std::size_t>(degree) + 1
                && std::is_sorted(knots.begin(), knots.end())
+               && knots[static_cast<std::size_t>(degree)] < knots[controls.size()]
                && std::all_of(weights.begin(), weights.end(), [](double w) { return w > 0.0; });
     }
 

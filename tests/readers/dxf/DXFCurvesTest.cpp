@@ -40,6 +40,8 @@ TEST(DXFCurves, AreWhatTheEntitySaysAndChangeNothingWhenTheyAreNotAskedFor)
         {"a spline by fit points, smooth: up 1.5 t - 0.5 t^3",
          "0 SPLINE|8 0|71 3|11 0|21 0|31 0|11 1|21 1|31 0|11 1|21 1|31 0|11 2|21 0|31 0",
          "1: (0 0 0) (2 0 0), 2.913847"},
+        {"a spline whose knots are all one: straight",
+         "0 SPLINE|8 0|71 1|40 0|40 0|40 0|40 0|10 1|20 0|30 0|10 1|20 2|30 0", "1: (1 0 0) (1 2 0), 2"},
         {"lines of a hatch, around its hole", hatch("1", ""), "5: (0 0.5 1) (4 0.5 1), 15"},
         {"dashes that a hole cuts", hatch("1", "|79 2|49 1.5|49 -0.5"), "8: (0 0.5 1) (1.5 0.5 1), 11.5"},
         {"dots", hatch("1", "|79 2|49 0|49 -2"), "8: (0 0.5 1) (0 0.5 1), 0"},
