@@ -157,7 +157,7 @@ TEST_F(SessionCommands, AYesAboutAModelThatHasGoneMeanwhileSavesNothing)
 
 TEST_F(SessionCommands, NothingIsWrittenOverTheModel)
 {
-    const std::string folder = box.path().substr(0, box.path().find_last_of('/') + 1);
+    const std::string folder = box.path().substr(0, box.path().find_last_of("/\\") + 1);
     for (const std::string& spelt : {box.path(), folder + "./box.thf"})
         for (const int id : {ID_SAVEAS, ID_SAVEPARAMETERS}) {
             shell.status.clear();
