@@ -1,6 +1,8 @@
 #include "readers/dxf/DXFBlock.h"
 #include "readers/dxf/DXFEntities.h"
 
+#include <algorithm>
+
 namespace belvor {
 
 void DXFInsert::build()
@@ -15,9 +17,11 @@ void DXFInsert::build()
     insertion.spacingIsScaled = !record.isModern();
     insertion.columns = record.integerOr(70, 1);
     insertion.rows = record.integerOr(71, 1);
-    const bool noCells = insertion.columns <= 0 || insertion.rows <= 0;
-    const auto skipWithoutCells = [&] { drawing.skip(record.type(), Why::noCells, {}); };
-    if (noCells && !record.isModern()) return skipWithoutCells();
+    if (record.isModern()) {   // other programs take 0 for the one insertion that they mean
+        insertion.columns = std::max(insertion.columns, 1);
+        insertion.rows = std::max(insertion.rows, 1);
+    }
+    if (insertion.columns <= 0 || insertion.rows <= 0) return drawing.skip(record.type(), Why::noCells, {});
 
     insertion.columnSpacing = record.realOr(44, 0.0);
     insertion.rowSpacing = record.realOr(45, 0.0);
@@ -26,7 +30,6 @@ void DXFInsert::build()
     insertion.position = record.pointOr(10, 0.0).vector();
     insertion.tilt = DXFAxes::of(record);
     if (!block) return skipWithoutBlock();
-    if (noCells) return skipWithoutCells();
     if (block->isEmpty)
         drawing.skip(record.type(), block->isExternal ? Why::blockExternal : Why::blockEmpty, block->name);
     drawing.readEntities(insertion);

@@ -21,6 +21,8 @@ TEST(DXFModern, DrawsTheBlocksOfDimensionsAndTables)   // more of meshes and hat
         {"a table to its insertion point", "0 ACAD_TABLE|8 0|2 *D1|10 5|20 0|30 0|11 1|21 0|31 0|",
          "(5 0 0) (6 0 0) (6 1 0) (5 1 0)"},
         {"a dimension without a block", "0 DIMENSION|8 0|2 *D9|", ""},
+        {"no columns and fewer rows: one of each", insertion("HOLE", "70 0|71 -2|44 9|45 9"),
+         "(0 0 7) (9 0 7) (0 9 7) / (1 1 7) (2 1 7) (1 2 7)"},
         {"an area with a hole, the third time played back", insertion("HOLE", "70 3|44 9"),
          "(0 0 7) (9 0 7) (0 9 7) / (1 1 7) (2 1 7) (1 2 7); (9 0 7) (18 0 7) (9 9 7) / (10 1 7) (11 1 7) "
          "(10 2 7); "
