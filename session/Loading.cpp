@@ -56,11 +56,11 @@ void Loading::loadFile(const std::string& path, FileType kind)
     if (kind == fileTypeOf(path)) shell.addRecent(path);
 }
 
-void Loading::post(const std::string& path, FileType kind, bool keepView)
+void Loading::post(const std::string& path, FileType kind, bool again)
 {
     pending = path;
     pendingType = kind;
-    keepsView = keepView;
+    rereads = again;
     result = makeHandle<LoadResult>();
     session.shell().cancel(Target::mainWindow);
     session.shell().post(Target::mainWindow,
@@ -77,23 +77,22 @@ void Loading::readBy(ReadingRules rules)
     if (rules == reading.rules) return;
     reading.rules = rules;
     session.shell().settingsChanged();
-    readAgain(true);
+    readAgain();
 }
 
 void Loading::readCurves(bool wanted)
 {
     if (wanted == reading.curves) return;
     reading.curves = wanted;
-    // A drawing of lines alone had no size until they were read: it gets its first view then.
-    readAgain(session.model() && session.model()->facetCount() != 0);
+    readAgain();
 }
 
 /// A drawing by the options that have just changed; a load that is under way goes on by them too.
-void Loading::readAgain(bool keepView)
+void Loading::readAgain()
 {
-    if (running()) post(pending, pendingType, keepsView);
+    if (running()) post(pending, pendingType, rereads);
     else if (type == FileType::dxf && session.model() && !session.closing())
-        post(session.modelPath(), type, keepView);
+        post(session.modelPath(), type, true);
 }
 
 void Loading::refused(const std::string& why)
@@ -126,7 +125,7 @@ void Loading::modelLoaded(std::uint32_t number, Model* model)
     stampOfModel = result->stamp;
     session.shell().endDrags();   // a drag is a request for the model that it began with
     session.saving().forgetName();
-    session.takeModel(loaded, full, keepsView);
+    session.takeModel(loaded, full, rereads);
     session.shell().showModel();
     session.shell().setTitle(filledText(Text::windowTitle, {fileName(full)}));
     tellRemark();

@@ -25,7 +25,7 @@ public:
     void openRecent(std::size_t index);
     /// Any path; after the question whether to save. Nothing happens while a box is open.
     void openFile(const std::string& path);
-    /// Reads the shown model's file again; the view stays.
+    /// Reads the shown model's file again; the view and the units stay.
     void reload();
     /// The rules for drawings from here on; a drawing that is shown is read again by them.
     void readBy(ReadingRules rules);
@@ -35,6 +35,8 @@ public:
 
     /// Whether a file is being read or about to be.
     bool running() const noexcept { return !pending.empty() && result && !result->ended; }
+    /// Its path, empty without one.
+    std::string fileBeingRead() const { return running() ? pending : std::string(); }
     /// Stops a load that is going on: the model stays.
     void giveUp();
     /// The reader of load `number` has made `model`; null: no model. Only the load that was asked
@@ -55,8 +57,8 @@ public:
 
 private:
     void loadFile(const std::string& path, FileType kind);
-    void post(const std::string& path, FileType kind, bool keepView);
-    void readAgain(bool keepView);
+    void post(const std::string& path, FileType kind, bool again);
+    void readAgain();
 
     Session& session;
     Handle<RenderHost> host;
@@ -66,7 +68,7 @@ private:
     std::string pending;   // its file; empty when it is over
     std::uint32_t lastNumber = 0;
     FileType pendingType = FileType::unknown;
-    bool keepsView = false;
+    bool rereads = false;   // the shown model's file
     Handle<LoadResult> result;
 
     // The shown model.

@@ -38,16 +38,18 @@ void Saving::saveAs()
     if (const auto file = session.shell().askFile(FileQuestion::image)) write(picture, file->path);
 }
 
-bool Saving::isModelFile(const std::string& file)
+bool Saving::isModelFile(const Picture& picture, const std::string& file)
 {
-    if (!isSameFile(file, session.modelPath())) return false;
+    const auto is = [&file](const std::string& model) { return !model.empty() && isSameFile(file, model); };
+    if (!is(picture.modelPath) && !is(session.modelPath()) && !is(session.loading().fileBeingRead()))
+        return false;
     session.shell().warn(filledText(Text::wouldOverwriteModel, {file}));
     return true;
 }
 
 bool Saving::write(const Picture& picture, const std::string& file)
 try {
-    if (!picture.model || session.closing() || isModelFile(file)) return false;
+    if (!picture.model || session.closing() || isModelFile(picture, file)) return false;
     const ImageSize& size = picture.size;
     const Scene scene = buildScene(picture.view, picture.place, size, size.width, size.height);
     const ImageSink sink = beginImage(file, picture.model, scene.camera, size.width, size.height);
@@ -108,7 +110,7 @@ void Saving::saveParameters()
     if (!session.model()) return;
     const Picture picture = session.picture();
     const auto file = session.shell().askFile(FileQuestion::saveParameters);
-    if (file && !isModelFile(file->path))
+    if (file && !isModelFile(picture, file->path))
         picture.view.write(file->path, picture.place.centre, picture.place.radius);
 }
 

@@ -50,8 +50,9 @@ private:
         Handle<ImageRequest> request;
     };
 
-    /// Whether `file` is the shown model's own, which what is written would destroy; the user is told.
-    bool isModelFile(const std::string& file);
+    /// Whether `file` is that of the picture's model, of the one that is shown or of one that is being read,
+    /// which what is written would destroy; the user is told.
+    bool isModelFile(const Picture& picture, const std::string& file);
     bool write(const Picture& picture, const std::string& file);
 
     Session& session;

@@ -129,7 +129,11 @@ void Session::setImageSize(const ImageSize& size)
 
 void Session::setUnits(const Units& units)
 {
-    if (held) held->setUnits(units);
+    if (!held) return;
+    const Units& present = held->units();
+    if (units.scale == present.scale && units.code == present.code) return;
+    givenUnits = units;
+    held->setUnits(units);
 }
 
 void Session::askView()
@@ -143,15 +147,20 @@ void Session::askView()
     setView((*edit)(view()));
 }
 
-void Session::takeModel(Handle<Model> loaded, const std::string& file, bool keepView)
+void Session::takeModel(Handle<Model> loaded, const std::string& file, bool again)
 {
-    const bool again = held && keepView;
+    // What showed nothing, such as lines that were not read, had no place that a view could be of.
+    const bool keepView = held && again && seen;
     held = std::move(loaded);
+    seen = keepView || held->facetCount() != 0 || held->curveCount() != 0;
+    if (!again) givenUnits.reset();
+    if (givenUnits) held->setUnits(*givenUnits);
     lineDrawing = makeHandle<LineDrawing>();
     path = file;
     const ModelPlace before = where;
     held->bounds(where.centre, where.radius);
-    if (again) history.mapViews([&](const ViewParameters& record) { return movedTo(record, before, where); });
+    if (keepView)
+        history.mapViews([&](const ViewParameters& record) { return movedTo(record, before, where); });
     else history.begin(belvor::wholeModel(history.current(), image));
     showView();
     redraw(Target::plan);
@@ -162,7 +171,7 @@ void Session::showLines(const ShownLines& shown)
 {
     if (shown == lines) return;
     lines = shown;
-    history.markUnsaved(view());
+    history.markAllUnsaved();
     surroundings.settingsChanged();
     loads.readCurves(shown.curves);
     loads.tellRemark();

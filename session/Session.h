@@ -14,6 +14,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace belvor {
@@ -26,6 +27,7 @@ struct Picture {
     ImageSize size;
     ShownLines lines;
     Handle<LineDrawing> lineDrawing;   // of the model
+    std::string modelPath;
 };
 
 /// The loaded model and the views of it, and every decision about them that needs no window.
@@ -81,13 +83,14 @@ public:
     const ModelPlace& place() const noexcept { return where; }
     const ImageSize& imageSize() const noexcept { return image; }
     /// What the image file would show now.
-    Picture picture() const { return {held, where, history.current(), image, lines, lineDrawing}; }
+    Picture picture() const { return {held, where, history.current(), image, lines, lineDrawing, path}; }
     /// Which lines the picture shows. Another picture is not saved.
     void showLines(const ShownLines& shown);
     const ShownLines& shownLines() const noexcept { return lines; }
-    /// Takes `loaded`, read from the full path `file`, and shows the whole of it, or with `keepView` what
-    /// was shown of the model before.
-    void takeModel(Handle<Model> loaded, const std::string& file, bool keepView = false);
+    /// Takes `loaded`, read from the full path `file`, and shows the whole of it. With `again` it is a new
+    /// reading of the shown model's file: units that the user set are kept, and the view too, unless there
+    /// was nothing to see before.
+    void takeModel(Handle<Model> loaded, const std::string& file, bool again = false);
     /// The file of the model is another than when it was read.
     void fileChanged();
 
@@ -121,6 +124,8 @@ private:
     Shell& surroundings;
     Handle<Model> held;
     std::string path;
+    bool seen = false;                 // some reading of the model's file had something to see
+    std::optional<Units> givenUnits;   // by the user, to the model
     ModelPlace where;
     ImageSize image;
     ViewHistory history;

@@ -75,6 +75,11 @@ void ViewHistory::mapViews(const std::function<ViewParameters(const ViewParamete
     });
 }
 
+void ViewHistory::markAllUnsaved() noexcept
+{
+    forEach([](ViewParameters& record) { record.imageSaved = false; });
+}
+
 void ViewHistory::mark(const ViewParameters& view, bool saved) noexcept
 {
     forEach([&](ViewParameters& record) {

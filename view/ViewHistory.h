@@ -39,6 +39,8 @@ public:
     void markSaved(const ViewParameters& view) noexcept { mark(view, true); }
     /// It is not, after all.
     void markUnsaved(const ViewParameters& view) noexcept { mark(view, false); }
+    /// No view is in the image file as it would be drawn now.
+    void markAllUnsaved() noexcept;
 
 private:
     using Views = std::deque<ViewParameters>;

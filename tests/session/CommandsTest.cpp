@@ -169,6 +169,45 @@ TEST_F(SessionCommands, NothingIsWrittenOverTheModel)
     EXPECT_FALSE(session.view().imageSaved);
 }
 
+TEST_F(SessionCommands, NothingIsWrittenOverAModelThatIsReadOrWasShownWhenTheUserWasAsked)
+{
+    const TempFile other{"other.thf", test::boxText};
+    for (const int id : {ID_SAVEAS, ID_SAVEPARAMETERS})
+        for (const bool arrives : {false, true}) {
+            SCOPED_TRACE(testing::Message() << id << (arrives ? " arrives under the dialog" : " is read"));
+            load(box);
+            shell.status.clear();
+            const TempFile& target = arrives ? box : other;
+            shell.chosen = ChosenFile{target.path(), 1};
+            session.loading().openFile(other.path());
+            if (arrives) shell.underDialog = [&] { runRequests(); };
+            command(id);
+            shell.underDialog = {};
+            EXPECT_EQ(shell.status, filledText(Text::wouldOverwriteModel, {target.path()}));
+            EXPECT_TRUE(box.bytes() == test::boxText && other.bytes() == test::boxText);
+            EXPECT_EQ(session.modelPath(), other.path());
+        }
+}
+
+TEST_F(SessionCommands, WhatTheUserSetOfAModelIsKeptWhenItIsReadAgain)
+{
+    const TempFile mixed("mixed.dxf", drawingText(faceEntity + lineEntity)),
+        only("only.dxf", drawingText(lineEntity));
+    const auto scale = [this] { return session.model()->units().scale; };
+    for (const TempFile* const file : {&mixed, &only})
+        for (const int id : {ID_RELOAD, ID_LINES, ID_LINES, ID_MODERNREADING}) {
+            SCOPED_TRACE(testing::Message() << file->path() << ' ' << id);
+            load(*file);
+            session.setUnits({25.4, 3});
+            command(id);
+            EXPECT_EQ(scale(), 25.4);
+            EXPECT_EQ(session.model()->units().code, 3u);
+            load(*file);
+            command(id);
+            EXPECT_EQ(scale(), 1) << "opened, not read again";
+        }
+}
+
 TEST_F(SessionCommands, EscapeStopsALoadASaveAndFullScreenAtAnyMoment)
 {
     const TempFile image("image.omb");
@@ -213,6 +252,10 @@ TEST_F(SessionCommands, TheEndingOfAnImageChoosesItsFormatAndEdgesAreDrawn)
     command(ID_EDGES);
     EXPECT_FALSE(session.view().imageSaved) << "another picture";
     EXPECT_NE(saved("a.omb"), plain);
+    command(ID_INCREASEZOOM);
+    command(ID_EDGES);
+    command(ID_PREVIOUSVIEW);
+    EXPECT_FALSE(session.view().imageSaved) << "the file shows other lines than the view before does now";
 }
 
 TEST_F(SessionCommands, ADrawingSaysWhatWasNotDrawnAndTheOtherReadingReadsItAgain)
@@ -252,6 +295,29 @@ TEST_F(SessionCommands, LinesAreReadWhenTheyAreToBeShown)
     EXPECT_EQ(showLines(), 1u);
     EXPECT_GT(session.place().radius, 0.5) << "of the lines";
     EXPECT_EQ(withLines, std::set{Target::display}) << "thumbnails stay as they are";
+    EXPECT_EQ(session.view(), wholeModel(session.view(), session.imageSize()));
+    // From then on the view is one of the lines: it is there again when they are.
+    command(ID_STANDARDVIEW + 1);
+    const ViewParameters chosen = session.view();
+    showLines();
+    EXPECT_EQ(showLines(), 1u);
+    EXPECT_NEAR((session.view().eye - chosen.eye).length(), 0, 1e-9);
+    EXPECT_NEAR(zoom(), chosen.zoom, 1e-9);
+    EXPECT_TRUE(session.canUndo());
+}
+
+TEST_F(SessionCommands, WhatOnlyTheModernReadingDrawsIsShownAsAWhole)
+{
+    const std::string hatch =
+        "0\nHATCH\n8\n0\n2\nSOLID\n70\n1\n91\n1\n92\n3\n72\n0\n73\n1\n93\n3\n10\n900\n20\n"
+        "0\n10\n950\n20\n0\n10\n900\n20\n70\n97\n0\n75\n0\n76\n1\n98\n0\n";
+    const TempFile drawing("hatch.dxf", drawingText(hatch));
+    load(drawing);
+    EXPECT_EQ(session.model()->facetCount(), 0u);
+    // Also when it is being read again already.
+    EXPECT_TRUE(runCommand(session, ID_RELOAD));
+    command(ID_MODERNREADING);
+    EXPECT_NE(session.model()->facetCount(), 0u);
     EXPECT_EQ(session.view(), wholeModel(session.view(), session.imageSize()));
 }
 

@@ -12,7 +12,11 @@ namespace belvor::test {
 /// Surroundings without windows and without a user: requests run when they are told to, on the test's thread.
 class QuietShell : public Shell {
 public:
-    std::optional<ChosenFile> askFile(FileQuestion) override { return chosen; }
+    std::optional<ChosenFile> askFile(FileQuestion) override
+    {
+        if (underDialog) underDialog();
+        return chosen;
+    }
     SaveAnswer askToSave(const std::string&) override { return answer ? answer() : SaveAnswer::no; }
     std::optional<ViewEdit> askView(const ViewParameters&, const ModelPlace&, const Units&) override
     {
@@ -72,6 +76,7 @@ public:
 
     std::function<Handle<Buffer>(Target)> sinkOf;   // none: nothing is drawn
     std::optional<ChosenFile> chosen;
+    std::function<void()> underDialog;    // while the user chooses a file
     std::function<SaveAnswer()> answer;   // to the question whether to save
     std::string status, remark;
     FileStamp watched;
