@@ -48,8 +48,9 @@ constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 constexpr char endOfText = '\x1A';   // Ctrl-Z, as old systems write it
 
 /// The text encoding: a line with the code, a line with the value. A line ends with CR, LF,
-/// CR LF or LF CR. The modern reading takes blanks off the values and stops at blank lines up to the end of
-/// the file, or at a Ctrl-Z where a code should be.
+/// CR LF or LF CR. The modern reading takes blanks off the values, passes over blank lines where a code
+/// should be and stops there at a Ctrl-Z. It takes CR CR LF as one line end: programs that put a CR before
+/// each LF make that of CR LF.
 template <bool modern>
 class DXFAsciiStream final : public DXFGroupStream<DXFAsciiStream<modern>> {
     using Base = DXFGroupStream<DXFAsciiStream>;
@@ -70,7 +71,7 @@ public:
         if (takePlainCode(position, group)) return true;
         if (position.at == end) return false;
         codeLineEnd = position.at;   // not known: the line is looked through again
-        if constexpr (modern) return takeUnusualCode(position, group);
+        if constexpr (modern) return takeUnusualCode(group);
         group.code = parseCode(position);
         return true;
     }
@@ -167,7 +168,7 @@ private:
         const char* textEnd;
         const char* const value = stepOver(codeLineEnd, textEnd);
         if (value == end) throw BadFile(BadFile::badGroupValue, fileName(), group.line);
-        position = {stepOver(value, textEnd), twoLinesOn(position.line)};
+        position = {stepOver(value, textEnd), twoLinesOn(group.line)};
         return {value, static_cast<std::size_t>(textEnd - value)};
     }
 
@@ -178,11 +179,15 @@ private:
         if (p == end) return p;
         const char other = *p == '\n' ? '\r' : '\n';
         ++p;
-        return p != end && *p == other ? p + 1 : p;
+        if (p == end) return p;
+        if constexpr (modern) {
+            if (*p == '\r' && other == '\n' && end - p > 1 && p[1] == '\n') return p + 2;
+        }
+        return *p == other ? p + 1 : p;
     }
 
     std::uint16_t parseCode(DXFPosition position);
-    bool takeUnusualCode(const DXFPosition& position, DXFGroup& group) const;
+    bool takeUnusualCode(DXFGroup& group);
 
     const char* codeLineEnd;   // the line end of the code that takeCode() read last
 
@@ -219,21 +224,24 @@ std::uint16_t DXFAsciiStream<modern>::parseCode(DXFPosition position)
     return wordCode;
 }
 
-/// The code of a line that is more than blanks before the digits, for the modern reading: false at the end of
-/// the text. Only blanks may stand around the number, or the position is lost.
+/// The code of the line at codeLineEnd, the group's, or of the first below it that is not blank, where the
+/// line is more than blanks before the digits; for the modern reading. False at the end of the text. Only
+/// blanks may stand around the number, or the position is lost.
 template <bool modern>
-bool DXFAsciiStream<modern>::takeUnusualCode(const DXFPosition& position, DXFGroup& group) const
+bool DXFAsciiStream<modern>::takeUnusualCode(DXFGroup& group)
 {
-    std::string_view rest(position.at, static_cast<std::size_t>(end - position.at));
-    std::string_view line = withoutBlanks(rest.substr(0, rest.find_first_of("\r\n")));
-    if (line.empty()) {   // blank lines may follow the last group
-        while (!rest.empty() && isBlank(rest.front())) rest.remove_prefix(1);
-        if (rest.empty() || rest.front() == endOfText) return false;
-    } else if (line.front() == endOfText) {
-        return false;
+    std::string_view line;
+    while (codeLineEnd != end) {
+        const char* textEnd;
+        const char* const next = stepOver(codeLineEnd, textEnd);
+        line = withoutBlanks({codeLineEnd, static_cast<std::size_t>(textEnd - codeLineEnd)});
+        if (!line.empty()) break;
+        codeLineEnd = next;
+        if (group.line != largestLine) ++group.line;
     }
+    if (line.empty() || line.front() == endOfText) return false;
     std::int32_t code = 0;
-    if (!isLong(line, code)) throw BadFile(BadFile::badGroupCode, fileName(), position.line);
+    if (!isLong(line, code)) throw BadFile(BadFile::badGroupCode, fileName(), group.line);
     group.code = static_cast<std::uint16_t>(code);
     return true;
 }

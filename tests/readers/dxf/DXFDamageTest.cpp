@@ -84,11 +84,16 @@ TEST(DXFDamage, TextAsEditorsSaveItIsRead)
     const std::string spaced = endingLines(text, " \t\n"),
                       cut = text.substr(0, text.size() - std::strlen("0\nEOF\n"));
     for (const std::string& bytes :
-         {"\xEF\xBB\xBF" + text, spaced, text + "\n\n \n", text + "\x1A\n", text + "x", cut + "0\nEOF"})
+         {"\xEF\xBB\xBF" + text, spaced, text + "\n\n \n", text + "\x1A\n", text + "x", cut + "0\nEOF",
+          "\n\r\n" + text, cut + "\n\n0\nEOF", endingLines(text, "\r\r\n")})
         EXPECT_EQ(repairsOf(bytes), "1 facets") << bytes;
     for (const char* const end : {"", "\n\n\n", "\x1A", " \n\x1A garbage"})
         EXPECT_EQ(repairsOf(cut + end), "1 facets; 23 EOF missing: taken as given at the end of the file")
             << end;
+    // Blank lines count as lines.
+    const std::string faulty = dxfText(sectionOf("ENTITIES", face() + face() + "0 LINE|8 0|10 x|") + "0 EOF");
+    EXPECT_EQ(repairsOf(" \n" + faulty.substr(0, 10) + '\n' + faulty.substr(10)),
+              "2 facets; 39 LINE left out: Error reading double item value at line 43");
 }
 
 TEST(DXFDamage, BinaryValuesHaveTheirCurrentWidths)
