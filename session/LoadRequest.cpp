@@ -1,6 +1,7 @@
 #include "session/LoadRequest.h"
 
 #include "platform/FileNames.h"
+#include "platform/OutputFile.h"
 #include "session/NamedFailure.h"
 
 #include <utility>
@@ -20,6 +21,7 @@ LoadRequest::LoadRequest(std::string file, FileType kind, const ReadingOptions& 
 void LoadRequest::run(Reporter& progress)
 try {
     result->stamp = stampOf(path);
+    result->identity = fileIdentity(path);
     Handle<Model> model;
     namingFile(path, [&] { model = readModel(path, type, progress, options, result->account); });
     host->modelLoaded(load, model.get());

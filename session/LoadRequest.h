@@ -16,6 +16,7 @@ namespace belvor {
 struct LoadResult : TSHandlable {
     Account account;
     FileStamp stamp;                  ///< Of the file, before it was read.
+    std::string identity;             ///< The same; as fileIdentity().
     std::atomic<bool> ended{false};   ///< The load has run, well or not. Any thread.
 };
 

@@ -1,6 +1,8 @@
 #include "session/Loading.h"
 
 #include "platform/FileNames.h"
+#include "platform/Files.h"
+#include "platform/OutputFile.h"
 #include "resources/Texts.h"
 #include "session/LoadRemark.h"
 #include "session/Session.h"
@@ -61,6 +63,7 @@ void Loading::post(const std::string& path, FileType kind, bool again)
     pending = path;
     pendingType = kind;
     rereads = again;
+    pendingReading = reading;
     result = makeHandle<LoadResult>();
     session.shell().cancel(Target::mainWindow);
     session.shell().post(Target::mainWindow,
@@ -90,9 +93,17 @@ void Loading::readCurves(bool wanted)
 /// A drawing by the options that have just changed; a load that is under way goes on by them too.
 void Loading::readAgain()
 {
-    if (running()) post(pending, pendingType, rereads);
-    else if (type == FileType::dxf && session.model() && !session.closing())
-        post(session.modelPath(), type, true);
+    if (running()) return post(pending, pendingType, rereads);
+    // After a reading that failed or was stopped the model is still one by the options before.
+    if (reading.rules == readingOfModel.rules && reading.curves == readingOfModel.curves) return;
+    if (type == FileType::dxf && session.model() && !session.closing()) post(session.modelPath(), type, true);
+}
+
+bool Loading::isModelFile(const std::string& path) const
+{
+    if (!session.model()) return false;
+    if (isSameFile(path, session.modelPath())) return true;
+    return stampOfModel.exists && stampOf(path) == stampOfModel && fileIdentity(path) == identityOfModel;
 }
 
 void Loading::refused(const std::string& why)
@@ -123,6 +134,8 @@ void Loading::modelLoaded(std::uint32_t number, Model* model)
     type = pendingType;
     accountOfModel = result->account;
     stampOfModel = result->stamp;
+    identityOfModel = result->identity;
+    readingOfModel = pendingReading;
     session.shell().endDrags();   // a drag is a request for the model that it began with
     session.saving().forgetName();
     session.takeModel(loaded, full, rereads);

@@ -54,6 +54,8 @@ public:
     const Account& account() const noexcept { return accountOfModel; }
     /// The shown model's file as it was before it was read.
     const FileStamp& stamp() const noexcept { return stampOfModel; }
+    /// Whether `path` (UTF-8) is the shown model's file, also by a new name that was given to it since.
+    bool isModelFile(const std::string& path) const;
 
 private:
     void loadFile(const std::string& path, FileType kind);
@@ -69,12 +71,15 @@ private:
     std::uint32_t lastNumber = 0;
     FileType pendingType = FileType::unknown;
     bool rereads = false;   // the shown model's file
+    ReadingOptions pendingReading;
     Handle<LoadResult> result;
 
     // The shown model.
     FileType type = FileType::unknown;
     Account accountOfModel;
     FileStamp stampOfModel;
+    std::string identityOfModel;
+    ReadingOptions readingOfModel;
 };
 
 }   // namespace belvor

@@ -41,7 +41,8 @@ void Saving::saveAs()
 bool Saving::isModelFile(const Picture& picture, const std::string& file)
 {
     const auto is = [&file](const std::string& model) { return !model.empty() && isSameFile(file, model); };
-    if (!is(picture.modelPath) && !is(session.modelPath()) && !is(session.loading().fileBeingRead()))
+    if (!is(picture.modelPath) && !session.loading().isModelFile(file)
+        && !is(session.loading().fileBeingRead()))
         return false;
     session.shell().warn(filledText(Text::wouldOverwriteModel, {file}));
     return true;

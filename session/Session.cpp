@@ -157,6 +157,7 @@ void Session::takeModel(Handle<Model> loaded, const std::string& file, bool agai
     if (givenUnits) held->setUnits(*givenUnits);
     lineDrawing = makeHandle<LineDrawing>();
     path = file;
+    changed = false;
     const ModelPlace before = where;
     held->bounds(where.centre, where.radius);
     if (keepView)
@@ -174,13 +175,15 @@ void Session::showLines(const ShownLines& shown)
     history.markAllUnsaved();
     surroundings.settingsChanged();
     loads.readCurves(shown.curves);
-    loads.tellRemark();
+    if (!changed) loads.tellRemark();   // that there is a newer file stays told
     redraw(Target::display);
 }
 
 void Session::fileChanged()
 {
-    if (held) surroundings.setRemark(filledText(Text::fileChangedRemark, {fileName(path)}));
+    if (!held) return;
+    changed = true;
+    surroundings.setRemark(filledText(Text::fileChangedRemark, {fileName(path)}));
 }
 
 void Session::stop()

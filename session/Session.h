@@ -124,6 +124,7 @@ private:
     Shell& surroundings;
     Handle<Model> held;
     std::string path;
+    bool changed = false;              // the model's file, since it was read
     bool seen = false;                 // some reading of the model's file had something to see
     std::optional<Units> givenUnits;   // by the user, to the model
     ModelPlace where;

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <set>
 
 namespace belvor {
@@ -134,7 +135,8 @@ TEST_F(SessionCommands, ReadAgainKeepsTheViewInTheModel)
     std::string larger = test::boxText;
     box.write(larger.replace(larger.find("2 4 6"), 5, "8 9 7"));
     session.fileChanged();
-    EXPECT_NE(shell.remark.find("box.thf has changed"), std::string::npos) << shell.remark;
+    for (int edges = 0; edges < 2; ++edges, command(ID_EDGES))
+        EXPECT_NE(shell.remark.find("box.thf has changed"), std::string::npos) << shell.remark << edges;
     command(ID_RELOAD);
     EXPECT_NE(session.place().radius, before.radius);
     const Point<3> eye = session.place().viewToModel()(session.view().eye);
@@ -167,6 +169,11 @@ TEST_F(SessionCommands, NothingIsWrittenOverTheModel)
             EXPECT_EQ(box.bytes(), test::boxText);
         }
     EXPECT_FALSE(session.view().imageSaved);
+    const TempFile renamed("renamed.thf");
+    std::filesystem::rename(box.path(), renamed.path());
+    shell.chosen = ChosenFile{renamed.path(), 1};
+    command(ID_SAVEAS);
+    EXPECT_TRUE(renamed.bytes() == test::boxText) << "by its new name too";
 }
 
 TEST_F(SessionCommands, NothingIsWrittenOverAModelThatIsReadOrWasShownWhenTheUserWasAsked)
@@ -304,6 +311,24 @@ TEST_F(SessionCommands, LinesAreReadWhenTheyAreToBeShown)
     EXPECT_NEAR((session.view().eye - chosen.eye).length(), 0, 1e-9);
     EXPECT_NEAR(zoom(), chosen.zoom, 1e-9);
     EXPECT_TRUE(session.canUndo());
+}
+
+TEST_F(SessionCommands, WhatIsReadAlreadyIsNotReadAgain)
+{
+    const TempFile drawing("drawing.dxf", drawingText(faceEntity + lineEntity));
+    for (const int id : {ID_LINES, ID_MODERNREADING}) {
+        load(drawing);
+        const Handle<Model> shown = session.model();
+        removeFile(drawing.path());
+        command(id);
+        EXPECT_EQ(session.model(), shown) << "the model stays";
+        const std::size_t before = host->events().size();
+        command(id);
+        EXPECT_EQ(host->events().size(), before) << "the same failure is told once; " << id;
+        drawing.write(drawingText(faceEntity + lineEntity));
+        command(id);
+        EXPECT_NE(session.model(), shown) << id;
+    }
 }
 
 TEST_F(SessionCommands, WhatOnlyTheModernReadingDrawsIsShownAsAWhole)
