@@ -73,13 +73,17 @@ void DXF::readAll()
 /// False when the drawing ends within a section or without its end mark.
 bool DXF::readSections()
 {
-    while (dxfStream->nextRecord()) {
+    for (DXFPosition before = dxfStream->position(); dxfStream->nextRecord();
+         before = dxfStream->position()) {
         const std::string_view type = dxfStream->type();
         if (type == "EOF") {
             log().line("EOF group - end of file here");
             return true;
         }
-        if (type != "SECTION") continue;
+        if (type != "SECTION") {
+            if (isModern()) readOutsideSections(before);
+            continue;
+        }
         const int line = dxfStream->line();
         std::string name(dxfStream->readRecord().textOr(2, ""));
         if (isModern() && name.empty()) name = nameOfContent();

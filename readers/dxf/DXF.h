@@ -118,7 +118,9 @@ private:
 
     // DXFDamage.cpp: what the modern reading does about damage
     bool findsSection();
+    std::string sectionOf(std::string_view type) const;
     std::string nameOfContent();
+    void readOutsideSections(const DXFPosition& start);
     void endAt(const BadFile& fault);
     void leaveOut(const BadFile& fault, std::string_view type, std::int32_t line);
     void assume(std::string_view mark, bool atEnd) override;

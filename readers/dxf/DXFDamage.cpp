@@ -38,17 +38,39 @@ bool DXF::findsSection()
     return found;
 }
 
+/// The section that records of that type stand in; empty when the type does not tell.
+std::string DXF::sectionOf(std::string_view type) const
+{
+    if (is(type, "BLOCK")) return "BLOCKS";
+    if (is(type, "TABLE")) return "TABLES";
+    if (type.starts_with('$')) return "HEADER";
+    const bool isEntity = DXFEntity::isDrawn(type, options.rules, true) || is(type, "TEXT")
+                          || is(type, "MTEXT") || is(type, "VIEWPORT");
+    return isEntity ? "ENTITIES" : "";
+}
+
 /// What a section without a name holds, by its first record; empty when that does not tell.
 std::string DXF::nameOfContent()
 {
     accountOfReading.repair(dxfStream->line(), "SECTION", textOf(Text::sectionNameless));
+    const DXFPosition start = dxfStream->position();
     if (!dxfStream->nextRecord()) return {};
-    const std::string_view type = dxfStream->readRecord().type();
-    dxfStream->pushBack();
-    if (is(type, "BLOCK")) return "BLOCKS";
-    if (is(type, "TABLE")) return "TABLES";
-    if (type.starts_with('$')) return "HEADER";
-    return isDrawn(type) ? "ENTITIES" : "";
+    const std::string name = sectionOf(dxfStream->type());
+    dxfStream->seek(start);
+    return name;
+}
+
+/// The current record, which starts at `start`, is in no section, as after an ENDSEC too many or without its
+/// SECTION: a section is taken to start before it.
+void DXF::readOutsideSections(const DXFPosition& start)
+{
+    const std::string name = sectionOf(dxfStream->type());
+    if (name.empty()) return;
+    accountOfReading.repair(dxfStream->line(), "SECTION",
+                            filledText(Text::assumedBefore, {shownType(dxfStream->type())}));
+    dxfStream->seek(start);
+    inSection = true;
+    readSection(name);
 }
 
 /// The place is lost: what has been read so far is the drawing.

@@ -64,8 +64,16 @@ TEST(DXFDamage, NamesNumbersAndMarkersAreRepaired)   // more of markers in tests
          "9 facets; 9 BLOCK Error reading double item value: the default stands for it; "
          "27 LINE left out: Bad DXF group: item <20> needed"},
         {"no sections", "999 a note|" + face() + "0 ENDSEC|" + face() + "0 EOF", "2 facets"},
-        {"a section without a name", "0 SECTION|" + face() + "0 ENDSEC|0 EOF",
+        {"a section without a name", "0 SECTION|0 TEXT|8 0|" + face() + "0 ENDSEC|0 EOF",
          "1 facets; 1 SECTION it has no name: its first record says what it holds"},
+        {"a section without a name, in paper space",
+         "0 SECTION|" + face("0", "67 1|") + face("0", "67 1|") + "0 ENDSEC|0 EOF",
+         "2 facets; 1 SECTION it has no name: its first record says what it holds"},
+        {"records outside of sections, after an ENDSEC too many and without their SECTION",
+         sectionOf("BLOCKS", "0 ENDSEC|" + once) + "0 LAYER|2 x|" + insert + "0 ENDSEC|" + face() + "0 EOF",
+         "2 facets; 7 SECTION missing: taken as given before BLOCK; "
+         "37 SECTION missing: taken as given before INSERT; "
+         "49 SECTION missing: taken as given before 3DFACE; 65 ENDSEC missing: taken as given before EOF"},
         {"a line that is no group code", "0 SECTION|2 ENTITIES|" + face() + "0 LINE|x 0|0 ENDSEC|0 EOF",
          "1 facets; 21 LINE left out: Error reading group-code at line 23; 23 LINE the reading ends here: "
          "Error reading group-code"},
