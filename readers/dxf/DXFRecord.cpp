@@ -5,6 +5,7 @@
 #include "errors/BadFile.h"
 
 #include <cmath>
+#include <cstdint>
 #include <limits>
 
 namespace belvor {
@@ -46,6 +47,17 @@ bool integralWord(std::string_view text, std::int32_t& value)
     if (!(std::fabs(real) <= std::numeric_limits<std::int32_t>::max()) || real != std::trunc(real))
         return false;
     value = static_cast<std::int32_t>(real);
+    return true;
+}
+
+/// An integer of 32 bits that is written without its sign, as some programs write true colours.
+bool unsignedWord(const DXFGroup& group, std::int32_t& value) noexcept
+{
+    double real = 0.0;
+    if (modernValueTypeOf(group.code) != DXFValueType::integer32 || !realWord(group.text, real)) return false;
+    if (!(real >= 0.0 && real <= std::numeric_limits<std::uint32_t>::max()) || real != std::trunc(real))
+        return false;
+    value = static_cast<std::int32_t>(static_cast<std::uint32_t>(real));
     return true;
 }
 
@@ -123,7 +135,8 @@ std::int32_t DXFRecord::integerOf(const DXFGroup& group) const
 {
     if (!std::isfinite(group.number)) {
         std::int32_t value = 0;
-        if (!isLong(firstWord(group.text), value) && !(modern && integralWord(group.text, value)))
+        if (!isLong(firstWord(group.text), value)
+            && !(modern && (integralWord(group.text, value) || unsignedWord(group, value))))
             throw BadFile(BadFile::badInteger, *file, group.line);
         group.number = value;
     }

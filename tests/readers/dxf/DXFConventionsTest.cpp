@@ -40,12 +40,14 @@ TEST(DXFConventions, ColoursAreTheDrawings)
     };
     for (const auto& [why, blocks, content, surfaces] : cases)
         EXPECT_EQ(surfacesOf(readModern(drawing(blocks, content))), surfaces) << why;
-    // Layers without a colour of the table are white; the first byte of a true colour does not count.
+    // Layers without a colour of the table are white; the first byte of a true colour does not count, with a
+    // sign or without.
     const std::string layers = layerTable(
-        "0 LAYER|2 A|70 0|62 0|0 LAYER|2 B|70 0|62 256|0 LAYER|2 C|70 0|0 LAYER|2 D|70 0|420 -1038994346");
-    const std::string faces =
-        face("A", "62 7") + face("B", "62 7") + face("C", "62 7") + face("D", "420 1193046");
-    EXPECT_EQ(surfacesOf(readModern(dxfText(layers) + entities(faces))), "A 1, B 1, C 1, D 1, ");
+        "0 LAYER|2 A|70 0|62 0|0 LAYER|2 B|70 0|62 256|0 LAYER|2 C|70 0|0 LAYER|2 D|70 0|420 -1038994346|"
+        "0 LAYER|2 E|70 0|420 3255972950");
+    const std::string faces = face("A", "62 7") + face("B", "62 7") + face("C", "62 7")
+                              + face("D", "420 3255972950") + face("E", "420 1193046");
+    EXPECT_EQ(surfacesOf(readModern(dxfText(layers) + entities(faces))), "A 1, B 1, C 1, D 1, E 1, ");
     const std::string text =
         drawing(block("A", face("0", "62 0")), insertion("A", "62 2|", "Red") + face("Red", "62 x"));
     EXPECT_EQ(surfacesOf(readAs(text, ReadingRules::modern, DrawingColours::ofLayers)), "Red 2, ");
