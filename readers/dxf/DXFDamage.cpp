@@ -55,7 +55,7 @@ std::string DXF::nameOfContent()
     accountOfReading.repair(dxfStream->line(), "SECTION", textOf(Text::sectionNameless));
     const DXFPosition start = dxfStream->position();
     if (!dxfStream->nextRecord()) return {};
-    const std::string name = sectionOf(dxfStream->type());
+    std::string name = sectionOf(dxfStream->type());
     dxfStream->seek(start);
     return name;
 }
