@@ -35,7 +35,7 @@ std::uint32_t curvesOfColour(const Model& model, const std::array<std::uint8_t, 
 
 bool curvesReachBeyond(const Model& model, const ModelPlace& place)
 {
-    constexpr double margin = 1.5;   // the view of the whole model shows about as much
+    constexpr double margin = 1.5;   // more than a plan shows, and less than the view of the whole model does
     for (std::uint32_t i = 0; i < model.curveCount(); ++i) {
         const Curve& curve = model.curve(i);
         for (std::uint32_t k = 0; curve.bounded && k < curve.pointCount; ++k) {

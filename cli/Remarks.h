@@ -22,8 +22,8 @@ void remarkOn(const std::string& file, const Reading& reading);
 
 struct Options;
 
-/// Tells why lines that are drawn cannot be seen in the pictures that `options` ask for: they have the colour
-/// of the background, or lie outside views that surfaces alone place.
+/// Tells why lines that are drawn may not be seen in the pictures that `options` ask for: they have the
+/// colour of the background, or lie far from the surfaces, which alone place the views.
 void remarkOnLines(const Options& options, const Model& model, const ModelPlace& place);
 
 /// Tells the user what was read past in a parameter file.

@@ -55,6 +55,7 @@ struct UnsetAllocator : LargeAllocator<T> {
     template <class U>
     UnsetAllocator(const UnsetAllocator<U>&) noexcept
     {}
+    /// What resize() asks for: without a value, where the standard allocator gives zero.
     template <class U>
     void construct(U* at) noexcept
     {

@@ -18,7 +18,7 @@ public:
     /// Throws what `pauses` throws, std::bad_alloc.
     SamePositions(const Model& model, Pauses& pauses);
 
-    /// By vertex.
+    /// By vertex; lives as long as this.
     const std::uint32_t* data() const noexcept { return firstOf.data(); }
 
 private:

@@ -25,7 +25,7 @@ public:
         layerOff,        ///< `what` names the layer.
         blockUnknown,    ///< An INSERT; `what` names the block.
         blockInItself,   ///< An INSERT; `what` names the block.
-        noCells,         ///< An INSERT of no columns or no rows.
+        noCells,         ///< An INSERT of no columns or no rows, in the strict reading.
         tooFarOut,       ///< Coordinates beyond what a number can hold.
         unreadable,      ///< Not a type of capitals, digits and _: a damaged file.
         more,            ///< Kinds beyond the first thousand.
